@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/pictures/Picture.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace trovarium {
+
+class FileService;
+
+// Reads bmp, jpg and gif by content, upright by their EXIF orientation, and decodes ahead on other cores.
+// The background threads only read, and the program behaves the same without them.
+class PictureService {
+public:
+    explicit PictureService(FileService& files);
+    ~PictureService();
+    PictureService(const PictureService&) = delete;
+    PictureService& operator=(const PictureService&) = delete;
+
+    // Decodes in full. "File not found" for an empty or absent path, "Invalid picture" for a file that
+    // isn't one.
+    Picture load(std::string_view path);
+
+    // As `load`, but the caller never paints it larger than `longerSide` pixels, so that a JPEG may be
+    // decoded at 1/2, 1/4 or 1/8. The natural size stays that of the file.
+    Picture loadReduced(std::string_view path, int longerSide);
+
+    // The files that will be asked for next, nearest first; replaces what was expected before.
+    // `longerSide` 0 means in full. Checked against size and time of the file when asked.
+    void expect(std::vector<std::string> paths, int longerSide = 0);
+
+    // An uncompressed 24-bit bitmap, whatever the name says.
+    void saveBitmap(const Picture& picture, std::string_view path);
+
+    // One of the program's own drawings by its name in assets/, sharp at every scale.
+    Picture artwork(std::string_view name);
+
+private:
+    struct State;
+    std::unique_ptr<State> m_state;
+};
+
+} // namespace trovarium

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace trovarium {
+
+inline constexpr std::uint32_t HkeyLocalMachine = 0x80000002;
+
+// The settings store: one text file per root in the user's configuration folder, a section for each key
+// path, a line for each value, written through at once by way of a temporary file and a rename. A damaged
+// line is kept and counts as absent; a store that can't be opened or read is a `Failure`.
+class RegistryAccess {
+public:
+    RegistryAccess();                            // below $XDG_CONFIG_HOME, else ~/.config
+    explicit RegistryAccess(std::string folder); // native path
+
+    bool WriteValue(std::uint32_t root, std::string_view keyPath, std::string_view name, std::string_view value);
+    bool ReadValue(std::uint32_t root, std::string_view keyPath, std::string_view name, std::string& value) const;
+
+private:
+    std::string m_folder;
+};
+
+} // namespace trovarium

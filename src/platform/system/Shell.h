@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace trovarium {
+
+// The folder that holds the program as it was started (a link's own folder, not its target's), in the
+// program's form, without a separator at the end but for the root.
+std::string programPath(std::string_view argument0);
+
+// The default place of the installed copy below the user's data folder, in the program's form.
+std::string defaultInstallationPath();
+
+// Hands a document to the desktop's own program for it; a value above 32 when that was done.
+int openDocument(std::string_view path);
+
+// Starts a program with a normal window; "File not found" when it can't be.
+void startProgram(std::string_view path);
+
+} // namespace trovarium

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "platform/toolkit/Screen.h"
+
+#include <functional>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace trovarium {
+
+class FileService;
+class Form;
+class PictureService;
+class Prompts;
+
+// The end of the program on its way to `main`. No Failure and no std::exception, so that no handler
+// swallows it.
+class ProgramEnd {
+public:
+    explicit ProgramEnd(int exitCode)
+        : m_exitCode(exitCode)
+    {
+    }
+    int exitCode() const { return m_exitCode; }
+
+private:
+    int m_exitCode;
+};
+
+// How fast the loop turns: Paced as a user sees it, Immediate for tests.
+enum class Pace { Paced, Immediate };
+
+// The desktop as the program sees it: the event loop, the open forms, the screen, questions to the user.
+// One for a process.
+class Desktop {
+public:
+    Desktop(int& argc, char** argv, FileService& files, Pace pace);
+    ~Desktop();
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    FileService& files();
+    PictureService& pictures();
+    trovarium::Screen& Screen();
+    Prompts& prompts();
+    void setPrompts(Prompts* prompts); // null: the real ones
+
+    // Runs until the last form is unloaded or the program ends; the exit code. Takes the end of the
+    // program itself.
+    int run();
+    // Runs `body` as `run` runs the loop, so that an end before any loop is taken too.
+    int guarded(const std::function<void()>& body);
+
+    // Handles what is pending once, runs due timers, paints what is dirty.
+    void DoEvents();
+    // Paints what is dirty; no input and no timers.
+    void repaintOnly();
+    // Waits closed to events while the windows repaint; not at all when Immediate.
+    void wait(int milliseconds);
+
+    [[noreturn]] void endProgram(int exitCode = 0);
+
+    // The loaded forms, in the order of loading.
+    int formsCount() const;
+    Form& formsItem(int index) const; // 0-based, "Subscript out of range"
+    Form* activeForm() const;
+
+private:
+    friend struct DesktopState;
+    std::unique_ptr<struct DesktopState> m_state;
+
+public:
+    struct DesktopState& state() { return *m_state; } // for the toolkit's own use
+};
+
+} // namespace trovarium

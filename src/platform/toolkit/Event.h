@@ -1,0 +1,53 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+
+namespace trovarium {
+
+class Component;
+
+// The dispatch wall: every handler runs through it. A failure that escapes becomes a line on standard
+// error; the end of the program is noted and thrown again on our own side of the desktop's frames.
+void runHandler(Component& sender, const std::function<void()>& handler);
+
+// An event of a control or a form, with at most one handler.
+template <class... Arguments>
+class Event {
+public:
+    explicit Event(Component* sender)
+        : m_sender(sender)
+    {
+    }
+    Event(const Event&) = delete;
+    Event& operator=(const Event&) = delete;
+
+    void connect(std::function<void(Arguments...)> handler) { m_handler = std::move(handler); }
+    bool isWired() const { return static_cast<bool>(m_handler); }
+
+    // Runs the handler now, inside the statement that raised it.
+    void raise(Arguments... arguments)
+    {
+        if (m_handler)
+            runHandler(*m_sender, [&] { m_handler(arguments...); });
+    }
+
+private:
+    Component* m_sender;
+    std::function<void(Arguments...)> m_handler;
+};
+
+// Wires one handler: on(form.cmdExit.Click, this, &Concern::cmdExit_Click). A handler takes all
+// arguments or none.
+template <class... Arguments, class Object, class... Taken>
+void on(Event<Arguments...>& event, Object* object, void (Object::*handler)(Taken...))
+{
+    event.connect([object, handler](Arguments... arguments) {
+        if constexpr (sizeof...(Taken) == 0)
+            (object->*handler)();
+        else
+            (object->*handler)(arguments...);
+    });
+}
+
+} // namespace trovarium

@@ -1,0 +1,136 @@
+#pragma once
+
+#include "platform/pictures/Picture.h"
+#include "platform/toolkit/Component.h"
+#include "platform/toolkit/Container.h"
+#include "platform/toolkit/Event.h"
+#include "platform/toolkit/Property.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace trovarium {
+
+class Desktop;
+class FormSlotBase;
+class FormView;
+class Menu;
+class Timer;
+
+enum class BorderKind { Fixed, None };
+
+struct FormPlan {
+    std::string_view Name{};
+    std::string_view Caption{};
+    float Width = 0;  // of the client area, twips
+    float Height = 0; // of the client area, twips
+    ScaleMode Scale = ScaleMode::Twips;
+    BorderKind Border = BorderKind::Fixed;
+    bool CloseBox = true;
+    bool MinimizeBox = false;
+    bool KeyPreview = false; // KeyDown and KeyPress come here before the control with the focus
+};
+
+// A window of the program. The object and its controls stand from construction on; `load` raises Load and
+// makes the window, `unload` raises Unload and drops it. Left, Top, Width and Height are twips of the
+// whole window.
+class Form : public Component, public Container {
+public:
+    Form(Desktop& desktop, const FormPlan& plan);
+    ~Form() override;
+
+    Form& form() override { return *this; }
+    Desktop& desktop() const { return m_desktop; }
+
+private:
+    const std::string& caption() const { return m_caption; }
+    void setCaption(std::string value);
+    float left() const;
+    void setLeft(float value);
+    float top() const;
+    void setTop(float value);
+    float width() const;
+    void setWidth(float value);
+    float height() const;
+    void setHeight(float value);
+    int mousePointer() const { return m_mousePointer; }
+    void setMousePointer(int value);
+    bool enabled() const { return m_enabled; }
+    void setEnabled(bool value);
+    Color backColor() const { return m_backColor; }
+    void setBackColor(Color value);
+    const trovarium::Picture& picture() const { return m_picture; }
+    void setPicture(trovarium::Picture value); // stretched over the client area
+    const trovarium::Picture& icon() const { return m_icon; }
+    void setIcon(trovarium::Picture value);
+
+public:
+    Property<&Form::caption, &Form::setCaption> Caption{this};
+    Property<&Form::left, &Form::setLeft> Left{this};
+    Property<&Form::top, &Form::setTop> Top{this};
+    Property<&Form::width, &Form::setWidth> Width{this};
+    Property<&Form::height, &Form::setHeight> Height{this};
+    Property<&Form::mousePointer, &Form::setMousePointer> MousePointer{this};
+    Property<&Form::enabled, &Form::setEnabled> Enabled{this};
+    Property<&Form::backColor, &Form::setBackColor> BackColor{this};
+    Property<&Form::picture, &Form::setPicture> Picture{this};
+    Property<&Form::icon, &Form::setIcon> Icon{this};
+
+    float ScaleWidth() const { return fromTwips(m_clientWidth); }
+    float ScaleHeight() const { return fromTwips(m_clientHeight); }
+    const FormPlan& plan() const { return m_plan; }
+
+    void load();
+    void show();
+    void showModal(); // returns when the form is hidden or unloaded
+    void hide();
+    void unload(); // nothing inside its own Unload or when it isn't loaded
+    bool isLoaded() const { return m_loaded; }
+    bool isShown() const { return m_shown; }
+
+    // Returns when an entry was chosen and its handler has run, or nothing was.
+    void PopupMenu(Menu& menu);
+
+    Event<> Load{this};
+    Event<> Activate{this};
+    Event<> Unload{this};
+    Event<int, int, float, float> MouseDown{this}; // Button, Shift, X, Y in the form's scale
+    Event<int, int, float, float> MouseMove{this};
+    Event<> Click{this};
+    Event<int, int> KeyDown{this}; // KeyCode, Shift
+    Event<int> KeyPress{this};     // KeyAscii
+
+    void addMenu(Menu* menu) { m_menus.push_back(menu); }
+    const std::vector<Menu*>& menus() const { return m_menus; }
+    void addTimer(Timer* timer) { m_timers.push_back(timer); }
+    const std::vector<Timer*>& timers() const { return m_timers; }
+    void setSlot(FormSlotBase* slot) { m_slot = slot; }
+    FormView* view() const { return m_view.get(); }
+
+private:
+    friend class FormView;
+
+    Desktop& m_desktop;
+    FormPlan m_plan;
+    std::string m_caption;
+    float m_clientWidth;
+    float m_clientHeight;
+    float m_left = 0;
+    float m_top = 0;
+    int m_mousePointer = DefaultPointer;
+    bool m_enabled = true;
+    Color m_backColor = PanelGrey;
+    trovarium::Picture m_picture;
+    trovarium::Picture m_icon;
+    bool m_loaded = false;
+    bool m_unloading = false;
+    bool m_shown = false;
+    FormSlotBase* m_slot = nullptr;
+    std::vector<Menu*> m_menus;
+    std::vector<Timer*> m_timers;
+    std::unique_ptr<FormView> m_view;
+};
+
+} // namespace trovarium

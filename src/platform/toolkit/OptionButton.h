@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/toolkit/Control.h"
+
+#include <optional>
+#include <string>
+
+namespace trovarium {
+
+// One choice of the group that its parent makes: setting one clears the others. Click comes to the one
+// that becomes set, also when code sets it.
+class OptionButton : public Control {
+public:
+    OptionButton(Container* parent, const Plan& plan);
+
+private:
+    bool value() const { return m_value; }
+    void setValue(bool value);
+    const std::string& caption() const { return m_caption; }
+    void setCaption(std::string value);
+    std::optional<Color> backColor() const { return m_backColor; }
+    void setBackColor(std::optional<Color> value);
+
+public:
+    Property<&OptionButton::value, &OptionButton::setValue> Value{this};
+    Property<&OptionButton::caption, &OptionButton::setCaption> Caption{this};
+    Property<&OptionButton::backColor, &OptionButton::setBackColor> BackColor{this};
+
+    Event<> Click{this};
+
+    std::unique_ptr<View> makeView() override;
+
+    // The design-time choice: no Click.
+    void preset() { m_value = true; }
+
+private:
+    bool m_value = false;
+    std::string m_caption;
+    std::optional<Color> m_backColor;
+};
+
+} // namespace trovarium

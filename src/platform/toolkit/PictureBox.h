@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/pictures/Picture.h"
+#include "platform/toolkit/Control.h"
+
+#include <memory>
+
+namespace trovarium {
+
+struct Canvas;
+
+// A box with a picture in the back, a canvas that keeps what is painted on it, and controls on top.
+// Width and Height are in the parent's scale, ScaleWidth and ScaleHeight in its own. X and Y of its mouse
+// events are in its own scale.
+class PictureBox : public Control, public Container {
+public:
+    PictureBox(Container* parent, const Plan& plan, ScaleMode scale = ScaleMode::Twips);
+    ~PictureBox() override;
+
+    Form& form() override { return Control::form(); }
+
+private:
+    float scaleWidth() const;
+    float scaleHeight() const;
+    const trovarium::Picture& picture() const { return m_picture; }
+    void setPicture(trovarium::Picture value); // clears the canvas; AutoSize takes its natural size
+    bool autoSize() const { return m_autoSize; }
+    void setAutoSize(bool value);
+    Color backColor() const { return m_backColor; }
+    void setBackColor(Color value);
+    bool border() const { return m_border; }
+    void setBorder(bool value);
+
+public:
+    float ScaleWidth() const { return scaleWidth(); }
+    float ScaleHeight() const { return scaleHeight(); }
+    Property<&PictureBox::picture, &PictureBox::setPicture> Picture{this};
+    Property<&PictureBox::autoSize, &PictureBox::setAutoSize> AutoSize{this};
+    Property<&PictureBox::backColor, &PictureBox::setBackColor> BackColor{this};
+    Property<&PictureBox::border, &PictureBox::setBorder> Border{this}; // sunken, one pixel
+
+    // Paints `picture` stretched to the given place, in the box's scale; "Invalid picture" for an empty one.
+    // Works without a window.
+    void PaintPicture(const trovarium::Picture& picture, float x, float y, float width, float height);
+    void Cls();
+    // Back colour, picture and all that has been painted, at the box's size in whole pixels.
+    trovarium::Picture Image() const;
+
+    std::unique_ptr<View> makeView() override;
+
+    Event<int, int, float, float> MouseDown{this}; // Button, Shift, X, Y
+    Event<int, int, float, float> MouseMove{this};
+    Event<int, int, float, float> MouseUp{this};
+    Event<> Click{this};
+    Event<int, int> KeyDown{this}; // KeyCode, Shift
+
+    const Canvas* canvas() const { return m_canvas.get(); }
+
+protected:
+    void resized() override;
+
+private:
+    trovarium::Picture m_picture;
+    std::unique_ptr<Canvas> m_canvas;
+    bool m_autoSize = false;
+    bool m_border = false;
+    Color m_backColor = PanelGrey;
+};
+
+} // namespace trovarium

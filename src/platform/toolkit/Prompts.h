@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace trovarium {
+
+enum class Buttons { Ok, YesNo };
+enum class Answer { Ok, Yes, No };
+
+// Questions to the user. Other forms are closed to input meanwhile, timers run. An empty title is the
+// program's name.
+class Prompts {
+public:
+    virtual ~Prompts() = default;
+
+    virtual Answer messageBox(std::string_view text, Buttons buttons, std::string_view title) = 0;
+    // Empty when cancelled.
+    virtual std::string inputBox(std::string_view prompt, std::string_view title, std::string_view initial) = 0;
+};
+
+} // namespace trovarium

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/toolkit/Control.h"
+
+#include <string>
+
+namespace trovarium {
+
+// One line of text. A pasted line end becomes a blank.
+class TextBox : public Control {
+public:
+    TextBox(Container* parent, const Plan& plan);
+
+private:
+    const std::string& text() const { return m_text; }
+    void setText(std::string value);
+    int maxLength() const { return m_maxLength; }
+    void setMaxLength(int characters);
+
+public:
+    Property<&TextBox::text, &TextBox::setText> Text{this};
+    Property<&TextBox::maxLength, &TextBox::setMaxLength> MaxLength{this}; // characters; 0 is no limit
+
+    Event<> Change{this};      // from typing and from code
+    Event<int> KeyPress{this}; // KeyAscii
+
+    std::unique_ptr<View> makeView() override;
+
+    // The view tells what the user typed.
+    void typed(std::string value);
+
+private:
+    std::string m_text;
+    int m_maxLength = 0;
+};
+
+} // namespace trovarium

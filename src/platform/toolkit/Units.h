@@ -1,0 +1,39 @@
+#pragma once
+
+namespace trovarium {
+
+// 15 twips to the device-independent pixel, on every screen.
+inline constexpr float TwipsPerPixel = 15.0F;
+
+enum class ScaleMode { Twips, Pixels };
+
+enum class Alignment { Left, Right, Center };
+
+struct Color {
+    unsigned char red = 0;
+    unsigned char green = 0;
+    unsigned char blue = 0;
+
+    bool operator==(const Color&) const = default;
+};
+
+inline constexpr Color Black{0, 0, 0};
+inline constexpr Color White{255, 255, 255};
+inline constexpr Color PanelGrey{192, 192, 192};
+
+// Mouse buttons, and the keys held with them, as handlers get them.
+enum MouseButton { LeftButton = 1, RightButton = 2, MiddleButton = 4 };
+enum ShiftKeys { NoKeys = 0, ShiftKey = 1, CtrlKey = 2, AltKey = 4 };
+
+enum PointerNumber {
+    DefaultPointer = 0,
+    ArrowPointer = 1,
+    TextPointer = 3,
+    HourglassPointer = 11,
+    NoDropPointer = 12,
+    ArrowHourglassPointer = 13,
+    FourWayPointer = 15,
+    OwnPointer = 99,
+};
+
+} // namespace trovarium

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace trovarium {
+
+// Rounds half to even, as the processor's default mode does.
+double roundHalfEven(double value);
+
+// Round half to even; "Overflow" outside the type's range or for no number.
+std::int16_t toInt16(double value);
+std::int32_t toInt32(double value);
+
+// x / 0 is "Division by zero", 0 / 0 is "Overflow".
+double divide(double dividend, double divisor);
+float divideSingle(float dividend, float divisor);
+
+// Half to even on the value scaled by 10^places.
+double roundToPlaces(double value, int places);
+
+// The leading numeric text of `text` (blanks skipped, sign, digits, one point, exponent), 0 if none.
+// Independent of the locale.
+double leadingNumber(std::string_view text);
+
+// The whole trimmed text as a number, or "Type mismatch".
+double strictNumber(std::string_view text);
+
+// "True" or "False" in any case or a number (0 is false), or "Type mismatch".
+bool toBoolean(std::string_view text);
+std::string_view booleanText(bool value);
+
+// The shortest decimal that reads back the same; no sign for zero, no blank in front.
+std::string numberText(double value);
+std::string numberText(std::int64_t value);
+
+// Picture "0" (half away from zero, at least one digit) and its longer forms "00", "0000", which
+// pad with zeros up to `digits` and never cut.
+std::string formatWhole(double value, int digits = 1);
+
+// The random sequence that is never seeded: the same first value at each start, in [0, 1).
+class FixedRandom {
+public:
+    double next();
+
+private:
+    std::uint32_t m_state = 0x50000;
+};
+
+} // namespace trovarium

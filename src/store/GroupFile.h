@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace trovarium {
+
+struct Album;
+
+// "  All Photos  ": the group of all photographs. Only this name marks it.
+inline constexpr std::string_view AllPhotosGroupName = "  All Photos  ";
+inline constexpr std::string_view AllPhotosGroup = "  All Photos  .lst";
+bool isAllPhotosGroup(std::string_view name); // compared in capitals
+
+// What stands before the first "." of a list file's name.
+std::string groupNameOf(std::string_view fileName);
+
+// The work on group list files; `fileName` has its extension. All catch any failure, close what they opened
+// and give false: no message, no log line.
+
+// Reads the list into album.group.GroupList. False leaves what was read so far.
+bool readGroupList(Album& album, std::string_view fileName);
+
+// Appends the selected lines.
+bool AddToGroup(Album& album, std::string_view fileName);
+
+// Drops the selected lines that still stand at the same position, by way of "temp.group".
+bool RemoveFromGroupFile(Album& album, std::string_view fileName);
+
+// Moves the selected photographs as one block: +n behind position n, -n in front of position n. A position
+// beyond the last photograph is taken as the last one. Written in place.
+bool ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t dropPosition);
+
+// Replaces each of the ten characters that a file name can't hold by "_"; true if nothing had to be changed.
+bool CheckGroupName(std::string& name);
+
+} // namespace trovarium

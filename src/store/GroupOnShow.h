@@ -1,0 +1,51 @@
+#pragma once
+
+#include "runtime/Failure.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace trovarium {
+
+// An array from 0 to an upper bound; an index beyond is "Subscript out of range". Positions in a group are
+// 1-based: element 0 is there and is no photograph.
+template <class Value>
+class CheckedArray {
+public:
+    CheckedArray()
+        : m_values(1)
+    {
+    }
+
+    int upperBound() const { return static_cast<int>(m_values.size()) - 1; }
+    const Value& operator()(std::int64_t index) const { return m_values[checked(index)]; }
+    Value& operator()(std::int64_t index) { return m_values[checked(index)]; }
+
+    void append(Value value) { m_values.push_back(std::move(value)); }
+    // Element 0 alone, or 0 to `upperBound`, all as default.
+    void clear() { m_values.assign(1, Value()); }
+    void redimension(int upperBound) { m_values.assign(static_cast<std::size_t>(upperBound) + 1, Value()); }
+
+private:
+    std::size_t checked(std::int64_t index) const
+    {
+        if (index < 0 || index > upperBound())
+            throw Failure(FailureKind::SubscriptOutOfRange);
+        return static_cast<std::size_t>(index);
+    }
+
+    std::vector<Value> m_values;
+};
+
+// A read-only image of the group on show: a change goes to the file, and the file is read again.
+struct GroupOnShow {
+    CheckedArray<std::string> GroupList;
+    CheckedArray<std::int32_t> GroupSelect; // 1 selected, 0 not
+    std::int32_t PhotoCount = 0;
+    std::string CurrentGroupName;
+    std::int32_t SelectedCount = 0; // what the status text shows; not always the number of set flags
+};
+
+} // namespace trovarium

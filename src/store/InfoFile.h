@@ -1,0 +1,32 @@
+#pragma once
+
+#include "store/PhotoInfo.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace trovarium {
+
+struct Album;
+class FileService;
+
+// Reads the ten lines into `info`. Event, Keywords, People, Photographer, Place, Title and Year are cleared
+// first; PhotoLink and the two sizes keep their values when the file lacks them. False when the file can't be
+// read or a size is beyond 16 bits; what was read until then stands.
+bool readInfoFile(Album& album, std::string_view name, PhotoInfo& info);
+
+// Writes PhotoInfo as the information file of GroupList(index), 1-based. False when it can't be written.
+bool SaveImageInfo(Album& album, std::int32_t index);
+
+// A new information file. Its title is its own full path until the user edits it.
+bool CreateInfoFile(FileService& files, std::string_view infoFilePath, std::string_view photoLinkValue);
+
+// The full path of the photograph behind `infoFileName` (N + ".info"); empty with a log line when the
+// information file is absent.
+std::string GetPhotoLink(Album& album, std::string_view infoFileName);
+
+// The file is there and not empty; a log line when it is absent.
+bool CheckPhotoLink(Album& album, std::string_view path);
+
+} // namespace trovarium
