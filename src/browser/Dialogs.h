@@ -1,0 +1,17 @@
+#pragma once
+
+#include <functional>
+
+namespace trovarium {
+
+// Opens the forms that the main window calls and that may call it back; filled in where the program is put
+// together. An opener whose dialog has not landed is empty, and its menu entry stands disabled.
+struct Dialogs {
+    std::function<void()> showFirstTime;      // modal
+    std::function<void(int mode)> showGroups; // modal: 1 copy, 2 move
+    std::function<void()> showFullScreen;     // not modal
+    std::function<void()> showSearch;         // modal
+    std::function<void()> unloadAllForms;     // all but the main window
+};
+
+} // namespace trovarium

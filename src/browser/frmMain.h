@@ -1,0 +1,353 @@
+#pragma once
+
+#include "browser/Dialogs.h"
+#include "platform/toolkit/Button.h"
+#include "platform/toolkit/ControlArray.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/Frame.h"
+#include "platform/toolkit/Image.h"
+#include "platform/toolkit/Label.h"
+#include "platform/toolkit/ListBox.h"
+#include "platform/toolkit/Menu.h"
+#include "platform/toolkit/OptionButton.h"
+#include "platform/toolkit/PictureBox.h"
+#include "platform/toolkit/PictureButton.h"
+#include "platform/toolkit/ScrollBar.h"
+#include "platform/toolkit/Shape.h"
+#include "platform/toolkit/TextBox.h"
+#include "platform/toolkit/Timer.h"
+
+#include <memory>
+
+namespace trovarium {
+
+struct Album;
+class AudioControls;
+class GroupCommands;
+class GroupListPane;
+class InfoBox;
+class MainMenus;
+class PhotoDisplay;
+class Removal;
+class Selection;
+class SlideShow;
+class ThumbnailDrag;
+class ThumbnailPages;
+class VideoControls;
+class ZoomAndPan;
+
+// The one main window: its face. What the controls do stands in the concerns, one class each, that wire
+// their own handlers; other forms and the concerns themselves reach them through the accessors.
+class frmMain : public Form {
+public:
+    frmMain(Desktop& desktop, Album& album, Dialogs dialogs);
+    ~frmMain() override;
+
+    GroupListPane& groupList() { return *m_groupList; }
+    ThumbnailPages& pages() { return *m_pages; }
+    Selection& selection() { return *m_selection; }
+    ThumbnailDrag& thumbnailDrag() { return *m_thumbnailDrag; }
+    GroupCommands& groupCommands() { return *m_groupCommands; }
+    Removal& removal() { return *m_removal; }
+    MainMenus& menus() { return *m_menus; }
+    PhotoDisplay& photoDisplay() { return *m_photoDisplay; }
+    ZoomAndPan& zoomAndPan() { return *m_zoomAndPan; }
+    InfoBox& infoBox() { return *m_infoBox; }
+    SlideShow& slideShow() { return *m_slideShow; }
+    VideoControls& video() { return *m_video; }
+    AudioControls& audio() { return *m_audio; }
+    Dialogs& dialogs() { return m_dialogs; }
+
+    void Form_Load();
+    void Form_Activate();
+    void Form_Unload();
+    void Form_MouseDown(int Button, int Shift, float X, float Y);
+    void Form_MouseMove(int Button, int Shift, float X, float Y);
+    void lbButtonText_Click(int Index);
+
+    // Named operations without a control.
+    void cmdCreateAlbumGroup_Click();
+    void cmdExit_Click();
+    void imgExit_Click();
+
+    // ---- the plan of the window, in twips ----
+
+    Label Label2{
+        this, {.Name = "Label2", .Left = 660, .Top = 300, .Width = 1350, .Height = 240, .Caption = "Album Groups"}};
+    Label lbCount{this,
+        {.Name = "lbCount",
+            .Left = 4620,
+            .Top = 300,
+            .Width = 5070,
+            .Height = 240,
+            .Caption = "Group ABC - 45th of 1000"}};
+    Label lbTitle{
+        this, {.Name = "lbTitle", .Left = 7020, .Top = 7680, .Width = 390, .Height = 240, .Caption = "title"}};
+
+    // The group list: rows 0 to 7; 10 and 11 hold the bright and the dark bar.
+    ListBox lstSlideGroups{
+        this, {.Name = "lstSlideGroups", .Left = 240, .Top = 1200, .Width = 2085, .Height = 3735, .Visible = false}};
+    ControlArray<PictureBox> pctAlbumList;
+    ControlArray<Label> lbAlbumList;
+    // Up idle and pressed, down idle and pressed.
+    ControlArray<PictureButton> pctArrows{this, "pctArrows",
+        {{0, {.Left = 960, .Top = 780, .Width = 630, .Height = 315, .Visible = false}},
+            {1, {.Left = 960, .Top = 780, .Width = 630, .Height = 315, .Visible = false}},
+            {2, {.Left = 960, .Top = 5100, .Width = 630, .Height = 315, .Visible = false}},
+            {3, {.Left = 960, .Top = 5100, .Width = 630, .Height = 315, .Visible = false}}}};
+
+    PictureButton cmdSlideshow{this, {.Name = "cmdSlideshow", .Left = 240, .Top = 5940, .Width = 2085, .Height = 465}};
+    PictureButton cmdFullScreen{this,
+        {.Name = "cmdFullScreen",
+            .Left = 240,
+            .Top = 6480,
+            .Width = 2085,
+            .Height = 465,
+            .ToolTipText = "Full screen view of pictures. Use arrow keys to see next/prev."}};
+    PictureButton cmdZoomOut{this,
+        {.Name = "cmdZoomOut",
+            .Left = 240,
+            .Top = 7020,
+            .Width = 1035,
+            .Height = 465,
+            .ToolTipText = "Zoom Out - Decrease image size"}};
+    PictureButton cmdZoomIn{this,
+        {.Name = "cmdZoomIn",
+            .Left = 1290,
+            .Top = 7020,
+            .Width = 1035,
+            .Height = 465,
+            .ToolTipText = "Zoom In - Increase image size"}};
+    PictureButton pctPrev{this,
+        {.Name = "pctPrev",
+            .Left = 240,
+            .Top = 7560,
+            .Width = 1035,
+            .Height = 465,
+            .ToolTipText = "Show previous image."}};
+    PictureButton pctNext{this,
+        {.Name = "pctNext",
+            .Left = 1290,
+            .Top = 7560,
+            .Width = 1035,
+            .Height = 465,
+            .ToolTipText = "Show next image."}};
+    // White labels that lie over the picture buttons; 2, 3 and 4 have no control.
+    ControlArray<Label> lbButtonText{this, "lbButtonText",
+        {{0, {.Left = 1350, .Top = 7665, .Width = 915, .Height = 240, .Caption = ">>"}},
+            {1, {.Left = 300, .Top = 7665, .Width = 915, .Height = 240, .Caption = "<<"}},
+            {5, {.Left = 300, .Top = 7125, .Width = 915, .Height = 240, .Caption = "Reduce"}},
+            {6, {.Left = 1350, .Top = 7125, .Width = 915, .Height = 240, .Caption = "Enlarge"}},
+            {7, {.Left = 300, .Top = 6045, .Width = 1965, .Height = 240, .Caption = "Slide Show"}},
+            {8, {.Left = 300, .Top = 6585, .Width = 1965, .Height = 240, .Caption = "Full Screen"}}}};
+    // Faces of the small buttons, pressed and at rest.
+    Image pctBrightSmall{this, {.Name = "pctBrightSmall", .Width = 1035, .Height = 465, .Visible = false}};
+    Image pctDarkSmall{this, {.Name = "pctDarkSmall", .Width = 1035, .Height = 465, .Visible = false}};
+
+    // The viewing frame. Cells 0 to 15; shpThumbnailSelect(16) follows the pointer in a drag.
+    PictureBox pctWindow{
+        this, {.Name = "pctWindow", .Left = 3060, .Top = 600, .Width = 8175, .Height = 7035}, ScaleMode::Pixels};
+    ControlArray<Image> imgThumbnail;
+    ControlArray<Label> lbThumbnailFile;
+    ControlArray<Shape> shpThumbnailSelect;
+    Shape shpDropPosition{&pctWindow, {.Name = "shpDropPosition", .Width = 15, .Height = 1635, .Visible = false}};
+    Image imgbox{&pctWindow, {.Name = "imgbox", .ToolTipText = "Click-n-drag to move image", .Visible = false}};
+    PictureBox picVideoWindow{&pctWindow, {.Name = "picVideoWindow", .Width = 7455, .Height = 5595, .Visible = false}};
+    VScroll VScroll1{&pctWindow, {.Name = "VScroll1", .Left = 7920, .Top = 180, .Width = 255, .Height = 5655}};
+    // Element 0 holds the current picture at natural size: the one source for frame, zoom and full screen.
+    ControlArray<PictureBox> pctBox{this, "pctBox", {{0, {.Visible = false}}}};
+
+    // The information box.
+    Frame framInfo{&pctWindow, {.Name = "framInfo", .Left = 300, .Top = 6810, .Width = 7455, .Height = 2235}};
+    Label lbPhotoInfo{&framInfo,
+        {.Name = "lbPhotoInfo",
+            .Left = 420,
+            .Top = 0,
+            .Width = 5940,
+            .Height = 225,
+            .Caption = "Media Content Information"}};
+    Button cmdEditPhotoInfo{&framInfo,
+        {.Name = "cmdEditPhotoInfo",
+            .Left = 60,
+            .Top = 0,
+            .Width = 300,
+            .Height = 225,
+            .ToolTipText = "Info Box - Click to start/stop editing"}};
+    ControlArray<OptionButton> optInfoPosition{&framInfo, "optInfoPosition",
+        {{0, {.Left = 6510, .Top = 0, .Width = 255, .Height = 225, .ToolTipText = "Info Box - Always Down"}},
+            {1, {.Left = 6810, .Top = 0, .Width = 255, .Height = 225, .ToolTipText = "Info Box - Normal"}},
+            {2, {.Left = 7110, .Top = 0, .Width = 255, .Height = 225, .ToolTipText = "Info Box - Always Up"}}}};
+    // The captions in front of the fields.
+    ControlArray<Label> lbInfoCaption{&framInfo, "lbInfoCaption",
+        {{0, {.Left = 120, .Top = 405, .Width = 690, .Height = 225, .Caption = "Year:"}},
+            {1, {.Left = 1740, .Top = 405, .Width = 630, .Height = 225, .Caption = "Place:"}},
+            {2, {.Left = 120, .Top = 765, .Width = 690, .Height = 225, .Caption = "Event:"}},
+            {3, {.Left = 120, .Top = 1125, .Width = 810, .Height = 225, .Caption = "People:"}},
+            {4, {.Left = 120, .Top = 1485, .Width = 1530, .Height = 225, .Caption = "Photographer:"}},
+            {5, {.Left = 120, .Top = 1845, .Width = 750, .Height = 225, .Caption = "Notes:"}},
+            {6, {.Left = 4020, .Top = 1485, .Width = 930, .Height = 225, .Caption = "Filename:"}}}};
+    ControlArray<Label> lbInfo{&framInfo, "lbInfo",
+        {{0, {.Left = 840, .Top = 405, .Width = 615, .Height = 225}},
+            {1, {.Left = 2400, .Top = 405, .Width = 4875, .Height = 225}},
+            {2, {.Left = 840, .Top = 765, .Width = 6435, .Height = 225}},
+            {3, {.Left = 960, .Top = 1125, .Width = 6315, .Height = 225}},
+            {4, {.Left = 1680, .Top = 1485, .Width = 2235, .Height = 225}},
+            {5, {.Left = 900, .Top = 1845, .Width = 6375, .Height = 225}},
+            {6, {.Left = 4980, .Top = 1485, .Width = 2295, .Height = 225}}}};
+    TextBox txtYear{
+        &framInfo, {.Name = "txtYear", .Left = 840, .Top = 360, .Width = 615, .Height = 285, .Visible = false}};
+    TextBox txtPlace{
+        &framInfo, {.Name = "txtPlace", .Left = 2400, .Top = 360, .Width = 4875, .Height = 285, .Visible = false}};
+    TextBox txtEvent{
+        &framInfo, {.Name = "txtEvent", .Left = 840, .Top = 720, .Width = 6435, .Height = 285, .Visible = false}};
+    TextBox txtPeople{
+        &framInfo, {.Name = "txtPeople", .Left = 960, .Top = 1080, .Width = 6315, .Height = 285, .Visible = false}};
+    TextBox txtPhotographer{&framInfo,
+        {.Name = "txtPhotographer", .Left = 1680, .Top = 1440, .Width = 2235, .Height = 285, .Visible = false}};
+    TextBox txtkeywords{
+        &framInfo, {.Name = "txtkeywords", .Left = 900, .Top = 1800, .Width = 6375, .Height = 285, .Visible = false}};
+    TextBox txtTitle{
+        this, {.Name = "txtTitle", .Left = 3360, .Top = 7680, .Width = 7455, .Height = 285, .Visible = false}};
+
+    // The status bar and its panels.
+    PictureBox Picture3{this, {.Name = "Picture3", .Left = 0, .Top = 8265, .Width = 12000, .Height = 315}};
+    ControlArray<PictureBox> Picture4{&Picture3, "Picture4",
+        {{3, {.Left = -30, .Top = -30, .Width = 6045, .Height = 315}},
+            {2, {.Left = 6060, .Top = -30, .Width = 1155, .Height = 315}},
+            {1, {.Left = 7260, .Top = -30, .Width = 1335, .Height = 315}},
+            {4, {.Left = 8640, .Top = -30, .Width = 1515, .Height = 315}},
+            {0, {.Left = 10200, .Top = -30, .Width = 1755, .Height = 315}}}};
+    Label lbStatusInfo{&Picture4(3), {.Name = "lbStatusInfo", .Left = 90, .Top = 60, .Width = 750, .Height = 225}};
+    Label lbZoom{&Picture4(2),
+        {.Name = "lbZoom",
+            .Left = 90,
+            .Top = 60,
+            .Width = 1020,
+            .Height = 225,
+            .ToolTipText = "Current zoom level (e.g., 1/2 = viewing at one half size)"}};
+    Label lbStatusSelected{
+        &Picture4(1), {.Name = "lbStatusSelected", .Left = 90, .Top = 60, .Width = 1200, .Height = 225}};
+    Label lbStatusPage{&Picture4(4), {.Name = "lbStatusPage", .Left = 90, .Top = 60, .Width = 1380, .Height = 225}};
+    Label lbStatusCount{&Picture4(0), {.Name = "lbStatusCount", .Left = 90, .Top = 60, .Width = 1620, .Height = 225}};
+    ControlArray<Button> cmdVideo{&Picture4(3), "cmdVideo",
+        {{0, {.Left = 60, .Top = 45, .Width = 825, .Height = 255, .Caption = "Play &Video", .Enabled = false}},
+            {1, {.Left = 900, .Top = 45, .Width = 285, .Height = 255, .Enabled = false}},
+            {2, {.Left = 1200, .Top = 45, .Width = 285, .Height = 255, .Enabled = false}}}};
+    HScroll hscVideo{
+        &Picture4(3), {.Name = "hscVideo", .Left = 1500, .Top = 45, .Width = 1575, .Height = 255, .Enabled = false}};
+    Label lbVideo{
+        &Picture4(3), {.Name = "lbVideo", .Left = 3150, .Top = 60, .Width = 1350, .Height = 225, .Caption = "Length"}};
+    ControlArray<Button> cmdPlayAudioClip{&Picture4(3), "cmdPlayAudioClip",
+        {{0, {.Left = 4620, .Top = 45, .Width = 1035, .Height = 255, .Caption = "Play &Audio", .Enabled = false}},
+            {1, {.Left = 5670, .Top = 45, .Width = 315, .Height = 255, .Enabled = false}}}};
+
+    Timer tmrInfoBox{this, {.Name = "tmrInfoBox", .Interval = 4000}};
+    Timer tmrVideo{this, {.Name = "tmrVideo", .Interval = 250}};
+    Timer tmrSlideShow{this, {.Name = "tmrSlideShow"}};
+
+    // ---- the menus ----
+
+    Menu mnuFile{this, {.Name = "mnuFile", .Caption = "&File"}};
+    Menu mnuFileCreate{&mnuFile, {.Name = "mnuFileCreate", .Caption = "&Create Group"}};
+    Menu mnuFileRemove{&mnuFile, {.Name = "mnuFileRemove", .Caption = "&Remove Group"}};
+    Menu mnuFileDash1{&mnuFile, {.Name = "mnuFileDash1", .Caption = "-"}};
+    Menu mnuFileRenameGroup{&mnuFile, {.Name = "mnuFileRenameGroup", .Caption = "Re&name Group"}};
+    Menu mnuFileDash2{&mnuFile, {.Name = "mnuFileDash2", .Caption = "-"}};
+    Menu mnuFileMidi{
+        &mnuFile, {.Name = "mnuFileMidi", .Caption = "&Add MIDI Backgroup Music to Group ...", .Enabled = false}};
+    Menu mnuFileDash3{&mnuFile, {.Name = "mnuFileDash3", .Caption = "-"}};
+    Menu mnuFileImport{&mnuFile, {.Name = "mnuFileImport", .Caption = "&Import / Auto-Scan ...", .Enabled = false}};
+    Menu mnuFileExport{&mnuFile, {.Name = "mnuFileExport", .Caption = "&Export ...", .Enabled = false}};
+    Menu mnuFileDash4{&mnuFile, {.Name = "mnuFileDash4", .Caption = "-"}};
+    Menu mnuFileExit{&mnuFile, {.Name = "mnuFileExit", .Caption = "E&xit"}};
+
+    Menu mnuEdit{this, {.Name = "mnuEdit", .Caption = "&Edit"}};
+    Menu mnuEditInfo{&mnuEdit, {.Name = "mnuEditInfo", .Caption = "Photo &Information"}};
+    Menu mnuEditDash1{&mnuEdit, {.Name = "mnuEditDash1", .Caption = "-"}};
+    Menu mnuEditAdd{&mnuEdit, {.Name = "mnuEditAdd", .Caption = "&Copy to Group ..."}};
+    Menu mnuEditMove{&mnuEdit, {.Name = "mnuEditMove", .Caption = "&Move to Group ..."}};
+    Menu mnuEditDash2{&mnuEdit, {.Name = "mnuEditDash2", .Caption = "-"}};
+    Menu mnuEditRemoveFromGroup{
+        &mnuEdit, {.Name = "mnuEditRemoveFromGroup", .Caption = "Remove Selected Photo(s) from &Group"}};
+    Menu mnuEditRemoveFromAlbum{
+        &mnuEdit, {.Name = "mnuEditRemoveFromAlbum", .Caption = "Remove Selected Photo(s) from &Program"}};
+    Menu mnuEditDash3{&mnuEdit, {.Name = "mnuEditDash3", .Caption = "-"}};
+    Menu mnuEditSearchAppend{
+        &mnuEdit, {.Name = "mnuEditSearchAppend", .Caption = "&Find/Search && Append ...", .Enabled = false}};
+    Menu mnuEditDash4{&mnuEdit, {.Name = "mnuEditDash4", .Caption = "-"}};
+    Menu mnuEditSort{&mnuEdit, {.Name = "mnuEditSort", .Caption = "&Sort", .Enabled = false}};
+    Menu mnuEditDash5{&mnuEdit, {.Name = "mnuEditDash5", .Caption = "-"}};
+    Menu mnuEditWaveLink{
+        &mnuEdit, {.Name = "mnuEditWaveLink", .Caption = "&Add Audio Clip to Photo(s)", .Enabled = false}};
+
+    Menu mnuView{this, {.Name = "mnuView", .Caption = "&View"}};
+    Menu mnuViewNext{&mnuView, {.Name = "mnuViewNext", .Caption = "&Next Photo"}};
+    Menu mnuViewPrevious{&mnuView, {.Name = "mnuViewPrevious", .Caption = "&Previous Photo"}};
+    Menu mnuViewDash1{&mnuView, {.Name = "mnuViewDash1", .Caption = "-"}};
+    Menu mnuViewReduce{&mnuView, {.Name = "mnuViewReduce", .Caption = "&Reduce - Zoom Out"}};
+    Menu mnuViewEnlarge{&mnuView, {.Name = "mnuViewEnlarge", .Caption = "&Enlarge - ZoomIn"}};
+    Menu mnuViewDash2{&mnuView, {.Name = "mnuViewDash2", .Caption = "-"}};
+    Menu mnuViewSlideshow{&mnuView, {.Name = "mnuViewSlideshow", .Caption = "&Slide Show", .Enabled = false}};
+    Menu mnuViewFullscreen{&mnuView, {.Name = "mnuViewFullscreen", .Caption = "&Full Screen"}};
+
+    Menu mnuSet{this, {.Name = "mnuSet", .Caption = "&Settings"}};
+    Menu mnuSetInfo{&mnuSet, {.Name = "mnuSetInfo", .Caption = "&Information Box"}};
+    Menu mnuSetInfoUp{&mnuSetInfo, {.Name = "mnuSetInfoUp", .Caption = "Always &Up"}};
+    Menu mnuSetInfoNormal{&mnuSetInfo, {.Name = "mnuSetInfoNormal", .Caption = "&Pop Up/Down", .Checked = true}};
+    Menu mnuSetInfoDown{&mnuSetInfo, {.Name = "mnuSetInfoDown", .Caption = "Always &Down"}};
+
+    Menu mnuHelp{this, {.Name = "mnuHelp", .Caption = "&Help"}};
+    Menu mnuHelpContents{&mnuHelp, {.Name = "mnuHelpContents", .Caption = "&Contents", .Enabled = false}};
+    Menu mnuHelpDash1{&mnuHelp, {.Name = "mnuHelpDash1", .Caption = "-"}};
+    Menu mnuHelpAbout{&mnuHelp, {.Name = "mnuHelpAbout", .Caption = "&About Trovarium", .Enabled = false}};
+
+    Menu mnuGroup{this, {.Name = "mnuGroup", .Caption = "GroupMenu", .Visible = false}};
+    Menu mnuGroupSort{&mnuGroup, {.Name = "mnuGroupSort", .Caption = "Sort Group by Field", .Enabled = false}};
+    Menu mnuGroupSortYear{&mnuGroupSort, {.Name = "mnuGroupSortYear", .Caption = "Year"}};
+    Menu mnuGroupSortPlace{&mnuGroupSort, {.Name = "mnuGroupSortPlace", .Caption = "Place"}};
+    Menu mnuGroupSortEvent{&mnuGroupSort, {.Name = "mnuGroupSortEvent", .Caption = "Event"}};
+    Menu mnuGroupSortPeople{&mnuGroupSort, {.Name = "mnuGroupSortPeople", .Caption = "People"}};
+    Menu mnuGroupSortPhotographer{&mnuGroupSort, {.Name = "mnuGroupSortPhotographer", .Caption = "Photographer"}};
+    Menu mnuGroupSortFilename{&mnuGroupSort, {.Name = "mnuGroupSortFilename", .Caption = "Filename"}};
+    Menu mnuGroupNewGroup{&mnuGroup, {.Name = "mnuGroupNewGroup", .Caption = "&Create Group"}};
+    Menu mnuGroupRemove{&mnuGroup, {.Name = "mnuGroupRemove", .Caption = "&Remove Group"}};
+    Menu mnuGroupDash1{&mnuGroup, {.Name = "mnuGroupDash1", .Caption = "-"}};
+    Menu mnuGroupRenameGroup{&mnuGroup, {.Name = "mnuGroupRenameGroup", .Caption = "Re&name Group"}};
+    Menu mnuGroup1A{&mnuGroup, {.Name = "mnuGroup1A", .Caption = "-"}};
+    Menu mnuGroupMidi{
+        &mnuGroup, {.Name = "mnuGroupMidi", .Caption = "&Add MIDI Backgroup Music to Group ...", .Enabled = false}};
+    Menu mnuGroup1B{&mnuGroup, {.Name = "mnuGroup1B", .Caption = "-"}};
+    Menu mnuGroupImport{
+        &mnuGroup, {.Name = "mnuGroupImport", .Caption = "&Import / Auto-Scan Photos ...", .Enabled = false}};
+    Menu mnuGroupExport{&mnuGroup, {.Name = "mnuGroupExport", .Caption = "&Export Photos ...", .Enabled = false}};
+    Menu mnuGroupDash2{&mnuGroup, {.Name = "mnuGroupDash2", .Caption = "-"}};
+    Menu mnuGroupSearchAppend{
+        &mnuGroup, {.Name = "mnuGroupSearchAppend", .Caption = "&Find/Search && Append ...", .Enabled = false}};
+
+    Menu mnuThumb{this, {.Name = "mnuThumb", .Caption = "ThumbnailMenu", .Visible = false}};
+    Menu mnuThumbAdd{&mnuThumb, {.Name = "mnuThumbAdd", .Caption = "Copy to Group ..."}};
+    Menu mnuThumbMove{&mnuThumb, {.Name = "mnuThumbMove", .Caption = "Move to Group ..."}};
+    Menu mnuThumbDash1{&mnuThumb, {.Name = "mnuThumbDash1", .Caption = "-"}};
+    Menu mnuThumbMoveNewGroup{&mnuThumb, {.Name = "mnuThumbMoveNewGroup", .Caption = "Create &New Group"}};
+    Menu mnuThumbDash2{&mnuThumb, {.Name = "mnuThumbDash2", .Caption = "-"}};
+    Menu mnuThumbRemove{&mnuThumb, {.Name = "mnuThumbRemove", .Caption = "Remove from Group"}};
+
+private:
+    Album& m_album;
+    Dialogs m_dialogs;
+    std::unique_ptr<GroupListPane> m_groupList;
+    std::unique_ptr<ThumbnailPages> m_pages;
+    std::unique_ptr<Selection> m_selection;
+    std::unique_ptr<ThumbnailDrag> m_thumbnailDrag;
+    std::unique_ptr<GroupCommands> m_groupCommands;
+    std::unique_ptr<Removal> m_removal;
+    std::unique_ptr<MainMenus> m_menus;
+    std::unique_ptr<PhotoDisplay> m_photoDisplay;
+    std::unique_ptr<ZoomAndPan> m_zoomAndPan;
+    std::unique_ptr<InfoBox> m_infoBox;
+    std::unique_ptr<SlideShow> m_slideShow;
+    std::unique_ptr<VideoControls> m_video;
+    std::unique_ptr<AudioControls> m_audio;
+};
+
+} // namespace trovarium
