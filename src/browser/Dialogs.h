@@ -10,6 +10,7 @@ struct Dialogs {
     std::function<void()> showFirstTime;      // modal
     std::function<void(int mode)> showGroups; // modal: 1 copy, 2 move
     std::function<void()> showFullScreen;     // not modal
+    std::function<void()> showSlideShow;      // modal
     std::function<void()> showSearch;         // modal
     std::function<void()> unloadAllForms;     // all but the main window
 };
