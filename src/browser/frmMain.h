@@ -23,6 +23,7 @@ namespace trovarium {
 
 struct Album;
 class AudioControls;
+class FullScreen;
 class GroupCommands;
 class GroupListPane;
 class InfoBox;
@@ -52,6 +53,7 @@ public:
     MainMenus& menus() { return *m_menus; }
     PhotoDisplay& photoDisplay() { return *m_photoDisplay; }
     ZoomAndPan& zoomAndPan() { return *m_zoomAndPan; }
+    FullScreen& fullScreen() { return *m_fullScreen; }
     InfoBox& infoBox() { return *m_infoBox; }
     SlideShow& slideShow() { return *m_slideShow; }
     VideoControls& video() { return *m_video; }
@@ -344,6 +346,7 @@ private:
     std::unique_ptr<MainMenus> m_menus;
     std::unique_ptr<PhotoDisplay> m_photoDisplay;
     std::unique_ptr<ZoomAndPan> m_zoomAndPan;
+    std::unique_ptr<FullScreen> m_fullScreen;
     std::unique_ptr<InfoBox> m_infoBox;
     std::unique_ptr<SlideShow> m_slideShow;
     std::unique_ptr<VideoControls> m_video;

@@ -1,0 +1,29 @@
+#include "viewer/AudioControls.h"
+
+#include "browser/frmMain.h"
+#include "store/Album.h"
+
+namespace trovarium {
+
+AudioControls::AudioControls(frmMain& form, Album& album)
+    : m_form(form)
+    , m_album(album)
+{
+    on(form.cmdPlayAudioClip, &Button::Click, this, &AudioControls::cmdPlayAudioClip_Click);
+}
+
+void AudioControls::PlayWav(std::string_view /*path*/) { }
+
+void AudioControls::StopWav() { }
+
+void AudioControls::StopMidi() { }
+
+void AudioControls::cmdPlayAudioClip_Click(int Index)
+{
+    if (Index == 0)
+        PlayWav(m_album.paths.AudioPath + m_album.group.GroupList(m_album.view.CurrentIndex) + ".wav");
+    else if (Index == 1)
+        StopWav();
+}
+
+} // namespace trovarium

@@ -1,0 +1,297 @@
+#include "viewer/PhotoDisplay.h"
+
+#include "browser/Selection.h"
+#include "browser/ThumbnailPages.h"
+#include "browser/frmMain.h"
+#include "platform/files/FileService.h"
+#include "platform/pictures/PictureService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+#include "store/Album.h"
+#include "store/InfoFile.h"
+#include "store/Log.h"
+#include "viewer/AudioControls.h"
+#include "viewer/InfoBox.h"
+#include "viewer/SlideShow.h"
+#include "viewer/VideoControls.h"
+
+#include <vector>
+
+namespace trovarium {
+
+namespace {
+
+constexpr std::int16_t SmallestReduction = 20; // 1/20
+
+// In pixels of the frame.
+constexpr float VideoLeft = 20;
+constexpr float VideoWidth = 497;
+constexpr float VideoHeight = 373;
+constexpr float ParkedBeyondFrame = 20;
+
+// ".MOV" is compared with five characters and so never matches: such a file is taken for a picture here.
+bool playsAsVideo(std::string_view path)
+{
+    const std::string tail = upper(right(path, 5));
+    const std::string_view extension = right(tail, 4);
+    return extension == ".AVI" || extension == ".MPG" || tail == ".MOV";
+}
+
+} // namespace
+
+std::int16_t reductionThatFits(float width, float height, float frameWidth, float frameHeight)
+{
+    for (std::int16_t i = 1; i <= SmallestReduction; ++i) {
+        const auto divisor = static_cast<float>(i);
+        const float reducedWidth = width / divisor;
+        const float reducedHeight = height / divisor;
+        if (reducedWidth < frameWidth && reducedHeight < frameHeight)
+            return i;
+    }
+    return 0;
+}
+
+PhotoDisplay::PhotoDisplay(frmMain& form, Album& album)
+    : m_form(form)
+    , m_album(album)
+{
+    on(form.pctNext.Click, this, &PhotoDisplay::pctNext_Click);
+    on(form.pctPrev.Click, this, &PhotoDisplay::pctPrev_Click);
+    on(form.mnuViewNext.Click, this, &PhotoDisplay::mnuViewNext_Click);
+    on(form.mnuViewPrevious.Click, this, &PhotoDisplay::mnuViewPrevious_Click);
+}
+
+void PhotoDisplay::SetImageIndex(std::int32_t Index)
+{
+    m_album.view.PreviousIndex = m_album.view.CurrentIndex;
+    m_album.view.CurrentIndex = Index;
+}
+
+void PhotoDisplay::DisplayPhoto(std::int32_t Index, bool Show, bool& Result)
+try {
+    Result = false;
+    bool videoOnShow = false;
+    if (Index <= m_album.group.GroupList.upperBound())
+        load(Index, videoOnShow);
+    m_form.desktop().DoEvents();
+    if (Show) {
+        show(videoOnShow, Result);
+        expectNeighbours(Index);
+        return;
+    }
+    if (videoOnShow) {
+        m_form.picVideoWindow.Visible = false;
+        m_form.picVideoWindow.Left = m_form.pctWindow.ScaleWidth() + ParkedBeyondFrame;
+        m_form.video().VideoCommand("stop");
+    } else {
+        m_form.imgbox.Visible = false;
+    }
+    m_form.pages().ShowThumbnailBoxes(true);
+    Result = true;
+} catch (const Failure& failure) {
+    if (failure.kind() == FailureKind::InvalidPicture)
+        m_form.desktop().prompts().messageBox("Invalid image file. Unable to open", Buttons::Ok, "Error");
+    m_form.desktop().Screen().MousePointer = DefaultPointer;
+}
+
+void PhotoDisplay::load(std::int32_t Index, bool& videoOnShow)
+{
+    m_form.desktop().Screen().MousePointer = HourglassPointer;
+    const std::string infoFileName = m_album.group.GroupList(Index) + ".info";
+    const std::string path = GetPhotoLink(m_album, infoFileName);
+    // Read once more for the path that others use.
+    m_album.view.CurrentPhotoFile = GetPhotoLink(m_album, infoFileName);
+    // The index moves before anything has been loaded.
+    SetImageIndex(Index);
+    if (playsAsVideo(path)) {
+        loadVideo(path);
+        videoOnShow = true;
+    } else {
+        loadPicture(path);
+        videoOnShow = false;
+    }
+    bool read = false;
+    m_form.infoBox().LoadImageInfo(Index, read);
+    if (read)
+        m_form.infoBox().LoadInfoBox();
+    m_form.desktop().Screen().MousePointer = DefaultPointer;
+}
+
+void PhotoDisplay::loadVideo(const std::string& path)
+{
+    m_album.view.IsVideo = true;
+    PictureBox& window = m_form.picVideoWindow;
+    window.Left = VideoLeft;
+    window.Top = (m_form.pctWindow.ScaleHeight() - VideoHeight) * 0.5F;
+    window.Width = VideoWidth;
+    window.Height = VideoHeight;
+    m_form.video().OpenVideo(path, window);
+    m_form.video().VideoCommand("play");
+}
+
+void PhotoDisplay::loadPicture(const std::string& path)
+{
+    m_album.view.IsVideo = false;
+    PictureBox& holder = m_form.pctBox(0);
+    holder.Picture = m_form.desktop().pictures().load(path);
+    const float width = holder.Width();
+    const float height = holder.Height();
+    holder.Left = (m_form.pctWindow.ScaleWidth() - width) * 0.5F;
+    holder.Top = (m_form.pctWindow.ScaleHeight() - height) * 0.5F;
+    m_album.info.ImageWidth = toInt16(width);
+    m_album.info.ImageHeight = toInt16(height);
+    m_album.view.ZoomLevel = 1;
+    fitPicture(width, height);
+}
+
+// A picture more than twenty times the frame's size doesn't reach the frame: the old one stays.
+void PhotoDisplay::fitPicture(float width, float height)
+{
+    const float frameWidth = m_form.pctWindow.ScaleWidth();
+    const float frameHeight = m_form.pctWindow.ScaleHeight();
+    Image& imgbox = m_form.imgbox;
+    const std::int16_t reduction = reductionThatFits(width, height, frameWidth, frameHeight);
+    if (reduction != 0) {
+        m_form.lbZoom.Caption = "Zoom  1/" + formatWhole(reduction);
+        m_album.view.ZoomLevel = static_cast<std::int16_t>(-reduction);
+        imgbox.Visible = false;
+        imgbox.Width = width / static_cast<float>(reduction);
+        imgbox.Height = height / static_cast<float>(reduction);
+        imgbox.Left = (frameWidth - imgbox.Width()) * 0.5F;
+        imgbox.Top = (frameHeight - imgbox.Height()) * 0.5F;
+        imgbox.Picture = m_form.pctBox(0).Picture();
+        m_form.desktop().DoEvents();
+    }
+}
+
+void PhotoDisplay::show(bool videoOnShow, bool& Result)
+{
+    if (!m_form.optInfoPosition(2).Value())
+        m_form.infoBox().ShowInfoBox(Up::No, Edit::No);
+    m_form.pages().ShowThumbnailBoxes(false);
+    if (videoOnShow) {
+        m_form.picVideoWindow.Visible = true;
+        m_form.video().VideoCommand("play");
+    } else {
+        m_form.imgbox.Visible = true;
+        m_form.picVideoWindow.Visible = false;
+        m_form.picVideoWindow.Left = m_form.pctWindow.ScaleWidth() + ParkedBeyondFrame;
+        m_form.video().VideoCommand("stop");
+    }
+    m_form.VScroll1.Enabled = false;
+    Result = true;
+}
+
+void PhotoDisplay::NextPhoto(bool& Result)
+try {
+    Result = false;
+    ViewState& view = m_album.view;
+    if (m_form.slideShow().ShowSelectedOnly) {
+        // The index is moved before the test, and the step below adds one more.
+        const std::int16_t last = toInt16(m_album.group.GroupList.upperBound() - 1);
+        for (int i = toInt16(view.CurrentIndex); i <= last; ++i) {
+            SetImageIndex(i + 1);
+            if (m_album.group.GroupSelect(i + 1) == 1)
+                break;
+        }
+    }
+    if (view.ViewMode == ViewThumbnails) {
+        openFromThumbnails();
+        // From the page of thumbnails the current photograph comes up, not its successor.
+        SetImageIndex(view.CurrentIndex - 1);
+        view.ViewMode = ViewPhoto;
+    }
+    m_form.desktop().DoEvents();
+    if (view.CurrentIndex < m_album.group.GroupList.upperBound()) {
+        bool shown = false;
+        DisplayPhoto(view.CurrentIndex + 1, true, shown);
+        Result = shown;
+    }
+    m_form.pages().SetCountLabel(view.CurrentIndex);
+    playClipOfSlide();
+} catch (const Failure& failure) {
+    logFailure(m_album, "NextPhoto", failure);
+}
+
+void PhotoDisplay::PrevPhoto(bool& Result)
+try {
+    Result = false;
+    ViewState& view = m_album.view;
+    if (view.ViewMode == ViewThumbnails) {
+        openFromThumbnails();
+        view.ViewMode = ViewPhoto;
+    }
+    m_form.desktop().DoEvents();
+    if (view.CurrentIndex >= 2) {
+        bool shown = false;
+        DisplayPhoto(view.CurrentIndex - 1, true, shown);
+        Result = shown;
+    }
+    m_form.pages().SetCountLabel(view.CurrentIndex);
+    playClipOfSlide();
+} catch (const Failure& failure) {
+    logFailure(m_album, "PrevPhoto", failure);
+}
+
+void PhotoDisplay::openFromThumbnails()
+{
+    m_form.selection().imgThumbnail_DblClick(m_album.view.CurrentIndex - 1 - (m_form.pages().CurrentPage - 1) * 16);
+}
+
+void PhotoDisplay::playClipOfSlide()
+{
+    if (m_album.view.SlideShowRunning && m_album.view.SlideAudioClips) {
+        m_form.audio().StopWav();
+        m_form.audio().PlayWav(m_album.paths.AudioPath + m_album.group.GroupList(m_album.view.CurrentIndex) + ".wav");
+    }
+}
+
+// Has the photographs on either side decoded ahead. Whatever stands in the way of that says nothing here: the
+// step to such a photograph tells.
+void PhotoDisplay::expectNeighbours(std::int32_t Index)
+{
+    std::vector<std::string> paths;
+    for (const std::int32_t neighbour : {Index + 1, Index - 1}) {
+        if (neighbour < 1 || neighbour > m_album.group.GroupList.upperBound())
+            continue;
+        const std::string infoFileName = m_album.group.GroupList(neighbour) + ".info";
+        if (!m_album.files.exists(m_album.paths.InfoPath + infoFileName))
+            continue;
+        std::string path = GetPhotoLink(m_album, infoFileName);
+        if (!playsAsVideo(path))
+            paths.push_back(std::move(path));
+    }
+    m_form.desktop().pictures().expect(std::move(paths));
+}
+
+void PhotoDisplay::pctNext_Click()
+{
+    m_form.pctNext.Picture = m_form.pctBrightSmall.Picture();
+    m_form.slideShow().StopSlideShow();
+    bool shown = false;
+    NextPhoto(shown);
+    m_form.pctNext.Picture = m_form.pctDarkSmall.Picture();
+}
+
+void PhotoDisplay::pctPrev_Click()
+{
+    m_form.pctPrev.Picture = m_form.pctBrightSmall.Picture();
+    m_form.slideShow().StopSlideShow();
+    bool shown = false;
+    PrevPhoto(shown);
+    m_form.pctPrev.Picture = m_form.pctDarkSmall.Picture();
+}
+
+void PhotoDisplay::mnuViewNext_Click()
+{
+    pctNext_Click();
+}
+
+void PhotoDisplay::mnuViewPrevious_Click()
+{
+    pctPrev_Click();
+}
+
+} // namespace trovarium

@@ -1,0 +1,121 @@
+#include "viewer/ZoomAndPan.h"
+
+#include "browser/ThumbnailPages.h"
+#include "browser/frmMain.h"
+#include "platform/toolkit/Desktop.h"
+#include "runtime/Numbers.h"
+#include "store/Album.h"
+#include "store/Log.h"
+#include "viewer/PhotoDisplay.h"
+
+#include <cstdlib>
+
+namespace trovarium {
+
+ZoomAndPan::ZoomAndPan(frmMain& form, Album& album)
+    : m_form(form)
+    , m_album(album)
+{
+    on(form.cmdZoomIn.Click, this, &ZoomAndPan::cmdZoomIn_Click);
+    on(form.cmdZoomOut.Click, this, &ZoomAndPan::cmdZoomOut_Click);
+    on(form.mnuViewEnlarge.Click, this, &ZoomAndPan::mnuViewEnlarge_Click);
+    on(form.mnuViewReduce.Click, this, &ZoomAndPan::mnuViewReduce_Click);
+    on(form.imgbox.MouseDown, this, &ZoomAndPan::imgbox_MouseDown);
+    on(form.imgbox.MouseMove, this, &ZoomAndPan::imgbox_MouseMove);
+    on(form.imgbox.MouseUp, this, &ZoomAndPan::imgbox_MouseUp);
+}
+
+void ZoomAndPan::cmdZoomIn_Click()
+try {
+    step(m_form.cmdZoomIn, +1);
+} catch (const Failure& failure) {
+    logFailure(m_album, "cmdZoomIn_Click", failure);
+}
+
+void ZoomAndPan::cmdZoomOut_Click()
+try {
+    step(m_form.cmdZoomOut, -1);
+} catch (const Failure& failure) {
+    logFailure(m_album, "cmdZoomOut_Click", failure);
+}
+
+// The first press from the thumbnails only opens the photograph; a clip is not zoomed.
+void ZoomAndPan::step(PictureButton& button, int direction)
+{
+    ViewState& view = m_album.view;
+    button.Picture = m_form.pctBrightSmall.Picture();
+    if (view.ViewMode == ViewThumbnails) {
+        m_form.photoDisplay().openFromThumbnails();
+        view.ViewMode = ViewPhoto;
+    } else if (!view.IsVideo) {
+        view.ZoomLevel = toInt16(view.ZoomLevel + direction);
+        // 1/1 is +1 on the way down and -1 on the way up: the step behind it depends on the direction.
+        if (view.ZoomLevel == 0)
+            view.ZoomLevel = static_cast<std::int16_t>(2 * direction);
+        showAtZoomLevel();
+    }
+    button.Picture = m_form.pctDarkSmall.Picture();
+}
+
+void ZoomAndPan::showAtZoomLevel()
+{
+    const std::int16_t level = m_album.view.ZoomLevel;
+    const auto factor = static_cast<float>(std::abs(level));
+    Image& imgbox = m_form.imgbox;
+    const PictureBox& holder = m_form.pctBox(0);
+    imgbox.Visible = false;
+    if (level >= 0) {
+        m_form.lbZoom.Caption = "Zoom  " + formatWhole(factor) + "/1";
+        imgbox.Width = holder.Width() * factor;
+        imgbox.Height = holder.Height() * factor;
+    } else {
+        m_form.lbZoom.Caption = "Zoom  1/" + formatWhole(factor);
+        imgbox.Width = holder.Width() / factor;
+        imgbox.Height = holder.Height() / factor;
+    }
+    imgbox.Left = (m_form.pctWindow.ScaleWidth() - imgbox.Width()) * 0.5F;
+    imgbox.Top = (m_form.pctWindow.ScaleHeight() - imgbox.Height()) * 0.5F;
+    m_form.pages().ShowThumbnailBoxes(false);
+    imgbox.Visible = true;
+}
+
+void ZoomAndPan::mnuViewEnlarge_Click()
+{
+    cmdZoomIn_Click();
+}
+
+void ZoomAndPan::mnuViewReduce_Click()
+{
+    cmdZoomOut_Click();
+}
+
+void ZoomAndPan::imgbox_MouseDown(int /*Button*/, int /*Shift*/, float X, float Y)
+try {
+    ImageDragging = true;
+    DragStartX = X;
+    DragStartY = Y;
+    m_form.imgbox.MousePointer = FourWayPointer;
+} catch (const Failure& failure) {
+    logFailure(m_album, "imgBox_MouseDown", failure);
+}
+
+void ZoomAndPan::imgbox_MouseMove(int /*Button*/, int /*Shift*/, float X, float Y)
+try {
+    if (!ImageDragging)
+        return;
+    // The start point is not moved on: as the picture follows the mouse, X and Y come back to it.
+    m_form.imgbox.Top = m_form.imgbox.Top() + (Y - DragStartY) / TwipsPerPixel;
+    m_form.imgbox.Left = m_form.imgbox.Left() + (X - DragStartX) / TwipsPerPixel;
+} catch (const Failure& failure) {
+    logFailure(m_album, "imgBox_MouseMove", failure);
+}
+
+void ZoomAndPan::imgbox_MouseUp(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
+try {
+    ImageDragging = false;
+    m_form.imgbox.MousePointer = DefaultPointer;
+} catch (const Failure& failure) {
+    logFailure(m_album, "imgBox_MouseUp", failure);
+}
+
+} // namespace trovarium

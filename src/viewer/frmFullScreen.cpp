@@ -1,0 +1,173 @@
+#include "viewer/frmFullScreen.h"
+
+#include "browser/frmMain.h"
+#include "platform/toolkit/Desktop.h"
+#include "runtime/Numbers.h"
+#include "store/Album.h"
+#include "store/Log.h"
+#include "viewer/AudioControls.h"
+#include "viewer/PhotoDisplay.h"
+#include "viewer/SlideShow.h"
+#include "viewer/VideoControls.h"
+
+namespace trovarium {
+
+namespace {
+
+// In twips.
+constexpr float ParkedBeyondScreen = 20;
+constexpr float VideoMargin = 100;
+
+enum Key {
+    EnterKey = 13,
+    EscapeKey = 27,
+    SpaceKey = 32,
+    LeftKey = 37,
+    UpKey = 38,
+    RightKey = 39,
+    DownKey = 40,
+    AKey = 65
+};
+
+} // namespace
+
+frmFullScreen::frmFullScreen(Desktop& desktop, Album& album, frmMain& main)
+    : Form(desktop,
+        {.Name = "frmFullScreen",
+            .Caption = "Trovarium",
+            .Width = desktop.Screen().Width(),
+            .Height = desktop.Screen().Height(),
+            .Border = BorderKind::None,
+            .CloseBox = false,
+            .KeyPreview = true})
+    , m_album(album)
+    , m_main(main)
+{
+    BackColor = Black;
+    imgFullScreen.Stretch = true;
+    picVideoWindowFS.BackColor = Black;
+    on(Load, this, &frmFullScreen::Form_Load);
+    on(KeyDown, this, &frmFullScreen::Form_KeyDown);
+    on(Click, this, &frmFullScreen::Form_Click);
+    on(imgFullScreen.Click, this, &frmFullScreen::imgFullScreen_Click);
+    on(picVideoWindowFS.KeyDown, this, &frmFullScreen::picVideoWindowFS_KeyDown);
+    on(picVideoWindowFS.Click, this, &frmFullScreen::picVideoWindowFS_Click);
+}
+
+void frmFullScreen::Form_Load()
+try {
+    bool unused = false;
+    ShowPhoto(unused);
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Load", failure);
+}
+
+void frmFullScreen::ShowPhoto(bool& /*Result*/)
+try {
+    const float screenWidth = desktop().Screen().Width();
+    const float screenHeight = desktop().Screen().Height();
+    imgFullScreen.Visible = false;
+    picVideoWindowFS.Left = screenWidth + ParkedBeyondScreen;
+    if (m_album.view.IsVideo) {
+        picVideoWindowFS.Left = VideoMargin;
+        picVideoWindowFS.Top = VideoMargin;
+        picVideoWindowFS.Width = screenWidth - 2 * VideoMargin;
+        picVideoWindowFS.Height = screenHeight - 2 * VideoMargin;
+        m_main.video().OpenVideo(m_album.view.CurrentPhotoFile, picVideoWindowFS);
+        m_main.video().VideoCommand("play");
+        picVideoWindowFS.Visible = true;
+        return;
+    }
+    const PictureBox& holder = m_main.pctBox(0);
+    const float pictureRatio = divideSingle(holder.Width(), holder.Height());
+    const float screenRatio = divideSingle(screenWidth, screenHeight);
+    if (pictureRatio < screenRatio) {
+        imgFullScreen.Height = screenHeight;
+        imgFullScreen.Width = imgFullScreen.Height() * pictureRatio;
+    } else {
+        imgFullScreen.Width = screenWidth;
+        imgFullScreen.Height = divideSingle(imgFullScreen.Width(), pictureRatio);
+    }
+    imgFullScreen.Left = (screenWidth - imgFullScreen.Width()) * 0.5F;
+    imgFullScreen.Top = (screenHeight - imgFullScreen.Height()) * 0.5F;
+    imgFullScreen.Picture = holder.Picture();
+    desktop().DoEvents();
+    imgFullScreen.Visible = true;
+} catch (const Failure& failure) {
+    logFailure(m_album, "ShowPhoto", failure);
+}
+
+// The slide timer is off around the request and comes back as it was: Escape during a show ends sound and
+// music, and the pictures go on stepping.
+void frmFullScreen::Form_KeyDown(int KeyCode, int Shift)
+try {
+    m_main.video().VideoCommand("stop");
+    const bool running = m_main.tmrSlideShow.Enabled();
+    m_main.tmrSlideShow.Enabled = false;
+    bool unused = false;
+    PhotoRequest(KeyCode, Shift, unused);
+    m_main.tmrSlideShow.Enabled = running;
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_KeyDown", failure);
+}
+
+void frmFullScreen::PhotoRequest(int KeyCode, int /*Shift*/, bool& Result)
+try {
+    bool unused = false;
+    switch (KeyCode) {
+    case EnterKey:
+    case SpaceKey:
+    case RightKey:
+    case DownKey:
+        m_main.photoDisplay().NextPhoto(Result);
+        ShowPhoto(unused);
+        break;
+    case LeftKey:
+    case UpKey:
+        m_main.photoDisplay().PrevPhoto(Result);
+        ShowPhoto(unused);
+        break;
+    case EscapeKey:
+        m_main.slideShow().StopSlideShow();
+        unload();
+        break;
+    case AKey:
+        m_main.audio().cmdPlayAudioClip_Click(0);
+        break;
+    default:
+        break;
+    }
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_KeyDown", failure);
+}
+
+void frmFullScreen::Form_Click()
+try {
+    m_album.view.ViewMode = ViewPhoto;
+    picVideoWindowFS.Left = Width() + ParkedBeyondScreen;
+    m_main.slideShow().StopSlideShow();
+    unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Click", failure);
+}
+
+// The view mode stays that of the full screen here.
+void frmFullScreen::imgFullScreen_Click()
+try {
+    m_main.slideShow().StopSlideShow();
+    unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "imgFullScreen_Click", failure);
+}
+
+void frmFullScreen::picVideoWindowFS_KeyDown(int KeyCode, int Shift)
+{
+    Form_KeyDown(KeyCode, Shift);
+}
+
+void frmFullScreen::picVideoWindowFS_Click()
+{
+    Form_Click();
+}
+
+} // namespace trovarium
