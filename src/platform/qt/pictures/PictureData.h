@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/pictures/Picture.h"
+
+#include <QImage>
+#include <QSize>
+
+#include <memory>
+
+class QSvgRenderer;
+
+namespace trovarium {
+
+// What a picture holds: the pixels of a photograph, upright, or a drawing that is rendered at the size
+// that it is painted in.
+struct PictureData {
+    QImage pixels;     // RGB32, or premultiplied ARGB32 where it has alpha; null for a drawing
+    QSize naturalSize; // in pixels; `pixels` may be smaller (decoded for a thumbnail) or larger (dense screen)
+    std::shared_ptr<QSvgRenderer> drawing;
+};
+
+// The picture in exactly its natural size.
+QImage renderedImage(const Picture& picture);
+
+// An image as a picture; its natural size is counted in device-independent pixels.
+Picture pictureFromImage(const QImage& image);
+
+} // namespace trovarium
