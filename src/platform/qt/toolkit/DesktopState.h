@@ -1,0 +1,133 @@
+#pragma once
+
+#include "platform/pictures/PictureService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
+#include "platform/toolkit/Screen.h"
+
+#include <QObject>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QApplication;
+class QEventLoop;
+class QWidget;
+
+namespace trovarium {
+
+class Component;
+class InputGate;
+class SurfaceView;
+class TimerView;
+
+// What stands behind Desktop. Everything here runs on the one thread of the program.
+struct DesktopState {
+    using Clock = std::chrono::steady_clock;
+
+    // The frames of our own on the stack: handlers, DoEvents, modal shows, prompts. Unloaded forms are
+    // destroyed when the last of them ends.
+    class Frame {
+    public:
+        explicit Frame(DesktopState& state);
+        ~Frame();
+        Frame(const Frame&) = delete;
+        Frame& operator=(const Frame&) = delete;
+
+    private:
+        DesktopState& m_state;
+    };
+
+    struct ModalShow {
+        Form* form;
+        QEventLoop* loop;
+    };
+
+    DesktopState(Desktop& owner, int& argc, char** argv, FileService& fileService, Pace chosenPace);
+    ~DesktopState();
+    DesktopState(const DesktopState&) = delete;
+    DesktopState& operator=(const DesktopState&) = delete;
+
+    // Notes the end of the program and makes every loop of the desktop return.
+    void noteEnd(const ProgramEnd& end);
+    void throwIfEnded() const;
+    bool ended() const { return endCode.has_value(); }
+
+    // May the user act on this form now?
+    bool isOpenToInput(const Form& form) const;
+
+    void formLoaded(Form& form);
+    void formShown(Form& form);
+    void formHidden(Form& form); // hidden or unloaded: ends its modal show
+    void formUnloaded(Form& form);
+    void queueActivate(Form& form);
+    void deliverActivates();
+
+    // Dirty parts of surfaces wait here until they may be painted.
+    void addDirty(SurfaceView& surface);
+    void forget(SurfaceView& surface);
+    void flushDirty(); // hands them to the desktop's own painting
+    void paintNow();   // paints all that is dirty before it returns
+    void endCapture(); // the pressed item gets no release any more
+    void updatePointers();
+
+    void doEvents();
+    void repaintOnly();
+    void wait(int milliseconds);
+
+    Desktop& desktop;
+    FileService& files;
+    const Pace pace;
+    std::unique_ptr<QApplication> application;
+    std::unique_ptr<QObject> turn; // what queued calls hang on
+    std::unique_ptr<InputGate> gate;
+    PictureService pictures;
+    trovarium::Screen screen;
+    std::unique_ptr<Prompts> realPrompts;
+    Prompts* prompts = nullptr;
+
+    std::vector<Form*> loaded;
+    std::vector<Form*> shown; // the last one shown or made active at the end
+    std::vector<ModalShow> modals;
+    std::vector<Form*> activates;
+    Form* activating = nullptr; // whose Activate handler runs
+    std::vector<std::unique_ptr<Form>> graveyard;
+    std::vector<TimerView*> timers; // that run
+    std::vector<SurfaceView*> dirty;
+    SurfaceView* capturing = nullptr;
+
+    int frames = 0;
+    bool closedToEvents = false;
+    std::vector<std::function<void()>> postponed; // what came while closed to events
+    bool moved = false;                           // a control moved since the last paint
+    Clock::time_point nextSlot{};
+    Clock::time_point lastLook{};
+    std::optional<int> endCode;
+    QEventLoop* mainLoop = nullptr;
+
+private:
+    void endOfFrames();
+};
+
+// What an event of the desktop leads to: every view raises its events through it, since nothing may be
+// thrown through the desktop's frames. Does nothing once the program ends. When it returns, the view and
+// its control may be gone.
+void fromDesktop(Component& sender, const std::function<void()>& action);
+
+// Stands around a call that runs a loop of the desktop inside a statement: a modal show, a pop-up menu, a
+// prompt. What is changed is shown, a pressed item loses the mouse.
+class NestedLoop {
+public:
+    explicit NestedLoop(Desktop& desktop);
+    // Behind the loop: throws the end of the program again if it came meanwhile.
+    void finish();
+
+private:
+    DesktopState& m_state;
+    DesktopState::Frame m_frame;
+};
+
+} // namespace trovarium
