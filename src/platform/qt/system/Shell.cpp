@@ -1,0 +1,56 @@
+#include "platform/system/Shell.h"
+
+#include "platform/files/FileService.h"
+#include "runtime/Failure.h"
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+
+namespace trovarium {
+
+namespace {
+
+// The results of a shell call that the program knows: everything up to 32 is a failure.
+constexpr int FileNotFoundResult = 2;
+constexpr int NoAssociationResult = 31;
+constexpr int OpenedResult = 33;
+
+QString nativeName(std::string_view path)
+{
+    return QString::fromStdString(toNativePath(path));
+}
+
+// Apart from us: it outlives the program, and what it says doesn't end up in our own output.
+bool startApart(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    return process.startDetached();
+}
+
+} // namespace
+
+int openDocument(std::string_view path)
+{
+    const QFileInfo document(nativeName(path));
+    if (!document.isAbsolute() || !document.exists())
+        return FileNotFoundResult;
+    const QString opener = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
+    if (opener.isEmpty() || !startApart(opener, {document.filePath()}))
+        return NoAssociationResult;
+    return OpenedResult;
+}
+
+void startProgram(std::string_view path)
+{
+    const QFileInfo program(nativeName(path));
+    if (!program.isAbsolute() || !program.isFile() || !program.isExecutable() || !startApart(program.filePath(), {}))
+        throw Failure(FailureKind::FileNotFound);
+}
+
+} // namespace trovarium
