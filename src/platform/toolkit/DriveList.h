@@ -7,14 +7,15 @@
 
 namespace trovarium {
 
-// The places where a search for files may start: the root, the user's folder, mounted media.
+// The places where a search for files may start: the root, the user's folder, mounted media. Drive is the
+// one that holds the folder it was set to.
 class DriveList : public Control {
 public:
     DriveList(Container* parent, const Plan& plan);
 
 private:
     const std::string& drive() const { return m_drive; }
-    void setDrive(std::string value); // "Device unavailable" for a place that can't be listed
+    void setDrive(std::string value); // "Device unavailable" for a folder on a place that isn't there
 
 public:
     Property<&DriveList::drive, &DriveList::setDrive> Drive{this};
@@ -24,6 +25,11 @@ public:
     Event<> Change{this};
 
     std::unique_ptr<View> makeView() override;
+
+    // The view tells which place the user chose. It is kept even if it can't be read any more.
+    void chosen(std::size_t place);
+    // Looks again for what is mounted.
+    void refreshPlaces();
 
 private:
     std::vector<std::string> m_places;

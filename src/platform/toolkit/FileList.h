@@ -7,8 +7,9 @@
 
 namespace trovarium {
 
-// The plain files of a folder, sorted as lists are. Setting another path or pattern reads the folder;
-// setting the same one does not, Refresh does. Works without a window.
+// The plain files of a folder, sorted as lists are; no folder at first. Setting another path or pattern
+// reads the folder; setting the same one does not, Refresh does. A folder that is gone by then has no
+// files. The user may choose several. Works without a window.
 class FileList : public Control {
 public:
     FileList(Container* parent, const Plan& plan);
@@ -24,7 +25,7 @@ public:
     Property<&FileList::pattern, &FileList::setPattern> Pattern{this}; // "*.jpg;*.bmp"
 
     int ListCount() const { return static_cast<int>(m_names.size()); }
-    const std::string& List(int index) const; // 0-based
+    const std::string& List(int index) const; // 0-based, "Invalid property array index" beyond the ends
     bool Selected(int index) const;
     void setSelected(int index, bool value);
 
@@ -38,7 +39,8 @@ public:
     void chosen(const std::vector<bool>& selected);
 
 private:
-    void read();
+    void show(std::vector<std::string> names);
+    std::string search(const std::string& path) const;
 
     std::string m_path;
     std::string m_pattern = "*.*";

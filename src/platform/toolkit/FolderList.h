@@ -31,9 +31,9 @@ public:
     std::unique_ptr<View> makeView() override;
 
 private:
-    void read();
+    void read(const std::string& path);
 
-    std::string m_path;
+    std::string m_path; // at first the user's folder
     std::vector<std::string> m_rows;
     int m_depth = 0;
 };

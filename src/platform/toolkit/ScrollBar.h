@@ -34,7 +34,7 @@ public:
 
     Orientation orientation() const { return m_orientation; }
 
-    // One step as the user makes it in the trough: nothing while disabled or hidden.
+    // Steps as the user makes them in the trough: nothing while disabled or hidden.
     void page(int steps);
 
     Event<> Change{this};
@@ -46,12 +46,15 @@ public:
     void released(int value); // by arrow, trough, or the end of a drag
 
 private:
+    int upperEnd() const; // Max, or Min when that is above it
     void clamp();
+    void settle(int value);
 
     Orientation m_orientation;
     int m_min = 0;
     int m_max = 32767;
     int m_value = 0;
+    int m_settledValue = 0; // as the last Change left it; Value runs ahead while the user drags
     int m_smallChange = 1;
     int m_largeChange = 1;
 };

@@ -6,7 +6,7 @@
 
 namespace trovarium {
 
-// One line of text. A pasted line end becomes a blank.
+// One line of text, at first the plan's caption. A line end becomes a blank.
 class TextBox : public Control {
 public:
     TextBox(Container* parent, const Plan& plan);
@@ -19,7 +19,7 @@ private:
 
 public:
     Property<&TextBox::text, &TextBox::setText> Text{this};
-    Property<&TextBox::maxLength, &TextBox::setMaxLength> MaxLength{this}; // characters; 0 is no limit
+    Property<&TextBox::maxLength, &TextBox::setMaxLength> MaxLength{this}; // characters; 0: no limit
 
     Event<> Change{this};      // from typing and from code
     Event<int> KeyPress{this}; // KeyAscii
@@ -30,6 +30,8 @@ public:
     void typed(std::string value);
 
 private:
+    void take(std::string value);
+
     std::string m_text;
     int m_maxLength = 0;
 };
