@@ -19,7 +19,8 @@ std::string groupNameOf(std::string_view fileName);
 // The work on group list files; `fileName` has its extension. All catch any failure, close what they opened
 // and give false: no message, no log line.
 
-// Reads the list into album.group.GroupList. False leaves what was read so far.
+// Reads the list into album.group.GroupList and clears GroupSelect to the same length. False leaves in
+// GroupList what was read so far, and GroupSelect as it was. The other values of the group are the caller's.
 bool readGroupList(Album& album, std::string_view fileName);
 
 // Appends the selected lines.

@@ -11,10 +11,10 @@ namespace trovarium {
 struct Album;
 class FileService;
 
-// Reads the ten lines into `info`. Event, Keywords, People, Photographer, Place, Title and Year are cleared
-// first; PhotoLink and the two sizes keep their values when the file lacks them. False when the file can't be
-// read or a size is beyond 16 bits; what was read until then stands.
-bool readInfoFile(Album& album, std::string_view name, PhotoInfo& info);
+// Reads the ten lines of `infoFileName` (N + ".info") into `info`. Event, Keywords, People, Photographer, Place, Title
+// and Year are cleared first; PhotoLink and the two sizes keep their values when the file lacks them. False when the
+// file can't be read or a size is beyond 16 bits; what was read until then stands.
+bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info);
 
 // Writes PhotoInfo as the information file of GroupList(index), 1-based. False when it can't be written.
 bool SaveImageInfo(Album& album, std::int32_t index);

@@ -8,7 +8,6 @@
 namespace trovarium {
 
 struct Album;
-class FileService;
 class Desktop;
 
 // The seven folders of a library under AppPath; one that exists is no failure that matters.
@@ -21,14 +20,23 @@ void readFolderSettings(Album& album);
 // folder of the installed copy.
 void CheckDirPaths(Album& album, Desktop& desktop);
 
+// True when no file can be written in `path`; then `ReadOnlyLibrary` is set too. Leaves nothing behind.
 bool IsFolderReadOnly(Album& album, std::string_view path);
+
+// "CD-" and the size of all photographs below `path` in bytes: the same medium has the same name.
 std::string GetMediaFolderName(Album& album, std::string_view path);
+
+// Copies the files that match `sourcePattern` and are newer than their namesakes in `destFolder`, or have none
+// there; a copy that fails is passed over. Always true.
 bool CopyNewerFiles(Album& album, std::string_view sourcePattern, std::string_view destFolder);
-bool MakeNestedFolders(FileService& files, std::string_view path);
+// Makes every missing level of `path` up to the twentieth; false when one can't be made.
+bool MakeNestedFolders(Album& album, std::string_view path);
 
 inline constexpr int MaxNestedFolders = 20;
 using FieldArray = std::array<std::string, MaxNestedFolders + 1>;
-void ParseFields(std::string_view text, std::string_view delimiters, FieldArray& fields, std::int16_t maxFields);
+// Cuts `text` at each of the delimiters (ASCII) into at most `maxFields` trimmed fields, from element 0 on.
+void ParseFields(
+    Album& album, std::string_view text, std::string_view delimiters, FieldArray& fields, std::int16_t maxFields);
 
 struct SplitPathResult {
     std::string Folder; // with its backslash

@@ -1,0 +1,140 @@
+#include "store/GroupFile.h"
+
+#include "platform/files/FileService.h"
+#include "runtime/Failure.h"
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+#include "store/Album.h"
+#include "store/QuietFile.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace trovarium {
+
+namespace {
+
+std::string listPath(const Album& album, std::string_view fileName)
+{
+    return album.paths.SlideGroupPath + std::string(fileName);
+}
+
+void printSelected(FileService& files, int number, const GroupOnShow& group, std::int32_t first, std::int16_t last)
+{
+    for (std::int32_t i = first; i <= last; ++i) {
+        if (group.GroupSelect(i) == 1)
+            files.print(number, group.GroupList(i));
+    }
+}
+
+// The photograph behind which the block goes, 0 for the front.
+std::int16_t blockPosition(std::int32_t dropPosition, std::int16_t last)
+{
+    std::int64_t position = std::abs(std::int64_t{dropPosition});
+    if (dropPosition < 0)
+        --position;
+    return static_cast<std::int16_t>(std::min<std::int64_t>(position, last));
+}
+
+} // namespace
+
+bool isAllPhotosGroup(std::string_view name)
+{
+    return upper(name) == "  ALL PHOTOS  ";
+}
+
+std::string groupNameOf(std::string_view fileName)
+{
+    return std::string(fileName.substr(0, fileName.find('.')));
+}
+
+bool readGroupList(Album& album, std::string_view fileName)
+{
+    FileService& files = album.files;
+    GroupOnShow& group = album.group;
+    group.GroupList.clear();
+    const bool whole = withFileQuietly(files, listPath(album, fileName), OpenMode::Input, [&](int number) {
+        while (!files.endOfFile(number))
+            group.GroupList.append(files.lineInput(number));
+    });
+    if (whole)
+        group.GroupSelect.redimension(group.GroupList.upperBound());
+    return whole;
+}
+
+// From element 0 on: when its flag is set, an empty line is written.
+bool AddToGroup(Album& album, std::string_view fileName)
+{
+    const GroupOnShow& group = album.group;
+    return withFileQuietly(album.files, listPath(album, fileName), OpenMode::Append,
+        [&](int number) { printSelected(album.files, number, group, 0, toInt16(group.GroupSelect.upperBound())); });
+}
+
+bool RemoveFromGroupFile(Album& album, std::string_view fileName)
+{
+    FileService& files = album.files;
+    const GroupOnShow& group = album.group;
+    const std::string path = listPath(album, fileName);
+    const std::string scratchPath = listPath(album, "temp.group");
+    int input = 0;
+    int output = 0;
+    try {
+        input = files.freeFile();
+        files.open(path, OpenMode::Input, input);
+        output = files.freeFile();
+        files.open(scratchPath, OpenMode::Output, output);
+        std::int16_t n = 0;
+        while (!files.endOfFile(input)) {
+            n = toInt16(n + 1);
+            const std::string name = files.lineInput(input);
+            const bool dropped = n <= group.GroupSelect.upperBound() && group.GroupSelect(n) == 1
+                && equalInCapitals(name, group.GroupList(n));
+            if (!dropped)
+                files.print(output, name);
+        }
+        files.close(output);
+        files.close(input);
+        files.remove(path);
+        files.rename(scratchPath, path);
+        return true;
+    } catch (const Failure&) {
+        attempt([&] { files.close(output); });
+        attempt([&] { files.close(input); });
+        return false;
+    }
+}
+
+bool ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t dropPosition)
+try {
+    FileService& files = album.files;
+    const GroupOnShow& group = album.group;
+    // Before the file is emptied: a group that is too long for the walk keeps its list.
+    const std::int16_t last = toInt16(group.GroupList.upperBound());
+    const std::int16_t position = blockPosition(dropPosition, last);
+    return withFileQuietly(files, listPath(album, fileName), OpenMode::Output, [&](int number) {
+        if (position == 0)
+            printSelected(files, number, group, 1, last);
+        for (std::int32_t i = 1; i <= last; ++i) {
+            if (group.GroupSelect(i) == 0)
+                files.print(number, group.GroupList(i));
+            if (i == position)
+                printSelected(files, number, group, 1, last);
+        }
+    });
+} catch (const Failure&) {
+    return false;
+}
+
+bool CheckGroupName(std::string& name)
+{
+    bool unchanged = true;
+    for (char& character : name) {
+        if (std::string_view("\"|.<>?*:/\\").find(character) != std::string_view::npos) {
+            character = '_';
+            unchanged = false;
+        }
+    }
+    return unchanged;
+}
+
+} // namespace trovarium

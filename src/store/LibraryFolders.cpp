@@ -1,0 +1,217 @@
+#include "store/LibraryFolders.h"
+
+#include "platform/files/FileService.h"
+#include "platform/system/Shell.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
+#include "runtime/Dates.h"
+#include "runtime/Failure.h"
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+#include "store/Album.h"
+#include "store/Log.h"
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace trovarium {
+
+namespace {
+
+// The date of a file that is absent: before that of any file there is.
+constexpr Instant NoDate{std::chrono::sys_days{std::chrono::year{1899} / 12 / 30}};
+
+std::string& element(FieldArray& fields, std::size_t index)
+{
+    if (index >= fields.size())
+        throw Failure(FailureKind::SubscriptOutOfRange);
+    return fields[index];
+}
+
+void trim(std::string& field)
+{
+    field = std::string(trimmed(field));
+}
+
+std::string installedCopy(const Album& album)
+{
+    return album.Settings().GetOWSetting("Trovarium", "Installation", "Path", defaultInstallationPath());
+}
+
+// The texts move to the folder of the installed copy that bears the medium's name, so that edits survive.
+void moveTexts(Album& album, Desktop& desktop)
+{
+    AlbumPaths& paths = album.paths;
+    std::string name;
+    attempt([&] { name = GetMediaFolderName(album, paths.ProgramFolder); });
+    std::string base;
+    attempt([&] { base = installedCopy(album); });
+    paths.InfoPath = base + "\\" + name + "\\Photo_Info\\";
+    attempt([&] { MakeNestedFolders(album, paths.InfoPath); });
+    attempt([&] { CopyNewerFiles(album, paths.ProgramFolder + "\\Photo_Info\\*.*", paths.InfoPath); });
+
+    attempt([&] { paths.SlideGroupPath = installedCopy(album) + "\\" + name + "\\Photo_Slidegroups\\"; });
+    if (paths.SlideGroupPath.empty()) {
+        desktop.prompts().messageBox("Critical Error-SubCheckDirPath: SlideGroup path is blank!", Buttons::Ok, "");
+        desktop.endProgram(1);
+    }
+    attempt([&] { MakeNestedFolders(album, paths.SlideGroupPath); });
+    attempt([&] { CopyNewerFiles(album, paths.ProgramFolder + "\\Photo_SlideGroups\\*.*", paths.SlideGroupPath); });
+}
+
+} // namespace
+
+void makeLibraryFolders(Album& album)
+{
+    for (const std::string_view folder : {"\\Photos", "\\Photo_Thumbnails", "\\Photo_Info", "\\Photo_SlideGroups",
+             "\\Photo_Audio", "\\Photo_Midi", "\\Help"})
+        attempt([&] { album.files.makeFolder(album.paths.AppPath + std::string(folder)); });
+}
+
+void readFolderSettings(Album& album)
+{
+    AlbumPaths& paths = album.paths;
+    const auto read = [&](std::string& target, std::string_view key, std::string_view folder) {
+        attempt([&] {
+            target = album.Settings().GetOWSetting(
+                "Trovarium", "SourceFolders", key, paths.AppPath + "\\" + std::string(folder) + "\\");
+        });
+    };
+    read(paths.PhotoPath, "Photos", "Photos");
+    read(paths.ThumbnailPath, "Thumbnails", "Photo_Thumbnails");
+    read(paths.InfoPath, "Info", "Photo_Info");
+    read(paths.SlideGroupPath, "SlideGroups", "Photo_SlideGroups");
+    read(paths.AudioPath, "AudioClips", "Photo_Audio");
+    read(paths.MidiPath, "MidiMusic", "Photo_Midi");
+}
+
+void CheckDirPaths(Album& album, Desktop& desktop)
+try {
+    if (IsFolderReadOnly(album, album.paths.ProgramFolder))
+        moveTexts(album, desktop);
+} catch (const Failure& failure) {
+    logFailure(album, "CheckDirPaths", failure);
+}
+
+bool IsFolderReadOnly(Album& album, std::string_view path)
+{
+    if (path.empty())
+        return false;
+    std::string testFile(path);
+    if (!testFile.ends_with('\\'))
+        testFile += '\\';
+    testFile += "test.txt";
+
+    // A file of that name which someone keeps there is neither emptied nor deleted.
+    bool isOurs = true;
+    attempt([&] { isOurs = !album.files.exists(testFile); });
+    const std::optional<Failure> failure = attempt([&] {
+        const int number = album.files.freeFile();
+        album.files.open(testFile, isOurs ? OpenMode::Output : OpenMode::Append, number);
+        album.files.close(number);
+    });
+    if (failure) {
+        album.ReadOnlyLibrary = true;
+        return true;
+    }
+    if (isOurs)
+        attempt([&] { album.files.remove(testFile); });
+    return false;
+}
+
+std::string GetMediaFolderName(Album& album, std::string_view path)
+{
+    constexpr double RandomNames = 1e6;
+    std::string result;
+    try {
+        FixedRandom random;
+        result = "CD-" + formatWhole(random.next() * RandomNames);
+        const std::string photos = std::string(path) + "\\photos\\";
+        std::int32_t total = 0;
+        for (const std::string& name : album.files.list(photos + "*.*"))
+            total = toInt32(static_cast<double>(total + album.files.length(photos + name)));
+        result = "CD-" + formatWhole(total);
+    } catch (const Failure&) {
+        // The random name serves a medium whose sizes add up to more than 32 bits hold.
+    }
+    return result;
+}
+
+// Every statement goes on past its failure, so the tail is never reached.
+bool CopyNewerFiles(Album& album, std::string_view sourcePattern, std::string_view destFolder)
+try {
+    FileService& files = album.files;
+    const std::string folder = SplitPath(sourcePattern).Folder;
+    std::vector<std::string> names;
+    attempt([&] { names = files.list(sourcePattern); });
+    for (const std::string& name : names) {
+        const std::string source = folder + name;
+        const std::string destination = std::string(destFolder) + name;
+        Instant sourceDate = NoDate;
+        Instant destinationDate = NoDate;
+        attempt([&] { sourceDate = files.modified(source); });
+        attempt([&] { destinationDate = files.modified(destination); });
+        if ((destinationDate - sourceDate).count() < 0)
+            attempt([&] { files.copy(source, destination); });
+    }
+    return true;
+} catch (const Failure& failure) {
+    logFailure(album, "Form_Click", failure);
+    return true;
+}
+
+bool MakeNestedFolders(Album& album, std::string_view path)
+try {
+    FieldArray parts;
+    ParseFields(album, path, "\\", parts, MaxNestedFolders);
+    std::string current = parts[0] + "\\";
+    std::size_t level = 1;
+    for (; level < MaxNestedFolders; ++level) {
+        if (parts[level].empty())
+            return true;
+        if (!album.files.folderExists(current + parts[level] + "\\"))
+            break;
+        current += parts[level] + "\\";
+    }
+    for (; level < MaxNestedFolders; ++level) {
+        if (parts[level].empty())
+            return true;
+        album.files.makeFolder(current + parts[level]);
+        current += parts[level] + "\\";
+    }
+    return true;
+} catch (const Failure&) {
+    return false;
+}
+
+void ParseFields(
+    Album& album, std::string_view text, std::string_view delimiters, FieldArray& fields, std::int16_t maxFields)
+try {
+    for (std::int16_t i = 0; i < maxFields; ++i)
+        element(fields, static_cast<std::size_t>(i)).clear();
+    std::int16_t number = 0;
+    for (const char character : text) {
+        if (delimiters.find(character) != std::string_view::npos) {
+            trim(element(fields, static_cast<std::size_t>(number)));
+            ++number;
+            if (number == maxFields)
+                return;
+        } else {
+            element(fields, static_cast<std::size_t>(number)) += character;
+        }
+    }
+    trim(element(fields, static_cast<std::size_t>(number)));
+} catch (const Failure& failure) {
+    logFailure(album, "Form_Click", failure);
+}
+
+SplitPathResult SplitPath(std::string_view fullPath)
+{
+    const std::size_t backslash = fullPath.rfind('\\');
+    if (backslash == std::string_view::npos)
+        return {"", std::string(fullPath)};
+    return {std::string(fullPath.substr(0, backslash + 1)), std::string(fullPath.substr(backslash + 1))};
+}
+
+} // namespace trovarium
