@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -13,7 +14,7 @@ double roundHalfEven(double value);
 std::int16_t toInt16(double value);
 std::int32_t toInt32(double value);
 
-// x / 0 is "Division by zero", 0 / 0 is "Overflow".
+// x / 0 is "Division by zero", 0 / 0 and a quotient beyond the type's range are "Overflow".
 double divide(double dividend, double divisor);
 float divideSingle(float dividend, float divisor);
 
@@ -21,7 +22,7 @@ float divideSingle(float dividend, float divisor);
 double roundToPlaces(double value, int places);
 
 // The leading numeric text of `text` (blanks skipped, sign, digits, one point, exponent), 0 if none.
-// Independent of the locale.
+// Independent of the locale; "Overflow" beyond the range of a double.
 double leadingNumber(std::string_view text);
 
 // The whole trimmed text as a number, or "Type mismatch".
@@ -32,8 +33,15 @@ bool toBoolean(std::string_view text);
 std::string_view booleanText(bool value);
 
 // The shortest decimal that reads back the same; no sign for zero, no blank in front.
+// Below 1e-6 and from 1e21 on it has an exponent.
 std::string numberText(double value);
+std::string numberText(float value);
 std::string numberText(std::int64_t value);
+template <std::integral Whole>
+std::string numberText(Whole value)
+{
+    return numberText(static_cast<std::int64_t>(value));
+}
 
 // Picture "0" (half away from zero, at least one digit) and its longer forms "00", "0000", which
 // pad with zeros up to `digits` and never cut.
@@ -45,7 +53,7 @@ public:
     double next();
 
 private:
-    std::uint32_t m_state = 0x50000;
+    std::uint32_t m_state = 1;
 };
 
 } // namespace trovarium

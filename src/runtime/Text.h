@@ -7,7 +7,8 @@
 
 namespace trovarium {
 
-// Capitals for ASCII and the letters of Windows-1252, one character to one; all else unchanged.
+// Capitals for ASCII and the letters of Windows-1252, one character to one; all else unchanged. No byte
+// position changes.
 std::string upper(std::string_view text);
 
 // Equality of the texts in capitals.
@@ -30,7 +31,7 @@ std::size_t characterCount(std::string_view utf8);
 std::string firstCharacters(std::string_view utf8, std::size_t count);
 
 bool isUtf8(std::string_view bytes);
-// Replaces what is no valid UTF-8 by the Windows-1252 reading of its bytes.
+// Valid UTF-8 as it stands, any other text by the Windows-1252 reading of all its bytes.
 std::string fromWindows1252(std::string_view bytes);
 
 // One line of a library file as it is kept on disk, and back. A line that Windows-1252 can't hold is
