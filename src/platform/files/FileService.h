@@ -67,6 +67,8 @@ public:
     void remove(std::string_view path);
     void rename(std::string_view from, std::string_view to);
     void makeFolder(std::string_view path);
+    // Replaces the whole file by these bytes, by way of a new file beside it: nobody sees half of it.
+    void writeWhole(std::string_view path, std::string_view bytes);
 
     // Names of the plain files that match folder + pattern ("*", "?", several joined by ";"), sorted as
     // lists are; a snapshot. An absent folder gives none.
