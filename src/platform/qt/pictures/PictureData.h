@@ -19,6 +19,9 @@ struct PictureData {
     std::shared_ptr<QSvgRenderer> drawing;
 };
 
+// The whole picture stretched to `size` pixels; reduced, every pixel is the average of the area it covers.
+QImage drawnImage(const PictureData& data, QSize size);
+
 // The picture in exactly its natural size.
 QImage renderedImage(const Picture& picture);
 

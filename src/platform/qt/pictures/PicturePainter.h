@@ -3,7 +3,6 @@
 #include "platform/pictures/Picture.h"
 
 #include <QImage>
-#include <QRect>
 #include <QSize>
 
 #include <list>
@@ -18,20 +17,18 @@ namespace trovarium {
 // last, so that a photograph that is moved costs a plain copy of its pixels. Holds no picture alive.
 class PicturePainter {
 public:
-    // `target` is in the painter's logical coordinates and is filled; only what the painter's clip lets
-    // through is worked out when the picture is enlarged.
+    // `target` is in the painter's logical coordinates and is filled. Of an enlarged picture only what the
+    // painter's clip lets through is worked out.
     void paint(QPainter& painter, const Picture& picture, const QRectF& target);
 
 private:
     struct Scaled {
         std::weak_ptr<const PictureData> source;
-        QSize size; // of the whole picture in device pixels
-        QRect part; // of that size, held in `pixels`
         QImage pixels;
     };
 
-    const Scaled& scaled(const Picture& picture, QSize size, const QRect& visible);
-    void forgetOldest();
+    const QImage& scaled(const std::shared_ptr<const PictureData>& source, QSize size);
+    void forgetBeyondLimit();
 
     std::list<Scaled> m_scaled; // latest first
 };

@@ -1,0 +1,44 @@
+#include "platform/qt/pictures/PictureFile.h"
+
+#include "platform/files/NativeErrors.h"
+#include "runtime/Failure.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace trovarium {
+
+PictureFile::PictureFile(const std::string& nativePath)
+    : m_descriptor(::open(nativePath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
+{
+    if (!m_descriptor.isOpen() && errno != ENXIO) // which a socket gives
+        failNow(Attempted::Access);
+    struct stat status = {};
+    if (!m_descriptor.isOpen() || ::fstat(descriptor(), &status) != 0 || !S_ISREG(status.st_mode))
+        throw Failure(FailureKind::FileNotFound);
+    m_stamp = {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+std::vector<unsigned char> PictureFile::bytes(std::int64_t offset, std::size_t length) const
+{
+    std::vector<unsigned char> bytes(length);
+    std::size_t count = 0;
+    while (count < length) {
+        const auto got = ::pread(descriptor(), bytes.data() + count, length - count,
+            static_cast<off_t>(offset + static_cast<std::int64_t>(count)));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            failNow(Attempted::Access);
+        if (got == 0)
+            break;
+        count += static_cast<std::size_t>(got);
+    }
+    bytes.resize(count);
+    return bytes;
+}
+
+} // namespace trovarium

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/files/Descriptor.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace trovarium {
+
+// What tells whether a file is still the one that was read.
+struct FileStamp {
+    std::uint64_t device = 0;
+    std::uint64_t node = 0;
+    std::int64_t size = 0;
+    std::int64_t changedSeconds = 0;
+    std::int64_t changedNanoseconds = 0;
+
+    bool operator==(const FileStamp&) const = default;
+};
+
+// A regular file, open for reading under its native path. "File not found" for anything else; a pipe is
+// never waited for.
+class PictureFile {
+public:
+    explicit PictureFile(const std::string& nativePath);
+
+    int descriptor() const { return m_descriptor.handle(); }
+    const FileStamp& stamp() const { return m_stamp; }
+    std::int64_t length() const { return m_stamp.size; }
+
+    // Up to `length` bytes from `offset`; fewer at the end of the file.
+    std::vector<unsigned char> bytes(std::int64_t offset, std::size_t length) const;
+
+private:
+    Descriptor m_descriptor;
+    FileStamp m_stamp;
+};
+
+} // namespace trovarium

@@ -1,0 +1,155 @@
+#include "platform/qt/pictures/PictureReader.h"
+
+#include "platform/jpeg/JpegDecoder.h"
+#include "platform/qt/pictures/PictureData.h"
+#include "platform/qt/pictures/PictureHeader.h"
+#include "runtime/Failure.h"
+
+#include <QFile>
+#include <QImageReader>
+#include <QPainter>
+
+#include <algorithm>
+#include <cstdint>
+#include <exception>
+#include <new>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+// Reduced pixels are still averaged when they are painted, so that what the reduced transform of a JPEG
+// does differently at sharp edges doesn't show.
+constexpr int Reserve = 2;
+// A block of 64 pixels takes at least a bit of the entropy-coded data.
+constexpr std::int64_t MostJpegPixelsInAByte = 512;
+
+// What follows beyond can't belong to a picture that is small enough to be decoded.
+constexpr std::int64_t MostJpegBytes = std::int64_t{1} << 30;
+
+class CancellableFile : public QFile {
+public:
+    explicit CancellableFile(const std::atomic<bool>& cancelled)
+        : m_cancelled(cancelled)
+    {
+    }
+
+protected:
+    qint64 readData(char* data, qint64 length) override { return m_cancelled ? -1 : QFile::readData(data, length); }
+
+private:
+    const std::atomic<bool>& m_cancelled;
+};
+
+QImage newImage(QSize size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    if (image.isNull())
+        throw Failure(FailureKind::OutOfMemory);
+    return image;
+}
+
+Picture pictureOf(QImage pixels, QSize naturalSize)
+{
+    auto data = std::make_shared<PictureData>();
+    data->pixels = std::move(pixels);
+    data->naturalSize = naturalSize;
+    return Picture(std::move(data));
+}
+
+Picture readJpeg(const PictureFile& file, int longerSide, const std::atomic<bool>& cancelled)
+{
+    const auto bytes = file.bytes(0, static_cast<std::size_t>(std::min(file.length(), MostJpegBytes)));
+    JpegDecoder decoder(bytes, cancelled);
+    checkSize(decoder.width(), decoder.height(), file.length(), MostJpegPixelsInAByte);
+    int denominator = longerSide > 0 ? 8 : 1;
+    while (denominator > 1
+        && std::max(decoder.width(denominator), decoder.height(denominator)) < Reserve * std::int64_t{longerSide})
+        denominator /= 2;
+    QImage image = newImage(QSize(decoder.width(denominator), decoder.height(denominator)));
+    if (!decoder.decode(denominator, reinterpret_cast<std::uint32_t*>(image.bits()),
+            image.bytesPerLine() / qsizetype{sizeof(std::uint32_t)}))
+        return {};
+    return pictureOf(std::move(image), QSize(decoder.width(), decoder.height()));
+}
+
+QImage onWhite(const QImage& image)
+{
+    QImage white = newImage(image.size());
+    white.fill(Qt::white);
+    QPainter(&white).drawImage(0, 0, image);
+    return white;
+}
+
+// Some programs fill the fourth byte of a bitmap's pixels with 0 and mean nothing by it: then its
+// pixels become opaque.
+void mendEmptyAlpha(QImage& image)
+{
+    constexpr QRgb Opaque = 0xff000000U;
+    if (image.format() != QImage::Format_ARGB32)
+        return;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        if (std::any_of(line, line + image.width(), [](QRgb pixel) { return (pixel & Opaque) != 0; }))
+            return;
+    }
+    for (int y = 0; y < image.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        std::for_each(line, line + image.width(), [](QRgb& pixel) { pixel |= Opaque; });
+    }
+}
+
+// Brought down by a whole factor, so that pictures waiting to be painted small don't fill the memory.
+QImage reduced(const QImage& image, int longerSide)
+{
+    const int factor = std::max(image.width(), image.height()) / (Reserve * longerSide);
+    if (factor < 2)
+        return image;
+    const QSize size((image.width() + factor - 1) / factor, (image.height() + factor - 1) / factor);
+    return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+Picture readWithQt(const PictureFile& file, PictureFormat format, int longerSide, const std::atomic<bool>& cancelled)
+{
+    CancellableFile device(cancelled);
+    if (!device.open(file.descriptor(), QIODevice::ReadOnly))
+        throw Failure(FailureKind::DeviceIo);
+    QImageReader reader(&device, format == PictureFormat::Gif ? "gif" : "bmp");
+    reader.setAutoDetectImageFormat(false); // nothing but this format is ever tried
+    QImage image = reader.read();
+    if (cancelled)
+        return {};
+    if (image.isNull())
+        throw Failure(FailureKind::InvalidPicture);
+    if (format == PictureFormat::Bitmap)
+        mendEmptyAlpha(image);
+    const QSize size = image.size();
+    image = image.hasAlphaChannel() ? onWhite(image) : std::move(image).convertToFormat(QImage::Format_RGB32);
+    if (image.isNull())
+        throw Failure(FailureKind::OutOfMemory);
+    return pictureOf(longerSide > 0 ? reduced(image, longerSide) : image, size);
+}
+
+} // namespace
+
+Picture readPicture(const PictureFile& file, int longerSide, const std::atomic<bool>& cancelled)
+try {
+    switch (formatOf(file)) {
+    case PictureFormat::Jpeg:
+        return readJpeg(file, longerSide, cancelled);
+    case PictureFormat::Gif:
+        checkGif(file);
+        return readWithQt(file, PictureFormat::Gif, longerSide, cancelled);
+    case PictureFormat::Bitmap:
+        checkBitmap(file);
+        return readWithQt(file, PictureFormat::Bitmap, longerSide, cancelled);
+    }
+    throw Failure(FailureKind::InvalidPicture);
+} catch (const std::bad_alloc&) {
+    throw Failure(FailureKind::OutOfMemory);
+} catch (const std::exception&) {
+    throw Failure(FailureKind::InvalidPicture);
+}
+
+} // namespace trovarium

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/pictures/Picture.h"
+#include "platform/qt/pictures/PictureFile.h"
+
+#include <atomic>
+
+namespace trovarium {
+
+// Decodes a bmp, jpg or gif (its first image) by content, upright, opaque on white. With `longerSide` above
+// 0 the pixels may be fewer than the natural size says, but at least twice as many along the longer side.
+// Empty when `cancelled` was set meanwhile. All failures are `Failure`. Safe on any thread.
+Picture readPicture(const PictureFile& file, int longerSide, const std::atomic<bool>& cancelled);
+
+} // namespace trovarium
