@@ -1,0 +1,182 @@
+#include "store/LibraryFolders.h"
+
+#include "runtime/Failure.h"
+#include "runtime/Numbers.h"
+#include "support/TestAlbum.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+
+namespace trovarium {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string joined(const FieldArray& fields)
+{
+    std::string text;
+    for (const std::string& field : fields)
+        text += field + "|";
+    return text.substr(0, text.find_last_not_of('|') + 1);
+}
+
+} // namespace
+
+TEST(Paths, AreSplitAtTheLastBackslash)
+{
+    const struct {
+        std::string_view path;
+        std::string_view folder;
+        std::string_view name;
+    } cases[] = {
+        {"/home\\ann\\a.jpg", "/home\\ann\\", "a.jpg"},
+        {"a.jpg", "", "a.jpg"},
+        {"\\a.jpg", "\\", "a.jpg"},
+        {"/home\\ann\\", "/home\\ann\\", ""},
+        {"", "", ""},
+    };
+    for (const auto& one : cases) {
+        EXPECT_EQ(SplitPath(one.path).Folder, one.folder);
+        EXPECT_EQ(SplitPath(one.path).FileName, one.name);
+    }
+}
+
+TEST(Paths, AreParsedIntoTrimmedFields)
+{
+    const struct {
+        std::string_view text;
+        std::string_view delimiters;
+        std::int16_t maxFields;
+        std::string_view fields;
+    } cases[] = {
+        {"/home\\ Zoë \\ x", "\\", 20, "/home|Zoë|x"},
+        {"a\\\\b\\", "\\", 20, "a||b"},
+        {"a,b;c", ",;", 20, "a|b|c"},
+        {"a,b,c,d", ",", 2, "a|b"},
+        {"", ",", 20, ""},
+        {"0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21", ",", 20,
+            "0|1|2|3|4|5|6|7|8|9|10|11|12|13|14|15|16|17|18|19"},
+    };
+    TestAlbum test;
+    for (const auto& one : cases) {
+        FieldArray fields;
+        fields[0] = "left over";
+        ParseFields(test.album(), one.text, one.delimiters, fields, one.maxFields);
+        EXPECT_EQ(joined(fields), one.fields);
+    }
+    EXPECT_FALSE(test.isThere(test.library() + "\\Trovarium.Log"));
+
+    FieldArray fields;
+    ParseFields(test.album(), "a", ",", fields, 22);
+    EXPECT_NE(
+        test.bytes(test.library() + "\\Trovarium.Log").find("in 'Form_Click'. Error = Subscript out of range\r\n"),
+        std::string::npos);
+}
+
+TEST(NestedFolders, AreMadeDownToTheTwentiethLevel)
+{
+    TestAlbum test;
+    std::string path = test.folder().inside() + "\\a";
+    auto levels = static_cast<int>(std::count(path.begin(), path.end(), '\\')); // part 0 is the first
+    std::string twentieth;
+    for (int i = 0; i < 25; ++i, ++levels) {
+        if (levels == MaxNestedFolders - 1)
+            twentieth = path;
+        path += "\\" + std::to_string(i);
+    }
+    EXPECT_TRUE(MakeNestedFolders(test.album(), path + "\\"));
+    EXPECT_TRUE(test.files().folderExists(twentieth));
+    EXPECT_TRUE(fs::is_empty(toNativePath(twentieth)));
+    EXPECT_TRUE(MakeNestedFolders(test.album(), path + "\\"));
+    EXPECT_TRUE(fs::is_empty(toNativePath(twentieth)));
+}
+
+TEST(NestedFolders, FailQuietly)
+{
+    TestAlbum test;
+    test.put(test.folder().inside() + "\\file", "x");
+    EXPECT_FALSE(MakeNestedFolders(test.album(), test.folder().inside() + "\\file\\a\\"));
+    EXPECT_FALSE(test.isThere(test.library() + "\\Trovarium.Log"));
+}
+
+TEST(ReadOnlyTest, LeavesNothingBehindAndSparesAFileOfItsName)
+{
+    TestAlbum test;
+    const auto before = test.allFiles();
+    EXPECT_FALSE(IsFolderReadOnly(test.album(), test.library()));
+    EXPECT_FALSE(IsFolderReadOnly(test.album(), test.library() + "\\"));
+    EXPECT_FALSE(IsFolderReadOnly(test.album(), ""));
+    EXPECT_EQ(test.allFiles(), before);
+    EXPECT_FALSE(test.album().ReadOnlyLibrary);
+
+    test.put(test.library() + "\\test.txt", "mine");
+    EXPECT_FALSE(IsFolderReadOnly(test.album(), test.library()));
+    EXPECT_EQ(test.bytes(test.library() + "\\test.txt"), "mine");
+
+    EXPECT_TRUE(IsFolderReadOnly(test.album(), test.library() + "\\none"));
+    EXPECT_TRUE(test.album().ReadOnlyLibrary);
+    EXPECT_FALSE(IsFolderReadOnly(test.album(), test.library()));
+    EXPECT_TRUE(test.album().ReadOnlyLibrary);
+}
+
+TEST(MediaFolderName, IsTheSizeOfAllPhotographs)
+{
+    TestAlbum test;
+    EXPECT_EQ(GetMediaFolderName(test.album(), test.library()), "CD-0");
+    test.put(test.paths().PhotoPath + "a.jpg", "12345");
+    test.put(test.paths().PhotoPath + "b.txt", "1234567");
+    fs::create_directory(toNativePath(test.paths().PhotoPath + "folder"));
+    EXPECT_EQ(GetMediaFolderName(test.album(), test.library()), "CD-12");
+    EXPECT_EQ(GetMediaFolderName(test.album(), test.library() + "\\none"), "CD-0");
+
+    // Beyond 32 bits a random name stands, the same at each start.
+    const std::string film = toNativePath(test.paths().PhotoPath + "film.avi");
+    test.put(test.paths().PhotoPath + "film.avi", "");
+    fs::resize_file(film, 2'147'483'647 - 12);
+    EXPECT_EQ(GetMediaFolderName(test.album(), test.library()), "CD-2147483647");
+    fs::resize_file(film, 2'147'483'647 - 11);
+    const std::string random = GetMediaFolderName(test.album(), test.library());
+    EXPECT_EQ(random, "CD-" + formatWhole(FixedRandom().next() * 1e6));
+    EXPECT_EQ(GetMediaFolderName(test.album(), test.library()), random);
+}
+
+TEST(NewerFiles, AreCopiedAndOthersLeft)
+{
+    TestAlbum test;
+    const Instant day{std::chrono::sys_days{std::chrono::year{2001} / 2 / 3}};
+    const std::string target = test.folder().inside() + "\\target\\";
+    fs::create_directory(toNativePath(target));
+    const auto put = [&](const std::string& path, std::string_view text, Instant date) {
+        test.put(path, text);
+        test.files().setModified(path, date);
+    };
+    const std::string source = test.paths().InfoPath;
+    for (const std::string name : {"absent", "newer", "same", "older", "broken"})
+        put(source + name, "medium", day);
+    put(source + "ancient", "medium", Instant{std::chrono::sys_days{std::chrono::year{1950} / 1 / 1}});
+    put(target + "newer", "copy", day - std::chrono::seconds(1));
+    put(target + "same", "copy", day);
+    put(target + "older", "copy", day + std::chrono::seconds(1));
+    test.files().setFaultHook([](FileOperation operation, std::string_view path) {
+        if (operation == FileOperation::Copy && path.ends_with("broken"))
+            throw Failure(FailureKind::DeviceIo);
+    });
+
+    EXPECT_TRUE(CopyNewerFiles(test.album(), source + "*.*", target));
+    const struct {
+        std::string name;
+        std::string bytes;
+    } expected[] = {
+        {"absent", "medium"}, {"ancient", "medium"}, {"newer", "medium"}, {"same", "copy"}, {"older", "copy"}};
+    for (const auto& one : expected)
+        EXPECT_EQ(test.bytes(target + one.name), one.bytes) << one.name;
+    EXPECT_FALSE(test.isThere(target + "broken"));
+    EXPECT_EQ(test.files().modified(target + "absent"), day);
+    EXPECT_FALSE(test.isThere(test.library() + "\\Trovarium.Log"));
+}
+
+} // namespace trovarium

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/files/FileService.h"
+#include "store/Album.h"
+#include "support/TemporaryFolder.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace trovarium {
+
+// A library in a temporary folder, made and read as the start-up does it: "Library" with its seven folders and
+// the paths to them, and beside it "settings" with a settings store of its own. Paths are in the program's form.
+class TestAlbum {
+public:
+    TestAlbum(); // with a file service of its own
+    explicit TestAlbum(FileService& files);
+
+    Album& album() { return m_album; }
+    AlbumPaths& paths() { return m_album.paths; }
+    FileService& files() { return m_album.files; }
+    const TemporaryFolder& folder() const { return m_folder; }
+    std::string library() const;        // the folder of the program, no backslash at the end
+    std::string settingsFolder() const; // native
+
+    void setSetting(std::string_view section, std::string_view key, std::string_view value);
+
+    // Whole files, byte for byte and past the file service.
+    void put(std::string_view path, std::string_view bytes);
+    std::string bytes(std::string_view path) const; // empty when absent
+    bool isThere(std::string_view path) const;
+
+    // A list file of these lines, and the group that it holds as the one on show, nothing selected.
+    void putGroup(std::string_view fileName, const std::vector<std::string>& lines);
+    void showGroup(const std::vector<std::string>& lines, const std::vector<int>& selectedPositions = {});
+
+    // Every file below the temporary folder with its bytes, by native path from there.
+    std::map<std::string, std::string> allFiles() const;
+
+private:
+    void make();
+
+    TemporaryFolder m_folder;
+    std::unique_ptr<FileService> m_ownFiles;
+    Album m_album;
+};
+
+// Each line with the line end of the library's files.
+std::string joinedLines(const std::vector<std::string>& lines);
+
+} // namespace trovarium
