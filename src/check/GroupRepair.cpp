@@ -1,0 +1,86 @@
+#include "check/GroupRepair.h"
+
+#include "platform/files/FileService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
+#include "runtime/Failure.h"
+#include "store/Album.h"
+
+#include <string>
+#include <vector>
+
+namespace trovarium {
+
+namespace {
+
+constexpr int FatalExit = 1;
+
+// An empty information file counts as missing.
+bool hasInfoFile(const Album& album, const std::string& name)
+{
+    bool found = false;
+    attempt([&] { found = album.files.length(album.paths.InfoPath + name + ".info") > 0; });
+    return found;
+}
+
+// Writes the lines of `list` that name an information file to `scratch`; a failure leaves by the caller's
+// handler with both files closed.
+void copyLivingLines(Album& album, const std::string& list, const std::string& scratch)
+{
+    FileService& files = album.files;
+    const int input = files.freeFile();
+    files.open(list, OpenMode::Input, input);
+    int output = 0;
+    const auto failure = attempt([&] {
+        output = files.freeFile();
+        files.open(scratch, OpenMode::Output, output);
+        while (!files.endOfFile(input)) {
+            const std::string line = files.lineInput(input);
+            if (hasInfoFile(album, line))
+                files.print(output, line);
+        }
+        files.close(output);
+    });
+    attempt([&] { files.close(input); });
+    if (failure) {
+        attempt([&] { files.close(output); });
+        throw *failure;
+    }
+}
+
+void repairList(Album& album, const std::string& list, const std::string& scratch)
+{
+    // The list is replaced in one act: neither a full disk nor a loss of power leaves the folder without it.
+    attempt([&] {
+        copyLivingLines(album, list, scratch);
+        album.files.copy(scratch, list);
+    });
+    attempt([&] { album.files.remove(scratch); });
+}
+
+} // namespace
+
+void RemoveMissingPhotosFromGroup(Album& album, Desktop& desktop)
+{
+    attempt([&] { desktop.Screen().MousePointer = HourglassPointer; });
+    const std::string& folder = album.paths.SlideGroupPath;
+    if (folder.empty()) {
+        desktop.prompts().messageBox(
+            "Critical Error-SubRemoveMissingPhotosFromGroup: SlideGroup path is blank!", Buttons::Ok, "");
+        desktop.endProgram(FatalExit);
+    }
+    std::vector<std::string> lists;
+    // Without the information files every line would look like a missing photograph.
+    attempt([&] {
+        album.files.listExisting(album.paths.InfoPath + "*.*");
+        lists = album.files.list(folder + "*.*");
+    });
+    for (const std::string& list : lists) {
+        if (album.AutoCheckBypass)
+            break;
+        repairList(album, folder + list, folder + "TmpGroup.lst");
+    }
+    attempt([&] { desktop.Screen().MousePointer = DefaultPointer; });
+}
+
+} // namespace trovarium

@@ -1,0 +1,192 @@
+#include "check/RepairPasses.h"
+
+#include "check/frmSplash.h"
+#include "check/frmThumbnail.h"
+#include "platform/files/FileService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/Prompts.h"
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+#include "store/Album.h"
+#include "store/GroupFile.h"
+#include "store/InfoFile.h"
+#include "store/LibraryFolders.h"
+#include "store/Log.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace trovarium {
+
+namespace {
+
+constexpr std::string_view InfoEnding = ".info";
+
+// The library's share of the bar at which each pass begins.
+constexpr float PassShare = 0.25F;
+constexpr float PhotoPassBase = 0;
+constexpr float ThumbnailPassBase = 0.25F;
+constexpr float InfoPassBase = 0.5F;
+constexpr float GroupPassBase = 0.75F;
+
+// A thumbnail bears its photograph's own date, so a newer one is as out of date as an older one.
+bool isOutOfDate(const FileService& files, const std::string& thumbnail, const std::string& photograph)
+{
+    bool missing = true;
+    attempt([&] { missing = files.length(thumbnail) < 1; });
+    if (missing)
+        return true;
+    std::optional<Instant> thumbDate;
+    std::optional<Instant> photoDate;
+    attempt([&] { thumbDate = files.modified(thumbnail); });
+    attempt([&] { photoDate = files.modified(photograph); });
+    return thumbDate != photoDate;
+}
+
+} // namespace
+
+RepairPasses::RepairPasses(Album& album, frmSplash& splash, FormSlot<frmThumbnail>& thumbnailBuilder)
+    : m_album(album)
+    , m_splash(splash)
+    , m_thumbnailBuilder(thumbnailBuilder)
+{
+}
+
+void RepairPasses::CheckFolderContents()
+try {
+    const bool AutoFix = toBoolean(m_album.Settings().GetOWSetting("Trovarium", "Options", "AutoFix", "True"));
+    if (!m_album.AutoCheckBypass)
+        PhotoFilesExist(AutoFix);
+    if (!m_album.AutoCheckBypass)
+        ThumbnailFilesExist(AutoFix);
+    if (!m_album.AutoCheckBypass)
+        InfoFilesExist(AutoFix);
+    if (!m_album.AutoCheckBypass)
+        Create_AllPhotos_Group(AllPhotosGroup);
+    m_splash.UpdateSplashProgress(1, 1);
+} catch (const Failure& failure) {
+    logFailure(m_album, "CheckFolderContents", failure);
+}
+
+void RepairPasses::PhotoFilesExist(bool AutoFix)
+try {
+    CheckedArray<std::string> unmatched;
+    const std::int16_t count = m_splash.listAnew(m_album.paths.InfoPath);
+    for (int index = 0; index < count; ++index) {
+        // A copy: events run before the next turn.
+        const std::string name = m_splash.File1.List(index);
+        if (!CheckPhotoLink(m_album, GetPhotoLink(m_album, name)))
+            unmatched.append(name);
+        updateProgress(index, count, PhotoPassBase);
+        if (m_album.AutoCheckBypass)
+            return;
+    }
+    if (unmatched.upperBound() == 0)
+        return;
+
+    if (!isAgreed(AutoFix,
+            "Trovarium has detected " + formatWhole(unmatched.upperBound())
+                + " INFO file(s) without corresponding photo/image file(s).\rMove the INFO files to the 'Removed' "
+                  "folder?",
+            "Missing Photo/Image File(s)"))
+        return;
+    if (!isAgreed(AutoFix, "Are you sure?", "Removed unassociated INFO file(s)"))
+        return;
+    const std::string removedPath = m_album.paths.InfoPath + "Removed\\";
+    attempt([&] { m_album.files.makeFolder(removedPath); });
+    for (int index = 1; index <= unmatched.upperBound(); ++index) {
+        // One statement and not two: what could not be copied is not deleted.
+        attempt([&] {
+            const std::string infoFile = m_album.paths.InfoPath + unmatched(index);
+            m_album.files.copy(infoFile, removedPath + unmatched(index));
+            m_album.files.remove(infoFile);
+        });
+    }
+} catch (const Failure& failure) {
+    logFailure(m_album, "PhotoFilesExist", failure);
+}
+
+void RepairPasses::ThumbnailFilesExist(bool AutoFix)
+try {
+    CheckedArray<std::string> missingList;
+    const std::int16_t count = m_splash.listAnew(m_album.paths.InfoPath);
+    for (int index = 0; index < count; ++index) {
+        const std::string name = m_splash.File1.List(index);
+        const std::string link = GetPhotoLink(m_album, name);
+        const SplitPathResult photograph = SplitPath(link);
+        if (!m_album.ReadOnlyLibrary
+            && isOutOfDate(m_album.files, m_album.paths.ThumbnailPath + photograph.FileName, link))
+            missingList.append(std::string(withoutLast(name, InfoEnding.size())));
+        updateProgress(index, count, ThumbnailPassBase);
+        if (m_album.AutoCheckBypass)
+            return;
+    }
+    if (missingList.upperBound() == 0)
+        return;
+
+    if (!isAgreed(AutoFix,
+            "Trovarium has detected " + formatWhole(missingList.upperBound())
+                + " photo/image file(s) with missing or out-of-date corresponding thumbnail(s). Press 'YES' create "
+                  "thumbnail(s). Press 'NO' to ignore.",
+            "Build Thumbnails"))
+        return;
+    attempt([&] { m_thumbnailBuilder().load(); });
+    attempt([&] { m_thumbnailBuilder().SetMissingList(missingList); });
+    attempt([&] { m_thumbnailBuilder().showModal(); });
+} catch (const Failure& failure) {
+    logFailure(m_album, "ThumbnailFilesExist", failure);
+}
+
+void RepairPasses::InfoFilesExist(bool /*AutoFix*/)
+try {
+    const std::int16_t count = m_splash.listAnew(m_album.paths.PhotoPath);
+    for (int index = 0; index < count; ++index) {
+        const std::string name = m_splash.File1.List(index);
+        const std::string infoFile = m_album.paths.InfoPath + name + std::string(InfoEnding);
+        // The link is the same wherever the settings put the photographs.
+        if (!m_album.files.exists(infoFile))
+            CreateInfoFile(m_album.files, infoFile, "\\Photos\\" + name);
+        updateProgress(index, count, InfoPassBase);
+        if (m_album.AutoCheckBypass)
+            return;
+    }
+} catch (const Failure& failure) {
+    logFailure(m_album, "InfoFilesExist", failure);
+}
+
+// Each statement steps over its own failure, so the tail stays unreached.
+void RepairPasses::Create_AllPhotos_Group(std::string_view GroupFileName)
+try {
+    std::int16_t count = 0;
+    int file = 0;
+    attempt([&] {
+        // The folder of the last pass was another one, so that this reads it afresh.
+        m_splash.File1.Path = m_album.paths.InfoPath;
+        count = toInt16(m_splash.File1.ListCount());
+    });
+    attempt([&] { file = m_album.files.freeFile(); });
+    attempt(
+        [&] { m_album.files.open(m_album.paths.SlideGroupPath + std::string(GroupFileName), OpenMode::Output, file); });
+    for (int index = 0; index < count; ++index) {
+        attempt([&] { m_album.files.print(file, withoutLast(m_splash.File1.List(index), InfoEnding.size())); });
+        attempt([&] { updateProgress(index, count, GroupPassBase); });
+    }
+    attempt([&] { m_album.files.close(file); });
+} catch (const Failure& failure) {
+    logFailure(m_album, "Create_AllPhotos_Group", failure);
+}
+
+// A walk over a single file divides zero by zero here, and fails.
+void RepairPasses::updateProgress(int index, int count, float base)
+{
+    const float done = divideSingle(static_cast<float>(index), static_cast<float>(count - 1));
+    m_splash.UpdateSplashProgress(done * PassShare + base, 1);
+}
+
+bool RepairPasses::isAgreed(bool AutoFix, std::string_view text, std::string_view title)
+{
+    return AutoFix || m_splash.desktop().prompts().messageBox(text, Buttons::YesNo, title) == Answer::Yes;
+}
+
+} // namespace trovarium

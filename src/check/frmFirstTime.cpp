@@ -1,0 +1,33 @@
+#include "check/frmFirstTime.h"
+
+#include "check/Colors.h"
+#include "platform/pictures/PictureService.h"
+#include "platform/toolkit/Desktop.h"
+
+namespace trovarium {
+
+frmFirstTime::frmFirstTime(Desktop& desktop)
+    : Form(desktop, {.Name = "frmFirstTime", .Caption = "Trovarium", .Width = 7200, .Height = 4680})
+{
+    Picture = desktop.pictures().artwork("background");
+    Icon = desktop.pictures().artwork("icon");
+    imgIcon.Stretch = true;
+    imgIcon.Picture = desktop.pictures().artwork("icon");
+    for (Label* name : {&Label1, &Label2}) {
+        name->FontSize = 36;
+        name->Bold = true;
+    }
+    Label1.ForeColor = NameShadow;
+    for (Label* label : {&Label2, &Label3, &Label4, &Label5, &Label6, &Label7})
+        label->ForeColor = White;
+    Label3.FontSize = 14;
+    Label4.FontSize = 16;
+    Label4.Bold = true;
+    for (Label* note : {&Label5, &Label6, &Label7}) {
+        note->FontSize = 14;
+        note->WordWrap = true;
+    }
+    Line1.BorderColor = SoftWhite;
+}
+
+} // namespace trovarium

@@ -1,0 +1,98 @@
+#include "check/frmSplash.h"
+
+#include "check/Colors.h"
+#include "check/ProgressBar.h"
+#include "platform/pictures/PictureService.h"
+#include "platform/toolkit/Desktop.h"
+#include "runtime/Numbers.h"
+#include "store/Album.h"
+#include "store/Log.h"
+
+namespace trovarium {
+
+namespace {
+
+constexpr Color BarBlue{30, 120, 255};
+
+} // namespace
+
+frmSplash::frmSplash(Desktop& desktop, Album& album)
+    : Form(desktop,
+        {.Name = "frmSplash",
+            .Caption = "Trovarium",
+            .Width = 6900,
+            .Height = 3750,
+            .Border = BorderKind::None,
+            .CloseBox = false})
+    , m_album(album)
+{
+    Picture = desktop.pictures().artwork("background");
+    Icon = desktop.pictures().artwork("icon");
+    imgIcon.Stretch = true;
+    imgIcon.Picture = desktop.pictures().artwork("icon");
+    Label1.ForeColor = NameShadow;
+    lblProductName.ForeColor = White;
+    for (Label* name : {&Label1, &lblProductName}) {
+        name->FontSize = 46;
+        name->Bold = true;
+    }
+    lblCompanyProduct.FontSize = 16;
+    for (Label* label : {&lblCompanyProduct, &lblVersion, &lblPlatform})
+        label->ForeColor = SoftWhite;
+    shpProgress.BorderColor = SoftWhite;
+    pctProgress.BackColor = BarBlue;
+
+    on(Load, this, &frmSplash::Form_Load);
+    on(Unload, this, &frmSplash::Form_Unload);
+    on(Click, this, &frmSplash::Form_Click);
+    on(KeyPress, this, &frmSplash::Form_KeyPress);
+    on(cmdByPassAutoCheck.Click, this, &frmSplash::cmdByPassAutoCheck_Click);
+    on(tmrSplash.Tick, this, &frmSplash::tmrSplash_Timer);
+}
+
+void frmSplash::UpdateSplashProgress(float Value, std::int16_t Maximum)
+{
+    growBar(desktop(), pctProgress, shpProgress, Value, Maximum);
+}
+
+std::int16_t frmSplash::listAnew(const std::string& folder)
+{
+    // Another folder is read when it is set, and a folder of 30,000 files needn't be read twice.
+    if (File1.Path() == folder)
+        File1.Refresh();
+    else
+        File1.Path = folder;
+    return toInt16(File1.ListCount());
+}
+
+void frmSplash::Form_Load()
+try {
+    lblVersion.Caption = "Version " TROVARIUM_VERSION;
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Load", failure);
+}
+
+void frmSplash::Form_Unload()
+{
+    tmrSplash.Enabled = false;
+}
+
+// Neither a click nor a key sends the form away: the check decides how long it stays.
+void frmSplash::Form_Click() { }
+
+void frmSplash::Form_KeyPress(int /*KeyAscii*/) { }
+
+void frmSplash::cmdByPassAutoCheck_Click()
+{
+    m_album.AutoCheckBypass = true;
+}
+
+void frmSplash::tmrSplash_Timer()
+try {
+    tmrSplash.Enabled = false;
+    unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "tmrSplash_Timer", failure);
+}
+
+} // namespace trovarium

@@ -1,0 +1,188 @@
+#include "check/frmThumbnail.h"
+
+#include "check/Colors.h"
+#include "check/FileDateTime.h"
+#include "check/ProgressBar.h"
+#include "platform/files/FileService.h"
+#include "platform/pictures/PictureService.h"
+#include "platform/toolkit/Desktop.h"
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+#include "store/Album.h"
+#include "store/InfoFile.h"
+#include "store/LibraryFolders.h"
+
+#include <cstddef>
+#include <deque>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace trovarium {
+
+namespace {
+
+constexpr float LongerSide = 100; // of a thumbnail, in pixels
+constexpr int ReadingTime = 300;  // milliseconds, for the form to appear and to be read
+constexpr std::size_t FilesAhead = 8;
+constexpr Color BarGrey{128, 128, 128};
+
+bool isVideoFile(std::string_view path)
+{
+    const std::string ending = upper(right(path, 4));
+    return ending == ".MPG" || ending == ".MOV" || ending == ".AVI";
+}
+
+// The files of the photographs of a list, in its order. A few are looked up ahead of their turn, so that the
+// picture service decodes them while the one in work is painted and saved.
+class PhotographQueue {
+public:
+    PhotographQueue(Album& album, PictureService& pictures, const CheckedArray<std::string>& list)
+        : m_album(album)
+        , m_pictures(pictures)
+        , m_list(list)
+    {
+    }
+    ~PhotographQueue() { m_pictures.expect({}); }
+    PhotographQueue(const PhotographQueue&) = delete;
+    PhotographQueue& operator=(const PhotographQueue&) = delete;
+
+    std::string next()
+    {
+        while (m_ahead.size() <= FilesAhead && m_lookedUp < m_list.upperBound())
+            m_ahead.push_back(GetPhotoLink(m_album, SplitPath(m_list(++m_lookedUp)).FileName + ".info"));
+        std::vector<std::string> expected;
+        for (const std::string& path : m_ahead)
+            if (!path.empty() && !isVideoFile(path))
+                expected.push_back(path);
+        m_pictures.expect(std::move(expected), static_cast<int>(LongerSide));
+        std::string path = std::move(m_ahead.front());
+        m_ahead.pop_front();
+        return path;
+    }
+
+private:
+    Album& m_album;
+    PictureService& m_pictures;
+    const CheckedArray<std::string>& m_list;
+    std::deque<std::string> m_ahead;
+    int m_lookedUp = 0;
+};
+
+} // namespace
+
+frmThumbnail::frmThumbnail(Desktop& desktop, Album& album)
+    : Form(desktop,
+        {.Name = "frmThumbnail",
+            .Caption = "Create Thumbnails",
+            .Width = 6300,
+            .Height = 2670,
+            .Scale = ScaleMode::Pixels})
+    , m_album(album)
+{
+    Picture = desktop.pictures().artwork("background");
+    Icon = desktop.pictures().artwork("icon");
+    Label1.ForeColor = SoftWhite;
+    lbFilename.ForeColor = White;
+    lbFilename.FontSize = 15;
+    lbFilename.Bold = true;
+    lbPhotoSize.forEach([](int, Label& size) { size.ForeColor = SoftWhite; });
+    shpProgress.BorderColor = SoftWhite;
+    pctProgress.BackColor = BarGrey;
+    pctSize.AutoSize = true;
+
+    on(Activate, this, &frmThumbnail::Form_Activate);
+    on(Unload, this, &frmThumbnail::Form_Unload);
+}
+
+void frmThumbnail::SetMissingList(const CheckedArray<std::string>& List)
+{
+    MissingList = List;
+}
+
+void frmThumbnail::CreateThumbnails(const CheckedArray<std::string>& List)
+{
+    if (IsBuilding)
+        return;
+    IsBuilding = true;
+    desktop().DoEvents();
+    MousePointer = ArrowHourglassPointer;
+    StopThumbnails = false;
+    desktop().wait(ReadingTime);
+
+    std::int16_t count = 0;
+    attempt([&] { count = toInt16(List.upperBound()); });
+    {
+        PhotographQueue photographs(m_album, desktop().pictures(), List);
+        for (int index = 1; index <= count; ++index) {
+            createThumbnail(List(index), photographs.next());
+            UpdateThumbnailProgress(static_cast<float>(index) / static_cast<float>(count), 1);
+            if (StopThumbnails)
+                break;
+            desktop().DoEvents();
+        }
+    }
+    desktop().wait(ReadingTime);
+    IsBuilding = false;
+    MousePointer = DefaultPointer;
+    unload();
+}
+
+void frmThumbnail::UpdateThumbnailProgress(float Value, std::int16_t Maximum)
+{
+    growBar(desktop(), pctProgress, shpProgress, Value, Maximum);
+}
+
+void frmThumbnail::createThumbnail(const std::string& listed, const std::string& photograph)
+{
+    // No frame of a clip can be shown yet: nothing is written for it, and the next check asks for it again.
+    if (isVideoFile(photograph))
+        return;
+    paintThumbnail(listed, photograph);
+    desktop().DoEvents();
+    const std::string thumbnail = m_album.paths.ThumbnailPath + SplitPath(listed).FileName;
+    attempt([&] { desktop().pictures().saveBitmap(imgSize.Image(), thumbnail); });
+    // The photograph's own date is what tells the next check that this thumbnail is up to date.
+    attempt([&] { SetFileDateTime(m_album.files, thumbnail, dateText(m_album.files.modified(photograph))); });
+}
+
+void frmThumbnail::paintThumbnail(const std::string& listed, const std::string& photograph)
+{
+    const auto failure =
+        attempt([&] { pctSize.Picture = desktop().pictures().loadReduced(photograph, static_cast<int>(LongerSide)); });
+    desktop().DoEvents();
+    if (failure)
+        pctSize.Picture = trovarium::Picture();
+    const float width = pctSize.Width();
+    const float height = pctSize.Height();
+    attempt([&] { m_ratio = divideSingle(width, height); });
+    lbFilename.Caption = listed;
+    lbPhotoSize(0).Caption = "(width=" + numberText(width) + ")";
+    lbPhotoSize(1).Caption = "(height=" + numberText(height) + ")";
+    if (m_ratio < 1) {
+        imgSize.Height = LongerSide;
+        imgSize.Width = LongerSide * m_ratio;
+    } else {
+        imgSize.Width = LongerSide;
+        imgSize.Height = LongerSide / m_ratio;
+    }
+    imgSize.Picture = trovarium::Picture();
+    desktop().DoEvents();
+    attempt([&] { imgSize.PaintPicture(pctSize.Picture(), 0, 0, imgSize.Width(), imgSize.Height()); });
+}
+
+void frmThumbnail::Form_Activate()
+{
+    MousePointer = ArrowPointer;
+    CreateThumbnails(MissingList);
+}
+
+void frmThumbnail::Form_Unload()
+{
+    MousePointer = HourglassPointer;
+    StopThumbnails = true;
+    if (!IsBuilding)
+        unload();
+}
+
+} // namespace trovarium

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/toolkit/ControlArray.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/Label.h"
+#include "platform/toolkit/PictureBox.h"
+#include "platform/toolkit/Shape.h"
+#include "store/GroupOnShow.h"
+
+#include <cstdint>
+#include <string>
+
+namespace trovarium {
+
+struct Album;
+
+// Writes one thumbnail for each photograph of a list and shows the work as it goes. Load it, give it the
+// list, show it modal: it starts when it is activated and unloads itself at the end. The close box stops
+// it after the file in work.
+class frmThumbnail : public Form {
+public:
+    frmThumbnail(Desktop& desktop, Album& album);
+
+    // Names of photographs from index 1 on.
+    void SetMissingList(const CheckedArray<std::string>& List);
+    // Failures are stepped over: a picture that can't be read gets an empty thumbnail.
+    void CreateThumbnails(const CheckedArray<std::string>& List);
+    void UpdateThumbnailProgress(float Value, std::int16_t Maximum);
+
+    void Form_Activate();
+    void Form_Unload();
+
+    // ---- the plan of the window, in twips ----
+
+    // The canvas: what is painted here is saved.
+    PictureBox imgSize{
+        this, {.Name = "imgSize", .Left = 300, .Top = 300, .Width = 1515, .Height = 1515}, ScaleMode::Pixels};
+    Label Label1{
+        this, {.Name = "Label1", .Left = 2130, .Top = 330, .Width = 3870, .Height = 240, .Caption = "Filename"}};
+    Label lbFilename{this, {.Name = "lbFilename", .Left = 2130, .Top = 615, .Width = 3870, .Height = 285}};
+    ControlArray<Label> lbPhotoSize{this, "lbPhotoSize",
+        {{0, {.Left = 2130, .Top = 1080, .Width = 3870, .Height = 240}},
+            {1, {.Left = 2130, .Top = 1365, .Width = 3870, .Height = 240}}}};
+    Shape shpProgress{this, {.Name = "shpProgress", .Left = 300, .Top = 2130, .Width = 5700, .Height = 240}};
+    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 300, .Top = 2145, .Width = 0, .Height = 210}};
+    // Beyond the right edge: takes the size of the picture in work.
+    PictureBox pctSize{this, {.Name = "pctSize", .Left = 6900, .Top = 300, .Width = 1500, .Height = 1500}};
+
+private:
+    void createThumbnail(const std::string& listed, const std::string& photograph);
+    void paintThumbnail(const std::string& listed, const std::string& photograph);
+
+    Album& m_album;
+    CheckedArray<std::string> MissingList;
+    bool IsBuilding = false;
+    bool StopThumbnails = false;
+    float m_ratio = 1; // width to height of the picture in work
+};
+
+} // namespace trovarium
