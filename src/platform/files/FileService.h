@@ -26,7 +26,8 @@ enum class FileOperation {
     Delete,
     Rename,
     MakeFolder,
-    Picture
+    Picture,
+    Exists
 };
 
 // Called before every operation with the path as the program knows it; what it throws is what the
@@ -54,11 +55,16 @@ public:
     void print(int number, std::string_view line); // adds CR LF
     bool endOfFile(int number) const;
     std::string lineInput(int number); // ends at CR LF, CR or LF
-    void close(int number);            // a number that isn't open is no failure
-    void closeAll();
+    // Frees the number in any case. A number that isn't open is no failure.
+    void close(int number);
+    void closeAll(); // closes every number, then passes on the first failure
 
-    std::int64_t length(std::string_view path) const;
-    bool exists(std::string_view path) const; // a regular file of exactly this name
+    // Writes or replaces a whole file, beside its name first, so that no half file is seen under the name.
+    // The hook is told of a print.
+    void writeWhole(std::string_view path, std::string_view bytes);
+
+    std::int64_t length(std::string_view path) const; // in bytes; regular files only
+    bool exists(std::string_view path) const;         // a regular file of exactly this name
     bool folderExists(std::string_view path) const;
     Instant modified(std::string_view path) const;
     void setModified(std::string_view path, Instant instant);
@@ -67,8 +73,6 @@ public:
     void remove(std::string_view path);
     void rename(std::string_view from, std::string_view to);
     void makeFolder(std::string_view path);
-    // Replaces the whole file by these bytes, by way of a new file beside it: nobody sees half of it.
-    void writeWhole(std::string_view path, std::string_view bytes);
 
     // Names of the plain files that match folder + pattern ("*", "?", several joined by ";"), sorted as
     // lists are; a snapshot. An absent folder gives none.
@@ -79,7 +83,8 @@ public:
     std::vector<std::string> listFolders(std::string_view folder) const;
 
     // The path that the system knows for a file that is only to be read (with the fall-back in case), or
-    // the exact one to be written. For the platform's own use and for texts that a person reads.
+    // the exact one to be written. "File not found" where there is nothing to read, "Path not found" where the
+    // folder to write to is missing. For the platform's own use.
     std::string nativeForReading(std::string_view path) const;
     std::string nativeForWriting(std::string_view path) const;
 
@@ -91,8 +96,9 @@ private:
     std::unique_ptr<State> m_state;
 };
 
-// "/home/ann/x" to "/home\ann\x" and back, separators only.
+// "/home/ann/x" to "/home\ann\x"; a name that is no UTF-8 comes as the program knows it.
 std::string fromNativePath(std::string_view native);
+// The other way, separators only, for texts that a person reads.
 std::string toNativePath(std::string_view path);
 
 } // namespace trovarium

@@ -1,0 +1,556 @@
+#include "platform/files/FileService.h"
+
+#include "platform/files/Descriptor.h"
+#include "platform/files/FileCopy.h"
+#include "platform/files/FolderReader.h"
+#include "platform/files/NamePattern.h"
+#include "platform/files/NativeErrors.h"
+#include "platform/files/OpenFile.h"
+#include "platform/files/PathResolver.h"
+#include "runtime/Text.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <map>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace trovarium {
+
+namespace {
+
+using Edit = FolderListings::Edit;
+
+constexpr int MaxFileNumber = 255;
+constexpr mode_t NewFileMode = 0666; // less what the user's mask takes away
+
+// The system's answers for which a name may still be found in another spelling.
+bool isAbsent(int error)
+{
+    return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG;
+}
+
+bool isRegular(const struct stat& status)
+{
+    return S_ISREG(status.st_mode);
+}
+
+bool isSameFile(const struct stat& one, const struct stat& other)
+{
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+// "" is the path of a picture that has none.
+void refuseEmpty(std::string_view path)
+{
+    if (path.empty())
+        throw Failure(FailureKind::FileNotFound);
+}
+
+// Whether `kind` tells of a folder that gives no names rather than of a disk that fails.
+bool givesNoNames(FailureKind kind)
+{
+    return kind == FailureKind::FileNotFound || kind == FailureKind::PathNotFound || kind == FailureKind::PathFileAccess
+        || kind == FailureKind::BadFileNameOrNumber;
+}
+
+struct ListedName {
+    std::string capitals;
+    std::string name;
+
+    bool operator<(const ListedName& other) const
+    {
+        return capitals != other.capitals ? capitals < other.capitals : name < other.name;
+    }
+};
+
+std::vector<std::string> namesIn(const std::string& folder, FolderReader::Kind kind, const NamePattern& pattern)
+{
+    FolderReader reader(folder);
+    if (!reader.isOpen())
+        failNow(Attempted::Access);
+
+    std::vector<ListedName> found;
+    while (const std::optional<FolderReader::Entry> entry = reader.next()) {
+        if (entry->name.front() == '.' || !canBeNamed(entry->name))
+            continue;
+        std::string name = nameInside(entry->name);
+        std::string capitals = upper(name);
+        if (pattern.matches(capitals) && reader.kindOf(*entry) == kind)
+            found.push_back({std::move(capitals), std::move(name)});
+    }
+    std::sort(found.begin(), found.end());
+
+    std::vector<std::string> names;
+    names.reserve(found.size());
+    for (ListedName& listed : found) {
+        // Two files that bear one name inside are one entry.
+        if (names.empty() || names.back() != listed.name)
+            names.push_back(std::move(listed.name));
+    }
+    return names;
+}
+
+} // namespace
+
+struct FileService::State {
+    FaultHook hook;
+    std::map<int, OpenFile> numbers;
+    PathResolver resolver;
+
+    void announce(FileOperation operation, std::string_view path) const
+    {
+        if (hook)
+            hook(operation, path);
+    }
+
+    OpenFile& numbered(int number)
+    {
+        const auto found = numbers.find(number);
+        if (found == numbers.end())
+            throw Failure(FailureKind::BadFileNameOrNumber);
+        return found->second;
+    }
+
+    bool isInUse(const struct stat& status) const
+    {
+        return std::any_of(
+            numbers.begin(), numbers.end(), [&](const auto& entry) { return entry.second.isSameFile(status); });
+    }
+
+    void made(const NativePath& place, const std::function<void()>& change)
+    {
+        resolver.listings().carry({{Edit::What::Made, place}}, change);
+    }
+
+    void gone(const NativePath& place, const std::function<void()>& change)
+    {
+        resolver.listings().carry({{Edit::What::Gone, place}}, change);
+    }
+
+    // `call` gets a native path and answers as the system does, -1 with errno.
+    template <class Call>
+    std::string onReadable(std::string_view path, Attempted attempted, Call call)
+    {
+        std::string native = nativeAsWritten(path);
+        int result = call(native);
+        if (result < 0 && isAbsent(errno)) {
+            native = resolver.readable(native);
+            result = call(native);
+        }
+        if (result < 0)
+            failNow(attempted);
+        return native;
+    }
+
+    struct stat readableStatus(std::string_view path)
+    {
+        struct stat status = {};
+        refuseEmpty(path);
+        onReadable(path, Attempted::Access, [&](const std::string& native) { return stat(native.c_str(), &status); });
+        if (!isRegular(status))
+            throw Failure(FailureKind::FileNotFound);
+        return status;
+    }
+
+    // The place that the exact name means, and what stands there, if anything.
+    struct Target {
+        NativePath place;
+        std::string native;
+        std::optional<struct stat> status;
+    };
+
+    Target target(std::string_view path)
+    {
+        Target target;
+        target.place = resolver.exact(nativeAsWritten(path));
+        target.native = target.place.whole();
+        struct stat status = {};
+        if (stat(target.native.c_str(), &status) == 0)
+            target.status = status;
+        return target;
+    }
+
+    Descriptor openForReading(std::string_view path);
+    Descriptor openForWriting(std::string_view path, OpenMode mode);
+    void copy(const Descriptor& source, const struct stat& status, const NativePath& place, NewFile::Existing existing);
+    void refuseReplacing(const Target& target, const struct stat* source) const;
+    bool isSameInOtherCase(const Target& from, const Target& to) const;
+    void moveAcross(const Target& from, const Target& to);
+    std::vector<std::string> list(std::string_view folderAndPattern);
+};
+
+Descriptor FileService::State::openForReading(std::string_view path)
+{
+    Descriptor descriptor;
+    // Without blocking: a pipe must not hold the program.
+    onReadable(path, Attempted::Access, [&](const std::string& native) {
+        descriptor = Descriptor(::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+        return descriptor.handle();
+    });
+    return descriptor;
+}
+
+Descriptor FileService::State::openForWriting(std::string_view path, OpenMode mode)
+{
+    const NativePath place = resolver.exact(nativeAsWritten(path));
+    const std::string native = place.whole();
+    Descriptor descriptor;
+    made(place, [&] {
+        const int flags = O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK | (mode == OpenMode::Append ? O_APPEND : 0);
+        descriptor = Descriptor(::open(native.c_str(), flags, NewFileMode));
+        // A file that may be written and not read: the end of its last line stays unknown.
+        if (!descriptor.isOpen() && errno == EACCES)
+            descriptor = Descriptor(::open(native.c_str(), (flags & ~O_RDWR) | O_WRONLY, NewFileMode));
+        if (!descriptor.isOpen() && errno == ENOENT)
+            throw Failure(FailureKind::PathNotFound);
+        if (!descriptor.isOpen())
+            failNow(Attempted::Access);
+    });
+    return descriptor;
+}
+
+// `source` is null where the content comes from elsewhere.
+void FileService::State::refuseReplacing(const Target& target, const struct stat* source) const
+{
+    if (!target.status)
+        return;
+    if (!isRegular(*target.status) || (source != nullptr && isSameFile(*source, *target.status))
+        || isInUse(*target.status) || access(target.native.c_str(), W_OK) != 0)
+        throw Failure(FailureKind::PermissionDenied);
+}
+
+void FileService::State::copy(
+    const Descriptor& source, const struct stat& status, const NativePath& place, NewFile::Existing existing)
+{
+    made(place, [&] {
+        NewFile file(place.folder, (status.st_mode & NewFileMode) | S_IWUSR, Attempted::Change);
+        file.copyContent(source);
+        file.setModified(status.st_mtim);
+        file.becomes(place.whole(), existing);
+    });
+}
+
+// On a file system without case both names lead to the one entry.
+bool FileService::State::isSameInOtherCase(const Target& from, const Target& to) const
+{
+    return from.status && to.status && isSameFile(*from.status, *to.status) && from.status->st_nlink == 1
+        && from.place.folder == to.place.folder && from.place.leaf != to.place.leaf
+        && equalInCapitals(nameInside(from.place.leaf), nameInside(to.place.leaf));
+}
+
+void FileService::State::moveAcross(const Target& from, const Target& to)
+{
+    if (!isRegular(*from.status))
+        throw Failure(FailureKind::PermissionDenied);
+    const Descriptor source(::open(from.native.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!source.isOpen())
+        failNow(Attempted::Change);
+    copy(source, *from.status, to.place, NewFile::Existing::Keep);
+    gone(from.place, [&] {
+        if (unlink(from.native.c_str()) == 0)
+            return;
+        const int error = errno;
+        unlink(to.native.c_str());
+        throw Failure(failureKind(error, Attempted::Change));
+    });
+}
+
+std::vector<std::string> FileService::State::list(std::string_view folderAndPattern)
+{
+    const std::string native = nativeAsWritten(folderAndPattern);
+    const NativePath parts = splitNative(native);
+    return namesIn(resolver.folder(parts.folder), FolderReader::Kind::File, NamePattern(parts.leaf));
+}
+
+FileService::FileService()
+    : m_state(std::make_unique<State>())
+{
+}
+
+FileService::~FileService()
+{
+    // Files that were left open end here, where nobody can be told in another way.
+    for (auto& [number, file] : m_state->numbers) {
+        if (const std::optional<Failure> failure = attempt([&] { file.close(); }))
+            std::fprintf(stderr, "%s: %s\n", file.path().c_str(), std::string(failure->description()).c_str());
+    }
+}
+
+void FileService::setFaultHook(FaultHook hook)
+{
+    m_state->hook = std::move(hook);
+}
+
+int FileService::freeFile() const
+{
+    int number = 1;
+    for (const auto& entry : m_state->numbers) {
+        if (entry.first != number)
+            break;
+        ++number;
+    }
+    if (number > MaxFileNumber)
+        throw Failure(FailureKind::TooManyFiles);
+    return number;
+}
+
+void FileService::open(std::string_view path, OpenMode mode, int number)
+{
+    m_state->announce(FileOperation::Open, path);
+    if (number < 1 || number > MaxFileNumber)
+        throw Failure(FailureKind::BadFileNameOrNumber);
+    if (m_state->numbers.count(number) != 0)
+        throw Failure(FailureKind::FileAlreadyOpen);
+
+    Descriptor descriptor =
+        mode == OpenMode::Input ? m_state->openForReading(path) : m_state->openForWriting(path, mode);
+    struct stat status = {};
+    if (fstat(descriptor.handle(), &status) != 0)
+        failNow(Attempted::Access);
+    if (!isRegular(status))
+        throw Failure(FailureKind::PathFileAccess);
+    if (mode != OpenMode::Input && m_state->isInUse(status))
+        throw Failure(FailureKind::FileAlreadyOpen);
+    // Not before it is known that nobody has the file open.
+    if (mode == OpenMode::Output && status.st_size > 0 && ftruncate(descriptor.handle(), 0) != 0)
+        failNow(Attempted::Access);
+    m_state->numbers.try_emplace(number, std::string(path), mode, std::move(descriptor), status);
+}
+
+void FileService::print(int number, std::string_view line)
+{
+    OpenFile& file = m_state->numbered(number);
+    m_state->announce(FileOperation::Print, file.path());
+    file.print(line);
+}
+
+bool FileService::endOfFile(int number) const
+{
+    return m_state->numbered(number).endOfFile();
+}
+
+std::string FileService::lineInput(int number)
+{
+    OpenFile& file = m_state->numbered(number);
+    m_state->announce(FileOperation::LineInput, file.path());
+    return file.lineInput();
+}
+
+void FileService::close(int number)
+{
+    auto taken = m_state->numbers.extract(number);
+    if (taken.empty())
+        return;
+    m_state->announce(FileOperation::Close, taken.mapped().path());
+    taken.mapped().close();
+}
+
+void FileService::closeAll()
+{
+    std::optional<Failure> first;
+    while (!m_state->numbers.empty()) {
+        const std::optional<Failure> failure = attempt([&] { close(m_state->numbers.begin()->first); });
+        if (!first)
+            first = failure;
+    }
+    if (first)
+        throw Failure(*first);
+}
+
+void FileService::writeWhole(std::string_view path, std::string_view bytes)
+{
+    m_state->announce(FileOperation::Print, path);
+    const State::Target target = m_state->target(path);
+    if (target.status && m_state->isInUse(*target.status))
+        throw Failure(FailureKind::FileAlreadyOpen);
+    if (target.status && (!isRegular(*target.status) || access(target.native.c_str(), W_OK) != 0))
+        throw Failure(FailureKind::PathFileAccess);
+    m_state->made(target.place, [&] {
+        NewFile file(target.place.folder, NewFileMode, Attempted::Access);
+        file.write(bytes);
+        file.becomes(target.native, NewFile::Existing::Replace);
+    });
+}
+
+std::int64_t FileService::length(std::string_view path) const
+{
+    m_state->announce(FileOperation::Length, path);
+    return m_state->readableStatus(path).st_size;
+}
+
+bool FileService::exists(std::string_view path) const
+{
+    m_state->announce(FileOperation::Exists, path);
+    bool found = false;
+    // Whatever keeps a file from being seen, it isn't there for the program.
+    attempt([&] {
+        const std::string native = nativeAsWritten(path);
+        struct stat status = {};
+        if (stat(native.c_str(), &status) == 0) {
+            found = isRegular(status);
+        } else if (isAbsent(errno)) {
+            const NativePath place = m_state->resolver.exact(native);
+            found = place != splitNative(native) && stat(place.whole().c_str(), &status) == 0 && isRegular(status);
+        }
+    });
+    return found;
+}
+
+bool FileService::folderExists(std::string_view path) const
+{
+    m_state->announce(FileOperation::Exists, path);
+    return !attempt([&] { m_state->resolver.folder(nativeAsWritten(path)); });
+}
+
+Instant FileService::modified(std::string_view path) const
+{
+    m_state->announce(FileOperation::Date, path);
+    return Instant(std::chrono::seconds(m_state->readableStatus(path).st_mtim.tv_sec));
+}
+
+void FileService::setModified(std::string_view path, Instant instant)
+{
+    m_state->announce(FileOperation::SetDate, path);
+    timespec times[2] = {};
+    times[0].tv_nsec = UTIME_OMIT;
+    times[1].tv_sec = instant.time_since_epoch().count();
+    const State::Target target = m_state->target(path);
+    if (utimensat(AT_FDCWD, target.native.c_str(), times, 0) != 0)
+        failNow(Attempted::Access);
+}
+
+void FileService::copy(std::string_view source, std::string_view target)
+{
+    m_state->announce(FileOperation::Copy, target);
+    refuseEmpty(source);
+    refuseEmpty(target);
+    Descriptor descriptor;
+    m_state->onReadable(source, Attempted::Change, [&](const std::string& native) {
+        descriptor = Descriptor(::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+        return descriptor.handle();
+    });
+    struct stat status = {};
+    if (fstat(descriptor.handle(), &status) != 0)
+        failNow(Attempted::Change);
+    if (!isRegular(status))
+        throw Failure(FailureKind::FileNotFound);
+    const State::Target place = m_state->target(target);
+    if (m_state->isInUse(status))
+        throw Failure(FailureKind::PermissionDenied);
+    m_state->refuseReplacing(place, &status);
+    m_state->copy(descriptor, status, place.place, NewFile::Existing::Replace);
+}
+
+void FileService::remove(std::string_view path)
+{
+    m_state->announce(FileOperation::Delete, path);
+    const State::Target target = m_state->target(path);
+    if (!target.status || !isRegular(*target.status))
+        throw Failure(FailureKind::FileNotFound);
+    if (m_state->isInUse(*target.status))
+        throw Failure(FailureKind::PermissionDenied);
+    m_state->gone(target.place, [&] {
+        if (unlink(target.native.c_str()) != 0)
+            failNow(Attempted::Change);
+    });
+}
+
+void FileService::rename(std::string_view from, std::string_view to)
+{
+    m_state->announce(FileOperation::Rename, from);
+    const State::Target source = m_state->target(from);
+    if (!source.status)
+        throw Failure(FailureKind::FileNotFound);
+    if (m_state->isInUse(*source.status))
+        throw Failure(FailureKind::PermissionDenied);
+    const State::Target target = m_state->target(to);
+    bool betweenFileSystems = false;
+    const auto move = [&] {
+        const int result = m_state->isSameInOtherCase(source, target)
+            ? std::rename(source.native.c_str(), target.native.c_str())
+            : renameToFreeName(source.native, target.native);
+        betweenFileSystems = result != 0 && errno == EXDEV;
+        if (result != 0 && !betweenFileSystems)
+            failNow(Attempted::Change);
+    };
+    m_state->resolver.listings().carry({{Edit::What::Gone, source.place}, {Edit::What::Made, target.place}}, move);
+    if (betweenFileSystems)
+        m_state->moveAcross(source, target);
+    if (S_ISDIR(source.status->st_mode))
+        m_state->resolver.listings().clear();
+}
+
+void FileService::makeFolder(std::string_view path)
+{
+    m_state->announce(FileOperation::MakeFolder, path);
+    const std::string native(withoutEndSlashes(nativeAsWritten(path)));
+    // A library from a file system without case must not get an empty folder beside its full one.
+    if (native.empty() || !attempt([&] { m_state->resolver.folder(native); }))
+        throw Failure(FailureKind::PathFileAccess);
+    const NativePath place = m_state->resolver.exact(native);
+    m_state->made(place, [&] {
+        if (mkdir(place.whole().c_str(), 0777) != 0)
+            failNow(Attempted::Access);
+    });
+}
+
+std::vector<std::string> FileService::list(std::string_view folderAndPattern) const
+{
+    m_state->announce(FileOperation::List, folderAndPattern);
+    try {
+        return m_state->list(folderAndPattern);
+    } catch (const Failure& failure) {
+        if (!givesNoNames(failure.kind()))
+            throw;
+        return {};
+    }
+}
+
+std::vector<std::string> FileService::listExisting(std::string_view folderAndPattern) const
+{
+    m_state->announce(FileOperation::List, folderAndPattern);
+    try {
+        return m_state->list(folderAndPattern);
+    } catch (const Failure& failure) {
+        if (!givesNoNames(failure.kind()))
+            throw;
+        throw Failure(FailureKind::PathNotFound);
+    }
+}
+
+std::vector<std::string> FileService::listFolders(std::string_view folder) const
+{
+    m_state->announce(FileOperation::List, folder);
+    try {
+        const std::string native = m_state->resolver.folder(nativeAsWritten(folder));
+        return namesIn(native, FolderReader::Kind::Folder, NamePattern({}));
+    } catch (const Failure& failure) {
+        if (!givesNoNames(failure.kind()))
+            throw;
+        return {};
+    }
+}
+
+std::string FileService::nativeForReading(std::string_view path) const
+{
+    refuseEmpty(path);
+    struct stat status = {};
+    return m_state->onReadable(
+        path, Attempted::Access, [&](const std::string& native) { return stat(native.c_str(), &status); });
+}
+
+std::string FileService::nativeForWriting(std::string_view path) const
+{
+    return m_state->resolver.exact(nativeAsWritten(path)).whole();
+}
+
+void FileService::announce(FileOperation operation, std::string_view path) const
+{
+    m_state->announce(operation, path);
+}
+
+} // namespace trovarium

@@ -1,0 +1,142 @@
+#include "platform/files/OpenFile.h"
+
+#include "platform/files/NativeErrors.h"
+#include "runtime/Text.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <unistd.h>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+constexpr std::size_t BufferBytes = 65536;
+
+// A line without end, as a film that was taken for a list may hold, must not take all memory.
+constexpr std::size_t MaxLineBytes = 64 * 1024 * 1024;
+
+constexpr std::string_view LineEnd = "\r\n";
+
+bool lacksLineEnd(int handle, off_t size)
+{
+    char last = 0;
+    return size > 0 && pread(handle, &last, 1, size - 1) == 1 && last != '\n' && last != '\r';
+}
+
+} // namespace
+
+OpenFile::OpenFile(std::string path, OpenMode mode, Descriptor descriptor, const struct stat& status)
+    : m_path(std::move(path))
+    , m_mode(mode)
+    , m_descriptor(std::move(descriptor))
+    , m_device(status.st_dev)
+    , m_inode(status.st_ino)
+    , m_unread(status.st_size)
+    , m_lineEndMissing(mode == OpenMode::Append && lacksLineEnd(m_descriptor.handle(), status.st_size))
+{
+}
+
+bool OpenFile::isSameFile(const struct stat& status) const
+{
+    return m_device == status.st_dev && m_inode == status.st_ino;
+}
+
+void OpenFile::print(std::string_view line)
+{
+    requireMode(m_mode != OpenMode::Input);
+    const std::string encoded = encodeLine(line);
+    // Before the line is added: one that fails here is not written at a later close all the same.
+    if (!m_buffer.empty() && m_buffer.size() + encoded.size() > BufferBytes)
+        flush();
+    if (std::exchange(m_lineEndMissing, false))
+        m_buffer += LineEnd;
+    m_buffer += encoded;
+    m_buffer += LineEnd;
+}
+
+bool OpenFile::endOfFile()
+{
+    requireMode(m_mode == OpenMode::Input);
+    return m_taken == m_buffer.size() && !fill();
+}
+
+std::string OpenFile::lineInput()
+{
+    if (endOfFile())
+        throw Failure(FailureKind::InputPastEndOfFile);
+    std::string line;
+    for (;;) {
+        const std::string_view rest = std::string_view(m_buffer).substr(m_taken);
+        const std::size_t end = rest.find_first_of(LineEnd);
+        line += rest.substr(0, end);
+        if (line.size() > MaxLineBytes)
+            throw Failure(FailureKind::OutOfMemory);
+        if (end == std::string_view::npos) {
+            m_taken = m_buffer.size();
+            if (!fill())
+                break;
+            continue;
+        }
+        m_taken += end + 1;
+        if (rest[end] == '\r' && !endOfFile() && m_buffer[m_taken] == '\n')
+            ++m_taken;
+        break;
+    }
+    return decodeLine(line);
+}
+
+void OpenFile::close()
+{
+    if (m_mode == OpenMode::Input)
+        return;
+    flush();
+    if (m_descriptor.close() != 0)
+        failNow(Attempted::Access);
+}
+
+// Reads on when all was taken; false at the end of the file.
+bool OpenFile::fill()
+{
+    if (m_endReached)
+        return false;
+    const auto wanted = std::min(static_cast<std::size_t>(std::max<off_t>(m_unread, 0)) + 1, BufferBytes);
+    m_buffer.resize(wanted);
+    m_taken = 0;
+    ssize_t count = 0;
+    do {
+        count = read(m_descriptor.handle(), m_buffer.data(), wanted);
+    } while (count < 0 && errno == EINTR);
+    m_buffer.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    if (count < 0)
+        failNow(Attempted::Access);
+    m_unread -= count;
+    // The length that the file had is all of it: small files are read at one go.
+    m_endReached = count == 0 || m_unread == 0;
+    return count > 0;
+}
+
+void OpenFile::flush()
+{
+    std::size_t written = 0;
+    while (written < m_buffer.size()) {
+        const ssize_t count = write(m_descriptor.handle(), m_buffer.data() + written, m_buffer.size() - written);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0) {
+            m_buffer.erase(0, written);
+            failNow(Attempted::Access);
+        }
+        written += static_cast<std::size_t>(count);
+    }
+    m_buffer.clear();
+}
+
+void OpenFile::requireMode(bool right) const
+{
+    if (!right)
+        throw Failure(FailureKind::BadFileNameOrNumber);
+}
+
+} // namespace trovarium
