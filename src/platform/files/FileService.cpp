@@ -351,14 +351,8 @@ void FileService::close(int number)
 
 void FileService::closeAll()
 {
-    std::optional<Failure> first;
-    while (!m_state->numbers.empty()) {
-        const std::optional<Failure> failure = attempt([&] { close(m_state->numbers.begin()->first); });
-        if (!first)
-            first = failure;
-    }
-    if (first)
-        throw Failure(*first);
+    while (!m_state->numbers.empty())
+        attempt([&] { close(m_state->numbers.begin()->first); });
 }
 
 void FileService::writeWhole(std::string_view path, std::string_view bytes)

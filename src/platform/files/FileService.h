@@ -57,7 +57,8 @@ public:
     std::string lineInput(int number); // ends at CR LF, CR or LF
     // Frees the number in any case. A number that isn't open is no failure.
     void close(int number);
-    void closeAll(); // closes every number, then passes on the first failure
+    // Closes every number. It serves where a failure is already being handled, so its own are dropped.
+    void closeAll();
 
     // Writes or replaces a whole file, beside its name first, so that no half file is seen under the name.
     // The hook is told of a print.

@@ -1,0 +1,125 @@
+#include "runtime/Text.h"
+#include "support/FailureOf.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace trovarium {
+
+namespace {
+
+// Every byte from 0x80 on as a line of its own reading.
+std::string highBytes()
+{
+    std::string bytes;
+    for (int value = 0x80; value < 0x100; ++value)
+        bytes += static_cast<char>(value);
+    return bytes;
+}
+
+} // namespace
+
+TEST(Text, CapitalsAreThoseOfAsciiAndWindows1252)
+{
+    EXPECT_EQ(upper("azAZ09_-."), "AZAZ09_-.");
+    EXPECT_EQ(upper("àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþ"), "ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞ");
+    EXPECT_EQ(upper("ÿšœž"), "ŸŠŒŽ");
+    EXPECT_EQ(upper("×÷ßµƒŸŠŒŽ€"), "×÷ßµƒŸŠŒŽ€");
+    EXPECT_EQ(upper("ąčжω漢😀"), "ąčжω漢😀") << "letters beyond Windows-1252 stay";
+}
+
+TEST(Text, CapitalsKeepEveryBytePositionEvenOfDamagedText)
+{
+    for (int lead = 0; lead < 256; ++lead) {
+        const std::string damaged{'a', static_cast<char>(lead), '\xBF', 'z', static_cast<char>(lead)};
+        EXPECT_EQ(upper(damaged).size(), damaged.size());
+        EXPECT_EQ(upper(upper(damaged)), upper(damaged)) << lead;
+    }
+}
+
+TEST(Text, EqualityInCapitalsAgreesWithUpper)
+{
+    EXPECT_TRUE(equalInCapitals("Fähre.JPG", "fÄHRE.jpg"));
+    EXPECT_TRUE(equalInCapitals("ÿ", "Ÿ"));
+    EXPECT_FALSE(equalInCapitals("ÿ", "ß"));
+    EXPECT_FALSE(equalInCapitals("a", "ab"));
+    EXPECT_FALSE(equalInCapitals("÷", "×"));
+}
+
+TEST(Text, ListsAreSortedByCapitalsThenByBytes)
+{
+    std::vector<std::string> names{"b", "a", "B", "A", "  All Photos  ", "a1", "_", "Ä", "ä", "Z", "!"};
+    std::sort(names.begin(), names.end(), listedBefore);
+    const std::vector<std::string> expected{"  All Photos  ", "!", "A", "a", "a1", "B", "b", "Z", "_", "Ä", "ä"};
+    EXPECT_EQ(names, expected);
+}
+
+TEST(Text, ASearchWithoutCaseGivesBytePositions)
+{
+    EXPECT_EQ(findNoCase("Im Hafen von Köln", "KÖLN"), 13U);
+    EXPECT_EQ(findNoCase("aXbx", "x", 2), 3U);
+    EXPECT_EQ(findNoCase("abc", "", 3), 3U);
+    EXPECT_EQ(findNoCase("abc", "", 4), std::string_view::npos);
+    EXPECT_EQ(findNoCase("abc", "abcd"), std::string_view::npos);
+    EXPECT_EQ(findNoCase("aab", "AB"), 1U);
+}
+
+TEST(Text, CutsTakeWhatIsThere)
+{
+    EXPECT_EQ(trimmed("  a b  "), "a b");
+    EXPECT_EQ(trimmed("   "), "");
+    EXPECT_EQ(left("abc", 5), "abc");
+    EXPECT_EQ(right("abc", 2), "bc");
+    EXPECT_EQ(right("abc", 5), "abc");
+    EXPECT_EQ(withoutLast("photo.jpg.info", 5), "photo.jpg");
+    EXPECT_EQ(failureOf([] { withoutLast("info", 5); }), "Invalid procedure call or argument");
+    EXPECT_EQ(characterCount("Fähre €"), 7U);
+    EXPECT_EQ(firstCharacters("Fähre €", 2), "Fä");
+    EXPECT_EQ(firstCharacters("Fä", 9), "Fä");
+    EXPECT_EQ(firstCharacters("é", 0), "");
+}
+
+TEST(Text, OnlyWellFormedUtf8IsUtf8)
+{
+    for (const std::string_view good :
+        {"", "plain ascii, longer than eight", "é", "€", "😀", "\xED\x9F\xBF", "\xF4\x8F\xBF\xBF"})
+        EXPECT_TRUE(isUtf8(good)) << good;
+    for (const std::string_view bad : {"\xE9", "\x80", "\xC3", "\xC0\xAF", "\xE0\x80\x80", "\xED\xA0\x80",
+             "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xE2\x82", "12345678\xFF"})
+        EXPECT_FALSE(isUtf8(bad));
+}
+
+TEST(Text, EveryByteOfWindows1252ReadsAsOneCharacterAndComesBack)
+{
+    const std::string bytes = highBytes();
+    const std::string text = decodeLine(bytes);
+    EXPECT_TRUE(isUtf8(text));
+    EXPECT_EQ(characterCount(text), bytes.size());
+    EXPECT_EQ(encodeLine(text), bytes);
+    EXPECT_EQ(decodeLine("\x80\x81\x8A\x8D\x9F\xE9"), "€\u0081Š\u008DŸé");
+}
+
+TEST(Text, ALineOnDiskLosesNothing)
+{
+    struct Case {
+        std::string_view text;
+        std::string_view bytes;
+    };
+    for (const auto& [text, bytes] : {Case{"Title=Hafen", "Title=Hafen"}, {"Köln", "K\xF6ln"}, {"10 €", "10 \x80"},
+             {"Łódź", "Łódź"}, {"漢字", "漢字"},
+             // Its Windows-1252 bytes would read as "é".
+             {"Ã©", "Ã©"}, {"\u0080", "\u0080"}}) {
+        EXPECT_EQ(encodeLine(text), bytes);
+        EXPECT_EQ(decodeLine(bytes), text);
+    }
+    // Any two characters beyond ASCII survive the way to the disk and back.
+    for (char32_t first = 0xA0; first < 0x180; ++first) {
+        for (char32_t second = 0x80; second < 0x100; ++second) {
+            const std::string text{static_cast<char>(0xC0 | first >> 6), static_cast<char>(0x80 | (first & 0x3F)),
+                static_cast<char>(0xC0 | second >> 6), static_cast<char>(0x80 | (second & 0x3F))};
+            ASSERT_EQ(decodeLine(encodeLine(text)), text);
+        }
+    }
+}
+
+} // namespace trovarium
