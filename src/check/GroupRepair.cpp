@@ -40,10 +40,11 @@ void copyLivingLines(Album& album, const std::string& list, const std::string& s
                 files.print(output, line);
         }
         files.close(output);
+        files.close(input);
     });
-    attempt([&] { files.close(input); });
     if (failure) {
         attempt([&] { files.close(output); });
+        attempt([&] { files.close(input); });
         throw *failure;
     }
 }
