@@ -12,6 +12,8 @@
 #include "store/InfoFile.h"
 #include "store/LibraryFolders.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <deque>
 #include <string_view>
@@ -31,6 +33,12 @@ bool isVideoFile(std::string_view path)
 {
     const std::string ending = upper(right(path, 4));
     return ending == ".MPG" || ending == ".MOV" || ending == ".AVI";
+}
+
+// A bitmap has whole pixels, and even the narrowest panorama has one.
+float shorterSide(float pixels)
+{
+    return std::max(1.0F, std::round(pixels));
 }
 
 // The files of the photographs of a list, in its order. A few are looked up ahead of their turn, so that the
@@ -161,10 +169,10 @@ void frmThumbnail::paintThumbnail(const std::string& listed, const std::string& 
     lbPhotoSize(1).Caption = "(height=" + numberText(height) + ")";
     if (m_ratio < 1) {
         imgSize.Height = LongerSide;
-        imgSize.Width = LongerSide * m_ratio;
+        imgSize.Width = shorterSide(LongerSide * m_ratio);
     } else {
         imgSize.Width = LongerSide;
-        imgSize.Height = LongerSide / m_ratio;
+        imgSize.Height = shorterSide(LongerSide / m_ratio);
     }
     imgSize.Picture = trovarium::Picture();
     desktop().DoEvents();
