@@ -211,6 +211,14 @@ class VirtualDesktop:
         self.move(window, x, y)
         self.act("click", "--repeat", "2", "--delay", "60", "1")
 
+    def drag(self, window: Window, *way: tuple[int, int]) -> None:
+        """Presses at the first place of the way, moves along it, and releases at the last."""
+        self.move(window, *way[0])
+        self.act("mousedown", "1")
+        for x, y in way[1:]:
+            self.move(window, x, y)
+        self.act("mouseup", "1")
+
     def key(self, *keys: str) -> None:
         self.act("key", "--clearmodifiers", *keys)
 

@@ -45,6 +45,15 @@ class Library:
             XDG_CACHE_HOME=str(self._home / "cache"),
         )
 
+    def take_in(self, photographs: Iterable[str]) -> None:
+        """Information files for photographs, so that the next start builds their thumbnails."""
+        self.infos.mkdir(exist_ok=True)
+        self.groups.mkdir(exist_ok=True)
+        keys = ("TITLE", "PHOTOGRAPHER", "YEAR", "PEOPLE", "PLACE", "EVENT", "KEYWORDS", "ImageWidth", "ImageHeight")
+        for photograph in photographs:
+            text = rf"PhotoPath=\Photos\{photograph}" + "\r\n" + "".join(f"{key}=\r\n" for key in keys)
+            (self.infos / f"{photograph}.info").write_text(text, newline="")
+
     def write_group(self, name: str, photographs: Iterable[str]) -> None:
         text = "".join(photograph + "\r\n" for photograph in photographs)
         (self.groups / f"{name}.lst").write_text(text, newline="")
@@ -80,6 +89,10 @@ class MainWindow:
 
     def double_click(self, place: tuple[int, int]) -> None:
         self._desktop.double_click(self._window, place[0], place[1] + self._menu_height)
+
+    def drag(self, start: tuple[int, int], *way: tuple[int, int]) -> None:
+        """Presses at `start`, moves along the way, and releases at its end."""
+        self._desktop.drag(self._window, *((x, y + self._menu_height) for x, y in (start, *way)))
 
     def shows(self, what: str, colours: dict[tuple[int, int], Colour | None]) -> None:
         """Waits until each place has its colour; None stands for none of the photographs' colours."""
