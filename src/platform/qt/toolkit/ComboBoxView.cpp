@@ -1,0 +1,126 @@
+#include "platform/qt/toolkit/DesktopState.h"
+#include "platform/qt/toolkit/LateUpdate.h"
+#include "platform/qt/toolkit/View.h"
+#include "platform/toolkit/ComboBox.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+#include <functional>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+class Combo : public QComboBox {
+public:
+    explicit Combo(QWidget* parent)
+        : QComboBox(parent)
+    {
+        setEditable(true);
+        // The text is used as typed: nothing is added to the list or put in its place.
+        setInsertPolicy(NoInsert);
+        setDuplicatesEnabled(true);
+        setCompleter(nullptr);
+    }
+
+    void beforeUse(std::function<void()> action) { m_beforeUse = std::move(action); }
+
+    void showPopup() override
+    {
+        m_beforeUse();
+        QComboBox::showPopup();
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        m_beforeUse();
+        QComboBox::keyPressEvent(event);
+    }
+    // A turn of the wheel on the way over must not choose another entry.
+    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+
+private:
+    std::function<void()> m_beforeUse = [] {};
+};
+
+class ComboBoxView : public WidgetView {
+public:
+    explicit ComboBoxView(ComboBox& box)
+        : ComboBoxView(box, new Combo(surfaceWidget(box)))
+    {
+    }
+    ~ComboBoxView() override
+    {
+        m_combo->beforeUse([] {});
+    }
+
+    void apply(Change change) override
+    {
+        switch (change) {
+        case Change::Content:
+            m_update.schedule();
+            break;
+        case Change::Text:
+            showText();
+            break;
+        default:
+            WidgetView::apply(change);
+        }
+    }
+
+private:
+    ComboBoxView(ComboBox& box, Combo* combo)
+        : WidgetView(box, combo)
+        , m_box(box)
+        , m_combo(combo)
+        , m_update([this] { showItems(); })
+    {
+        showItems();
+        m_combo->beforeUse([this] { m_update.flush(); });
+        QObject::connect(m_combo->lineEdit(), &QLineEdit::textEdited, m_combo,
+            [this](const QString& text) { fromDesktop(m_box, [&] { m_box.typed(toText(text)); }); });
+        QObject::connect(m_combo, &QComboBox::activated, m_combo,
+            [this](int index) { fromDesktop(m_box, [&] { m_box.chosen(index); }); });
+    }
+
+    void showItems()
+    {
+        const QSignalBlocker quiet(m_combo);
+        m_combo->clear();
+        for (int index = 0; index < m_box.ListCount(); ++index)
+            m_combo->addItem(toQString(m_box.List(index)));
+        showText();
+    }
+
+    void showText()
+    {
+        const QString text = toQString(m_box.Text());
+        const QSignalBlocker quiet(m_combo);
+        const QSignalBlocker quietEdit(m_combo->lineEdit());
+        const int cursor = m_combo->lineEdit()->cursorPosition();
+        if (!m_update.isDue())
+            m_combo->setCurrentIndex(m_box.ListIndex());
+        if (text == m_combo->lineEdit()->text())
+            return;
+        m_combo->setEditText(text);
+        m_combo->lineEdit()->setCursorPosition(cursor);
+    }
+
+    ComboBox& m_box;
+    Combo* m_combo;
+    LateUpdate m_update;
+};
+
+} // namespace
+
+std::unique_ptr<View> ComboBox::makeView()
+{
+    return std::make_unique<ComboBoxView>(*this);
+}
+
+} // namespace trovarium

@@ -1,0 +1,55 @@
+#include "platform/qt/toolkit/RowList.h"
+#include "platform/qt/toolkit/View.h"
+#include "platform/toolkit/FileList.h"
+
+namespace trovarium {
+
+namespace {
+
+class FileListView : public WidgetView, private RowSource {
+public:
+    explicit FileListView(FileList& files)
+        : FileListView(files, new RowList(*this, surfaceWidget(files)))
+    {
+    }
+    ~FileListView() override { m_list->detach(); }
+
+    void apply(Change change) override
+    {
+        if (change == Change::Content)
+            m_list->follow();
+        else
+            WidgetView::apply(change);
+    }
+
+private:
+    FileListView(FileList& files, RowList* list)
+        : WidgetView(files, list)
+        , m_files(files)
+        , m_list(list)
+    {
+        m_list->setExtended(true);
+    }
+
+    Component& sender() override { return m_files; }
+    bool takesInput() const override { return m_files.takesInput(); }
+    int rowCount() const override { return m_files.ListCount(); }
+    QString rowText(int row) const override { return toQString(m_files.List(row)); }
+    bool isRowSelected(int row) const override { return m_files.Selected(row); }
+    int currentRow() const override { return -1; }
+
+    void rowsChosen(int, const std::vector<bool>& selected) override { m_files.chosen(selected); }
+    void rowDoubleClicked(int) override { m_files.DblClick.raise(); }
+
+    FileList& m_files;
+    RowList* m_list;
+};
+
+} // namespace
+
+std::unique_ptr<View> FileList::makeView()
+{
+    return std::make_unique<FileListView>(*this);
+}
+
+} // namespace trovarium

@@ -1,0 +1,87 @@
+#include "platform/qt/toolkit/RowList.h"
+#include "platform/qt/toolkit/View.h"
+#include "platform/toolkit/FolderList.h"
+
+#include <QStyle>
+
+#include <algorithm>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+constexpr int BlanksToALevel = 2;
+
+class FolderListView : public WidgetView, private RowSource {
+public:
+    explicit FolderListView(FolderList& folders)
+        : FolderListView(folders, new RowList(*this, surfaceWidget(folders)))
+    {
+    }
+    ~FolderListView() override { m_list->detach(); }
+
+    void apply(Change change) override
+    {
+        if (change != Change::Content) {
+            WidgetView::apply(change);
+            return;
+        }
+        m_current = m_folders.depth() - 1;
+        m_list->follow();
+    }
+
+private:
+    FolderListView(FolderList& folders, RowList* list)
+        : WidgetView(folders, list)
+        , m_folders(folders)
+        , m_list(list)
+        , m_current(folders.depth() - 1)
+    {
+        m_list->setExtended(false);
+    }
+
+    Component& sender() override { return m_folders; }
+    bool takesInput() const override { return m_folders.takesInput(); }
+    int rowCount() const override { return m_folders.ListCount(); }
+    QString rowText(int row) const override
+    {
+        const std::string& path = m_folders.rowPath(row);
+        const std::size_t cut = path.rfind('\\');
+        std::string_view name = path;
+        if (cut != std::string::npos)
+            name.remove_prefix(cut + 1);
+        else if (path != "/")
+            name.remove_prefix(1);
+        return QString(std::min(row, m_folders.depth()) * BlanksToALevel, QLatin1Char(' ')) + toQString(name);
+    }
+    QIcon rowIcon(int row) const override
+    {
+        return m_list->style()->standardIcon(
+            row < m_folders.depth() ? QStyle::SP_DirOpenIcon : QStyle::SP_DirClosedIcon);
+    }
+    bool isRowSelected(int row) const override { return row == m_current; }
+    int currentRow() const override { return m_current; }
+
+    void rowsChosen(int current, const std::vector<bool>&) override { m_current = current; }
+    void rowDoubleClicked(int row) override { rowEntered(row); }
+    bool rowEntered(int row) override
+    {
+        // The path that is set may be the row's own, and its text goes with the rows.
+        m_folders.Path = std::string(m_folders.rowPath(row));
+        return true;
+    }
+
+    FolderList& m_folders;
+    RowList* m_list;
+    int m_current;
+};
+
+} // namespace
+
+std::unique_ptr<View> FolderList::makeView()
+{
+    return std::make_unique<FolderListView>(*this);
+}
+
+} // namespace trovarium

@@ -1,0 +1,68 @@
+#include "platform/qt/toolkit/RowList.h"
+#include "platform/qt/toolkit/View.h"
+#include "platform/toolkit/ListBox.h"
+
+namespace trovarium {
+
+namespace {
+
+class ListBoxView : public WidgetView, private RowSource {
+public:
+    explicit ListBoxView(ListBox& box)
+        : ListBoxView(box, new RowList(*this, surfaceWidget(box)))
+    {
+    }
+    ~ListBoxView() override { m_list->detach(); }
+
+    void apply(Change change) override
+    {
+        switch (change) {
+        case Change::Content:
+            m_list->follow();
+            break;
+        case Change::Appearance:
+            m_list->setExtended(m_box.MultiSelect());
+            break;
+        default:
+            WidgetView::apply(change);
+        }
+    }
+
+private:
+    ListBoxView(ListBox& box, RowList* list)
+        : WidgetView(box, list)
+        , m_box(box)
+        , m_list(list)
+    {
+        m_list->setExtended(box.MultiSelect());
+    }
+
+    Component& sender() override { return m_box; }
+    bool takesInput() const override { return m_box.takesInput(); }
+    int rowCount() const override { return m_box.ListCount(); }
+    QString rowText(int row) const override { return toQString(m_box.List(row)); }
+    bool isRowSelected(int row) const override { return m_box.Selected(row); }
+    int currentRow() const override { return m_box.ListIndex(); }
+
+    void rowsChosen(int current, const std::vector<bool>& selected) override { m_box.chosen(current, selected); }
+    void rowDoubleClicked(int) override { m_box.DblClick.raise(); }
+    void keyDown(int code, int shift) override { m_box.KeyDown.raise(code, shift); }
+    void keyPressed(int ascii) override { m_box.KeyPress.raise(ascii); }
+    void mouseReleased(int button, int shift, QPointF pixels) override
+    {
+        m_box.MouseUp.raise(button, shift, static_cast<float>(pixels.x()) * TwipsPerPixel,
+            static_cast<float>(pixels.y()) * TwipsPerPixel);
+    }
+
+    ListBox& m_box;
+    RowList* m_list;
+};
+
+} // namespace
+
+std::unique_ptr<View> ListBox::makeView()
+{
+    return std::make_unique<ListBoxView>(*this);
+}
+
+} // namespace trovarium

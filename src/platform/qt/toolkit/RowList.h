@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/qt/toolkit/LateUpdate.h"
+#include "platform/toolkit/Component.h"
+
+#include <QIcon>
+#include <QListView>
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+namespace trovarium {
+
+// What a list of rows shows, and what it tells of the user's acts. They come through the dispatch wall, and
+// the source may be gone behind each.
+class RowSource {
+public:
+    virtual ~RowSource() = default;
+
+    virtual Component& sender() = 0;
+    virtual bool takesInput() const = 0;
+    virtual int rowCount() const = 0;
+    virtual QString rowText(int row) const = 0;
+    virtual QIcon rowIcon(int) const { return {}; }
+    virtual bool isRowSelected(int row) const = 0;
+    virtual int currentRow() const = 0; // -1 for none
+
+    virtual void rowsChosen(int current, const std::vector<bool>& selected) = 0;
+    virtual void rowDoubleClicked(int) { }
+    virtual bool rowEntered(int) { return false; } // Enter; true when it meant something
+    virtual void mouseReleased(int /*button*/, int /*shift*/, QPointF /*pixels*/) { }
+    virtual void keyDown(int /*code*/, int /*shift*/) { }
+    virtual void keyPressed(int /*ascii*/) { }
+};
+
+// The list widget of list box, folder list and file list. The rows belong to the source; the widget follows
+// when `follow` was called, and keeps its place in the list.
+class RowList : public QListView {
+public:
+    RowList(RowSource& source, QWidget* parent);
+    ~RowList() override;
+
+    void follow() { m_update.schedule(); }
+    void setExtended(bool extended);
+    void detach(); // the source goes
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    class Rows;
+
+    bool acceptsInput();
+    void report();
+    void showSource();
+    std::vector<bool> selectedRows() const;
+
+    RowSource* m_source;
+    std::unique_ptr<Rows> m_rows;
+    LateUpdate m_update;
+};
+
+} // namespace trovarium
