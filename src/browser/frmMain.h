@@ -335,6 +335,11 @@ public:
     Menu mnuThumbRemove{&mnuThumb, {.Name = "mnuThumbRemove", .Caption = "Remove from Group"}};
 
 private:
+    void paintWindow();
+    void paintFrame();
+    void nameControls();
+    void makeConcerns();
+
     Album& m_album;
     Dialogs m_dialogs;
     std::unique_ptr<GroupListPane> m_groupList;

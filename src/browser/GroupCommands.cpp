@@ -1,0 +1,185 @@
+#include "browser/GroupCommands.h"
+
+#include "browser/GroupListPane.h"
+#include "browser/Selection.h"
+#include "browser/ThumbnailPages.h"
+#include "browser/frmMain.h"
+#include "platform/files/FileService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
+#include "store/Album.h"
+#include "store/GroupFile.h"
+#include "store/Log.h"
+
+namespace trovarium {
+
+GroupCommands::GroupCommands(frmMain& form, Album& album)
+    : m_form(form)
+    , m_album(album)
+{
+    on(form.mnuThumbRemove.Click, this, &GroupCommands::mnuThumbRemove_Click);
+    on(form.mnuEditRemoveFromGroup.Click, this, &GroupCommands::mnuEditRemoveFromGroup_Click);
+    on(form.mnuEditAdd.Click, this, &GroupCommands::mnuEditAdd_Click);
+    on(form.mnuEditMove.Click, this, &GroupCommands::mnuEditMove_Click);
+    on(form.mnuThumbAdd.Click, this, &GroupCommands::mnuThumbAdd_Click);
+    on(form.mnuThumbMove.Click, this, &GroupCommands::mnuThumbMove_Click);
+    on(form.mnuThumbMoveNewGroup.Click, this, &GroupCommands::mnuThumbMoveNewGroup_Click);
+}
+
+void GroupCommands::CreateAlbumGroup(std::int16_t Mode)
+try {
+    std::string name = "new group";
+    if (!askForNewName(name))
+        return;
+    constexpr int fileNumber = 1;
+    m_album.files.open(m_album.paths.SlideGroupPath + "\\" + name + ".lst", OpenMode::Output, fileNumber);
+    m_album.files.close(fileNumber);
+    if (Mode == CreateWithCopies)
+        AddToGroup(name + ".lst");
+    else if (Mode == CreateByMoving)
+        MoveToGroup(name + ".lst");
+    m_form.groupList().LoadGroupNames();
+} catch (const Failure& failure) {
+    logFailure(m_album, "CreateAlbumGroup", failure);
+}
+
+// The test for an existing name comes before the mending, so a mended name can be that of a group that is
+// there: renaming has the other order.
+bool GroupCommands::askForNewName(std::string& name)
+{
+    Prompts& prompts = m_form.desktop().prompts();
+    bool done = false;
+    while (!name.empty() && !done) {
+        done = true;
+        name = prompts.inputBox("Enter name for new group.", "New Album Group", name);
+        if (!m_form.groupList().GroupExists(name)) {
+            CheckGroupName(name);
+        } else {
+            done = false;
+            if (!name.empty())
+                prompts.messageBox("Album group name already exists. Select a new name.", Buttons::Ok, "Group Exists.");
+        }
+    }
+    return done;
+}
+
+void GroupCommands::DeleteAlbumGroup()
+try {
+    const std::string& name = m_form.groupList().SelectedGroupName;
+    const Answer answer = m_form.desktop().prompts().messageBox(
+        "Are you sure you want to delete this group -> " + name, Buttons::YesNo, "");
+    if (answer != Answer::Yes)
+        return;
+    const std::string path = m_album.paths.SlideGroupPath + name + ".lst";
+    if (!m_album.files.exists(path))
+        return;
+    m_album.files.remove(path);
+    m_form.groupList().LoadGroupNames();
+    attempt([&] { m_album.files.remove(m_album.paths.MidiPath + name + ".mid"); });
+} catch (const Failure& failure) {
+    // The log has it under the name of its neighbour.
+    logFailure(m_album, "CreateAlbumGroup", failure);
+}
+
+void GroupCommands::RenameAlbumGroup()
+{
+    Prompts& prompts = m_form.desktop().prompts();
+    std::string name;
+    bool done = false;
+    while (!done) {
+        name = prompts.inputBox("Rename \"" + m_album.group.CurrentGroupName + "\" group to ...", "Rename Group", name);
+        if (name.empty()) {
+            done = true;
+            continue;
+        }
+        CheckGroupName(name);
+        if (m_form.groupList().GroupExists(name)) {
+            prompts.messageBox("Group name already in use. Try another", Buttons::Ok, "Rename Group");
+        } else {
+            renameTo(name);
+            done = true;
+        }
+    }
+}
+
+// The list entry replaced is that of the row number: in a scrolled list another one than the one meant, until
+// the names are read again.
+void GroupCommands::renameTo(const std::string& name)
+{
+    const AlbumPaths& paths = m_album.paths;
+    const std::string old = m_album.group.CurrentGroupName;
+    const int row = m_form.groupList().CurrentGroupRow;
+    attempt([&] {
+        m_album.files.rename(paths.SlideGroupPath + "\\" + old + ".lst", paths.SlideGroupPath + "\\" + name + ".lst");
+    });
+    attempt([&] { m_album.files.rename(paths.MidiPath + "\\" + old + ".mid", paths.MidiPath + "\\" + name + ".mid"); });
+    m_album.group.CurrentGroupName = name;
+    attempt([&] { m_form.lbAlbumList(row).Caption = name; });
+    attempt([&] { m_form.pctAlbumList(row).AccessibleName = name; });
+    attempt([&] { m_form.lstSlideGroups.setList(row, name); });
+}
+
+void GroupCommands::AddToGroup(std::string_view FileName)
+{
+    trovarium::AddToGroup(m_album, FileName);
+}
+
+void GroupCommands::MoveToGroup(std::string_view FileName)
+{
+    AddToGroup(FileName);
+    removeSelectedFromCurrent();
+}
+
+void GroupCommands::removeSelectedFromCurrent()
+{
+    const std::string fileName = m_form.groupList().currentGroupFile();
+    RemoveFromGroupFile(m_album, fileName);
+    m_form.pages().LoadGroupFile(fileName);
+    m_form.pages().ShowThumbnails(m_form.pages().CurrentPage);
+    m_form.selection().SetGroupListSelect(-1, NoKeys);
+}
+
+void GroupCommands::mnuThumbRemove_Click()
+{
+    const Answer answer = m_form.desktop().prompts().messageBox(
+        "Are you sure you want to remove the photograph(s) from this group?", Buttons::YesNo, "");
+    if (answer == Answer::Yes)
+        removeSelectedFromCurrent();
+}
+
+void GroupCommands::mnuEditRemoveFromGroup_Click()
+{
+    mnuThumbRemove_Click();
+}
+
+void GroupCommands::mnuEditAdd_Click()
+{
+    m_form.dialogs().showGroups(1);
+}
+
+void GroupCommands::mnuEditMove_Click()
+{
+    m_form.dialogs().showGroups(2);
+}
+
+void GroupCommands::mnuThumbAdd_Click()
+{
+    mnuEditAdd_Click();
+}
+
+void GroupCommands::mnuThumbMove_Click()
+{
+    mnuEditMove_Click();
+}
+
+void GroupCommands::mnuThumbMoveNewGroup_Click()
+{
+    CreateAlbumGroup(CreateByMoving);
+}
+
+void GroupCommands::mnuThumbCopyNewGroup_Click()
+{
+    CreateAlbumGroup(CreateWithCopies);
+}
+
+} // namespace trovarium

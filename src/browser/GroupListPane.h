@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace trovarium {
+
+struct Album;
+class frmMain;
+
+// The column of groups: eight rows that slide over the hidden, sorted list of all group names. The row number,
+// not the list index, is what the program remembers as the current group.
+class GroupListPane {
+public:
+    GroupListPane(frmMain& form, Album& album);
+
+    // Reads the group names from the folder. The window over the list stays where it is and no row stays
+    // bright. False after a failure.
+    bool LoadGroupNames();
+
+    // Row 0 shows entry `NewFirstRow` (0-based) from now on; true when the rows moved. The group on show and
+    // its row number stay.
+    bool ScrollGroupNames(std::int32_t NewFirstRow);
+
+    void CheckGroupScrollArrows();
+
+    // The row with the name of `FileName` (stem + ".lst"), or -1.
+    std::int16_t FindGroupRow(std::string_view FileName) const;
+
+    // True for a name in the list, in any case, and for the empty name.
+    bool GroupExists(std::string_view Name) const;
+
+    // The list file of the row that is current: after a scroll that of another group than the one on show.
+    std::string currentGroupFile() const;
+
+    // The row is that of the group of all photographs.
+    bool isAllPhotosRow(int row) const;
+
+    void pctAlbumList_MouseDown(int Index, int Button, int Shift, float X, float Y);
+    void lbAlbumList_MouseDown(int Index, int Button, int Shift, float X, float Y);
+    void lbAlbumList_MouseMove(int Index);
+    void pctArrows_Click(int Index);
+
+    std::int32_t FirstGroupRow = 0;
+    std::int16_t CurrentGroupRow = 0;
+    std::string SelectedGroupName; // caption of the row last pressed, with any button
+
+private:
+    void openRow(int Index, std::int16_t old);
+    void showGroupMenu(int Index);
+    void showRow(int row, const std::string& name);
+
+    frmMain& m_form;
+    Album& m_album;
+    bool GroupScrollBusy = false;
+};
+
+} // namespace trovarium

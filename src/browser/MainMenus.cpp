@@ -1,0 +1,95 @@
+#include "browser/MainMenus.h"
+
+#include "browser/GroupCommands.h"
+#include "browser/GroupListPane.h"
+#include "browser/frmMain.h"
+#include "platform/toolkit/Desktop.h"
+
+namespace trovarium {
+
+MainMenus::MainMenus(frmMain& form)
+    : m_form(form)
+{
+    const bool hasSearch = static_cast<bool>(form.dialogs().showSearch);
+    form.mnuEditSearchAppend.Enabled = hasSearch;
+    form.mnuGroupSearchAppend.Enabled = hasSearch;
+
+    on(form.mnuFile.Click, this, &MainMenus::mnuFile_Click);
+    on(form.mnuFileCreate.Click, this, &MainMenus::mnuFileCreate_Click);
+    on(form.mnuFileRemove.Click, this, &MainMenus::mnuFileRemove_Click);
+    on(form.mnuFileRenameGroup.Click, this, &MainMenus::mnuFileRenameGroup_Click);
+    on(form.mnuFileExit.Click, this, &MainMenus::mnuFileExit_Click);
+
+    on(form.mnuEdit.Click, this, &MainMenus::mnuEdit_Click);
+    on(form.mnuEditSearchAppend.Click, this, &MainMenus::mnuEditSearchAppend_Click);
+
+    on(form.mnuGroupNewGroup.Click, this, &MainMenus::mnuGroupNewGroup_Click);
+    on(form.mnuGroupRemove.Click, this, &MainMenus::mnuGroupRemove_Click);
+    on(form.mnuGroupRenameGroup.Click, this, &MainMenus::mnuGroupRenameGroup_Click);
+    on(form.mnuGroupSearchAppend.Click, this, &MainMenus::mnuGroupSearchAppend_Click);
+}
+
+void MainMenus::mnuFile_Click()
+{
+    GroupListPane& list = m_form.groupList();
+    const bool canChange = !list.isAllPhotosRow(list.CurrentGroupRow);
+    m_form.mnuFileRemove.Enabled = canChange;
+    m_form.mnuFileRenameGroup.Enabled = canChange;
+}
+
+// Removing photographs from the group stays available even there.
+void MainMenus::mnuEdit_Click()
+{
+    GroupListPane& list = m_form.groupList();
+    m_form.mnuEditMove.Enabled = !list.isAllPhotosRow(list.CurrentGroupRow);
+}
+
+void MainMenus::mnuFileCreate_Click()
+{
+    m_form.groupCommands().CreateAlbumGroup(CreateEmpty);
+}
+
+void MainMenus::mnuFileRemove_Click()
+{
+    m_form.groupCommands().DeleteAlbumGroup();
+}
+
+void MainMenus::mnuFileRenameGroup_Click()
+{
+    m_form.groupCommands().RenameAlbumGroup();
+}
+
+void MainMenus::mnuFileExit_Click()
+{
+    // The form goes with its last handler; the desktop stays.
+    Desktop& desktop = m_form.desktop();
+    m_form.unload();
+    desktop.endProgram();
+}
+
+void MainMenus::mnuEditSearchAppend_Click()
+{
+    m_form.cmdCreateAlbumGroup_Click();
+}
+
+void MainMenus::mnuGroupNewGroup_Click()
+{
+    m_form.groupCommands().CreateAlbumGroup(CreateEmpty);
+}
+
+void MainMenus::mnuGroupRemove_Click()
+{
+    m_form.groupCommands().DeleteAlbumGroup();
+}
+
+void MainMenus::mnuGroupRenameGroup_Click()
+{
+    m_form.groupCommands().RenameAlbumGroup();
+}
+
+void MainMenus::mnuGroupSearchAppend_Click()
+{
+    m_form.cmdCreateAlbumGroup_Click();
+}
+
+} // namespace trovarium

@@ -1,0 +1,70 @@
+#include "browser/Removal.h"
+
+#include "browser/GroupListPane.h"
+#include "browser/frmMain.h"
+#include "check/GroupRepair.h"
+#include "platform/files/FileService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
+#include "runtime/Numbers.h"
+#include "store/Album.h"
+
+namespace trovarium {
+
+Removal::Removal(frmMain& form, Album& album)
+    : m_form(form)
+    , m_album(album)
+{
+    on(form.mnuEditRemoveFromAlbum.Click, this, &Removal::mnuEditRemoveFromAlbum_Click);
+}
+
+void Removal::RemoveFromProgram()
+{
+    const AlbumPaths& paths = m_album.paths;
+    const Answer answer = m_form.desktop().prompts().messageBox(
+        "Are you sure you want to remove selected photograph(s) from the program? The removed photograph(s) will be "
+        "place in the following folder -> "
+            + paths.PhotoPath + "Removed",
+        Buttons::YesNo, "Remove photos from Album");
+    if (answer != Answer::Yes)
+        return;
+    m_form.MousePointer = HourglassPointer;
+    attempt([&] { m_album.files.makeFolder(paths.PhotoPath + "Removed"); });
+    attempt([&] { m_album.files.makeFolder(paths.InfoPath + "Removed"); });
+    attempt([&] { m_album.files.makeFolder(paths.AudioPath + "Removed"); });
+    std::int16_t last = -1;
+    attempt([&] { last = toInt16(m_album.group.GroupSelect.upperBound()); });
+    for (int i = 0; i <= last; ++i) {
+        if (m_album.group.GroupSelect(i) == 1)
+            setAside(m_album.group.GroupList(i));
+    }
+    attempt([&] { RemoveMissingPhotosFromGroup(m_album, m_form.desktop()); });
+    GroupListPane& list = m_form.groupList();
+    attempt([&] { list.pctAlbumList_MouseDown(list.CurrentGroupRow, LeftButton, NoKeys, 0, 0); });
+    m_form.MousePointer = DefaultPointer;
+}
+
+// Copies and deletions are not tied together: each runs whatever became of the ones before.
+void Removal::setAside(const std::string& name)
+{
+    FileService& files = m_album.files;
+    const AlbumPaths& paths = m_album.paths;
+    const std::string photo = paths.PhotoPath + name;
+    const std::string info = name + ".info";
+    const std::string clip = name + ".wav";
+    attempt([&] { files.remove(paths.PhotoPath + "Removed_Photos\\" + name); });
+    attempt([&] { files.copy(photo, paths.PhotoPath + "Removed\\" + name); });
+    attempt([&] { files.copy(paths.InfoPath + info, paths.InfoPath + "Removed\\" + info); });
+    attempt([&] { files.copy(paths.AudioPath + clip, paths.AudioPath + "Removed\\" + clip); });
+    attempt([&] { files.remove(photo); });
+    attempt([&] { files.remove(paths.ThumbnailPath + name); });
+    attempt([&] { files.remove(paths.InfoPath + info); });
+    attempt([&] { files.remove(paths.AudioPath + clip); });
+}
+
+void Removal::mnuEditRemoveFromAlbum_Click()
+{
+    RemoveFromProgram();
+}
+
+} // namespace trovarium

@@ -1,0 +1,178 @@
+#include "browser/ThumbnailPages.h"
+
+#include "browser/GroupListPane.h"
+#include "browser/Selection.h"
+#include "browser/frmMain.h"
+#include "platform/pictures/PictureService.h"
+#include "platform/toolkit/Desktop.h"
+#include "runtime/Numbers.h"
+#include "store/Album.h"
+#include "store/GroupFile.h"
+#include "store/Log.h"
+#include "viewer/VideoControls.h"
+
+namespace trovarium {
+
+namespace {
+
+constexpr float ParkedBeyondFrame = 20; // pixels
+
+} // namespace
+
+ThumbnailPages::ThumbnailPages(frmMain& form, Album& album)
+    : m_form(form)
+    , m_album(album)
+{
+    // There is no page 0, also before a group was read.
+    form.VScroll1.Max = 1;
+    form.VScroll1.Min = 1;
+    form.VScroll1.Value = 1;
+    on(form.VScroll1.Change, this, &ThumbnailPages::VScroll1_Change);
+}
+
+bool ThumbnailPages::LoadGroupFile(std::string_view FileName)
+try {
+    if (!readGroupList(m_album, FileName))
+        return false;
+    GroupOnShow& group = m_album.group;
+    group.GroupSelect.redimension(group.GroupList.upperBound());
+    setUpScrollBar();
+    group.PhotoCount = group.GroupList.upperBound();
+    group.CurrentGroupName = groupNameOf(FileName);
+    SetCountLabel(m_album.view.CurrentIndex);
+    return true;
+} catch (const Failure&) {
+    return false;
+}
+
+// A lower Max clamps Value and so turns back to a page that still exists.
+void ThumbnailPages::setUpScrollBar()
+{
+    const int upperBound = m_album.group.GroupList.upperBound();
+    VScroll& bar = m_form.VScroll1;
+    if (upperBound <= CellCount) {
+        bar.Enabled = false;
+        bar.Max = 1;
+    } else {
+        bar.Min = 1;
+        bar.Max = (upperBound + CellCount - 1) / CellCount;
+        bar.Enabled = true;
+    }
+    bar.Refresh();
+}
+
+bool ThumbnailPages::LoadSlideGroup(std::string_view FileName)
+try {
+    if (LoadGroupFile(FileName)) {
+        GroupListPane& list = m_form.groupList();
+        list.CurrentGroupRow = list.FindGroupRow(FileName);
+        const std::int32_t position = list.CurrentGroupRow + list.FirstGroupRow;
+        std::int32_t page = 1;
+        if (position == LastGroupPosition && CurrentPage != 0)
+            page = CurrentPage;
+        LastGroupPosition = position;
+        ShowThumbnails(page);
+    }
+    return true;
+} catch (const Failure& failure) {
+    logFailure(m_album, "LoadSlideGroup", failure);
+    return false;
+}
+
+bool ThumbnailPages::ShowThumbnails(const std::int32_t& Page)
+{
+    takeBackFrame();
+    attempt([&] { m_form.VScroll1.Visible = true; });
+    m_form.desktop().DoEvents();
+    CurrentPage = Page;
+    for (int cell = 0; cell < CellCount; ++cell) {
+        const std::int32_t position = (Page - 1) * CellCount + cell + 1;
+        if (position > m_album.group.GroupList.upperBound())
+            emptyCell(cell);
+        else
+            fillCell(cell, position);
+        m_form.desktop().DoEvents();
+    }
+    attempt([&] {
+        m_form.lbStatusPage.Caption =
+            "Page " + numberText(std::int64_t{Page}) + " of " + numberText(std::int64_t{m_form.VScroll1.Max()});
+    });
+    return true;
+}
+
+// Takes the frame back from a photograph or a film.
+void ThumbnailPages::takeBackFrame()
+{
+    attempt([&] { m_form.imgbox.Visible = false; });
+    attempt([&] { m_form.picVideoWindow.Visible = false; });
+    attempt([&] { m_form.picVideoWindow.Left = m_form.pctWindow.ScaleWidth() + ParkedBeyondFrame; });
+    attempt([&] { m_form.video().VideoCommand("stop"); });
+}
+
+// Emptied first, so that a missing or damaged thumbnail leaves no old picture behind.
+void ThumbnailPages::fillCell(int cell, std::int32_t position)
+{
+    Image& image = m_form.imgThumbnail(cell);
+    Label& label = m_form.lbThumbnailFile(cell);
+    attempt([&] { image.Picture = Picture(); });
+    attempt([&] {
+        image.Picture =
+            m_form.desktop().pictures().load(m_album.paths.ThumbnailPath + m_album.group.GroupList(position));
+    });
+    attempt([&] { image.AccessibleName = m_album.group.GroupList(position); });
+    attempt([&] { image.Visible = true; });
+    attempt([&] { label.Caption = m_album.group.GroupList(position); });
+    attempt([&] { label.Visible = true; });
+}
+
+void ThumbnailPages::emptyCell(int cell)
+{
+    Image& image = m_form.imgThumbnail(cell);
+    Label& label = m_form.lbThumbnailFile(cell);
+    attempt([&] { image.Picture = Picture(); });
+    attempt([&] { image.Visible = false; });
+    attempt([&] { label.Caption = ""; });
+    attempt([&] { label.Visible = false; });
+}
+
+bool ThumbnailPages::ShowThumbnailBoxes(bool Show)
+try {
+    for (int cell = 0; cell < CellCount; ++cell) {
+        m_form.imgThumbnail(cell).Visible = Show;
+        m_form.lbThumbnailFile(cell).Visible = Show;
+        if (Show)
+            m_album.view.ViewMode = ViewThumbnails;
+    }
+    m_form.VScroll1.Visible = Show;
+    return true;
+} catch (const Failure& failure) {
+    logFailure(m_album, "ShowThumbnailBoxes", failure);
+    return false;
+}
+
+void ThumbnailPages::SetCountLabel(std::int32_t Index)
+{
+    const GroupOnShow& group = m_album.group;
+    std::string place = "0 of 0";
+    if (group.PhotoCount >= 1)
+        place = numberText(std::int64_t{Index}) + " of " + numberText(std::int64_t{group.PhotoCount});
+    attempt([&] { m_form.lbStatusCount.Caption = "Photo " + place; });
+    attempt([&] { m_form.lbCount.Caption = "Group [" + group.CurrentGroupName + "] Viewing " + place; });
+}
+
+void ThumbnailPages::VScroll1_Change()
+try {
+    if (PageChangeBusy)
+        return;
+    PageChangeBusy = true;
+    m_form.VScroll1.Enabled = false;
+    ShowThumbnails(m_form.VScroll1.Value());
+    m_form.selection().ShowGroupListSelect();
+    m_form.VScroll1.Enabled = true;
+    PageChangeBusy = false;
+} catch (const Failure& failure) {
+    PageChangeBusy = false;
+    logFailure(m_album, "VScroll1_Change", failure);
+}
+
+} // namespace trovarium

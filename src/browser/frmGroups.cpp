@@ -1,0 +1,90 @@
+#include "browser/frmGroups.h"
+
+#include "browser/GroupCommands.h"
+#include "browser/frmMain.h"
+#include "platform/toolkit/Desktop.h"
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+#include "store/Album.h"
+#include "store/GroupFile.h"
+
+namespace trovarium {
+
+namespace {
+
+constexpr int EnterCharacter = 13;
+
+} // namespace
+
+frmGroups::frmGroups(Desktop& desktop, Album& album, frmMain& main)
+    : Form(desktop, {.Name = "frmGroups", .Caption = "Move photo(s) to ...", .Width = 2295, .Height = 3615})
+    , m_album(album)
+    , m_main(main)
+{
+    lstGroups.Sorted = true;
+    lstGroups.AccessibleName = "Groups";
+    on(Load, this, &frmGroups::Form_Load);
+    on(Activate, this, &frmGroups::Form_Activate);
+    on(lstGroups.MouseUp, this, &frmGroups::lstGroups_MouseUp);
+    on(lstGroups.KeyPress, this, &frmGroups::lstGroups_KeyPress);
+    on(cmdNewGroup.Click, this, &frmGroups::cmdNewGroup_Click);
+}
+
+void frmGroups::showFor(std::int32_t Mode)
+{
+    load();
+    Caption = Mode == MoveMode ? "Move photo(s) to ..." : "Copy photo(s) to ...";
+    SetMode(Mode);
+    showModal();
+}
+
+void frmGroups::SetMode(std::int32_t Mode)
+{
+    GroupDialogMode = toInt16(Mode);
+}
+
+void frmGroups::Form_Load()
+{
+    GroupDialogMode = CopyMode;
+}
+
+void frmGroups::Form_Activate()
+{
+    GroupDialogBusy = true;
+    lstGroups.Clear();
+    const ListBox& names = m_main.lstSlideGroups;
+    for (int i = 0; i < names.ListCount(); ++i) {
+        const std::string& name = names.List(i);
+        if (name != m_album.group.CurrentGroupName && name != AllPhotosGroupName)
+            lstGroups.AddItem(name);
+    }
+    if (lstGroups.ListCount() > 0)
+        lstGroups.ListIndex = 0;
+    GroupDialogBusy = false;
+}
+
+void frmGroups::lstGroups_MouseUp(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
+{
+    if (GroupDialogBusy)
+        return;
+    const std::string kind(trovarium::left(Caption(), 4));
+    if (kind == "Move")
+        m_main.groupCommands().MoveToGroup(lstGroups.Text() + ".lst");
+    else if (kind == "Copy")
+        m_main.groupCommands().AddToGroup(lstGroups.Text() + ".lst");
+    hide();
+}
+
+void frmGroups::lstGroups_KeyPress(int KeyAscii)
+{
+    if (KeyAscii == EnterCharacter)
+        lstGroups_MouseUp(LeftButton, NoKeys, 0, 0);
+}
+
+void frmGroups::cmdNewGroup_Click()
+{
+    hide();
+    m_main.groupCommands().CreateAlbumGroup(GroupDialogMode);
+}
+
+} // namespace trovarium

@@ -1,0 +1,349 @@
+#include "browser/frmMain.h"
+
+#include "browser/GroupCommands.h"
+#include "browser/GroupListPane.h"
+#include "browser/MainMenus.h"
+#include "browser/Removal.h"
+#include "browser/Selection.h"
+#include "browser/ThumbnailDrag.h"
+#include "browser/ThumbnailPages.h"
+#include "platform/pictures/PictureService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
+#include "runtime/Numbers.h"
+#include "store/Album.h"
+#include "store/Log.h"
+#include "viewer/AudioControls.h"
+#include "viewer/FullScreen.h"
+#include "viewer/InfoBox.h"
+#include "viewer/PhotoDisplay.h"
+#include "viewer/SlideShow.h"
+#include "viewer/VideoControls.h"
+#include "viewer/ZoomAndPan.h"
+
+#include <initializer_list>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+constexpr Color Yellow{255, 255, 0};
+constexpr int DragFrame = 16;
+constexpr float FileNameFont = 11; // pixels: a name of the usual length fits its cell
+constexpr float StripHeight = 15;  // pixels of the information box that show while it is down
+constexpr float VideoParking = 20; // pixels beyond the frame's right edge
+
+// ---- the plans of the arrays, in twips ----
+
+// Rows 0 to 7; the bars 10 and 11 stay out of sight.
+Plan barPlan(int index)
+{
+    const auto offset = static_cast<float>(index);
+    if (index < 8)
+        return {.Left = 240, .Top = 1200 + 480 * offset, .Width = 2085, .Height = 465};
+    return {.Left = -1860, .Top = 6180 + 480 * (offset - 10), .Width = 2085, .Height = 465, .Visible = false};
+}
+
+float cellLeft(int cell)
+{
+    return 360 + 1920 * static_cast<float>(cell % 4);
+}
+
+float cellTop(int cell)
+{
+    return 240 + 1680 * static_cast<float>(cell / 4);
+}
+
+Plan thumbnailPlan(int cell)
+{
+    return {.Left = cellLeft(cell),
+        .Top = cellTop(cell),
+        .Width = 1500,
+        .Height = 1500,
+        .ToolTipText = "Double-click to view."};
+}
+
+Plan fileNamePlan(int cell)
+{
+    return {.Left = cellLeft(cell), .Top = cellTop(cell) + 1260, .Width = 1515, .Height = 195};
+}
+
+// The last one follows the pointer in a drag.
+Plan selectPlan(int cell)
+{
+    if (cell == DragFrame)
+        return {.Left = 1320, .Top = -720, .Width = 1635, .Height = 1635, .Visible = false};
+    return {.Left = cellLeft(cell) - 60, .Top = cellTop(cell) - 60, .Width = 1635, .Height = 1635, .Visible = false};
+}
+
+void makeWhite(std::initializer_list<Label*> labels)
+{
+    for (Label* label : labels)
+        label->ForeColor = White;
+}
+
+} // namespace
+
+frmMain::frmMain(Desktop& desktop, Album& album, Dialogs dialogs)
+    : Form(desktop,
+        {.Name = "frmMain", .Caption = "Trovarium", .Width = 12000, .Height = 8580, .Scale = ScaleMode::Pixels})
+    , pctAlbumList(this, "pctAlbumList", 0, 7, barPlan)
+    , lbAlbumList("lbAlbumList")
+    , imgThumbnail(&pctWindow, "imgThumbnail", 0, 15, thumbnailPlan)
+    , lbThumbnailFile(&pctWindow, "lbThumbnailFile", 0, 15, fileNamePlan)
+    , shpThumbnailSelect(&pctWindow, "shpThumbnailSelect", 0, DragFrame, selectPlan)
+    , m_album(album)
+    , m_dialogs(std::move(dialogs))
+{
+    pctAlbumList.add(this, 10, barPlan(10));
+    pctAlbumList.add(this, 11, barPlan(11));
+    for (int row = 0; row < 8; ++row)
+        lbAlbumList.add(
+            &pctAlbumList(row), row, {.Left = 240, .Top = 120, .Width = 1635, .Height = 195, .Caption = "Label3"});
+    lstSlideGroups.Sorted = true;
+    paintWindow();
+    paintFrame();
+    nameControls();
+    makeConcerns();
+    cmdSlideshow.Enabled = m_slideShow->isAvailable();
+    mnuViewSlideshow.Enabled = m_slideShow->isAvailable();
+
+    on(Load, this, &frmMain::Form_Load);
+    on(Activate, this, &frmMain::Form_Activate);
+    on(Unload, this, &frmMain::Form_Unload);
+    on(MouseDown, this, &frmMain::Form_MouseDown);
+    on(MouseMove, this, &frmMain::Form_MouseMove);
+    on(lbButtonText, &Label::Click, this, &frmMain::lbButtonText_Click);
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::paintWindow()
+{
+    PictureService& art = desktop().pictures();
+    Icon = art.artwork("icon");
+    Picture = art.artwork("background");
+    pctAlbumList(10).Picture = art.artwork("bar-bright");
+    pctAlbumList(11).Picture = art.artwork("bar-dark");
+    pctBrightSmall.Picture = art.artwork("small-bright");
+    pctDarkSmall.Picture = art.artwork("small-dark");
+    for (int row = 0; row < 8; ++row) {
+        pctAlbumList(row).Picture = pctAlbumList(11).Picture();
+        lbAlbumList(row).ForeColor = White;
+    }
+    pctArrows(0).Picture = art.artwork("arrow-up");
+    pctArrows(1).Picture = art.artwork("arrow-up-pressed");
+    pctArrows(2).Picture = art.artwork("arrow-down");
+    pctArrows(3).Picture = art.artwork("arrow-down-pressed");
+    for (PictureButton* button : {&cmdSlideshow, &cmdFullScreen})
+        button->Picture = pctAlbumList(11).Picture();
+    for (PictureButton* button : {&cmdZoomOut, &cmdZoomIn, &pctPrev, &pctNext})
+        button->Picture = pctDarkSmall.Picture();
+    lbButtonText.forEach([](int, Label& label) {
+        label.ForeColor = White;
+        label.Alignment = Alignment::Center;
+    });
+    makeWhite({&Label2, &lbCount, &lbTitle});
+    lbCount.Alignment = Alignment::Center;
+    lbTitle.Alignment = Alignment::Center;
+    lbTitle.AutoSize = true;
+    Picture4.forEach([](int, PictureBox& panel) { panel.Border = true; });
+    cmdVideo(1).Picture = art.artwork("pause");
+    cmdVideo(2).Picture = art.artwork("stop");
+    cmdPlayAudioClip(1).Picture = art.artwork("stop");
+    cmdEditPhotoInfo.Picture = art.artwork("edit");
+}
+
+void frmMain::paintFrame()
+{
+    pctWindow.Picture = desktop().pictures().artwork("frame");
+    lbThumbnailFile.forEach([](int, Label& label) {
+        label.ForeColor = White;
+        label.Shadow = true;
+        label.Alignment = Alignment::Center;
+        label.FontSize = FileNameFont;
+    });
+    shpThumbnailSelect.forEach([](int index, Shape& shape) {
+        shape.BorderColor = index == DragFrame ? Yellow : White;
+        shape.BorderWidth = 2;
+    });
+    shpDropPosition.BorderColor = Yellow;
+    shpDropPosition.BorderWidth = 2;
+    imgbox.Stretch = true;
+    picVideoWindow.BackColor = Black;
+    pctBox(0).AutoSize = true;
+}
+
+// For screen readers, where no caption tells.
+void frmMain::nameControls()
+{
+    pctArrows(0).AccessibleName = "Scroll groups up";
+    pctArrows(1).AccessibleName = "Scroll groups up";
+    pctArrows(2).AccessibleName = "Scroll groups down";
+    pctArrows(3).AccessibleName = "Scroll groups down";
+    cmdSlideshow.AccessibleName = "Slide Show";
+    cmdFullScreen.AccessibleName = "Full Screen";
+    cmdZoomOut.AccessibleName = "Reduce";
+    cmdZoomIn.AccessibleName = "Enlarge";
+    pctPrev.AccessibleName = "Previous photo";
+    pctNext.AccessibleName = "Next photo";
+    pctWindow.AccessibleName = "Viewing frame";
+    imgbox.AccessibleName = "Photograph";
+    picVideoWindow.AccessibleName = "Video";
+    VScroll1.AccessibleName = "Page of thumbnails";
+    framInfo.AccessibleName = "Media Content Information";
+    cmdEditPhotoInfo.AccessibleName = "Edit information";
+    optInfoPosition(0).AccessibleName = "Information box always down";
+    optInfoPosition(1).AccessibleName = "Information box normal";
+    optInfoPosition(2).AccessibleName = "Information box always up";
+    txtYear.AccessibleName = "Year";
+    txtPlace.AccessibleName = "Place";
+    txtEvent.AccessibleName = "Event";
+    txtPeople.AccessibleName = "People";
+    txtPhotographer.AccessibleName = "Photographer";
+    txtkeywords.AccessibleName = "Notes";
+    txtTitle.AccessibleName = "Title";
+    Picture3.AccessibleName = "Status bar";
+    cmdVideo(1).AccessibleName = "Pause video";
+    cmdVideo(2).AccessibleName = "Stop video";
+    hscVideo.AccessibleName = "Position in the video";
+    cmdPlayAudioClip(1).AccessibleName = "Stop audio";
+}
+
+void frmMain::makeConcerns()
+{
+    m_groupList = std::make_unique<GroupListPane>(*this, m_album);
+    m_pages = std::make_unique<ThumbnailPages>(*this, m_album);
+    m_selection = std::make_unique<Selection>(*this, m_album);
+    m_thumbnailDrag = std::make_unique<ThumbnailDrag>(*this, m_album);
+    m_groupCommands = std::make_unique<GroupCommands>(*this, m_album);
+    m_removal = std::make_unique<Removal>(*this, m_album);
+    m_menus = std::make_unique<MainMenus>(*this);
+    m_photoDisplay = std::make_unique<PhotoDisplay>(*this, m_album);
+    m_zoomAndPan = std::make_unique<ZoomAndPan>(*this, m_album);
+    m_infoBox = std::make_unique<InfoBox>(*this, m_album);
+    m_fullScreen = std::make_unique<FullScreen>(*this, m_album);
+    m_slideShow = std::make_unique<SlideShow>(*this, m_album);
+    m_video = std::make_unique<VideoControls>(*this, m_album);
+    m_audio = std::make_unique<AudioControls>(*this, m_album);
+}
+
+void frmMain::Form_Load()
+try {
+    if (!m_groupList->LoadGroupNames()) {
+        // The count of the quotes is the product of two texts that are no numbers, so the hint never comes up:
+        // the failure goes to the log.
+        const double quotes = strictNumber("\"") * strictNumber("*");
+        desktop().prompts().messageBox(
+            "No album groups have been defined. Use next screen to search for photos (Ex. use a \"" + numberText(quotes)
+                + " in the year field to find all photos.",
+            Buttons::Ok, "");
+        cmdCreateAlbumGroup_Click();
+    } else if (lstSlideGroups.ListCount() > 0) {
+        m_pages->LoadSlideGroup(lbAlbumList(0).Caption() + ".lst");
+        m_groupList->pctAlbumList_MouseDown(0, LeftButton, NoKeys, 0, 0);
+    }
+    framInfo.Top = pctWindow.ScaleHeight() - StripHeight;
+    Left = (desktop().Screen().Width() - Width()) * 0.5F;
+    Top = (desktop().Screen().Height() - Height()) * 0.5F;
+    picVideoWindow.Left = pctWindow.ScaleWidth() + VideoParking;
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Load", failure);
+}
+
+// The welcome comes once in the life of an installation.
+void frmMain::Form_Activate()
+{
+    COWReg& settings = m_album.Settings();
+    if (toBoolean(settings.GetOWSetting("Trovarium", "Options", "FirstTime", "True"))) {
+        settings.SetOWSetting("Trovarium", "Options", "FirstTime", "False");
+        m_dialogs.showFirstTime();
+    }
+}
+
+void frmMain::Form_Unload()
+try {
+    tmrInfoBox.Enabled = false;
+    m_audio->StopWav();
+    m_audio->StopMidi();
+    m_dialogs.unloadAllForms();
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Unload", failure);
+}
+
+void frmMain::Form_MouseDown(int Button, int /*Shift*/, float /*X*/, float /*Y*/)
+{
+    if (Button == RightButton)
+        PopupMenu(mnuHelp);
+}
+
+void frmMain::Form_MouseMove(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
+try {
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_MouseMove", failure);
+}
+
+// A label acts for the button beneath it, so not for one that is disabled. Indexes 2 to 4 have no label.
+void frmMain::lbButtonText_Click(int Index)
+try {
+    switch (Index) {
+    case 0:
+        m_photoDisplay->pctNext_Click();
+        break;
+    case 1:
+        m_photoDisplay->pctPrev_Click();
+        break;
+    case 2:
+        cmdCreateAlbumGroup_Click();
+        break;
+    case 4:
+        m_infoBox->cmdEditPhotoInfo_Click();
+        break;
+    case 5:
+        if (cmdZoomOut.Enabled())
+            m_zoomAndPan->cmdZoomOut_Click();
+        break;
+    case 6:
+        if (cmdZoomIn.Enabled())
+            m_zoomAndPan->cmdZoomIn_Click();
+        break;
+    case 7:
+        if (cmdSlideshow.Enabled())
+            m_slideShow->cmdSlideshow_Click();
+        break;
+    case 8:
+        if (cmdFullScreen.Enabled())
+            m_fullScreen->cmdFullScreen_Click();
+        break;
+    default:
+        break;
+    }
+} catch (const Failure& failure) {
+    // The log has it under the name of the list.
+    logFailure(m_album, "lstSlideGroups_Click", failure);
+}
+
+void frmMain::cmdCreateAlbumGroup_Click()
+try {
+    if (m_dialogs.showSearch)
+        m_dialogs.showSearch();
+} catch (const Failure& failure) {
+    logFailure(m_album, "cmdCreateAlbumGroup_Click", failure);
+}
+
+void frmMain::cmdExit_Click()
+try {
+    unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "cmdExit_Click", failure);
+}
+
+void frmMain::imgExit_Click()
+try {
+    unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "imgExit_Click", failure);
+}
+
+} // namespace trovarium
