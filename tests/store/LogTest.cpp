@@ -5,13 +5,22 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <algorithm>
+#include <cctype>
 
 namespace trovarium {
 
 namespace {
 
-constexpr char Stamp[] = R"(\d\d/\d\d/\d\d  (0\d|1[0-2]):\d\d:\d\d[AP]M: )";
+// Every digit as 9, and afternoon as morning.
+std::string masked(std::string text)
+{
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; }, '9');
+    for (std::size_t at = 0; (at = text.find("99PM: ", at)) != std::string::npos;)
+        text[at + 2] = 'A';
+    return text;
+}
 
 class Log : public testing::Test {
 protected:
@@ -47,11 +56,10 @@ TEST_F(Log, BeginsWithItsCreationAndTellsProcedureAndError)
 {
     logFailure(test.album(), "LoadGroupNames", Failure(FailureKind::PathNotFound));
     WriteLogLine(test.album(), path(), "more");
-    const std::string text = test.bytes(path());
-    EXPECT_TRUE(std::regex_match(text,
-        std::regex(std::string(R"(Created \d\d/\d\d/\d\d \d\d:\d\d\r\n)") + Stamp
-            + "An error has occurred in 'LoadGroupNames'\\. Error = Path not found\r\n" + Stamp + "more\r\n")))
-        << text;
+    EXPECT_EQ(masked(test.bytes(path())),
+        "Created 99/99/99 99:99\r\n"
+        "99/99/99  99:99:99AM: An error has occurred in 'LoadGroupNames'. Error = Path not found\r\n"
+        "99/99/99  99:99:99AM: more\r\n");
 }
 
 TEST_F(Log, IsTrimmedBeyondEightyThousandBytes)
@@ -65,10 +73,8 @@ TEST_F(Log, IsTrimmedBeyondEightyThousandBytes)
     const std::string beyond = filled(80'001, Line);
     test.put(path(), beyond);
     WriteLogLine(test.album(), path(), "new");
-    // A hundred lines would be 10,100 characters; ninety-nine are one short of the 10,000.
-    const std::string kept = header + beyond.substr(beyond.find("\r\n100.") + 2);
-    EXPECT_EQ(withoutLastLine(test.bytes(path())), header + beyond.substr(beyond.find("\r\n100.") + 2))
-        << kept.substr(0, 200);
+    // Ninety-nine lines are one character short of the 10,000, so the hundredth goes too.
+    EXPECT_EQ(withoutLastLine(test.bytes(path())), header + beyond.substr(beyond.find("\r\n100.") + 2));
     EXPECT_FALSE(test.isThere(test.library() + "\\LogFile.tmp"));
 }
 
