@@ -2,7 +2,9 @@
 
 #include "platform/qt/pictures/PictureFile.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace trovarium {
 
@@ -15,9 +17,10 @@ PictureFormat formatOf(const PictureFile& file);
 // bytes can't hold at the densest that the format packs.
 void checkSize(std::int64_t width, std::int64_t height, std::int64_t length, std::int64_t mostPixelsInAByte);
 
-// Refuse, by the header alone, what promises more than the file holds.
-// Sources: the header structures of the Windows bitmap; GIF89a, sections 17 to 25.
-void checkBitmap(const PictureFile& file);
+// Refuses, by the headers alone, a gif that promises more than it holds. Source: GIF89a, sections 17 to 25.
 void checkGif(const PictureFile& file);
+
+// The number that `length` bytes stand for, the lowest first.
+std::uint32_t littleEndian(std::span<const unsigned char> bytes, std::size_t position, std::size_t length);
 
 } // namespace trovarium

@@ -1,6 +1,7 @@
 #include "platform/qt/pictures/PictureReader.h"
 
 #include "platform/jpeg/JpegDecoder.h"
+#include "platform/qt/pictures/BitmapReader.h"
 #include "platform/qt/pictures/PictureData.h"
 #include "platform/qt/pictures/PictureHeader.h"
 #include "runtime/Failure.h"
@@ -21,7 +22,7 @@ namespace {
 
 // Reduced pixels are still averaged when they are painted, so that what the reduced transform of a JPEG
 // does differently at sharp edges doesn't show.
-constexpr int Reserve = 2;
+constexpr int Reserve = 4;
 // A block of 64 pixels takes at least a bit of the entropy-coded data.
 constexpr std::int64_t MostJpegPixelsInAByte = 512;
 
@@ -110,42 +111,45 @@ QImage reduced(const QImage& image, int longerSide)
     return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-Picture readWithQt(const PictureFile& file, PictureFormat format, int longerSide, const std::atomic<bool>& cancelled)
+// The first image. The library tries nothing but this one format.
+QImage readGif(const PictureFile& file, const std::atomic<bool>& cancelled)
 {
+    checkGif(file);
     CancellableFile device(cancelled);
     if (!device.open(file.descriptor(), QIODevice::ReadOnly))
         throw Failure(FailureKind::DeviceIo);
-    QImageReader reader(&device, format == PictureFormat::Gif ? "gif" : "bmp");
-    reader.setAutoDetectImageFormat(false); // nothing but this format is ever tried
-    QImage image = reader.read();
-    if (cancelled)
-        return {};
-    if (image.isNull())
+    QImageReader reader(&device, "gif");
+    reader.setAutoDetectImageFormat(false);
+    const QImage image = reader.read();
+    if (image.isNull() && !cancelled)
         throw Failure(FailureKind::InvalidPicture);
-    if (format == PictureFormat::Bitmap)
-        mendEmptyAlpha(image);
+    return image;
+}
+
+Picture opaquePicture(QImage image, int longerSide)
+{
     const QSize size = image.size();
     image = image.hasAlphaChannel() ? onWhite(image) : std::move(image).convertToFormat(QImage::Format_RGB32);
+    if (longerSide > 0 && !image.isNull())
+        image = reduced(image, longerSide);
     if (image.isNull())
         throw Failure(FailureKind::OutOfMemory);
-    return pictureOf(longerSide > 0 ? reduced(image, longerSide) : image, size);
+    return pictureOf(std::move(image), size);
 }
 
 } // namespace
 
 Picture readPicture(const PictureFile& file, int longerSide, const std::atomic<bool>& cancelled)
 try {
-    switch (formatOf(file)) {
-    case PictureFormat::Jpeg:
+    const PictureFormat format = formatOf(file);
+    if (format == PictureFormat::Jpeg)
         return readJpeg(file, longerSide, cancelled);
-    case PictureFormat::Gif:
-        checkGif(file);
-        return readWithQt(file, PictureFormat::Gif, longerSide, cancelled);
-    case PictureFormat::Bitmap:
-        checkBitmap(file);
-        return readWithQt(file, PictureFormat::Bitmap, longerSide, cancelled);
-    }
-    throw Failure(FailureKind::InvalidPicture);
+    QImage image = format == PictureFormat::Gif ? readGif(file, cancelled) : readBitmap(file, cancelled);
+    if (cancelled)
+        return {};
+    if (format == PictureFormat::Bitmap)
+        mendEmptyAlpha(image);
+    return opaquePicture(std::move(image), longerSide);
 } catch (const std::bad_alloc&) {
     throw Failure(FailureKind::OutOfMemory);
 } catch (const std::exception&) {

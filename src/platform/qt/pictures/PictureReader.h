@@ -8,7 +8,7 @@
 namespace trovarium {
 
 // Decodes a bmp, jpg or gif (its first image) by content, upright, opaque on white. With `longerSide` above
-// 0 the pixels may be fewer than the natural size says, but at least twice as many along the longer side.
+// 0 the pixels may be fewer than the natural size says, but at least four times `longerSide`.
 // Empty when `cancelled` was set meanwhile. All failures are `Failure`. Safe on any thread.
 Picture readPicture(const PictureFile& file, int longerSide, const std::atomic<bool>& cancelled);
 

@@ -1,0 +1,387 @@
+#include "platform/pictures/TestPictures.h"
+#include "platform/qt/pictures/PictureData.h"
+#include "support/FailureOf.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <malloc.h>
+
+using namespace std::string_literals;
+
+namespace trovarium {
+
+namespace {
+
+constexpr QRgb Red = 0xffff0000;
+constexpr QRgb Green = 0xff00ff00;
+constexpr QRgb Blue = 0xff0000ff;
+constexpr QRgb White = 0xffffffff;
+
+// The corners' colours as letters: top left, top right, bottom left, bottom right.
+std::string corners(const QImage& image)
+{
+    std::string letters;
+    for (const int y : {2, image.height() - 3})
+        for (const int x : {2, image.width() - 3}) {
+            const QRgb pixel = image.pixel(x, y);
+            const bool red = qRed(pixel) > 128;
+            const bool green = qGreen(pixel) > 128;
+            letters += red && green ? 'W' : red ? 'R' : green ? 'G' : 'B';
+        }
+    return letters;
+}
+
+QImage loaded(PictureFolder& folder, std::string_view bytes)
+{
+    return renderedImage(folder.pictures.load(folder.put("picture", bytes)));
+}
+
+std::string loadFailure(PictureFolder& folder, std::string_view bytes)
+{
+    const std::string path = folder.put("picture", bytes);
+    return failureOf([&] { folder.pictures.load(path); });
+}
+
+QImage indexed(int width, int height)
+{
+    QImage image(width, height, QImage::Format_Indexed8);
+    image.setColorTable({Red, Green, Blue, White});
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            image.setPixel(x, y, static_cast<uint>((x >= width / 2 ? 1 : 0) + (y >= height / 2 ? 2 : 0)));
+    return image;
+}
+
+} // namespace
+
+TEST(PictureReader, APhotographStandsUprightByItsOrientation)
+{
+    const std::array<std::string, 9> expected = {
+        "RGBW", "RGBW", "GRWB", "WBGR", "BWRG", "RBGW", "BRWG", "WGBR", "GWRB"};
+    PictureFolder folder;
+    // Neither side is a multiple of the rows that are turned at once.
+    const std::string stored = jpegBytes(quarters(90, 52));
+    for (const bool bigEndian : {false, true})
+        for (int orientation = 0; orientation <= 9; ++orientation) {
+            SCOPED_TRACE(orientation);
+            const std::string path = folder.put("p.jpg", withOrientation(stored, orientation, bigEndian));
+            const bool turned = orientation >= 5 && orientation <= 8;
+            const std::string& letters = expected.at(orientation <= 8 ? static_cast<std::size_t>(orientation) : 1);
+            for (const Picture& picture : {folder.pictures.load(path), folder.pictures.loadReduced(path, 20)}) {
+                EXPECT_EQ(picture.width(), turned ? 52 : 90);
+                EXPECT_EQ(picture.height(), turned ? 90 : 52);
+                EXPECT_EQ(corners(renderedImage(picture)), letters);
+            }
+        }
+}
+
+TEST(PictureReader, TurningKeepsEveryPixel)
+{
+    PictureFolder folder;
+    const std::string stored = jpegBytes(testScene(75, 37));
+    const QImage upright = loaded(folder, stored);
+    EXPECT_EQ(loaded(folder, withOrientation(stored, 6)), upright.transformed(QTransform().rotate(90)));
+    EXPECT_EQ(loaded(folder, withOrientation(stored, 8)), upright.transformed(QTransform().rotate(270)));
+    EXPECT_EQ(loaded(folder, withOrientation(stored, 3)), upright.mirrored(true, true));
+    EXPECT_EQ(loaded(folder, withOrientation(stored, 2)), upright.mirrored(true, false));
+    EXPECT_EQ(loaded(folder, withOrientation(stored, 4)), upright.mirrored(false, true));
+}
+
+TEST(PictureReader, EveryKindOfJpegKeepsItsColours)
+{
+    const QImage scene = testScene(120, 80);
+    PictureFolder folder;
+    EXPECT_LT(meanDifference(loaded(folder, jpegBytes(scene)), scene), 3);
+    EXPECT_LT(meanDifference(loaded(folder, jpegBytes(scene, {.progressive = true})), scene), 3);
+    EXPECT_LT(meanDifference(loaded(folder, jpegBytes(scene, {.inks = JpegInks::Adobe})), scene), 3);
+    EXPECT_LT(meanDifference(loaded(folder, jpegBytes(scene, {.inks = JpegInks::AdobeYcck})), scene), 3);
+    QImage grey = scene;
+    for (int y = 0; y < grey.height(); ++y)
+        for (int x = 0; x < grey.width(); ++x) {
+            const int level = qGray(grey.pixel(x, y));
+            grey.setPixel(x, y, qRgb(level, level, level));
+        }
+    EXPECT_LT(meanDifference(loaded(folder, jpegBytes(scene, {.grey = true})), grey), 3);
+}
+
+TEST(PictureReader, AReducedJpegLooksLikeTheWholeOneBroughtDown)
+{
+    const QImage scene = testScene(1600, 1200);
+    PictureFolder folder;
+    for (const bool fullColour : {true, false})
+        for (const bool progressive : {true, false}) {
+            const std::string path =
+                folder.put("p.jpg", jpegBytes(scene, {.progressive = progressive, .fullColour = fullColour}));
+            const QImage whole = folder.pictures.load(path).data()->pixels;
+            for (const int longerSide : {50, 100, 130, 200}) {
+                SCOPED_TRACE(longerSide);
+                const Picture picture = folder.pictures.loadReduced(path, longerSide);
+                EXPECT_EQ(picture.width(), 1600);
+                EXPECT_EQ(picture.height(), 1200);
+                EXPECT_LT(picture.data()->pixels.width(), 1600);
+                EXPECT_GE(picture.data()->pixels.width(), 4 * longerSide);
+                const QSize size(longerSide, longerSide * 3 / 4);
+                EXPECT_LT(meanDifference(drawnImage(*picture.data(), size),
+                              whole.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)),
+                    1.0);
+            }
+        }
+}
+
+TEST(PictureReader, AReducedBitmapKeepsItsNaturalSize)
+{
+    PictureFolder folder;
+    folder.pictures.saveBitmap(pictureFromImage(testScene(900, 600)), folder.path("p.bmp"));
+    const Picture picture = folder.pictures.loadReduced(folder.path("p.bmp"), 100);
+    EXPECT_EQ(picture.width(), 900);
+    EXPECT_EQ(picture.height(), 600);
+    EXPECT_EQ(picture.data()->pixels.size(), QSize(450, 300));
+}
+
+TEST(PictureReader, ATornJpegShowsWhatThereIs)
+{
+    const QImage scene = testScene(320, 240);
+    PictureFolder folder;
+    for (const bool progressive : {false, true}) {
+        const std::string whole = jpegBytes(scene, {.progressive = progressive});
+        const QImage torn = loaded(folder, whole.substr(0, whole.size() / 2));
+        EXPECT_EQ(torn.size(), scene.size());
+        EXPECT_LT(meanDifference(torn.copy(0, 0, 320, 60), scene.copy(0, 0, 320, 60)), 16);
+    }
+    const std::string whole = jpegBytes(scene);
+    EXPECT_EQ(loaded(folder, whole.substr(0, whole.size() / 2)).pixel(160, 239), qRgb(128, 128, 128));
+}
+
+TEST(PictureReader, AJpegWithoutImageDataIsNone)
+{
+    const std::string whole = jpegBytes(testScene(320, 240));
+    const std::size_t scan = whole.find("\xFF\xDA");
+    ASSERT_NE(scan, std::string::npos);
+    PictureFolder folder;
+    for (const std::size_t length : {std::size_t{3}, std::size_t{20}, scan, scan + 14, scan + 40})
+        EXPECT_EQ(loadFailure(folder, whole.substr(0, length)), "Invalid picture") << length;
+    EXPECT_EQ(loadFailure(folder, whole.substr(0, scan + 14) + "\xFF\xD9"), "Invalid picture");
+}
+
+TEST(PictureReader, EveryKindOfBitmapIsRead)
+{
+    const std::string fourColours("\x00\x00\xFF\x00\x00\xFF\x00\x00\xFF\x00\x00\x00\xFF\xFF\xFF\x00", 16);
+    const std::string oldColours =
+        std::string("\x00\x00\xFF\x00\xFF\x00\xFF\x00\x00\xFF\xFF\xFF", 12) + std::string(std::size_t{252} * 3, '\0');
+    const std::string low("\x22\x22\x33\x33", 4); // blue, white: the lower line comes first
+    const std::string high("\x00\x00\x11\x11", 4);
+    const auto repeated = [](std::string line, int times) {
+        std::string lines;
+        while (times-- > 0)
+            lines += line;
+        return lines;
+    };
+    const std::string low8("\2\2\2\2\3\3\3\3", 8);
+    const std::string high8("\0\0\0\0\1\1\1\1", 8);
+    const auto line16 = [](std::uint32_t left, std::uint32_t right) {
+        return little(left, 2) + little(left, 2) + little(left, 2) + little(left, 2) + little(right, 2)
+            + little(right, 2) + little(right, 2) + little(right, 2);
+    };
+    const auto line24 = [&](std::uint32_t left, std::uint32_t right) {
+        return repeated(little(left, 3), 4) + repeated(little(right, 3), 4);
+    };
+    const auto line32 = [&](std::uint32_t left, std::uint32_t right) {
+        return repeated(little(left, 4), 4) + repeated(little(right, 4), 4);
+    };
+    const std::string lines24 = repeated(line24(Blue, White), 4) + repeated(line24(Red, Green), 4);
+    const std::string down24 = repeated(line24(Red, Green), 4) + repeated(line24(Blue, White), 4);
+    const std::string lines32 = repeated(line32(Blue, White), 4) + repeated(line32(Red, Green), 4);
+    const std::string empty32 = repeated(line32(0xff, 0xffffff), 4) + repeated(line32(0xff0000, 0xff00), 4);
+    const std::string lines555 = repeated(line16(0x001f, 0x7fff), 4) + repeated(line16(0x7c00, 0x03e0), 4);
+    const std::string lines565 = repeated(line16(0x001f, 0xffff), 4) + repeated(line16(0xf800, 0x07e0), 4);
+    const std::string masks565 = little(0xf800, 4) + little(0x07e0, 4) + little(0x001f, 4);
+    const std::string masks32 = little(0xff0000, 4) + little(0xff00, 4) + little(0xff, 4);
+    const std::string alpha32 = masks32 + little(0xff000000, 4);
+    const std::string runs8 = repeated(std::string("\4\2\4\3\0\0", 6), 4) + repeated(std::string("\4\0\4\1\0\0", 6), 4)
+        + std::string("\0\1", 2);
+    const std::string runs4 = repeated(std::string("\4\x22\4\x33\0\0", 6), 4)
+        + repeated(std::string("\4\x00\4\x11\0\0", 6), 4) + std::string("\0\1", 2);
+
+    struct Case {
+        const char* name;
+        BitmapOptions options;
+    };
+    const std::array cases = {
+        Case{"4 bits", {.bits = 4, .palette = fourColours, .lines = repeated(low, 4) + repeated(high, 4)}},
+        Case{"8 bits", {.bits = 8, .palette = fourColours, .lines = repeated(low8, 4) + repeated(high8, 4)}},
+        Case{"8 bits top down",
+            {.bits = 8, .topDown = true, .palette = fourColours, .lines = repeated(high8, 4) + repeated(low8, 4)}},
+        Case{"8 bits, old header",
+            {.bits = 8, .headerLength = 12, .palette = oldColours, .lines = repeated(low8, 4) + repeated(high8, 4)}},
+        Case{"8 bits in runs", {.bits = 8, .compression = 1, .palette = fourColours, .lines = runs8}},
+        Case{"4 bits in runs", {.bits = 4, .compression = 2, .palette = fourColours, .lines = runs4}},
+        Case{"16 bits", {.bits = 16, .lines = lines555}},
+        Case{"16 bits by masks", {.bits = 16, .compression = 3, .masks = masks565, .lines = lines565}},
+        Case{"16 bits by masks, header of 56",
+            {.bits = 16, .compression = 3, .headerLength = 56, .masks = masks565, .lines = lines565}},
+        Case{"24 bits", {.lines = lines24}},
+        Case{"24 bits, old header", {.headerLength = 12, .lines = lines24}},
+        Case{"24 bits top down", {.topDown = true, .lines = down24}},
+        Case{"32 bits", {.bits = 32, .lines = lines32}},
+        Case{"32 bits, fourth byte empty", {.bits = 32, .lines = empty32}},
+        Case{"32 bits by masks", {.bits = 32, .compression = 3, .masks = masks32, .lines = lines32}},
+        Case{"32 bits with alpha",
+            {.bits = 32, .compression = 3, .headerLength = 108, .masks = alpha32, .lines = lines32}},
+        Case{"32 bits with alpha, header of 56",
+            {.bits = 32, .compression = 3, .headerLength = 56, .masks = alpha32, .lines = lines32}},
+        Case{"32 bits with empty alpha",
+            {.bits = 32, .compression = 3, .headerLength = 124, .masks = alpha32, .lines = empty32}},
+    };
+    PictureFolder folder;
+    for (const Case& tested : cases) {
+        SCOPED_TRACE(tested.name);
+        const std::string file = bitmapFile(8, 8, tested.options);
+        const auto failure = attempt([&] {
+            const QImage image = loaded(folder, file);
+            EXPECT_EQ(image.size(), QSize(8, 8));
+            EXPECT_EQ(meanDifference(image, quarters(8, 8)), 0);
+        });
+        EXPECT_FALSE(failure);
+    }
+
+    const std::string two("\x00\x00\x00\x00\xFF\xFF\xFF\x00", 8);
+    const QImage blackAndWhite = loaded(folder, bitmapFile(8, 1, {.bits = 1, .palette = two, .lines = "\x0F\0\0\0"s}));
+    EXPECT_EQ(blackAndWhite.pixel(3, 0), 0xff000000);
+    EXPECT_EQ(blackAndWhite.pixel(4, 0), White);
+}
+
+TEST(PictureReader, AlphaLiesOnWhite)
+{
+    PictureFolder folder;
+    const std::string masks = little(0xff0000, 4) + little(0xff00, 4) + little(0xff, 4) + little(0xff000000, 4);
+    const QImage bitmap = loaded(folder,
+        bitmapFile(2, 1,
+            {.bits = 32,
+                .compression = 3,
+                .headerLength = 108,
+                .masks = masks,
+                .lines = little(0x80ff0000, 4) + little(0x00000000, 4)}));
+    EXPECT_NEAR(qGreen(bitmap.pixel(0, 0)), 127, 1);
+    EXPECT_EQ(qRed(bitmap.pixel(0, 0)), 255);
+    EXPECT_EQ(bitmap.pixel(1, 0), White);
+
+    const QImage gif = loaded(folder, gifBytes(12, 12, {.indexed = indexed(12, 12), .transparent = 2}));
+    EXPECT_EQ(corners(gif), "RGWW");
+}
+
+TEST(PictureReader, AGifShowsItsFirstImage)
+{
+    PictureFolder folder;
+    EXPECT_EQ(corners(loaded(folder, gifBytes(12, 12, {.indexed = indexed(12, 12)}))), "RGBW");
+    const QImage small = loaded(folder, gifBytes(40, 30, {.left = 10, .top = 10, .indexed = indexed(12, 12)}));
+    EXPECT_EQ(small.size(), QSize(40, 30));
+    EXPECT_EQ(small.pixel(12, 12), Red);
+    EXPECT_EQ(small.pixel(20, 12), Green);
+}
+
+TEST(PictureReader, AFileThatPromisesTooMuchIsRefusedByItsHeader)
+{
+    PictureFolder folder;
+    const std::string lines(64, '\x7F');
+    std::string jpeg = jpegBytes(quarters(64, 64));
+    const std::size_t frame = jpeg.find("\xFF\xC0");
+    ASSERT_NE(frame, std::string::npos);
+    const auto jpegOf = [&](const std::string& size) {
+        std::string file = jpeg;
+        return file.replace(frame + 5, 4, size);
+    };
+    const std::array bombs = {
+        bitmapFile(100000, 100000, {.lines = lines}),
+        bitmapFile(30000, 30000, {.bits = 8, .compression = 1, .palette = std::string(1024, '\0'), .lines = lines}),
+        bitmapFile(20000, 20000, {.bits = 8, .compression = 1, .palette = std::string(1024, '\0'), .lines = lines}),
+        bitmapFile(20000, 20000, {.bits = 1, .palette = std::string(8, '\0'), .lines = lines}),
+        bitmapFile(0, 10, {.lines = lines}),
+        bitmapFile(-4, 4, {.lines = lines}),
+        gifBytes(65535, 65535, {.indexed = indexed(4, 4)}),
+        gifBytes(20000, 20000, {.indexed = indexed(4, 4)}),
+        gifBytes(4, 4, {.left = 65000, .top = 65000, .indexed = indexed(4, 4)}),
+        jpegOf("\xFF\xDC\xFF\xDC"),
+        jpegOf("\x4E\x20\x4E\x20"),
+        jpegOf(std::string(4, '\0')),
+    };
+    for (std::size_t i = 0; i < bombs.size(); ++i)
+        EXPECT_EQ(loadFailure(folder, bombs.at(i)), "Invalid picture") << i;
+}
+
+TEST(PictureReader, ACutOffBitmapIsNone)
+{
+    PictureFolder folder;
+    folder.pictures.saveBitmap(pictureFromImage(quarters(40, 30)), folder.path("p.bmp"));
+    const std::string whole = folder.bytes("p.bmp");
+    EXPECT_EQ(loadFailure(folder, whole), "");
+    for (const std::size_t missing : {std::size_t{1}, std::size_t{100}, whole.size() - 54, whole.size() - 20})
+        EXPECT_EQ(loadFailure(folder, whole.substr(0, whole.size() - missing)), "Invalid picture") << missing;
+}
+
+TEST(PictureReader, OnlyThreeFormatsAreEverTried)
+{
+    PictureFolder folder;
+    for (const char* format : {"PNG", "PPM", "XPM"}) {
+        ASSERT_TRUE(quarters(8, 8).save(QString::fromStdString(folder.native("p.jpg")), format)) << format;
+        EXPECT_EQ(failureOf([&] { folder.pictures.load(folder.path("p.jpg")); }), "Invalid picture");
+    }
+    for (const char* text : {"", "B", "GIF88a", "<svg xmlns='http://www.w3.org/2000/svg' width='4' height='4'/>"})
+        EXPECT_EQ(loadFailure(folder, text), "Invalid picture") << text;
+    // The content counts, not the name.
+    ASSERT_TRUE(quarters(8, 8).save(QString::fromStdString(folder.native("p.gif")), "BMP"));
+    EXPECT_EQ(folder.pictures.load(folder.path("p.gif")).width(), 8);
+}
+
+// What a damaged file shows may be odd, but never depends on what lay in memory before.
+TEST(PictureReader, DamagedFilesFailOrShowSomethingSteady)
+{
+    constexpr int Rounds = 300;
+    PictureFolder folder;
+    const QImage scene = testScene(64, 48);
+    const std::string runs = std::string("\x40\1\0\0", 4);
+    std::string lines;
+    for (int y = 0; y < 48; ++y)
+        lines += runs;
+    folder.pictures.saveBitmap(pictureFromImage(scene), folder.path("p.bmp"));
+    const std::array<std::string, 5> seeds = {
+        jpegBytes(scene, {.fullColour = false}),
+        jpegBytes(scene, {.progressive = true}),
+        gifBytes(64, 48, {.indexed = indexed(64, 48), .transparent = 1}),
+        folder.bytes("p.bmp"),
+        bitmapFile(64, 48,
+            {.bits = 8,
+                .compression = 1,
+                .palette = std::string(1024, '\x55'),
+                .lines = lines + std::string("\0\1", 2)}),
+    };
+    std::uint32_t random = 7;
+    const auto below = [&](std::size_t limit) {
+        random = random * 1664525U + 1013904223U;
+        return static_cast<std::size_t>(random >> 8U) % limit;
+    };
+    int shown = 0;
+    for (const std::string& seed : seeds)
+        for (int round = 0; round < Rounds; ++round) {
+            SCOPED_TRACE(round);
+            std::string damaged = seed;
+            for (std::size_t i = 0; i <= below(6); ++i)
+                damaged[below(below(2) == 0 ? damaged.size() : std::min<std::size_t>(damaged.size(), 64))] =
+                    static_cast<char>(below(256));
+            if (below(3) == 0)
+                damaged.resize(below(damaged.size()));
+            const std::string path = folder.put("damaged", damaged);
+            std::array<Picture, 2> pictures;
+            for (Picture& picture : pictures) {
+                mallopt(M_PERTURB, &picture == &pictures[0] ? 0x11 : 0xEE);
+                const auto failure = attempt([&] { picture = folder.pictures.load(path); });
+                EXPECT_NE(failure.has_value(), picture.width() > 0);
+            }
+            mallopt(M_PERTURB, 0);
+            EXPECT_EQ(renderedImage(pictures[0]), renderedImage(pictures[1])) << "seed " << seed.substr(0, 6);
+            shown += pictures[0].empty() ? 0 : 1;
+        }
+    EXPECT_GT(shown, Rounds) << "damage must leave something to decode";
+}
+
+} // namespace trovarium
