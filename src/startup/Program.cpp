@@ -1,0 +1,103 @@
+#include "startup/Program.h"
+
+#include "check/GroupRepair.h"
+#include "check/RepairPasses.h"
+#include "platform/files/FileService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
+#include "runtime/Failure.h"
+#include "startup/UnloadAllForms.h"
+#include "store/Album.h"
+#include "store/LibraryFolders.h"
+#include "store/Log.h"
+
+#include <memory>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+constexpr int FatalExit = 1;
+constexpr std::string_view SupportAddress = "support@ombrelane.example";
+
+} // namespace
+
+Program::Program(Desktop& desktop, Album& album, std::string programPath)
+    : m_desktop(desktop)
+    , m_album(album)
+    , m_programPath(std::move(programPath))
+    , m_splash(desktop, [this] { return std::make_unique<frmSplash>(m_desktop, m_album); })
+    , m_thumbnailBuilder(desktop, [this] { return std::make_unique<frmThumbnail>(m_desktop, m_album); })
+    , m_firstTime(desktop, [this] { return std::make_unique<frmFirstTime>(m_desktop); })
+    , m_main(desktop, [this] { return std::make_unique<frmMain>(m_desktop, m_album, dialogs()); })
+    , m_groups(desktop, [this] { return std::make_unique<frmGroups>(m_desktop, m_album, m_main()); })
+    , m_fullScreen(desktop, [this] { return std::make_unique<frmFullScreen>(m_desktop, m_album, m_main()); })
+{
+}
+
+// The order is fixed: folders, settings, the test for a read-only library, splash, the check, the repair of
+// the groups, the main window.
+void Program::Main()
+try {
+    attempt([&] { m_album.settingsStore = std::make_unique<COWReg>(); });
+    attempt([&] { m_desktop.Screen().MousePointer = ArrowHourglassPointer; });
+    attempt([&] { settleProgramFolder(); });
+    attempt([&] { makeLibraryFolders(m_album); });
+    attempt([&] { readFolderSettings(m_album); });
+    attempt([&] { requireSlideGroupPath(); });
+    attempt([&] { CheckDirPaths(m_album, m_desktop); });
+    attempt([&] { m_splash().show(); });
+    attempt([&] { m_desktop.DoEvents(); });
+    // A click on the splash form while it checks takes effect where the passes let events run.
+    if (!m_album.AutoCheckBypass)
+        attempt([&] { RepairPasses(m_album, m_splash(), m_thumbnailBuilder).CheckFolderContents(); });
+    if (!m_album.AutoCheckBypass)
+        attempt([&] { RemoveMissingPhotosFromGroup(m_album, m_desktop); });
+    attempt([&] { m_desktop.DoEvents(); });
+    attempt([&] { m_main().show(); });
+    attempt([&] { m_splash().unload(); });
+    attempt([&] { m_desktop.Screen().MousePointer = DefaultPointer; });
+} catch (const Failure& failure) {
+    // Kept for the day that a step above is to be fatal; as they are, no failure gets here.
+    logFailure(m_album, "Main", failure);
+    m_desktop.Screen().MousePointer = DefaultPointer;
+    m_desktop.prompts().messageBox("Unexpected problem. Must exit. Check log file at "
+            + toNativePath(m_album.paths.AppPath + "\\Trovarium.Log")
+            + "\rPlease email log file to: " + std::string(SupportAddress),
+        Buttons::Ok, "");
+    m_desktop.endProgram(FatalExit);
+}
+
+void Program::settleProgramFolder()
+{
+    AlbumPaths& paths = m_album.paths;
+    paths.ProgramFolder = m_programPath;
+    if (paths.ProgramFolder.ends_with('\\'))
+        paths.ProgramFolder.pop_back();
+    paths.AppPath = paths.ProgramFolder;
+}
+
+// A broken settings store gives empty paths, and this is the one that is looked at.
+void Program::requireSlideGroupPath()
+{
+    if (!m_album.paths.SlideGroupPath.empty())
+        return;
+    m_desktop.prompts().messageBox("Critical Error-SubMain: SlideGroup path is blank!", Buttons::Ok, "");
+    m_desktop.endProgram(FatalExit);
+}
+
+// The slide show and the search have no dialog yet: their openers stay empty.
+Dialogs Program::dialogs()
+{
+    return {
+        .showFirstTime = [this] { m_firstTime().showModal(); },
+        .showGroups = [this](int mode) { m_groups().showFor(mode); },
+        .showFullScreen = [this] { m_fullScreen().show(); },
+        .showSlideShow = {},
+        .showSearch = {},
+        .unloadAllForms = [this] { UnloadAllForms(m_desktop, "frmMain"); },
+    };
+}
+
+} // namespace trovarium

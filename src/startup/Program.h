@@ -1,0 +1,48 @@
+#pragma once
+
+#include "browser/Dialogs.h"
+#include "browser/frmGroups.h"
+#include "browser/frmMain.h"
+#include "check/frmFirstTime.h"
+#include "check/frmSplash.h"
+#include "check/frmThumbnail.h"
+#include "platform/toolkit/FormSlot.h"
+#include "viewer/frmFullScreen.h"
+
+#include <string>
+
+namespace trovarium {
+
+struct Album;
+class Desktop;
+
+// The program put together: holds the one instance of each form, fills in who opens what, and starts it all.
+class Program {
+public:
+    // `programPath` is the folder that holds the program, as the platform gives it.
+    Program(Desktop& desktop, Album& album, std::string programPath);
+
+    // The way from nothing to the main window. Every failure on it is stepped over; it ends the program when
+    // the settings store is broken. On return the program lives on in the event loop.
+    void Main();
+
+    FormSlot<frmMain>& mainWindow() { return m_main; }
+    FormSlot<frmSplash>& splash() { return m_splash; }
+
+private:
+    void settleProgramFolder();
+    void requireSlideGroupPath();
+    Dialogs dialogs();
+
+    Desktop& m_desktop;
+    Album& m_album;
+    std::string m_programPath;
+    FormSlot<frmSplash> m_splash;
+    FormSlot<frmThumbnail> m_thumbnailBuilder;
+    FormSlot<frmFirstTime> m_firstTime;
+    FormSlot<frmMain> m_main;
+    FormSlot<frmGroups> m_groups;
+    FormSlot<frmFullScreen> m_fullScreen;
+};
+
+} // namespace trovarium
