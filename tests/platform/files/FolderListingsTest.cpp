@@ -31,7 +31,7 @@ TEST(FolderListings, OwnChangesDontCauseAListingEach)
         listings.carry({{FolderListings::Edit::What::Made, place}}, [&] { folder.write(place.leaf, ""); });
         EXPECT_EQ(listings.readableName(folder.path(), "NEW" + fileName(number)), place.leaf);
     }
-    EXPECT_LE(listings.foldersRead(), std::size_t{ManyFiles} / 20);
+    EXPECT_LE(listings.foldersRead(), std::size_t{ManyFiles} / 4);
 }
 
 TEST(FolderListings, AFailedChangeOfOurOwnLeavesTheListingTrue)

@@ -1,0 +1,262 @@
+#include "platform/files/FileService.h"
+#include "support/FailureOf.h"
+#include "support/TemporaryFolder.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace trovarium {
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+// A second file system, where the machine has one that everybody may write to.
+constexpr const char* OtherFileSystem = "/dev/shm";
+
+class Folders : public testing::Test {
+protected:
+    std::string at(std::string_view name) const { return folder.inside(name); }
+
+    void stamp(std::string_view name, timespec time) const
+    {
+        const timespec times[2] = {time, time};
+        ASSERT_EQ(utimensat(AT_FDCWD, folder.native(name).c_str(), times, 0), 0);
+    }
+
+    timespec stampOf(std::string_view name) const
+    {
+        struct stat status = {};
+        EXPECT_EQ(stat(folder.native(name).c_str(), &status), 0);
+        return status.st_mtim;
+    }
+
+    Names onDisk() const
+    {
+        Names names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+            names.push_back(entry.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    TemporaryFolder folder;
+    FileService files;
+};
+
+} // namespace
+
+TEST_F(Folders, PatternsMatchNamesWithoutRegardToCase)
+{
+    for (const char* name : {"a.jpg", "B.JPG", "c.jpeg", "ab.gif", "none", "x.tar.gz", "é.jpg", "漢.bmp", "[1].jpg"})
+        folder.write(name, "");
+    struct Case {
+        std::string_view pattern;
+        Names names;
+    };
+    const Names sorted{"a.jpg", "ab.gif", "B.JPG", "c.jpeg", "none", "x.tar.gz", "[1].jpg", "é.jpg", "漢.bmp"};
+    for (const auto& [pattern, names] : {Case{"*.*", sorted}, {"*", sorted}, {"", sorted}, {"*.abcde;*.*", sorted},
+             {"*.jpg", {"a.jpg", "B.JPG", "[1].jpg", "é.jpg"}}, {"?.jpg", {"a.jpg", "B.JPG", "é.jpg"}},
+             {"É.*", {"é.jpg"}}, {"?.bmp", {"漢.bmp"}}, {"??.bmp", {}}, {"*?a*", {"x.tar.gz"}},
+             {"*.gif; *.bmp", {"ab.gif", "漢.bmp"}}, {"[1].jpg", {"[1].jpg"}}, {"b.jpg", {"B.JPG"}}, {"*.abcde", {}},
+             {"a*b*.g*f*", {"ab.gif"}}, {"x.*.gz", {"x.tar.gz"}}, {"*.gz.", {}}, {";", {}}})
+        EXPECT_EQ(files.list(at(pattern)), names) << pattern;
+}
+
+TEST_F(Folders, APatternOfManyStarsEndsInGoodTime)
+{
+    folder.write(std::string(200, 'a'), "");
+    std::string pattern;
+    for (int count = 0; count < 60; ++count)
+        pattern += "a*";
+    EXPECT_EQ(files.list(at(pattern + "b")), Names{});
+    EXPECT_EQ(files.list(at(pattern)).size(), 1U);
+}
+
+TEST_F(Folders, OnlyPlainFilesAndFoldersThatCanBeNamedAreListed)
+{
+    for (const char* name : {"plain", ".hidden", "back\\slash", "line\nend", "line\rend"})
+        folder.write(name, "");
+    for (const char* name : {"sub", ".hiddensub", "sub\\odd"})
+        std::filesystem::create_directory(folder.native(name));
+    ASSERT_EQ(mkfifo(folder.native("pipe").c_str(), 0600), 0);
+    std::filesystem::create_symlink("plain", folder.native("link to file"));
+    std::filesystem::create_symlink("sub", folder.native("link to folder"));
+    std::filesystem::create_symlink("nowhere", folder.native("dangling"));
+    std::filesystem::create_symlink("loop", folder.native("loop"));
+
+    EXPECT_EQ(files.list(at("*")), (Names{"link to file", "plain"}));
+    EXPECT_EQ(files.listFolders(folder.inside()), Names{"sub"});
+    EXPECT_TRUE(files.exists(at("link to file")));
+    EXPECT_FALSE(files.exists(at("dangling")));
+    EXPECT_FALSE(files.exists(at("loop")));
+    EXPECT_TRUE(files.exists(at(".hidden"))) << "a hidden file can be named";
+}
+
+TEST_F(Folders, AListIsASnapshot)
+{
+    for (const char* name : {"a", "b", "c"})
+        folder.write(name, "");
+    for (const std::string& name : files.list(at("*")))
+        files.rename(at(name), at("x" + name));
+    EXPECT_EQ(files.list(at("*")), (Names{"xa", "xb", "xc"}));
+}
+
+TEST_F(Folders, AnAbsentFolderGivesNoNamesUnlessItMustBeThere)
+{
+    folder.write("file", "");
+    for (const std::string& path : Names{at("none\\*.*"), at("file\\*.*"), "relative\\*.*", ""}) {
+        EXPECT_EQ(files.list(path), Names{}) << path;
+        EXPECT_EQ(failureOf([&] { files.listExisting(path); }), "Path not found") << path;
+    }
+    EXPECT_EQ(files.listFolders(at("none")), Names{});
+    EXPECT_EQ(files.listExisting(at("*")), Names{"file"});
+    EXPECT_EQ(files.listExisting(at("*.none")), Names{});
+}
+
+TEST_F(Folders, ALinkToALibraryFolderIsTheFolder)
+{
+    std::filesystem::create_directory(folder.native("real"));
+    folder.write("real/a.jpg", "");
+    std::filesystem::create_directory_symlink("real", folder.native("link"));
+    EXPECT_EQ(files.list(at("link\\*")), Names{"a.jpg"});
+    EXPECT_TRUE(files.folderExists(at("link")));
+    EXPECT_FALSE(files.folderExists(at("real\\a.jpg")));
+    EXPECT_FALSE(files.folderExists(""));
+}
+
+TEST_F(Folders, ACopyIsWholeDatedAsItsSourceAndReplacesItsTarget)
+{
+    std::string bytes(3000000, '\0');
+    for (std::size_t index = 0; index < bytes.size(); ++index)
+        bytes[index] = static_cast<char>(index * 7 / 5);
+    folder.write("source", bytes);
+    folder.write("target", "something that was there");
+    stamp("source", {1000000000, 123456789});
+    files.copy(at("source"), at("target"));
+    EXPECT_EQ(folder.read("target"), bytes);
+    EXPECT_EQ(stampOf("target").tv_sec, 1000000000);
+    EXPECT_EQ(files.modified(at("target")), files.modified(at("source")));
+    folder.write("empty", "");
+    files.copy(at("empty"), at("target"));
+    EXPECT_EQ(folder.read("target"), "");
+    EXPECT_EQ(onDisk(), (Names{"empty", "source", "target"}));
+}
+
+TEST_F(Folders, ACopyOntoItselfIsRefusedUnderAnyName)
+{
+    folder.write("a", "text");
+    std::filesystem::create_hard_link(folder.native("a"), folder.native("hard"));
+    std::filesystem::create_symlink("a", folder.native("soft"));
+    for (const char* target : {"a", "hard", "soft"})
+        EXPECT_EQ(failureOf([&] { files.copy(at("a"), at(target)); }), "Permission denied") << target;
+    EXPECT_EQ(folder.read("a"), "text");
+}
+
+TEST_F(Folders, ACopyThatFailsLeavesTheTargetAndNothingBeside)
+{
+    folder.write("a", "text");
+    folder.write("b", "target");
+    std::filesystem::create_directory(folder.native("sub"));
+    EXPECT_EQ(failureOf([&] { files.copy(at("none"), at("b")); }), "File not found");
+    EXPECT_EQ(failureOf([&] { files.copy(at("a"), at("sub")); }), "Permission denied");
+    EXPECT_EQ(failureOf([&] { files.copy(at("a"), at(std::string(300, 'x'))); }), "Bad file name or number");
+    EXPECT_EQ(folder.read("b"), "target");
+    EXPECT_EQ(onDisk(), (Names{"a", "b", "sub"}));
+}
+
+TEST_F(Folders, ACopyOverALinkReplacesTheLinkAndNotWhatItLeadsTo)
+{
+    folder.write("original", "precious");
+    folder.write("new", "new");
+    std::filesystem::create_symlink("original", folder.native("link"));
+    files.copy(at("new"), at("link"));
+    EXPECT_EQ(folder.read("original"), "precious");
+    EXPECT_EQ(folder.read("link"), "new");
+}
+
+TEST_F(Folders, ARenameNeverReplaces)
+{
+    folder.write("a", "1");
+    folder.write("b", "2");
+    std::filesystem::create_symlink("nowhere", folder.native("dangling"));
+    std::filesystem::create_directory(folder.native("sub"));
+    for (const char* target : {"a", "b", "dangling", "sub"})
+        EXPECT_EQ(failureOf([&] { files.rename(at("a"), at(target)); }), "File already exists") << target;
+    EXPECT_EQ(failureOf([&] { files.rename(at("none"), at("c")); }), "File not found");
+    files.rename(at("a"), at("A"));
+    EXPECT_EQ(folder.read("A"), "1");
+    files.rename(at("A"), at("sub\\moved"));
+    EXPECT_EQ(folder.read("sub/moved"), "1");
+}
+
+TEST_F(Folders, ARenameBetweenFileSystemsMovesTheFile)
+{
+    struct stat here = {};
+    struct stat there = {};
+    if (stat(folder.path().c_str(), &here) != 0 || stat(OtherFileSystem, &there) != 0 || here.st_dev == there.st_dev
+        || access(OtherFileSystem, W_OK) != 0)
+        GTEST_SKIP() << "one file system only";
+    const std::string name = std::string(OtherFileSystem) + "/trovarium-test-" + std::to_string(getpid());
+    folder.write("a", "text");
+    stamp("a", {1000000000, 0});
+    files.rename(at("a"), fromNativePath(name));
+    EXPECT_FALSE(files.exists(at("a")));
+    EXPECT_EQ(files.modified(name), Instant(std::chrono::seconds(1000000000)));
+    folder.write("a", "second");
+    EXPECT_EQ(failureOf([&] { files.rename(at("a"), name); }), "File already exists");
+    EXPECT_EQ(folder.read("a"), "second");
+    files.remove(at("a"));
+    files.rename(name, at("a"));
+    EXPECT_EQ(folder.read("a"), "text");
+    EXPECT_FALSE(std::filesystem::exists(name));
+}
+
+TEST_F(Folders, DatesAreFlooredToTheSecondAndSetAlone)
+{
+    folder.write("a", "");
+    stamp("a", {1000000000, 999999999});
+    EXPECT_EQ(files.modified(at("a")), Instant(std::chrono::seconds(1000000000)));
+    stamp("a", {-5, 500000000});
+    EXPECT_EQ(files.modified(at("a")), Instant(std::chrono::seconds(-5))) << "also before 1970";
+    struct stat before = {};
+    struct stat after = {};
+    ASSERT_EQ(stat(folder.native("a").c_str(), &before), 0);
+    files.setModified(at("a"), Instant(std::chrono::seconds(1234567890)));
+    ASSERT_EQ(stat(folder.native("a").c_str(), &after), 0);
+    EXPECT_EQ(after.st_mtim.tv_sec, 1234567890);
+    EXPECT_EQ(after.st_mtim.tv_nsec, 0);
+    EXPECT_EQ(after.st_atim.tv_sec, before.st_atim.tv_sec);
+    EXPECT_EQ(failureOf([&] { files.setModified(at("none"), Instant()); }), "File not found");
+}
+
+TEST_F(Folders, LengthsHaveSixtyFourBits)
+{
+    folder.write("film", "");
+    std::filesystem::resize_file(folder.native("film"), std::uintmax_t{3} << 30);
+    EXPECT_EQ(files.length(at("film")), std::int64_t{3} << 30);
+}
+
+TEST_F(Folders, AFolderIsMadeOneLevelAtATime)
+{
+    files.makeFolder(at("new"));
+    files.makeFolder(at("new\\below\\"));
+    EXPECT_TRUE(std::filesystem::is_directory(folder.native("new/below")));
+    folder.write("file", "");
+    for (const std::string& path : Names{at("new"), at("new\\"), at("file"), "/"})
+        EXPECT_EQ(failureOf([&] { files.makeFolder(path); }), "Path/File access error") << path;
+    EXPECT_EQ(failureOf([&] { files.makeFolder(at("a\\b")); }), "Path not found");
+}
+
+TEST_F(Folders, AWholeFileReplacesWhatWasThere)
+{
+    folder.write("a.bmp", "a longer text that was there");
+    const std::string bytes("B\0M\r\n\xFF", 6);
+    files.writeWhole(at("a.bmp"), bytes);
+    EXPECT_EQ(folder.read("a.bmp"), bytes);
+    EXPECT_EQ(onDisk(), Names{"a.bmp"});
+}
+
+} // namespace trovarium

@@ -1,0 +1,317 @@
+#include "platform/files/FileService.h"
+#include "support/FailureOf.h"
+#include "support/TemporaryFolder.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace trovarium {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+// The disk takes no file beyond `bytes`, so that real writes fail.
+class SmallDisk {
+public:
+    explicit SmallDisk(rlim_t bytes)
+        : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~SmallDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_before = {};
+    sighandler_t m_handler;
+};
+
+class NumberedFiles : public testing::Test {
+protected:
+    std::string at(std::string_view name) const { return folder.inside(name); }
+
+    Lines linesOf(std::string_view bytes)
+    {
+        folder.write("lines", bytes);
+        files.open(at("lines"), OpenMode::Input, 1);
+        Lines lines;
+        while (!files.endOfFile(1))
+            lines.push_back(files.lineInput(1));
+        EXPECT_EQ(failureOf([&] { files.lineInput(1); }), "Input past end of file");
+        files.close(1);
+        return lines;
+    }
+
+    TemporaryFolder folder;
+    FileService files;
+};
+
+} // namespace
+
+TEST_F(NumberedFiles, ALineEndsAtCrLfCrOrLf)
+{
+    EXPECT_EQ(linesOf(""), Lines{});
+    EXPECT_EQ(linesOf("\r\n"), Lines{""});
+    EXPECT_EQ(linesOf("a"), Lines{"a"}) << "a last line without an end counts";
+    EXPECT_EQ(linesOf("a\r\nb\rc\nd"), (Lines{"a", "b", "c", "d"}));
+    EXPECT_EQ(linesOf("a\r\rb\n\n\r\n"), (Lines{"a", "", "b", "", ""}));
+    EXPECT_EQ(linesOf("a\r"), Lines{"a"});
+    EXPECT_EQ(linesOf("K\xF6ln\r\nŁódź\n"), (Lines{"Köln", "Łódź"}));
+    EXPECT_EQ(linesOf(std::string("a\0b\n\0", 5)), (Lines{std::string("a\0b", 3), std::string(1, '\0')}));
+}
+
+TEST_F(NumberedFiles, LineEndsOnTheEdgeOfABufferAreWhole)
+{
+    for (std::size_t length = 65530; length < 65540; ++length) {
+        const std::string line(length, 'x');
+        EXPECT_EQ(linesOf(line + "\r\nb\r\n"), (Lines{line, "b"})) << length;
+        EXPECT_EQ(linesOf(line + "\rb"), (Lines{line, "b"})) << length;
+    }
+    const std::string longLine(300000, 'y');
+    EXPECT_EQ(linesOf("a\n" + longLine), (Lines{"a", longLine}));
+}
+
+TEST_F(NumberedFiles, AFileThatGrowsWhileItIsReadEndsWhereItStood)
+{
+    folder.write("a", "one\r\ntwo\r\n");
+    files.open(at("a"), OpenMode::Input, 1);
+    EXPECT_EQ(files.lineInput(1), "one");
+    std::ofstream(folder.native("a"), std::ios::app) << "three\r\n";
+    EXPECT_EQ(files.lineInput(1), "two");
+    EXPECT_TRUE(files.endOfFile(1));
+    files.close(1);
+}
+
+TEST_F(NumberedFiles, ALineBeyondAllMeasureIsAFailure)
+{
+    folder.write("film", "");
+    std::filesystem::resize_file(folder.native("film"), std::uintmax_t{1} << 30);
+    files.open(at("film"), OpenMode::Input, 1);
+    EXPECT_EQ(failureOf([&] { files.lineInput(1); }), "Out of memory");
+    files.close(1);
+}
+
+TEST_F(NumberedFiles, PrintedLinesEndWithCrLfAndKeepTheirText)
+{
+    files.open(at("a"), OpenMode::Output, 1);
+    for (const std::string_view line : {"first", "", "Köln", "Łódź"})
+        files.print(1, line);
+    files.close(1);
+    EXPECT_EQ(folder.read("a"), "first\r\n\r\nK\xF6ln\r\nŁódź\r\n");
+}
+
+TEST_F(NumberedFiles, OutputEmptiesAtOnceAndAppendAddsBehind)
+{
+    folder.write("a", "old\r\n");
+    files.open(at("a"), OpenMode::Append, 1);
+    EXPECT_EQ(folder.read("a"), "old\r\n");
+    files.print(1, "new");
+    files.close(1);
+    EXPECT_EQ(folder.read("a"), "old\r\nnew\r\n");
+    files.open(at("a"), OpenMode::Output, 1);
+    EXPECT_EQ(folder.read("a"), "");
+    files.close(1);
+}
+
+TEST_F(NumberedFiles, AnAppendedLineNeverJoinsALastLineWithoutAnEnd)
+{
+    folder.write("a", "one.jpg");
+    files.open(at("a"), OpenMode::Append, 1);
+    files.close(1);
+    EXPECT_EQ(folder.read("a"), "one.jpg") << "opening alone changes nothing";
+    files.open(at("a"), OpenMode::Append, 1);
+    files.print(1, "two.jpg");
+    files.print(1, "three.jpg");
+    files.close(1);
+    EXPECT_EQ(folder.read("a"), "one.jpg\r\ntwo.jpg\r\nthree.jpg\r\n");
+}
+
+TEST_F(NumberedFiles, NumbersRunFromOneTo255)
+{
+    folder.write("a", "");
+    for (int number = 1; number <= 255; ++number) {
+        EXPECT_EQ(files.freeFile(), number);
+        files.open(at("a"), OpenMode::Input, number);
+    }
+    EXPECT_EQ(failureOf([&] { files.freeFile(); }), "Too many files");
+    EXPECT_EQ(failureOf([&] { files.open(at("a"), OpenMode::Input, 7); }), "File already open");
+    files.close(7);
+    files.close(7);
+    EXPECT_EQ(files.freeFile(), 7);
+    for (const int number : {0, -1, 256})
+        EXPECT_EQ(failureOf([&] { files.open(at("a"), OpenMode::Input, number); }), "Bad file name or number");
+    files.closeAll();
+    EXPECT_EQ(files.freeFile(), 1);
+}
+
+TEST_F(NumberedFiles, ANumberServesOnlyWhatItWasOpenedFor)
+{
+    folder.write("a", "line");
+    files.open(at("a"), OpenMode::Input, 1);
+    files.open(at("b"), OpenMode::Output, 2);
+    EXPECT_EQ(failureOf([&] { files.print(1, ""); }), "Bad file name or number");
+    EXPECT_EQ(failureOf([&] { files.lineInput(2); }), "Bad file name or number");
+    EXPECT_EQ(failureOf([&] { files.endOfFile(2); }), "Bad file name or number");
+    EXPECT_EQ(failureOf([&] { files.print(3, ""); }), "Bad file name or number");
+    EXPECT_EQ(failureOf([&] { files.lineInput(3); }), "Bad file name or number");
+}
+
+TEST_F(NumberedFiles, AFileThatIsOpenIsNeitherEmptiedNorTakenAway)
+{
+    folder.write("a", "text");
+    std::filesystem::create_symlink("a", folder.native("link"));
+    files.open(at("a"), OpenMode::Input, 1);
+    for (const OpenMode mode : {OpenMode::Output, OpenMode::Append}) {
+        EXPECT_EQ(failureOf([&] { files.open(at("a"), mode, 2); }), "File already open");
+        EXPECT_EQ(failureOf([&] { files.open(at("link"), mode, 2); }), "File already open");
+    }
+    EXPECT_EQ(failureOf([&] { files.writeWhole(at("a"), ""); }), "File already open");
+    EXPECT_EQ(failureOf([&] { files.remove(at("a")); }), "Permission denied");
+    EXPECT_EQ(failureOf([&] { files.rename(at("a"), at("b")); }), "Permission denied");
+    EXPECT_EQ(failureOf([&] { files.copy(at("a"), at("b")); }), "Permission denied");
+    EXPECT_EQ(folder.read("a"), "text");
+    files.open(at("a"), OpenMode::Input, 2);
+    files.closeAll();
+    files.remove(at("a"));
+}
+
+TEST_F(NumberedFiles, FoldersAndPipesAreNoFiles)
+{
+    std::filesystem::create_directory(folder.native("folder"));
+    ASSERT_EQ(mkfifo(folder.native("pipe").c_str(), 0600), 0);
+    for (const std::string& path : Lines{at("folder"), at("pipe"), "/dev\\null"}) {
+        SCOPED_TRACE(path);
+        EXPECT_FALSE(files.exists(path));
+        EXPECT_EQ(failureOf([&] { files.length(path); }), "File not found");
+        EXPECT_EQ(failureOf([&] { files.modified(path); }), "File not found");
+        EXPECT_EQ(failureOf([&] { files.remove(path); }), "File not found");
+        EXPECT_EQ(failureOf([&] { files.copy(path, at("copy")); }), "File not found");
+        EXPECT_EQ(failureOf([&] { files.open(path, OpenMode::Input, 1); }), "Path/File access error");
+        EXPECT_EQ(failureOf([&] { files.open(path, OpenMode::Output, 1); }), "Path/File access error");
+        EXPECT_EQ(failureOf([&] { files.writeWhole(path, "x"); }), "Path/File access error");
+    }
+}
+
+TEST_F(NumberedFiles, AFullDiskShowsAtPrintOrCloseAndNeverLater)
+{
+    const std::string line(100, 'x');
+    for (const int count : {1, 500, 5000}) {
+        SCOPED_TRACE(count);
+        files.open(at("a"), OpenMode::Output, 1);
+        const SmallDisk disk(50);
+        std::string failure;
+        for (int printed = 0; printed < count && failure.empty(); ++printed)
+            failure = failureOf([&] { files.print(1, line); });
+        const std::string atClose = failureOf([&] { files.close(1); });
+        EXPECT_EQ(failure.empty() ? atClose : failure, "Disk full");
+        EXPECT_EQ(files.freeFile(), 1) << "the number is free all the same";
+        EXPECT_EQ(failureOf([&] { files.close(1); }), "");
+    }
+}
+
+TEST_F(NumberedFiles, RoomThatComesBackLosesNoLineThatWasPrinted)
+{
+    const std::string line(1000, 'x');
+    files.open(at("a"), OpenMode::Output, 1);
+    int printed = 0;
+    {
+        const SmallDisk disk(70000);
+        while (failureOf([&] { files.print(1, line); }).empty())
+            ++printed;
+    }
+    files.close(1);
+    EXPECT_EQ(folder.read("a").size(), printed * (line.size() + 2));
+}
+
+TEST_F(NumberedFiles, FilesThatWereLeftOpenAreWrittenAtTheEnd)
+{
+    {
+        FileService other;
+        other.open(at("a"), OpenMode::Output, 1);
+        other.print(1, "line");
+    }
+    EXPECT_EQ(folder.read("a"), "line\r\n");
+}
+
+TEST_F(NumberedFiles, AnInjectedFaultIsWhatTheOperationFailsWith)
+{
+    folder.write("a", "line");
+    std::vector<FileOperation> seen;
+    std::optional<FileOperation> failing;
+    files.setFaultHook([&](FileOperation operation, std::string_view path) {
+        EXPECT_TRUE(path.starts_with(folder.inside())) << path;
+        seen.push_back(operation);
+        if (operation == failing)
+            throw Failure(FailureKind::DiskFull);
+    });
+
+    const std::vector<std::pair<FileOperation, std::function<void()>>> operations{
+        {FileOperation::Open, [&] { files.open(at("b"), OpenMode::Output, 9); }},
+        {FileOperation::Length, [&] { files.length(at("a")); }},
+        {FileOperation::Exists, [&] { (void)files.exists(at("a")); }},
+        {FileOperation::Date, [&] { files.modified(at("a")); }},
+        {FileOperation::SetDate, [&] { files.setModified(at("a"), Instant()); }},
+        {FileOperation::List, [&] { files.list(at("*")); }},
+        {FileOperation::Copy, [&] { files.copy(at("a"), at("b")); }},
+        {FileOperation::Delete, [&] { files.remove(at("a")); }},
+        {FileOperation::Rename, [&] { files.rename(at("a"), at("b")); }},
+        {FileOperation::MakeFolder, [&] { files.makeFolder(at("c")); }},
+        {FileOperation::Print, [&] { files.writeWhole(at("b"), "x"); }},
+        {FileOperation::Picture, [&] { files.announce(FileOperation::Picture, at("a")); }},
+    };
+    const Instant before = files.modified(at("a"));
+    for (const auto& [operation, statement] : operations) {
+        failing = operation;
+        seen.clear();
+        EXPECT_EQ(failureOf(statement), "Disk full");
+        EXPECT_EQ(seen, std::vector<FileOperation>{operation});
+    }
+    failing.reset();
+    EXPECT_EQ(files.list(at("*")), Lines{"a"}) << "nothing was done";
+    EXPECT_EQ(files.modified(at("a")), before);
+}
+
+TEST_F(NumberedFiles, AFaultAtPrintOrCloseTearsTheFile)
+{
+    std::optional<FileOperation> failing;
+    files.setFaultHook([&](FileOperation operation, std::string_view) {
+        if (operation == failing)
+            throw Failure(FailureKind::DiskFull);
+    });
+    files.open(at("a"), OpenMode::Output, 1);
+    files.print(1, "one");
+    failing = FileOperation::Print;
+    EXPECT_EQ(failureOf([&] { files.print(1, "two"); }), "Disk full");
+    failing.reset();
+    files.close(1);
+    EXPECT_EQ(folder.read("a"), "one\r\n");
+
+    files.open(at("a"), OpenMode::Output, 1);
+    files.print(1, "one");
+    failing = FileOperation::Close;
+    EXPECT_EQ(failureOf([&] { files.close(1); }), "Disk full");
+    EXPECT_EQ(folder.read("a"), "");
+    EXPECT_EQ(files.freeFile(), 1);
+
+    files.open(at("b"), OpenMode::Output, 2);
+    files.open(at("c"), OpenMode::Output, 3);
+    files.closeAll();
+    EXPECT_EQ(files.freeFile(), 1) << "a number that can't be closed properly is closed nevertheless";
+
+    folder.write("d", "line");
+    files.open(at("d"), OpenMode::Input, 4);
+    failing = FileOperation::LineInput;
+    EXPECT_EQ(failureOf([&] { files.lineInput(4); }), "Disk full");
+    failing.reset();
+    EXPECT_EQ(files.lineInput(4), "line");
+}
+
+} // namespace trovarium
