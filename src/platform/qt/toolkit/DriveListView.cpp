@@ -45,7 +45,11 @@ public:
         : DriveListView(drives, new DriveBox(drives, surfaceWidget(drives)))
     {
     }
-    ~DriveListView() override { m_box->detach(); }
+    ~DriveListView() override
+    {
+        if (widget() != nullptr)
+            m_box->detach();
+    }
 
     void apply(Change change) override
     {

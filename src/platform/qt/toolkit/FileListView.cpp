@@ -12,7 +12,11 @@ public:
         : FileListView(files, new RowList(*this, surfaceWidget(files)))
     {
     }
-    ~FileListView() override { m_list->detach(); }
+    ~FileListView() override
+    {
+        if (widget() != nullptr)
+            m_list->detach();
+    }
 
     void apply(Change change) override
     {

@@ -19,7 +19,11 @@ public:
         : FolderListView(folders, new RowList(*this, surfaceWidget(folders)))
     {
     }
-    ~FolderListView() override { m_list->detach(); }
+    ~FolderListView() override
+    {
+        if (widget() != nullptr)
+            m_list->detach();
+    }
 
     void apply(Change change) override
     {

@@ -12,7 +12,11 @@ public:
         : ListBoxView(box, new RowList(*this, surfaceWidget(box)))
     {
     }
-    ~ListBoxView() override { m_list->detach(); }
+    ~ListBoxView() override
+    {
+        if (widget() != nullptr)
+            m_list->detach();
+    }
 
     void apply(Change change) override
     {

@@ -101,7 +101,11 @@ public:
         : ScrollBarView(control, new Bar(control, surfaceWidget(control)))
     {
     }
-    ~ScrollBarView() override { m_bar->detach(); }
+    ~ScrollBarView() override
+    {
+        if (widget() != nullptr)
+            m_bar->detach();
+    }
 
     void apply(Change change) override
     {

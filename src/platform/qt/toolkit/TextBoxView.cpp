@@ -56,7 +56,11 @@ public:
         : TextBoxView(box, new LineEdit(box, surfaceWidget(box)))
     {
     }
-    ~TextBoxView() override { m_edit->detach(); }
+    ~TextBoxView() override
+    {
+        if (widget() != nullptr)
+            m_edit->detach();
+    }
 
     void apply(Change change) override
     {

@@ -1,0 +1,146 @@
+#include "platform/qt/toolkit/DesktopPrompts.h"
+
+#include "platform/qt/toolkit/DesktopState.h"
+#include "platform/qt/toolkit/FormView.h"
+#include "platform/qt/toolkit/View.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/OneLine.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <QWindow>
+
+#include <algorithm>
+
+namespace trovarium {
+
+namespace {
+
+constexpr int TextWidth = 420; // pixels
+constexpr int IconSize = 32;
+
+// Texts of the program end their lines with CR LF, CR or LF.
+QString withLines(std::string_view text)
+{
+    return toQString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
+}
+
+// A box that belongs to the active form without being its child: a timer may unload the form while the
+// question stands, and the question must stay.
+class Box : public QDialog {
+public:
+    Box(Desktop& desktop, std::string_view title, std::string_view text)
+        : m_desktop(desktop)
+        , m_over(desktop.activeForm() == nullptr || desktop.activeForm()->view() == nullptr
+                  ? nullptr
+                  : &desktop.activeForm()->view()->window())
+        , m_text(new QLabel(withLines(text)))
+        , m_buttons(new QDialogButtonBox(this))
+    {
+        setWindowTitle(title.empty() ? QStringLiteral("Trovarium") : toQString(title));
+        setAccessibleDescription(m_text->text());
+        m_text->setTextFormat(Qt::PlainText);
+        m_text->setWordWrap(true);
+        m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        m_text->setFixedWidth(std::clamp(naturalWidth(), 1, TextWidth));
+        connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+        connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    }
+
+    QLabel& text() { return *m_text; }
+    QDialogButtonBox& buttons() { return *m_buttons; }
+
+    // The text, on a part of the screen's height at most.
+    QWidget* textArea()
+    {
+        const int highest = screenOfForm()->availableGeometry().height() / 2;
+        const int height = m_text->heightForWidth(m_text->width());
+        if (height <= highest)
+            return m_text;
+        auto* area = new QScrollArea;
+        area->setWidget(m_text);
+        m_text->setFixedHeight(height);
+        area->setFixedHeight(highest);
+        area->setMinimumWidth(m_text->width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2);
+        return area;
+    }
+
+    bool ask()
+    {
+        adjustSize();
+        winId(); // the window's handle is made here
+        if (m_over != nullptr) {
+            windowHandle()->setTransientParent(m_over->windowHandle());
+            move(m_over->frameGeometry().center() - rect().center());
+        }
+        NestedLoop loop(m_desktop);
+        const bool accepted = exec() == QDialog::Accepted;
+        loop.finish();
+        return accepted;
+    }
+
+private:
+    QScreen* screenOfForm() const { return m_over != nullptr ? m_over->screen() : screen(); }
+    int naturalWidth() const
+    {
+        return m_text->fontMetrics().size(0, m_text->text()).width() + 2 * m_text->margin() + 1;
+    }
+
+    Desktop& m_desktop;
+    QWidget* m_over;
+    QLabel* m_text;
+    QDialogButtonBox* m_buttons;
+};
+
+} // namespace
+
+Answer DesktopPrompts::messageBox(std::string_view text, Buttons buttons, std::string_view title)
+{
+    const bool isQuestion = buttons == Buttons::YesNo;
+    Box box(m_desktop, title, text);
+    auto* icon = new QLabel;
+    const auto shape = isQuestion ? QStyle::SP_MessageBoxQuestion : QStyle::SP_MessageBoxInformation;
+    icon->setPixmap(box.style()->standardIcon(shape).pixmap(IconSize));
+    auto* row = new QHBoxLayout;
+    row->addWidget(icon, 0, Qt::AlignTop);
+    row->addWidget(box.textArea(), 1);
+    auto* column = new QVBoxLayout(&box);
+    column->addLayout(row);
+    column->addWidget(&box.buttons());
+    box.buttons().setStandardButtons(isQuestion ? QDialogButtonBox::Yes | QDialogButtonBox::No
+                                                : QDialogButtonBox::StandardButtons(QDialogButtonBox::Ok));
+    QPushButton* first = box.buttons().button(isQuestion ? QDialogButtonBox::Yes : QDialogButtonBox::Ok);
+    first->setDefault(true);
+    first->setFocus();
+    const bool accepted = box.ask();
+    if (!isQuestion)
+        return Answer::Ok;
+    return accepted ? Answer::Yes : Answer::No;
+}
+
+std::string DesktopPrompts::inputBox(std::string_view prompt, std::string_view title, std::string_view initial)
+{
+    Box box(m_desktop, title, prompt);
+    auto* edit = new QLineEdit(toQString(initial));
+    edit->setAccessibleName(box.text().text());
+    edit->setMinimumWidth(TextWidth);
+    edit->selectAll();
+    auto* column = new QVBoxLayout(&box);
+    column->addWidget(box.textArea());
+    column->addWidget(edit);
+    column->addWidget(&box.buttons());
+    box.buttons().setStandardButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    box.buttons().button(QDialogButtonBox::Ok)->setDefault(true);
+    edit->setFocus();
+    return box.ask() ? oneLine(toText(edit->text())) : std::string();
+}
+
+} // namespace trovarium
