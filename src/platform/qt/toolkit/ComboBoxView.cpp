@@ -56,7 +56,10 @@ public:
     }
     ~ComboBoxView() override
     {
+        if (widget() == nullptr)
+            return;
         m_combo->beforeUse([] {});
+        m_combo->lineEdit()->blockSignals(true);
     }
 
     void apply(Change change) override

@@ -20,7 +20,7 @@ public:
 
     void apply(Change change) override
     {
-        if (change == Change::Content)
+        if (change == Change::Content || change == Change::Enabled)
             m_list->follow();
         else
             WidgetView::apply(change);
@@ -36,6 +36,7 @@ private:
     }
 
     Component& sender() override { return m_files; }
+    bool isEnabled() const override { return m_files.Enabled(); }
     bool takesInput() const override { return m_files.takesInput(); }
     int rowCount() const override { return m_files.ListCount(); }
     QString rowText(int row) const override { return toQString(m_files.List(row)); }

@@ -46,6 +46,7 @@ private:
     }
 
     Component& sender() override { return m_folders; }
+    bool isEnabled() const override { return m_folders.Enabled(); }
     bool takesInput() const override { return m_folders.takesInput(); }
     int rowCount() const override { return m_folders.ListCount(); }
     QString rowText(int row) const override

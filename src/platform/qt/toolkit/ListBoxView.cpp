@@ -22,6 +22,7 @@ public:
     {
         switch (change) {
         case Change::Content:
+        case Change::Enabled:
             m_list->follow();
             break;
         case Change::Appearance:
@@ -42,6 +43,7 @@ private:
     }
 
     Component& sender() override { return m_box; }
+    bool isEnabled() const override { return m_box.Enabled(); }
     bool takesInput() const override { return m_box.takesInput(); }
     int rowCount() const override { return m_box.ListCount(); }
     QString rowText(int row) const override { return toQString(m_box.List(row)); }

@@ -191,6 +191,8 @@ void RowList::showSource()
 {
     if (m_source == nullptr)
         return;
+    // Late too: a list that is closed only while a handler changes it keeps the focus.
+    setEnabled(m_source->isEnabled());
     m_rows->follow();
     QItemSelection selection;
     const int count = m_source->rowCount();

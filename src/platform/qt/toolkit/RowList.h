@@ -19,6 +19,7 @@ public:
     virtual ~RowSource() = default;
 
     virtual Component& sender() = 0;
+    virtual bool isEnabled() const = 0;
     virtual bool takesInput() const = 0;
     virtual int rowCount() const = 0;
     virtual QString rowText(int row) const = 0;

@@ -79,7 +79,8 @@ protected:
         if (!takesInput())
             return;
         const QPoint turned = event->angleDelta();
-        m_turned += turned.y() != 0 ? turned.y() : turned.x();
+        const int turn = turned.y() != 0 ? turned.y() : turned.x();
+        m_turned = (turn > 0) == (m_turned > 0) ? m_turned + turn : turn;
         const int notches = m_turned / WheelNotch;
         m_turned -= notches * WheelNotch;
         if (notches != 0)
