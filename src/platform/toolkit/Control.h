@@ -63,7 +63,7 @@ public:
     void SetFocus(); // nothing where it can't take it
 
     // Makes the view when the form gets its window, and drops it with the window.
-    virtual std::unique_ptr<View> makeView();
+    virtual std::unique_ptr<View> makeView() = 0;
     void attachView();
     void detachView();
     View* view() const { return m_view.get(); }
@@ -74,8 +74,6 @@ public:
 
 protected:
     void changed(Change change);
-    // The control's own say when its size was set, such as a box that takes its picture's size.
-    virtual void resized() { }
 
 private:
     Container* m_parent;

@@ -89,6 +89,7 @@ public:
     void unload(); // nothing inside its own Unload or when it isn't loaded
     bool isLoaded() const { return m_loaded; }
     bool isShown() const { return m_shown; }
+    bool isUnloading() const { return m_unloading; }
 
     // Returns when an entry was chosen and its handler has run, or nothing was.
     void PopupMenu(Menu& menu);
@@ -105,12 +106,19 @@ public:
     void addMenu(Menu* menu) { m_menus.push_back(menu); }
     const std::vector<Menu*>& menus() const { return m_menus; }
     void addTimer(Timer* timer) { m_timers.push_back(timer); }
+    void removeTimer(Timer* timer) { std::erase(m_timers, timer); }
     const std::vector<Timer*>& timers() const { return m_timers; }
     void setSlot(FormSlotBase* slot) { m_slot = slot; }
     FormView* view() const { return m_view.get(); }
 
+    float clientWidth() const { return m_clientWidth; } // twips
+    float clientHeight() const { return m_clientHeight; }
+    // The window stands there now, by the user's hand or where it was put at first.
+    void movedTo(float left, float top);
+    bool isPlaced() const { return m_placed; }
+
 private:
-    friend class FormView;
+    void present(bool modal);
 
     Desktop& m_desktop;
     FormPlan m_plan;
@@ -124,6 +132,7 @@ private:
     Color m_backColor = PanelGrey;
     trovarium::Picture m_picture;
     trovarium::Picture m_icon;
+    bool m_placed = false;
     bool m_loaded = false;
     bool m_unloading = false;
     bool m_shown = false;

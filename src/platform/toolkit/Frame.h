@@ -11,6 +11,7 @@ namespace trovarium {
 class Frame : public Control, public Container {
 public:
     Frame(Container* parent, const Plan& plan);
+    ~Frame() override;
 
     Form& form() override { return Control::form(); }
 

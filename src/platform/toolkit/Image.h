@@ -28,6 +28,8 @@ public:
     Event<> Click{this};
     Event<> DblClick{this};
 
+    std::unique_ptr<View> makeView() override;
+
 private:
     trovarium::Picture m_picture;
     bool m_stretch = false;

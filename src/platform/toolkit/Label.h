@@ -48,7 +48,11 @@ public:
     Event<int, int, float, float> MouseMove{this};
     Event<> Click{this};
 
+    std::unique_ptr<View> makeView() override;
+
 private:
+    void fit(); // AutoSize
+
     std::string m_caption;
     trovarium::Alignment m_alignment = trovarium::Alignment::Left;
     bool m_autoSize = false;

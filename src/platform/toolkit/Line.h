@@ -19,6 +19,8 @@ public:
     Property<&Line::borderColor, &Line::setBorderColor> BorderColor{this};
     Property<&Line::borderWidth, &Line::setBorderWidth> BorderWidth{this};
 
+    std::unique_ptr<View> makeView() override;
+
 private:
     Color m_borderColor = Black;
     int m_borderWidth = 1;

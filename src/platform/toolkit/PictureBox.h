@@ -20,8 +20,6 @@ public:
     Form& form() override { return Control::form(); }
 
 private:
-    float scaleWidth() const;
-    float scaleHeight() const;
     const trovarium::Picture& picture() const { return m_picture; }
     void setPicture(trovarium::Picture value); // clears the canvas; AutoSize takes its natural size
     bool autoSize() const { return m_autoSize; }
@@ -32,8 +30,8 @@ private:
     void setBorder(bool value);
 
 public:
-    float ScaleWidth() const { return scaleWidth(); }
-    float ScaleHeight() const { return scaleHeight(); }
+    float ScaleWidth() const { return fromTwips(parent().toPixels(Width()) * TwipsPerPixel); }
+    float ScaleHeight() const { return fromTwips(parent().toPixels(Height()) * TwipsPerPixel); }
     Property<&PictureBox::picture, &PictureBox::setPicture> Picture{this};
     Property<&PictureBox::autoSize, &PictureBox::setAutoSize> AutoSize{this};
     Property<&PictureBox::backColor, &PictureBox::setBackColor> BackColor{this};
@@ -54,12 +52,9 @@ public:
     Event<> Click{this};
     Event<int, int> KeyDown{this}; // KeyCode, Shift
 
-    const Canvas* canvas() const { return m_canvas.get(); }
-
-protected:
-    void resized() override;
-
 private:
+    void takePictureSize();
+
     trovarium::Picture m_picture;
     std::unique_ptr<Canvas> m_canvas;
     bool m_autoSize = false;

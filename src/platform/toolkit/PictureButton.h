@@ -19,6 +19,8 @@ public:
 
     Event<> Click{this};
 
+    std::unique_ptr<View> makeView() override;
+
 private:
     trovarium::Picture m_picture;
 };

@@ -8,6 +8,11 @@ namespace trovarium {
 // The screen where the program's active form stands. Its pointer beats those of forms and controls.
 class Screen {
 public:
+    explicit Screen(struct DesktopState& state)
+        : m_state(state)
+    {
+    }
+
     float Width() const;  // twips
     float Height() const; // twips
 
@@ -19,6 +24,7 @@ public:
     Property<&Screen::mousePointer, &Screen::setMousePointer> MousePointer{this};
 
 private:
+    struct DesktopState& m_state;
     int m_mousePointer = DefaultPointer;
 };
 

@@ -24,6 +24,8 @@ public:
     Property<&Shape::borderWidth, &Shape::setBorderWidth> BorderWidth{this};
     Property<&Shape::fillColor, &Shape::setFillColor> FillColor{this};
 
+    std::unique_ptr<View> makeView() override;
+
 private:
     Color m_borderColor = Black;
     int m_borderWidth = 1;

@@ -38,6 +38,10 @@ public:
 
     trovarium::Event<> Tick{this}; // the event called Timer: handlers are tmrX_Timer
 
+    // The form was loaded or is being unloaded: it ticks only in between.
+    void formLoaded();
+    void formUnloaded();
+
 private:
     trovarium::Form* m_form;
     int m_interval;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/pictures/PictureService.h"
+#include "platform/qt/toolkit/FormWindow.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
 #include "platform/toolkit/Screen.h"
@@ -15,12 +16,10 @@
 
 class QApplication;
 class QEventLoop;
-class QWidget;
 
 namespace trovarium {
 
 class Component;
-class InputGate;
 class SurfaceView;
 class TimerView;
 
@@ -61,8 +60,9 @@ struct DesktopState {
 
     void formLoaded(Form& form);
     void formShown(Form& form);
-    void formHidden(Form& form); // hidden or unloaded: ends its modal show
-    void formUnloaded(Form& form);
+    void formHidden(Form& form);   // hidden or unloaded: ends its modal show
+    void formUnloaded(Form& form); // or destroyed
+    Form* activeForm() const;
     void queueActivate(Form& form);
     void deliverActivates();
 
@@ -72,7 +72,6 @@ struct DesktopState {
     void flushDirty(); // hands them to the desktop's own painting
     void paintNow();   // paints all that is dirty before it returns
     void endCapture(); // the pressed item gets no release any more
-    void updatePointers();
 
     void doEvents();
     void repaintOnly();
@@ -93,7 +92,7 @@ struct DesktopState {
     std::vector<Form*> shown; // the last one shown or made active at the end
     std::vector<ModalShow> modals;
     std::vector<Form*> activates;
-    Form* activating = nullptr; // whose Activate handler runs
+    std::vector<Form*> activating; // whose Activate handlers run
     std::vector<std::unique_ptr<Form>> graveyard;
     std::vector<TimerView*> timers; // that run
     std::vector<SurfaceView*> dirty;
@@ -106,10 +105,11 @@ struct DesktopState {
     Clock::time_point nextSlot{};
     Clock::time_point lastLook{};
     std::optional<int> endCode;
-    QEventLoop* mainLoop = nullptr;
+    bool running = false; // in `run`
 
 private:
     void endOfFrames();
+    bool timerIsDue(Clock::time_point now) const;
 };
 
 // What an event of the desktop leads to: every view raises its events through it, since nothing may be

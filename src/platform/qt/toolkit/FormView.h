@@ -1,13 +1,14 @@
 #pragma once
 
+#include "platform/qt/toolkit/FormWindow.h"
+#include "platform/qt/toolkit/SurfaceView.h"
+
+#include <QMenuBar>
 #include <QPointer>
-#include <QWidget>
 
 namespace trovarium {
 
 class Form;
-class FormWindow;
-class SurfaceView;
 
 // What of a form its window follows.
 enum class FormChange { Caption, Place, Size, Back, Icon, Pointer, Enabled };
@@ -32,8 +33,12 @@ public:
     int extraHeight() const;
 
 private:
+    void standInTheMiddle();
+
     Form& m_form;
     QPointer<FormWindow> m_window;
+    QPointer<QMenuBar> m_menuBar;
+    QPointer<SurfaceView> m_client;
 };
 
 } // namespace trovarium

@@ -3,6 +3,8 @@
 #include "platform/qt/toolkit/SurfaceView.h"
 #include "platform/qt/toolkit/View.h"
 
+#include <QAccessible>
+
 class QPainter;
 
 namespace trovarium {
@@ -14,18 +16,23 @@ public:
     ~ItemView() override;
 
     void apply(Change change) override;
+    void pointerChanged() override;
 
     // Paints into `place`, in the surface's pixels, its edges on pixels of the device.
     virtual void paint(QPainter& painter, const QRectF& place) = 0;
     // What painting may touch; by default the place itself.
-    virtual QRectF paintedPlace() const { return devicePlace(); }
+    virtual QRectF paintedPlace(qreal ratio) const { return devicePlace(ratio); }
     virtual bool takesMouse() const { return true; }
-    virtual bool takesFocus() const { return false; }
+    // For screen readers: the given name, else what the item shows, else its tool tip.
     virtual QString accessibleText() const;
+    virtual QAccessible::Role accessibleRole() const { return QAccessible::Graphic; }
+    QAccessible::Id accessibleId();
 
     SurfaceView& surface() const { return m_surface; }
-    // The place with its edges rounded to pixels of the device.
-    QRectF devicePlace() const;
+    // The place with its edges rounded to pixels of a device of that ratio.
+    QRectF devicePlace(qreal ratio) const;
+    // The surface painted it there.
+    void painted(const QRectF& place) { m_painted = place; }
 
     Component& component() override { return control(); }
     bool takesInput() const override;
@@ -34,8 +41,11 @@ public:
     std::string toolTip() const override;
 
 private:
+    void follow(bool always);
+
     SurfaceView& m_surface;
     QRectF m_painted; // where it was last; empty while hidden
+    QAccessible::Id m_accessibleId = 0;
 };
 
 } // namespace trovarium

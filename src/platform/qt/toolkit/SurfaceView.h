@@ -11,10 +11,11 @@
 #include <string>
 #include <vector>
 
+class QHelpEvent;
+
 namespace trovarium {
 
 class Component;
-class Control;
 struct DesktopState;
 class ItemView;
 
@@ -36,7 +37,13 @@ public:
     virtual void click() { }
     virtual void doubleClick() { }
     virtual bool hasDoubleClick() const { return false; }
+    virtual bool takesFocus() const { return false; }
+    virtual bool keyDown(int, int) { return false; } // true when a handler took it
 };
+
+// What a key does on the item with the focus: Space presses it, Enter opens it (a double click where it
+// has one), the menu key presses it with the right button.
+enum class Activation { Press, Open, Menu };
 
 // The widget that shows a container: it paints the back and the drawn items in their order, and gives them
 // the mouse and the keys. Widgets of the same container lie above its drawn items.
@@ -51,8 +58,9 @@ public:
 
     void addItem(ItemView& item);
     void removeItem(ItemView& item);
-    ItemView* itemAt(QPointF pixels) const;     // the topmost that takes the mouse, or null
-    const std::vector<ItemView*> items() const; // in z-order
+    ItemView* itemAt(QPointF pixels) const;                         // the topmost that takes the mouse, or null
+    const std::vector<ItemView*>& items() const { return m_items; } // in z-order
+    void raiseItem(ItemView& item);
 
     // Pixels of this surface that must be painted anew.
     void addDirty(const QRectF& pixels);
@@ -60,12 +68,14 @@ public:
     void endCapture();
     void updatePointer();
 
-    void paintTo(QPainter& painter, const QRegion& region);
+    // Everything but widgets, as on a device with so many pixels to the device-independent one.
+    void paintTo(QPainter& painter, const QRegion& region, qreal ratio);
 
     void setFocusItem(ItemView* item);
     ItemView* focusItem() const { return m_focusItem; }
-    // Space or Enter on the item with the focus; false when none takes it.
-    bool activateFocusItem();
+    // The user's press on an item by a key or by an assistive program.
+    void activate(MouseTarget& target, Activation how);
+    void updateFocusPolicy();
 
 protected:
     virtual void paintBack(QPainter& painter) = 0;
@@ -79,23 +89,32 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 
 private:
     MouseTarget* targetAt(QPointF pixels);
+    bool isAlive(const MouseTarget* target);
     void press(QMouseEvent& event, bool doubled);
-    void updateFocusPolicy();
+    std::vector<MouseTarget*> focusTargets();
+    MouseTarget* focusTarget();
+    void focusOn(MouseTarget* target);
+    void paintFocus(QPainter& painter);
+    void showToolTip(const QHelpEvent& event);
 
     DesktopState& m_state;
     Container* m_container;
     std::vector<ItemView*> m_items;
     QRegion m_dirty;
-    MouseTarget* m_pressed = nullptr;
-    MouseTarget* m_lastPressed = nullptr;
+    MouseTarget* m_pressed = nullptr;     // keeps the mouse
+    MouseTarget* m_releasing = nullptr;   // its MouseUp runs, Click is still to come
+    MouseTarget* m_lastPressed = nullptr; // for the second press of a double click
     bool m_doubled = false;
-    ItemView* m_focusItem = nullptr;
+    int m_wheel = 0;
+    int m_shownPointer = -1;         // none set yet
+    ItemView* m_focusItem = nullptr; // null: the container itself
 };
 
 } // namespace trovarium

@@ -2,6 +2,7 @@
 
 #include "platform/toolkit/Control.h"
 
+#include <QCursor>
 #include <QPointer>
 #include <QRectF>
 #include <QString>
@@ -28,6 +29,7 @@ public:
     Control& control() const { return m_control; }
     virtual QWidget* widget() const { return nullptr; } // null for a drawn item
     virtual void apply(Change change) = 0;
+    virtual void pointerChanged() { } // here, or on what the control lies on
 
 private:
     Control& m_control;
@@ -45,9 +47,14 @@ public:
     QWidget* widget() const override { return m_widget; }
     // Geometry, Visible, Enabled, Pointer and Order; a kind of control adds Text, Appearance and Content.
     void apply(Change change) override;
+    void pointerChanged() override;
 
 private:
+    void placeWidget();
+
     QPointer<QWidget> m_widget;
+    QCursor m_ownCursor; // the widget's default, such as the text beam
+    bool m_hasOwnCursor;
 };
 
 // The surface that the control lies on; the form must have its window.

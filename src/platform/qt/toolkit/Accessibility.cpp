@@ -1,0 +1,156 @@
+#include "platform/qt/toolkit/Accessibility.h"
+
+#include "platform/qt/toolkit/ItemView.h"
+#include "platform/qt/toolkit/SurfaceView.h"
+
+#include <QAccessibleWidget>
+#include <QStringList>
+#include <QWindow>
+
+#include <algorithm>
+
+namespace trovarium {
+
+namespace {
+
+class ItemAccessible : public QAccessibleInterface, public QAccessibleActionInterface {
+public:
+    explicit ItemAccessible(ItemView& item)
+        : m_item(item)
+    {
+    }
+
+    bool isValid() const override { return true; }
+    QObject* object() const override { return nullptr; }
+    QWindow* window() const override { return m_item.surface().window()->windowHandle(); }
+    QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(&m_item.surface()); }
+    QAccessibleInterface* child(int) const override { return nullptr; }
+    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+
+    QString text(QAccessible::Text kind) const override
+    {
+        switch (kind) {
+        case QAccessible::Name:
+            return m_item.accessibleText();
+        case QAccessible::Description:
+            return toQString(m_item.control().ToolTipText());
+        default:
+            return {};
+        }
+    }
+    void setText(QAccessible::Text, const QString&) override { }
+
+    QRect rect() const override
+    {
+        const QRect place = m_item.place().toAlignedRect();
+        return {m_item.surface().mapToGlobal(place.topLeft()), place.size()};
+    }
+    QAccessible::Role role() const override { return m_item.accessibleRole(); }
+    QAccessible::State state() const override
+    {
+        QAccessible::State state;
+        state.invisible = !m_item.control().isShown();
+        state.disabled = !m_item.control().takesInput();
+        state.focusable = m_item.takesFocus();
+        state.focused = m_item.surface().hasFocus() && m_item.surface().focusItem() == &m_item;
+        return state;
+    }
+
+    void* interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
+    }
+    QStringList actionNames() const override
+    {
+        if (!m_item.takesFocus())
+            return {};
+        return {pressAction(), setFocusAction()};
+    }
+    void doAction(const QString& name) override
+    {
+        if (name == pressAction())
+            m_item.surface().activate(m_item, Activation::Open);
+        else if (name == setFocusAction())
+            m_item.surface().setFocusItem(&m_item);
+    }
+    QStringList keyBindingsForAction(const QString&) const override { return {}; }
+
+private:
+    ItemView& m_item;
+};
+
+// The widgets on the surface, then its drawn items.
+class SurfaceAccessible : public QAccessibleWidget {
+public:
+    explicit SurfaceAccessible(SurfaceView* surface)
+        : QAccessibleWidget(surface, QAccessible::Pane)
+        , m_surface(*surface)
+    {
+    }
+
+    int childCount() const override
+    {
+        return QAccessibleWidget::childCount() + static_cast<int>(m_surface.items().size());
+    }
+
+    QAccessibleInterface* child(int index) const override
+    {
+        const int widgets = QAccessibleWidget::childCount();
+        if (index < widgets)
+            return QAccessibleWidget::child(index);
+        const auto item = static_cast<std::size_t>(index - widgets);
+        return item < m_surface.items().size() ? interfaceOf(*m_surface.items()[item]) : nullptr;
+    }
+
+    int indexOfChild(const QAccessibleInterface* child) const override
+    {
+        const std::vector<ItemView*>& items = m_surface.items();
+        const auto found =
+            std::find_if(items.begin(), items.end(), [&](ItemView* item) { return interfaceOf(*item) == child; });
+        if (found == items.end())
+            return QAccessibleWidget::indexOfChild(child);
+        return QAccessibleWidget::childCount() + static_cast<int>(found - items.begin());
+    }
+
+    QAccessibleInterface* childAt(int x, int y) const override
+    {
+        if (QAccessibleInterface* widget = QAccessibleWidget::childAt(x, y))
+            return widget;
+        ItemView* item = m_surface.itemAt(m_surface.mapFromGlobal(QPointF(x, y)));
+        return item != nullptr ? interfaceOf(*item) : nullptr;
+    }
+
+    QAccessibleInterface* focusChild() const override
+    {
+        if (m_surface.hasFocus() && m_surface.focusItem() != nullptr)
+            return interfaceOf(*m_surface.focusItem());
+        return QAccessibleWidget::focusChild();
+    }
+
+private:
+    static QAccessibleInterface* interfaceOf(ItemView& item)
+    {
+        return QAccessible::accessibleInterface(item.accessibleId());
+    }
+
+    SurfaceView& m_surface;
+};
+
+} // namespace
+
+void installAccessibility()
+{
+    QAccessible::installFactory([](const QString&, QObject* object) -> QAccessibleInterface* {
+        auto* surface = dynamic_cast<SurfaceView*>(object);
+        return surface != nullptr ? new SurfaceAccessible(surface) : nullptr; // the register owns it
+    });
+}
+
+QAccessible::Id registerAccessible(ItemView& item)
+{
+    return QAccessible::registerAccessibleInterface(new ItemAccessible(item)); // which owns it
+}
+
+} // namespace trovarium

@@ -1,0 +1,118 @@
+#include "platform/toolkit/Desktop.h"
+
+#include "platform/qt/toolkit/DesktopState.h"
+#include "platform/toolkit/Form.h"
+#include "runtime/Failure.h"
+
+#include <QApplication>
+
+#include <iostream>
+#include <string>
+#include <utility>
+
+namespace trovarium {
+
+Desktop::Desktop(int& argc, char** argv, FileService& files, Pace pace)
+    : m_state(std::make_unique<DesktopState>(*this, argc, argv, files, pace))
+{
+}
+
+Desktop::~Desktop() = default;
+
+FileService& Desktop::files()
+{
+    return m_state->files;
+}
+
+PictureService& Desktop::pictures()
+{
+    return m_state->pictures;
+}
+
+trovarium::Screen& Desktop::Screen()
+{
+    return m_state->screen;
+}
+
+Prompts& Desktop::prompts()
+{
+    return *m_state->prompts;
+}
+
+void Desktop::setPrompts(Prompts* prompts)
+{
+    m_state->prompts = prompts != nullptr ? prompts : m_state->realPrompts.get();
+}
+
+int Desktop::run()
+{
+    try {
+        m_state->throwIfEnded();
+        if (m_state->loaded.empty())
+            return 0;
+        // Nothing that stands below this loop on the stack works on a form any more.
+        const int below = std::exchange(m_state->frames, 0);
+        m_state->running = true;
+        QApplication::exec();
+        m_state->running = false;
+        m_state->frames = below;
+        m_state->throwIfEnded();
+        return 0;
+    } catch (const ProgramEnd& end) {
+        return end.exitCode();
+    }
+}
+
+int Desktop::guarded(const std::function<void()>& body)
+{
+    const DesktopState::Frame frame(*m_state);
+    try {
+        body();
+        return 0;
+    } catch (const ProgramEnd& end) {
+        m_state->noteEnd(end);
+        return end.exitCode();
+    } catch (const Failure& failure) {
+        std::cerr << std::string(failure.description()) + "\n" << std::flush;
+        return 1;
+    }
+}
+
+void Desktop::DoEvents()
+{
+    m_state->doEvents();
+}
+
+void Desktop::repaintOnly()
+{
+    m_state->repaintOnly();
+}
+
+void Desktop::wait(int milliseconds)
+{
+    m_state->wait(milliseconds);
+}
+
+void Desktop::endProgram(int exitCode)
+{
+    throw ProgramEnd(exitCode);
+}
+
+int Desktop::formsCount() const
+{
+    return static_cast<int>(m_state->loaded.size());
+}
+
+Form& Desktop::formsItem(int index) const
+{
+    if (index < 0 || index >= formsCount())
+        throw Failure(FailureKind::SubscriptOutOfRange);
+    return *m_state->loaded[static_cast<std::size_t>(index)];
+}
+
+Form* Desktop::activeForm() const
+{
+    return m_state->activeForm();
+}
+
+} // namespace trovarium

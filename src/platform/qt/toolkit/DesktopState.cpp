@@ -1,0 +1,286 @@
+#include "platform/qt/toolkit/DesktopState.h"
+
+#include "platform/qt/toolkit/Accessibility.h"
+#include "platform/qt/toolkit/DesktopPrompts.h"
+#include "platform/qt/toolkit/FormView.h"
+#include "platform/qt/toolkit/SurfaceView.h"
+#include "platform/qt/toolkit/TimerView.h"
+#include "platform/toolkit/Form.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QEventLoop>
+#include <QStyle>
+#include <QStyleFactory>
+
+#include <algorithm>
+#include <clocale>
+#include <thread>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// 500 painted moves a second.
+constexpr auto Slot = 2ms;
+// How long DoEvents may go without asking the window system.
+constexpr auto LookInterval = 1ms;
+
+std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
+{
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    auto application = std::make_unique<QApplication>(argc, argv);
+    std::setlocale(LC_NUMERIC, "C"); // libraries below read and write numbers with it
+    QApplication::setApplicationName(QStringLiteral("trovarium"));
+    QApplication::setDesktopFileName(QStringLiteral("trovarium"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    return application;
+}
+
+} // namespace
+
+DesktopState::Frame::Frame(DesktopState& state)
+    : m_state(state)
+{
+    ++m_state.frames;
+}
+
+DesktopState::Frame::~Frame()
+{
+    if (--m_state.frames == 0)
+        m_state.endOfFrames();
+}
+
+DesktopState::DesktopState(Desktop& owner, int& argc, char** argv, FileService& fileService, Pace chosenPace)
+    : desktop(owner)
+    , files(fileService)
+    , pace(chosenPace)
+    , application(makeApplication(argc, argv))
+    , turn(std::make_unique<QObject>())
+    , gate(std::make_unique<InputGate>())
+    , pictures(fileService)
+    , screen(*this)
+    , realPrompts(std::make_unique<DesktopPrompts>(owner))
+    , prompts(realPrompts.get())
+{
+    application->installEventFilter(gate.get());
+    installAccessibility();
+}
+
+DesktopState::~DesktopState()
+{
+    graveyard.clear();
+}
+
+void DesktopState::noteEnd(const ProgramEnd& end)
+{
+    if (!endCode)
+        endCode = end.exitCode();
+    while (QWidget* popup = QApplication::activePopupWidget()) {
+        if (!popup->close())
+            break;
+    }
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (auto* dialog = qobject_cast<QDialog*>(window); dialog != nullptr && dialog->isVisible())
+            dialog->reject();
+    }
+    for (const ModalShow& modal : modals)
+        modal.loop->exit();
+    if (running)
+        QCoreApplication::exit();
+}
+
+void DesktopState::throwIfEnded() const
+{
+    if (endCode)
+        throw ProgramEnd(*endCode);
+}
+
+bool DesktopState::isOpenToInput(const Form& form) const
+{
+    if (ended() || closedToEvents || !form.Enabled())
+        return false;
+    const auto modal =
+        std::find_if(modals.rbegin(), modals.rend(), [](const ModalShow& show) { return show.form->isShown(); });
+    return modal == modals.rend() || modal->form == &form;
+}
+
+void DesktopState::formLoaded(Form& form)
+{
+    loaded.push_back(&form);
+}
+
+void DesktopState::formShown(Form& form)
+{
+    const bool wasActive = activeForm() == &form;
+    std::erase(shown, &form);
+    shown.push_back(&form);
+    if (!wasActive)
+        queueActivate(form);
+}
+
+void DesktopState::formHidden(Form& form)
+{
+    std::erase(shown, &form);
+    std::erase(activates, &form);
+    for (const ModalShow& modal : modals) {
+        if (modal.form == &form)
+            modal.loop->exit();
+    }
+}
+
+void DesktopState::formUnloaded(Form& form)
+{
+    formHidden(form);
+    std::erase(loaded, &form);
+}
+
+Form* DesktopState::activeForm() const
+{
+    return shown.empty() ? nullptr : shown.back();
+}
+
+// What falls due while the form's own Activate runs is dropped.
+void DesktopState::queueActivate(Form& form)
+{
+    const auto in = [&form](const std::vector<Form*>& list) {
+        return std::find(list.begin(), list.end(), &form) != list.end();
+    };
+    if (in(activating) || in(activates))
+        return;
+    activates.push_back(&form);
+    QMetaObject::invokeMethod(
+        turn.get(), [this] { deliverActivates(); }, Qt::QueuedConnection);
+}
+
+void DesktopState::deliverActivates()
+{
+    if (closedToEvents) {
+        postponed.emplace_back([this] { deliverActivates(); });
+        return;
+    }
+    while (!activates.empty()) {
+        Form* form = activates.front();
+        activates.erase(activates.begin());
+        if (std::find(activating.begin(), activating.end(), form) != activating.end())
+            continue;
+        activating.push_back(form);
+        fromDesktop(*form, [form] { form->Activate.raise(); });
+        std::erase(activating, form);
+    }
+}
+
+void DesktopState::addDirty(SurfaceView& surface)
+{
+    if (std::find(dirty.begin(), dirty.end(), &surface) == dirty.end())
+        dirty.push_back(&surface);
+}
+
+void DesktopState::forget(SurfaceView& surface)
+{
+    std::erase(dirty, &surface);
+    if (capturing == &surface)
+        capturing = nullptr;
+}
+
+void DesktopState::flushDirty()
+{
+    for (SurfaceView* surface : std::exchange(dirty, {}))
+        surface->flushDirty();
+}
+
+void DesktopState::paintNow()
+{
+    flushDirty();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
+}
+
+void DesktopState::endCapture()
+{
+    if (capturing != nullptr)
+        std::exchange(capturing, nullptr)->endCapture();
+}
+
+// In a run of calls the window system is asked once a millisecond; what is posted inside the program, and
+// a timer that is due, never wait for that.
+void DesktopState::doEvents()
+{
+    throwIfEnded();
+    const Frame frame(*this);
+    const Clock::time_point now = Clock::now();
+    if (!dirty.empty() && (pace == Pace::Immediate || moved || now >= nextSlot)) {
+        flushDirty();
+        if (!moved)
+            nextSlot = now + Slot;
+    }
+    if (now - lastLook >= LookInterval || moved || timerIsDue(now)) {
+        lastLook = now;
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest); // what those events made dirty
+    } else {
+        QCoreApplication::sendPostedEvents();
+    }
+    throwIfEnded();
+    if (!std::exchange(moved, false) || pace == Pace::Immediate)
+        return;
+    nextSlot = std::max(nextSlot, Clock::now() - Slot) + Slot;
+    std::this_thread::sleep_until(nextSlot);
+}
+
+bool DesktopState::timerIsDue(Clock::time_point now) const
+{
+    return std::any_of(timers.begin(), timers.end(), [now](const TimerView* timer) { return timer->isDue(now); });
+}
+
+void DesktopState::repaintOnly()
+{
+    flushDirty();
+    closedToEvents = true;
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    closedToEvents = false;
+    for (std::function<void()>& action : std::exchange(postponed, {}))
+        QMetaObject::invokeMethod(turn.get(), std::move(action), Qt::QueuedConnection);
+}
+
+void DesktopState::wait(int milliseconds)
+{
+    repaintOnly();
+    if (pace == Pace::Immediate)
+        return;
+    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(milliseconds);
+    for (Clock::time_point now = Clock::now(); now < end; now = Clock::now()) {
+        std::this_thread::sleep_for(std::min<Clock::duration>(end - now, 5ms));
+        repaintOnly();
+    }
+}
+
+// The outermost handler has returned: nothing runs on a form that was unloaded meanwhile.
+void DesktopState::endOfFrames()
+{
+    if (!dirty.empty())
+        flushDirty();
+    if (!graveyard.empty()) {
+        const std::vector<std::unique_ptr<Form>> gone = std::exchange(graveyard, {});
+    }
+    if (running && loaded.empty())
+        QCoreApplication::exit();
+}
+
+NestedLoop::NestedLoop(Desktop& desktop)
+    : m_state(desktop.state())
+    , m_frame(m_state)
+{
+    m_state.flushDirty();
+    m_state.endCapture();
+}
+
+void NestedLoop::finish()
+{
+    m_state.throwIfEnded();
+}
+
+} // namespace trovarium

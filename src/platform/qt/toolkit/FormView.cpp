@@ -1,0 +1,202 @@
+#include "platform/qt/toolkit/FormView.h"
+
+#include "platform/qt/pictures/PictureData.h"
+#include "platform/qt/pictures/PicturePainter.h"
+#include "platform/qt/toolkit/DesktopState.h"
+#include "platform/qt/toolkit/FormWindow.h"
+#include "platform/qt/toolkit/Menus.h"
+#include "platform/qt/toolkit/Pointers.h"
+#include "platform/qt/toolkit/SurfaceView.h"
+#include "platform/qt/toolkit/View.h"
+#include "platform/toolkit/Control.h"
+#include "platform/toolkit/Form.h"
+
+#include <QIcon>
+#include <QMenuBar>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+
+#include <cmath>
+
+namespace trovarium {
+
+namespace {
+
+class FormSurface : public SurfaceView, public MouseTarget {
+public:
+    FormSurface(Form& form, QWidget* window)
+        : SurfaceView(form.desktop().state(), form, window)
+        , m_form(form)
+    {
+    }
+
+    Component& component() override { return m_form; }
+    bool takesInput() const override { return m_form.Enabled(); }
+    QRectF place() const override { return rect(); }
+    int pointer() const override { return m_form.MousePointer(); }
+    std::string toolTip() const override { return {}; }
+
+    void mouseDown(int button, int shift, QPointF pixels) override
+    {
+        const QPointF at = pixels * TwipsPerPixel;
+        m_form.MouseDown.raise(button, shift, inScale(at.x()), inScale(at.y()));
+    }
+    void mouseMove(int button, int shift, QPointF pixels) override
+    {
+        const QPointF at = pixels * TwipsPerPixel;
+        m_form.MouseMove.raise(button, shift, inScale(at.x()), inScale(at.y()));
+    }
+    void click() override { m_form.Click.raise(); }
+
+protected:
+    MouseTarget& ownTarget() override { return *this; }
+
+    void paintBack(QPainter& painter) override
+    {
+        painter.fillRect(rect(), toQColor(m_form.BackColor()));
+        const Picture picture = m_form.Picture();
+        if (!picture.empty())
+            m_painter.paint(painter, picture, rect());
+    }
+
+private:
+    float inScale(qreal twips) const { return m_form.fromTwips(static_cast<float>(twips)); }
+
+    Form& m_form;
+    PicturePainter m_painter;
+};
+
+Qt::WindowFlags windowFlags(const FormPlan& plan)
+{
+    if (plan.Border == BorderKind::None)
+        return Qt::Window | Qt::FramelessWindowHint;
+    Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+    flags.setFlag(Qt::WindowCloseButtonHint, plan.CloseBox);
+    flags.setFlag(Qt::WindowMinimizeButtonHint, plan.MinimizeBox);
+    return flags;
+}
+
+int toPixels(float twips)
+{
+    return static_cast<int>(std::lround(twips / TwipsPerPixel));
+}
+
+} // namespace
+
+FormView::FormView(Form& form)
+    : m_form(form)
+    , m_window(new FormWindow(form, windowFlags(form.plan()))) // deleted when the event loop has it back
+    , m_menuBar(makeMenuBar(form, m_window))
+    , m_client(new FormSurface(form, m_window)) // its parent widget owns it
+{
+    for (const FormChange change : {FormChange::Caption, FormChange::Icon, FormChange::Size})
+        apply(change);
+    for (Control* control : form.controls())
+        control->attachView();
+}
+
+FormView::~FormView()
+{
+    for (Control* control : m_form.controls())
+        control->detachView();
+    if (!m_window)
+        return;
+    m_client->detach();
+    m_window->detach();
+    m_window->hide();
+    m_window->deleteLater();
+}
+
+QWidget& FormView::window() const
+{
+    return *m_window;
+}
+
+SurfaceView& FormView::client() const
+{
+    return *m_client;
+}
+
+void FormView::apply(FormChange change)
+{
+    switch (change) {
+    case FormChange::Caption:
+        m_window->setWindowTitle(toQString(m_form.Caption()));
+        break;
+    case FormChange::Place:
+        m_window->move(toPixels(m_form.Left()), toPixels(m_form.Top()));
+        break;
+    case FormChange::Size: {
+        const int bar = m_menuBar ? m_menuBar->sizeHint().height() : 0;
+        const QSize client(toPixels(m_form.clientWidth()), toPixels(m_form.clientHeight()));
+        if (m_menuBar)
+            m_menuBar->setGeometry(0, 0, client.width(), bar);
+        m_client->setGeometry(QRect(QPoint(0, bar), client));
+        m_window->setFixedSize(client.width(), client.height() + bar);
+        break;
+    }
+    case FormChange::Back:
+        m_client->addDirty(m_client->rect());
+        break;
+    case FormChange::Icon:
+        if (!m_form.Icon().empty())
+            m_window->setWindowIcon(QIcon(QPixmap::fromImage(renderedImage(m_form.Icon()))));
+        break;
+    case FormChange::Pointer:
+        m_client->updatePointer();
+        pointerChangedOn(m_form);
+        break;
+    case FormChange::Enabled:
+        m_window->setEnabled(m_form.Enabled());
+        break;
+    }
+}
+
+void FormView::show(bool modal)
+{
+    if (!m_window->isVisible()) {
+        m_window->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+        m_window->winId(); // makes the native window, which carries the next two
+        const Form* owner = m_form.desktop().activeForm();
+        const bool owned = modal && owner != nullptr && owner != &m_form && owner->view() != nullptr;
+        m_window->windowHandle()->setTransientParent(owned ? owner->view()->window().windowHandle() : nullptr);
+        standInTheMiddle();
+        apply(FormChange::Place);
+        const QScreen* screen = m_window->screen();
+        const bool covers = m_form.plan().Border == BorderKind::None && m_window->width() >= screen->size().width()
+            && m_window->height() >= screen->size().height();
+        if (covers)
+            m_window->setWindowState(Qt::WindowFullScreen); // over panels too
+        m_window->show();
+    }
+    m_window->raise();
+    m_window->activateWindow();
+}
+
+void FormView::hide()
+{
+    m_window->hide();
+}
+
+// Where no code has placed it.
+void FormView::standInTheMiddle()
+{
+    if (m_form.isPlaced())
+        return;
+    const QRect free = m_window->screen()->availableGeometry();
+    const QPoint corner = free.center() - QPoint(m_window->width() / 2, m_window->height() / 2);
+    m_form.movedTo(static_cast<float>(corner.x()) * TwipsPerPixel, static_cast<float>(corner.y()) * TwipsPerPixel);
+}
+
+int FormView::extraWidth() const
+{
+    return m_window->frameGeometry().width() - m_window->width();
+}
+
+int FormView::extraHeight() const
+{
+    return m_window->frameGeometry().height() - m_window->height() + (m_menuBar ? m_menuBar->height() : 0);
+}
+
+} // namespace trovarium

@@ -1,0 +1,126 @@
+#include "platform/qt/toolkit/FormWindow.h"
+
+#include "platform/qt/toolkit/DesktopState.h"
+#include "platform/qt/toolkit/View.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/ScrollBar.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QPointer>
+
+namespace trovarium {
+
+namespace {
+
+VScroll* scrollIn(const Container& container)
+{
+    for (Control* control : container.controls()) {
+        if (auto* scroll = dynamic_cast<VScroll*>(control); scroll != nullptr && scroll->takesInput())
+            return scroll;
+        if (const auto* inner = dynamic_cast<const Container*>(control)) {
+            if (VScroll* scroll = scrollIn(*inner))
+                return scroll;
+        }
+    }
+    return nullptr;
+}
+
+void raiseKey(Form& form, const QKeyEvent& event)
+{
+    const int code = keyCode(event);
+    const int ascii = keyAscii(event);
+    const int shift = shiftKeys(event.modifiers());
+    fromDesktop(form, [&] {
+        if (code != 0)
+            form.KeyDown.raise(code, shift);
+        if (ascii != 0 && form.isLoaded())
+            form.KeyPress.raise(ascii);
+    });
+}
+
+bool isInput(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case QEvent::ContextMenu:
+    case QEvent::ToolTip:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+FormWindow::FormWindow(Form& form, Qt::WindowFlags flags)
+    : QWidget(nullptr, flags)
+    , m_form(&form)
+{
+    setObjectName(toQString(form.Name()));
+}
+
+void FormWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    if (m_form == nullptr || !m_form->plan().CloseBox)
+        return;
+    DesktopState& state = m_form->desktop().state();
+    if (state.closedToEvents) {
+        state.postponed.emplace_back([window = QPointer<FormWindow>(this)] {
+            if (window)
+                window->close();
+        });
+    } else if (state.isOpenToInput(*m_form)) {
+        fromDesktop(*m_form, [this] { m_form->unload(); });
+    }
+}
+
+void FormWindow::keyPressEvent(QKeyEvent* event)
+{
+    event->ignore();
+    if (m_form == nullptr)
+        return;
+    const bool up = event->key() == Qt::Key_PageUp;
+    VScroll* scroll = up || event->key() == Qt::Key_PageDown ? scrollIn(*m_form) : nullptr;
+    if (scroll != nullptr)
+        fromDesktop(*scroll, [&] { scroll->page(up ? -1 : 1); });
+    else
+        raiseKey(*m_form, *event);
+}
+
+void FormWindow::moveEvent(QMoveEvent*)
+{
+    if (m_form == nullptr || !isVisible())
+        return;
+    const QPoint corner = frameGeometry().topLeft();
+    m_form->movedTo(static_cast<float>(corner.x()) * TwipsPerPixel, static_cast<float>(corner.y()) * TwipsPerPixel);
+}
+
+bool InputGate::eventFilter(QObject* receiver, QEvent* event)
+{
+    if (!isInput(event->type()) || !receiver->isWidgetType())
+        return false;
+    auto* window = dynamic_cast<FormWindow*>(static_cast<QWidget*>(receiver)->window());
+    if (window == nullptr)
+        return false;
+    Form* form = window->form();
+    if (form == nullptr || !form->desktop().state().isOpenToInput(*form))
+        return true;
+    if (event->type() != QEvent::KeyPress || !form->plan().KeyPreview)
+        return false;
+    if (!form->KeyDown.isWired() && !form->KeyPress.isWired())
+        return false;
+    raiseKey(*form, static_cast<QKeyEvent&>(*event));
+    return true;
+}
+
+} // namespace trovarium

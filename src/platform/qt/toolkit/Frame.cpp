@@ -1,0 +1,129 @@
+#include "platform/toolkit/Frame.h"
+
+#include "platform/qt/toolkit/DesktopState.h"
+#include "platform/qt/toolkit/Pointers.h"
+#include "platform/qt/toolkit/SurfaceView.h"
+#include "platform/qt/toolkit/View.h"
+#include "platform/toolkit/Form.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+class FrameSurface : public SurfaceView, public MouseTarget {
+public:
+    explicit FrameSurface(Frame& frame)
+        : SurfaceView(frame.desktop().state(), frame, surfaceWidget(frame))
+        , m_frame(frame)
+    {
+    }
+
+    Component& component() override { return m_frame; }
+    bool takesInput() const override { return m_frame.takesInput(); }
+    QRectF place() const override { return rect(); }
+    int pointer() const override { return effectivePointer(static_cast<const Control&>(m_frame)); }
+    std::string toolTip() const override { return m_frame.ToolTipText(); }
+
+    void mouseMove(int button, int shift, QPointF pixels) override
+    {
+        const QPointF at = pixels * TwipsPerPixel;
+        m_frame.MouseMove.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+    }
+
+protected:
+    MouseTarget& ownTarget() override { return *this; }
+
+    void paintBack(QPainter& painter) override
+    {
+        const QColor back = toQColor(m_frame.BackColor());
+        painter.fillRect(rect(), back);
+        const QString caption = toQString(m_frame.Caption());
+        const QFontMetrics metrics(font());
+        const int top = caption.isEmpty() ? 0 : metrics.height() / 2;
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(back.darker(140));
+        painter.drawRect(rect().adjusted(0, top, -1, -1));
+        if (caption.isEmpty())
+            return;
+        const QRect text(8, 0, metrics.horizontalAdvance(caption) + 8, metrics.height());
+        painter.fillRect(text, back);
+        painter.setFont(font());
+        painter.setPen(Qt::black);
+        painter.drawText(text, Qt::AlignCenter, caption);
+    }
+
+private:
+    Frame& m_frame;
+};
+
+class FrameView : public WidgetView {
+public:
+    FrameView(Frame& frame, FrameSurface* surface)
+        : WidgetView(frame, surface)
+        , m_frame(frame)
+        , m_surface(surface)
+    {
+    }
+    ~FrameView() override
+    {
+        if (m_surface)
+            m_surface->detach();
+    }
+
+    void apply(Change change) override
+    {
+        WidgetView::apply(change);
+        if (change == Change::Text || change == Change::Appearance)
+            m_surface->addDirty(m_surface->rect());
+        if (change == Change::Pointer)
+            pointerChangedOn(m_frame);
+    }
+    void pointerChanged() override { m_surface->updatePointer(); }
+
+private:
+    Frame& m_frame;
+    QPointer<FrameSurface> m_surface;
+};
+
+} // namespace
+
+Frame::Frame(Container* parent, const Plan& plan)
+    : Control(parent, plan)
+    , Container(ScaleMode::Twips)
+    , m_caption(plan.Caption)
+{
+}
+
+Frame::~Frame()
+{
+    detachView();
+}
+
+void Frame::setCaption(std::string value)
+{
+    if (value == m_caption)
+        return;
+    m_caption = std::move(value);
+    changed(Change::Text);
+}
+
+void Frame::setBackColor(Color value)
+{
+    if (value == m_backColor)
+        return;
+    m_backColor = value;
+    changed(Change::Appearance);
+}
+
+std::unique_ptr<View> Frame::makeView()
+{
+    auto* surface = new FrameSurface(*this); // its parent widget owns it
+    return std::make_unique<FrameView>(*this, surface);
+}
+
+} // namespace trovarium

@@ -1,0 +1,103 @@
+#include "platform/toolkit/Image.h"
+
+#include "platform/qt/pictures/PicturePainter.h"
+#include "platform/qt/toolkit/ItemView.h"
+
+#include <QPainter>
+
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+class ImageView : public ItemView {
+public:
+    explicit ImageView(Image& image)
+        : ItemView(image)
+        , m_image(image)
+    {
+    }
+
+    void paint(QPainter& painter, const QRectF& place) override
+    {
+        const Picture picture = m_image.Picture();
+        if (picture.empty() || place.isEmpty())
+            return;
+        if (m_image.Stretch()) {
+            m_painter.paint(painter, picture, place);
+            return;
+        }
+        const QSizeF size(picture.width(), picture.height());
+        painter.save();
+        painter.setClipRect(place, Qt::IntersectClip);
+        m_painter.paint(
+            painter, picture, QRectF(QPointF(place.center().x() - std::floor(size.width() / 2), place.top()), size));
+        painter.restore();
+    }
+
+    bool takesFocus() const override
+    {
+        return m_image.Click.isWired() || m_image.DblClick.isWired() || m_image.MouseDown.isWired();
+    }
+    bool hasDoubleClick() const override { return m_image.DblClick.isWired(); }
+    QAccessible::Role accessibleRole() const override
+    {
+        return takesFocus() ? QAccessible::Button : QAccessible::Graphic;
+    }
+
+    void mouseDown(int button, int shift, QPointF pixels) override
+    {
+        const QPointF at = twips(pixels);
+        m_image.MouseDown.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+    }
+    void mouseMove(int button, int shift, QPointF pixels) override
+    {
+        const QPointF at = twips(pixels);
+        m_image.MouseMove.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+    }
+    void mouseUp(int button, int shift, QPointF pixels) override
+    {
+        const QPointF at = twips(pixels);
+        m_image.MouseUp.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+    }
+    void click() override { m_image.Click.raise(); }
+    void doubleClick() override { m_image.DblClick.raise(); }
+
+private:
+    // Relative to the item as it lies now, so that a handler that moves it sees the start point again.
+    QPointF twips(QPointF pixels) const { return (pixels - place().topLeft()) * TwipsPerPixel; }
+
+    Image& m_image;
+    PicturePainter m_painter;
+};
+
+} // namespace
+
+Image::Image(Container* parent, const Plan& plan)
+    : Control(parent, plan)
+{
+}
+
+void Image::setPicture(trovarium::Picture value)
+{
+    if (value == m_picture)
+        return;
+    m_picture = std::move(value);
+    changed(Change::Content);
+}
+
+void Image::setStretch(bool value)
+{
+    if (value == m_stretch)
+        return;
+    m_stretch = value;
+    changed(Change::Appearance);
+}
+
+std::unique_ptr<View> Image::makeView()
+{
+    return std::make_unique<ImageView>(*this);
+}
+
+} // namespace trovarium

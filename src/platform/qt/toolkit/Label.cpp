@@ -1,0 +1,247 @@
+#include "platform/toolkit/Label.h"
+
+#include "platform/qt/toolkit/ItemView.h"
+#include "platform/toolkit/PictureButton.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QStringList>
+
+#include <cmath>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+// "&&" is one ampersand; a single one, which would mark an access key, isn't shown.
+QString shownText(const std::string& caption)
+{
+    QString text = toQString(caption);
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    if (!text.contains(QLatin1Char('&')))
+        return text;
+    QString shown;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == QLatin1Char('&') && ++i == text.size())
+            break;
+        shown += text[i];
+    }
+    return shown;
+}
+
+QFont fontOf(const Label& label)
+{
+    return planFont(label.FontSize(), label.Bold());
+}
+
+int alignmentOf(const Label& label)
+{
+    switch (label.Alignment()) {
+    case Alignment::Right:
+        return Qt::AlignRight;
+    case Alignment::Center:
+        return Qt::AlignHCenter;
+    case Alignment::Left:
+        break;
+    }
+    return Qt::AlignLeft;
+}
+
+class LabelView : public ItemView {
+public:
+    explicit LabelView(Label& label)
+        : ItemView(label)
+        , m_label(label)
+    {
+    }
+
+    void paint(QPainter& painter, const QRectF& place) override
+    {
+        if (const std::optional<Color> back = m_label.BackColor())
+            painter.fillRect(place, toQColor(*back));
+        QString text = shownText(m_label.Caption());
+        if (text.isEmpty())
+            return;
+        painter.setFont(fontOf(m_label));
+        const QFontMetricsF metrics(painter.font());
+        int flags = alignmentOf(m_label);
+        if (m_label.WordWrap()) {
+            flags |= Qt::TextWordWrap | Qt::AlignTop;
+        } else {
+            QStringList lines = text.split(QLatin1Char('\n'));
+            for (QString& line : lines)
+                line = metrics.elidedText(line, Qt::ElideRight, std::ceil(place.width()));
+            text = lines.join(QLatin1Char('\n'));
+            // A single line in a place made for one stands in its middle and is never cut at the foot.
+            const bool oneLine = lines.size() == 1 && place.height() < metrics.height() * 1.6;
+            flags |= Qt::TextDontClip | (oneLine ? Qt::AlignVCenter : Qt::AlignTop);
+        }
+        if (m_label.Shadow()) {
+            painter.setPen(QColor(0, 0, 0, 150));
+            for (const QPointF offset : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1), QPointF(1, 1)})
+                painter.drawText(place.translated(offset), flags, text);
+        }
+        QColor color = toQColor(m_label.ForeColor());
+        if (!m_label.Enabled())
+            color.setAlphaF(0.5);
+        painter.setPen(color);
+        painter.drawText(place, flags, text);
+    }
+
+    // The halo, and a line that is higher than its place.
+    QRectF paintedPlace(qreal ratio) const override
+    {
+        const qreal rim = std::max<qreal>(2, m_label.FontSize() / 2);
+        return devicePlace(ratio).adjusted(-2, -rim, 2, rim);
+    }
+
+    // A label on a picture button stands for that button, which takes the focus itself.
+    bool takesFocus() const override
+    {
+        if (!m_label.Click.isWired())
+            return false;
+        const QPointF middle = place().center();
+        for (const Control* control : m_label.parent().controls()) {
+            if (dynamic_cast<const PictureButton*>(control) != nullptr && placeInPixels(*control).contains(middle))
+                return false;
+        }
+        return true;
+    }
+    QAccessible::Role accessibleRole() const override
+    {
+        return takesFocus() ? QAccessible::Button : QAccessible::StaticText;
+    }
+    QString accessibleText() const override
+    {
+        return m_label.AccessibleName().empty() ? shownText(m_label.Caption()) : ItemView::accessibleText();
+    }
+
+    void mouseDown(int button, int shift, QPointF pixels) override
+    {
+        const QPointF at = (pixels - place().topLeft()) * TwipsPerPixel;
+        m_label.MouseDown.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+    }
+    void mouseMove(int button, int shift, QPointF pixels) override
+    {
+        const QPointF at = (pixels - place().topLeft()) * TwipsPerPixel;
+        m_label.MouseMove.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+    }
+    void click() override { m_label.Click.raise(); }
+
+private:
+    Label& m_label;
+};
+
+} // namespace
+
+Label::Label(Container* parent, const Plan& plan)
+    : Control(parent, plan)
+    , m_caption(plan.Caption)
+{
+}
+
+void Label::setCaption(std::string value)
+{
+    if (value == m_caption)
+        return;
+    m_caption = std::move(value);
+    changed(Change::Text);
+    fit();
+}
+
+void Label::setAlignment(trovarium::Alignment value)
+{
+    if (value == m_alignment)
+        return;
+    m_alignment = value;
+    changed(Change::Appearance);
+}
+
+void Label::setAutoSize(bool value)
+{
+    m_autoSize = value;
+    fit();
+}
+
+void Label::setForeColor(Color value)
+{
+    if (value == m_foreColor)
+        return;
+    m_foreColor = value;
+    changed(Change::Appearance);
+}
+
+void Label::setBackColor(std::optional<Color> value)
+{
+    if (value == m_backColor)
+        return;
+    m_backColor = value;
+    changed(Change::Appearance);
+}
+
+void Label::setFontSize(float pixels)
+{
+    if (pixels == m_fontSize)
+        return;
+    m_fontSize = pixels;
+    changed(Change::Appearance);
+    fit();
+}
+
+void Label::setBold(bool value)
+{
+    if (value == m_bold)
+        return;
+    m_bold = value;
+    changed(Change::Appearance);
+    fit();
+}
+
+void Label::setWordWrap(bool value)
+{
+    if (value == m_wordWrap)
+        return;
+    m_wordWrap = value;
+    changed(Change::Appearance);
+    fit();
+}
+
+void Label::setShadow(bool value)
+{
+    if (value == m_shadow)
+        return;
+    m_shadow = value;
+    changed(Change::Appearance);
+}
+
+// A wrapping label keeps its width and takes the height that it needs.
+void Label::fit()
+{
+    if (!m_autoSize)
+        return;
+    const QFontMetricsF metrics(fontOf(*this));
+    const QString text = shownText(m_caption);
+    const QRectF wanted = m_wordWrap
+        ? metrics.boundingRect(QRectF(0, 0, parent().toPixels(Width()), 1e6), Qt::TextWordWrap, text)
+        : metrics.boundingRect(QRectF(0, 0, 1e6, 1e6), 0, text);
+    const auto inScale = [this](qreal pixels) {
+        return parent().fromTwips(static_cast<float>(std::ceil(pixels)) * TwipsPerPixel);
+    };
+    Height = inScale(std::max(wanted.height(), metrics.height()));
+    if (m_wordWrap)
+        return;
+    const float grown = inScale(wanted.width()) - Width();
+    if (m_alignment == Alignment::Center)
+        Left = Left() - grown / 2;
+    else if (m_alignment == Alignment::Right)
+        Left = Left() - grown;
+    Width = Width() + grown;
+}
+
+std::unique_ptr<View> Label::makeView()
+{
+    return std::make_unique<LabelView>(*this);
+}
+
+} // namespace trovarium

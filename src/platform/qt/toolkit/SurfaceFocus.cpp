@@ -1,0 +1,154 @@
+// The keyboard's way over a surface: its items take the focus one after another, as widgets do.
+#include "platform/qt/toolkit/DesktopState.h"
+#include "platform/qt/toolkit/ItemView.h"
+#include "platform/qt/toolkit/SurfaceView.h"
+#include "platform/qt/toolkit/View.h"
+#include "platform/toolkit/Component.h"
+
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace trovarium {
+
+std::vector<MouseTarget*> SurfaceView::focusTargets()
+{
+    std::vector<MouseTarget*> targets;
+    if (m_container == nullptr)
+        return targets;
+    if (ownTarget().takesFocus() && ownTarget().takesInput())
+        targets.push_back(&ownTarget());
+    for (ItemView* item : m_items) {
+        if (item->takesFocus() && item->takesInput())
+            targets.push_back(item);
+    }
+    return targets;
+}
+
+MouseTarget* SurfaceView::focusTarget()
+{
+    MouseTarget* target = m_focusItem != nullptr ? static_cast<MouseTarget*>(m_focusItem) : &ownTarget();
+    return target->takesFocus() && target->takesInput() ? target : nullptr;
+}
+
+void SurfaceView::focusOn(MouseTarget* target)
+{
+    m_focusItem = dynamic_cast<ItemView*>(target);
+    update();
+    if (m_focusItem != nullptr && QAccessible::isActive()) {
+        if (QAccessibleInterface* shown = QAccessible::accessibleInterface(m_focusItem->accessibleId())) {
+            QAccessibleEvent event(shown, QAccessible::Focus);
+            QAccessible::updateAccessibility(&event);
+        }
+    }
+}
+
+void SurfaceView::setFocusItem(ItemView* item)
+{
+    setFocus(Qt::OtherFocusReason);
+    focusOn(item);
+}
+
+void SurfaceView::updateFocusPolicy()
+{
+    if (m_container == nullptr)
+        return;
+    const bool takesFocus = !focusTargets().empty();
+    if (takesFocus != (focusPolicy() != Qt::NoFocus))
+        setFocusPolicy(takesFocus ? Qt::TabFocus : Qt::NoFocus);
+}
+
+void SurfaceView::showEvent(QShowEvent* event)
+{
+    updateFocusPolicy();
+    QWidget::showEvent(event);
+}
+
+void SurfaceView::focusInEvent(QFocusEvent* event)
+{
+    const std::vector<MouseTarget*> targets = focusTargets();
+    if (!targets.empty() && event->reason() == Qt::TabFocusReason)
+        focusOn(targets.front());
+    else if (!targets.empty() && event->reason() == Qt::BacktabFocusReason)
+        focusOn(targets.back());
+    update();
+}
+
+void SurfaceView::focusOutEvent(QFocusEvent*)
+{
+    update();
+}
+
+bool SurfaceView::focusNextPrevChild(bool next)
+{
+    if (m_container == nullptr || !hasFocus())
+        return QWidget::focusNextPrevChild(next);
+    const std::vector<MouseTarget*> targets = focusTargets();
+    const auto here = std::find(targets.begin(), targets.end(), focusTarget());
+    if (next && here != targets.end() && here + 1 != targets.end()) {
+        focusOn(*(here + 1));
+        return true;
+    }
+    if (!next && here != targets.end() && here != targets.begin()) {
+        focusOn(*(here - 1));
+        return true;
+    }
+    return QWidget::focusNextPrevChild(next);
+}
+
+void SurfaceView::keyPressEvent(QKeyEvent* event)
+{
+    event->ignore();
+    if (m_container == nullptr || !hasFocus())
+        return;
+    MouseTarget* target = focusTarget();
+    if (target == nullptr)
+        return;
+    const QPointer<SurfaceView> self(this);
+    const int code = keyCode(*event);
+    const int shift = shiftKeys(event->modifiers());
+    bool taken = false;
+    fromDesktop(target->component(), [&] { taken = target->keyDown(code, shift); });
+    if (taken || !self) {
+        event->accept();
+        return;
+    }
+    const bool plain = shift == NoKeys;
+    if (plain && event->key() == Qt::Key_Space) {
+        event->accept();
+        activate(*target, Activation::Press);
+    } else if (plain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        event->accept();
+        activate(*target, Activation::Open);
+    } else if (event->key() == Qt::Key_Menu || (shift == ShiftKey && event->key() == Qt::Key_F10)) {
+        event->accept();
+        activate(*target, Activation::Menu);
+    }
+}
+
+void SurfaceView::activate(MouseTarget& target, Activation how)
+{
+    const int button = how == Activation::Menu ? RightButton : LeftButton;
+    const QPointF middle = target.place().center();
+    const QPointer<SurfaceView> self(this);
+    const auto step = [&](auto&& action) {
+        if (self && isAlive(&target) && target.takesInput())
+            fromDesktop(target.component(), action);
+    };
+    m_pressed = &target;
+    m_state.capturing = this;
+    step([&] { target.mouseDown(button, NoKeys, middle); });
+    if (!self || m_pressed != &target)
+        return; // a menu or a dialog took the release, as with the mouse
+    m_pressed = nullptr;
+    step([&] { target.mouseUp(button, NoKeys, middle); });
+    if (how == Activation::Menu)
+        return;
+    step([&] { target.click(); });
+    if (how == Activation::Open && self && isAlive(&target) && target.hasDoubleClick()) {
+        step([&] { target.doubleClick(); });
+        step([&] { target.mouseUp(button, NoKeys, middle); });
+    }
+}
+
+} // namespace trovarium

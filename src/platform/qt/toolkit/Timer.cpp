@@ -1,0 +1,121 @@
+#include "platform/toolkit/Timer.h"
+
+#include "platform/qt/toolkit/TimerView.h"
+#include "platform/toolkit/Form.h"
+#include "runtime/Failure.h"
+
+namespace trovarium {
+
+namespace {
+
+// How soon a tick comes that fell due while events were closed out.
+constexpr int RetryMilliseconds = 5;
+
+} // namespace
+
+TimerView::TimerView(Timer& timer)
+    : m_timer(timer)
+    , m_state(timer.desktop().state())
+    , m_clock(new QTimer) // deleted when the event loop has it back: it may go inside its own tick
+{
+    m_clock->setSingleShot(true);
+    m_clock->setTimerType(Qt::PreciseTimer);
+    QObject::connect(m_clock, &QTimer::timeout, m_clock, [this] { timeout(); });
+    m_state.timers.push_back(this);
+    restart();
+}
+
+TimerView::~TimerView()
+{
+    *m_alive = false;
+    std::erase(m_state.timers, this);
+    m_clock->stop();
+    m_clock->disconnect();
+    m_clock->deleteLater();
+}
+
+void TimerView::restart()
+{
+    m_overdue = false;
+    if (m_timer.Enabled() && m_timer.Interval() > 0) {
+        start(m_timer.Interval());
+    } else {
+        m_clock->stop();
+        m_due = DesktopState::Clock::time_point::max();
+    }
+}
+
+void TimerView::start(int milliseconds)
+{
+    m_due = DesktopState::Clock::now() + std::chrono::milliseconds(milliseconds);
+    m_clock->start(milliseconds);
+}
+
+void TimerView::timeout()
+{
+    if (m_state.closedToEvents) {
+        start(RetryMilliseconds);
+        return;
+    }
+    if (m_ticking) {
+        m_overdue = true;
+        return;
+    }
+    start(m_timer.Interval());
+    m_ticking = true;
+    const std::shared_ptr<bool> alive = m_alive;
+    fromDesktop(m_timer, [this] { m_timer.Tick.raise(); });
+    if (!*alive)
+        return;
+    m_ticking = false;
+    if (m_overdue) {
+        m_overdue = false;
+        start(0);
+    }
+}
+
+Timer::Timer(trovarium::Form* form, const TimerPlan& plan)
+    : Component(plan.Name)
+    , m_form(form)
+    , m_interval(plan.Interval)
+    , m_enabled(plan.Enabled)
+{
+    form->addTimer(this);
+}
+
+Timer::~Timer()
+{
+    m_form->removeTimer(this);
+}
+
+void Timer::setInterval(int milliseconds)
+{
+    if (milliseconds < 0)
+        throw Failure(FailureKind::InvalidPropertyValue);
+    if (milliseconds == m_interval)
+        return;
+    m_interval = milliseconds;
+    if (m_view)
+        m_view->restart();
+}
+
+void Timer::setEnabled(bool value)
+{
+    if (value == m_enabled)
+        return;
+    m_enabled = value;
+    if (m_view)
+        m_view->restart();
+}
+
+void Timer::formLoaded()
+{
+    m_view = std::make_unique<TimerView>(*this);
+}
+
+void Timer::formUnloaded()
+{
+    m_view.reset();
+}
+
+} // namespace trovarium

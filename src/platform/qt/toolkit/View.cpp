@@ -1,0 +1,224 @@
+#include "platform/qt/toolkit/View.h"
+
+#include "platform/qt/toolkit/DesktopState.h"
+#include "platform/qt/toolkit/Pointers.h"
+#include "platform/qt/toolkit/SurfaceView.h"
+#include "platform/toolkit/Form.h"
+
+#include <QFont>
+#include <QKeyEvent>
+
+#include <cmath>
+
+namespace trovarium {
+
+WidgetView::WidgetView(Control& control, QWidget* widget)
+    : View(control)
+    , m_widget(widget)
+    , m_ownCursor(widget->cursor())
+    , m_hasOwnCursor(widget->testAttribute(Qt::WA_SetCursor))
+{
+    widget->setObjectName(toQString(control.Name()));
+    widget->setFont(planFont(12));
+    // A disabled control's events are lost; they don't go to what it lies on.
+    widget->setAttribute(Qt::WA_NoMousePropagation);
+    WidgetView::apply(Change::Pointer);
+    placeWidget();
+    widget->setEnabled(control.Enabled());
+    widget->setVisible(control.Visible());
+}
+
+WidgetView::~WidgetView()
+{
+    if (!m_widget)
+        return;
+    m_widget->disconnect();
+    m_widget->blockSignals(true);
+    m_widget->hide();
+    m_widget->deleteLater();
+}
+
+void WidgetView::apply(Change change)
+{
+    switch (change) {
+    case Change::Geometry:
+        placeWidget();
+        break;
+    case Change::Visible:
+        m_widget->setVisible(control().Visible());
+        break;
+    case Change::Enabled:
+        m_widget->setEnabled(control().Enabled());
+        break;
+    case Change::Pointer:
+        m_widget->setToolTip(toQString(control().ToolTipText()).toHtmlEscaped());
+        if (!control().AccessibleName().empty())
+            m_widget->setAccessibleName(toQString(control().AccessibleName()));
+        pointerChanged();
+        break;
+    case Change::Order:
+        m_widget->raise();
+        break;
+    case Change::Text:
+    case Change::Appearance:
+    case Change::Content:
+        break;
+    }
+}
+
+void WidgetView::pointerChanged()
+{
+    const int pointer = effectivePointer(control());
+    if (pointer != DefaultPointer)
+        m_widget->setCursor(cursorOf(pointer));
+    else if (m_hasOwnCursor)
+        m_widget->setCursor(m_ownCursor);
+    else
+        m_widget->unsetCursor();
+}
+
+void WidgetView::placeWidget()
+{
+    const QRectF place = placeInPixels(control());
+    const QPoint corner(static_cast<int>(std::lround(place.left())), static_cast<int>(std::lround(place.top())));
+    const QPoint end(static_cast<int>(std::lround(place.right())), static_cast<int>(std::lround(place.bottom())));
+    const QRect rounded(corner, QSize(end.x() - corner.x(), end.y() - corner.y()));
+    if (rounded == m_widget->geometry())
+        return;
+    if (corner != m_widget->pos() && m_widget->isVisible())
+        control().desktop().state().moved = true;
+    m_widget->setGeometry(rounded);
+}
+
+QWidget* surfaceWidget(const Control& control)
+{
+    return control.parent().surface();
+}
+
+QString toQString(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string toText(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+QFont planFont(float pixels, bool bold)
+{
+    QFont font;
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
+    font.setBold(bold);
+    return font;
+}
+
+QColor toQColor(Color color)
+{
+    return {color.red, color.green, color.blue};
+}
+
+QRectF placeInPixels(const Control& control)
+{
+    const Container& parent = control.parent();
+    return {parent.toPixels(control.Left()), parent.toPixels(control.Top()), parent.toPixels(control.Width()),
+        parent.toPixels(control.Height())};
+}
+
+int shiftKeys(Qt::KeyboardModifiers modifiers)
+{
+    return (modifiers.testFlag(Qt::ShiftModifier) ? ShiftKey : 0)
+        | (modifiers.testFlag(Qt::ControlModifier) ? CtrlKey : 0) | (modifiers.testFlag(Qt::AltModifier) ? AltKey : 0);
+}
+
+int mouseButton(Qt::MouseButton button)
+{
+    return mouseButtons(button);
+}
+
+int mouseButtons(Qt::MouseButtons buttons)
+{
+    return (buttons.testFlag(Qt::LeftButton) ? LeftButton : 0) | (buttons.testFlag(Qt::RightButton) ? RightButton : 0)
+        | (buttons.testFlag(Qt::MiddleButton) ? MiddleButton : 0);
+}
+
+int keyCode(const QKeyEvent& event)
+{
+    const int key = event.key();
+    if (event.modifiers().testFlag(Qt::KeypadModifier)) {
+        if (key >= Qt::Key_0 && key <= Qt::Key_9)
+            return 96 + key - Qt::Key_0;
+    }
+    if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9))
+        return key;
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F16)
+        return 112 + key - Qt::Key_F1;
+    switch (key) {
+    case Qt::Key_Backspace:
+        return 8;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        return 9;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return 13;
+    case Qt::Key_Shift:
+        return 16;
+    case Qt::Key_Control:
+        return 17;
+    case Qt::Key_Alt:
+        return 18;
+    case Qt::Key_Escape:
+        return 27;
+    case Qt::Key_Space:
+        return 32;
+    case Qt::Key_PageUp:
+        return 33;
+    case Qt::Key_PageDown:
+        return 34;
+    case Qt::Key_End:
+        return 35;
+    case Qt::Key_Home:
+        return 36;
+    case Qt::Key_Left:
+        return 37;
+    case Qt::Key_Up:
+        return 38;
+    case Qt::Key_Right:
+        return 39;
+    case Qt::Key_Down:
+        return 40;
+    case Qt::Key_Insert:
+        return 45;
+    case Qt::Key_Delete:
+        return 46;
+    case Qt::Key_Menu:
+        return 93;
+    case Qt::Key_Plus:
+        return 107;
+    case Qt::Key_Minus:
+        return 109;
+    default:
+        return 0;
+    }
+}
+
+int keyAscii(const QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return 13;
+    case Qt::Key_Escape:
+        return 27;
+    case Qt::Key_Backspace:
+        return 8;
+    default:
+        break;
+    }
+    const QString text = event.text();
+    return text.size() == 1 && text.front().isPrint() ? text.front().unicode() : 0;
+}
+
+} // namespace trovarium
