@@ -34,8 +34,10 @@ trovarium::Screen& Desktop::Screen()
     return m_state->screen;
 }
 
+// Whoever asks for them is about to ask the user: the press in hand ends here.
 Prompts& Desktop::prompts()
 {
+    m_state->endCapture();
     return *m_state->prompts;
 }
 

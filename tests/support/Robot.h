@@ -1,0 +1,104 @@
+#pragma once
+
+#include "platform/toolkit/Units.h"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace trovarium {
+
+class Control;
+class Desktop;
+class Form;
+class Menu;
+
+// The one desktop of a test program, on no screen and without pace.
+Desktop& testDesktop();
+
+// A place on a control or a form, in pixels from its upper left corner; may lie outside.
+struct At {
+    float x = 0;
+    float y = 0;
+};
+
+// What a window shows, in pixels of a device.
+class Shot {
+public:
+    Shot(int width, int height, std::vector<Color> pixels)
+        : m_width(width)
+        , m_height(height)
+        , m_pixels(std::move(pixels))
+    {
+    }
+
+    int width() const { return m_width; }
+    int height() const { return m_height; }
+    Color at(int x, int y) const { return m_pixels.at(static_cast<std::size_t>(y) * m_width + x); }
+    int count(Color color) const;
+    void savePng(const std::string& path) const; // native path
+    bool operator==(const Shot&) const = default;
+
+private:
+    int m_width;
+    int m_height;
+    std::vector<Color> m_pixels;
+};
+
+// A user's hand: its events take the way of the real mouse and keyboard, so that what is covered, disabled
+// or closed to input isn't reached. Places default to the middle.
+//
+// An act returns when the handlers that it ran have returned; what is to happen inside a modal form or an
+// open menu is told beforehand, by `whenShown`, `whenMenuOpens` or `atNextTurn`.
+class Robot {
+public:
+    explicit Robot(Desktop& desktop);
+    ~Robot(); // what was told beforehand and never happened fails the test
+    Robot(const Robot&) = delete;
+    Robot& operator=(const Robot&) = delete;
+
+    void press(Control& control, int button = LeftButton, int shift = NoKeys, std::optional<At> at = {});
+    void press(Form& form, At at, int button = LeftButton, int shift = NoKeys);
+    void moveTo(Control& control, std::optional<At> at = {}, int shift = NoKeys);
+    void moveTo(Form& form, At at, int shift = NoKeys);
+    void release(int shift = NoKeys);
+    void click(Control& control, int button = LeftButton, int shift = NoKeys, std::optional<At> at = {});
+    void click(Form& form, At at, int button = LeftButton, int shift = NoKeys);
+    void doubleClick(Control& control, int shift = NoKeys, std::optional<At> at = {});
+    void wheel(Control& control, int notchesDown);
+
+    // To the control with the focus. The key is a code as handlers get it (13 Enter, 65 A).
+    void key(Form& form, int keyCode, int shift = NoKeys);
+    void type(Form& form, std::string_view text);
+    void tab(Form& form, bool back = false);
+
+    // Opens the menus that lead to the entry, from the bar or from the open pop-up menu, and clicks it.
+    void choose(Menu& entry);
+    // By the window's close box.
+    void close(Form& form);
+
+    void atNextTurn(std::function<void()> action);
+    void whenShown(std::string_view formName, std::function<void()> action);
+    void whenMenuOpens(std::function<void()> action);
+    void when(std::function<bool()> condition, std::function<void()> action);
+
+    // Runs events until the condition holds; false when it didn't in time.
+    bool until(const std::function<bool()>& condition, std::chrono::milliseconds deadline = std::chrono::seconds(20));
+
+    // The client area as it would be painted on a screen of that scale.
+    Shot shot(Form& form, int scale = 1);
+
+private:
+    struct State;
+
+    void pressAt(Form& form, float x, float y, int button, int shift, bool doubled);
+    void moveAt(Form& form, float x, float y, int shift);
+
+    std::unique_ptr<State> m_state;
+};
+
+} // namespace trovarium
