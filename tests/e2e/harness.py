@@ -28,6 +28,7 @@ class Library:
         self._home = folder / "home"
         self.root.mkdir()
         self._home.mkdir()
+        (self._home / "run").mkdir(mode=0o700)
         self.link = self.root / "trovarium"
         self.link.symlink_to(program)
         self.photos = self.root / "Photos"
@@ -43,6 +44,7 @@ class Library:
             XDG_CONFIG_HOME=str(self._home / "config"),
             XDG_DATA_HOME=str(self._home / "data"),
             XDG_CACHE_HOME=str(self._home / "cache"),
+            XDG_RUNTIME_DIR=str(self._home / "run"),
         )
 
     def take_in(self, photographs: Iterable[str]) -> None:
