@@ -1,0 +1,134 @@
+#include "platform/system/Shell.h"
+
+#include "support/FailureOf.h"
+#include "support/Robot.h"
+#include "support/Surroundings.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace trovarium {
+
+namespace {
+
+using std::filesystem::perms;
+
+class ShellTest : public testing::Test {
+protected:
+    void program(const std::string& name, std::string_view text = "#!/bin/sh\n") const
+    {
+        std::filesystem::create_directories(std::filesystem::path(folder.native(name)).parent_path());
+        folder.write(name, text);
+        std::filesystem::permissions(folder.native(name), perms::owner_all);
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(ShellTest, TheProgramsFolderIsTheOneItWasStartedFrom)
+{
+    program("bin/trovarium");
+    program("other/trovarium");
+    std::filesystem::create_directory(folder.native("Album"));
+    std::filesystem::create_symlink("../bin/trovarium", folder.native("Album/trovarium"));
+    std::filesystem::create_directory_symlink("bin", folder.native("linked"));
+    folder.write("bin/notes", "no program");
+    std::filesystem::create_directory(folder.native("other/bin"));
+
+    const VariableForNow path(
+        "PATH", folder.native("bin/nowhere") + ":" + folder.native("other") + ":" + folder.native("bin"));
+    const WorkingFolderForNow working(folder.native("Album"));
+    ASSERT_TRUE(working.changed());
+
+    const std::string image = fromNativePath(std::filesystem::canonical("/proc/self/exe").parent_path().string());
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {folder.native("Album/trovarium"), folder.inside("Album")},
+        {folder.native("linked/trovarium"), folder.inside("linked")},
+        {folder.native("Album//./trovarium"), folder.inside("Album")},
+        {"./trovarium", folder.inside("Album")},
+        {"../bin/trovarium", folder.inside("bin")},
+        {"../other/bin/../../bin/trovarium", folder.inside("bin")},
+        {"trovarium", folder.inside("other")},
+        {"notes", image},
+        {"", image},
+        {folder.native("Album/gone"), image},
+    };
+    for (const auto& [argument0, expected] : cases)
+        EXPECT_EQ(programPath(argument0), expected) << argument0;
+}
+
+TEST_F(ShellTest, TheFolderAboveALinkIsThatOfItsTarget)
+{
+    program("far/away/trovarium");
+    program("far/trovarium");
+    std::filesystem::create_directory_symlink("far/away", folder.native("linked"));
+    EXPECT_EQ(programPath(folder.native("linked/../trovarium")), folder.inside("linked\\.."));
+}
+
+TEST_F(ShellTest, AnEmptyPlaceInTheSearchPathIsTheWorkingFolder)
+{
+    program("trovarium");
+    const VariableForNow path("PATH", "/nowhere::/nowhere");
+    const WorkingFolderForNow working(folder.path());
+    EXPECT_EQ(programPath("trovarium"), folder.inside());
+}
+
+TEST_F(ShellTest, TheInstalledCopyStandsInTheUsersDataFolder)
+{
+    const VariableForNow home("HOME", "/home/ann");
+    {
+        const VariableForNow data("XDG_DATA_HOME", "/data");
+        EXPECT_EQ(defaultInstallationPath(), "/data\\OmbrelaneWorks\\Trovarium");
+    }
+    const VariableForNow data("XDG_DATA_HOME", std::nullopt);
+    EXPECT_EQ(defaultInstallationPath(), "/home\\ann\\.local\\share\\OmbrelaneWorks\\Trovarium");
+}
+
+TEST_F(ShellTest, HandsADocumentToTheDesktop)
+{
+    program("bin/xdg-open", "#!/bin/sh\nprintf %s \"$1\" >opened.new && mv opened.new opened\n");
+    std::filesystem::create_directory(folder.native("help"));
+    folder.write("help/index.html", "<html>");
+    const VariableForNow path("PATH", folder.native("bin") + ":" + getenv("PATH"));
+    const WorkingFolderForNow working(folder.path());
+
+    EXPECT_GT(openDocument(folder.inside("help\\index.html")), 32);
+    Robot robot(testDesktop());
+    ASSERT_TRUE(robot.until([&] { return std::filesystem::exists(folder.native("opened")); }));
+    EXPECT_EQ(folder.read("opened"), folder.native("help/index.html"));
+}
+
+TEST_F(ShellTest, AMissingDocumentOrNoOneToOpenItIsAResultBelow33)
+{
+    program("bin/xdg-open", "#!/bin/sh\n>opened\n");
+    folder.write("page.html", "");
+    const VariableForNow path("PATH", folder.native("bin"));
+    const WorkingFolderForNow working(folder.path());
+    for (const std::string& missing : {folder.inside("gone.html"), std::string("page.html"), std::string()})
+        EXPECT_LE(openDocument(missing), 32) << missing;
+
+    std::filesystem::remove(folder.native("bin/xdg-open"));
+    EXPECT_LE(openDocument(folder.inside("page.html")), 32);
+    EXPECT_FALSE(std::filesystem::exists(folder.native("opened")));
+}
+
+TEST_F(ShellTest, StartsAProgramApart)
+{
+    program("tool", "#!/bin/sh\n>started\n");
+    const WorkingFolderForNow working(folder.path());
+    startProgram(folder.inside("tool"));
+    Robot robot(testDesktop());
+    EXPECT_TRUE(robot.until([&] { return std::filesystem::exists(folder.native("started")); }));
+}
+
+TEST_F(ShellTest, WhatIsNoProgramIsNotFound)
+{
+    folder.write("text", "no program");
+    for (const std::string& path :
+        {folder.inside("text"), folder.inside("gone"), folder.inside(), std::string("tool"), std::string()})
+        EXPECT_EQ(failureOf([&] { startProgram(path); }), "File not found") << path;
+}
+
+} // namespace
+
+} // namespace trovarium

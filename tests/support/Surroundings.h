@@ -1,0 +1,60 @@
+#pragma once
+
+#include <optional>
+#include <stdlib.h>
+#include <string>
+#include <unistd.h>
+
+namespace trovarium {
+
+// A variable of the environment with another value, or none, for as long as this lives.
+class VariableForNow {
+public:
+    VariableForNow(const char* name, const std::optional<std::string>& value)
+        : m_name(name)
+    {
+        if (const char* old = getenv(name))
+            m_old = old;
+        set(value);
+    }
+    ~VariableForNow() { set(m_old); }
+    VariableForNow(const VariableForNow&) = delete;
+    VariableForNow& operator=(const VariableForNow&) = delete;
+
+private:
+    void set(const std::optional<std::string>& value)
+    {
+        if (value)
+            setenv(m_name, value->c_str(), 1);
+        else
+            unsetenv(m_name);
+    }
+
+    const char* m_name;
+    std::optional<std::string> m_old;
+};
+
+// Another working folder for as long as this lives.
+class WorkingFolderForNow {
+public:
+    explicit WorkingFolderForNow(const std::string& path)
+        : m_old(get_current_dir_name())
+    {
+        m_changed = chdir(path.c_str()) == 0;
+    }
+    ~WorkingFolderForNow()
+    {
+        m_changed = m_changed && chdir(m_old) == 0;
+        free(m_old);
+    }
+    WorkingFolderForNow(const WorkingFolderForNow&) = delete;
+    WorkingFolderForNow& operator=(const WorkingFolderForNow&) = delete;
+
+    bool changed() const { return m_changed; }
+
+private:
+    char* m_old;
+    bool m_changed;
+};
+
+} // namespace trovarium
