@@ -2,6 +2,9 @@
 
 #include "runtime/Failure.h"
 #include "runtime/Numbers.h"
+#include "store/InfoFile.h"
+#include "store/Log.h"
+#include "support/Robot.h"
 #include "support/TestAlbum.h"
 
 #include <gtest/gtest.h>
@@ -177,6 +180,91 @@ TEST(NewerFiles, AreCopiedAndOthersLeft)
     EXPECT_FALSE(test.isThere(target + "broken"));
     EXPECT_EQ(test.files().modified(target + "absent"), day);
     EXPECT_FALSE(test.isThere(test.library() + "\\Trovarium.Log"));
+}
+
+// Nothing below the program's folder can be written: not the test, not the log, not a scratch file.
+class ReadOnlyLibrary : public testing::Test {
+protected:
+    ReadOnlyLibrary()
+    {
+        test.put(test.paths().PhotoPath + "a.jpg", "12345");
+        for (const std::string name : {"a.jpg", "b.jpg"})
+            putOnMedium(test.paths().InfoPath + name + ".info", "TITLE=medium\r\n", mediumDate);
+        putOnMedium(test.paths().SlideGroupPath + "Trip.lst", "a.jpg\r\n", mediumDate);
+        test.setSetting("Installation", "Path", test.folder().inside() + "\\installed");
+        test.files().setFaultHook(readOnlyBelow(test.library()));
+    }
+
+    void putOnMedium(const std::string& path, std::string_view text, Instant date)
+    {
+        test.put(path, text);
+        test.files().setModified(path, date);
+    }
+
+    // As each start does it.
+    void start()
+    {
+        readFolderSettings(test.album());
+        CheckDirPaths(test.album(), testDesktop());
+    }
+
+    std::string titleOf(const std::string& name)
+    {
+        PhotoInfo info;
+        return readInfoFile(test.album(), name + ".info", info) ? info.Title : "unread";
+    }
+
+    TestAlbum test;
+    const Instant mediumDate{std::chrono::sys_days{std::chrono::year{2001} / 2 / 3}};
+    const AlbumPaths onMedium = test.paths();
+};
+
+TEST_F(ReadOnlyLibrary, KeepsItsTextsInTheInstalledCopyUnderTheNameOfTheMedium)
+{
+    start();
+    EXPECT_TRUE(test.album().ReadOnlyLibrary);
+    const std::string moved = test.folder().inside() + "\\installed\\CD-5\\";
+    EXPECT_EQ(test.paths().InfoPath, moved + "Photo_Info\\");
+    EXPECT_EQ(test.paths().SlideGroupPath, moved + "Photo_Slidegroups\\");
+    EXPECT_EQ(test.bytes(test.paths().SlideGroupPath + "Trip.lst"), "a.jpg\r\n");
+    EXPECT_EQ(test.paths().PhotoPath, onMedium.PhotoPath);
+    EXPECT_EQ(test.paths().ThumbnailPath, onMedium.ThumbnailPath);
+    EXPECT_EQ(test.paths().AudioPath, onMedium.AudioPath);
+    EXPECT_EQ(test.paths().MidiPath, onMedium.MidiPath);
+    EXPECT_EQ(test.paths().AppPath, test.library());
+}
+
+TEST_F(ReadOnlyLibrary, KeepsEditsUntilTheMediumIsNewer)
+{
+    start();
+    test.showGroup({"a.jpg", "b.jpg"});
+    test.album().info.Title = "edited";
+    ASSERT_TRUE(SaveImageInfo(test.album(), 1));
+    ASSERT_TRUE(SaveImageInfo(test.album(), 2));
+    putOnMedium(onMedium.InfoPath + "b.jpg.info", "TITLE=new medium\r\n", now() + std::chrono::hours(1));
+    start();
+    EXPECT_EQ(titleOf("a.jpg"), "edited");
+    EXPECT_EQ(titleOf("b.jpg"), "new medium");
+}
+
+TEST_F(ReadOnlyLibrary, HasASilentLog)
+{
+    start();
+    logFailure(test.album(), "Main", Failure(FailureKind::FileNotFound));
+    EXPECT_FALSE(test.isThere(test.library() + "\\Trovarium.Log"));
+    EXPECT_FALSE(test.isThere(test.library() + "\\test.txt"));
+}
+
+TEST(WritableLibrary, StaysWhereTheSettingsPutIt)
+{
+    TestAlbum test;
+    test.setSetting("SourceFolders", "Photos", "/elsewhere"); // no backslash is added
+    readFolderSettings(test.album());
+    CheckDirPaths(test.album(), testDesktop());
+    EXPECT_EQ(test.paths().PhotoPath, "/elsewhere");
+    EXPECT_EQ(test.paths().InfoPath, test.library() + "\\Photo_Info\\");
+    EXPECT_EQ(test.paths().SlideGroupPath, test.library() + "\\Photo_SlideGroups\\");
+    EXPECT_FALSE(test.album().ReadOnlyLibrary);
 }
 
 } // namespace trovarium

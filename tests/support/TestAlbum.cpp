@@ -1,10 +1,12 @@
 #include "support/TestAlbum.h"
 
+#include "runtime/Failure.h"
 #include "store/LibraryFolders.h"
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 namespace trovarium {
 
@@ -100,6 +102,17 @@ std::map<std::string, std::string> TestAlbum::allFiles() const
             files[fs::relative(entry.path(), root).string()] = readWhole(entry.path());
     }
     return files;
+}
+
+FaultHook readOnlyBelow(std::string folder)
+{
+    return [folder = std::move(folder)](FileOperation operation, std::string_view path) {
+        const bool writes = operation == FileOperation::Print || operation == FileOperation::Delete
+            || operation == FileOperation::Rename || operation == FileOperation::MakeFolder
+            || (operation == FileOperation::Open && (path.ends_with("test.txt") || path.ends_with(".Log")));
+        if (writes && path.starts_with(folder))
+            throw Failure(FailureKind::PathFileAccess);
+    };
 }
 
 std::string joinedLines(const std::vector<std::string>& lines)

@@ -48,6 +48,10 @@ private:
     Album m_album;
 };
 
+// Takes the right to write below `folder` away: from the write test, the log, every print, delete, rename and
+// new folder.
+FaultHook readOnlyBelow(std::string folder);
+
 // Each line with the line end of the library's files.
 std::string joinedLines(const std::vector<std::string>& lines);
 

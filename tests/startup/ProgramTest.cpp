@@ -1,0 +1,185 @@
+#include "startup/Program.h"
+
+#include "platform/files/FileService.h"
+#include "platform/toolkit/Desktop.h"
+#include "startup/UnloadAllForms.h"
+#include "store/Album.h"
+#include "support/Robot.h"
+#include "support/ScriptedPrompts.h"
+#include "support/TemporaryFolder.h"
+#include "support/TestAlbum.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <set>
+
+namespace trovarium {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A library in a temporary folder, its settings and the place of the installed copy beside it, and as many
+// starts of the program as a test makes.
+class Start : public testing::Test {
+protected:
+    Start()
+    {
+        fs::create_directory(folder.native("Library"));
+        setenv("XDG_CONFIG_HOME", folder.native("config").c_str(), 1);
+        setenv("XDG_DATA_HOME", folder.native("data").c_str(), 1);
+    }
+    ~Start() override { end(); }
+
+    void make(const std::string& programPath)
+    {
+        end();
+        album = std::make_unique<Album>(desktop.files());
+        program = std::make_unique<Program>(desktop, *album, programPath);
+    }
+    // The exit code of what stands before the event loop.
+    int runMain()
+    {
+        return desktop.guarded([&] { program->Main(); });
+    }
+    int start()
+    {
+        make(folder.inside("Library"));
+        return runMain();
+    }
+    void end()
+    {
+        desktop.files().setFaultHook({});
+        UnloadAllForms(desktop, "");
+        program.reset();
+        album.reset();
+    }
+    // Every path below the folder, and the bytes of the files.
+    std::set<std::string> everything() const
+    {
+        std::set<std::string> all;
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder.path())) {
+            std::string text = fs::relative(entry.path(), folder.path()).string();
+            if (entry.is_regular_file())
+                text += ": " + folder.read(text);
+            all.insert(text);
+        }
+        return all;
+    }
+
+    Desktop& desktop = testDesktop();
+    TemporaryFolder folder;
+    std::unique_ptr<Album> album;
+    std::unique_ptr<Program> program;
+};
+
+} // namespace
+
+TEST_F(Start, OnAnEmptyFolderMakesALibraryAndShowsTheMainWindow)
+{
+    Robot robot(desktop);
+    EXPECT_EQ(start(), 0);
+    EXPECT_EQ(everything(),
+        (std::set<std::string>{"Library", "Library/Help", "Library/Photo_Audio", "Library/Photo_Info",
+            "Library/Photo_Midi", "Library/Photo_SlideGroups",
+            "Library/Photo_SlideGroups/  All Photos  .lst: ", "Library/Photo_Thumbnails", "Library/Photos"}));
+    EXPECT_TRUE(program->mainWindow()().isShown());
+    EXPECT_FALSE(program->splash().isLoaded());
+    EXPECT_EQ(desktop.Screen().MousePointer(), DefaultPointer);
+    EXPECT_EQ(program->mainWindow()().lbStatusCount.Caption(), "Photo 0 of 0");
+    EXPECT_EQ(album->paths.ProgramFolder, folder.inside("Library"));
+
+    int notices = 0;
+    robot.whenShown("frmFirstTime", [&] {
+        ++notices;
+        robot.close(*desktop.activeForm());
+    });
+    EXPECT_TRUE(robot.until([&] { return notices == 1 && desktop.formsCount() == 1; }));
+}
+
+TEST_F(Start, ForTheSecondTimeChangesNothingAndGivesNoNotice)
+{
+    Robot robot(desktop);
+    start();
+    robot.whenShown("frmFirstTime", [&] { robot.close(*desktop.activeForm()); });
+    EXPECT_TRUE(robot.until([&] { return fs::exists(folder.native("config/OmbrelaneWorks/settings.txt")); }));
+    const auto before = everything();
+    EXPECT_EQ(start(), 0);
+    desktop.DoEvents();
+    EXPECT_EQ(desktop.formsCount(), 1);
+    EXPECT_EQ(everything(), before);
+}
+
+TEST_F(Start, OfABrokenSettingsStoreSaysSoAndEndsTheProgram)
+{
+    fs::create_directories(folder.native("config/OmbrelaneWorks/settings.txt"));
+    ScriptedPrompts prompts(desktop);
+    prompts.expectNotice("Critical Error-SubMain: SlideGroup path is blank!");
+    EXPECT_EQ(start(), 1);
+    EXPECT_EQ(desktop.formsCount(), 0);
+    EXPECT_EQ(prompts.asked().front().title, "");
+}
+
+TEST_F(Start, OfAReadOnlyLibraryWorksOnTheInstalledCopy)
+{
+    start();
+    folder.write("Library/Photos/a.jpg", "12345");
+    folder.write("Library/Photo_Info/a.jpg.info", "PhotoPath=\\Photos\\a.jpg\r\n");
+    folder.write("Library/Photo_Info/b.jpg.info", "PhotoPath=\\Photos\\a.jpg\r\n");
+    folder.write("Library/Photo_SlideGroups/Trip.lst", "a.jpg\r\nnone.jpg\r\n");
+    const std::string library = folder.inside("Library");
+    const auto onlyLibrary = [&] {
+        std::set<std::string> all;
+        for (const std::string& text : everything()) {
+            if (text.starts_with("Library"))
+                all.insert(text);
+        }
+        return all;
+    };
+    const auto before = onlyLibrary();
+    make(library);
+    desktop.files().setFaultHook(readOnlyBelow(library));
+    // No thumbnail is asked for: a builder that was shown would wait for ever.
+    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(onlyLibrary(), before);
+    const std::string moved = "data/OmbrelaneWorks/Trovarium/CD-5/";
+    EXPECT_EQ(folder.read(moved + "Photo_Slidegroups/Trip.lst"), "a.jpg\r\n");
+    EXPECT_EQ(folder.read(moved + "Photo_Slidegroups/  All Photos  .lst"), "a.jpg\r\nb.jpg\r\n");
+}
+
+TEST_F(Start, ThatSkipsTheCheckLeavesTheGroupsAsTheyAre)
+{
+    start();
+    folder.write("Library/Photo_SlideGroups/Trip.lst", "none.jpg\r\n");
+    folder.write("Library/Photos/a.jpg", "x");
+    const auto before = everything();
+    make(folder.inside("Library"));
+    album->AutoCheckBypass = true;
+    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(everything(), before);
+    EXPECT_TRUE(program->mainWindow().isLoaded());
+}
+
+TEST_F(Start, InARootTakesTheBackslashOffTheProgramsFolder)
+{
+    make(folder.inside("Library") + "\\");
+    runMain();
+    EXPECT_EQ(album->paths.ProgramFolder, folder.inside("Library"));
+    EXPECT_EQ(album->paths.PhotoPath, folder.inside("Library") + "\\Photos\\");
+}
+
+TEST_F(Start, ClosingTheMainWindowTakesAllFormsAlong)
+{
+    start();
+    program->mainWindow()().dialogs().showFullScreen();
+    ASSERT_EQ(desktop.formsCount(), 2);
+    program->mainWindow()().unload();
+    EXPECT_EQ(desktop.formsCount(), 0);
+    EXPECT_EQ(desktop.run(), 0);
+}
+
+} // namespace trovarium
