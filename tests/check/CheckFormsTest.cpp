@@ -1,0 +1,59 @@
+#include "LibraryCheck.h"
+
+#include "check/frmFirstTime.h"
+#include "support/Robot.h"
+
+#include <regex>
+
+namespace trovarium {
+
+using CheckFormsTest = LibraryCheck;
+
+TEST_F(CheckFormsTest, TheSplashFormTellsItsVersionAndOnlyItsButtonSkips)
+{
+    splash().load();
+    splash().show();
+    EXPECT_TRUE(std::regex_match(splash().lblVersion.Caption(), std::regex(R"(Version \d+\.\d+\.\d+)")))
+        << splash().lblVersion.Caption();
+    EXPECT_FALSE(splash().tmrSplash.Enabled());
+    splash().Click.raise();
+    splash().KeyPress.raise(27);
+    EXPECT_TRUE(splash.isLoaded());
+    EXPECT_FALSE(test.album().AutoCheckBypass);
+    Robot(desktop).click(splash().cmdByPassAutoCheck);
+    EXPECT_TRUE(test.album().AutoCheckBypass);
+    EXPECT_TRUE(splash.isLoaded());
+    splash().tmrSplash_Timer();
+    EXPECT_FALSE(splash.isLoaded());
+}
+
+TEST_F(CheckFormsTest, ASkipBeforeTheFirstFileEndsTheCheckAtThatFile)
+{
+    for (const char* name : {"gone1.bmp", "gone2.bmp"})
+        addInfoFile(name);
+    splash().load();
+    splash().show();
+    Robot(desktop).click(splash().cmdByPassAutoCheck);
+    RepairPasses(test.album(), splash(), builder).CheckFolderContents();
+    EXPECT_EQ(splash().pctProgress.Width(), splash().shpProgress.Width());
+    EXPECT_EQ(log(), "");
+    EXPECT_FALSE(test.isThere(groupList("  All Photos  .lst")));
+    splash().unload();
+}
+
+TEST_F(CheckFormsTest, TheFirstNoticeStaysUntilItsBoxIsClosed)
+{
+    FormSlot<frmFirstTime> notice(desktop, [this] { return std::make_unique<frmFirstTime>(desktop); });
+    Robot robot(desktop);
+    bool wasShown = false;
+    robot.whenShown("frmFirstTime", [&] {
+        wasShown = true;
+        EXPECT_EQ(notice().Caption(), "Trovarium");
+        robot.close(notice());
+    });
+    notice().showModal();
+    EXPECT_TRUE(wasShown);
+    EXPECT_FALSE(notice.isLoaded());
+}
+
+} // namespace trovarium

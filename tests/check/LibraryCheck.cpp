@@ -1,0 +1,136 @@
+#include "LibraryCheck.h"
+
+#include "check/GroupRepair.h"
+#include "store/InfoFile.h"
+#include "support/Robot.h"
+
+#include <cstddef>
+
+namespace trovarium {
+
+namespace {
+
+void appendLittleEndian(std::string& bytes, std::uint32_t value, int count)
+{
+    for (int i = 0; i < count; ++i)
+        bytes += static_cast<char>(value >> (8 * i) & 0xFFU);
+}
+
+int littleEndian32(const std::string& bytes, std::size_t offset)
+{
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        value |= std::uint32_t{static_cast<unsigned char>(bytes.at(offset + i))} << (8 * i);
+    return static_cast<int>(value);
+}
+
+} // namespace
+
+std::string bitmap(int width, int height)
+{
+    const std::uint32_t rowBytes = (static_cast<std::uint32_t>(width) * 3 + 3) / 4 * 4;
+    const std::uint32_t pixelBytes = rowBytes * static_cast<std::uint32_t>(height);
+    constexpr std::uint32_t HeadBytes = 54;
+    std::string bytes = "BM";
+    appendLittleEndian(bytes, HeadBytes + pixelBytes, 4);
+    appendLittleEndian(bytes, 0, 4);
+    appendLittleEndian(bytes, HeadBytes, 4);
+    appendLittleEndian(bytes, 40, 4);
+    appendLittleEndian(bytes, static_cast<std::uint32_t>(width), 4);
+    appendLittleEndian(bytes, static_cast<std::uint32_t>(height), 4);
+    appendLittleEndian(bytes, 1, 2);
+    appendLittleEndian(bytes, 24, 2);
+    for (int field = 0; field < 6; ++field)
+        appendLittleEndian(bytes, 0, 4);
+    for (std::uint32_t i = 0; i < pixelBytes; ++i)
+        bytes += static_cast<char>(i % 251);
+    return bytes;
+}
+
+BitmapSize sizeOfBitmap(const std::string& bytes)
+{
+    if (!bytes.starts_with("BM") || bytes.size() < 54)
+        return {};
+    return {littleEndian32(bytes, 18), littleEndian32(bytes, 22)};
+}
+
+LibraryCheck::LibraryCheck()
+    : desktop(testDesktop())
+    , test(desktop.files())
+    , prompts(desktop)
+    , builder(desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album()); })
+    , splash(desktop, [this] { return std::make_unique<frmSplash>(desktop, test.album()); })
+{
+}
+
+LibraryCheck::~LibraryCheck()
+{
+    desktop.files().setFaultHook({});
+}
+
+void LibraryCheck::addPhoto(const std::string& name, int width, int height)
+{
+    test.put(photo(name), bitmap(width, height));
+    // Far from now, so that a date that was not set shows.
+    desktop.files().setModified(photo(name), Instant(std::chrono::seconds(1'000'000'000 + 4001 * ++m_photos)));
+}
+
+void LibraryCheck::addInfoFile(const std::string& name)
+{
+    ASSERT_TRUE(CreateInfoFile(desktop.files(), infoFile(name), "\\Photos\\" + name));
+}
+
+void LibraryCheck::addUpToDateThumbnail(const std::string& name)
+{
+    test.put(thumbnail(name), bitmap(100, 75));
+    desktop.files().setModified(thumbnail(name), dateOf(photo(name)));
+}
+
+int LibraryCheck::logged(const std::string& procedure, const std::string& description)
+{
+    const std::string line = "An error has occurred in '" + procedure + "'. Error = " + description + "\r\n";
+    const std::string text = log();
+    int count = 0;
+    for (std::size_t at = text.find(line); at != std::string::npos; at = text.find(line, at + 1))
+        ++count;
+    return count;
+}
+
+void LibraryCheck::start()
+{
+    test.album().AutoCheckBypass = false;
+    splash().load();
+    splash().show();
+    RepairPasses(test.album(), splash(), builder).CheckFolderContents();
+    if (!test.album().AutoCheckBypass)
+        RemoveMissingPhotosFromGroup(test.album(), desktop);
+    splash().unload();
+}
+
+void LibraryCheck::skipAt(FileOperation operation, const std::string& pathEnding)
+{
+    desktop.files().setFaultHook([this, operation, pathEnding](FileOperation done, std::string_view path) {
+        if (done == operation && path.ends_with(pathEnding))
+            Robot(desktop).click(splash().cmdByPassAutoCheck);
+    });
+}
+
+void LibraryCheck::failAt(FileOperation operation, const std::string& pathEnding, FailureKind kind)
+{
+    desktop.files().setFaultHook([operation, pathEnding, kind](FileOperation done, std::string_view path) {
+        if (done == operation && path.ends_with(pathEnding))
+            throw Failure(kind);
+    });
+}
+
+void LibraryCheck::build(const std::vector<std::string>& names)
+{
+    CheckedArray<std::string> list;
+    for (const std::string& name : names)
+        list.append(name);
+    builder().load();
+    builder().SetMissingList(list);
+    builder().showModal();
+}
+
+} // namespace trovarium

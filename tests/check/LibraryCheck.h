@@ -1,0 +1,74 @@
+#pragma once
+
+#include "check/RepairPasses.h"
+#include "check/frmSplash.h"
+#include "check/frmThumbnail.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/FormSlot.h"
+#include "support/ScriptedPrompts.h"
+#include "support/TestAlbum.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace trovarium {
+
+// A library with the forms of its check, put together as the start-up does it. Paths of photographs,
+// thumbnails and information files are made from the photograph's name.
+class LibraryCheck : public testing::Test {
+protected:
+    LibraryCheck();
+    ~LibraryCheck() override;
+
+    // Photographs are bitmaps; each has another date unless one is given.
+    void addPhoto(const std::string& name, int width = 8, int height = 6);
+    void addInfoFile(const std::string& name);
+    void addUpToDateThumbnail(const std::string& name);
+
+    std::string photo(const std::string& name) { return test.paths().PhotoPath + name; }
+    std::string thumbnail(const std::string& name) { return test.paths().ThumbnailPath + name; }
+    std::string infoFile(const std::string& name) { return test.paths().InfoPath + name + ".info"; }
+    std::string removedInfoFile(const std::string& name)
+    {
+        return test.paths().InfoPath + "Removed\\" + name + ".info";
+    }
+    std::string groupList(const std::string& fileName) { return test.paths().SlideGroupPath + fileName; }
+    std::string allPhotos() { return test.bytes(groupList("  All Photos  .lst")); }
+    std::string log() { return test.bytes(test.library() + "\\Trovarium.Log"); }
+    // How often the log tells of this failure.
+    int logged(const std::string& procedure, const std::string& description);
+    Instant dateOf(const std::string& path) { return desktop.files().modified(path); }
+
+    // The check of one start: the passes, then the repair of the groups unless it was skipped.
+    void start();
+    // Presses "Skip AutoCheck" when `operation` is about to be done on a path that ends so.
+    void skipAt(FileOperation operation, const std::string& pathEnding);
+    // Every `operation` on a path that ends so fails.
+    void failAt(FileOperation operation, const std::string& pathEnding, FailureKind kind);
+    // Builds the thumbnails of these photographs, as any caller of the builder does.
+    void build(const std::vector<std::string>& names);
+
+    Desktop& desktop;
+    TestAlbum test;
+    ScriptedPrompts prompts;
+    FormSlot<frmThumbnail> builder;
+    FormSlot<frmSplash> splash;
+
+private:
+    int m_photos = 0;
+};
+
+// Width and height as they stand in the head of a bitmap.
+struct BitmapSize {
+    int width = 0;
+    int height = 0;
+    bool operator==(const BitmapSize&) const = default;
+};
+BitmapSize sizeOfBitmap(const std::string& bytes);
+// An uncompressed bitmap of 24 bits with a gradient.
+std::string bitmap(int width, int height);
+
+} // namespace trovarium

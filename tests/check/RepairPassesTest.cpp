@@ -1,0 +1,294 @@
+#include "LibraryCheck.h"
+
+#include <filesystem>
+
+namespace trovarium {
+
+namespace {
+
+std::string missingFilesText(int count)
+{
+    return "Trovarium has detected " + std::to_string(count)
+        + " INFO file(s) without corresponding photo/image file(s).\rMove the INFO files to the 'Removed' folder?";
+}
+
+std::string buildText(int count)
+{
+    return "Trovarium has detected " + std::to_string(count)
+        + " photo/image file(s) with missing or out-of-date corresponding thumbnail(s). Press 'YES' create "
+          "thumbnail(s). Press 'NO' to ignore.";
+}
+
+} // namespace
+
+using RepairPassesTest = LibraryCheck;
+
+TEST_F(RepairPassesTest, PhotographsThatWereDroppedInSettleInThreeStarts)
+{
+    std::vector<std::string> names;
+    for (int i = 10; i < 50; ++i) {
+        names.push_back("photo" + std::to_string(i) + ".bmp");
+        addPhoto(names.back(), 40 + i, 50);
+    }
+
+    start();
+    EXPECT_EQ(allPhotos(), joinedLines(names));
+    EXPECT_EQ(test.bytes(infoFile("photo12.bmp")),
+        joinedLines({"PhotoPath=\\Photos\\photo12.bmp", "TITLE=" + infoFile("photo12.bmp"),
+            "PHOTOGRAPHER=", "YEAR=", "PEOPLE=", "PLACE=", "EVENT=", "KEYWORDS=", "ImageWidth=", "ImageHeight="}));
+    EXPECT_FALSE(test.isThere(thumbnail("photo12.bmp")));
+
+    start();
+    for (const std::string& name : names) {
+        ASSERT_TRUE(test.isThere(thumbnail(name))) << name;
+        EXPECT_EQ(dateOf(thumbnail(name)), dateOf(photo(name))) << name;
+    }
+
+    const auto before = test.allFiles();
+    std::vector<std::string> changed;
+    desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+        const bool isGroupList = path.ends_with(".lst");
+        if ((operation == FileOperation::Print || operation == FileOperation::SetDate) && !isGroupList)
+            changed.emplace_back(path);
+    });
+    start();
+    EXPECT_TRUE(changed.empty()) << changed.front();
+    EXPECT_EQ(test.allFiles(), before);
+}
+
+TEST_F(RepairPassesTest, AnEmptyLibraryGetsAnEmptyListAndAFullBar)
+{
+    splash().load();
+    RepairPasses(test.album(), splash(), builder).CheckFolderContents();
+    EXPECT_TRUE(test.isThere(groupList("  All Photos  .lst")));
+    EXPECT_EQ(allPhotos(), "");
+    EXPECT_EQ(log(), "");
+    EXPECT_EQ(splash().pctProgress.Width(), splash().shpProgress.Width());
+    splash().unload();
+}
+
+TEST_F(RepairPassesTest, TheBarTakesItsShareOfTheOutlineAndNothingBeyond)
+{
+    splash().load();
+    const float full = splash().shpProgress.Width();
+    struct Step {
+        float value;
+        std::int16_t maximum;
+        float share;
+    };
+    for (const Step& step :
+        {Step{0.5F, 1, 0.5F}, {1.5F, 1, 0.5F}, {-0.1F, 1, 0.5F}, {1, 4, 0.25F}, {0, 1, 0}, {1, 1, 1}}) {
+        splash().UpdateSplashProgress(step.value, step.maximum);
+        EXPECT_FLOAT_EQ(splash().pctProgress.Width(), full * step.share) << step.value << " of " << step.maximum;
+    }
+    splash().unload();
+}
+
+TEST_F(RepairPassesTest, AnInformationFileWithoutItsPhotographIsSetAside)
+{
+    struct Case {
+        const char* autoFix; // null: never set
+        std::vector<Answer> answers;
+        bool isMoved;
+    };
+    const std::vector<Case> cases{{nullptr, {}, true}, {"True", {}, true}, {"False", {Answer::Yes, Answer::Yes}, true},
+        {"False", {Answer::No}, false}, {"False", {Answer::Yes, Answer::No}, false}};
+    for (const char* name : {"a.bmp", "b.bmp"}) {
+        addPhoto(name);
+        addInfoFile(name);
+        addUpToDateThumbnail(name);
+    }
+    for (const Case& tried : cases) {
+        SCOPED_TRACE(std::string(tried.autoFix != nullptr ? tried.autoFix : "absent") + ", "
+            + std::to_string(tried.answers.size()) + " answers");
+        addInfoFile("gone.bmp");
+        const std::string content = test.bytes(infoFile("gone.bmp"));
+        test.put(groupList("Rome.lst"), joinedLines({"b.bmp", "gone.bmp", "a.bmp"}));
+        if (tried.autoFix != nullptr)
+            test.setSetting("Options", "AutoFix", tried.autoFix);
+        std::size_t next = 0;
+        for (const char* question : {"detected", "sure"}) {
+            if (next == tried.answers.size())
+                break;
+            const bool isFirst = question == std::string("detected");
+            prompts.expectQuestion(isFirst ? missingFilesText(1) : "Are you sure?", tried.answers[next++]);
+        }
+        // What stays is met again by the next pass, as a photograph without thumbnail.
+        if (!tried.isMoved)
+            prompts.expectQuestion(buildText(1), Answer::No);
+
+        start();
+
+        prompts.verify();
+        EXPECT_EQ(test.isThere(infoFile("gone.bmp")), !tried.isMoved);
+        EXPECT_EQ(test.bytes(removedInfoFile("gone.bmp")), tried.isMoved ? content : "");
+        const std::vector<std::string> all{"a.bmp", "b.bmp"};
+        EXPECT_EQ(
+            allPhotos(), joinedLines(tried.isMoved ? all : std::vector<std::string>{"a.bmp", "b.bmp", "gone.bmp"}));
+        EXPECT_EQ(test.bytes(groupList("Rome.lst")),
+            joinedLines(tried.isMoved ? std::vector<std::string>{"b.bmp", "a.bmp"}
+                                      : std::vector<std::string>{"b.bmp", "gone.bmp", "a.bmp"}));
+        std::filesystem::remove(toNativePath(infoFile("gone.bmp")));
+        std::filesystem::remove(toNativePath(removedInfoFile("gone.bmp")));
+    }
+    std::vector<std::string> titles;
+    for (const ScriptedPrompts::Asked& asked : prompts.asked())
+        titles.push_back(asked.title);
+    const std::string missing = "Missing Photo/Image File(s)";
+    const std::string removed = "Removed unassociated INFO file(s)";
+    EXPECT_EQ(titles,
+        (std::vector<std::string>{
+            missing, removed, missing, "Build Thumbnails", missing, removed, "Build Thumbnails"}));
+}
+
+TEST_F(RepairPassesTest, AnInformationFileThatCouldNotBeSetAsideStays)
+{
+    for (const char* name : {"gone1.bmp", "gone2.bmp"})
+        addInfoFile(name);
+    std::filesystem::create_directory(toNativePath(test.paths().InfoPath + "Removed"));
+    test.put(removedInfoFile("gone1.bmp"), "an older one");
+    test.album().ReadOnlyLibrary = true; // no thumbnails in the way
+    failAt(FileOperation::Copy, "gone2.bmp.info", FailureKind::DiskFull);
+    start();
+    EXPECT_FALSE(test.isThere(infoFile("gone1.bmp")));
+    EXPECT_TRUE(test.bytes(removedInfoFile("gone1.bmp")).starts_with("PhotoPath=\\Photos\\gone1.bmp\r\n"));
+    EXPECT_TRUE(test.isThere(infoFile("gone2.bmp")));
+    EXPECT_EQ(logged("CheckPhotoLink", "File not found"), 2);
+}
+
+TEST_F(RepairPassesTest, ASettingThatIsNoBooleanIsLoggedAndOnlyTheGroupsAreRepaired)
+{
+    addPhoto("a.bmp");
+    addPhoto("b.bmp");
+    addInfoFile("gone.bmp");
+    test.put(groupList("Rome.lst"), joinedLines({"gone.bmp", "lost.bmp"}));
+    test.setSetting("Options", "AutoFix", "perhaps");
+    start();
+    EXPECT_EQ(logged("CheckFolderContents", "Type mismatch"), 1) << log();
+    EXPECT_TRUE(test.isThere(infoFile("gone.bmp")));
+    EXPECT_FALSE(test.isThere(infoFile("a.bmp")));
+    EXPECT_FALSE(test.isThere(groupList("  All Photos  .lst")));
+    EXPECT_EQ(test.bytes(groupList("Rome.lst")), joinedLines({"gone.bmp"}));
+}
+
+TEST_F(RepairPassesTest, SkippingDropsWhatThePassInHandGatheredAndAllThatFollows)
+{
+    struct Case {
+        const char* pass;
+        FileOperation operation;
+        std::string pathEnding;
+        bool isMoved, isBuilt, hasNewInfo, hasList;
+    };
+    const std::vector<Case> cases{
+        {"photographs", FileOperation::Length, "Photo_Info\\gone.bmp.info", false, false, false, false},
+        {"thumbnails", FileOperation::Length, "Photo_Thumbnails\\b.bmp", true, false, false, false},
+        {"information files", FileOperation::Open, "Photo_Info\\new1.bmp.info", true, true, true, false},
+        {"list of all", FileOperation::Print, "  All Photos  .lst", true, true, true, true},
+    };
+    for (const char* name : {"a.bmp", "b.bmp", "new1.bmp", "new2.bmp"})
+        addPhoto(name);
+    for (const Case& tried : cases) {
+        SCOPED_TRACE(tried.pass);
+        for (const char* name : {"a.bmp", "b.bmp", "gone.bmp"})
+            addInfoFile(name);
+        test.put(groupList("Rome.lst"), joinedLines({"a.bmp", "lost.bmp"}));
+        skipAt(tried.operation, tried.pathEnding);
+        start();
+        desktop.files().setFaultHook({});
+
+        EXPECT_TRUE(test.album().AutoCheckBypass);
+        EXPECT_EQ(test.isThere(removedInfoFile("gone.bmp")), tried.isMoved);
+        EXPECT_EQ(test.isThere(infoFile("gone.bmp")), !tried.isMoved);
+        EXPECT_EQ(test.isThere(thumbnail("a.bmp")), tried.isBuilt);
+        EXPECT_EQ(test.isThere(infoFile("new1.bmp")), tried.hasNewInfo);
+        EXPECT_EQ(test.isThere(infoFile("new2.bmp")), tried.hasList);
+        // The list itself is written to its end, and no group is repaired.
+        EXPECT_EQ(allPhotos(), tried.hasList ? joinedLines({"a.bmp", "b.bmp", "new1.bmp", "new2.bmp"}) : std::string());
+        EXPECT_EQ(test.bytes(groupList("Rome.lst")), joinedLines({"a.bmp", "lost.bmp"}));
+        for (const std::string& file : {removedInfoFile("gone.bmp"), thumbnail("a.bmp"), thumbnail("b.bmp"),
+                 infoFile("new1.bmp"), infoFile("new2.bmp")})
+            std::filesystem::remove(toNativePath(file));
+    }
+}
+
+TEST_F(RepairPassesTest, ASinglePhotographFailsInEachPassAfterItsFile)
+{
+    addPhoto("only.bmp");
+    test.setSetting("Options", "AutoFix", "False"); // a question would fail the test
+    start();
+    EXPECT_TRUE(test.isThere(infoFile("only.bmp")));
+    EXPECT_EQ(logged("InfoFilesExist", "Overflow"), 1) << log();
+    start();
+    EXPECT_EQ(logged("PhotoFilesExist", "Overflow"), 1) << log();
+    EXPECT_EQ(logged("ThumbnailFilesExist", "Overflow"), 1) << log();
+    EXPECT_EQ(logged("InfoFilesExist", "Overflow"), 2) << log();
+    EXPECT_FALSE(test.isThere(thumbnail("only.bmp")));
+    EXPECT_EQ(allPhotos(), "only.bmp\r\n");
+}
+
+TEST_F(RepairPassesTest, ThumbnailsThatDifferAtAllAreAskedFor)
+{
+    test.setSetting("Options", "AutoFix", "False");
+    for (const char* name : {"absent.bmp", "empty.bmp", "newer.bmp", "older.bmp", "same.bmp"}) {
+        addPhoto(name);
+        addInfoFile(name);
+        addUpToDateThumbnail(name);
+    }
+    std::filesystem::remove(toNativePath(thumbnail("absent.bmp")));
+    const Instant date = dateOf(photo("empty.bmp"));
+    test.put(thumbnail("empty.bmp"), "");
+    desktop.files().setModified(thumbnail("empty.bmp"), date);
+    using std::chrono::seconds;
+    desktop.files().setModified(thumbnail("newer.bmp"), dateOf(photo("newer.bmp")) + seconds(1));
+    desktop.files().setModified(thumbnail("older.bmp"), dateOf(photo("older.bmp")) - seconds(1));
+
+    prompts.expectQuestion(buildText(4), Answer::No);
+    start();
+    EXPECT_FALSE(test.isThere(thumbnail("absent.bmp")));
+    prompts.expectQuestion(buildText(4), Answer::Yes);
+    start();
+    start(); // asks nothing more
+
+    test.album().ReadOnlyLibrary = true;
+    std::filesystem::remove(toNativePath(thumbnail("same.bmp")));
+    start();
+    EXPECT_FALSE(test.isThere(thumbnail("same.bmp")));
+}
+
+TEST_F(RepairPassesTest, ANameTooShortForItsEndingIsLoggedByOnePassAndLeftOutByAnother)
+{
+    for (const char* name : {"a.bmp", "b.bmp"}) {
+        addPhoto(name);
+        addInfoFile(name);
+        addUpToDateThumbnail(name);
+    }
+    test.put(test.paths().InfoPath + "tiny", "PhotoPath=\\Photos\\a.bmp\r\n");
+    std::filesystem::remove(toNativePath(thumbnail("a.bmp")));
+    start();
+    EXPECT_EQ(logged("ThumbnailFilesExist", "Invalid procedure call or argument"), 1) << log();
+    EXPECT_FALSE(test.isThere(thumbnail("a.bmp")));
+    EXPECT_EQ(allPhotos(), joinedLines({"a.bmp", "b.bmp"}));
+}
+
+TEST_F(RepairPassesTest, AFolderBeyondTheCountersEndsThePassBeforeItsFirstFile)
+{
+    constexpr int FirstTooMany = 32'768;
+    test.put(photo("0"), "");
+    for (int i = 1; i < FirstTooMany; ++i)
+        std::filesystem::create_hard_link(toNativePath(photo("0")), toNativePath(photo(std::to_string(i))));
+    start();
+    EXPECT_EQ(logged("InfoFilesExist", "Overflow"), 1) << log();
+    EXPECT_TRUE(std::filesystem::is_empty(toNativePath(test.paths().InfoPath)));
+}
+
+TEST_F(RepairPassesTest, AFullDiskLeavesWhatWasMendedAndGoesOn)
+{
+    for (const char* name : {"a.bmp", "b.bmp", "c.bmp"})
+        addPhoto(name);
+    failAt(FileOperation::Print, "b.bmp.info", FailureKind::DiskFull);
+    start();
+    EXPECT_EQ(test.bytes(infoFile("c.bmp")).substr(0, 25), "PhotoPath=\\Photos\\c.bmp\r\n");
+    EXPECT_TRUE(test.isThere(infoFile("a.bmp")));
+}
+
+} // namespace trovarium

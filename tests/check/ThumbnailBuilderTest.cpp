@@ -1,0 +1,185 @@
+#include "LibraryCheck.h"
+
+#include "check/FileDateTime.h"
+#include "support/Robot.h"
+
+#include <algorithm>
+
+namespace trovarium {
+
+using ThumbnailBuilderTest = LibraryCheck;
+
+TEST_F(ThumbnailBuilderTest, TheLongerSideIsAHundredPixelsAndTheDateThePhotographs)
+{
+    struct Case {
+        std::string name;
+        BitmapSize photo;
+        BitmapSize thumbnail;
+    };
+    const std::vector<Case> cases{
+        {"wide.bmp", {200, 100}, {100, 50}},
+        {"tall.bmp", {100, 200}, {50, 100}},
+        {"square.bmp", {300, 300}, {100, 100}},
+        {"small.bmp", {4, 2}, {100, 50}},
+        {"panorama.bmp", {900, 3}, {100, 1}},
+        {"pillar.bmp", {3, 900}, {1, 100}},
+    };
+    std::vector<std::string> names;
+    for (const Case& tried : cases) {
+        addPhoto(tried.name, tried.photo.width, tried.photo.height);
+        addInfoFile(tried.name);
+        names.push_back(tried.name);
+    }
+    build(names);
+    for (const Case& tried : cases) {
+        const BitmapSize made = sizeOfBitmap(test.bytes(thumbnail(tried.name)));
+        EXPECT_EQ(made, tried.thumbnail) << tried.name << ": " << made.width << " by " << made.height;
+        EXPECT_EQ(dateOf(thumbnail(tried.name)), dateOf(photo(tried.name))) << tried.name;
+    }
+    EXPECT_FALSE(builder.isLoaded());
+}
+
+TEST_F(ThumbnailBuilderTest, ShowsNameSizeAndProgressOfThePictureInWork)
+{
+    for (const char* name : {"first.bmp", "second.bmp"})
+        addPhoto(name, 60, 40), addInfoFile(name);
+    std::vector<std::string> shown;
+    float share = 0;
+    desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+        if (operation != FileOperation::SetDate || !path.ends_with("second.bmp"))
+            return;
+        frmThumbnail& form = builder();
+        shown = {
+            form.Caption(), form.lbFilename.Caption(), form.lbPhotoSize(0).Caption(), form.lbPhotoSize(1).Caption()};
+        share = form.pctProgress.Width() / form.shpProgress.Width();
+        EXPECT_EQ(form.MousePointer(), ArrowHourglassPointer);
+        EXPECT_GE(form.pctSize.Left(), form.ScaleWidth());
+    });
+    build({"first.bmp", "second.bmp"});
+    EXPECT_EQ(shown, (std::vector<std::string>{"Create Thumbnails", "second.bmp", "(width=60)", "(height=40)"}));
+    EXPECT_FLOAT_EQ(share, 0.5F);
+}
+
+TEST_F(ThumbnailBuilderTest, APictureThatCannotBeReadGetsAnEmptyThumbnailOnce)
+{
+    const std::vector<std::string> bad{"bad.jpg", "gone.bmp", "torn.bmp"};
+    addPhoto("good.bmp", 80, 80);
+    addInfoFile("good.bmp");
+    for (const std::string& name : bad)
+        addInfoFile(name);
+    addPhoto("bad.jpg");
+    addPhoto("torn.bmp");
+    const Instant date = dateOf(photo("bad.jpg"));
+    test.put(photo("bad.jpg"), "no picture at all");
+    test.put(photo("torn.bmp"), bitmap(80, 80).substr(0, 60));
+    for (const char* name : {"bad.jpg", "torn.bmp"})
+        desktop.files().setModified(photo(name), date);
+
+    // Behind a good one, so that a canvas that was not cleared shows.
+    build({"good.bmp", "bad.jpg", "torn.bmp", "gone.bmp"});
+    for (const std::string& name : bad) {
+        const std::string bytes = test.bytes(thumbnail(name));
+        ASSERT_GT(bytes.size(), 54U) << name;
+        EXPECT_EQ(std::count(bytes.begin() + 54, bytes.end(), bytes[54]), static_cast<long>(bytes.size()) - 54) << name;
+    }
+    EXPECT_EQ(dateOf(thumbnail("bad.jpg")), date);
+    EXPECT_EQ(dateOf(thumbnail("torn.bmp")), date);
+
+    const auto before = test.allFiles();
+    start();
+    EXPECT_EQ(test.bytes(thumbnail("bad.jpg")), before.at("Library/Photo_Thumbnails/bad.jpg"));
+    EXPECT_EQ(dateOf(thumbnail("torn.bmp")), date);
+}
+
+TEST_F(ThumbnailBuilderTest, NothingIsWrittenForClipsAndTheRunGoesOn)
+{
+    for (const char* name : {"a.mpg", "b.MOV", "c.Avi", "d.bmp"}) {
+        addPhoto(name);
+        addInfoFile(name);
+    }
+    build({"a.mpg", "b.MOV", "c.Avi", "d.bmp"});
+    for (const char* name : {"a.mpg", "b.MOV", "c.Avi"})
+        EXPECT_FALSE(test.isThere(thumbnail(name))) << name;
+    EXPECT_TRUE(test.isThere(thumbnail("d.bmp")));
+}
+
+TEST_F(ThumbnailBuilderTest, ClosingTheWindowStopsAfterTheFileInWorkAndTheStartGoesOn)
+{
+    for (const char* name : {"a.bmp", "b.bmp", "c.bmp"}) {
+        addPhoto(name, 30, 20);
+        addInfoFile(name);
+    }
+    addPhoto("new.bmp");
+    desktop.files().setFaultHook([this](FileOperation operation, std::string_view path) {
+        if (operation == FileOperation::Picture && path.ends_with("b.bmp"))
+            Robot(desktop).close(builder());
+    });
+    start();
+    desktop.files().setFaultHook({});
+    EXPECT_EQ(sizeOfBitmap(test.bytes(thumbnail("b.bmp"))), (BitmapSize{100, 67}));
+    EXPECT_EQ(dateOf(thumbnail("b.bmp")), dateOf(photo("b.bmp")));
+    EXPECT_FALSE(test.isThere(thumbnail("c.bmp")));
+    EXPECT_TRUE(test.isThere(infoFile("new.bmp")));
+
+    start();
+    EXPECT_TRUE(test.isThere(thumbnail("c.bmp")));
+}
+
+TEST_F(ThumbnailBuilderTest, AnEmptyListEndsAtOnceAndTheFormCanBeUsedAgain)
+{
+    build({});
+    EXPECT_FALSE(builder.isLoaded());
+    addPhoto("a.bmp");
+    addInfoFile("a.bmp");
+    build({"a.bmp"});
+    EXPECT_TRUE(test.isThere(thumbnail("a.bmp")));
+}
+
+TEST_F(ThumbnailBuilderTest, AFullDiskOrALostDateLeavesTheOthersTheirThumbnails)
+{
+    for (const char* name : {"a.bmp", "b.bmp", "c.bmp"}) {
+        addPhoto(name);
+        addInfoFile(name);
+    }
+    failAt(FileOperation::Print, "Photo_Thumbnails\\a.bmp", FailureKind::DiskFull);
+    build({"a.bmp", "b.bmp"});
+    EXPECT_FALSE(test.isThere(thumbnail("a.bmp")));
+    EXPECT_TRUE(test.isThere(thumbnail("b.bmp")));
+
+    // Without its date it reads as out of date, and the next start builds it again.
+    failAt(FileOperation::SetDate, "Photo_Thumbnails\\c.bmp", FailureKind::PermissionDenied);
+    build({"c.bmp"});
+    EXPECT_NE(dateOf(thumbnail("c.bmp")), dateOf(photo("c.bmp")));
+    desktop.files().setFaultHook({});
+    start();
+    EXPECT_EQ(dateOf(thumbnail("c.bmp")), dateOf(photo("c.bmp")));
+}
+
+TEST_F(ThumbnailBuilderTest, AThumbnailBearsTheListedNameAndShowsTheLinkedFile)
+{
+    addPhoto("elsewhere.bmp", 50, 100);
+    const std::string outside = test.folder().inside("linked.bmp");
+    desktop.files().copy(photo("elsewhere.bmp"), outside);
+    test.put(infoFile("name.bmp"), "PhotoPath=" + outside + "\r\n");
+    build({"C:\\ignored\\name.bmp"});
+    EXPECT_EQ(sizeOfBitmap(test.bytes(thumbnail("name.bmp"))), (BitmapSize{50, 100}));
+    EXPECT_EQ(dateOf(thumbnail("name.bmp")), dateOf(outside));
+}
+
+TEST_F(ThumbnailBuilderTest, AFileDateIsSetFromItsText)
+{
+    addPhoto("a.bmp");
+    FileService& files = desktop.files();
+    const Instant date = dateOf(photo("a.bmp"));
+    const Instant other = date - std::chrono::hours(24 * 200) - std::chrono::seconds(7);
+    EXPECT_TRUE(SetFileDateTime(files, photo("a.bmp"), dateText(other)));
+    EXPECT_EQ(dateOf(photo("a.bmp")), other);
+    EXPECT_FALSE(SetFileDateTime(files, photo("a.bmp"), "no date"));
+    EXPECT_FALSE(SetFileDateTime(files, photo("a.bmp"), ""));
+    EXPECT_FALSE(SetFileDateTime(files, photo("absent.bmp"), dateText(other)));
+    failAt(FileOperation::SetDate, "a.bmp", FailureKind::PermissionDenied);
+    EXPECT_FALSE(SetFileDateTime(files, photo("a.bmp"), dateText(date)));
+    EXPECT_EQ(dateOf(photo("a.bmp")), other);
+}
+
+} // namespace trovarium
