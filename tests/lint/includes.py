@@ -39,7 +39,7 @@ STANDARD = set(
     streambuf string string_view syncstream system_error thread tuple type_traits typeindex typeinfo unordered_map
     unordered_set utility valarray variant vector version""".split()
 )
-SYSTEM = re.compile(r"(dirent|fcntl|unistd|pwd|spawn|poll|signal|time|errno|locale|limits\.h|(sys|linux)/\w+)(\.h)?")
+SYSTEM = re.compile(r"(dirent|errno|fcntl|limits|locale|malloc|poll|pwd|signal|spawn|stdlib|time|unistd|(sys|linux)/\w+)\.h")
 
 
 def level_of(path: str) -> int | None:
