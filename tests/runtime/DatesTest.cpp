@@ -45,8 +45,8 @@ TEST(Dates, TheTwelveHourClockShowsTwelveAtMidnightAndNoon)
 {
     const Zone zone("UTC0");
     EXPECT_EQ(logLineStamp(at(0)), "01/01/70  12:00:00AM");
-    EXPECT_EQ(logLineStamp(at(12 * 3600)), "01/01/70  12:00:00PM");
-    EXPECT_EQ(logLineStamp(at(11 * 3600 + 59)), "01/01/70  11:00:59AM");
+    EXPECT_EQ(logLineStamp(at(12L * 3600)), "01/01/70  12:00:00PM");
+    EXPECT_EQ(logLineStamp(at(11L * 3600 + 59)), "01/01/70  11:00:59AM");
     EXPECT_EQ(timeOfDayStamp(at(0)), "000000");
 }
 

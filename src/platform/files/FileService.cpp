@@ -274,7 +274,8 @@ FileService::FileService()
 FileService::~FileService()
 {
     // Files that were left open end here, where nobody can be told in another way.
-    for (auto& [number, file] : m_state->numbers) {
+    for (auto& entry : m_state->numbers) {
+        OpenFile& file = entry.second;
         if (const std::optional<Failure> failure = attempt([&] { file.close(); }))
             std::fprintf(stderr, "%s: %s\n", file.path().c_str(), std::string(failure->description()).c_str());
     }

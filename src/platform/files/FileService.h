@@ -30,8 +30,9 @@ enum class FileOperation {
     Exists
 };
 
-// Called before every operation with the path as the program knows it; what it throws is what the
-// operation fails with. Tests use it for full disks, missing rights and torn files.
+// Called before every operation with the path as the program knows it (of a copy the target, of a rename the
+// old name). What it throws is what the operation fails with: full disks, missing rights and torn files for
+// tests.
 using FaultHook = std::function<void(FileOperation operation, std::string_view path)>;
 
 // The file system as the program sees it. A path inside the program is "/home\ann\Photos\a.jpg": a

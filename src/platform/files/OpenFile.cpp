@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t BufferBytes = 65536;
 
 // A line without end, as a film that was taken for a list may hold, must not take all memory.
-constexpr std::size_t MaxLineBytes = 64 * 1024 * 1024;
+constexpr std::size_t MaxLineBytes = 1 << 26;
 
 constexpr std::string_view LineEnd = "\r\n";
 

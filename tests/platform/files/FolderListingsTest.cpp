@@ -1,5 +1,6 @@
 #include "platform/files/FolderListings.h"
 #include "runtime/Failure.h"
+#include "runtime/Text.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +10,7 @@ namespace trovarium {
 namespace {
 
 // More entries than a listing that may be read again at once.
-constexpr int ManyFiles = 2000;
+constexpr int ManyFiles = 600;
 
 std::string fileName(int number)
 {
@@ -30,8 +31,55 @@ TEST(FolderListings, OwnChangesDontCauseAListingEach)
         EXPECT_EQ(listings.readableName(folder.path(), "NEW" + fileName(number)), std::nullopt);
         listings.carry({{FolderListings::Edit::What::Made, place}}, [&] { folder.write(place.leaf, ""); });
         EXPECT_EQ(listings.readableName(folder.path(), "NEW" + fileName(number)), place.leaf);
+        const NativePath old{folder.path(), fileName(number)};
+        listings.carry(
+            {{FolderListings::Edit::What::Gone, old}}, [&] { std::filesystem::remove(folder.native(old.leaf)); });
+        EXPECT_EQ(listings.readableName(folder.path(), "FILE" + std::to_string(number) + ".JPG"), std::nullopt);
     }
     EXPECT_LE(listings.foldersRead(), std::size_t{ManyFiles} / 4);
+}
+
+TEST(FolderListings, AChangeWithinOneTickOfTheClockIsSeen)
+{
+    const TemporaryFolder folder;
+    // A stamp that lies ahead stays fresh for the whole test, and two changes bear it.
+    const auto stamp = std::filesystem::last_write_time(folder.path()) + std::chrono::hours(1);
+    FolderListings listings;
+    for (const std::string name : {"one", "two", "three"}) {
+        EXPECT_EQ(listings.readableName(folder.path(), upper(name)), std::nullopt);
+        folder.write(name, "");
+        std::filesystem::last_write_time(folder.path(), stamp);
+        EXPECT_EQ(listings.readableName(folder.path(), upper(name)), name);
+    }
+}
+
+TEST(FolderListings, AChangeByOthersInTheTickOfOurOwnIsSeen)
+{
+    const TemporaryFolder folder;
+    const auto made = std::filesystem::last_write_time(folder.path());
+    std::filesystem::last_write_time(folder.path(), made - std::chrono::hours(1));
+    FolderListings listings;
+    ASSERT_EQ(listings.readableName(folder.path(), "OWN"), std::nullopt);
+    const NativePath own{folder.path(), "own"};
+    listings.carry({{FolderListings::Edit::What::Made, own}}, [&] {
+        folder.write("own", "");
+        std::filesystem::last_write_time(folder.path(), made + std::chrono::hours(1));
+    });
+    folder.write("other", "");
+    std::filesystem::last_write_time(folder.path(), made + std::chrono::hours(1));
+    EXPECT_EQ(listings.readableName(folder.path(), "OTHER"), "other");
+}
+
+TEST(FolderListings, ASettledFolderIsListedOnce)
+{
+    const TemporaryFolder folder;
+    folder.write("Here.jpg", "");
+    std::filesystem::last_write_time(
+        folder.path(), std::filesystem::last_write_time(folder.path()) - std::chrono::hours(1));
+    FolderListings listings;
+    for (int count = 0; count < 10; ++count)
+        EXPECT_EQ(listings.readableName(folder.path(), "HERE.JPG"), "Here.jpg");
+    EXPECT_EQ(listings.foldersRead(), 1U);
 }
 
 TEST(FolderListings, AFailedChangeOfOurOwnLeavesTheListingTrue)
