@@ -7,7 +7,7 @@
 namespace trovarium {
 
 frmFirstTime::frmFirstTime(Desktop& desktop)
-    : Form(desktop, {.Name = "frmFirstTime", .Caption = "Trovarium", .Width = 7200, .Height = 4680})
+    : Form(desktop, {.Name = "frmFirstTime", .Caption = "Trovarium", .Width = 6255, .Height = 4950})
 {
     Picture = desktop.pictures().artwork("background");
     Icon = desktop.pictures().artwork("icon");
