@@ -113,6 +113,15 @@ void sendMouse(QWidget& receiver, QEvent::Type type, QPointF onItsWindow, int bu
     QApplication::sendEvent(&receiver, &event);
 }
 
+// Where a key press goes: the desktop gives the keyboard to the window that the user works in.
+QWidget* keyReceiver(Form& form)
+{
+    QWidget& window = form.view()->window();
+    if (QApplication::activeWindow() != &window)
+        QApplication::setActiveWindow(&window);
+    return window.focusWidget() != nullptr ? window.focusWidget() : &window;
+}
+
 } // namespace
 
 struct Robot::State {
@@ -258,8 +267,7 @@ void Robot::wheel(Control& control, int notchesDown)
 
 void Robot::key(Form& form, int keyCode, int shift)
 {
-    QWidget& window = form.view()->window();
-    QPointer<QWidget> receiver = window.focusWidget() != nullptr ? window.focusWidget() : &window;
+    const QPointer<QWidget> receiver(keyReceiver(form));
     const QString text = qtText(keyCode, shift);
     QKeyEvent press(QEvent::KeyPress, qtKey(keyCode), qtModifiers(shift), text);
     QApplication::sendEvent(receiver, &press);
@@ -272,12 +280,10 @@ void Robot::key(Form& form, int keyCode, int shift)
 void Robot::type(Form& form, std::string_view text)
 {
     for (const QChar character : toQString(text)) {
-        QWidget& window = form.view()->window();
-        QWidget* receiver = window.focusWidget() != nullptr ? window.focusWidget() : &window;
         const int key = character.isLetterOrNumber() && character.unicode() < 128 ? character.toUpper().unicode()
                                                                                   : character.unicode();
         QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(character));
-        QApplication::sendEvent(receiver, &press);
+        QApplication::sendEvent(keyReceiver(form), &press);
         if (form.view() == nullptr)
             return;
     }
@@ -285,10 +291,8 @@ void Robot::type(Form& form, std::string_view text)
 
 void Robot::tab(Form& form, bool back)
 {
-    QWidget& window = form.view()->window();
-    QWidget* receiver = window.focusWidget() != nullptr ? window.focusWidget() : &window;
     QKeyEvent press(QEvent::KeyPress, back ? Qt::Key_Backtab : Qt::Key_Tab, back ? Qt::ShiftModifier : Qt::NoModifier);
-    QApplication::sendEvent(receiver, &press);
+    QApplication::sendEvent(keyReceiver(form), &press);
 }
 
 namespace {
@@ -348,6 +352,15 @@ void Robot::choose(Menu& entry)
         if (!left->close())
             break;
     }
+}
+
+void Robot::dismissMenu()
+{
+    QWidget* open = QApplication::activePopupWidget();
+    if (open == nullptr)
+        ADD_FAILURE() << "no menu is open";
+    else
+        open->close();
 }
 
 void Robot::close(Form& form)

@@ -78,6 +78,7 @@ public:
 
     // Opens the menus that lead to the entry, from the bar or from the open pop-up menu, and clicks it.
     void choose(Menu& entry);
+    void dismissMenu(); // the open pop-up menu, nothing chosen
     // By the window's close box.
     void close(Form& form);
 
