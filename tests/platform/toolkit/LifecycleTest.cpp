@@ -1,0 +1,398 @@
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/Label.h"
+#include "platform/toolkit/PictureBox.h"
+#include "runtime/Failure.h"
+#include "support/FailureOf.h"
+#include "support/Robot.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace trovarium {
+
+namespace {
+
+using Diary = std::vector<std::string>;
+
+// Writes down what happens to it; what it does then is up to the test.
+class Page : public Form {
+public:
+    Page(Desktop& desktop, Diary& diary, std::string_view name = "Page")
+        : Form(desktop, {.Name = name, .Width = 3000, .Height = 1500})
+        , m_diary(diary)
+    {
+        on(Load, this, &Page::Form_Load);
+        on(Activate, this, &Page::Form_Activate);
+        on(Unload, this, &Page::Form_Unload);
+        on(box.Click, this, &Page::box_Click);
+    }
+    ~Page() override { m_diary.push_back(Name() + " gone"); }
+
+    PictureBox box{this, {.Name = "box", .Left = 150, .Top = 150, .Width = 1500, .Height = 750}};
+
+    std::function<void()> atLoad;
+    std::function<void()> atActivate;
+    std::function<void()> atUnload;
+    std::function<void()> atClick;
+
+private:
+    void note(const std::string& what, const std::function<void()>& action)
+    {
+        m_diary.push_back(Name() + " " + what);
+        if (action)
+            action();
+    }
+    void Form_Load() { note("load", atLoad); }
+    void Form_Activate() { note("activate", atActivate); }
+    void Form_Unload() { note("unload", atUnload); }
+    void box_Click() { note("click", atClick); }
+
+    Diary& m_diary;
+};
+
+class Lifecycle : public testing::Test {
+protected:
+    FormSlot<Page>::Factory maker(std::string name)
+    {
+        return [this, name] { return std::make_unique<Page>(desktop, diary, name); };
+    }
+    // A handler runs it, as the program's code is always run by one.
+    void inHandler(Page& page, std::function<void()> action)
+    {
+        page.atClick = std::move(action);
+        robot.click(page.box);
+    }
+
+    Desktop& desktop = testDesktop();
+    Robot robot{desktop};
+    Diary diary;
+    FormSlot<Page> a{desktop, maker("A")};
+    FormSlot<Page> b{desktop, maker("B")};
+    FormSlot<Page> c{desktop, maker("C")};
+};
+
+} // namespace
+
+TEST_F(Lifecycle, AFormLoadsWhenItIsShownAndNotBefore)
+{
+    a().box.Width = 4500;
+    EXPECT_FALSE(a.isLoaded());
+    EXPECT_EQ(diary, Diary{});
+    a().show();
+    EXPECT_EQ(diary, (Diary{"A load"}));
+    EXPECT_EQ(a().box.Width(), 4500);
+}
+
+TEST_F(Lifecycle, LoadedFormsAreListedInTheOrderOfLoading)
+{
+    b().load();
+    a().show();
+    ASSERT_EQ(desktop.formsCount(), 2);
+    EXPECT_EQ(&desktop.formsItem(0), &b());
+    EXPECT_EQ(&desktop.formsItem(1), &a());
+    EXPECT_EQ(desktop.activeForm(), &a());
+    for (const int index : {-1, 2})
+        EXPECT_EQ(failureOf([&] { desktop.formsItem(index); }), "Subscript out of range") << index;
+    b().unload();
+    EXPECT_EQ(desktop.formsCount(), 1);
+}
+
+TEST_F(Lifecycle, AFormThatUnloadsItselfLivesUntilItsHandlerHasReturned)
+{
+    a().show();
+    inHandler(a(), [this, &page = a()] {
+        page.unload();
+        EXPECT_FALSE(a.isLoaded());
+        page.box.Width = 300;
+        desktop.DoEvents();
+        diary.push_back("still here " + std::to_string(static_cast<int>(page.box.Width())));
+    });
+    EXPECT_EQ(diary, (Diary{"A load", "A click", "A unload", "still here 300", "A gone"}));
+}
+
+TEST_F(Lifecycle, TheNextMentionAfterAnUnloadIsANewForm)
+{
+    a().show();
+    inHandler(a(), [this, &page = a()] {
+        page.box.Width = 300;
+        page.unload();
+        EXPECT_EQ(a().box.Width(), 1500);
+        a().show();
+    });
+    EXPECT_TRUE(a.isLoaded());
+    EXPECT_EQ(diary, (Diary{"A load", "A click", "A unload", "A load", "A gone"}));
+}
+
+TEST_F(Lifecycle, UnloadingInsideUnloadAndTwiceDoesNothing)
+{
+    a().show();
+    a().atUnload = [this] { a().unload(); };
+    a().unload();
+    EXPECT_EQ(diary, (Diary{"A load", "A unload"}));
+    EXPECT_FALSE(a.isLoaded());
+}
+
+TEST_F(Lifecycle, ActivateComesAtTheNextTurnOnceForEachShowing)
+{
+    a().show();
+    EXPECT_EQ(diary, (Diary{"A load"}));
+    desktop.DoEvents();
+    EXPECT_EQ(diary, (Diary{"A load", "A activate"}));
+    desktop.DoEvents();
+    a().hide();
+    a().show();
+    desktop.DoEvents();
+    EXPECT_EQ(diary, (Diary{"A load", "A activate", "A activate"}));
+}
+
+TEST_F(Lifecycle, AHiddenFormGetsNoActivate)
+{
+    a().show();
+    a().hide();
+    desktop.DoEvents();
+    EXPECT_EQ(diary, (Diary{"A load"}));
+}
+
+TEST_F(Lifecycle, AModalFormActivatesInItsOwnLoopAndTheOneBelowAfterIt)
+{
+    a().show();
+    desktop.DoEvents();
+    robot.whenShown("B", [this] { b().hide(); });
+    inHandler(a(), [this] {
+        b().showModal();
+        diary.push_back("back");
+    });
+    desktop.DoEvents();
+    EXPECT_EQ(diary, (Diary{"A load", "A activate", "A click", "B load", "B activate", "back", "A activate"}));
+}
+
+TEST_F(Lifecycle, ANoticeShownByActivateDoesNotActivateItAgain)
+{
+    a().atActivate = [this] {
+        robot.whenShown("B", [this] { b().unload(); });
+        b().showModal();
+        desktop.DoEvents();
+    };
+    a().show();
+    for (int turn = 0; turn < 5; ++turn)
+        desktop.DoEvents();
+    EXPECT_EQ(diary, (Diary{"A load", "A activate", "B load", "B activate", "B unload", "B gone"}));
+}
+
+TEST_F(Lifecycle, OnlyTheInnermostModalFormTakesInput)
+{
+    a().show();
+    Diary inputs;
+    const auto click = [&](Page& page) {
+        const std::size_t before = diary.size();
+        robot.click(page.box);
+        inputs.push_back(page.Name() + (diary.size() > before ? " took" : " closed"));
+    };
+    robot.whenShown("B", [&] {
+        b().atClick = {};
+        click(a());
+        click(b());
+        robot.whenShown("C", [&] {
+            click(a());
+            click(b());
+            click(c());
+            c().hide();
+        });
+        c().showModal();
+        click(b());
+        robot.close(a()); // the window manager's keys don't get through either
+        b().unload();
+    });
+    b().showModal();
+    EXPECT_TRUE(a.isLoaded());
+    click(a());
+    EXPECT_EQ(inputs, (Diary{"A closed", "B took", "A closed", "B closed", "C took", "B took", "A took"}));
+}
+
+TEST_F(Lifecycle, AFormUnloadedUnderItsModalChildReturnsWhenTheChildDoes)
+{
+    a().show();
+    robot.whenShown("B", [&] {
+        robot.whenShown("C", [&] {
+            b().unload();
+            diary.push_back("B unloaded");
+            EXPECT_TRUE(c().isShown());
+            c().unload();
+        });
+        c().showModal();
+        diary.push_back("C back");
+    });
+    b().showModal();
+    diary.push_back("B back");
+    const Diary tail(diary.end() - 6, diary.end());
+    EXPECT_EQ(tail, (Diary{"B unloaded", "C unload", "C back", "B gone", "C gone", "B back"}));
+}
+
+TEST_F(Lifecycle, CodeMayShowAndHideOtherFormsWhileOneIsModal)
+{
+    a().show();
+    robot.whenShown("B", [&] {
+        a().hide();
+        c().show();
+        EXPECT_TRUE(c().isShown());
+        a().show();
+        b().hide();
+    });
+    b().showModal();
+    EXPECT_TRUE(a().isShown());
+    EXPECT_TRUE(c().isShown());
+}
+
+TEST_F(Lifecycle, TheCloseBoxUnloadsAndAFormWithoutOneCantBeClosed)
+{
+    Form boxless(desktop, {.Name = "Boxless", .Width = 1500, .Height = 1500, .CloseBox = false});
+    boxless.show();
+    robot.close(boxless);
+    EXPECT_TRUE(boxless.isLoaded());
+    a().show();
+    robot.close(a());
+    EXPECT_FALSE(a.isLoaded());
+    EXPECT_EQ(diary, (Diary{"A load", "A unload", "A gone"}));
+}
+
+TEST_F(Lifecycle, TheLastUnloadEndsTheLoopWithZero)
+{
+    a().show();
+    b().show();
+    robot.atNextTurn([&] {
+        a().unload();
+        robot.atNextTurn([&] { b().unload(); });
+    });
+    EXPECT_EQ(desktop.run(), 0);
+    EXPECT_EQ(
+        diary, (Diary{"A load", "B load", "A activate", "B activate", "A unload", "A gone", "B unload", "B gone"}));
+}
+
+TEST_F(Lifecycle, AFormShownInPlaceOfTheLastKeepsTheLoop)
+{
+    a().show();
+    robot.atNextTurn([&] {
+        inHandler(a(), [&] {
+            a().unload();
+            b().show();
+        });
+        robot.atNextTurn([&] { b().unload(); });
+    });
+    EXPECT_EQ(desktop.run(), 0);
+    EXPECT_EQ(diary.back(), "B gone");
+}
+
+TEST_F(Lifecycle, TheEndOfTheProgramLeavesEveryNestedLoop)
+{
+    a().show();
+    robot.atNextTurn([&] {
+        inHandler(a(), [&] {
+            robot.whenShown("B", [&] {
+                inHandler(b(), [&] {
+                    robot.atNextTurn([&] { inHandler(b(), [&] { desktop.endProgram(7); }); });
+                    while (true)
+                        desktop.DoEvents();
+                });
+            });
+            b().showModal();
+            diary.push_back("never");
+        });
+    });
+    EXPECT_EQ(desktop.run(), 7);
+    EXPECT_EQ(diary, (Diary{"A load", "A activate", "A click", "B load", "B activate", "B click", "B click"}));
+    EXPECT_TRUE(a.isLoaded()) << "nothing is unloaded at the end";
+}
+
+TEST_F(Lifecycle, AfterTheEndNoHandlerRunsAndDoEventsThrows)
+{
+    a().show();
+    inHandler(a(), [&] { desktop.endProgram(); });
+    diary.clear();
+    robot.click(a().box);
+    EXPECT_EQ(diary, Diary{});
+    EXPECT_THROW(desktop.DoEvents(), ProgramEnd);
+    EXPECT_EQ(desktop.run(), 0);
+}
+
+TEST_F(Lifecycle, AnEndBeforeAnyLoopGivesItsExitCode)
+{
+    EXPECT_EQ(desktop.guarded([&] { desktop.endProgram(1); }), 1);
+    EXPECT_EQ(desktop.run(), 1);
+}
+
+TEST_F(Lifecycle, GuardedReturnsZeroAndOneForAFailure)
+{
+    EXPECT_EQ(desktop.guarded([] {}), 0);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(desktop.guarded([] { throw Failure(FailureKind::DiskFull); }), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Disk full\n");
+}
+
+TEST_F(Lifecycle, AFailureThatEscapesIsOneLineAndTheProgramGoesOn)
+{
+    a().show();
+    testing::internal::CaptureStderr();
+    inHandler(a(), [] { throw Failure(FailureKind::PathNotFound); });
+    inHandler(a(), [] { throw std::runtime_error("from a library"); });
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "A.box: Path not found\nA.box: from a library\n");
+}
+
+TEST_F(Lifecycle, AFailureInAnEventRaisedByCodeEndsThere)
+{
+    a().show();
+    a().atClick = [] { throw Failure(FailureKind::Overflow); };
+    testing::internal::CaptureStderr();
+    bool wentOn = false;
+    b().show();
+    inHandler(b(), [&] {
+        a().box.Click.raise();
+        wentOn = true;
+    });
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "A.box: Overflow\n");
+    EXPECT_TRUE(wentOn);
+}
+
+TEST_F(Lifecycle, TheEndPassesThroughAnEventRaisedByCode)
+{
+    a().show();
+    b().show();
+    a().atClick = [&] { desktop.endProgram(3); };
+    bool wentOn = false;
+    inHandler(b(), [&] {
+        a().box.Click.raise();
+        wentOn = true;
+    });
+    EXPECT_FALSE(wentOn);
+    EXPECT_EQ(desktop.run(), 3);
+}
+
+TEST_F(Lifecycle, WaitingIsClosedToEventsAndTheyComeAfterwards)
+{
+    a().show();
+    desktop.repaintOnly();
+    EXPECT_EQ(diary, (Diary{"A load"}));
+    desktop.DoEvents();
+    EXPECT_EQ(diary, (Diary{"A load", "A activate"}));
+}
+
+TEST(FormGeometry, SizesAreThoseOfTheWholeWindowAndScalesThoseOfTheClientArea)
+{
+    Form form(testDesktop(), {.Name = "F", .Width = 3000, .Height = 1500, .Scale = ScaleMode::Pixels});
+    EXPECT_EQ(form.ScaleWidth(), 200);
+    EXPECT_EQ(form.ScaleHeight(), 100);
+    form.load();
+    const float frame = form.Height() - 1500;
+    form.Height = 3000;
+    EXPECT_EQ(form.Height(), 3000);
+    EXPECT_EQ(form.ScaleHeight(), (3000 - frame) / 15);
+    form.Left = 1500.5F;
+    form.show();
+    testDesktop().DoEvents();
+    EXPECT_EQ(form.Left(), 1500.5F) << "the window's whole pixels don't come back";
+}
+
+} // namespace trovarium
