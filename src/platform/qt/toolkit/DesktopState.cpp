@@ -264,7 +264,7 @@ void DesktopState::endOfFrames()
     if (!dirty.empty())
         flushDirty();
     if (!graveyard.empty()) {
-        const std::vector<std::unique_ptr<Form>> gone = std::exchange(graveyard, {});
+        const std::vector<Grave> gone = std::exchange(graveyard, {});
     }
     if (running && loaded.empty())
         QCoreApplication::exit();

@@ -20,6 +20,7 @@ class QEventLoop;
 namespace trovarium {
 
 class Component;
+class FormSlotBase;
 class SurfaceView;
 class TimerView;
 
@@ -38,6 +39,11 @@ struct DesktopState {
 
     private:
         DesktopState& m_state;
+    };
+
+    struct Grave {
+        std::unique_ptr<Form> form;
+        const FormSlotBase* slot;
     };
 
     struct ModalShow {
@@ -93,7 +99,7 @@ struct DesktopState {
     std::vector<ModalShow> modals;
     std::vector<Form*> activates;
     std::vector<Form*> activating; // whose Activate handlers run
-    std::vector<std::unique_ptr<Form>> graveyard;
+    std::vector<Grave> graveyard; // unloaded forms on which a handler may still run
     std::vector<TimerView*> timers; // that run
     std::vector<SurfaceView*> dirty;
     SurfaceView* capturing = nullptr;

@@ -182,7 +182,6 @@ void Form::unload()
 {
     if (!m_loaded || m_unloading)
         return;
-    const DesktopState::Frame frame(m_desktop.state());
     m_unloading = true;
     Unload.raise();
     hide();

@@ -169,8 +169,9 @@ void FormView::show(bool modal)
         if (covers)
             m_window->setWindowState(Qt::WindowFullScreen); // over panels too
         m_window->show();
+    } else {
+        m_window->raise();
     }
-    m_window->raise();
     m_window->activateWindow();
 }
 
