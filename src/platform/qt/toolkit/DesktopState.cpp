@@ -116,6 +116,7 @@ void DesktopState::formLoaded(Form& form)
 
 void DesktopState::formShown(Form& form)
 {
+    lastLook = {}; // the window system has something to say about the new window
     const bool wasActive = activeForm() == &form;
     std::erase(shown, &form);
     shown.push_back(&form);

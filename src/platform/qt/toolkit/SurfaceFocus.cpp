@@ -67,10 +67,10 @@ void SurfaceView::showEvent(QShowEvent* event)
 void SurfaceView::focusInEvent(QFocusEvent* event)
 {
     const std::vector<MouseTarget*> targets = focusTargets();
-    if (!targets.empty() && event->reason() == Qt::TabFocusReason)
-        focusOn(targets.front());
-    else if (!targets.empty() && event->reason() == Qt::BacktabFocusReason)
+    if (!targets.empty() && event->reason() == Qt::BacktabFocusReason)
         focusOn(targets.back());
+    else if (!targets.empty() && (event->reason() == Qt::TabFocusReason || focusTarget() == nullptr))
+        focusOn(targets.front());
     update();
 }
 
