@@ -178,7 +178,7 @@ TEST_F(Painting, WhatMovesNoPixelPaintsNothing)
         desktop.DoEvents();
         painted += paints.take();
     }
-    EXPECT_EQ(painted, 41);
+    EXPECT_EQ(painted, 1 + 40 * sheet.view()->client().devicePixelRatio());
     sheet.bar.Left = sheet.bar.Left() + 0.2F;
     sheet.bar.FillColor = Blue;
     sheet.text.Caption = sheet.text.Caption();

@@ -55,6 +55,7 @@ int Desktop::run()
         // Nothing that stands below this loop on the stack works on a form any more.
         const int below = std::exchange(m_state->frames, 0);
         m_state->running = true;
+        m_state->flushDirty();
         QApplication::exec();
         m_state->running = false;
         m_state->frames = below;

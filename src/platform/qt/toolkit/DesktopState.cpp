@@ -262,8 +262,6 @@ void DesktopState::wait(int milliseconds)
 // The outermost handler has returned: nothing runs on a form that was unloaded meanwhile.
 void DesktopState::endOfFrames()
 {
-    if (!dirty.empty())
-        flushDirty();
     if (!graveyard.empty()) {
         const std::vector<Grave> gone = std::exchange(graveyard, {});
     }

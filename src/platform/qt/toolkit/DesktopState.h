@@ -98,8 +98,8 @@ struct DesktopState {
     std::vector<Form*> shown; // the last one shown or made active at the end
     std::vector<ModalShow> modals;
     std::vector<Form*> activates;
-    std::vector<Form*> activating; // whose Activate handlers run
-    std::vector<Grave> graveyard; // unloaded forms on which a handler may still run
+    std::vector<Form*> activating;  // whose Activate handlers run
+    std::vector<Grave> graveyard;   // unloaded forms on which a handler may still run
     std::vector<TimerView*> timers; // that run
     std::vector<SurfaceView*> dirty;
     SurfaceView* capturing = nullptr;
