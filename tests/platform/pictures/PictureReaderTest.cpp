@@ -171,7 +171,7 @@ TEST(PictureReader, EveryKindOfBitmapIsRead)
         std::string("\x00\x00\xFF\x00\xFF\x00\xFF\x00\x00\xFF\xFF\xFF", 12) + std::string(std::size_t{252} * 3, '\0');
     const std::string low("\x22\x22\x33\x33", 4); // blue, white: the lower line comes first
     const std::string high("\x00\x00\x11\x11", 4);
-    const auto repeated = [](std::string line, int times) {
+    const auto repeated = [](const std::string& line, int times) {
         std::string lines;
         while (times-- > 0)
             lines += line;

@@ -179,6 +179,7 @@ TEST_F(ExpectedFiles, FailLikeAnyOtherWhenTheyAreGoneOrDamaged)
 TEST_F(ExpectedFiles, ShowWhatAPlainLoadShows)
 {
     std::vector<std::string> paths;
+    paths.reserve(24);
     for (int i = 0; i < 24; ++i)
         paths.push_back(put(std::to_string(i) + ".jpg", jpegBytes(testScene(120 + i, 90))));
     for (const int longerSide : {0, 20})

@@ -120,7 +120,7 @@ QImage readGif(const PictureFile& file, const std::atomic<bool>& cancelled)
         throw Failure(FailureKind::DeviceIo);
     QImageReader reader(&device, "gif");
     reader.setAutoDetectImageFormat(false);
-    const QImage image = reader.read();
+    QImage image = reader.read();
     if (image.isNull() && !cancelled)
         throw Failure(FailureKind::InvalidPicture);
     return image;
