@@ -100,7 +100,7 @@ void paintSurface(QPainter& painter, SurfaceView& surface, QPoint origin, const 
             paintSurface(painter, *inner, corner, seen, scale);
         } else {
             painter.setClipRegion(seen);
-            widget->render(&painter, corner);
+            widget->render(&painter, corner, {}, QWidget::DrawChildren); // on what lies below it
         }
     }
 }

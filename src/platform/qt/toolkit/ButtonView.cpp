@@ -1,4 +1,5 @@
 #include "platform/qt/pictures/PictureData.h"
+#include "platform/qt/toolkit/ButtonLook.h"
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Button.h"
@@ -71,6 +72,7 @@ public:
             break;
         default:
             WidgetView::apply(change);
+            nameByToolTip(*m_push, m_button);
         }
     }
 
@@ -82,7 +84,7 @@ private:
         , m_keys(std::make_unique<WindowKeys>(button))
     {
         m_push->setAutoDefault(true); // Enter presses it while it has the focus
-        for (const Change change : {Change::Text, Change::Appearance})
+        for (const Change change : {Change::Text, Change::Appearance, Change::Pointer})
             ButtonView::apply(change);
         m_push->window()->installEventFilter(m_keys.get());
         QObject::connect(

@@ -1,4 +1,4 @@
-#include "platform/qt/toolkit/BackColor.h"
+#include "platform/qt/toolkit/ButtonLook.h"
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/CheckBox.h"
@@ -33,6 +33,7 @@ public:
             break;
         default:
             WidgetView::apply(change);
+            nameByToolTip(*m_check, m_box);
         }
     }
 
@@ -42,7 +43,7 @@ private:
         , m_box(box)
         , m_check(check)
     {
-        for (const Change change : {Change::Text, Change::Content, Change::Appearance})
+        for (const Change change : {Change::Text, Change::Content, Change::Appearance, Change::Pointer})
             CheckBoxView::apply(change);
         QObject::connect(m_check, &QCheckBox::clicked, m_check,
             [this](bool checked) { fromDesktop(m_box, [&] { m_box.Value = checked ? 1 : 0; }); });

@@ -1,4 +1,4 @@
-#include "platform/qt/toolkit/BackColor.h"
+#include "platform/qt/toolkit/ButtonLook.h"
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/OptionButton.h"
@@ -31,6 +31,7 @@ public:
             break;
         default:
             WidgetView::apply(change);
+            nameByToolTip(*m_radio, m_option);
         }
     }
 
@@ -40,7 +41,7 @@ private:
         , m_option(option)
         , m_radio(radio)
     {
-        for (const Change change : {Change::Text, Change::Content, Change::Appearance})
+        for (const Change change : {Change::Text, Change::Content, Change::Appearance, Change::Pointer})
             OptionButtonView::apply(change);
         QObject::connect(m_radio, &QRadioButton::clicked, m_radio,
             [this] { fromDesktop(m_option, [&] { m_option.Value = true; }); });

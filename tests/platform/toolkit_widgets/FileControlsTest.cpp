@@ -1,0 +1,228 @@
+#include "platform/toolkit/DriveList.h"
+#include "platform/toolkit/FileList.h"
+#include "platform/toolkit/FolderList.h"
+
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Form.h"
+#include "support/FailureOf.h"
+#include "support/Robot.h"
+#include "support/Surroundings.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace trovarium {
+
+namespace {
+
+class FileForm : public Form {
+public:
+    FileForm()
+        : Form(testDesktop(), {.Name = "FileForm", .Width = 4500, .Height = 7500})
+    {
+        Drive1.Change.connect([this] { log += "Drive:" + Drive1.Drive() + " "; });
+        Dir1.Change.connect([this] { log += "Dir:" + Dir1.Path() + " "; });
+        File1.Click.connect([this] { log += "Click "; });
+        File1.DblClick.connect([this] { log += "DblClick "; });
+    }
+
+    std::string files() const
+    {
+        std::string names;
+        for (int i = 0; i < File1.ListCount(); ++i)
+            names += (File1.Selected(i) ? "[" + File1.List(i) + "]" : File1.List(i)) + " ";
+        return names;
+    }
+    std::string taken() { return std::exchange(log, {}); }
+
+    DriveList Drive1{this, {.Name = "Drive1", .Width = 3000, .Height = 315}};
+    FolderList Dir1{this, {.Name = "Dir1", .Top = 500, .Width = 4500, .Height = 3000}};
+    FileList File1{this, {.Name = "File1", .Top = 4000, .Width = 4500, .Height = 3000}};
+    std::string log;
+};
+
+class FileControlsTest : public testing::Test {
+protected:
+    ~FileControlsTest() override { form.unload(); }
+
+    void files(std::initializer_list<const char*> names) const
+    {
+        for (const char* name : names)
+            folder.write(name, "x");
+    }
+    void makeFolder(const std::string& name) const { std::filesystem::create_directories(folder.native(name)); }
+    void show()
+    {
+        form.show();
+        testDesktop().DoEvents();
+    }
+    int rowOf(const std::string& path) const
+    {
+        for (int row = 0; row < form.Dir1.ListCount(); ++row)
+            if (form.Dir1.rowPath(row) == path)
+                return row;
+        ADD_FAILURE() << path << " has no row";
+        return -1;
+    }
+    static At row(int index) { return {60, 8.0F + 16.0F * static_cast<float>(index)}; }
+
+    TemporaryFolder folder;
+    const VariableForNow home{"HOME", folder.path()};
+    FileForm form;
+    FileList& list = form.File1;
+    FolderList& dir = form.Dir1;
+    Robot robot{testDesktop()};
+};
+
+TEST_F(FileControlsTest, AFileListShowsWhatMatchesItsPattern)
+{
+    files({"b.JPG", "a.jpg", "c.txt", ".hidden.jpg"});
+    makeFolder("d.jpg");
+    list.Path = folder.inside();
+    EXPECT_EQ(form.files(), "a.jpg b.JPG c.txt ");
+    list.Pattern = "*.abcde;*.jpg";
+    EXPECT_EQ(form.files(), "a.jpg b.JPG ");
+    list.Pattern = "*.abcde";
+    EXPECT_EQ(form.files(), "");
+}
+
+TEST_F(FileControlsTest, AFileListReadsForAnotherPathAndForRefresh)
+{
+    files({"a"});
+    list.Path = folder.inside() + "\\";
+    EXPECT_EQ(list.Path(), folder.inside()) << "without the separator at the end";
+    files({"b"});
+    list.Path = folder.inside();
+    EXPECT_EQ(form.files(), "a ") << "the same path";
+    list.Refresh();
+    EXPECT_EQ(form.files(), "a b ");
+}
+
+TEST_F(FileControlsTest, APathThatCannotBeListedLeavesAllAsItWas)
+{
+    files({"a"});
+    list.Path = folder.inside();
+    list.setSelected(0, true);
+    for (const std::string& path : {folder.inside("gone"), folder.inside("a"), std::string("relative"), std::string()})
+        EXPECT_EQ(failureOf([&] { list.Path = path; }), "Path not found") << path;
+    EXPECT_EQ(form.files(), "[a] ");
+    EXPECT_EQ(list.Path(), folder.inside());
+
+    dir.Path = folder.inside();
+    form.taken();
+    const int rows = dir.ListCount();
+    for (const std::string& path : {folder.inside("gone"), folder.inside("a"), std::string("relative"), std::string()})
+        EXPECT_EQ(failureOf([&] { dir.Path = path; }), "Path not found") << path;
+    EXPECT_EQ(dir.Path(), folder.inside());
+    EXPECT_EQ(dir.ListCount(), rows);
+    EXPECT_EQ(form.taken(), "");
+}
+
+TEST_F(FileControlsTest, AFolderThatIsGoneHasNoFiles)
+{
+    makeFolder("sub");
+    files({"sub/a"});
+    list.Path = folder.inside("sub");
+    std::filesystem::remove_all(folder.native("sub"));
+    list.Refresh();
+    EXPECT_EQ(form.files(), "");
+    EXPECT_EQ(failureOf([&] { (void)list.List(0); }), "Invalid property array index");
+    EXPECT_EQ(failureOf([&] { (void)list.Selected(0); }), "Invalid property array index");
+}
+
+TEST_F(FileControlsTest, TheUserChoosesSeveralFilesAndOpensOne)
+{
+    files({"a", "b", "c"});
+    list.Path = folder.inside();
+    show();
+    robot.click(list, LeftButton, NoKeys, row(0));
+    robot.click(list, LeftButton, CtrlKey, row(2));
+    EXPECT_EQ(form.files(), "[a] b [c] ");
+    EXPECT_EQ(form.taken(), "Click Click ");
+    robot.doubleClick(list, NoKeys, row(1));
+    EXPECT_EQ(form.files(), "a [b] c ");
+    EXPECT_EQ(form.taken(), "Click DblClick ");
+}
+
+TEST_F(FileControlsTest, AFolderListShowsTheWayAndWhatTheFolderHolds)
+{
+    makeFolder("b/inner");
+    makeFolder("A");
+    makeFolder(".hidden");
+    files({"file"});
+    dir.Path = folder.inside("b") + "\\";
+    EXPECT_EQ(dir.Path(), folder.inside("b"));
+    dir.Path = folder.inside("b");
+    EXPECT_EQ(form.taken(), "Dir:" + folder.inside("b") + " ") << "the same path changes nothing";
+    EXPECT_EQ(dir.rowPath(0), "/");
+    EXPECT_EQ(dir.rowPath(dir.depth() - 2), folder.inside());
+    EXPECT_EQ(dir.rowPath(dir.depth() - 1), folder.inside("b"));
+    EXPECT_EQ(dir.rowPath(dir.depth()), folder.inside("b\\inner"));
+    EXPECT_EQ(dir.ListCount(), dir.depth() + 1);
+
+    dir.Path = folder.inside();
+    EXPECT_EQ(dir.rowPath(dir.depth()), folder.inside("A"));
+    EXPECT_EQ(dir.ListCount(), dir.depth() + 2);
+    makeFolder("c");
+    dir.Refresh();
+    EXPECT_EQ(dir.rowPath(dir.ListCount() - 1), folder.inside("c"));
+    EXPECT_EQ(failureOf([&] { (void)dir.rowPath(dir.ListCount()); }), "Invalid property array index");
+
+    dir.Path = "/";
+    EXPECT_EQ(dir.depth(), 1);
+    EXPECT_EQ(dir.rowPath(rowOf("/tmp")), "/tmp");
+}
+
+TEST_F(FileControlsTest, ADoubleClickOrEnterMovesToAFolder)
+{
+    makeFolder("b/inner");
+    dir.Path = folder.inside();
+    dir.Refresh();
+    form.taken();
+    show();
+    robot.click(dir, LeftButton, NoKeys, row(rowOf(folder.inside("b"))));
+    EXPECT_EQ(form.taken(), "") << "one click only chooses";
+    robot.doubleClick(dir, NoKeys, row(rowOf(folder.inside("b"))));
+    EXPECT_EQ(form.taken(), "Dir:" + folder.inside("b") + " ");
+    dir.SetFocus();
+    robot.key(form, 40);
+    robot.key(form, 13);
+    EXPECT_EQ(form.taken(), "Dir:" + folder.inside("b\\inner") + " ");
+    robot.key(form, 38);
+    robot.key(form, 13);
+    EXPECT_EQ(form.taken(), "Dir:" + folder.inside("b") + " ");
+}
+
+TEST_F(FileControlsTest, ADriveIsThePlaceThatHoldsTheFolder)
+{
+    DriveList& drive = form.Drive1;
+    EXPECT_EQ(drive.places()[0], "/");
+    EXPECT_EQ(drive.places()[1], folder.inside()) << "the user's folder";
+    EXPECT_EQ(drive.Drive(), folder.inside());
+    drive.Drive = folder.inside("deep\\down");
+    EXPECT_EQ(form.taken(), "");
+    drive.Drive = "/usr";
+    EXPECT_EQ(drive.Drive(), "/");
+    drive.Drive = folder.inside();
+    EXPECT_EQ(form.taken(), "Drive:/ Drive:" + folder.inside() + " ");
+}
+
+TEST_F(FileControlsTest, AMediumThatIsNotThereIsUnavailable)
+{
+    for (const char* path : {"/media\\ann\\NOTHERE\\Photos", "/run\\media\\ann\\NOTHERE", "/mnt\\NOTHERE", "E:", ""})
+        EXPECT_EQ(failureOf([&] { form.Drive1.Drive = path; }), "Device unavailable") << path;
+    EXPECT_EQ(form.Drive1.Drive(), folder.inside());
+    EXPECT_EQ(form.taken(), "");
+}
+
+TEST_F(FileControlsTest, TheUserChoosesADriveFromTheList)
+{
+    show();
+    form.Drive1.SetFocus();
+    robot.key(form, 36); // Home: the first
+    EXPECT_EQ(form.taken(), "Drive:/ ");
+}
+
+} // namespace
+
+} // namespace trovarium
