@@ -35,7 +35,6 @@ try {
     if (!readGroupList(m_album, FileName))
         return false;
     GroupOnShow& group = m_album.group;
-    group.GroupSelect.redimension(group.GroupList.upperBound());
     setUpScrollBar();
     group.PhotoCount = group.GroupList.upperBound();
     group.CurrentGroupName = groupNameOf(FileName);

@@ -61,12 +61,13 @@ Plan thumbnailPlan(int cell)
         .Top = cellTop(cell),
         .Width = 1500,
         .Height = 1500,
-        .ToolTipText = "Double-click to view."};
+        .ToolTipText = "Double-click to view.",
+        .Visible = false};
 }
 
 Plan fileNamePlan(int cell)
 {
-    return {.Left = cellLeft(cell), .Top = cellTop(cell) + 1260, .Width = 1515, .Height = 195};
+    return {.Left = cellLeft(cell), .Top = cellTop(cell) + 1260, .Width = 1515, .Height = 195, .Visible = false};
 }
 
 // The last one follows the pointer in a drag.
@@ -75,6 +76,13 @@ Plan selectPlan(int cell)
     if (cell == DragFrame)
         return {.Left = 1320, .Top = -720, .Width = 1635, .Height = 1635, .Visible = false};
     return {.Left = cellLeft(cell) - 60, .Top = cellTop(cell) - 60, .Width = 1635, .Height = 1635, .Visible = false};
+}
+
+// The window's background behind a row, which its bar's round corners let through.
+Color groundBehindRow(int row)
+{
+    return {static_cast<unsigned char>(46 - 3 * row / 2), static_cast<unsigned char>(68 - 2 * row),
+        static_cast<unsigned char>(100 - 3 * row)};
 }
 
 void makeWhite(std::initializer_list<Label*> labels)
@@ -129,6 +137,7 @@ void frmMain::paintWindow()
     pctBrightSmall.Picture = art.artwork("small-bright");
     pctDarkSmall.Picture = art.artwork("small-dark");
     for (int row = 0; row < 8; ++row) {
+        pctAlbumList(row).BackColor = groundBehindRow(row);
         pctAlbumList(row).Picture = pctAlbumList(11).Picture();
         lbAlbumList(row).ForeColor = White;
     }

@@ -1,0 +1,188 @@
+#include "MainWindow.h"
+
+#include "browser/GroupListPane.h"
+#include "browser/Selection.h"
+#include "platform/toolkit/Desktop.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+void appendLittleEndian(std::string& bytes, std::uint32_t value, int count)
+{
+    for (int i = 0; i < count; ++i)
+        bytes += static_cast<char>(value >> (8 * i) & 0xFFU);
+}
+
+} // namespace
+
+std::string plainBitmap(int width, int height)
+{
+    const std::uint32_t pixelBytes = static_cast<std::uint32_t>((width * 3 + 3) / 4 * 4 * height);
+    std::string bytes = "BM";
+    for (const std::uint32_t value :
+        {54 + pixelBytes, 0U, 54U, 40U, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)})
+        appendLittleEndian(bytes, value, 4);
+    appendLittleEndian(bytes, 1, 2);
+    appendLittleEndian(bytes, 24, 2);
+    bytes.append(24, '\0');
+    return bytes.append(pixelBytes, '\x7F');
+}
+
+MainWindow::MainWindow()
+    : desktop(testDesktop())
+    , test(desktop.files())
+    , prompts(desktop)
+    , robot(desktop)
+    , m_main(desktop, [this] { return std::make_unique<frmMain>(desktop, test.album(), dialogs()); })
+    , m_groups(desktop, [this] { return std::make_unique<frmGroups>(desktop, test.album(), main()); })
+{
+    test.setSetting("Options", "FirstTime", "False");
+}
+
+MainWindow::~MainWindow()
+{
+    desktop.files().setFaultHook({});
+    if (m_groups.isLoaded())
+        groups().unload();
+    if (m_main.isLoaded())
+        main().unload();
+}
+
+Dialogs MainWindow::dialogs()
+{
+    Dialogs openers;
+    openers.showFirstTime = [this] { ++firstTimeShown; };
+    openers.showGroups = [this](int mode) { groups().showFor(mode); };
+    openers.showFullScreen = [this] { ++fullScreenShown; };
+    openers.unloadAllForms = [this] { ++formsUnloaded; };
+    return openers;
+}
+
+std::vector<std::string> MainWindow::names(int count, const std::string& stem)
+{
+    std::vector<std::string> lines;
+    for (int i = 1; i <= count; ++i)
+        lines.push_back(stem + std::to_string(i) + ".jpg");
+    return lines;
+}
+
+void MainWindow::putGroup(const std::string& group, const std::vector<std::string>& lines)
+{
+    test.putGroup(group + ".lst", lines);
+}
+
+void MainWindow::putPhotos(const std::vector<std::string>& lines)
+{
+    for (const std::string& name : lines) {
+        test.put(test.paths().PhotoPath + name, plainBitmap(40, 30));
+        test.put(test.paths().ThumbnailPath + name, plainBitmap(20, 15));
+        test.put(test.paths().InfoPath + name + ".info", "PhotoPath=\\Photos\\" + name + "\r\nTITLE=" + name + "\r\n");
+    }
+}
+
+std::vector<std::string> MainWindow::linesOf(const std::string& group)
+{
+    const std::string text = test.bytes(test.paths().SlideGroupPath + group + ".lst");
+    std::vector<std::string> lines;
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = text.find("\r\n", start);
+        lines.push_back(text.substr(start, end - start));
+        start = end == std::string::npos ? end : end + 2;
+    }
+    return lines;
+}
+
+void MainWindow::open()
+{
+    main().show();
+    desktop.DoEvents();
+}
+
+void MainWindow::pressRow(int row, int button)
+{
+    robot.click(main().pctAlbumList(row), button);
+}
+
+void MainWindow::pressRowNamed(const std::string& group)
+{
+    const std::vector<std::string> shown = rows();
+    const auto found = std::find(shown.begin(), shown.end(), group);
+    ASSERT_NE(found, shown.end()) << group;
+    pressRow(static_cast<int>(found - shown.begin()));
+}
+
+std::vector<std::string> MainWindow::rows()
+{
+    std::vector<std::string> captions;
+    for (int row = 0; row < 8; ++row) {
+        if (main().pctAlbumList(row).Visible())
+            captions.push_back(main().lbAlbumList(row).Caption());
+    }
+    return captions;
+}
+
+int MainWindow::brightRow()
+{
+    int bright = -1;
+    for (int row = 0; row < 8; ++row) {
+        if (main().pctAlbumList(row).Picture() == main().pctAlbumList(10).Picture()) {
+            EXPECT_EQ(bright, -1) << "two bright rows";
+            bright = row;
+        }
+    }
+    return bright;
+}
+
+std::vector<std::string> MainWindow::cells()
+{
+    std::vector<std::string> shown;
+    for (int cell = 0; cell < 16; ++cell) {
+        EXPECT_EQ(main().imgThumbnail(cell).Visible(), main().lbThumbnailFile(cell).Visible()) << cell;
+        if (main().imgThumbnail(cell).Visible())
+            shown.push_back(main().lbThumbnailFile(cell).Caption());
+    }
+    return shown;
+}
+
+std::vector<int> MainWindow::framedCells()
+{
+    std::vector<int> framed;
+    for (int cell = 0; cell < 16; ++cell) {
+        if (main().shpThumbnailSelect(cell).Visible())
+            framed.push_back(cell);
+    }
+    return framed;
+}
+
+std::vector<int> MainWindow::selectedPositions()
+{
+    std::vector<int> positions;
+    for (int i = 0; i <= group().GroupSelect.upperBound(); ++i) {
+        if (group().GroupSelect(i) == 1)
+            positions.push_back(i);
+    }
+    return positions;
+}
+
+std::vector<std::string> MainWindow::logLines()
+{
+    const std::string text = test.bytes(test.paths().AppPath + "\\Trovarium.Log");
+    std::vector<std::string> lines;
+    for (std::size_t at = text.find("An error"); at != std::string::npos; at = text.find("An error", at + 1))
+        lines.push_back(text.substr(at, text.find("\r\n", at) - at));
+    return lines;
+}
+
+void MainWindow::select(const std::vector<int>& positions)
+{
+    main().selection().SetGroupListSelect(-1, NoKeys);
+    for (const int position : positions)
+        main().selection().SetGroupListSelect(position, CtrlKey);
+}
+
+} // namespace trovarium

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "browser/frmGroups.h"
+#include "browser/frmMain.h"
+#include "platform/toolkit/FormSlot.h"
+#include "support/Robot.h"
+#include "support/ScriptedPrompts.h"
+#include "support/TestAlbum.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace trovarium {
+
+// The main window on a temporary library, with all that it opens.
+class MainWindow : public testing::Test {
+protected:
+    MainWindow();
+    ~MainWindow() override;
+
+    // Photographs "p1.jpg", "p2.jpg", ... in a group's list, or another stem.
+    static std::vector<std::string> names(int count, const std::string& stem = "p");
+    void putGroup(const std::string& group, const std::vector<std::string>& lines);
+    // Information file and thumbnail of each name.
+    void putPhotos(const std::vector<std::string>& lines);
+    std::vector<std::string> linesOf(const std::string& group);
+
+    void open();
+    frmMain& main() { return m_main(); }
+    frmGroups& groups() { return m_groups(); }
+    bool isOpen() const { return m_main.isLoaded(); }
+
+    GroupOnShow& group() { return test.album().group; }
+    ViewState& view() { return test.album().view; }
+
+    void pressRow(int row, int button = LeftButton);
+    void pressRowNamed(const std::string& group);
+    std::vector<std::string> rows();  // captions of the rows on show
+    int brightRow();                  // -1 for none
+    std::vector<std::string> cells(); // file names of the cells on show
+    std::vector<int> framedCells();   // with a selection frame
+    std::vector<int> selectedPositions();
+    std::vector<std::string> logLines(); // without their time
+    void select(const std::vector<int>& positions);
+
+    Desktop& desktop;
+    TestAlbum test;
+    ScriptedPrompts prompts;
+    Robot robot;
+    int firstTimeShown = 0;
+    int fullScreenShown = 0;
+    int formsUnloaded = 0;
+
+private:
+    Dialogs dialogs();
+
+    FormSlot<frmMain> m_main;
+    FormSlot<frmGroups> m_groups;
+};
+
+// A picture of one colour as an uncompressed bitmap.
+std::string plainBitmap(int width, int height);
+
+} // namespace trovarium

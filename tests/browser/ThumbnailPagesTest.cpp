@@ -1,0 +1,170 @@
+#include "MainWindow.h"
+
+#include "browser/GroupCommands.h"
+#include "browser/GroupListPane.h"
+#include "browser/ThumbnailPages.h"
+#include "platform/files/FileService.h"
+#include "platform/toolkit/Desktop.h"
+#include "runtime/Failure.h"
+
+namespace trovarium {
+
+namespace {
+
+using ThumbnailPagesTest = MainWindow;
+
+} // namespace
+
+TEST_F(ThumbnailPagesTest, PagesBarAndTextsFollowTheSizeOfTheGroup)
+{
+    struct Case {
+        int photos;
+        int pages;
+        std::size_t onLastPage;
+    };
+    for (const Case& c : {Case{0, 1, 0}, Case{1, 1, 1}, Case{16, 1, 16}, Case{17, 2, 1}, Case{32, 2, 16},
+             Case{33, 3, 1}, Case{1000, 63, 8}}) {
+        SCOPED_TRACE(c.photos);
+        const std::string name = "of " + std::to_string(c.photos);
+        putGroup(name, names(c.photos));
+        if (!isOpen())
+            open();
+        main().groupList().LoadGroupNames();
+        pressRowNamed(name);
+        EXPECT_EQ(main().VScroll1.Min(), 1);
+        EXPECT_EQ(main().VScroll1.Max(), c.pages);
+        EXPECT_EQ(main().VScroll1.Enabled(), c.photos > 16);
+        EXPECT_EQ(main().lbStatusPage.Caption(), "Page 1 of " + std::to_string(c.pages));
+        const std::string place = c.photos == 0 ? "0 of 0" : "1 of " + std::to_string(c.photos);
+        EXPECT_EQ(main().lbStatusCount.Caption(), "Photo " + place);
+        EXPECT_EQ(main().lbCount.Caption(), "Group [" + name + "] Viewing " + place);
+
+        main().VScroll1.Value = c.pages;
+        EXPECT_EQ(cells().size(), c.onLastPage);
+        if (c.photos > 0) {
+            EXPECT_EQ(cells().back(), names(c.photos).back());
+        }
+        EXPECT_EQ(main().lbStatusPage.Caption(), "Page " + std::to_string(c.pages) + " of " + std::to_string(c.pages));
+    }
+}
+
+TEST_F(ThumbnailPagesTest, TheLastPhotographOfTheLastPageTakesThePageAlong)
+{
+    putGroup("Alps", names(17));
+    open();
+    pressRowNamed("Alps");
+    main().VScroll1.Value = 2;
+    select({17});
+    prompts.expectQuestion("Are you sure you want to remove the photograph(s) from this group?", Answer::Yes);
+    main().groupCommands().mnuThumbRemove_Click();
+    EXPECT_EQ(main().lbStatusPage.Caption(), "Page 1 of 1");
+    EXPECT_EQ(cells(), names(16));
+    EXPECT_EQ(linesOf("Alps"), names(16));
+}
+
+TEST_F(ThumbnailPagesTest, AShrunkGroupFallsBackToItsLastPage)
+{
+    putGroup("Alps", names(60));
+    open();
+    pressRowNamed("Alps");
+    main().VScroll1.Value = 4;
+    putGroup("Alps", names(33));
+    pressRowNamed("Alps");
+    EXPECT_EQ(main().lbStatusPage.Caption(), "Page 3 of 3");
+    EXPECT_EQ(cells(), std::vector<std::string>{"p33.jpg"});
+}
+
+TEST_F(ThumbnailPagesTest, ACellWithoutAThumbnailHasItsNameAndNoPicture)
+{
+    const std::vector<std::string> lines = names(3);
+    putPhotos(lines);
+    desktop.files().remove(test.paths().ThumbnailPath + "p2.jpg");
+    test.put(test.paths().ThumbnailPath + "p3.jpg", "no picture");
+    putGroup("Alps", lines);
+    putGroup("Rome", {"p1.jpg", "p1.jpg", "p1.jpg"});
+    open();
+    pressRowNamed("Rome");
+    pressRowNamed("Alps");
+    EXPECT_EQ(cells(), lines);
+    EXPECT_FALSE(main().imgThumbnail(0).Picture().empty());
+    EXPECT_TRUE(main().imgThumbnail(1).Picture().empty()) << "no old picture stays behind";
+    EXPECT_TRUE(main().imgThumbnail(2).Picture().empty());
+    robot.click(main().imgThumbnail(1));
+    EXPECT_EQ(selectedPositions(), std::vector<int>{2}) << "the cell stays live";
+}
+
+TEST_F(ThumbnailPagesTest, AListThatCantBeReadLeavesTheOldGroupOnShow)
+{
+    putGroup("Alps", names(20));
+    putGroup("Rome", names(2, "rome"));
+    putGroup("  All Photos  ", {});
+    open();
+    pressRowNamed("Alps");
+    desktop.files().setFaultHook([](FileOperation operation, std::string_view path) {
+        if (operation == FileOperation::Open && path.ends_with("Rome.lst"))
+            throw Failure(FailureKind::PathFileAccess);
+    });
+    pressRowNamed("Rome");
+    EXPECT_EQ(group().CurrentGroupName, "Alps");
+    EXPECT_EQ(group().PhotoCount, 20);
+    EXPECT_EQ(main().VScroll1.Max(), 2);
+    EXPECT_EQ(logLines(), std::vector<std::string>{});
+}
+
+TEST_F(ThumbnailPagesTest, ShowingTheBoxesShowsAllSixteenAndIsTheThumbnailView)
+{
+    putGroup("Alps", names(3));
+    open();
+    pressRowNamed("Alps");
+    view().ViewMode = ViewPhoto;
+    EXPECT_TRUE(main().pages().ShowThumbnailBoxes(false));
+    EXPECT_TRUE(cells().empty());
+    EXPECT_FALSE(main().VScroll1.Visible());
+    EXPECT_EQ(view().ViewMode, ViewPhoto);
+    EXPECT_TRUE(main().pages().ShowThumbnailBoxes(true));
+    EXPECT_EQ(cells().size(), 16U);
+    EXPECT_TRUE(main().VScroll1.Visible());
+    EXPECT_EQ(view().ViewMode, ViewThumbnails);
+}
+
+TEST_F(ThumbnailPagesTest, APageTakesTheFrameBackFromAPhotograph)
+{
+    putPhotos(names(2));
+    putGroup("Alps", names(2));
+    open();
+    pressRowNamed("Alps");
+    robot.doubleClick(main().imgThumbnail(1));
+    EXPECT_TRUE(main().imgbox.Visible());
+    EXPECT_EQ(view().ViewMode, ViewPhoto);
+    EXPECT_EQ(main().lbStatusCount.Caption(), "Photo 2 of 2");
+    EXPECT_TRUE(cells().empty());
+    EXPECT_FALSE(main().VScroll1.Enabled());
+    pressRowNamed("Alps");
+    EXPECT_FALSE(main().imgbox.Visible());
+    EXPECT_EQ(cells(), names(2));
+    EXPECT_EQ(view().ViewMode, ViewThumbnails);
+}
+
+TEST_F(ThumbnailPagesTest, EveryStepOnTheBarIsAPage)
+{
+    putGroup("Alps", names(40));
+    open();
+    pressRowNamed("Alps");
+    main().VScroll1.page(1);
+    EXPECT_EQ(main().lbStatusPage.Caption(), "Page 2 of 3");
+    EXPECT_EQ(cells().front(), "p17.jpg");
+    EXPECT_TRUE(main().VScroll1.Enabled());
+    robot.wheel(main().imgThumbnail(0), 1);
+    EXPECT_EQ(main().lbStatusPage.Caption(), "Page 3 of 3");
+    EXPECT_EQ(cells().size(), 8U);
+}
+
+TEST_F(ThumbnailPagesTest, ALineWithoutANameTakesACell)
+{
+    putGroup("Alps", {"p1.jpg", "", "p2.jpg"});
+    open();
+    pressRowNamed("Alps");
+    EXPECT_EQ(cells(), (std::vector<std::string>{"p1.jpg", "", "p2.jpg"}));
+}
+
+} // namespace trovarium
