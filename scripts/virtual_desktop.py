@@ -107,7 +107,8 @@ class VirtualDesktop:
 
     def _start(self) -> None:
         read_end, write_end = os.pipe()
-        screen = ["Xvfb", "-displayfd", str(write_end), "-screen", "0", self._size, "-nolisten", "tcp"]
+        # Without -noreset the screen starts anew whenever its last client leaves, and drops who comes just then.
+        screen = ["Xvfb", "-displayfd", str(write_end), "-screen", "0", self._size, "-nolisten", "tcp", "-noreset"]
         self._processes.append(
             subprocess.Popen(screen, pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         )
@@ -122,10 +123,11 @@ class VirtualDesktop:
                 ["openbox"], env=self.environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL
             )
         )
-        until(
-            "the window manager",
-            lambda: b"window id" in self.ask("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
-        )
+        until("the window manager", self._is_managed)
+
+    def _is_managed(self) -> bool:
+        assert self._processes[-1].poll() is None, "the window manager ended by itself"
+        return b"window id" in self.ask("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
 
     def ask(self, *command: str) -> bytes:
         """What a command prints; nothing when it fails, as it does for a window that has just gone."""

@@ -161,6 +161,13 @@ def equal(what: str, seen: object, expected: object) -> None:
     assert seen == expected, f"{what}\n  seen:     {seen!r}\n  expected: {expected!r}"
 
 
+def unchanged(what: str, seen: dict[str, object], before: dict[str, object]) -> None:
+    """Both are what `Library.states` gave; the failure names the files that differ."""
+    different = sorted(name for name in seen.keys() | before.keys() if seen.get(name) != before.get(name))
+    pairs = "".join(f"\n  {name}\n    now:    {seen.get(name)}\n    before: {before.get(name)}" for name in different)
+    assert not different, f"{what} changed:{pairs}"
+
+
 def scenario(play: Callable[[VirtualDesktop, Library], None]) -> None:
     """Plays one scenario with the program that the command line names; the exit code tells how it went."""
     program = Path(sys.argv[1]).resolve()
