@@ -45,7 +45,7 @@ void copyLivingLines(Album& album, const std::string& list, const std::string& s
     if (failure) {
         attempt([&] { files.close(output); });
         attempt([&] { files.close(input); });
-        throw *failure;
+        throw Failure(failure->kind());
     }
 }
 
