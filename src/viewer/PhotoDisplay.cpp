@@ -3,7 +3,6 @@
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
 #include "browser/frmMain.h"
-#include "platform/files/FileService.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
@@ -257,7 +256,9 @@ void PhotoDisplay::expectNeighbours(std::int32_t Index)
         if (neighbour < 1 || neighbour > m_album.group.GroupList.upperBound())
             continue;
         const std::string infoFileName = m_album.group.GroupList(neighbour) + ".info";
-        if (!m_album.files.exists(m_album.paths.InfoPath + infoFileName))
+        // Read quietly first: GetPhotoLink logs what it can't read.
+        PhotoInfo unused;
+        if (!readInfoFile(m_album, infoFileName, unused))
             continue;
         std::string path = GetPhotoLink(m_album, infoFileName);
         if (!playsAsVideo(path))

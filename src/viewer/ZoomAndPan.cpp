@@ -48,10 +48,11 @@ void ZoomAndPan::step(PictureButton& button, int direction)
         m_form.photoDisplay().openFromThumbnails();
         view.ViewMode = ViewPhoto;
     } else if (!view.IsVideo) {
-        view.ZoomLevel = toInt16(view.ZoomLevel + direction);
+        const int next = view.ZoomLevel + direction;
+        // A level beyond 16 bits fails with the picture hidden.
+        m_form.imgbox.Visible = false;
         // 1/1 is +1 on the way down and -1 on the way up: the step behind it depends on the direction.
-        if (view.ZoomLevel == 0)
-            view.ZoomLevel = static_cast<std::int16_t>(2 * direction);
+        view.ZoomLevel = toInt16(next == 0 ? 2 * direction : next);
         showAtZoomLevel();
     }
     button.Picture = m_form.pctDarkSmall.Picture();
@@ -63,7 +64,6 @@ void ZoomAndPan::showAtZoomLevel()
     const auto factor = static_cast<float>(std::abs(level));
     Image& imgbox = m_form.imgbox;
     const PictureBox& holder = m_form.pctBox(0);
-    imgbox.Visible = false;
     if (level >= 0) {
         m_form.lbZoom.Caption = "Zoom  " + formatWhole(factor) + "/1";
         imgbox.Width = holder.Width() * factor;
