@@ -90,6 +90,39 @@ public:
     {
     }
 
+    QAccessible::Role role() const override
+    {
+        return m_surface.isClickable() ? QAccessible::Button : QAccessible::Pane;
+    }
+
+    // A box without a name of its own is called as the first text on it.
+    QString text(QAccessible::Text kind) const override
+    {
+        QString text = QAccessibleWidget::text(kind);
+        if (kind != QAccessible::Name || !text.isEmpty() || !m_surface.isClickable())
+            return text;
+        for (ItemView* item : m_surface.items()) {
+            if (item->control().Visible() && !item->accessibleText().isEmpty())
+                return item->accessibleText();
+        }
+        return m_surface.toolTip();
+    }
+
+    QStringList actionNames() const override
+    {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (m_surface.isClickable())
+            names.prepend(pressAction());
+        return names;
+    }
+    void doAction(const QString& name) override
+    {
+        if (name == pressAction() && m_surface.isClickable())
+            m_surface.activate(Activation::Open);
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
     int childCount() const override
     {
         return QAccessibleWidget::childCount() + static_cast<int>(m_surface.items().size());

@@ -64,6 +64,7 @@ public:
         switch (change) {
         case Change::Text:
             m_push->setText(toQString(m_button.Caption()));
+            fitFont();
             break;
         case Change::Appearance:
             m_push->setIcon(faceIcon(m_button.Picture()));
@@ -89,6 +90,18 @@ private:
         m_push->window()->installEventFilter(m_keys.get());
         QObject::connect(
             m_push, &QPushButton::clicked, m_push, [this] { fromDesktop(m_button, [&] { m_button.Click.raise(); }); });
+    }
+
+    // A small button's caption is set smaller rather than cut.
+    void fitFont()
+    {
+        constexpr int Margin = 6;
+        int pixels = 12;
+        m_push->setFont(planFont(static_cast<float>(pixels)));
+        QString shown = m_push->text();
+        shown.remove(QLatin1Char('&'));
+        while (pixels > 9 && m_push->fontMetrics().horizontalAdvance(shown) > m_push->width() - Margin)
+            m_push->setFont(planFont(static_cast<float>(--pixels)));
     }
 
     Button& m_button;

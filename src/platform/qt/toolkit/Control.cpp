@@ -120,10 +120,28 @@ void Control::SetFocus()
 {
     if (!m_view || !takesInput())
         return;
-    if (QWidget* widget = m_view->widget())
+    QWidget* widget = m_view->widget();
+    auto* item = dynamic_cast<ItemView*>(m_view.get());
+    if (widget != nullptr)
         widget->setFocus(Qt::OtherFocusReason);
-    else if (auto* item = dynamic_cast<ItemView*>(m_view.get()); item != nullptr && item->takesFocus())
+    else if (item != nullptr && item->takesFocus())
         item->surface().setFocusItem(item);
+    else
+        return;
+    // Code moves the focus at the user's key, so it is shown as one that Tab moved.
+    (widget != nullptr ? widget : &item->surface())->window()->setAttribute(Qt::WA_KeyboardFocusChange);
+}
+
+bool Control::hasFocus() const
+{
+    if (!m_view)
+        return false;
+    if (const QWidget* widget = m_view->widget()) {
+        const auto* surface = dynamic_cast<const SurfaceView*>(widget);
+        return widget->hasFocus() && (surface == nullptr || surface->focusItem() == nullptr);
+    }
+    const auto* item = dynamic_cast<const ItemView*>(m_view.get());
+    return item != nullptr && item->surface().hasFocus() && item->surface().focusItem() == item;
 }
 
 void Control::attachView()

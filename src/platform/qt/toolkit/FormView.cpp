@@ -94,6 +94,8 @@ FormView::FormView(Form& form)
         apply(change);
     for (Control* control : form.controls())
         control->attachView();
+    // Tab goes through the controls that are widgets first, and then through the form's own drawn items.
+    QWidget::setTabOrder(m_window->previousInFocusChain(), m_client);
 }
 
 FormView::~FormView()

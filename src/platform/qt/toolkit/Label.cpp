@@ -96,6 +96,13 @@ public:
         return devicePlace(ratio).adjusted(-2, -rim, 2, rim);
     }
 
+    // A label that nobody listens to lets the mouse through to what it lies on.
+    bool takesMouse() const override
+    {
+        return m_label.MouseDown.isWired() || m_label.MouseMove.isWired() || m_label.Click.isWired()
+            || !m_label.ToolTipText().empty();
+    }
+
     // A label on a picture button stands for that button, which takes the focus itself.
     bool takesFocus() const override
     {

@@ -25,7 +25,8 @@ namespace {
 void showEntry(QAction& action, Menu& menu)
 {
     action.setObjectName(toQString(menu.Name()));
-    action.setText(toQString(menu.Caption()));
+    // A separator with a text would show it as a heading.
+    action.setText(menu.isSeparator() ? QString() : toQString(menu.Caption()));
     action.setSeparator(menu.isSeparator());
     action.setEnabled(menu.Enabled());
     action.setVisible(menu.Visible());

@@ -42,8 +42,6 @@ public:
         , m_box(box)
         , m_canvas(canvas)
     {
-        if (box.KeyDown.isWired())
-            setFocusPolicy(Qt::StrongFocus);
     }
 
     Component& component() override { return m_box; }
@@ -72,6 +70,7 @@ public:
         m_box.MouseUp.raise(button, shift, inScale(at.x()), inScale(at.y()));
     }
     void click() override { m_box.Click.raise(); }
+    bool takesKeys() const override { return m_box.KeyDown.isWired(); }
     bool keyDown(int code, int shift) override
     {
         m_box.KeyDown.raise(code, shift);

@@ -53,9 +53,11 @@ void SurfaceView::updateFocusPolicy()
 {
     if (m_container == nullptr)
         return;
-    const bool takesFocus = !focusTargets().empty();
-    if (takesFocus != (focusPolicy() != Qt::NoFocus))
-        setFocusPolicy(takesFocus ? Qt::TabFocus : Qt::NoFocus);
+    Qt::FocusPolicy policy = ownTarget().takesKeys() ? Qt::StrongFocus : Qt::TabFocus;
+    if (focusTargets().empty())
+        policy = Qt::NoFocus;
+    if (policy != focusPolicy())
+        setFocusPolicy(policy);
 }
 
 void SurfaceView::showEvent(QShowEvent* event)

@@ -194,7 +194,7 @@ void SurfaceView::showToolTip(const QHelpEvent& event)
     if (m_container == nullptr || m_pressed != nullptr)
         return;
     const MouseTarget* target = targetAt(event.pos());
-    const QString text = toQString(target->toolTip()).toHtmlEscaped();
+    const QString text = toolTipText(target->toolTip());
     if (text.isEmpty())
         QToolTip::hideText();
     else

@@ -38,6 +38,7 @@ public:
     virtual void doubleClick() { }
     virtual bool hasDoubleClick() const { return false; }
     virtual bool takesFocus() const { return false; }
+    virtual bool takesKeys() const { return false; } // a press of the mouse gives it the focus too
     virtual bool keyDown(int, int) { return false; } // true when a handler took it
 };
 
@@ -76,6 +77,9 @@ public:
     // The user's press on an item by a key or by an assistive program.
     void activate(MouseTarget& target, Activation how);
     void updateFocusPolicy();
+    // The container itself can be clicked, and so pressed.
+    bool isClickable() { return m_container != nullptr && ownTarget().takesFocus(); }
+    void activate(Activation how) { activate(ownTarget(), how); }
 
 protected:
     virtual void paintBack(QPainter& painter) = 0;

@@ -7,6 +7,7 @@
 
 #include <QFont>
 #include <QKeyEvent>
+#include <QTextDocument>
 
 #include <cmath>
 
@@ -51,7 +52,7 @@ void WidgetView::apply(Change change)
         m_widget->setEnabled(control().Enabled());
         break;
     case Change::Pointer:
-        m_widget->setToolTip(toQString(control().ToolTipText()).toHtmlEscaped());
+        m_widget->setToolTip(toolTipText(control().ToolTipText()));
         if (!control().AccessibleName().empty())
             m_widget->setAccessibleName(toQString(control().AccessibleName()));
         pointerChanged();
@@ -104,6 +105,12 @@ std::string toText(const QString& text)
 {
     const QByteArray bytes = text.toUtf8();
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+QString toolTipText(std::string_view text)
+{
+    QString plain = toQString(text);
+    return Qt::mightBeRichText(plain) ? "<qt>" + plain.toHtmlEscaped() + "</qt>" : plain;
 }
 
 QFont planFont(float pixels, bool bold)

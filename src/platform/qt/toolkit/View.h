@@ -63,6 +63,9 @@ QWidget* surfaceWidget(const Control& control);
 QString toQString(std::string_view text);
 std::string toText(const QString& text);
 
+// A tool tip that shows its text as it stands, whatever it may look like.
+QString toolTipText(std::string_view text);
+
 // A font of so many pixels of the plan.
 QFont planFont(float pixels, bool bold = false);
 
