@@ -34,9 +34,11 @@ void trim(std::string& field)
     field = std::string(trimmed(field));
 }
 
+// The setting may be written with the separators of the system; its levels are made by the program's.
 std::string installedCopy(const Album& album)
 {
-    return album.Settings().GetOWSetting("Trovarium", "Installation", "Path", defaultInstallationPath());
+    return fromNativePath(
+        album.Settings().GetOWSetting("Trovarium", "Installation", "Path", defaultInstallationPath()));
 }
 
 // The texts move to the folder of the installed copy that bears the medium's name, so that edits survive.

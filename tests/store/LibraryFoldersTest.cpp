@@ -234,6 +234,14 @@ TEST_F(ReadOnlyLibrary, KeepsItsTextsInTheInstalledCopyUnderTheNameOfTheMedium)
     EXPECT_EQ(test.paths().AppPath, test.library());
 }
 
+TEST_F(ReadOnlyLibrary, MakesAnInstalledCopyThatTheSettingNamesInTheSystemsForm)
+{
+    test.setSetting("Installation", "Path", test.folder().native("not/there/yet"));
+    start();
+    EXPECT_EQ(test.paths().InfoPath, test.folder().inside("not\\there\\yet\\CD-5\\Photo_Info\\"));
+    EXPECT_EQ(test.bytes(test.paths().SlideGroupPath + "Trip.lst"), "a.jpg\r\n");
+}
+
 TEST_F(ReadOnlyLibrary, KeepsEditsUntilTheMediumIsNewer)
 {
     start();

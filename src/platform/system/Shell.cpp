@@ -105,7 +105,8 @@ std::string programPath(std::string_view argument0)
 
 std::string defaultInstallationPath()
 {
-    return fromNativePath(userFolder("XDG_DATA_HOME", ".local/share") + "/OmbrelaneWorks/Trovarium");
+    // Tidied, since a doubled separator would end the walk that makes its levels.
+    return fromNativePath(tidied(userFolder("XDG_DATA_HOME", ".local/share") + "/OmbrelaneWorks/Trovarium"));
 }
 
 } // namespace trovarium

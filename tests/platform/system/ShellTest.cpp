@@ -76,9 +76,9 @@ TEST_F(ShellTest, AnEmptyPlaceInTheSearchPathIsTheWorkingFolder)
 TEST_F(ShellTest, TheInstalledCopyStandsInTheUsersDataFolder)
 {
     const VariableForNow home("HOME", "/home/ann");
-    {
-        const VariableForNow data("XDG_DATA_HOME", "/data");
-        EXPECT_EQ(defaultInstallationPath(), "/data\\OmbrelaneWorks\\Trovarium");
+    for (const char* folder : {"/data", "/data/", "//data/.//"}) {
+        const VariableForNow data("XDG_DATA_HOME", folder);
+        EXPECT_EQ(defaultInstallationPath(), "/data\\OmbrelaneWorks\\Trovarium") << folder;
     }
     const VariableForNow data("XDG_DATA_HOME", std::nullopt);
     EXPECT_EQ(defaultInstallationPath(), "/home\\ann\\.local\\share\\OmbrelaneWorks\\Trovarium");
