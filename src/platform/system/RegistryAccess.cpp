@@ -1,5 +1,6 @@
 #include "platform/system/RegistryAccess.h"
 
+#include "platform/files/Descriptor.h"
 #include "platform/system/SettingsText.h"
 #include "platform/system/UserFolders.h"
 #include "runtime/Failure.h"
@@ -33,32 +34,6 @@ namespace {
     }
 }
 
-class Descriptor {
-public:
-    explicit Descriptor(int number)
-        : m_number(number)
-    {
-    }
-    ~Descriptor()
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    bool isOpen() const { return m_number >= 0; }
-    int number() const { return m_number; }
-    void close() // some file systems tell a failed write only here
-    {
-        if (::close(std::exchange(m_number, -1)) != 0)
-            fail(errno);
-    }
-
-private:
-    int m_number;
-};
-
 std::string storeFile(const std::string& folder, std::uint32_t root)
 {
     if (folder.empty())
@@ -81,14 +56,14 @@ std::optional<std::string> readFile(const std::string& path)
         fail(errno);
     }
     struct stat status { };
-    if (::fstat(file.number(), &status) != 0)
+    if (::fstat(file.handle(), &status) != 0)
         fail(errno);
     if (!S_ISREG(status.st_mode))
         throw Failure(FailureKind::PathFileAccess);
     std::string text;
     std::array<char, 4096> buffer{};
     for (;;) {
-        const ssize_t count = ::read(file.number(), buffer.data(), buffer.size());
+        const ssize_t count = ::read(file.handle(), buffer.data(), buffer.size());
         if (count == 0)
             return text;
         if (count > 0)
@@ -136,12 +111,13 @@ void replaceFile(const std::string& path, std::string_view text)
     if (!file.isOpen())
         fail(errno);
     try {
-        if (exists && ::fchmod(file.number(), old.st_mode & 07777) != 0)
+        if (exists && ::fchmod(file.handle(), old.st_mode & 07777) != 0)
             fail(errno);
-        writeAll(file.number(), text);
-        if (::fsync(file.number()) != 0)
+        writeAll(file.handle(), text);
+        if (::fsync(file.handle()) != 0)
             fail(errno);
-        file.close();
+        if (file.close() != 0) // some file systems tell a failed write only here
+            fail(errno);
         if (::rename(scratch.c_str(), path.c_str()) != 0)
             fail(errno);
     } catch (const Failure&) {

@@ -86,7 +86,8 @@ bool isSection(std::string_view line, std::string_view section)
 bool holdsName(std::string_view line, std::string_view name)
 {
     const std::size_t equals = line.find('=');
-    return equals != line.npos && isUtf8(line) && equalInCapitals(unescaped(trimmed(line.substr(0, equals))), name);
+    return equals != line.npos && isUtf8(unescaped(line))
+        && equalInCapitals(unescaped(trimmed(line.substr(0, equals))), name);
 }
 
 } // namespace

@@ -97,6 +97,7 @@ TEST_F(RegistryAccessTest, ReadsWhatAPersonWrote)
         {"AutoFix=False\n" + head + "\n", "absent, untouched"},
         {head + "\nAutoFix False\n", "absent, untouched"},
         {head + "\nAutoFix=\xFF\n", "absent, untouched"},
+        {head + "\nAutoFix=%FF\n", "absent, untouched"},
         {head + "\n[SOFTWARE\\Ombrel\nAutoFix=False\n", "absent, untouched"},
     };
     for (const auto& [text, expected] : cases) {
