@@ -61,6 +61,7 @@ public:
     void ZOrder();   // to the top among its siblings
     void Refresh();  // paints now
     void SetFocus(); // nothing where it can't take it
+    bool hasFocus() const;
 
     // Makes the view when the form gets its window, and drops it with the window.
     virtual std::unique_ptr<View> makeView() = 0;
