@@ -2,6 +2,7 @@
 
 #include "browser/GroupCommands.h"
 #include "browser/GroupListPane.h"
+#include "browser/Keyboard.h"
 #include "browser/MainMenus.h"
 #include "browser/Removal.h"
 #include "browser/Selection.h"
@@ -236,6 +237,7 @@ void frmMain::makeConcerns()
     m_slideShow = std::make_unique<SlideShow>(*this, m_album);
     m_video = std::make_unique<VideoControls>(*this, m_album);
     m_audio = std::make_unique<AudioControls>(*this, m_album);
+    m_keyboard = std::make_unique<Keyboard>(*this, m_album);
 }
 
 void frmMain::Form_Load()

@@ -27,6 +27,7 @@ class FullScreen;
 class GroupCommands;
 class GroupListPane;
 class InfoBox;
+class Keyboard;
 class MainMenus;
 class PhotoDisplay;
 class Removal;
@@ -356,6 +357,7 @@ private:
     std::unique_ptr<SlideShow> m_slideShow;
     std::unique_ptr<VideoControls> m_video;
     std::unique_ptr<AudioControls> m_audio;
+    std::unique_ptr<Keyboard> m_keyboard;
 };
 
 } // namespace trovarium

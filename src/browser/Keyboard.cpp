@@ -1,0 +1,297 @@
+#include "browser/Keyboard.h"
+
+#include "browser/GroupCommands.h"
+#include "browser/GroupListPane.h"
+#include "browser/MainMenus.h"
+#include "browser/Selection.h"
+#include "browser/ThumbnailDrag.h"
+#include "browser/ThumbnailPages.h"
+#include "browser/frmMain.h"
+#include "store/Album.h"
+#include "viewer/FullScreen.h"
+#include "viewer/PhotoDisplay.h"
+#include "viewer/SlideShow.h"
+#include "viewer/ZoomAndPan.h"
+
+#include <cstdlib>
+
+namespace trovarium {
+
+namespace {
+
+constexpr int Cells = ThumbnailPages::CellCount;
+constexpr int Columns = 4;
+constexpr int LastRow = 7;
+
+enum Key {
+    EnterKey = 13,
+    EscapeKey = 27,
+    SpaceKey = 32,
+    PageUpKey = 33,
+    PageDownKey = 34,
+    EndKey = 35,
+    HomeKey = 36,
+    LeftKey = 37,
+    UpKey = 38,
+    RightKey = 39,
+    DownKey = 40,
+    DeleteKey = 46,
+    AKey = 65,
+    MenuKey = 93,
+    PlusKey = 107,
+    MinusKey = 109,
+    F2Key = 113,
+    F11Key = 122
+};
+
+bool isOpen(const Menu& menu, const Menu& entry)
+{
+    return menu.Enabled() && entry.Enabled();
+}
+
+} // namespace
+
+Keyboard::Keyboard(frmMain& form, Album& album)
+    : m_form(form)
+    , m_album(album)
+{
+    on(form.KeyDown, this, &Keyboard::Form_KeyDown);
+}
+
+void Keyboard::Form_KeyDown(int KeyCode, int Shift)
+{
+    if (isTextEdited())
+        return;
+    const bool sign = KeyCode == PlusKey || KeyCode == MinusKey; // a plus may need Shift
+    if (KeyCode == AKey && Shift == CtrlKey)
+        selectAll();
+    else if (KeyCode == SpaceKey && (Shift & AltKey) == 0)
+        pressThumbnail(LeftButton, Shift);
+    else if (Shift == NoKeys || (sign && Shift == ShiftKey))
+        commandKey(KeyCode);
+}
+
+void Keyboard::commandKey(int KeyCode)
+{
+    switch (KeyCode) {
+    case EnterKey:
+        openThumbnail();
+        break;
+    case MenuKey:
+        pressThumbnail(RightButton, NoKeys);
+        break;
+    case EscapeKey:
+        backToThumbnails();
+        break;
+    case DeleteKey:
+        removeFromGroup();
+        break;
+    case F2Key:
+        renameGroup();
+        break;
+    case F11Key:
+        if (isOpen(m_form.mnuView, m_form.mnuViewFullscreen))
+            m_form.fullScreen().mnuViewFullscreen_Click();
+        break;
+    case PlusKey:
+        if (isOpen(m_form.mnuView, m_form.mnuViewEnlarge))
+            m_form.zoomAndPan().mnuViewEnlarge_Click();
+        break;
+    case MinusKey:
+        if (isOpen(m_form.mnuView, m_form.mnuViewReduce))
+            m_form.zoomAndPan().mnuViewReduce_Click();
+        break;
+    default:
+        moveKey(KeyCode);
+        break;
+    }
+}
+
+void Keyboard::moveKey(int KeyCode)
+{
+    switch (KeyCode) {
+    case LeftKey:
+        moveBy(-1);
+        break;
+    case RightKey:
+        moveBy(1);
+        break;
+    case UpKey:
+        moveBy(-Columns);
+        break;
+    case DownKey:
+        moveBy(Columns);
+        break;
+    case PageUpKey:
+        moveBy(-Cells);
+        break;
+    case PageDownKey:
+        moveBy(Cells);
+        break;
+    case HomeKey:
+        moveTo(1);
+        break;
+    case EndKey:
+        moveTo(m_album.group.GroupList.upperBound());
+        break;
+    default:
+        break;
+    }
+}
+
+// The press and the release of the mouse in the middle of the cell. A menu keeps its release.
+void Keyboard::pressThumbnail(int button, int Shift)
+{
+    const int cell = actingCell();
+    if (cell < 0)
+        return;
+    const Image& image = m_form.imgThumbnail(cell);
+    const float x = image.Width() * TwipsPerPixel / 2;
+    const float y = image.Height() * TwipsPerPixel / 2;
+    m_form.selection().imgThumbnail_MouseDown(cell, button, Shift, x, y);
+    if (button == LeftButton)
+        m_form.thumbnailDrag().imgThumbnail_MouseUp(cell);
+}
+
+void Keyboard::openThumbnail()
+{
+    const int cell = actingCell();
+    if (cell < 0)
+        return;
+    pressThumbnail(LeftButton, NoKeys);
+    m_form.selection().imgThumbnail_DblClick(cell);
+}
+
+void Keyboard::selectAll()
+{
+    const int last = m_album.group.GroupList.upperBound();
+    if (isPhotographOnShow() || last < 1)
+        return;
+    m_form.selection().SetGroupListSelect(1, NoKeys);
+    m_form.selection().SetGroupListSelect(last, ShiftKey);
+}
+
+void Keyboard::backToThumbnails()
+{
+    if (!isPhotographOnShow())
+        return;
+    m_form.slideShow().StopSlideShow();
+    m_album.view.ViewMode = ViewThumbnails;
+    m_form.pages().ShowThumbnails(m_form.pages().CurrentPage);
+    m_form.selection().ShowGroupListSelect();
+    m_form.VScroll1.Enabled = m_album.group.GroupList.upperBound() > Cells;
+    if (const int cell = currentCell(); cell >= 0)
+        m_form.imgThumbnail(cell).SetFocus();
+}
+
+void Keyboard::removeFromGroup()
+{
+    m_form.menus().mnuEdit_Click();
+    if (isOpen(m_form.mnuEdit, m_form.mnuEditRemoveFromGroup))
+        m_form.groupCommands().mnuEditRemoveFromGroup_Click();
+}
+
+void Keyboard::renameGroup()
+{
+    m_form.menus().mnuFile_Click();
+    if (isOpen(m_form.mnuFile, m_form.mnuFileRenameGroup))
+        m_form.menus().mnuFileRenameGroup_Click();
+}
+
+bool Keyboard::isTextEdited() const
+{
+    return m_album.view.InfoEditing || m_form.txtYear.Visible();
+}
+
+// A right press on a group's row makes it the thumbnail view while the photograph stays in the frame.
+bool Keyboard::isPhotographOnShow() const
+{
+    return m_album.view.ViewMode != ViewThumbnails || m_form.imgbox.Visible() || m_form.picVideoWindow.Visible();
+}
+
+int Keyboard::focusedRow() const
+{
+    for (int row = 0; row <= LastRow; ++row) {
+        if (m_form.pctAlbumList(row).hasFocus())
+            return row;
+    }
+    return -1;
+}
+
+int Keyboard::focusedCell() const
+{
+    for (int cell = 0; cell < Cells; ++cell) {
+        if (m_form.imgThumbnail(cell).hasFocus())
+            return cell;
+    }
+    return -1;
+}
+
+int Keyboard::actingCell() const
+{
+    if (isPhotographOnShow())
+        return -1;
+    const int cell = focusedCell();
+    return cell >= 0 ? cell : currentCell();
+}
+
+int Keyboard::currentCell() const
+{
+    const int cell = m_album.view.CurrentIndex - m_form.pages().positionOf(0);
+    return cell >= 0 && cell < Cells && m_form.imgThumbnail(cell).Visible() ? cell : -1;
+}
+
+void Keyboard::stepPhotograph(int step)
+{
+    if (step > 0 && isOpen(m_form.mnuView, m_form.mnuViewNext))
+        m_form.photoDisplay().mnuViewNext_Click();
+    else if (step < 0 && isOpen(m_form.mnuView, m_form.mnuViewPrevious))
+        m_form.photoDisplay().mnuViewPrevious_Click();
+}
+
+// Beyond the first and the last row the list scrolls under the focus.
+void Keyboard::moveToRow(int row)
+{
+    if (row >= 0 && row <= LastRow)
+        m_form.pctAlbumList(row).SetFocus();
+    else if (const int arrow = row < 0 ? 0 : 2; m_form.pctArrows(arrow).Visible())
+        m_form.groupList().pctArrows_Click(arrow);
+}
+
+void Keyboard::moveBy(int step)
+{
+    const bool vertical = std::abs(step) == Columns;
+    if (const int row = focusedRow(); row >= 0 && vertical) {
+        moveToRow(row + step / Columns);
+        return;
+    }
+    if (isPhotographOnShow()) {
+        stepPhotograph(step);
+        return;
+    }
+    const int last = m_album.group.GroupList.upperBound();
+    const int cell = actingCell();
+    if (cell < 0) {
+        moveTo(m_form.pages().positionOf(0));
+        return;
+    }
+    const std::int32_t here = m_form.pages().positionOf(cell);
+    std::int32_t there = here + step;
+    // Down and a page on end at the last photograph when the row or page below it is short.
+    if (there > last && step > 1 && (last - 1) / step > (here - 1) / step)
+        there = last;
+    moveTo(there);
+}
+
+// Turns to the page of the position and gives its cell the focus; nothing beyond the ends of the group.
+void Keyboard::moveTo(std::int32_t position)
+{
+    if (isPhotographOnShow() || position < 1 || position > m_album.group.GroupList.upperBound())
+        return;
+    const std::int32_t page = (position - 1) / Cells + 1;
+    if (page != m_form.pages().CurrentPage)
+        m_form.VScroll1.Value = page;
+    m_form.imgThumbnail((position - 1) % Cells).SetFocus();
+}
+
+} // namespace trovarium

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+
+namespace trovarium {
+
+struct Album;
+class frmMain;
+
+// The main window without a mouse: what the control with the focus doesn't take itself. Each key calls what the
+// menu or the mouse calls, where the entry would be enabled, and none acts while a text is being edited.
+class Keyboard {
+public:
+    Keyboard(frmMain& form, Album& album);
+
+    void Form_KeyDown(int KeyCode, int Shift);
+
+private:
+    void commandKey(int KeyCode);
+    void moveKey(int KeyCode);
+    void pressThumbnail(int button, int Shift);
+    void openThumbnail();
+    void selectAll();
+    void backToThumbnails();
+    void removeFromGroup();
+    void renameGroup();
+
+    bool isTextEdited() const;
+    bool isPhotographOnShow() const;
+    int focusedRow() const;  // -1 for none
+    int focusedCell() const; // -1 for none
+    int currentCell() const; // that of the current photograph; -1 when it isn't on the page
+    int actingCell() const;  // with the focus, or else the current one
+    void stepPhotograph(int step);
+    void moveToRow(int row);
+    void moveBy(int step);
+    void moveTo(std::int32_t position);
+
+    frmMain& m_form;
+    Album& m_album;
+};
+
+} // namespace trovarium

@@ -1,0 +1,248 @@
+#include "MainWindow.h"
+
+#include "browser/GroupListPane.h"
+#include "browser/ThumbnailPages.h"
+#include "platform/toolkit/Desktop.h"
+#include "viewer/InfoBox.h"
+
+namespace trovarium {
+
+namespace {
+
+enum Key {
+    EnterKey = 13,
+    EscapeKey = 27,
+    SpaceKey = 32,
+    PageUpKey = 33,
+    PageDownKey = 34,
+    EndKey = 35,
+    HomeKey = 36,
+    LeftKey = 37,
+    UpKey = 38,
+    RightKey = 39,
+    DownKey = 40,
+    DeleteKey = 46,
+    AKey = 65,
+    MenuKey = 93,
+    PlusKey = 107,
+    MinusKey = 109,
+    F2Key = 113,
+    F11Key = 122
+};
+
+constexpr const char* AskRemoval = "Are you sure you want to remove the photograph(s) from this group?";
+
+class KeyboardTest : public MainWindow {
+protected:
+    void openGroup(int photos)
+    {
+        putPhotos(names(photos));
+        putGroup("  All Photos  ", names(photos));
+        putGroup("Alps", names(photos));
+        open();
+        pressRowNamed("Alps");
+    }
+    void key(int code, int shift = NoKeys) { robot.key(main(), code, shift); }
+    void keys(const std::vector<int>& codes)
+    {
+        for (const int code : codes)
+            key(code);
+    }
+    // The position of the thumbnail with the focus; 0 for none.
+    int focus()
+    {
+        for (int cell = 0; cell < 16; ++cell) {
+            if (main().imgThumbnail(cell).hasFocus())
+                return main().pages().positionOf(cell);
+        }
+        return 0;
+    }
+};
+
+} // namespace
+
+TEST_F(KeyboardTest, ArrowsMoveAmongThumbnailsAndTurnPages)
+{
+    struct Case {
+        const char* what;
+        std::vector<int> keys;
+        int focus;
+    };
+    const std::vector<Case> cases{
+        {"right", {HomeKey, RightKey}, 2},
+        {"left stops at the first", {HomeKey, LeftKey}, 1},
+        {"down a row", {HomeKey, DownKey}, 5},
+        {"up stops in the first row", {HomeKey, RightKey, UpKey}, 2},
+        {"right turns the page", {HomeKey, DownKey, DownKey, DownKey, RightKey, RightKey, RightKey, RightKey}, 17},
+        {"left turns it back", {EndKey, HomeKey, DownKey, DownKey, DownKey, DownKey, LeftKey}, 16},
+        {"down turns the page", {HomeKey, RightKey, DownKey, DownKey, DownKey, DownKey}, 18},
+        {"the end", {EndKey}, 38},
+        {"right stops at the last", {EndKey, RightKey}, 38},
+        {"down into a short row ends at the last", {EndKey, UpKey, RightKey, DownKey}, 38},
+        {"down in the last row stops", {EndKey, LeftKey, DownKey}, 37},
+    };
+    openGroup(38);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        keys(c.keys);
+        EXPECT_EQ(focus(), c.focus);
+        EXPECT_EQ(main().lbStatusPage.Caption(), "Page " + std::to_string((c.focus - 1) / 16 + 1) + " of 3");
+    }
+    keys({HomeKey, PageDownKey});
+    EXPECT_EQ(main().lbStatusPage.Caption(), "Page 2 of 3");
+    key(PageUpKey);
+    EXPECT_EQ(main().lbStatusPage.Caption(), "Page 1 of 3");
+}
+
+TEST_F(KeyboardTest, SpaceSelectsAsTheMouseDoes)
+{
+    openGroup(9);
+    keys({HomeKey, RightKey, SpaceKey});
+    EXPECT_EQ(selectedPositions(), std::vector<int>{2});
+    EXPECT_EQ(main().lbStatusCount.Caption(), "Photo 2 of 9");
+    keys({RightKey, RightKey});
+    key(SpaceKey, ShiftKey);
+    EXPECT_EQ(selectedPositions(), (std::vector<int>{2, 3, 4}));
+    key(LeftKey);
+    key(SpaceKey, CtrlKey);
+    EXPECT_EQ(selectedPositions(), (std::vector<int>{2, 4}));
+    key(SpaceKey);
+    EXPECT_EQ(selectedPositions(), std::vector<int>{3});
+    EXPECT_EQ(linesOf("Alps"), names(9));
+}
+
+TEST_F(KeyboardTest, CtrlASelectsAllAndNothingInAnEmptyGroup)
+{
+    openGroup(20);
+    key(AKey, CtrlKey);
+    EXPECT_EQ(group().SelectedCount, 20);
+    EXPECT_EQ(selectedPositions().size(), 20U);
+    putGroup("Alps", {});
+    pressRowNamed("Alps");
+    select({});
+    const std::vector<std::string> log = logLines();
+    key(AKey, CtrlKey);
+    EXPECT_EQ(selectedPositions(), std::vector<int>{});
+    EXPECT_EQ(logLines(), log);
+}
+
+TEST_F(KeyboardTest, EnterOpensAndEscapeGoesBackToThePage)
+{
+    openGroup(20);
+    keys({EndKey, EnterKey});
+    EXPECT_TRUE(main().imgbox.Visible());
+    EXPECT_EQ(view().ViewMode, ViewPhoto);
+    EXPECT_EQ(view().CurrentIndex, 20);
+    key(LeftKey);
+    EXPECT_EQ(view().CurrentIndex, 19);
+    key(PlusKey, ShiftKey);
+    EXPECT_EQ(view().ZoomLevel, 2);
+    key(MinusKey);
+    EXPECT_EQ(view().ZoomLevel, 1);
+    key(EscapeKey);
+    EXPECT_EQ(view().ViewMode, ViewThumbnails);
+    EXPECT_FALSE(main().imgbox.Visible());
+    EXPECT_EQ(cells().size(), 4U);
+    EXPECT_TRUE(main().VScroll1.Enabled());
+    EXPECT_EQ(focus(), 19) << "on the photograph that was on show";
+    key(F11Key);
+    EXPECT_EQ(fullScreenShown, 1);
+}
+
+TEST_F(KeyboardTest, DeleteAndRenameFollowTheRulesOfTheirEntries)
+{
+    openGroup(4);
+    keys({HomeKey, SpaceKey});
+    prompts.expectQuestion(AskRemoval, Answer::Yes);
+    key(DeleteKey);
+    EXPECT_EQ(linesOf("Alps"), (std::vector<std::string>{"p2.jpg", "p3.jpg", "p4.jpg"}));
+    prompts.expectInput("Rename \"Alps\" group to ...", "Winter");
+    key(F2Key);
+    EXPECT_EQ(group().CurrentGroupName, "Winter");
+
+    pressRow(0);
+    key(F2Key); // a question would fail the test
+    main().mnuEdit.Enabled = false;
+    key(DeleteKey);
+    EXPECT_EQ(linesOf("  All Photos  "), names(4));
+}
+
+TEST_F(KeyboardTest, TheMenuKeyOpensTheMenuOfWhatHasTheFocus)
+{
+    openGroup(4);
+    int opened = 0;
+    keys({HomeKey, RightKey});
+    robot.whenMenuOpens([&] {
+        ++opened;
+        EXPECT_EQ(selectedPositions(), std::vector<int>{2});
+        robot.dismissMenu();
+    });
+    select({});
+    key(MenuKey);
+    main().pctAlbumList(1).SetFocus();
+    robot.whenMenuOpens([&] {
+        ++opened;
+        robot.dismissMenu();
+    });
+    key(MenuKey);
+    EXPECT_EQ(opened, 2);
+    EXPECT_EQ(main().groupList().SelectedGroupName, "Alps");
+}
+
+TEST_F(KeyboardTest, ArrowsMoveAmongTheRowsAndScrollThem)
+{
+    for (int i = 1; i <= 8; ++i)
+        putGroup("h" + std::to_string(i), {});
+    openGroup(2);
+    main().pctAlbumList(7).SetFocus();
+    keys({DownKey, DownKey, DownKey});
+    EXPECT_EQ(main().groupList().FirstGroupRow, 2);
+    EXPECT_TRUE(main().pctAlbumList(7).hasFocus());
+    key(EnterKey);
+    EXPECT_EQ(group().CurrentGroupName, "h8");
+    key(UpKey);
+    key(SpaceKey);
+    EXPECT_EQ(group().CurrentGroupName, "h7");
+}
+
+TEST_F(KeyboardTest, NoKeyActsWhileATextIsEdited)
+{
+    openGroup(4);
+    keys({HomeKey, SpaceKey});
+    main().infoBox().cmdEditPhotoInfo_Click();
+    for (const bool inText : {true, false}) {
+        if (inText)
+            main().txtEvent.SetFocus();
+        else
+            main().imgThumbnail(1).SetFocus();
+        keys({F2Key, F11Key, EscapeKey, RightKey, PlusKey});
+        key(AKey, CtrlKey);
+        if (!inText)
+            key(DeleteKey);
+    }
+    EXPECT_EQ(fullScreenShown, 0);
+    EXPECT_EQ(selectedPositions(), std::vector<int>{1});
+    EXPECT_TRUE(prompts.asked().empty());
+    main().infoBox().cmdEditPhotoInfo_Click();
+}
+
+TEST_F(KeyboardTest, TabGoesFromTheGroupsToTheThumbnailsToTheButtons)
+{
+    openGroup(3);
+    main().pctAlbumList(0).SetFocus();
+    std::vector<std::string> way;
+    for (int i = 0; i < 40 && !main().pctNext.hasFocus(); ++i) {
+        robot.tab(main());
+        for (Control* control : std::initializer_list<Control*>{&main().pctAlbumList(1), &main().imgThumbnail(0),
+                 &main().imgThumbnail(2), &main().cmdFullScreen, &main().pctPrev}) {
+            if (control->hasFocus())
+                way.push_back(control->Name());
+        }
+    }
+    EXPECT_EQ(way,
+        (std::vector<std::string>{
+            "pctAlbumList(1)", "imgThumbnail(0)", "imgThumbnail(2)", "cmdFullScreen", "pctPrev"}));
+    EXPECT_TRUE(main().pctNext.hasFocus());
+}
+
+} // namespace trovarium
