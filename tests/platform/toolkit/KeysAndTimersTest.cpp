@@ -155,6 +155,23 @@ TEST(ScreenReaders, DrawnItemsHaveNameRoleAndAction)
     EXPECT_TRUE(firstButton->state().invisible);
 }
 
+TEST(ScreenReaders, ABoxThatCanBeClickedIsAButtonCalledAsItsText)
+{
+    Form form(testDesktop(), {.Name = "Rows", .Width = 3000, .Height = 1500});
+    PictureBox row(&form, {.Name = "row", .Width = 1500, .Height = 450});
+    Label caption(&row, {.Name = "caption", .Width = 1500, .Height = 450, .Caption = "All && more"});
+    int pressed = 0;
+    row.MouseDown.connect([&](int button, int, float, float) { pressed = button; });
+    form.show();
+    QAccessibleInterface* box = QAccessible::queryAccessibleInterface(row.surface());
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->role(), QAccessible::Button);
+    EXPECT_EQ(box->text(QAccessible::Name).toStdString(), "All & more");
+    box->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(pressed, LeftButton);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&form.view()->client())->role(), QAccessible::Pane);
+}
+
 TEST(Timers, TickOnlyWhileTheFormIsLoadedAndTheyAreOn)
 {
     Desktop& desktop = testDesktop();

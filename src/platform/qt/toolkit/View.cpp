@@ -33,8 +33,7 @@ WidgetView::~WidgetView()
 {
     if (!m_widget)
         return;
-    m_widget->disconnect();
-    m_widget->blockSignals(true);
+    m_widget->blockSignals(true); // and not cut: the desktop's own register waits to hear of its end
     m_widget->hide();
     m_widget->deleteLater();
 }

@@ -36,7 +36,7 @@ private:
 };
 
 // A control that is a widget of the desktop. The widget belongs to the view and outlives it until control
-// returns to the event loop, hidden and with its signals cut, since the view may go inside its own event.
+// returns to the event loop, hidden and with its signals blocked, since the view may go inside its own event.
 class WidgetView : public View {
 public:
     // Takes a widget made with `surfaceWidget(control)` as its parent; sets place, visibility, input, tool
