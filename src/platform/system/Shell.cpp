@@ -46,7 +46,7 @@ std::string lookedUp(std::string_view name)
     for (;;) {
         const std::size_t end = std::min(folders.find(':'), folders.size());
         // An empty entry is the working folder.
-        const std::string program =
+        std::string program =
             absolute(std::string(folders.substr(0, end)) + (end == 0 ? "./" : "/") + std::string(name));
         if (isProgram(program))
             return program;

@@ -26,7 +26,7 @@ std::vector<std::string> foldersIn(FileService& files, const std::string& folder
     std::vector<std::string> names;
     attempt([&] { names = files.listFolders(folder); });
     for (std::string& name : names)
-        name = folder + "\\" + name;
+        name.insert(0, folder + "\\");
     return names;
 }
 

@@ -11,7 +11,7 @@ namespace trovarium {
 
 namespace {
 
-constexpr int BlanksToALevel = 2;
+constexpr qsizetype BlanksToALevel = 2;
 
 class FolderListView : public WidgetView, private RowSource {
 public:
