@@ -12,6 +12,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <functional>
 
 namespace trovarium {
@@ -169,6 +171,20 @@ TEST_F(ButtonsTest, TheUserChoosesAnOptionByMouseAndArrow)
     form.optPosition(1).Value = false;
     robot.click(form.optPosition(1), LeftButton, NoKeys, At{8, 10});
     EXPECT_EQ(form.taken(), "opt1(1) ") << "what code cleared may be chosen again";
+}
+
+TEST_F(ButtonsTest, ADisabledCaptionCanBeToldFromTheForm)
+{
+    show();
+    form.chkOption.Enabled = false;
+    const Shot disabled = robot.shot(form);
+    form.chkOption.Caption = "";
+    const Shot blank = robot.shot(form);
+    int strongest = 0;
+    for (int y = 93; y < 113; ++y)
+        for (int x = 20; x < 100; ++x)
+            strongest = std::max(strongest, std::abs(disabled.at(x, y).red - blank.at(x, y).red));
+    EXPECT_GT(strongest, 60);
 }
 
 TEST_F(ButtonsTest, CaptionsAndColoursShow)

@@ -17,6 +17,8 @@ namespace {
 // Dense enough for every screen; a face is scaled down from it.
 constexpr int FaceDensity = 3;
 
+constexpr int EdgeWidth = 6; // pixels that a caption leaves free, both edges together
+
 QIcon faceIcon(const Picture& picture)
 {
     if (picture.empty())
@@ -62,9 +64,11 @@ public:
     void apply(Change change) override
     {
         switch (change) {
+        case Change::Geometry:
+            WidgetView::apply(change);
+            [[fallthrough]];
         case Change::Text:
-            m_push->setText(toQString(m_button.Caption()));
-            fitFont();
+            showCaption(*m_push, m_button.Caption(), EdgeWidth);
             break;
         case Change::Appearance:
             m_push->setIcon(faceIcon(m_button.Picture()));
@@ -90,18 +94,6 @@ private:
         m_push->window()->installEventFilter(m_keys.get());
         QObject::connect(
             m_push, &QPushButton::clicked, m_push, [this] { fromDesktop(m_button, [&] { m_button.Click.raise(); }); });
-    }
-
-    // A small button's caption is set smaller rather than cut.
-    void fitFont()
-    {
-        constexpr int Margin = 6;
-        int pixels = 12;
-        m_push->setFont(planFont(static_cast<float>(pixels)));
-        QString shown = m_push->text();
-        shown.remove(QLatin1Char('&'));
-        while (pixels > 9 && m_push->fontMetrics().horizontalAdvance(shown) > m_push->width() - Margin)
-            m_push->setFont(planFont(static_cast<float>(--pixels)));
     }
 
     Button& m_button;

@@ -10,6 +10,8 @@ namespace trovarium {
 
 namespace {
 
+constexpr int MarkWidth = 20; // pixels in front of the caption
+
 class CheckBoxView : public WidgetView {
 public:
     explicit CheckBoxView(CheckBox& box)
@@ -20,8 +22,11 @@ public:
     void apply(Change change) override
     {
         switch (change) {
+        case Change::Geometry:
+            WidgetView::apply(change);
+            [[fallthrough]];
         case Change::Text:
-            m_check->setText(toQString(m_box.Caption()));
+            showCaption(*m_check, m_box.Caption(), MarkWidth);
             break;
         case Change::Content: {
             const QSignalBlocker quiet(m_check);

@@ -115,6 +115,7 @@ Answer DesktopPrompts::messageBox(std::string_view text, Buttons buttons, std::s
     auto* column = new QVBoxLayout(&box);
     column->addLayout(row);
     column->addWidget(&box.buttons());
+    column->setSizeConstraint(QLayout::SetFixedSize);
     box.buttons().setStandardButtons(isQuestion ? QDialogButtonBox::Yes | QDialogButtonBox::No
                                                 : QDialogButtonBox::StandardButtons(QDialogButtonBox::Ok));
     QPushButton* first = box.buttons().button(isQuestion ? QDialogButtonBox::Yes : QDialogButtonBox::Ok);
@@ -137,6 +138,7 @@ std::string DesktopPrompts::inputBox(std::string_view prompt, std::string_view t
     column->addWidget(box.textArea());
     column->addWidget(edit);
     column->addWidget(&box.buttons());
+    column->setSizeConstraint(QLayout::SetFixedSize);
     box.buttons().setStandardButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     box.buttons().button(QDialogButtonBox::Ok)->setDefault(true);
     edit->setFocus();

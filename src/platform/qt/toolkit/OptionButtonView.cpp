@@ -10,6 +10,8 @@ namespace trovarium {
 
 namespace {
 
+constexpr int MarkWidth = 20; // pixels in front of the caption
+
 class OptionButtonView : public WidgetView {
 public:
     explicit OptionButtonView(OptionButton& option)
@@ -20,8 +22,11 @@ public:
     void apply(Change change) override
     {
         switch (change) {
+        case Change::Geometry:
+            WidgetView::apply(change);
+            [[fallthrough]];
         case Change::Text:
-            m_radio->setText(toQString(m_option.Caption()));
+            showCaption(*m_radio, m_option.Caption(), MarkWidth);
             break;
         case Change::Content:
             showValue();

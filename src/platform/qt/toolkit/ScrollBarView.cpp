@@ -46,8 +46,10 @@ protected:
     void initStyleOption(QStyleOptionSlider* option) const override
     {
         QScrollBar::initStyleOption(option);
-        if (!takesInput())
-            option->state &= ~QStyle::State_Enabled;
+        if (takesInput())
+            return;
+        option->state &= ~QStyle::State_Enabled;
+        option->palette.setCurrentColorGroup(QPalette::Disabled);
     }
     void mousePressEvent(QMouseEvent* event) override
     {
