@@ -1,0 +1,154 @@
+"""The files that the benchmarks work on, made on demand and kept: photographs out of two packages of Debian's
+(lomiri-wallpapers-16.04, mate-backgrounds), and libraries that hold them."""
+
+import concurrent.futures
+import os
+import shutil
+import struct
+import subprocess
+from pathlib import Path
+
+BACKGROUNDS = Path("/usr/share/backgrounds")
+SOURCES = [
+    "Bridge_by_Sander_Klootwijk.jpg",
+    "Dragonfly_by_Bolly.jpg",
+    "aitzgorri_by_Aitzol_Berasategi.jpg",
+    "life_by_Aitzol_Berasategi.jpg",
+    "mate/nature/Blinds.jpg",
+    "mate/nature/RainDrops.jpg",
+    "picosdeeuropa_by_Aitzol_Berasategi.jpg",
+    "seeding_by_Clements_Engelhardt.jpg",
+    "sunset_by_Aitzol_Berasategi.jpg",
+    "mate/nature/TwoWings.jpg",
+]
+# How many photographs of a kind there are, and the sizes that they come in; 8 megapixels in the mean.
+KINDS = {
+    8: (500, [(2832, 2120), (3264, 2448), (2448, 3264), (3648, 2736), (3072, 2304), (3456, 2304), (2304, 3456)]),
+    12: (48, [(4000, 3000), (4256, 2832), (3000, 4000)]),
+    24: (200, [(6000, 4000), (4000, 6000)]),
+}
+# So many are made, each with a cut, a size and colours of its own; the others are copies of them.
+DISTINCT = 20
+
+MANY = 30_000
+NAME_OF_MANY = "Photograph {:05}.jpg"
+PLAIN_DATE = 1_000_000_000  # of photographs and thumbnails alike, so that none is out of date
+ALL_PHOTOS = "  All Photos  .lst"
+FOLDERS = ["Photos", "Photo_Info", "Photo_Thumbnails", "Photo_SlideGroups", "Photo_Audio", "Photo_Midi", "Help"]
+
+
+def _make_photograph(target: Path, number: int, sizes: list[tuple[int, int]]) -> None:
+    width, height = sizes[number % len(sizes)]
+    source = BACKGROUNDS / SOURCES[number % len(SOURCES)]
+    unfinished = target.with_suffix(".part")
+    subprocess.run(
+        ["convert", source, "-resize", f"{width}x{height}^", "-gravity", ["center", "east", "west"][number % 3],
+         "-extent", f"{width}x{height}", "-modulate", f"100,{90 + number % 5 * 5},{98 + number % 4}",
+         "-attenuate", "0.15", "+noise", "Gaussian", "-quality", "90", "-sampling-factor", "2x2",
+         f"jpg:{unfinished}"],
+        check=True, env=os.environ | {"MAGICK_THREAD_LIMIT": "1"})
+    os.utime(unfinished, (PLAIN_DATE + number, PLAIN_DATE + number))
+    unfinished.rename(target)
+
+
+def photographs(data: Path, megapixels: int) -> list[Path]:
+    count, sizes = KINDS[megapixels]
+    folder = data / f"{megapixels} megapixels"
+    folder.mkdir(parents=True, exist_ok=True)
+    paths = [folder / f"Picture {number:03}.jpg" for number in range(count)]
+    absent = [number for number in range(min(DISTINCT, count)) if not paths[number].exists()]
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        list(pool.map(lambda number: _make_photograph(paths[number], number, sizes), absent))
+    for number, path in enumerate(paths):
+        if not path.exists():
+            shutil.copy2(paths[number % DISTINCT], path)
+    return paths
+
+
+def _write_info(library: Path, name: str) -> None:
+    lines = [f"PhotoPath=\\Photos\\{name}", f"TITLE=Title of {name}", "PHOTOGRAPHER=Ann", "YEAR=1998",
+             "PEOPLE=Ben, Clara", "PLACE=Rome", "EVENT=Wedding trip", "KEYWORDS=The first roll of film",
+             "ImageWidth=2048", "ImageHeight=1536"]
+    (library / "Photo_Info" / f"{name}.info").write_bytes("".join(line + "\r\n" for line in lines).encode("ascii"))
+
+
+def write_list(library: Path, file_name: str, names: list[str]) -> None:
+    text = "".join(name + "\r\n" for name in names)
+    (library / "Photo_SlideGroups" / file_name).write_bytes(text.encode("ascii"))
+
+
+def _new_library(library: Path) -> Path:
+    """The folder under which it is put together, so that one that was broken off is begun again."""
+    unfinished = library.with_name(library.name + ".part")
+    shutil.rmtree(unfinished, ignore_errors=True)
+    for folder in FOLDERS:
+        (unfinished / folder).mkdir(parents=True)
+    return unfinished
+
+
+def library_of(data: Path, megapixels: int) -> Path:
+    """A library with these photographs and one group of them all, without thumbnails."""
+    library = data / f"library of {megapixels} megapixels"
+    if library.exists():
+        return library
+    unfinished = _new_library(library)
+    paths = photographs(data, megapixels)
+    for path in paths:
+        os.link(path, unfinished / "Photos" / path.name)
+        _write_info(unfinished, path.name)
+    write_list(unfinished, ALL_PHOTOS, [path.name for path in paths])
+    unfinished.rename(library)
+    return library
+
+
+def empty_library(data: Path) -> Path:
+    library = data / "empty library"
+    if not library.exists():
+        _new_library(library).rename(library)
+    return library
+
+
+def _tiny_bitmap() -> bytes:
+    return b"BM" + struct.pack("<IIIIIIHHIIIIII", 58, 0, 54, 40, 1, 1, 1, 24, 0, 4, 0, 0, 0, 0) + b"\x40\x80\xc0\0"
+
+
+def many_names() -> list[str]:
+    return [NAME_OF_MANY.format(number) for number in range(1, MANY + 1)]
+
+
+def library_of_many(data: Path) -> Path:
+    """30,000 photographs that nothing opens, all in order, in three groups."""
+    library = data / "library of many"
+    if library.exists():
+        return library
+    unfinished = _new_library(library)
+    names = many_names()
+    for name in names:
+        for folder in ["Photos", "Photo_Thumbnails"]:
+            path = unfinished / folder / name
+            path.write_bytes(_tiny_bitmap())
+            os.utime(path, (PLAIN_DATE, PLAIN_DATE))
+        _write_info(unfinished, name)
+    write_list(unfinished, ALL_PHOTOS, names)
+    write_list(unfinished, "Holidays.lst", names[::10])
+    write_list(unfinished, "Garden.lst", names[5::100])
+    unfinished.rename(library)
+    return library
+
+
+def many_new_photographs(data: Path) -> Path:
+    """30,000 photographs in a library that knows none of them."""
+    library = data / "library of many new"
+    if not library.exists():
+        unfinished = _new_library(library)
+        for name in many_names():
+            (unfinished / "Photos" / name).write_bytes(_tiny_bitmap())
+        unfinished.rename(library)
+    forget_photographs(library)
+    return library
+
+
+def forget_photographs(library: Path) -> None:
+    for folder in ["Photo_Info", "Photo_SlideGroups"]:
+        shutil.rmtree(library / folder)
+        (library / folder).mkdir()
