@@ -41,7 +41,9 @@ bool isOutOfDate(const FileService& files, const std::string& thumbnail, const s
     std::optional<Instant> photoDate;
     attempt([&] { thumbDate = files.modified(thumbnail); });
     attempt([&] { photoDate = files.modified(photograph); });
-    return thumbDate != photoDate;
+    // What is read answers to its name in another case too: that may be the thumbnail of another photograph
+    // of the same second.
+    return thumbDate != photoDate || !files.exists(thumbnail);
 }
 
 } // namespace

@@ -1,5 +1,8 @@
 #include "LibraryCheck.h"
 
+#include "store/GroupFile.h"
+
+#include <algorithm>
 #include <filesystem>
 
 namespace trovarium {
@@ -54,6 +57,56 @@ TEST_F(RepairPassesTest, PhotographsThatWereDroppedInSettleInThreeStarts)
     start();
     EXPECT_TRUE(changed.empty()) << changed.front();
     EXPECT_EQ(test.allFiles(), before);
+}
+
+TEST_F(RepairPassesTest, OddNamesSettleEachWithFilesOfItsOwn)
+{
+    const std::vector<std::string> kept{"aXb.bmp", "CASE.BMP", "Case.bmp"};
+    const std::vector<std::string> odd{
+        " blank.bmp", "a*b.bmp", "a=b.bmp", "what?.bmp", std::string(246, 'n') + ".bmp", "Café.bmp", "漢字.bmp"};
+    // The last leaves no room for the ending of an information file.
+    const std::vector<std::string> leftAlone{".hidden.bmp", std::string(251, 'x') + ".bmp"};
+    std::vector<std::string> names;
+    for (const auto& some : {kept, odd, leftAlone})
+        names.insert(names.end(), some.begin(), some.end());
+    const auto widthOf = [&](const std::string& name) {
+        return 10 + static_cast<int>(std::find(names.begin(), names.end(), name) - names.begin());
+    };
+    for (const std::string& name : names)
+        addPhoto(name, widthOf(name), 100);
+    std::filesystem::rename(toNativePath(photo("Café.bmp")), toNativePath(photo("Caf\xE9.bmp")));
+    names.resize(kept.size() + odd.size());
+    const auto linesOf = [this](std::string_view list) {
+        EXPECT_TRUE(readGroupList(test.album(), list));
+        std::vector<std::string> lines;
+        for (int i = 1; i <= test.album().group.GroupList.upperBound(); ++i)
+            lines.push_back(test.album().group.GroupList(i));
+        return lines;
+    };
+    const auto before = test.allFiles();
+
+    start();
+    test.putGroup("Trip.lst", names);
+    start();
+    for (const std::string& name : names) {
+        EXPECT_EQ(sizeOfBitmap(test.bytes(thumbnail(name))), (BitmapSize{widthOf(name), 100})) << name;
+        EXPECT_EQ(dateOf(thumbnail(name)), dateOf(photo(name))) << name;
+    }
+    for (const std::string& name : leftAlone)
+        EXPECT_FALSE(test.isThere(thumbnail(name))) << name;
+    EXPECT_EQ(linesOf("Trip.lst"), names);
+    std::vector<std::string> all = linesOf(AllPhotosGroup);
+    EXPECT_TRUE(std::is_permutation(all.begin(), all.end(), names.begin(), names.end()));
+    const auto after = test.allFiles();
+    EXPECT_TRUE(std::includes(after.begin(), after.end(), before.begin(), before.end()));
+
+    for (const std::string& name : odd)
+        desktop.files().remove(photo(name));
+    start();
+    for (const std::string& name : odd)
+        EXPECT_TRUE(test.isThere(removedInfoFile(name)) && !test.isThere(infoFile(name))) << name;
+    EXPECT_EQ(linesOf("Trip.lst"), kept);
+    EXPECT_EQ(linesOf(AllPhotosGroup), kept);
 }
 
 TEST_F(RepairPassesTest, AnEmptyLibraryGetsAnEmptyListAndAFullBar)
@@ -241,11 +294,14 @@ TEST_F(RepairPassesTest, ThumbnailsThatDifferAtAllAreAskedFor)
     using std::chrono::seconds;
     desktop.files().setModified(thumbnail("newer.bmp"), dateOf(photo("newer.bmp")) + seconds(1));
     desktop.files().setModified(thumbnail("older.bmp"), dateOf(photo("older.bmp")) - seconds(1));
+    addPhoto("SAME.bmp");
+    addInfoFile("SAME.bmp");
+    desktop.files().setModified(photo("SAME.bmp"), dateOf(photo("same.bmp")));
 
-    prompts.expectQuestion(buildText(4), Answer::No);
+    prompts.expectQuestion(buildText(5), Answer::No);
     start();
     EXPECT_FALSE(test.isThere(thumbnail("absent.bmp")));
-    prompts.expectQuestion(buildText(4), Answer::Yes);
+    prompts.expectQuestion(buildText(5), Answer::Yes);
     start();
     start(); // asks nothing more
 
