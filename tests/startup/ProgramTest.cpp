@@ -127,6 +127,7 @@ TEST_F(Start, OfABrokenSettingsStoreSaysSoAndEndsTheProgram)
 TEST_F(Start, OfAReadOnlyLibraryWorksOnTheInstalledCopy)
 {
     start();
+    album->Settings().SetOWSetting("Trovarium", "Options", "AutoFix", "False");
     folder.write("Library/Photos/a.jpg", "12345");
     folder.write("Library/Photo_Info/a.jpg.info", "PhotoPath=\\Photos\\a.jpg\r\n");
     folder.write("Library/Photo_Info/b.jpg.info", "PhotoPath=\\Photos\\a.jpg\r\n");
@@ -143,7 +144,7 @@ TEST_F(Start, OfAReadOnlyLibraryWorksOnTheInstalledCopy)
     const auto before = onlyLibrary();
     make(library);
     desktop.files().setFaultHook(readOnlyBelow(library));
-    // No thumbnail is asked for: a builder that was shown would wait for ever.
+    const ScriptedPrompts prompts(desktop); // no thumbnail is asked for
     EXPECT_EQ(runMain(), 0);
     EXPECT_EQ(onlyLibrary(), before);
     const std::string moved = "data/OmbrelaneWorks/Trovarium/CD-5/";
