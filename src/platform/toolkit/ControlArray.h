@@ -21,7 +21,10 @@ public:
     using PlanOf = std::function<Plan(int index)>;
 
     // No element yet: `add` gives each its own parent.
-    explicit ControlArray(std::string_view name) : m_name(name) {}
+    explicit ControlArray(std::string_view name)
+        : m_name(name)
+    {
+    }
 
     // The elements `first` to `last`, each drawn by `planOf`; Name in the plan is not looked at.
     ControlArray(Container* parent, std::string_view name, int first, int last, const PlanOf& planOf)
