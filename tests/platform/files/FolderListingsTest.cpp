@@ -70,18 +70,6 @@ TEST(FolderListings, AChangeByOthersInTheTickOfOurOwnIsSeen)
     EXPECT_EQ(listings.readableName(folder.path(), "OTHER"), "other");
 }
 
-TEST(FolderListings, ASettledFolderIsListedOnce)
-{
-    const TemporaryFolder folder;
-    folder.write("Here.jpg", "");
-    std::filesystem::last_write_time(
-        folder.path(), std::filesystem::last_write_time(folder.path()) - std::chrono::hours(1));
-    FolderListings listings;
-    for (int count = 0; count < 10; ++count)
-        EXPECT_EQ(listings.readableName(folder.path(), "HERE.JPG"), "Here.jpg");
-    EXPECT_EQ(listings.foldersRead(), 1U);
-}
-
 TEST(FolderListings, AFailedChangeOfOurOwnLeavesTheListingTrue)
 {
     const TemporaryFolder folder;

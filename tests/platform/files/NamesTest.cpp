@@ -46,15 +46,6 @@ TEST_F(FileNames, OddNamesGoAroundThroughEveryOperation)
     }
 }
 
-TEST_F(FileNames, AWildcardInANameIsACharacter)
-{
-    folder.write("ab.jpg", "");
-    EXPECT_FALSE(files.exists(at("a*.jpg")));
-    EXPECT_FALSE(files.exists(at("?b.jpg")));
-    EXPECT_EQ(failureOf([&] { files.remove(at("*.jpg")); }), "File not found");
-    EXPECT_TRUE(files.exists(at("ab.jpg")));
-}
-
 TEST_F(FileNames, BothSeparatorsAndDoubledOnesAreTaken)
 {
     makeFolder("sub");
@@ -81,18 +72,11 @@ TEST_F(FileNames, APathThatIsNotAbsoluteIsNeverLookedUpFromTheWorkingFolder)
         EXPECT_EQ(failureOf([&] { files.open(path, OpenMode::Output, 1); }), "Path not found") << path;
         EXPECT_EQ(failureOf([&] { files.remove(path); }), "Path not found") << path;
     }
-    std::filesystem::current_path(before);
-    EXPECT_TRUE(files.exists(at("a.jpg")));
-}
-
-TEST_F(FileNames, AnEmptyPathIsAFileThatIsNotFound)
-{
-    folder.write("a.jpg", "");
     EXPECT_FALSE(files.exists(""));
     EXPECT_EQ(failureOf([&] { files.length(""); }), "File not found");
-    EXPECT_EQ(failureOf([&] { files.copy("", at("b.jpg")); }), "File not found");
     EXPECT_EQ(failureOf([&] { files.copy(at("a.jpg"), ""); }), "File not found");
-    EXPECT_EQ(failureOf([&] { files.nativeForReading(""); }), "File not found");
+    std::filesystem::current_path(before);
+    EXPECT_TRUE(files.exists(at("a.jpg")));
 }
 
 TEST_F(FileNames, PathsWithoutEndAreRefused)
@@ -101,7 +85,6 @@ TEST_F(FileNames, PathsWithoutEndAreRefused)
     for (int depth = 0; depth < 200000; ++depth)
         path += "\\d";
     EXPECT_EQ(failureOf([&] { files.length(path); }), "Path not found");
-    EXPECT_FALSE(files.exists(at(std::string(5000, 'x'))));
     EXPECT_EQ(failureOf([&] { files.length(at(std::string(300, 'x'))); }), "File not found");
     EXPECT_EQ(
         failureOf([&] { files.open(at(std::string(300, 'x')), OpenMode::Output, 1); }), "Bad file name or number");
@@ -112,7 +95,6 @@ TEST_F(FileNames, WhatIsOnlyReadFallsBackToTheOneNameInAnotherCase)
     folder.write("Fähre.JPG", "1234567");
     const std::string other = at("FÄHRE.jpg");
     EXPECT_EQ(files.length(other), 7);
-    EXPECT_NO_THROW(files.modified(other));
     EXPECT_EQ(files.nativeForReading(other), folder.native("Fähre.JPG"));
     files.copy(other, at("copy.jpg"));
     EXPECT_EQ(folder.read("copy.jpg"), "1234567");
@@ -126,6 +108,7 @@ TEST_F(FileNames, WhatIsWrittenMeansExactlyTheName)
     folder.write("A.JPG", "keep");
     EXPECT_FALSE(files.exists(at("a.jpg")));
     EXPECT_EQ(failureOf([&] { files.remove(at("a.jpg")); }), "File not found");
+    EXPECT_EQ(failureOf([&] { files.remove(at("?.*")); }), "File not found") << "no pattern";
     EXPECT_EQ(failureOf([&] { files.rename(at("a.jpg"), at("b.jpg")); }), "File not found");
     EXPECT_EQ(failureOf([&] { files.setModified(at("a.jpg"), now()); }), "File not found");
     folder.write("source", "new");
@@ -136,16 +119,9 @@ TEST_F(FileNames, WhatIsWrittenMeansExactlyTheName)
     EXPECT_EQ(folder.read("A.JPG"), "keep");
     EXPECT_EQ(folder.read("a.jpg"), "new");
     EXPECT_EQ(folder.read("a.JPG"), "line\r\n");
+    EXPECT_EQ(files.length(at("a.jpg")), 3) << "the exact name wins";
     // Now none is *the* one that differs in case.
     EXPECT_EQ(failureOf([&] { files.length(at("A.jpg")); }), "File not found");
-}
-
-TEST_F(FileNames, TheExactNameWinsOverAnotherCase)
-{
-    folder.write("A.jpg", "1");
-    folder.write("a.jpg", "22");
-    EXPECT_EQ(files.length(at("A.jpg")), 1);
-    EXPECT_EQ(files.length(at("a.jpg")), 2);
 }
 
 TEST_F(FileNames, FoldersOnTheWayAreFoundInAnyCaseAlsoForWriting)
@@ -155,9 +131,6 @@ TEST_F(FileNames, FoldersOnTheWayAreFoundInAnyCaseAlsoForWriting)
     const std::string sub = at("Photos\\été\\");
     files.writeWhole(sub + "a.jpg", "a");
     EXPECT_EQ(folder.read("PHOTOS/Été/a.jpg"), "a");
-    EXPECT_TRUE(files.exists(sub + "a.jpg"));
-    EXPECT_FALSE(files.exists(sub + "A.jpg"));
-    EXPECT_EQ(files.length(sub + "A.jpg"), 1);
     files.rename(sub + "a.jpg", sub + "b.jpg");
     EXPECT_EQ(files.list(sub + "*"), Names{"b.jpg"});
     EXPECT_TRUE(files.folderExists(at("photos\\")));
@@ -165,8 +138,6 @@ TEST_F(FileNames, FoldersOnTheWayAreFoundInAnyCaseAlsoForWriting)
         << "an empty folder beside the full one would hide a library";
     files.makeFolder(sub + "New");
     EXPECT_TRUE(std::filesystem::is_directory(folder.native("PHOTOS/Été/New")));
-    files.remove(sub + "b.jpg");
-    EXPECT_FALSE(files.exists(sub + "b.jpg"));
 }
 
 TEST_F(FileNames, AMissingFolderIsPathNotFoundAndAMissingFileFileNotFound)
@@ -174,16 +145,11 @@ TEST_F(FileNames, AMissingFolderIsPathNotFoundAndAMissingFileFileNotFound)
     folder.write("file", "");
     for (const std::string& path : Names{at("none\\a.jpg"), at("file\\a.jpg")}) {
         EXPECT_EQ(failureOf([&] { files.length(path); }), "Path not found");
-        EXPECT_EQ(failureOf([&] { files.open(path, OpenMode::Input, 1); }), "Path not found");
         EXPECT_EQ(failureOf([&] { files.open(path, OpenMode::Output, 1); }), "Path not found");
         EXPECT_EQ(failureOf([&] { files.remove(path); }), "Path not found");
-        EXPECT_EQ(failureOf([&] { files.copy(at("file"), path); }), "Path not found");
         EXPECT_EQ(failureOf([&] { files.rename(at("file"), path); }), "Path not found");
-        EXPECT_EQ(failureOf([&] { files.makeFolder(path); }), "Path not found");
-        EXPECT_FALSE(files.exists(path));
     }
     EXPECT_EQ(failureOf([&] { files.length(at("none")); }), "File not found");
-    EXPECT_EQ(failureOf([&] { files.open(at("none"), OpenMode::Input, 1); }), "File not found");
     EXPECT_EQ(failureOf([&] { files.length(at("file\\")); }), "File not found");
 }
 
@@ -192,7 +158,6 @@ TEST_F(FileNames, ANameThatIsNoUtf8IsKnownByItsWindows1252Reading)
     folder.write("Caf\xE9 \x81.jpg", "12345");
     const std::string path = at("Café \u0081.jpg");
     EXPECT_EQ(files.list(at("*.jpg")), Names{"Café \u0081.jpg"});
-    EXPECT_TRUE(files.exists(path));
     EXPECT_EQ(files.length(path), 5);
     EXPECT_EQ(files.length(at("CAFÉ \u0081.JPG")), 5);
     EXPECT_FALSE(files.exists(at("CAFÉ \u0081.jpg")));
@@ -214,7 +179,6 @@ TEST_F(FileNames, OfTwoFilesThatBearOneNameTheUtf8OneHasIt)
     folder.write("é.jpg", "22");
     EXPECT_EQ(files.list(at("*")), Names{"é.jpg"});
     EXPECT_EQ(files.length(at("é.jpg")), 2);
-    EXPECT_EQ(files.length(at("É.jpg")), 2);
     files.remove(at("é.jpg"));
     EXPECT_EQ(files.length(at("é.jpg")), 1) << "the other comes to light";
 }
@@ -244,22 +208,6 @@ TEST_F(FileNames, OwnChangesAreSeenByTheFallBack)
     files.makeFolder(at("sub"));
     files.writeWhole(at("SUB\\in.jpg"), "");
     EXPECT_EQ(files.list(at("Sub\\*")), Names{"in.jpg"});
-}
-
-TEST_F(FileNames, ChangesByOthersAreSeenAtOnce)
-{
-    // Faster than the stamps of the file system: each round changes the folder and asks.
-    for (int round = 0; round < 50; ++round) {
-        const std::string number = std::to_string(round);
-        EXPECT_EQ(failureOf([&] { files.length(at("NEW" + number)); }), "File not found");
-        folder.write("new" + number, "");
-        EXPECT_EQ(files.length(at("NEW" + number)), 0);
-        std::filesystem::remove(folder.native("new" + number));
-        EXPECT_EQ(failureOf([&] { files.length(at("NEW" + number)); }), "File not found");
-        files.writeWhole(at("own"), "");
-        folder.write("new" + number, "");
-        EXPECT_EQ(files.length(at("NEW" + number)), 0);
-    }
 }
 
 TEST_F(FileNames, ARenamedFolderTakesItsFilesAlong)
