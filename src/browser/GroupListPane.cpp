@@ -91,9 +91,9 @@ void GroupListPane::CheckGroupScrollArrows()
 // list fails at row 8. Callers pass the caption of a row on show.
 std::int16_t GroupListPane::FindGroupRow(std::string_view FileName) const
 {
-    for (std::int16_t i = 0; i < m_form.lstSlideGroups.ListCount(); ++i) {
+    for (int i = 0; i < m_form.lstSlideGroups.ListCount(); ++i) {
         if (equalInCapitals(FileName, m_form.lbAlbumList(i).Caption() + ".lst"))
-            return i;
+            return static_cast<std::int16_t>(i);
     }
     return -1;
 }

@@ -53,7 +53,8 @@ float cellLeft(int cell)
 
 float cellTop(int cell)
 {
-    return 240 + 1680 * static_cast<float>(cell / 4);
+    const int row = cell / 4;
+    return 240 + 1680 * static_cast<float>(row);
 }
 
 Plan thumbnailPlan(int cell)

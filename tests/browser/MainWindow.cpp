@@ -81,7 +81,8 @@ void MainWindow::putPhotos(const std::vector<std::string>& lines)
     for (const std::string& name : lines) {
         test.put(test.paths().PhotoPath + name, plainBitmap(40, 30));
         test.put(test.paths().ThumbnailPath + name, plainBitmap(20, 15));
-        test.put(test.paths().InfoPath + name + ".info", "PhotoPath=\\Photos\\" + name + "\r\nTITLE=" + name + "\r\n");
+        const std::string info = joinedLines({"PhotoPath=\\Photos\\" + name, "TITLE=" + name});
+        test.put(test.paths().InfoPath + name + ".info", info);
     }
 }
 

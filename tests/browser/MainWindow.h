@@ -16,10 +16,11 @@ namespace trovarium {
 
 // The main window on a temporary library, with all that it opens.
 class MainWindow : public testing::Test {
-protected:
+public:
     MainWindow();
     ~MainWindow() override;
 
+protected:
     // Photographs "p1.jpg", "p2.jpg", ... in a group's list, or another stem.
     static std::vector<std::string> names(int count, const std::string& stem = "p");
     void putGroup(const std::string& group, const std::vector<std::string>& lines);

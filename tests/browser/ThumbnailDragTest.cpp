@@ -36,7 +36,11 @@ protected:
     // The left or the right half of a cell.
     static At leftOf(int cell) { return {24 + 128.0F * static_cast<float>(cell % 4) + 20, middleOf(cell)}; }
     static At rightOf(int cell) { return {24 + 128.0F * static_cast<float>(cell % 4) + 80, middleOf(cell)}; }
-    static float middleOf(int cell) { return 16 + 112.0F * static_cast<float>(cell / 4) + 50; }
+    static float middleOf(int cell)
+    {
+        const int row = cell / 4;
+        return 16 + 112.0F * static_cast<float>(row) + 50;
+    }
 
     std::string order(const std::string& name)
     {

@@ -36,8 +36,10 @@ TEST_F(ThumbnailPagesTest, PagesBarAndTextsFollowTheSizeOfTheGroup)
         EXPECT_EQ(main().VScroll1.Enabled(), c.photos > 16);
         EXPECT_EQ(main().lbStatusPage.Caption(), "Page 1 of " + std::to_string(c.pages));
         const std::string place = c.photos == 0 ? "0 of 0" : "1 of " + std::to_string(c.photos);
+        std::string title = "Group [";
+        title.append(name).append("] Viewing ").append(place);
         EXPECT_EQ(main().lbStatusCount.Caption(), "Photo " + place);
-        EXPECT_EQ(main().lbCount.Caption(), "Group [" + name + "] Viewing " + place);
+        EXPECT_EQ(main().lbCount.Caption(), title);
 
         main().VScroll1.Value = c.pages;
         EXPECT_EQ(cells().size(), c.onLastPage);
