@@ -10,8 +10,8 @@
 #include <QApplication>
 #include <QDialog>
 #include <QEventLoop>
-#include <QStyle>
-#include <QStyleFactory>
+#include <QIcon>
+#include <QProxyStyle>
 
 #include <algorithm>
 #include <clocale>
@@ -29,9 +29,24 @@ constexpr auto Slot = 2ms;
 // How long DoEvents may go without asking the window system.
 constexpr auto LookInterval = 1ms;
 
+// Every menu bar makes a button for entries that it has no room for, which none here lacks. Its icon would have
+// all the library's readers of pictures loaded at the start.
+class ProgramStyle : public QProxyStyle {
+public:
+    ProgramStyle()
+        : QProxyStyle(QStringLiteral("Fusion"))
+    {
+    }
+
+    QIcon standardIcon(StandardPixmap kind, const QStyleOption* option, const QWidget* widget) const override
+    {
+        return kind == SP_ToolBarHorizontalExtensionButton ? QIcon() : QProxyStyle::standardIcon(kind, option, widget);
+    }
+};
+
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
 {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(std::make_unique<ProgramStyle>().release()); // which the library owns
     auto application = std::make_unique<QApplication>(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // libraries below read and write numbers with it
     QApplication::setApplicationName(QStringLiteral("trovarium"));
