@@ -6,6 +6,7 @@ import os
 import shutil
 import struct
 import subprocess
+import time
 from pathlib import Path
 
 BACKGROUNDS = Path("/usr/share/backgrounds")
@@ -149,6 +150,14 @@ def many_new_photographs(data: Path) -> Path:
 
 
 def forget_photographs(library: Path) -> None:
+    """What was made of them is set aside and not deleted: a file system may be slow to make new files where
+    others have just gone."""
+    aside = library.parent / "set aside"
+    aside.mkdir(exist_ok=True)
     for folder in ["Photo_Info", "Photo_SlideGroups"]:
-        shutil.rmtree(library / folder)
+        (library / folder).rename(aside / f"{folder} {time.time_ns()}")
         (library / folder).mkdir()
+
+
+def clean_up(data: Path) -> None:
+    shutil.rmtree(data / "set aside", ignore_errors=True)
