@@ -6,19 +6,6 @@
 
 namespace trovarium {
 
-namespace {
-
-// Every byte from 0x80 on as a line of its own reading.
-std::string highBytes()
-{
-    std::string bytes;
-    for (int value = 0x80; value < 0x100; ++value)
-        bytes += static_cast<char>(value);
-    return bytes;
-}
-
-} // namespace
-
 TEST(Text, CapitalsAreThoseOfAsciiAndWindows1252)
 {
     EXPECT_EQ(upper("azAZ09_-."), "AZAZ09_-.");
@@ -26,6 +13,9 @@ TEST(Text, CapitalsAreThoseOfAsciiAndWindows1252)
     EXPECT_EQ(upper("ÿšœž"), "ŸŠŒŽ");
     EXPECT_EQ(upper("×÷ßµƒŸŠŒŽ€"), "×÷ßµƒŸŠŒŽ€");
     EXPECT_EQ(upper("ąčжω漢😀"), "ąčжω漢😀") << "letters beyond Windows-1252 stay";
+    EXPECT_TRUE(equalInCapitals("Fähre ÿ.JPG", "fÄHRE Ÿ.jpg"));
+    EXPECT_FALSE(equalInCapitals("ÿ", "ß"));
+    EXPECT_FALSE(equalInCapitals("a", "ab"));
 }
 
 TEST(Text, CapitalsKeepEveryBytePositionEvenOfDamagedText)
@@ -33,17 +23,9 @@ TEST(Text, CapitalsKeepEveryBytePositionEvenOfDamagedText)
     for (int lead = 0; lead < 256; ++lead) {
         const std::string damaged{'a', static_cast<char>(lead), '\xBF', 'z', static_cast<char>(lead)};
         EXPECT_EQ(upper(damaged).size(), damaged.size());
+        EXPECT_TRUE(equalInCapitals(damaged, upper(damaged))) << lead;
         EXPECT_EQ(upper(upper(damaged)), upper(damaged)) << lead;
     }
-}
-
-TEST(Text, EqualityInCapitalsAgreesWithUpper)
-{
-    EXPECT_TRUE(equalInCapitals("Fähre.JPG", "fÄHRE.jpg"));
-    EXPECT_TRUE(equalInCapitals("ÿ", "Ÿ"));
-    EXPECT_FALSE(equalInCapitals("ÿ", "ß"));
-    EXPECT_FALSE(equalInCapitals("a", "ab"));
-    EXPECT_FALSE(equalInCapitals("÷", "×"));
 }
 
 TEST(Text, ListsAreSortedByCapitalsThenByBytes)
@@ -60,7 +42,6 @@ TEST(Text, ASearchWithoutCaseGivesBytePositions)
     EXPECT_EQ(findNoCase("aXbx", "x", 2), 3U);
     EXPECT_EQ(findNoCase("abc", "", 3), 3U);
     EXPECT_EQ(findNoCase("abc", "", 4), std::string_view::npos);
-    EXPECT_EQ(findNoCase("abc", "abcd"), std::string_view::npos);
     EXPECT_EQ(findNoCase("aab", "AB"), 1U);
 }
 
@@ -91,7 +72,9 @@ TEST(Text, OnlyWellFormedUtf8IsUtf8)
 
 TEST(Text, EveryByteOfWindows1252ReadsAsOneCharacterAndComesBack)
 {
-    const std::string bytes = highBytes();
+    std::string bytes;
+    for (int value = 0x80; value < 0x100; ++value)
+        bytes += static_cast<char>(value);
     const std::string text = decodeLine(bytes);
     EXPECT_TRUE(isUtf8(text));
     EXPECT_EQ(characterCount(text), bytes.size());

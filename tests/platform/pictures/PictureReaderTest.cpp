@@ -57,45 +57,33 @@ QImage indexed(int width, int height)
 
 TEST(PictureReader, APhotographStandsUprightByItsOrientation)
 {
-    const std::array<std::string, 9> expected = {
-        "RGBW", "RGBW", "GRWB", "WBGR", "BWRG", "RBGW", "BRWG", "WGBR", "GWRB"};
+    constexpr std::array Degrees = {0, 0, 0, 180, 180, 270, 90, 90, 270, 0};
     PictureFolder folder;
     // Neither side is a multiple of the rows that are turned at once.
-    const std::string stored = jpegBytes(quarters(90, 52));
+    const std::string stored = jpegBytes(testScene(150, 74));
+    const QImage upright = loaded(folder, stored);
     for (const bool bigEndian : {false, true})
         for (int orientation = 0; orientation <= 9; ++orientation) {
             SCOPED_TRACE(orientation);
+            const bool mirrored = orientation == 2 || orientation == 4 || orientation == 5 || orientation == 7;
+            const QImage expected =
+                upright.mirrored(mirrored, false)
+                    .transformed(QTransform().rotate(Degrees.at(static_cast<std::size_t>(orientation))));
             const std::string path = folder.put("p.jpg", withOrientation(stored, orientation, bigEndian));
-            const bool turned = orientation >= 5 && orientation <= 8;
-            const std::string& letters = expected.at(orientation <= 8 ? static_cast<std::size_t>(orientation) : 1);
-            for (const Picture& picture : {folder.pictures.load(path), folder.pictures.loadReduced(path, 20)}) {
-                EXPECT_EQ(picture.width(), turned ? 52 : 90);
-                EXPECT_EQ(picture.height(), turned ? 90 : 52);
-                EXPECT_EQ(corners(renderedImage(picture)), letters);
-            }
+            EXPECT_EQ(renderedImage(folder.pictures.load(path)), expected);
+            const Picture reduced = folder.pictures.loadReduced(path, 15);
+            EXPECT_LT(reduced.data()->pixels.width(), expected.width());
+            EXPECT_LT(meanDifference(renderedImage(reduced), expected), 20);
         }
-}
-
-TEST(PictureReader, TurningKeepsEveryPixel)
-{
-    PictureFolder folder;
-    const std::string stored = jpegBytes(testScene(75, 37));
-    const QImage upright = loaded(folder, stored);
-    EXPECT_EQ(loaded(folder, withOrientation(stored, 6)), upright.transformed(QTransform().rotate(90)));
-    EXPECT_EQ(loaded(folder, withOrientation(stored, 8)), upright.transformed(QTransform().rotate(270)));
-    EXPECT_EQ(loaded(folder, withOrientation(stored, 3)), upright.mirrored(true, true));
-    EXPECT_EQ(loaded(folder, withOrientation(stored, 2)), upright.mirrored(true, false));
-    EXPECT_EQ(loaded(folder, withOrientation(stored, 4)), upright.mirrored(false, true));
 }
 
 TEST(PictureReader, EveryKindOfJpegKeepsItsColours)
 {
     const QImage scene = testScene(120, 80);
     PictureFolder folder;
-    EXPECT_LT(meanDifference(loaded(folder, jpegBytes(scene)), scene), 3);
-    EXPECT_LT(meanDifference(loaded(folder, jpegBytes(scene, {.progressive = true})), scene), 3);
-    EXPECT_LT(meanDifference(loaded(folder, jpegBytes(scene, {.inks = JpegInks::Adobe})), scene), 3);
-    EXPECT_LT(meanDifference(loaded(folder, jpegBytes(scene, {.inks = JpegInks::AdobeYcck})), scene), 3);
+    for (const JpegOptions& options : {JpegOptions{}, JpegOptions{.progressive = true},
+             JpegOptions{.inks = JpegInks::Adobe}, JpegOptions{.inks = JpegInks::AdobeYcck}})
+        EXPECT_LT(meanDifference(loaded(folder, jpegBytes(scene, options)), scene), 3);
     QImage grey = scene;
     for (int y = 0; y < grey.height(); ++y)
         for (int x = 0; x < grey.width(); ++x) {
@@ -169,65 +157,46 @@ TEST(PictureReader, EveryKindOfBitmapIsRead)
     const std::string fourColours("\x00\x00\xFF\x00\x00\xFF\x00\x00\xFF\x00\x00\x00\xFF\xFF\xFF\x00", 16);
     const std::string oldColours =
         std::string("\x00\x00\xFF\x00\xFF\x00\xFF\x00\x00\xFF\xFF\xFF", 12) + std::string(std::size_t{252} * 3, '\0');
-    const std::string low("\x22\x22\x33\x33", 4); // blue, white: the lower line comes first
-    const std::string high("\x00\x00\x11\x11", 4);
     const auto repeated = [](const std::string& line, int times) {
         std::string lines;
         while (times-- > 0)
             lines += line;
         return lines;
     };
-    const std::string low8("\2\2\2\2\3\3\3\3", 8);
-    const std::string high8("\0\0\0\0\1\1\1\1", 8);
-    const auto line16 = [](std::uint32_t left, std::uint32_t right) {
-        return little(left, 2) + little(left, 2) + little(left, 2) + little(left, 2) + little(right, 2)
-            + little(right, 2) + little(right, 2) + little(right, 2);
+    const auto half = [&](std::uint32_t left, std::uint32_t right, int bytes) {
+        return repeated(repeated(little(left, bytes), 4) + repeated(little(right, bytes), 4), 4);
     };
-    const auto line24 = [&](std::uint32_t left, std::uint32_t right) {
-        return repeated(little(left, 3), 4) + repeated(little(right, 3), 4);
-    };
-    const auto line32 = [&](std::uint32_t left, std::uint32_t right) {
-        return repeated(little(left, 4), 4) + repeated(little(right, 4), 4);
-    };
-    const std::string lines24 = repeated(line24(Blue, White), 4) + repeated(line24(Red, Green), 4);
-    const std::string down24 = repeated(line24(Red, Green), 4) + repeated(line24(Blue, White), 4);
-    const std::string lines32 = repeated(line32(Blue, White), 4) + repeated(line32(Red, Green), 4);
-    const std::string empty32 = repeated(line32(0xff, 0xffffff), 4) + repeated(line32(0xff0000, 0xff00), 4);
-    const std::string lines555 = repeated(line16(0x001f, 0x7fff), 4) + repeated(line16(0x7c00, 0x03e0), 4);
-    const std::string lines565 = repeated(line16(0x001f, 0xffff), 4) + repeated(line16(0xf800, 0x07e0), 4);
+    const std::string lines4 = repeated("\x22\x22\x33\x33", 4) + repeated("\0\0\x11\x11"s, 4);
+    const std::string low8 = half(2, 3, 1); // blue, white: the lower line comes first
+    const std::string high8 = half(0, 1, 1);
+    const std::string down24 = half(Red, Green, 3) + half(Blue, White, 3);
+    const std::string lines32 = half(Blue, White, 4) + half(Red, Green, 4);
+    const std::string empty32 = half(0xff, 0xffffff, 4) + half(0xff0000, 0xff00, 4);
+    const std::string lines555 = half(0x001f, 0x7fff, 2) + half(0x7c00, 0x03e0, 2);
+    const std::string lines565 = half(0x001f, 0xffff, 2) + half(0xf800, 0x07e0, 2);
     const std::string masks565 = little(0xf800, 4) + little(0x07e0, 4) + little(0x001f, 4);
     const std::string masks32 = little(0xff0000, 4) + little(0xff00, 4) + little(0xff, 4);
     const std::string alpha32 = masks32 + little(0xff000000, 4);
-    const std::string runs8 = repeated(std::string("\4\2\4\3\0\0", 6), 4) + repeated(std::string("\4\0\4\1\0\0", 6), 4)
-        + std::string("\0\1", 2);
-    const std::string runs4 = repeated(std::string("\4\x22\4\x33\0\0", 6), 4)
-        + repeated(std::string("\4\x00\4\x11\0\0", 6), 4) + std::string("\0\1", 2);
+    const std::string runs8 = repeated("\4\2\4\3\0\0"s, 4) + repeated("\4\0\4\1\0\0"s, 4) + "\0\1"s;
+    const std::string runs4 = repeated("\4\x22\4\x33\0\0"s, 4) + repeated("\4\0\4\x11\0\0"s, 4) + "\0\1"s;
 
     struct Case {
         const char* name;
         BitmapOptions options;
     };
     const std::array cases = {
-        Case{"4 bits", {.bits = 4, .palette = fourColours, .lines = repeated(low, 4) + repeated(high, 4)}},
-        Case{"8 bits", {.bits = 8, .palette = fourColours, .lines = repeated(low8, 4) + repeated(high8, 4)}},
-        Case{"8 bits top down",
-            {.bits = 8, .topDown = true, .palette = fourColours, .lines = repeated(high8, 4) + repeated(low8, 4)}},
-        Case{"8 bits, old header",
-            {.bits = 8, .headerLength = 12, .palette = oldColours, .lines = repeated(low8, 4) + repeated(high8, 4)}},
+        Case{"4 bits", {.bits = 4, .palette = fourColours, .lines = lines4}},
+        Case{"8 bits top down", {.bits = 8, .topDown = true, .palette = fourColours, .lines = high8 + low8}},
+        Case{"8 bits, old header", {.bits = 8, .headerLength = 12, .palette = oldColours, .lines = low8 + high8}},
         Case{"8 bits in runs", {.bits = 8, .compression = 1, .palette = fourColours, .lines = runs8}},
         Case{"4 bits in runs", {.bits = 4, .compression = 2, .palette = fourColours, .lines = runs4}},
         Case{"16 bits", {.bits = 16, .lines = lines555}},
         Case{"16 bits by masks", {.bits = 16, .compression = 3, .masks = masks565, .lines = lines565}},
         Case{"16 bits by masks, header of 56",
             {.bits = 16, .compression = 3, .headerLength = 56, .masks = masks565, .lines = lines565}},
-        Case{"24 bits", {.lines = lines24}},
-        Case{"24 bits, old header", {.headerLength = 12, .lines = lines24}},
         Case{"24 bits top down", {.topDown = true, .lines = down24}},
-        Case{"32 bits", {.bits = 32, .lines = lines32}},
         Case{"32 bits, fourth byte empty", {.bits = 32, .lines = empty32}},
         Case{"32 bits by masks", {.bits = 32, .compression = 3, .masks = masks32, .lines = lines32}},
-        Case{"32 bits with alpha",
-            {.bits = 32, .compression = 3, .headerLength = 108, .masks = alpha32, .lines = lines32}},
         Case{"32 bits with alpha, header of 56",
             {.bits = 32, .compression = 3, .headerLength = 56, .masks = alpha32, .lines = lines32}},
         Case{"32 bits with empty alpha",
@@ -237,12 +206,7 @@ TEST(PictureReader, EveryKindOfBitmapIsRead)
     for (const Case& tested : cases) {
         SCOPED_TRACE(tested.name);
         const std::string file = bitmapFile(8, 8, tested.options);
-        const auto failure = attempt([&] {
-            const QImage image = loaded(folder, file);
-            EXPECT_EQ(image.size(), QSize(8, 8));
-            EXPECT_EQ(meanDifference(image, quarters(8, 8)), 0);
-        });
-        EXPECT_FALSE(failure);
+        EXPECT_FALSE(attempt([&] { EXPECT_EQ(meanDifference(loaded(folder, file), quarters(8, 8)), 0); }));
     }
 
     const std::string two("\x00\x00\x00\x00\xFF\xFF\xFF\x00", 8);
@@ -339,21 +303,17 @@ TEST(PictureReader, DamagedFilesFailOrShowSomethingSteady)
     constexpr int Rounds = 300;
     PictureFolder folder;
     const QImage scene = testScene(64, 48);
-    const std::string runs = std::string("\x40\1\0\0", 4);
     std::string lines;
     for (int y = 0; y < 48; ++y)
-        lines += runs;
+        lines += "\x40\1\0\0"s;
     folder.pictures.saveBitmap(pictureFromImage(scene), folder.path("p.bmp"));
     const std::array<std::string, 5> seeds = {
         jpegBytes(scene, {.fullColour = false}),
         jpegBytes(scene, {.progressive = true}),
         gifBytes(64, 48, {.indexed = indexed(64, 48), .transparent = 1}),
         folder.bytes("p.bmp"),
-        bitmapFile(64, 48,
-            {.bits = 8,
-                .compression = 1,
-                .palette = std::string(1024, '\x55'),
-                .lines = lines + std::string("\0\1", 2)}),
+        bitmapFile(
+            64, 48, {.bits = 8, .compression = 1, .palette = std::string(1024, '\x55'), .lines = lines + "\0\1"s}),
     };
     std::uint32_t random = 7;
     const auto below = [&](std::size_t limit) {

@@ -29,14 +29,18 @@ TEST_F(ShellTest, TheProgramsFolderIsTheOneItWasStartedFrom)
 {
     program("bin/trovarium");
     program("other/trovarium");
-    std::filesystem::create_directory(folder.native("Album"));
+    program("other/tool");
+    program("Album/here");
+    program("far/away/trovarium");
+    program("far/trovarium");
     std::filesystem::create_symlink("../bin/trovarium", folder.native("Album/trovarium"));
     std::filesystem::create_directory_symlink("bin", folder.native("linked"));
+    std::filesystem::create_directory_symlink("far/away", folder.native("away"));
     folder.write("bin/notes", "no program");
     std::filesystem::create_directory(folder.native("other/bin"));
 
     const VariableForNow path(
-        "PATH", folder.native("bin/nowhere") + ":" + folder.native("other") + ":" + folder.native("bin"));
+        "PATH", folder.native("bin/nowhere") + "::" + folder.native("other") + ":" + folder.native("bin"));
     const WorkingFolderForNow working(folder.native("Album"));
     ASSERT_TRUE(working.changed());
 
@@ -48,29 +52,15 @@ TEST_F(ShellTest, TheProgramsFolderIsTheOneItWasStartedFrom)
         {"./trovarium", folder.inside("Album")},
         {"../bin/trovarium", folder.inside("bin")},
         {"../other/bin/../../bin/trovarium", folder.inside("bin")},
-        {"trovarium", folder.inside("other")},
+        {"tool", folder.inside("other")},
+        {"here", folder.inside("Album")}, // an empty place in the search path is the working folder
+        {folder.native("away/../trovarium"), folder.inside("away\\..")},
         {"notes", image},
         {"", image},
         {folder.native("Album/gone"), image},
     };
     for (const auto& [argument0, expected] : cases)
         EXPECT_EQ(programPath(argument0), expected) << argument0;
-}
-
-TEST_F(ShellTest, TheFolderAboveALinkIsThatOfItsTarget)
-{
-    program("far/away/trovarium");
-    program("far/trovarium");
-    std::filesystem::create_directory_symlink("far/away", folder.native("linked"));
-    EXPECT_EQ(programPath(folder.native("linked/../trovarium")), folder.inside("linked\\.."));
-}
-
-TEST_F(ShellTest, AnEmptyPlaceInTheSearchPathIsTheWorkingFolder)
-{
-    program("trovarium");
-    const VariableForNow path("PATH", "/nowhere::/nowhere");
-    const WorkingFolderForNow working(folder.path());
-    EXPECT_EQ(programPath("trovarium"), folder.inside());
 }
 
 TEST_F(ShellTest, TheInstalledCopyStandsInTheUsersDataFolder)
@@ -112,21 +102,17 @@ TEST_F(ShellTest, AMissingDocumentOrNoOneToOpenItIsAResultBelow33)
     EXPECT_FALSE(std::filesystem::exists(folder.native("opened")));
 }
 
-TEST_F(ShellTest, StartsAProgramApart)
+TEST_F(ShellTest, StartsAProgramApartAndFindsNoneInWhatIsNone)
 {
     program("tool", "#!/bin/sh\n>started\n");
-    const WorkingFolderForNow working(folder.path());
-    startProgram(folder.inside("tool"));
-    Robot robot(testDesktop());
-    EXPECT_TRUE(robot.until([&] { return std::filesystem::exists(folder.native("started")); }));
-}
-
-TEST_F(ShellTest, WhatIsNoProgramIsNotFound)
-{
     folder.write("text", "no program");
+    const WorkingFolderForNow working(folder.path());
     for (const std::string& path :
         {folder.inside("text"), folder.inside("gone"), folder.inside(), std::string("tool"), std::string()})
         EXPECT_EQ(failureOf([&] { startProgram(path); }), "File not found") << path;
+    startProgram(folder.inside("tool"));
+    Robot robot(testDesktop());
+    EXPECT_TRUE(robot.until([&] { return std::filesystem::exists(folder.native("started")); }));
 }
 
 } // namespace
