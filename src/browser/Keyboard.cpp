@@ -13,6 +13,7 @@
 #include "viewer/SlideShow.h"
 #include "viewer/ZoomAndPan.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace trovarium {
@@ -221,7 +222,8 @@ int Keyboard::focusedRow() const
 int Keyboard::focusedCell() const
 {
     for (int cell = 0; cell < Cells; ++cell) {
-        if (m_form.imgThumbnail(cell).hasFocus())
+        const Image& image = m_form.imgThumbnail(cell);
+        if (image.hasFocus() && image.Visible())
             return cell;
     }
     return -1;
@@ -271,11 +273,11 @@ void Keyboard::moveBy(int step)
     }
     const int last = m_album.group.GroupList.upperBound();
     const int cell = actingCell();
-    if (cell < 0) {
+    if (cell < 0 && std::abs(step) != Cells) {
         moveTo(m_form.pages().positionOf(0));
         return;
     }
-    const std::int32_t here = m_form.pages().positionOf(cell);
+    const std::int32_t here = m_form.pages().positionOf(std::max(cell, 0));
     std::int32_t there = here + step;
     // Down and a page on end at the last photograph when the row or page below it is short.
     if (there > last && step > 1 && (last - 1) / step > (here - 1) / step)
@@ -289,8 +291,11 @@ void Keyboard::moveTo(std::int32_t position)
     if (isPhotographOnShow() || position < 1 || position > m_album.group.GroupList.upperBound())
         return;
     const std::int32_t page = (position - 1) / Cells + 1;
-    if (page != m_form.pages().CurrentPage)
+    if (page != m_form.pages().CurrentPage) {
+        if (!m_form.VScroll1.Enabled())
+            return; // a held key, while a page still turns
         m_form.VScroll1.Value = page;
+    }
     m_form.imgThumbnail((position - 1) % Cells).SetFocus();
 }
 

@@ -24,7 +24,7 @@ void Removal::RemoveFromProgram()
     const Answer answer = m_form.desktop().prompts().messageBox(
         "Are you sure you want to remove selected photograph(s) from the program? The removed photograph(s) will be "
         "place in the following folder -> "
-            + paths.PhotoPath + "Removed",
+            + toNativePath(paths.PhotoPath + "Removed"),
         Buttons::YesNo, "Remove photos from Album");
     if (answer != Answer::Yes)
         return;
@@ -34,9 +34,12 @@ void Removal::RemoveFromProgram()
     attempt([&] { m_album.files.makeFolder(paths.AudioPath + "Removed"); });
     std::int16_t last = -1;
     attempt([&] { last = toInt16(m_album.group.GroupSelect.upperBound()); });
+    // After a list that couldn't be read there are flags beyond its end, which name no photograph.
     for (int i = 0; i <= last; ++i) {
-        if (m_album.group.GroupSelect(i) == 1)
-            setAside(m_album.group.GroupList(i));
+        attempt([&] {
+            if (m_album.group.GroupSelect(i) == 1)
+                setAside(m_album.group.GroupList(i));
+        });
     }
     attempt([&] { RemoveMissingPhotosFromGroup(m_album, m_form.desktop()); });
     GroupListPane& list = m_form.groupList();

@@ -94,6 +94,39 @@ TEST_F(KeyboardTest, ArrowsMoveAmongThumbnailsAndTurnPages)
     EXPECT_EQ(main().lbStatusPage.Caption(), "Page 1 of 3");
 }
 
+TEST_F(KeyboardTest, AHeldPageKeyTurnsNoPageWhileOneTurns)
+{
+    openGroup(38);
+    key(HomeKey);
+    int held = 0;
+    robot.when([&] { return !main().VScroll1.Enabled(); },
+        [&] {
+            ++held;
+            key(PageDownKey);
+        });
+    key(PageDownKey);
+    EXPECT_EQ(held, 1);
+    EXPECT_EQ(main().lbStatusPage.Caption(), "Page 2 of 3");
+    EXPECT_EQ(main().VScroll1.Value(), 2);
+    key(PageDownKey);
+    EXPECT_EQ(main().lbStatusPage.Caption(), "Page 3 of 3");
+}
+
+TEST_F(KeyboardTest, AnEmptyCellThatKeptTheFocusDoesNothing)
+{
+    openGroup(18);
+    main().imgThumbnail(9).SetFocus();
+    robot.wheel(main().imgThumbnail(0), 1);
+    ASSERT_FALSE(main().imgThumbnail(9).Visible());
+    keys({SpaceKey, EnterKey});
+    key(SpaceKey, ShiftKey);
+    EXPECT_EQ(view().CurrentIndex, 1);
+    EXPECT_EQ(view().ViewMode, ViewThumbnails);
+    EXPECT_EQ(logLines(), std::vector<std::string>{});
+    key(RightKey);
+    EXPECT_EQ(focus(), 17);
+}
+
 TEST_F(KeyboardTest, SpaceSelectsAsTheMouseDoes)
 {
     openGroup(9);
@@ -207,7 +240,7 @@ TEST_F(KeyboardTest, ArrowsMoveAmongTheRowsAndScrollThem)
 
 TEST_F(KeyboardTest, NoKeyActsWhileATextIsEdited)
 {
-    openGroup(4);
+    openGroup(20);
     keys({HomeKey, SpaceKey});
     main().infoBox().cmdEditPhotoInfo_Click();
     for (const bool inText : {true, false}) {
@@ -215,12 +248,13 @@ TEST_F(KeyboardTest, NoKeyActsWhileATextIsEdited)
             main().txtEvent.SetFocus();
         else
             main().imgThumbnail(1).SetFocus();
-        keys({F2Key, F11Key, EscapeKey, RightKey, PlusKey});
+        keys({F2Key, F11Key, EscapeKey, RightKey, PlusKey, PageDownKey});
         key(AKey, CtrlKey);
         if (!inText)
             key(DeleteKey);
     }
     EXPECT_EQ(fullScreenShown, 0);
+    EXPECT_EQ(main().lbStatusPage.Caption(), "Page 1 of 2");
     EXPECT_EQ(selectedPositions(), std::vector<int>{1});
     EXPECT_TRUE(prompts.asked().empty());
     main().infoBox().cmdEditPhotoInfo_Click();

@@ -25,7 +25,7 @@ protected:
     {
         prompts.expectQuestion("Are you sure you want to remove selected photograph(s) from the program? The removed "
                                "photograph(s) will be place in the following folder -> "
-                + test.paths().PhotoPath + "Removed",
+                + toNativePath(test.paths().PhotoPath + "Removed"),
             answer);
     }
     std::string photo(const std::string& name) { return test.paths().PhotoPath + name; }
@@ -80,6 +80,20 @@ TEST_F(RemovalTest, ANoOrAnEmptySelectionLosesNothing)
     robot.choose(main().mnuEditRemoveFromAlbum);
     EXPECT_EQ(test.allFiles(), before);
     EXPECT_TRUE(desktop.files().folderExists(test.paths().PhotoPath + "Removed"));
+}
+
+TEST_F(RemovalTest, AFlagBeyondAListThatCouldNotBeReadStopsNoStep)
+{
+    openThreeGroups();
+    test.files().remove(test.paths().SlideGroupPath + "Bath.lst");
+    pressRowNamed("Bath");
+    robot.click(main().imgThumbnail(0)); // still the page of the group before
+    ASSERT_EQ(selectedPositions(), std::vector<int>{1});
+    expectQuestion(Answer::Yes);
+    robot.choose(main().mnuEditRemoveFromAlbum);
+    EXPECT_EQ(main().MousePointer(), DefaultPointer);
+    EXPECT_TRUE(test.isThere(photo("p2.jpg")));
+    EXPECT_EQ(linesOf("Alps"), (std::vector<std::string>{"p2.jpg", "p3.jpg", "p2.jpg"}));
 }
 
 TEST_F(RemovalTest, ALinkedPhotographLeavesTheLibraryAndStaysOnTheDisk)

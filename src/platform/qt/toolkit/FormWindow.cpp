@@ -90,7 +90,9 @@ void FormWindow::keyPressEvent(QKeyEvent* event)
     if (m_form == nullptr)
         return;
     const bool up = event->key() == Qt::Key_PageUp;
-    VScroll* scroll = up || event->key() == Qt::Key_PageDown ? scrollIn(*m_form) : nullptr;
+    // A form with keys of its own has these as well.
+    const bool pages = (up || event->key() == Qt::Key_PageDown) && !m_form->KeyDown.isWired();
+    VScroll* scroll = pages ? scrollIn(*m_form) : nullptr;
     if (scroll != nullptr)
         fromDesktop(*scroll, [&] { scroll->page(up ? -1 : 1); });
     else
