@@ -77,23 +77,17 @@ protected:
 
 } // namespace
 
-TEST_F(Lifecycle, AFormLoadsWhenItIsShownAndNotBefore)
+TEST_F(Lifecycle, AFormLoadsWhenItIsShownAndIsListedInTheOrderOfLoading)
 {
     a().box.Width = 4500;
     EXPECT_FALSE(a.isLoaded());
     EXPECT_EQ(diary, Diary{});
-    a().show();
-    EXPECT_EQ(diary, (Diary{"A load"}));
-    EXPECT_EQ(a().box.Width(), 4500);
-}
-
-TEST_F(Lifecycle, LoadedFormsAreListedInTheOrderOfLoading)
-{
     b().load();
     a().show();
+    EXPECT_EQ(diary, (Diary{"B load", "A load"}));
+    EXPECT_EQ(a().box.Width(), 4500);
     ASSERT_EQ(desktop.formsCount(), 2);
     EXPECT_EQ(&desktop.formsItem(0), &b());
-    EXPECT_EQ(&desktop.formsItem(1), &a());
     EXPECT_EQ(desktop.activeForm(), &a());
     for (const int index : {-1, 2})
         EXPECT_EQ(failureOf([&] { desktop.formsItem(index); }), "Subscript out of range") << index;
@@ -101,25 +95,15 @@ TEST_F(Lifecycle, LoadedFormsAreListedInTheOrderOfLoading)
     EXPECT_EQ(desktop.formsCount(), 1);
 }
 
-TEST_F(Lifecycle, AFormThatUnloadsItselfLivesUntilItsHandlerHasReturned)
+TEST_F(Lifecycle, AFormThatUnloadsItselfLivesUntilItsHandlerHasReturnedBesideANewOne)
 {
     a().show();
     inHandler(a(), [this, &page = a()] {
+        page.box.Width = 300;
         page.unload();
         EXPECT_FALSE(a.isLoaded());
-        page.box.Width = 300;
         desktop.DoEvents();
-        diary.push_back("still here " + std::to_string(static_cast<int>(page.box.Width())));
-    });
-    EXPECT_EQ(diary, (Diary{"A load", "A click", "A unload", "still here 300", "A gone"}));
-}
-
-TEST_F(Lifecycle, TheNextMentionAfterAnUnloadIsANewForm)
-{
-    a().show();
-    inHandler(a(), [this, &page = a()] {
-        page.box.Width = 300;
-        page.unload();
+        EXPECT_EQ(page.box.Width(), 300);
         EXPECT_EQ(a().box.Width(), 1500);
         a().show();
     });
@@ -139,22 +123,19 @@ TEST_F(Lifecycle, UnloadingInsideUnloadAndTwiceDoesNothing)
 TEST_F(Lifecycle, ActivateComesAtTheNextTurnOnceForEachShowing)
 {
     a().show();
-    EXPECT_EQ(diary, (Diary{"A load"}));
+    desktop.repaintOnly();
+    EXPECT_EQ(diary, (Diary{"A load"})) << "waiting is closed to events";
+    a().hide();
+    desktop.DoEvents();
+    EXPECT_EQ(diary, (Diary{"A load"})) << "nor does a hidden form get one";
+    a().show();
+    desktop.DoEvents();
     desktop.DoEvents();
     EXPECT_EQ(diary, (Diary{"A load", "A activate"}));
-    desktop.DoEvents();
     a().hide();
     a().show();
     desktop.DoEvents();
     EXPECT_EQ(diary, (Diary{"A load", "A activate", "A activate"}));
-}
-
-TEST_F(Lifecycle, AHiddenFormGetsNoActivate)
-{
-    a().show();
-    a().hide();
-    desktop.DoEvents();
-    EXPECT_EQ(diary, (Diary{"A load"}));
 }
 
 TEST_F(Lifecycle, AModalFormActivatesInItsOwnLoopAndTheOneBelowAfterIt)
@@ -232,21 +213,6 @@ TEST_F(Lifecycle, AFormUnloadedUnderItsModalChildReturnsWhenTheChildDoes)
     EXPECT_EQ(tail, (Diary{"B unloaded", "C unload", "C back", "B gone", "C gone", "B back"}));
 }
 
-TEST_F(Lifecycle, CodeMayShowAndHideOtherFormsWhileOneIsModal)
-{
-    a().show();
-    robot.whenShown("B", [&] {
-        a().hide();
-        c().show();
-        EXPECT_TRUE(c().isShown());
-        a().show();
-        b().hide();
-    });
-    b().showModal();
-    EXPECT_TRUE(a().isShown());
-    EXPECT_TRUE(c().isShown());
-}
-
 TEST_F(Lifecycle, TheCloseBoxUnloadsAndAFormWithoutOneCantBeClosed)
 {
     Form boxless(desktop, {.Name = "Boxless", .Width = 1500, .Height = 1500, .CloseBox = false});
@@ -259,20 +225,7 @@ TEST_F(Lifecycle, TheCloseBoxUnloadsAndAFormWithoutOneCantBeClosed)
     EXPECT_EQ(diary, (Diary{"A load", "A unload", "A gone"}));
 }
 
-TEST_F(Lifecycle, TheLastUnloadEndsTheLoopWithZero)
-{
-    a().show();
-    b().show();
-    robot.atNextTurn([&] {
-        a().unload();
-        robot.atNextTurn([&] { b().unload(); });
-    });
-    EXPECT_EQ(desktop.run(), 0);
-    EXPECT_EQ(
-        diary, (Diary{"A load", "B load", "A activate", "B activate", "A unload", "A gone", "B unload", "B gone"}));
-}
-
-TEST_F(Lifecycle, AFormShownInPlaceOfTheLastKeepsTheLoop)
+TEST_F(Lifecycle, TheLastUnloadEndsTheLoopWithZeroUnlessAnotherFormIsShown)
 {
     a().show();
     robot.atNextTurn([&] {
@@ -283,7 +236,8 @@ TEST_F(Lifecycle, AFormShownInPlaceOfTheLastKeepsTheLoop)
         robot.atNextTurn([&] { b().unload(); });
     });
     EXPECT_EQ(desktop.run(), 0);
-    EXPECT_EQ(diary.back(), "B gone");
+    EXPECT_EQ(diary,
+        (Diary{"A load", "A activate", "A click", "A unload", "B load", "A gone", "B activate", "B unload", "B gone"}));
 }
 
 TEST_F(Lifecycle, TheEndOfTheProgramLeavesEveryNestedLoop)
@@ -307,56 +261,7 @@ TEST_F(Lifecycle, TheEndOfTheProgramLeavesEveryNestedLoop)
     EXPECT_TRUE(a.isLoaded()) << "nothing is unloaded at the end";
 }
 
-TEST_F(Lifecycle, AfterTheEndNoHandlerRunsAndDoEventsThrows)
-{
-    a().show();
-    inHandler(a(), [&] { desktop.endProgram(); });
-    diary.clear();
-    robot.click(a().box);
-    EXPECT_EQ(diary, Diary{});
-    EXPECT_THROW(desktop.DoEvents(), ProgramEnd);
-    EXPECT_EQ(desktop.run(), 0);
-}
-
-TEST_F(Lifecycle, AnEndBeforeAnyLoopGivesItsExitCode)
-{
-    EXPECT_EQ(desktop.guarded([&] { desktop.endProgram(1); }), 1);
-    EXPECT_EQ(desktop.run(), 1);
-}
-
-TEST_F(Lifecycle, GuardedReturnsZeroAndOneForAFailure)
-{
-    EXPECT_EQ(desktop.guarded([] {}), 0);
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(desktop.guarded([] { throw Failure(FailureKind::DiskFull); }), 1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Disk full\n");
-}
-
-TEST_F(Lifecycle, AFailureThatEscapesIsOneLineAndTheProgramGoesOn)
-{
-    a().show();
-    testing::internal::CaptureStderr();
-    inHandler(a(), [] { throw Failure(FailureKind::PathNotFound); });
-    inHandler(a(), [] { throw std::runtime_error("from a library"); });
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "A.box: Path not found\nA.box: from a library\n");
-}
-
-TEST_F(Lifecycle, AFailureInAnEventRaisedByCodeEndsThere)
-{
-    a().show();
-    a().atClick = [] { throw Failure(FailureKind::Overflow); };
-    testing::internal::CaptureStderr();
-    bool wentOn = false;
-    b().show();
-    inHandler(b(), [&] {
-        a().box.Click.raise();
-        wentOn = true;
-    });
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "A.box: Overflow\n");
-    EXPECT_TRUE(wentOn);
-}
-
-TEST_F(Lifecycle, TheEndPassesThroughAnEventRaisedByCode)
+TEST_F(Lifecycle, TheEndPassesThroughAnEventRaisedByCodeAndNoHandlerRunsAfterIt)
 {
     a().show();
     b().show();
@@ -367,16 +272,37 @@ TEST_F(Lifecycle, TheEndPassesThroughAnEventRaisedByCode)
         wentOn = true;
     });
     EXPECT_FALSE(wentOn);
+    diary.clear();
+    robot.click(a().box);
+    EXPECT_EQ(diary, Diary{});
+    EXPECT_THROW(desktop.DoEvents(), ProgramEnd);
     EXPECT_EQ(desktop.run(), 3);
 }
 
-TEST_F(Lifecycle, WaitingIsClosedToEventsAndTheyComeAfterwards)
+TEST_F(Lifecycle, GuardedReturnsZeroOneForAFailureAndTheProgramsEnd)
+{
+    EXPECT_EQ(desktop.guarded([] {}), 0);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(desktop.guarded([] { throw Failure(FailureKind::DiskFull); }), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Disk full\n");
+    EXPECT_EQ(desktop.guarded([&] { desktop.endProgram(3); }), 3);
+    EXPECT_EQ(desktop.run(), 3);
+}
+
+TEST_F(Lifecycle, AFailureThatEscapesAHandlerIsOneLineAndTheProgramGoesOn)
 {
     a().show();
-    desktop.repaintOnly();
-    EXPECT_EQ(diary, (Diary{"A load"}));
-    desktop.DoEvents();
-    EXPECT_EQ(diary, (Diary{"A load", "A activate"}));
+    b().show();
+    testing::internal::CaptureStderr();
+    inHandler(a(), [] { throw std::runtime_error("from a library"); });
+    a().atClick = [] { throw Failure(FailureKind::Overflow); };
+    bool wentOn = false;
+    inHandler(b(), [&] {
+        a().box.Click.raise();
+        wentOn = true;
+    });
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "A.box: from a library\nA.box: Overflow\n");
+    EXPECT_TRUE(wentOn);
 }
 
 TEST(FormGeometry, SizesAreThoseOfTheWholeWindowAndScalesThoseOfTheClientArea)

