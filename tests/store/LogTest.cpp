@@ -22,32 +22,23 @@ std::string masked(std::string text)
     return text;
 }
 
+// A log of exactly `size` bytes: a header that fills up, and numbered lines of 101 characters.
+std::string filled(std::size_t size)
+{
+    constexpr std::size_t Line = 103;
+    std::string text = std::string(size % Line - 2, 'h') + "\r\n";
+    for (int i = 0; text.size() < size; ++i) {
+        std::string line = std::to_string(i);
+        line.resize(Line - 2, '.');
+        text += line + "\r\n";
+    }
+    return text;
+}
+
 class Log : public testing::Test {
 protected:
-    std::string path() { return test.library() + "\\Trovarium.Log"; }
-    // A log of exactly `size` bytes: the header, lines of `lineLength` characters with the line's number in
-    // front, and a last line that fills up.
-    std::string filled(std::size_t size, std::size_t lineLength)
-    {
-        std::string text = header;
-        for (int i = 0; text.size() < size; ++i) {
-            std::string line = std::to_string(i);
-            line.resize(std::min(lineLength, size - text.size() - 2), '.');
-            text += line + "\r\n";
-            if (size - text.size() < 3 && size != text.size())
-                text.insert(text.size() - 2, size - text.size(), '.');
-        }
-        return text;
-    }
-    // What stands before the line that was written last.
-    std::string withoutLastLine(std::string text)
-    {
-        text.erase(text.rfind('\n', text.size() - 2) + 1);
-        return text;
-    }
-
     TestAlbum test;
-    const std::string header = "Created 01/02/99 03:04\r\n";
+    const std::string path = test.library() + "\\Trovarium.Log";
 };
 
 } // namespace
@@ -55,55 +46,49 @@ protected:
 TEST_F(Log, BeginsWithItsCreationAndTellsProcedureAndError)
 {
     logFailure(test.album(), "LoadGroupNames", Failure(FailureKind::PathNotFound));
-    WriteLogLine(test.album(), path(), "more");
-    EXPECT_EQ(masked(test.bytes(path())),
+    WriteLogLine(test.album(), path, "more");
+    EXPECT_EQ(masked(test.bytes(path)),
         "Created 99/99/99 99:99\r\n"
         "99/99/99  99:99:99AM: An error has occurred in 'LoadGroupNames'. Error = Path not found\r\n"
         "99/99/99  99:99:99AM: more\r\n");
 }
 
-TEST_F(Log, IsTrimmedBeyondEightyThousandBytes)
+TEST_F(Log, LosesItsFirstLinesBeyondEightyThousandBytes)
 {
-    constexpr std::size_t Line = 101;
-    const std::string atLimit = filled(80'000, Line);
-    test.put(path(), atLimit);
-    WriteLogLine(test.album(), path(), "new");
-    EXPECT_EQ(withoutLastLine(test.bytes(path())), atLimit);
-
-    const std::string beyond = filled(80'001, Line);
-    test.put(path(), beyond);
-    WriteLogLine(test.album(), path(), "new");
-    // Ninety-nine lines are one character short of the 10,000, so the hundredth goes too.
-    EXPECT_EQ(withoutLastLine(test.bytes(path())), header + beyond.substr(beyond.find("\r\n100.") + 2));
-    EXPECT_FALSE(test.isThere(test.library() + "\\LogFile.tmp"));
-}
-
-TEST_F(Log, CountsCharactersWhenItDropsLines)
-{
-    // Fifty lines of 200 letters that take two bytes each as UTF-8, then what fills the file.
-    std::string text = header;
+    const std::string beyond = filled(80'001);
+    const std::string header = "Created 01/02/99 03:04\r\n";
+    std::string twoByteLetters = header;
     for (int i = 0; i < 50; ++i) {
         for (int k = 0; k < 200; ++k)
-            text += "Ł";
-        text += "\r\n";
+            twoByteLetters += "Ł";
+        twoByteLetters += "\r\n";
     }
     const std::string rest = std::string(70'000, 'x') + "\r\n";
-    test.put(path(), text + rest);
-    WriteLogLine(test.album(), path(), "new");
-    EXPECT_EQ(withoutLastLine(test.bytes(path())), header + rest);
-}
-
-TEST_F(Log, WithShortLinesAloneKeepsHeaderAndNewLine)
-{
     const std::string longHeader = std::string(79'000, 'h') + "\r\n";
-    test.put(path(), longHeader + std::string(2'000, 'x') + "\r\n");
-    WriteLogLine(test.album(), path(), "new");
-    EXPECT_EQ(withoutLastLine(test.bytes(path())), longHeader);
+    const struct {
+        std::string before;
+        std::string kept;
+    } cases[] = {
+        {filled(80'000), filled(80'000)},
+        // Ninety-nine lines are one character short of the 10,000, so the hundredth goes too.
+        {beyond, beyond.substr(0, beyond.find('0')) + beyond.substr(beyond.find("\r\n100.") + 2)},
+        {twoByteLetters + rest, header + rest}, // characters count, not bytes
+        {longHeader + std::string(2'000, 'x') + "\r\n", longHeader},
+    };
+    for (const auto& one : cases) {
+        test.put(path, one.before);
+        WriteLogLine(test.album(), path, "new");
+        const std::string text = test.bytes(path);
+        EXPECT_TRUE(text.ends_with("M: new\r\n"));
+        EXPECT_EQ(text.substr(0, text.rfind('\n', text.size() - 2) + 1), one.kept);
+        EXPECT_FALSE(test.isThere(test.library() + "\\LogFile.tmp"));
+    }
 }
 
 TEST_F(Log, AFailureInsideClosesEveryFileAndLeavesTheLogAsItWas)
 {
-    const std::string full = filled(80'001, 100);
+    const std::string full = filled(80'001);
+    const std::string other = test.library() + "\\other.txt";
     const struct {
         FileOperation operation;
         std::string_view name;
@@ -115,16 +100,16 @@ TEST_F(Log, AFailureInsideClosesEveryFileAndLeavesTheLogAsItWas)
         {FileOperation::Delete, "Trovarium.Log"},
     };
     for (const auto& fault : faults) {
-        test.put(path(), full);
-        test.put(test.library() + "\\other.txt", "x\r\n");
-        test.files().open(test.library() + "\\other.txt", OpenMode::Input, test.files().freeFile());
+        test.put(path, full);
+        test.put(other, "x\r\n");
+        test.files().open(other, OpenMode::Input, test.files().freeFile());
         test.files().setFaultHook([&](FileOperation operation, std::string_view where) {
             if (operation == fault.operation && where.ends_with(fault.name))
                 throw Failure(FailureKind::DiskFull);
         });
-        WriteLogLine(test.album(), path(), "new");
+        WriteLogLine(test.album(), path, "new");
         test.files().setFaultHook({});
-        EXPECT_TRUE(test.bytes(path()) == full) << fault.name;
+        EXPECT_TRUE(test.bytes(path) == full) << fault.name;
         EXPECT_EQ(test.files().freeFile(), 1) << fault.name;
     }
 }
