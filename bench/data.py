@@ -22,14 +22,13 @@ SOURCES = [
     "sunset_by_Aitzol_Berasategi.jpg",
     "mate/nature/TwoWings.jpg",
 ]
-# How many photographs of a kind there are, and the sizes that they come in; 8 megapixels in the mean.
+# How many photographs of a kind there are, how many of them are made, each with a cut, a size and colours of its
+# own, while the others are copies, and the sizes that they come in; 8 megapixels in the mean.
 KINDS = {
-    8: (500, [(2832, 2120), (3264, 2448), (2448, 3264), (3648, 2736), (3072, 2304), (3456, 2304), (2304, 3456)]),
-    12: (48, [(4000, 3000), (4256, 2832), (3000, 4000)]),
-    24: (200, [(6000, 4000), (4000, 6000)]),
+    8: (500, 20, [(2832, 2120), (3264, 2448), (2448, 3264), (3648, 2736), (3072, 2304), (3456, 2304), (2304, 3456)]),
+    12: (48, 20, [(4000, 3000), (4256, 2832), (3000, 4000)]),
+    24: (200, 7, [(6000, 4000), (4000, 6000)]),
 }
-# So many are made, each with a cut, a size and colours of its own; the others are copies of them.
-DISTINCT = 20
 
 MANY = 30_000
 NAME_OF_MANY = "Photograph {:05}.jpg"
@@ -53,16 +52,16 @@ def _make_photograph(target: Path, number: int, sizes: list[tuple[int, int]]) ->
 
 
 def photographs(data: Path, megapixels: int) -> list[Path]:
-    count, sizes = KINDS[megapixels]
+    count, distinct, sizes = KINDS[megapixels]
     folder = data / f"{megapixels} megapixels"
     folder.mkdir(parents=True, exist_ok=True)
     paths = [folder / f"Picture {number:03}.jpg" for number in range(count)]
-    absent = [number for number in range(min(DISTINCT, count)) if not paths[number].exists()]
+    absent = [number for number in range(distinct) if not paths[number].exists()]
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         list(pool.map(lambda number: _make_photograph(paths[number], number, sizes), absent))
     for number, path in enumerate(paths):
         if not path.exists():
-            shutil.copy2(paths[number % DISTINCT], path)
+            shutil.copy2(paths[number % distinct], path)
     return paths
 
 
