@@ -3,6 +3,7 @@
 #include "browser/frmGroups.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/FormSlot.h"
+#include "support/PlainBitmap.h"
 #include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestAlbum.h"
@@ -60,8 +61,5 @@ private:
     FormSlot<frmMain> m_main;
     FormSlot<frmGroups> m_groups;
 };
-
-// A picture of one colour as an uncompressed bitmap.
-std::string plainBitmap(int width, int height);
 
 } // namespace trovarium

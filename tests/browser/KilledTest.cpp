@@ -1,0 +1,275 @@
+#include "MainWindow.h"
+
+#include "browser/GroupCommands.h"
+#include "browser/GroupListPane.h"
+#include "check/GroupRepair.h"
+#include "check/RepairPasses.h"
+#include "check/frmSplash.h"
+#include "check/frmThumbnail.h"
+#include "platform/files/FileService.h"
+#include "platform/toolkit/Desktop.h"
+#include "store/InfoFile.h"
+#include "store/LibraryFolders.h"
+
+#include <cstdio>
+#include <functional>
+#include <set>
+#include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace trovarium {
+
+namespace {
+
+constexpr int Killed = 42;
+
+// What tells the process that is to be killed of its part.
+constexpr const char* LibraryVariable = "KILLED_LIBRARY";
+constexpr const char* ActVariable = "KILLED_ACT";
+constexpr const char* StepVariable = "KILLED_AT";
+
+bool writes(FileOperation operation)
+{
+    static const std::set<FileOperation> operations{FileOperation::Open, FileOperation::Print, FileOperation::Close,
+        FileOperation::SetDate, FileOperation::Copy, FileOperation::Delete, FileOperation::Rename,
+        FileOperation::MakeFolder};
+    return operations.count(operation) != 0;
+}
+
+// A library whose user acts in a process of its own, which ends in the middle, and which is then started anew.
+class KilledLibrary : public MainWindow {
+public:
+    using Act = std::function<void(KilledLibrary&)>;
+
+    void make()
+    {
+        const AlbumPaths& paths = test.paths();
+        for (const std::string& name : Names) {
+            m_photos[name] = plainBitmap(40 + static_cast<int>(m_photos.size()), 30);
+            test.put(paths.PhotoPath + name, m_photos[name]);
+            test.put(paths.ThumbnailPath + name, plainBitmap(20, 15));
+            desktop.files().setModified(paths.ThumbnailPath + name, desktop.files().modified(paths.PhotoPath + name));
+            CreateInfoFile(desktop.files(), paths.InfoPath + name + ".info", "\\Photos\\" + name);
+        }
+        putGroup("  All Photos  ", Names);
+        putGroup("Alps", Names);
+        putGroup("Rome", {"p3.jpg"});
+        test.put(paths.AudioPath + "p2.jpg.wav", "RIFF");
+        test.put(paths.MidiPath + "Alps.mid", "MThd");
+        m_before = test.allFiles();
+    }
+
+    // The exit code of a process that acts and ends before the operation number `step` that may write.
+    int runUntilKilled(int act, int step)
+    {
+        const pid_t child = fork();
+        if (child == 0) {
+            setenv(LibraryVariable, test.library().c_str(), 1);
+            setenv(ActVariable, std::to_string(act).c_str(), 1);
+            setenv("QT_LOGGING_RULES", "*=false", 1);
+            setenv(StepVariable, std::to_string(step).c_str(), 1);
+            execl("/proc/self/exe", "test_browser", "--gtest_filter=KilledTest.*", "--gtest_brief=1", nullptr);
+            _exit(127);
+        }
+        int status = 0;
+        EXPECT_EQ(waitpid(child, &status, 0), child);
+        EXPECT_TRUE(WIFEXITED(status)) << "signal " << WTERMSIG(status);
+        return WEXITSTATUS(status);
+    }
+
+    // The other side of that, in the process of its own.
+    [[noreturn]] void actUntilKilled(const Act& act)
+    {
+        test.paths().ProgramFolder = test.paths().AppPath = getenv(LibraryVariable);
+        readFolderSettings(test.album());
+        open();
+        pressRowNamed("Alps");
+        int count = 0;
+        const int last = atoi(getenv(StepVariable));
+        desktop.files().setFaultHook([&count, last](FileOperation operation, std::string_view) {
+            if (writes(operation) && ++count == last)
+                _exit(Killed);
+        });
+        act(*this);
+        prompts.verify();
+        std::fflush(nullptr);
+        _exit(HasFailure() ? 1 : 0);
+    }
+
+    void startAgain()
+    {
+        FormSlot<frmThumbnail> builder(
+            desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album()); });
+        FormSlot<frmSplash> splash(desktop, [this] { return std::make_unique<frmSplash>(desktop, test.album()); });
+        splash().show();
+        RepairPasses(test.album(), splash(), builder).CheckFolderContents();
+        RemoveMissingPhotosFromGroup(test.album(), desktop);
+        splash().unload();
+        for (const auto& [name, bytes] : m_photos) {
+            const std::string& folder = test.paths().PhotoPath;
+            EXPECT_TRUE(test.bytes(folder + name) == bytes || test.bytes(folder + "Removed\\" + name) == bytes) << name;
+        }
+    }
+
+    // What is not as it was before the act: "-gone +new changed=its|lines", by path below the library.
+    std::string changes() const
+    {
+        const std::map<std::string, std::string> after = test.allFiles();
+        std::map<std::string, std::string> paths = m_before;
+        paths.insert(after.begin(), after.end());
+        std::string text;
+        for (const auto& [path, bytes] : paths) {
+            const auto was = m_before.find(path);
+            const auto is = after.find(path);
+            if (path.ends_with("Trovarium.Log")) // tells of a photograph that was missing
+                continue;
+            if (is != after.end() && was != m_before.end() && is->second == was->second)
+                continue;
+            const std::string place = path.substr(path.find('/') + 1);
+            if (is == after.end())
+                text += "-" + place + " ";
+            else
+                text += (was == m_before.end() ? "+" : "") + place + shownLines(place, is->second) + " ";
+        }
+        return text;
+    }
+
+    void dragFirstToTheEnd()
+    {
+        robot.press(main().imgThumbnail(0));
+        robot.moveTo(main().pctWindow, At{500, 440});
+        robot.release();
+    }
+    void throughGroupsDialog(Menu& entry)
+    {
+        select({1, 2});
+        robot.when([this] { return groups().isShown() && groups().lstGroups.ListCount() > 0; },
+            [this] {
+                robot.click(groups().lstGroups, LeftButton, NoKeys, At{20, 8});
+            });
+        robot.choose(entry);
+    }
+    void editFirst()
+    {
+        robot.doubleClick(main().imgThumbnail(0));
+        robot.click(main().cmdEditPhotoInfo);
+        main().txtTitle.Text = "New";
+        robot.click(main().cmdEditPhotoInfo);
+    }
+    void deleteAlps()
+    {
+        prompts.expectQuestion("Are you sure you want to delete this group -> Alps", Answer::Yes);
+        robot.choose(main().mnuFileRemove);
+    }
+    void renameAlps()
+    {
+        prompts.expectInput("Rename \"Alps\" group to ...", "Jura");
+        robot.choose(main().mnuFileRenameGroup);
+    }
+    void create()
+    {
+        prompts.expectInput("Enter name for new group.", "Jura");
+        robot.choose(main().mnuFileCreate);
+    }
+    void removeSecond()
+    {
+        select({2});
+        prompts.expectQuestion("Are you sure you want to remove selected photograph(s) from the program? The removed "
+                               "photograph(s) will be place in the following folder -> "
+                + toNativePath(test.paths().PhotoPath + "Removed"),
+            Answer::Yes);
+        robot.choose(main().mnuEditRemoveFromAlbum);
+    }
+
+    using MainWindow::main;
+
+private:
+    void TestBody() override { }
+
+    static std::string shownLines(const std::string& place, std::string bytes)
+    {
+        if (place.find(".lst") == std::string::npos && place.find(".group") == std::string::npos
+            && place.find("Photo_Info/p") == std::string::npos)
+            return {};
+        for (std::size_t end = 0; (end = bytes.find("\r\n", end)) != std::string::npos;)
+            bytes.replace(end, 2, "|");
+        return "=" + bytes;
+    }
+
+    inline static const std::vector<std::string> Names{"p1.jpg", "p2.jpg", "p3.jpg"};
+
+    std::map<std::string, std::string> m_photos;
+    std::map<std::string, std::string> m_before;
+};
+
+struct Case {
+    const char* name;
+    KilledLibrary::Act act;
+    std::vector<std::string> changes; // after the next start, from a kill before the first step to the whole act
+};
+
+} // namespace
+
+TEST(KilledTest, AtAnyWriteOnlyWhatTheOrderOfTheStepsImpliesIsLost)
+{
+    const std::string copied = "Photo_SlideGroups/Rome.lst=p3.jpg|p1.jpg|p2.jpg| ";
+    const std::string photoAside = "+Photos/Removed/p2.jpg ";
+    const std::string infoAside = "+Photo_Info/Removed/p2.jpg.info " + photoAside;
+    const std::string clipAside = "+Photo_Audio/Removed/p2.jpg.wav ";
+    const std::string infoGone = "+Photo_Info/Removed/p2.jpg.info -Photo_Info/p2.jpg.info "
+                                 "Photo_SlideGroups/  All Photos  .lst=p1.jpg|p3.jpg| "
+                                 "Photo_SlideGroups/Alps.lst=p1.jpg|p3.jpg| ";
+    const std::string thumbnailGone = "-Photo_Thumbnails/p2.jpg ";
+    const std::string photoGone = photoAside + "-Photos/p2.jpg ";
+    const std::vector<Case> cases{
+        // An information file counts as missing while it is empty, so that its lines go.
+        {"edit", [](KilledLibrary& library) { library.editFirst(); },
+            {"",
+                "Photo_Info/p1.jpg.info= Photo_SlideGroups/  All Photos  .lst=p2.jpg|p3.jpg| "
+                "Photo_SlideGroups/Alps.lst=p2.jpg|p3.jpg| ",
+                "Photo_Info/p1.jpg.info=PhotoPath=\\Photos\\p1.jpg|TITLE=New|PHOTOGRAPHER=|YEAR=|PEOPLE=|PLACE=|EVENT=|"
+                "KEYWORDS=|ImageWidth=0|ImageHeight=0| "}},
+        {"reorder", [](KilledLibrary& library) { library.dragFirstToTheEnd(); },
+            {"", "Photo_SlideGroups/Alps.lst= ", "Photo_SlideGroups/Alps.lst=p2.jpg|p3.jpg|p1.jpg| "}},
+        {"copy", [](KilledLibrary& library) { library.throughGroupsDialog(library.main().mnuEditAdd); }, {"", copied}},
+        // Between the deletion and the renaming the rest of the list stands in the scratch file alone.
+        {"move", [](KilledLibrary& library) { library.throughGroupsDialog(library.main().mnuEditMove); },
+            {"", copied, copied + "+Photo_SlideGroups/temp.group= ", copied + "+Photo_SlideGroups/temp.group=p3.jpg| ",
+                "-Photo_SlideGroups/Alps.lst " + copied + "+Photo_SlideGroups/temp.group=p3.jpg| ",
+                "Photo_SlideGroups/Alps.lst=p3.jpg| " + copied}},
+        {"create", [](KilledLibrary& library) { library.create(); }, {"", "+Photo_SlideGroups/Jura.lst= "}},
+        {"rename", [](KilledLibrary& library) { library.renameAlps(); },
+            {"", "-Photo_SlideGroups/Alps.lst +Photo_SlideGroups/Jura.lst=p1.jpg|p2.jpg|p3.jpg| ",
+                "-Photo_Midi/Alps.mid +Photo_Midi/Jura.mid -Photo_SlideGroups/Alps.lst "
+                "+Photo_SlideGroups/Jura.lst=p1.jpg|p2.jpg|p3.jpg| "}},
+        {"delete group", [](KilledLibrary& library) { library.deleteAlps(); },
+            {"", "-Photo_SlideGroups/Alps.lst ", "-Photo_Midi/Alps.mid -Photo_SlideGroups/Alps.lst "}},
+        // As soon as the photograph is gone the next start finishes the rest, but for thumbnail and clip.
+        {"removal", [](KilledLibrary& library) { library.removeSecond(); },
+            {"", photoAside, infoAside, clipAside + infoAside, clipAside + infoGone + photoGone,
+                clipAside + infoGone + thumbnailGone + photoGone,
+                clipAside + "-Photo_Audio/p2.jpg.wav " + infoGone + thumbnailGone + photoGone}},
+    };
+    if (const char* act = getenv(ActVariable))
+        KilledLibrary().actUntilKilled(cases.at(static_cast<std::size_t>(atoi(act))).act);
+
+    for (std::size_t act = 0; act < cases.size(); ++act) {
+        SCOPED_TRACE(cases[act].name);
+        std::vector<std::string> seen;
+        int code = Killed;
+        for (int step = 1; code == Killed; ++step) {
+            KilledLibrary library;
+            library.make();
+            code = library.runUntilKilled(static_cast<int>(act), step);
+            library.startAgain();
+            const std::string changes = library.changes();
+            if (seen.empty() || seen.back() != changes)
+                seen.push_back(changes);
+        }
+        EXPECT_EQ(code, 0);
+        EXPECT_EQ(seen, cases[act].changes);
+    }
+}
+
+} // namespace trovarium
