@@ -1,7 +1,8 @@
 #include "LibraryCheck.h"
 
-#include "check/frmFirstTime.h"
 #include "support/Robot.h"
+
+#include <utility>
 
 namespace trovarium {
 
@@ -24,6 +25,17 @@ TEST_F(CheckFormsTest, TheSplashFormTellsItsVersionAndOnlyItsButtonSkips)
     EXPECT_FALSE(splash.isLoaded());
 }
 
+TEST_F(CheckFormsTest, TheBarTakesItsShareOfTheOutlineAndNothingBeyond)
+{
+    splash().load();
+    const float full = splash().shpProgress.Width();
+    for (const auto& [value, share] : {std::pair{0.5F, 0.5F}, {1.5F, 0.5F}, {-0.1F, 0.5F}, {0, 0}, {1, 1}}) {
+        splash().UpdateSplashProgress(value, 1);
+        EXPECT_FLOAT_EQ(splash().pctProgress.Width(), full * share) << value;
+    }
+    splash().unload();
+}
+
 TEST_F(CheckFormsTest, ASkipBeforeTheFirstFileEndsTheCheckAtThatFile)
 {
     for (const char* name : {"gone1.bmp", "gone2.bmp"})
@@ -38,21 +50,6 @@ TEST_F(CheckFormsTest, ASkipBeforeTheFirstFileEndsTheCheckAtThatFile)
     EXPECT_TRUE(test.isThere(infoFile("gone1.bmp")));
     EXPECT_FALSE(test.isThere(groupList("  All Photos  .lst")));
     splash().unload();
-}
-
-TEST_F(CheckFormsTest, TheFirstNoticeStaysUntilItsBoxIsClosed)
-{
-    FormSlot<frmFirstTime> notice(desktop, [this] { return std::make_unique<frmFirstTime>(desktop); });
-    Robot robot(desktop);
-    bool wasShown = false;
-    robot.whenShown("frmFirstTime", [&] {
-        wasShown = true;
-        EXPECT_EQ(notice().Caption(), "Trovarium");
-        robot.close(notice());
-    });
-    notice().showModal();
-    EXPECT_TRUE(wasShown);
-    EXPECT_FALSE(notice.isLoaded());
 }
 
 } // namespace trovarium

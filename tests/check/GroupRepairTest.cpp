@@ -2,7 +2,7 @@
 
 #include "check/GroupRepair.h"
 
-#include <filesystem>
+#include <utility>
 
 namespace trovarium {
 
@@ -35,25 +35,23 @@ TEST_F(GroupRepairTest, KeepsOrderAndDoublesOfWhatIsThereInEveryFileOfTheFolder)
 
 TEST_F(GroupRepairTest, AFailureLeavesTheListAsItStands)
 {
-    struct Case {
-        const char* what;
+    const struct {
         FileOperation operation;
         std::string pathEnding;
         FailureKind kind;
-    };
-    const std::vector<Case> cases{
-        {"open the list", FileOperation::Open, "Rome.lst", FailureKind::PathFileAccess},
-        {"read the list", FileOperation::LineInput, "Rome.lst", FailureKind::DeviceIo},
-        {"close the list", FileOperation::Close, "Rome.lst", FailureKind::DeviceIo},
-        {"open the scratch file", FileOperation::Open, "TmpGroup.lst", FailureKind::PathFileAccess},
-        {"print", FileOperation::Print, "TmpGroup.lst", FailureKind::DiskFull},
-        {"close the scratch file", FileOperation::Close, "TmpGroup.lst", FailureKind::DiskFull},
-        {"replace the list", FileOperation::Copy, "Rome.lst", FailureKind::DiskFull},
-        {"list the information files", FileOperation::List, "Photo_Info\\*.*", FailureKind::DeviceIo},
+    } cases[] = {
+        {FileOperation::Open, "Rome.lst", FailureKind::PathFileAccess},
+        {FileOperation::LineInput, "Rome.lst", FailureKind::DeviceIo},
+        {FileOperation::Close, "Rome.lst", FailureKind::DeviceIo},
+        {FileOperation::Open, "TmpGroup.lst", FailureKind::PathFileAccess},
+        {FileOperation::Print, "TmpGroup.lst", FailureKind::DiskFull},
+        {FileOperation::Close, "TmpGroup.lst", FailureKind::DiskFull},
+        {FileOperation::Copy, "Rome.lst", FailureKind::DiskFull},
+        {FileOperation::List, "Photo_Info\\*.*", FailureKind::DeviceIo},
     };
     const std::string before = joinedLines({"a.bmp", "lost.bmp", "b.bmp"});
-    for (const Case& tried : cases) {
-        SCOPED_TRACE(tried.what);
+    for (const auto& tried : cases) {
+        SCOPED_TRACE(&tried - cases);
         test.put(groupList("Rome.lst"), before);
         failAt(tried.operation, tried.pathEnding, tried.kind);
         repair();
@@ -66,35 +64,30 @@ TEST_F(GroupRepairTest, AFailureLeavesTheListAsItStands)
     EXPECT_EQ(test.bytes(groupList("Rome.lst")), joinedLines({"a.bmp", "b.bmp"}));
 }
 
-TEST_F(GroupRepairTest, NothingIsRewrittenWithoutTheFolderOfTheInformationFiles)
+TEST_F(GroupRepairTest, NothingIsRewrittenWithoutTheFolderOfTheInformationFilesOrAfterASkip)
 {
     const std::string before = joinedLines({"a.bmp", "lost.bmp"});
     test.put(groupList("Rome.lst"), before);
-    test.paths().InfoPath = test.library() + "\\Unplugged\\";
+    const std::string infoPath = std::exchange(test.paths().InfoPath, test.library() + "\\Unplugged\\");
     repair();
     EXPECT_EQ(test.bytes(groupList("Rome.lst")), before);
     EXPECT_EQ(desktop.Screen().MousePointer(), DefaultPointer);
+    test.paths().InfoPath = infoPath;
+    test.album().AutoCheckBypass = true;
+    repair();
+    EXPECT_EQ(test.bytes(groupList("Rome.lst")), before);
 }
 
 TEST_F(GroupRepairTest, AScratchFileOfAnEarlierRunIsNoGroup)
 {
-    test.put(groupList("TmpGroup.lst"), joinedLines({"a.bmp", "b.bmp"}));
-    repair();
-    EXPECT_FALSE(isScratchThere());
-    test.put(groupList("TmpGroup.lst"), joinedLines({"a.bmp", "b.bmp"}));
-    test.put(groupList("Rome.lst"), joinedLines({"b.bmp"}));
-    repair();
-    EXPECT_FALSE(isScratchThere());
-    EXPECT_EQ(test.bytes(groupList("Rome.lst")), joinedLines({"b.bmp"}));
-}
-
-TEST_F(GroupRepairTest, ASkippedCheckRewritesNothingForTheRestOfTheRun)
-{
-    const std::string before = joinedLines({"lost.bmp"});
-    test.put(groupList("Rome.lst"), before);
-    test.album().AutoCheckBypass = true;
-    repair();
-    EXPECT_EQ(test.bytes(groupList("Rome.lst")), before);
+    for (const std::string list : {"", "b.bmp\r\n"}) {
+        test.put(groupList("TmpGroup.lst"), joinedLines({"a.bmp", "b.bmp"}));
+        if (!list.empty())
+            test.put(groupList("Rome.lst"), list);
+        repair();
+        EXPECT_FALSE(isScratchThere());
+        EXPECT_EQ(test.bytes(groupList("Rome.lst")), list);
+    }
 }
 
 TEST_F(GroupRepairTest, ABlankPathEndsTheProgram)

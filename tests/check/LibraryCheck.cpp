@@ -10,9 +10,9 @@ namespace trovarium {
 
 namespace {
 
-void appendLittleEndian(std::string& bytes, std::uint32_t value, int count)
+void append32(std::string& bytes, std::uint32_t value)
 {
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < 4; ++i)
         bytes += static_cast<char>(value >> (8 * i) & 0xFFU);
 }
 
@@ -28,21 +28,13 @@ int littleEndian32(const std::string& bytes, std::size_t offset)
 
 std::string bitmap(int width, int height)
 {
-    const std::uint32_t rowBytes = (static_cast<std::uint32_t>(width) * 3 + 3) / 4 * 4;
-    const std::uint32_t pixelBytes = rowBytes * static_cast<std::uint32_t>(height);
-    constexpr std::uint32_t HeadBytes = 54;
+    const int pixelBytes = (width * 3 + 3) / 4 * 4 * height;
+    constexpr int HeadBytes = 54;
+    constexpr int OnePlane24Bits = 1 | 24 << 16;
     std::string bytes = "BM";
-    appendLittleEndian(bytes, HeadBytes + pixelBytes, 4);
-    appendLittleEndian(bytes, 0, 4);
-    appendLittleEndian(bytes, HeadBytes, 4);
-    appendLittleEndian(bytes, 40, 4);
-    appendLittleEndian(bytes, static_cast<std::uint32_t>(width), 4);
-    appendLittleEndian(bytes, static_cast<std::uint32_t>(height), 4);
-    appendLittleEndian(bytes, 1, 2);
-    appendLittleEndian(bytes, 24, 2);
-    for (int field = 0; field < 6; ++field)
-        appendLittleEndian(bytes, 0, 4);
-    for (std::uint32_t i = 0; i < pixelBytes; ++i)
+    for (const int field : {HeadBytes + pixelBytes, 0, HeadBytes, 40, width, height, OnePlane24Bits, 0, 0, 0, 0, 0, 0})
+        append32(bytes, static_cast<std::uint32_t>(field));
+    for (int i = 0; i < pixelBytes; ++i)
         bytes += static_cast<char>(i % 251);
     return bytes;
 }
@@ -78,6 +70,14 @@ void LibraryCheck::addPhoto(const std::string& name, int width, int height)
 void LibraryCheck::addInfoFile(const std::string& name)
 {
     ASSERT_TRUE(CreateInfoFile(desktop.files(), infoFile(name), "\\Photos\\" + name));
+}
+
+void LibraryCheck::addPhotosWithInfo(const std::vector<std::string>& names)
+{
+    for (const std::string& name : names) {
+        addPhoto(name);
+        addInfoFile(name);
+    }
 }
 
 void LibraryCheck::addUpToDateThumbnail(const std::string& name)

@@ -26,6 +26,7 @@ protected:
     // Photographs are bitmaps; each has another date unless one is given.
     void addPhoto(const std::string& name, int width = 8, int height = 6);
     void addInfoFile(const std::string& name);
+    void addPhotosWithInfo(const std::vector<std::string>& names);
     void addUpToDateThumbnail(const std::string& name);
 
     std::string photo(const std::string& name) { return test.paths().PhotoPath + name; }

@@ -120,23 +120,6 @@ TEST_F(RepairPassesTest, AnEmptyLibraryGetsAnEmptyListAndAFullBar)
     splash().unload();
 }
 
-TEST_F(RepairPassesTest, TheBarTakesItsShareOfTheOutlineAndNothingBeyond)
-{
-    splash().load();
-    const float full = splash().shpProgress.Width();
-    struct Step {
-        float value;
-        std::int16_t maximum;
-        float share;
-    };
-    for (const Step& step :
-        {Step{0.5F, 1, 0.5F}, {1.5F, 1, 0.5F}, {-0.1F, 1, 0.5F}, {1, 4, 0.25F}, {0, 1, 0}, {1, 1, 1}}) {
-        splash().UpdateSplashProgress(step.value, step.maximum);
-        EXPECT_FLOAT_EQ(splash().pctProgress.Width(), full * step.share) << step.value << " of " << step.maximum;
-    }
-    splash().unload();
-}
-
 TEST_F(RepairPassesTest, AnInformationFileWithoutItsPhotographIsSetAside)
 {
     struct Case {
@@ -146,26 +129,20 @@ TEST_F(RepairPassesTest, AnInformationFileWithoutItsPhotographIsSetAside)
     };
     const std::vector<Case> cases{{nullptr, {}, true}, {"True", {}, true}, {"False", {Answer::Yes, Answer::Yes}, true},
         {"False", {Answer::No}, false}, {"False", {Answer::Yes, Answer::No}, false}};
-    for (const char* name : {"a.bmp", "b.bmp"}) {
-        addPhoto(name);
-        addInfoFile(name);
+    const std::vector<std::string> all{"a.bmp", "b.bmp"};
+    addPhotosWithInfo(all);
+    for (const std::string& name : all)
         addUpToDateThumbnail(name);
-    }
     for (const Case& tried : cases) {
-        SCOPED_TRACE(std::string(tried.autoFix != nullptr ? tried.autoFix : "absent") + ", "
-            + std::to_string(tried.answers.size()) + " answers");
+        SCOPED_TRACE(&tried - cases.data());
         addInfoFile("gone.bmp");
         const std::string content = test.bytes(infoFile("gone.bmp"));
-        test.put(groupList("Rome.lst"), joinedLines({"b.bmp", "gone.bmp", "a.bmp"}));
+        const std::string group = joinedLines({"b.bmp", "gone.bmp", "a.bmp"});
+        test.put(groupList("Rome.lst"), group);
         if (tried.autoFix != nullptr)
             test.setSetting("Options", "AutoFix", tried.autoFix);
-        std::size_t next = 0;
-        for (const char* question : {"detected", "sure"}) {
-            if (next == tried.answers.size())
-                break;
-            const bool isFirst = question == std::string("detected");
-            prompts.expectQuestion(isFirst ? missingFilesText(1) : "Are you sure?", tried.answers[next++]);
-        }
+        for (std::size_t i = 0; i < tried.answers.size(); ++i)
+            prompts.expectQuestion(i == 0 ? missingFilesText(1) : "Are you sure?", tried.answers[i]);
         // What stays is met again by the next pass, as a photograph without thumbnail.
         if (!tried.isMoved)
             prompts.expectQuestion(buildText(1), Answer::No);
@@ -175,12 +152,8 @@ TEST_F(RepairPassesTest, AnInformationFileWithoutItsPhotographIsSetAside)
         prompts.verify();
         EXPECT_EQ(test.isThere(infoFile("gone.bmp")), !tried.isMoved);
         EXPECT_EQ(test.bytes(removedInfoFile("gone.bmp")), tried.isMoved ? content : "");
-        const std::vector<std::string> all{"a.bmp", "b.bmp"};
-        EXPECT_EQ(
-            allPhotos(), joinedLines(tried.isMoved ? all : std::vector<std::string>{"a.bmp", "b.bmp", "gone.bmp"}));
-        EXPECT_EQ(test.bytes(groupList("Rome.lst")),
-            joinedLines(tried.isMoved ? std::vector<std::string>{"b.bmp", "a.bmp"}
-                                      : std::vector<std::string>{"b.bmp", "gone.bmp", "a.bmp"}));
+        EXPECT_EQ(allPhotos(), joinedLines(all) + (tried.isMoved ? "" : "gone.bmp\r\n"));
+        EXPECT_EQ(test.bytes(groupList("Rome.lst")), tried.isMoved ? joinedLines({"b.bmp", "a.bmp"}) : group);
         std::filesystem::remove(toNativePath(infoFile("gone.bmp")));
         std::filesystem::remove(toNativePath(removedInfoFile("gone.bmp")));
     }
@@ -282,11 +255,10 @@ TEST_F(RepairPassesTest, ASinglePhotographFailsInEachPassAfterItsFile)
 TEST_F(RepairPassesTest, ThumbnailsThatDifferAtAllAreAskedFor)
 {
     test.setSetting("Options", "AutoFix", "False");
-    for (const char* name : {"absent.bmp", "empty.bmp", "newer.bmp", "older.bmp", "same.bmp"}) {
-        addPhoto(name);
-        addInfoFile(name);
+    const std::vector<std::string> names{"absent.bmp", "empty.bmp", "newer.bmp", "older.bmp", "same.bmp"};
+    addPhotosWithInfo(names);
+    for (const std::string& name : names)
         addUpToDateThumbnail(name);
-    }
     std::filesystem::remove(toNativePath(thumbnail("absent.bmp")));
     const Instant date = dateOf(photo("empty.bmp"));
     test.put(thumbnail("empty.bmp"), "");
@@ -294,8 +266,7 @@ TEST_F(RepairPassesTest, ThumbnailsThatDifferAtAllAreAskedFor)
     using std::chrono::seconds;
     desktop.files().setModified(thumbnail("newer.bmp"), dateOf(photo("newer.bmp")) + seconds(1));
     desktop.files().setModified(thumbnail("older.bmp"), dateOf(photo("older.bmp")) - seconds(1));
-    addPhoto("SAME.bmp");
-    addInfoFile("SAME.bmp");
+    addPhotosWithInfo({"SAME.bmp"});
     desktop.files().setModified(photo("SAME.bmp"), dateOf(photo("same.bmp")));
 
     prompts.expectQuestion(buildText(5), Answer::No);
@@ -313,13 +284,8 @@ TEST_F(RepairPassesTest, ThumbnailsThatDifferAtAllAreAskedFor)
 
 TEST_F(RepairPassesTest, ANameTooShortForItsEndingIsLoggedByOnePassAndLeftOutByAnother)
 {
-    for (const char* name : {"a.bmp", "b.bmp"}) {
-        addPhoto(name);
-        addInfoFile(name);
-        addUpToDateThumbnail(name);
-    }
+    addPhotosWithInfo({"a.bmp", "b.bmp"});
     test.put(test.paths().InfoPath + "tiny", "PhotoPath=\\Photos\\a.bmp\r\n");
-    std::filesystem::remove(toNativePath(thumbnail("a.bmp")));
     start();
     EXPECT_EQ(logged("ThumbnailFilesExist", "Invalid procedure call or argument"), 1) << log();
     EXPECT_FALSE(test.isThere(thumbnail("a.bmp")));

@@ -11,27 +11,25 @@ using ThumbnailBuilderTest = LibraryCheck;
 
 TEST_F(ThumbnailBuilderTest, TheLongerSideIsAHundredPixelsAndTheDateThePhotographs)
 {
-    struct Case {
+    const struct {
         std::string name;
         BitmapSize photo;
         BitmapSize thumbnail;
-    };
-    const std::vector<Case> cases{
+    } cases[] = {
         {"wide.bmp", {200, 100}, {100, 50}},
-        {"tall.bmp", {100, 200}, {50, 100}},
         {"square.bmp", {300, 300}, {100, 100}},
         {"small.bmp", {4, 2}, {100, 50}},
         {"panorama.bmp", {900, 3}, {100, 1}},
         {"pillar.bmp", {3, 900}, {1, 100}},
     };
     std::vector<std::string> names;
-    for (const Case& tried : cases) {
+    for (const auto& tried : cases) {
         addPhoto(tried.name, tried.photo.width, tried.photo.height);
         addInfoFile(tried.name);
         names.push_back(tried.name);
     }
     build(names);
-    for (const Case& tried : cases) {
+    for (const auto& tried : cases) {
         const BitmapSize made = sizeOfBitmap(test.bytes(thumbnail(tried.name)));
         EXPECT_EQ(made, tried.thumbnail) << tried.name << ": " << made.width << " by " << made.height;
         EXPECT_EQ(dateOf(thumbnail(tried.name)), dateOf(photo(tried.name))) << tried.name;
@@ -41,8 +39,7 @@ TEST_F(ThumbnailBuilderTest, TheLongerSideIsAHundredPixelsAndTheDateThePhotograp
 
 TEST_F(ThumbnailBuilderTest, ShowsNameSizeAndProgressOfThePictureInWork)
 {
-    for (const char* name : {"first.bmp", "second.bmp"})
-        addPhoto(name, 60, 40), addInfoFile(name);
+    addPhotosWithInfo({"first.bmp", "second.bmp"});
     std::vector<std::string> shown;
     float share = 0;
     desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
@@ -56,19 +53,15 @@ TEST_F(ThumbnailBuilderTest, ShowsNameSizeAndProgressOfThePictureInWork)
         EXPECT_GE(form.pctSize.Left(), form.ScaleWidth());
     });
     build({"first.bmp", "second.bmp"});
-    EXPECT_EQ(shown, (std::vector<std::string>{"Create Thumbnails", "second.bmp", "(width=60)", "(height=40)"}));
+    EXPECT_EQ(shown, (std::vector<std::string>{"Create Thumbnails", "second.bmp", "(width=8)", "(height=6)"}));
     EXPECT_FLOAT_EQ(share, 0.5F);
 }
 
 TEST_F(ThumbnailBuilderTest, APictureThatCannotBeReadGetsAnEmptyThumbnailOnce)
 {
     const std::vector<std::string> bad{"bad.jpg", "gone.bmp", "torn.bmp"};
-    addPhoto("good.bmp", 80, 80);
-    addInfoFile("good.bmp");
-    for (const std::string& name : bad)
-        addInfoFile(name);
-    addPhoto("bad.jpg");
-    addPhoto("torn.bmp");
+    addPhotosWithInfo({"good.bmp", "bad.jpg", "torn.bmp"});
+    addInfoFile("gone.bmp");
     const Instant date = dateOf(photo("bad.jpg"));
     test.put(photo("bad.jpg"), "no picture at all");
     test.put(photo("torn.bmp"), bitmap(80, 80).substr(0, 60));
@@ -93,10 +86,7 @@ TEST_F(ThumbnailBuilderTest, APictureThatCannotBeReadGetsAnEmptyThumbnailOnce)
 
 TEST_F(ThumbnailBuilderTest, NothingIsWrittenForClipsAndTheRunGoesOn)
 {
-    for (const char* name : {"a.mpg", "b.MOV", "c.Avi", "d.bmp"}) {
-        addPhoto(name);
-        addInfoFile(name);
-    }
+    addPhotosWithInfo({"a.mpg", "b.MOV", "c.Avi", "d.bmp"});
     build({"a.mpg", "b.MOV", "c.Avi", "d.bmp"});
     for (const char* name : {"a.mpg", "b.MOV", "c.Avi"})
         EXPECT_FALSE(test.isThere(thumbnail(name))) << name;
@@ -105,10 +95,7 @@ TEST_F(ThumbnailBuilderTest, NothingIsWrittenForClipsAndTheRunGoesOn)
 
 TEST_F(ThumbnailBuilderTest, ClosingTheWindowStopsAfterTheFileInWorkAndTheStartGoesOn)
 {
-    for (const char* name : {"a.bmp", "b.bmp", "c.bmp"}) {
-        addPhoto(name, 30, 20);
-        addInfoFile(name);
-    }
+    addPhotosWithInfo({"a.bmp", "b.bmp", "c.bmp"});
     addPhoto("new.bmp");
     desktop.files().setFaultHook([this](FileOperation operation, std::string_view path) {
         if (operation == FileOperation::Picture && path.ends_with("b.bmp"))
@@ -116,7 +103,7 @@ TEST_F(ThumbnailBuilderTest, ClosingTheWindowStopsAfterTheFileInWorkAndTheStartG
     });
     start();
     desktop.files().setFaultHook({});
-    EXPECT_EQ(sizeOfBitmap(test.bytes(thumbnail("b.bmp"))), (BitmapSize{100, 67}));
+    EXPECT_EQ(sizeOfBitmap(test.bytes(thumbnail("b.bmp"))), (BitmapSize{100, 75}));
     EXPECT_EQ(dateOf(thumbnail("b.bmp")), dateOf(photo("b.bmp")));
     EXPECT_FALSE(test.isThere(thumbnail("c.bmp")));
     EXPECT_TRUE(test.isThere(infoFile("new.bmp")));
@@ -125,22 +112,9 @@ TEST_F(ThumbnailBuilderTest, ClosingTheWindowStopsAfterTheFileInWorkAndTheStartG
     EXPECT_TRUE(test.isThere(thumbnail("c.bmp")));
 }
 
-TEST_F(ThumbnailBuilderTest, AnEmptyListEndsAtOnceAndTheFormCanBeUsedAgain)
-{
-    build({});
-    EXPECT_FALSE(builder.isLoaded());
-    addPhoto("a.bmp");
-    addInfoFile("a.bmp");
-    build({"a.bmp"});
-    EXPECT_TRUE(test.isThere(thumbnail("a.bmp")));
-}
-
 TEST_F(ThumbnailBuilderTest, AFullDiskOrALostDateLeavesTheOthersTheirThumbnails)
 {
-    for (const char* name : {"a.bmp", "b.bmp", "c.bmp"}) {
-        addPhoto(name);
-        addInfoFile(name);
-    }
+    addPhotosWithInfo({"a.bmp", "b.bmp", "c.bmp"});
     failAt(FileOperation::Print, "Photo_Thumbnails\\a.bmp", FailureKind::DiskFull);
     build({"a.bmp", "b.bmp"});
     EXPECT_FALSE(test.isThere(thumbnail("a.bmp")));
@@ -161,6 +135,8 @@ TEST_F(ThumbnailBuilderTest, AThumbnailBearsTheListedNameAndShowsTheLinkedFile)
     const std::string outside = test.folder().inside("linked.bmp");
     desktop.files().copy(photo("elsewhere.bmp"), outside);
     test.put(infoFile("name.bmp"), "PhotoPath=" + outside + "\r\n");
+    build({});
+    EXPECT_FALSE(builder.isLoaded());
     build({"C:\\ignored\\name.bmp"});
     EXPECT_EQ(sizeOfBitmap(test.bytes(thumbnail("name.bmp"))), (BitmapSize{50, 100}));
     EXPECT_EQ(dateOf(thumbnail("name.bmp")), dateOf(outside));
@@ -175,7 +151,6 @@ TEST_F(ThumbnailBuilderTest, AFileDateIsSetFromItsText)
     EXPECT_TRUE(SetFileDateTime(files, photo("a.bmp"), dateText(other)));
     EXPECT_EQ(dateOf(photo("a.bmp")), other);
     EXPECT_FALSE(SetFileDateTime(files, photo("a.bmp"), "no date"));
-    EXPECT_FALSE(SetFileDateTime(files, photo("a.bmp"), ""));
     EXPECT_FALSE(SetFileDateTime(files, photo("absent.bmp"), dateText(other)));
     failAt(FileOperation::SetDate, "a.bmp", FailureKind::PermissionDenied);
     EXPECT_FALSE(SetFileDateTime(files, photo("a.bmp"), dateText(date)));
