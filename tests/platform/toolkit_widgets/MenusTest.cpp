@@ -98,7 +98,7 @@ protected:
     Robot robot{testDesktop()};
 };
 
-TEST_F(MenusTest, TheBarHoldsTheVisibleTopMenus)
+TEST_F(MenusTest, TheBarHoldsTheVisibleTopMenusAsCodeSays)
 {
     std::string bar;
     for (const QWidget* widget : QApplication::topLevelWidgets())
@@ -107,6 +107,10 @@ TEST_F(MenusTest, TheBarHoldsTheVisibleTopMenus)
                 bar += action->text().toStdString() + " ";
     EXPECT_EQ(bar, "&File &Settings ");
     EXPECT_TRUE(actionOf(form.mnuFileDash)->isSeparator());
+    form.mnuFileExit.Caption = "&Quit";
+    form.mnuFileRemove.Visible = false;
+    EXPECT_EQ(actionOf(form.mnuFileExit)->text(), "&Quit");
+    EXPECT_FALSE(actionOf(form.mnuFileRemove)->isVisible());
 }
 
 TEST_F(MenusTest, OpeningRunsItsRuleBeforeTheEntriesShow)
@@ -122,14 +126,6 @@ TEST_F(MenusTest, OpeningRunsItsRuleBeforeTheEntriesShow)
     EXPECT_EQ(form.taken(), "File Remove ");
 }
 
-TEST_F(MenusTest, AnEntryShowsWhatCodeSays)
-{
-    form.mnuFileExit.Caption = "&Quit";
-    form.mnuFileRemove.Visible = false;
-    EXPECT_EQ(actionOf(form.mnuFileExit)->text(), "&Quit");
-    EXPECT_FALSE(actionOf(form.mnuFileRemove)->isVisible());
-}
-
 TEST_F(MenusTest, TheUserTurnsNoCheckMark)
 {
     robot.choose(form.mnuSetInfoUp);
@@ -140,37 +136,21 @@ TEST_F(MenusTest, TheUserTurnsNoCheckMark)
     EXPECT_FALSE(actionOf(form.mnuSetInfoUp)->isChecked());
 }
 
-TEST_F(MenusTest, APopUpMenuReturnsBehindTheHandlerOfItsEntry)
-{
-    robot.whenMenuOpens([&] { robot.choose(form.mnuGroupRemove); });
-    robot.press(form.lbRow, RightButton);
-    EXPECT_EQ(form.taken(), "GroupRemove back ");
-}
-
-TEST_F(MenusTest, APopUpMenuReturnsWhenNothingIsChosen)
-{
-    robot.whenMenuOpens([&] { QApplication::activePopupWidget()->close(); });
-    robot.press(form.lbRow, RightButton);
-    EXPECT_EQ(form.taken(), "back ");
-}
-
-TEST_F(MenusTest, ASubmenuOfAPopUpRunsItsRuleOnOpening)
+TEST_F(MenusTest, APopUpMenuReturnsBehindItsEntryAndItsSubmenuRunsItsRuleOnOpening)
 {
     robot.whenMenuOpens([&] { robot.choose(form.mnuGroupSortYear); });
     robot.press(form.lbRow, RightButton);
     EXPECT_EQ(form.taken(), "Sort back ") << "the rule has disabled it";
     robot.whenMenuOpens([&] { robot.choose(form.mnuGroupSortPlace); });
     robot.press(form.lbRow, RightButton);
-    EXPECT_EQ(form.taken(), "Sort Place back ");
-}
-
-TEST_F(MenusTest, AVisibleMenuMayPopUpToo)
-{
+    EXPECT_EQ(form.taken(), "Sort Place back ") << "behind the handler";
+    robot.whenMenuOpens([&] { QApplication::activePopupWidget()->close(); });
+    robot.press(form.lbRow, RightButton);
+    EXPECT_EQ(form.taken(), "back ") << "nothing chosen";
     robot.whenMenuOpens([&] { robot.choose(form.mnuFileExit); });
     form.PopupMenu(form.mnuFile);
-    EXPECT_EQ(form.taken(), "File Exit ");
-    robot.choose(form.mnuFileExit);
-    EXPECT_EQ(form.taken(), "File Exit ") << "and still opens from the bar";
+    robot.choose(form.mnuFileExit); // still opens from the bar
+    EXPECT_EQ(form.taken(), "File Exit File Exit ");
 }
 
 TEST_F(MenusTest, AnEntryMayUnloadTheForm)
