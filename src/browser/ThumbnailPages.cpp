@@ -66,11 +66,10 @@ try {
         GroupListPane& list = m_form.groupList();
         list.CurrentGroupRow = list.FindGroupRow(FileName);
         const std::int32_t position = list.CurrentGroupRow + list.FirstGroupRow;
-        std::int32_t page = 1;
-        if (position == LastGroupPosition && CurrentPage != 0)
-            page = CurrentPage;
+        if (position != LastGroupPosition || CurrentPage == 0)
+            CurrentPage = 1;
         LastGroupPosition = position;
-        ShowThumbnails(page);
+        ShowThumbnails(CurrentPage);
     }
     return true;
 } catch (const Failure& failure) {

@@ -7,6 +7,8 @@
 #include "platform/toolkit/Desktop.h"
 #include "runtime/Failure.h"
 
+#include <utility>
+
 namespace trovarium {
 
 namespace {
@@ -159,6 +161,28 @@ TEST_F(ThumbnailPagesTest, EveryStepOnTheBarIsAPage)
     robot.wheel(main().imgThumbnail(0), 1);
     EXPECT_EQ(main().lbStatusPage.Caption(), "Page 3 of 3");
     EXPECT_EQ(cells().size(), 8U);
+}
+
+TEST_F(ThumbnailPagesTest, APageTurnedWhileAGroupOpensStandsWhole)
+{
+    putGroup("Alps", names(20));
+    open();
+    for (const char* group : {"another", "the one on show"}) {
+        SCOPED_TRACE(group);
+        bool turned = false;
+        desktop.files().setFaultHook([&](FileOperation /*operation*/, std::string_view path) {
+            if (!path.ends_with("p3.jpg") || std::exchange(turned, true))
+                return;
+            robot.atNextTurn([&] { main().VScroll1.page(1); });
+            main().lbCount.Left = main().lbCount.Left() + 1; // what moved has the next turn look at everything
+        });
+        pressRowNamed("Alps");
+        EXPECT_EQ(cells(), (std::vector<std::string>{"p17.jpg", "p18.jpg", "p19.jpg", "p20.jpg"}));
+        EXPECT_EQ(main().lbStatusPage.Caption(), "Page 2 of 2");
+        EXPECT_EQ(main().VScroll1.Value(), 2);
+        desktop.files().setFaultHook({});
+        main().VScroll1.Value = 1;
+    }
 }
 
 TEST_F(ThumbnailPagesTest, ALineWithoutANameTakesACell)
