@@ -35,7 +35,11 @@ Dialogs MainWindow::dialogs()
     openers.showFirstTime = [this] { ++firstTimeShown; };
     openers.showGroups = [this](int mode) { groups().showFor(mode); };
     openers.showFullScreen = [this] { ++fullScreenShown; };
-    openers.unloadAllForms = [this] { ++formsUnloaded; };
+    openers.unloadAllForms = [this] {
+        ++formsUnloaded;
+        if (m_groups.isLoaded())
+            groups().unload();
+    };
     return openers;
 }
 
