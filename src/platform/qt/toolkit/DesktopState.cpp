@@ -275,10 +275,22 @@ void DesktopState::wait(int milliseconds)
 }
 
 // The outermost handler has returned: nothing runs on a form that was unloaded meanwhile.
+void DesktopState::discard(QObject* object)
+{
+    if (frames > 0)
+        discarded.emplace_back(object);
+    else
+        object->deleteLater();
+}
+
 void DesktopState::endOfFrames()
 {
     if (!graveyard.empty()) {
         const std::vector<Grave> gone = std::exchange(graveyard, {});
+    }
+    for (const QPointer<QObject>& object : std::exchange(discarded, {})) {
+        if (object)
+            object->deleteLater();
     }
     if (running && loaded.empty())
         QCoreApplication::exit();

@@ -7,6 +7,7 @@
 #include "platform/toolkit/Screen.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <chrono>
 #include <functional>
@@ -83,6 +84,9 @@ struct DesktopState {
     void repaintOnly();
     void wait(int milliseconds);
 
+    // Deletes what may have an event of its own on the stack: not inside a loop that runs within that event.
+    void discard(QObject* object);
+
     Desktop& desktop;
     FileService& files;
     const Pace pace;
@@ -98,9 +102,10 @@ struct DesktopState {
     std::vector<Form*> shown; // the last one shown or made active at the end
     std::vector<ModalShow> modals;
     std::vector<Form*> activates;
-    std::vector<Form*> activating;  // whose Activate handlers run
-    std::vector<Grave> graveyard;   // unloaded forms on which a handler may still run
-    std::vector<TimerView*> timers; // that run
+    std::vector<Form*> activating;            // whose Activate handlers run
+    std::vector<Grave> graveyard;             // unloaded forms on which a handler may still run
+    std::vector<QPointer<QObject>> discarded; // waits for the last frame to end
+    std::vector<TimerView*> timers;           // that run
     std::vector<SurfaceView*> dirty;
     SurfaceView* capturing = nullptr;
 

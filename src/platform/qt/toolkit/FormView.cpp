@@ -107,7 +107,7 @@ FormView::~FormView()
     m_client->detach();
     m_window->detach();
     m_window->hide();
-    m_window->deleteLater();
+    m_form.desktop().state().discard(m_window);
 }
 
 QWidget& FormView::window() const

@@ -31,7 +31,7 @@ TimerView::~TimerView()
     std::erase(m_state.timers, this);
     m_clock->stop();
     m_clock->disconnect();
-    m_clock->deleteLater();
+    m_state.discard(m_clock);
 }
 
 void TimerView::restart()

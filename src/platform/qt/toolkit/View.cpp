@@ -35,7 +35,7 @@ WidgetView::~WidgetView()
         return;
     m_widget->blockSignals(true); // and not cut: the desktop's own register waits to hear of its end
     m_widget->hide();
-    m_widget->deleteLater();
+    control().desktop().state().discard(m_widget);
 }
 
 void WidgetView::apply(Change change)
