@@ -1,10 +1,14 @@
 #include "platform/toolkit/ScrollBar.h"
 
+#include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/PictureBox.h"
 #include "support/FailureOf.h"
 #include "support/Robot.h"
+
+#include <QPointer>
+#include <QWidget>
 
 #include <gtest/gtest.h>
 
@@ -149,6 +153,21 @@ TEST_F(ScrollBarTest, AHandlerThatClosesTheBarForAMomentDoesNotBreakOffAHeldArro
     EXPECT_TRUE(robot.until([&] { return bar.Value() == 5; }));
     robot.release();
     EXPECT_EQ(form.taken().substr(0, 12), "C2 C3 C4 C5 ") << "one step at a time";
+}
+
+TEST_F(ScrollBarTest, AWindowClosedWhileItsBarIsPressedGoesWhenThePressHasReturned)
+{
+    form.show();
+    const QPointer<QWidget> widget(bar.view()->widget());
+    form.onChange = [&] {
+        robot.atNextTurn([&] { form.unload(); });
+        EXPECT_TRUE(robot.until([&] { return !form.isLoaded(); }));
+        testDesktop().DoEvents();
+        EXPECT_TRUE(widget);
+    };
+    robot.click(bar, LeftButton, NoKeys, downArrow);
+    testDesktop().DoEvents();
+    EXPECT_FALSE(widget);
 }
 
 TEST_F(ScrollBarTest, ADisabledBarTakesNoInput)
