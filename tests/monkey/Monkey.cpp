@@ -17,9 +17,6 @@
 #include "support/Robot.h"
 #include "support/TemporaryFolder.h"
 
-#include <QApplication>
-#include <QMenu>
-
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -220,7 +217,7 @@ private:
             return;
         const bool leaving = isOver() || m_depth > MostNested;
         ++m_steps;
-        if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+        if (const auto menu = m_robot.openMenu()) {
             useMenu(*menu, *form, leaving);
             return;
         }
@@ -299,11 +296,9 @@ private:
         return nullptr;
     }
 
-    void useMenu(QMenu& open, Form& form, bool leaving)
+    void useMenu(const std::vector<std::string>& names, Form& form, bool leaving)
     {
-        const QList<QAction*> actions = open.actions();
-        QAction* action = actions.isEmpty() ? nullptr : actions[m_dice.below(static_cast<int>(actions.size()))];
-        Menu* entry = action != nullptr ? find(form.menus(), action->objectName().toStdString()) : nullptr;
+        Menu* entry = names.empty() ? nullptr : find(form.menus(), m_dice.of(names));
         if (leaving || entry == nullptr || !isOpen(*entry) || isBarred(*entry)) {
             trace("dismiss the menu");
             m_robot.dismissMenu();

@@ -363,6 +363,17 @@ void Robot::dismissMenu()
         open->close();
 }
 
+std::optional<std::vector<std::string>> Robot::openMenu() const
+{
+    const auto* open = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (open == nullptr)
+        return {};
+    std::vector<std::string> names;
+    for (const QAction* action : open->actions())
+        names.push_back(action->objectName().toStdString());
+    return names;
+}
+
 void Robot::close(Form& form)
 {
     if (form.view() == nullptr)

@@ -78,7 +78,8 @@ public:
 
     // Opens the menus that lead to the entry, from the bar or from the open pop-up menu, and clicks it.
     void choose(Menu& entry);
-    void dismissMenu(); // the open pop-up menu, nothing chosen
+    void dismissMenu();                                       // the open pop-up menu, nothing chosen
+    std::optional<std::vector<std::string>> openMenu() const; // the names of its entries
     // By the window's close box.
     void close(Form& form);
 
