@@ -7,6 +7,7 @@
 #include "browser/ThumbnailDrag.h"
 #include "browser/ThumbnailPages.h"
 #include "browser/frmMain.h"
+#include "platform/toolkit/Keys.h"
 #include "store/Album.h"
 #include "viewer/FullScreen.h"
 #include "viewer/PhotoDisplay.h"
@@ -23,27 +24,6 @@ namespace {
 constexpr int Cells = ThumbnailPages::CellCount;
 constexpr int Columns = 4;
 constexpr int LastRow = 7;
-
-enum Key {
-    EnterKey = 13,
-    EscapeKey = 27,
-    SpaceKey = 32,
-    PageUpKey = 33,
-    PageDownKey = 34,
-    EndKey = 35,
-    HomeKey = 36,
-    LeftKey = 37,
-    UpKey = 38,
-    RightKey = 39,
-    DownKey = 40,
-    DeleteKey = 46,
-    AKey = 65,
-    MenuKey = 93,
-    PlusKey = 107,
-    MinusKey = 109,
-    F2Key = 113,
-    F11Key = 122
-};
 
 bool isOpen(const Menu& menu, const Menu& entry)
 {

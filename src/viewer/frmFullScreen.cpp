@@ -2,6 +2,7 @@
 
 #include "browser/frmMain.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/Log.h"
@@ -17,17 +18,6 @@ namespace {
 // In twips.
 constexpr float ParkedBeyondScreen = 20;
 constexpr float VideoMargin = 100;
-
-enum Key {
-    EnterKey = 13,
-    EscapeKey = 27,
-    SpaceKey = 32,
-    LeftKey = 37,
-    UpKey = 38,
-    RightKey = 39,
-    DownKey = 40,
-    AKey = 65
-};
 
 } // namespace
 

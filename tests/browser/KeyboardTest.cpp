@@ -3,32 +3,12 @@
 #include "browser/GroupListPane.h"
 #include "browser/ThumbnailPages.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
 #include "viewer/InfoBox.h"
 
 namespace trovarium {
 
 namespace {
-
-enum Key {
-    EnterKey = 13,
-    EscapeKey = 27,
-    SpaceKey = 32,
-    PageUpKey = 33,
-    PageDownKey = 34,
-    EndKey = 35,
-    HomeKey = 36,
-    LeftKey = 37,
-    UpKey = 38,
-    RightKey = 39,
-    DownKey = 40,
-    DeleteKey = 46,
-    AKey = 65,
-    MenuKey = 93,
-    PlusKey = 107,
-    MinusKey = 109,
-    F2Key = 113,
-    F11Key = 122
-};
 
 constexpr const char* AskRemoval = "Are you sure you want to remove the photograph(s) from this group?";
 
