@@ -7,7 +7,6 @@
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "runtime/Numbers.h"
-#include "runtime/Text.h"
 #include "store/Album.h"
 #include "store/InfoFile.h"
 #include "store/LibraryFolders.h"
@@ -28,12 +27,6 @@ constexpr float LongerSide = 100; // of a thumbnail, in pixels
 constexpr int ReadingTime = 300;  // milliseconds, for the form to appear and to be read
 constexpr std::size_t FilesAhead = 8;
 constexpr Color BarGrey{128, 128, 128};
-
-bool isVideoFile(std::string_view path)
-{
-    const std::string ending = upper(right(path, 4));
-    return ending == ".MPG" || ending == ".MOV" || ending == ".AVI";
-}
 
 // A bitmap has whole pixels, and even the narrowest panorama has one.
 float shorterSide(float pixels)

@@ -155,4 +155,10 @@ try {
     return false;
 }
 
+bool isVideoFile(std::string_view path)
+{
+    const std::string extension = upper(right(path, 4));
+    return extension == ".AVI" || extension == ".MOV" || extension == ".MPG";
+}
+
 } // namespace trovarium

@@ -29,4 +29,7 @@ std::string GetPhotoLink(Album& album, std::string_view infoFileName);
 // The file is there and not empty; a log line when it is absent.
 bool CheckPhotoLink(Album& album, std::string_view path);
 
+// A clip by its last four characters, in any case: avi, mov or mpg.
+bool isVideoFile(std::string_view path);
+
 } // namespace trovarium

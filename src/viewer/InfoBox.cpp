@@ -4,7 +4,6 @@
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
 #include "runtime/Numbers.h"
-#include "runtime/Text.h"
 #include "store/Album.h"
 #include "store/InfoFile.h"
 #include "store/Log.h"
@@ -17,12 +16,6 @@ namespace {
 
 constexpr float StripHeight = 15; // pixels of the panel that show when it is down
 constexpr Color ChosenRed{255, 0, 0};
-
-bool isVideoFile(std::string_view path)
-{
-    const std::string extension = upper(right(path, 4));
-    return extension == ".AVI" || extension == ".MOV" || extension == ".MPG";
-}
 
 } // namespace
 
