@@ -1,6 +1,8 @@
 #include "viewer/AudioControls.h"
 
 #include "browser/frmMain.h"
+#include "platform/media/MediaService.h"
+#include "platform/toolkit/Desktop.h"
 #include "store/Album.h"
 
 namespace trovarium {
@@ -12,11 +14,21 @@ AudioControls::AudioControls(frmMain& form, Album& album)
     on(form.cmdPlayAudioClip, &Button::Click, this, &AudioControls::cmdPlayAudioClip_Click);
 }
 
-void AudioControls::PlayWav(std::string_view /*path*/) { }
+void AudioControls::PlayWav(std::string_view path)
+{
+    m_form.desktop().media().sndPlaySound(path);
+}
 
-void AudioControls::StopWav() { }
+void AudioControls::StopWav()
+{
+    m_form.desktop().media().sndPlaySound("0");
+}
 
-void AudioControls::StopMidi() { }
+// Nothing opens a piece yet, so no name stands behind the blank.
+void AudioControls::StopMidi()
+{
+    m_form.desktop().media().mciSendString("close ");
+}
 
 void AudioControls::cmdPlayAudioClip_Click(int Index)
 {

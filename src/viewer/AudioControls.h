@@ -7,7 +7,7 @@ namespace trovarium {
 struct Album;
 class frmMain;
 
-// Wave clips and background music. The sound layer behind it has not landed: all is silent.
+// Wave clips and background music.
 class AudioControls {
 public:
     AudioControls(frmMain& form, Album& album);

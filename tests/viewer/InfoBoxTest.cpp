@@ -1,6 +1,7 @@
 #include "ViewerWindow.h"
 
 #include "platform/toolkit/Desktop.h"
+#include "support/RecordedMedia.h"
 #include "viewer/InfoBox.h"
 
 #include <set>
@@ -248,13 +249,19 @@ TEST_F(InfoBoxTest, LookingAndAnEndWhileEditingWriteNothing)
     test.put(test.paths().AudioPath + "p2.jpg.wav", "");
     robot.click(main().pctNext);
     EXPECT_TRUE(main().cmdPlayAudioClip(1).Enabled());
+    RecordedMedia media(desktop);
+    robot.click(main().cmdPlayAudioClip(0));
+    robot.click(main().cmdPlayAudioClip(1));
+    EXPECT_EQ(media.told, (std::vector<std::string>{"sound " + test.paths().AudioPath + "p2.jpg.wav", "sound 0"}));
     EXPECT_EQ(main().lbInfo(1).Caption(), "") << "a field that the file lacks is empty";
     robot.click(main().pctPrev);
     EXPECT_EQ(test.bytes(test.paths().InfoPath + "p1.jpg.info"), before);
     edit();
     main().txtTitle.Text = "Lost";
+    media.told.clear();
     robot.close(main());
     EXPECT_FALSE(isOpen());
+    EXPECT_EQ(media.told, (std::vector<std::string>{"sound 0", "music close "}));
     EXPECT_EQ(test.bytes(test.paths().InfoPath + "p1.jpg.info"), before) << "an end while editing saves nothing";
 }
 

@@ -11,6 +11,7 @@ namespace trovarium {
 
 class FileService;
 class Form;
+class MediaService;
 class PictureService;
 class Prompts;
 
@@ -42,6 +43,8 @@ public:
 
     FileService& files();
     PictureService& pictures();
+    MediaService& media();
+    void setMedia(MediaService* media); // null: the real one
     trovarium::Screen& Screen();
     Prompts& prompts();
     void setPrompts(Prompts* prompts); // null: the real ones

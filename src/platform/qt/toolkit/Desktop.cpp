@@ -29,6 +29,16 @@ PictureService& Desktop::pictures()
     return m_state->pictures;
 }
 
+MediaService& Desktop::media()
+{
+    return *m_state->media;
+}
+
+void Desktop::setMedia(MediaService* media)
+{
+    m_state->media = media != nullptr ? media : &m_state->realMedia;
+}
+
 trovarium::Screen& Desktop::Screen()
 {
     return m_state->screen;

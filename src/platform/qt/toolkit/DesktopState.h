@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/media/SilentMedia.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/qt/toolkit/FormWindow.h"
 #include "platform/toolkit/Desktop.h"
@@ -94,6 +95,8 @@ struct DesktopState {
     std::unique_ptr<QObject> turn; // what queued calls hang on
     std::unique_ptr<InputGate> gate;
     PictureService pictures;
+    SilentMedia realMedia;
+    MediaService* media = &realMedia;
     trovarium::Screen screen;
     std::unique_ptr<Prompts> realPrompts;
     Prompts* prompts = nullptr;
