@@ -8,6 +8,7 @@
 namespace trovarium {
 
 struct Canvas;
+class FilmSurface;
 
 // A box with a picture in the back, a canvas that keeps what is painted on it, and controls on top.
 // Width and Height are in the parent's scale, ScaleWidth and ScaleHeight in its own. X and Y of its mouse
@@ -21,7 +22,7 @@ public:
 
 private:
     const trovarium::Picture& picture() const { return m_picture; }
-    void setPicture(trovarium::Picture value); // clears the canvas; AutoSize takes its natural size
+    void setPicture(trovarium::Picture value); // clears the canvas and the film; AutoSize takes its natural size
     bool autoSize() const { return m_autoSize; }
     void setAutoSize(bool value);
     Color backColor() const { return m_backColor; }
@@ -41,7 +42,9 @@ public:
     // Works without a window.
     void PaintPicture(const trovarium::Picture& picture, float x, float y, float width, float height);
     void Cls();
-    // Back colour, picture and all that has been painted, at the box's size in whole pixels.
+    // Where a film may show its frames, above all that has been painted; lives on while the film holds it.
+    const std::shared_ptr<FilmSurface>& filmSurface() const { return m_film; }
+    // Back colour, picture, all that has been painted and the film's frame, at the box's size in whole pixels.
     trovarium::Picture Image() const;
 
     std::unique_ptr<View> makeView() override;
@@ -57,6 +60,7 @@ private:
 
     trovarium::Picture m_picture;
     std::unique_ptr<Canvas> m_canvas;
+    std::shared_ptr<FilmSurface> m_film;
     bool m_autoSize = false;
     bool m_border = false;
     Color m_backColor = PanelGrey;

@@ -1,9 +1,11 @@
 #include "platform/toolkit/PictureBox.h"
 
+#include "platform/media/FilmSurface.h"
 #include "platform/qt/pictures/PictureData.h"
 #include "platform/qt/pictures/PicturePainter.h"
 #include "platform/qt/toolkit/Canvas.h"
 #include "platform/qt/toolkit/DesktopState.h"
+#include "platform/qt/toolkit/FilmPainting.h"
 #include "platform/qt/toolkit/Pointers.h"
 #include "platform/qt/toolkit/SurfaceView.h"
 #include "platform/qt/toolkit/View.h"
@@ -27,6 +29,7 @@ void paintContent(
     if (!picture.empty())
         picturePainter.paint(painter, picture, place);
     canvas.paint(painter);
+    paintFilm(painter, picturePainter, *box.filmSurface());
 }
 
 QSize wholePixels(const PictureBox& box)
@@ -108,9 +111,14 @@ public:
         , m_box(box)
         , m_surface(surface)
     {
+        m_box.filmSurface()->tell([this] {
+            QMetaObject::invokeMethod(
+                &m_turn, [this] { paintAnew(); }, Qt::QueuedConnection);
+        });
     }
     ~PictureBoxView() override
     {
+        m_box.filmSurface()->tell({});
         if (m_surface)
             m_surface->detach();
     }
@@ -126,8 +134,15 @@ public:
     void pointerChanged() override { m_surface->updatePointer(); }
 
 private:
+    void paintAnew()
+    {
+        if (m_surface)
+            m_surface->update();
+    }
+
     PictureBox& m_box;
     QPointer<PictureBoxSurface> m_surface;
+    QObject m_turn; // what calls from a film's thread hang on
 };
 
 } // namespace
@@ -136,6 +151,7 @@ PictureBox::PictureBox(Container* parent, const Plan& plan, ScaleMode scale)
     : Control(parent, plan)
     , Container(scale)
     , m_canvas(std::make_unique<Canvas>())
+    , m_film(std::make_shared<FilmSurface>())
 {
 }
 
@@ -146,6 +162,7 @@ PictureBox::~PictureBox()
 
 void PictureBox::setPicture(trovarium::Picture value)
 {
+    m_film->clear();
     if (value == m_picture && m_canvas->strokes.empty())
         return;
     m_picture = std::move(value);
@@ -196,6 +213,7 @@ void PictureBox::PaintPicture(const trovarium::Picture& picture, float x, float 
 
 void PictureBox::Cls()
 {
+    m_film->clear();
     if (m_canvas->strokes.empty())
         return;
     m_canvas->strokes.clear();

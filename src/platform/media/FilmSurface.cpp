@@ -1,0 +1,51 @@
+#include "platform/media/FilmSurface.h"
+
+#include <cassert>
+#include <utility>
+
+namespace trovarium {
+
+void FilmSurface::put(FilmFrame frame)
+{
+    assert(frame.width > 0 && frame.pixels.size() == static_cast<std::size_t>(frame.width) * frame.height);
+    auto latest = std::make_shared<const FilmFrame>(std::move(frame)); // the old one is freed behind the lock
+    const std::lock_guard lock(m_mutex);
+    m_shown.frame.swap(latest);
+    changed();
+}
+
+void FilmSurface::clear()
+{
+    const std::lock_guard lock(m_mutex);
+    if (std::exchange(m_shown.frame, nullptr))
+        changed();
+}
+
+void FilmSurface::moveTo(const FilmPlace& place)
+{
+    const std::lock_guard lock(m_mutex);
+    if (place == m_shown.place)
+        return;
+    m_shown.place = place;
+    changed();
+}
+
+FilmSurface::Shown FilmSurface::shown() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_shown;
+}
+
+void FilmSurface::tell(std::function<void()> changed)
+{
+    const std::lock_guard lock(m_mutex);
+    m_tell = std::move(changed);
+}
+
+void FilmSurface::changed() const
+{
+    if (m_tell)
+        m_tell();
+}
+
+} // namespace trovarium

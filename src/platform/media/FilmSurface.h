@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace trovarium {
+
+// One picture of a film: `width` times `height` pixels, 0xffRRGGBB, row by row from the top.
+struct FilmFrame {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint32_t> pixels;
+};
+
+// In pixels of the box that shows the film, which cuts off what lies beyond it.
+struct FilmPlace {
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+
+    bool operator==(const FilmPlace&) const = default;
+};
+
+// Where a film's frames, which come on a thread of their own, meet the box that shows them. Both hold it, and
+// either may go first: without a box the frames show nowhere. Every function may be called on any thread.
+class FilmSurface {
+public:
+    struct Shown {
+        std::shared_ptr<const FilmFrame> frame; // null for none
+        FilmPlace place;                        // which the frame is stretched to
+    };
+
+    void put(FilmFrame frame); // in place of the one before
+    void clear();              // no frame until the next
+    void moveTo(const FilmPlace& place);
+    Shown shown() const;
+
+    // Called at every change, on its thread: it may only pass the word on. Empty: nobody is told any more, and
+    // no call is under way when this returns.
+    void tell(std::function<void()> changed);
+
+private:
+    void changed() const;
+
+    mutable std::mutex m_mutex;
+    Shown m_shown;
+    std::function<void()> m_tell;
+};
+
+} // namespace trovarium
