@@ -59,8 +59,10 @@ public:
     void DoEvents();
     // Paints what is dirty; no input and no timers.
     void repaintOnly();
-    // Waits closed to events while the windows repaint; not at all when Immediate.
+    // Waits closed to events while the windows repaint, a film's frames as they come; not at all when Immediate.
     void wait(int milliseconds);
+    // As `wait`, at every pace, until the condition holds; false when it didn't in time.
+    bool waitUntil(const std::function<bool()>& condition, int milliseconds);
 
     [[noreturn]] void endProgram(int exitCode = 0);
 

@@ -1,3 +1,4 @@
+#include "platform/media/FilmSurface.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/qt/pictures/PictureData.h"
 #include "platform/qt/toolkit/FormView.h"
@@ -20,6 +21,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 namespace trovarium {
 
 std::ostream& operator<<(std::ostream& stream, Color color)
@@ -38,6 +42,11 @@ Picture plain(Color color, int width = 20, int height = 20)
     QImage image(width, height, QImage::Format_RGB32);
     image.fill(qRgb(color.red, color.green, color.blue));
     return pictureFromImage(image);
+}
+
+FilmFrame redFrame()
+{
+    return {2, 2, std::vector<std::uint32_t>(4, 0xffff0000)};
 }
 
 // 200 by 100 pixels, in pixels.
@@ -62,11 +71,7 @@ public:
 // How often surfaces are painted.
 class Paints : public QObject {
 public:
-    explicit Paints(Form& form)
-        : m_client(form.view()->client())
-    {
-        m_client.installEventFilter(this);
-    }
+    explicit Paints(const Container& container) { container.surface()->installEventFilter(this); }
     int take() { return std::exchange(m_count, 0); }
 
 protected:
@@ -77,7 +82,6 @@ protected:
     }
 
 private:
-    SurfaceView& m_client;
     int m_count = 0;
 };
 
@@ -191,6 +195,60 @@ TEST_F(Painting, ABoxPaintsAndGivesItsImageWithoutAWindow)
         EXPECT_EQ(image.pixel(x, 7), x % 2 == 0 ? qRgb(255, 0, 0) : qRgb(0, 0, 255)) << x;
     box.Picture = plain(Blue);
     EXPECT_EQ(renderedImage(box.Image()).pixel(4, 20), qRgb(0, 0, 255));
+}
+
+TEST_F(Painting, AFilmShowsInItsBoxAndNowhereElse)
+{
+    sheet.low.Visible = false;
+    const std::shared_ptr<FilmSurface> film = sheet.box.filmSurface();
+    film->moveTo({20, -10, 600, 30});
+    std::thread([&] { film->put(redFrame()); }).join();
+    const Shot shot = robot.shot(sheet); // the box is 40 by 40 pixels at 150,10
+    EXPECT_EQ(shot.at(170, 10), Red);
+    EXPECT_EQ(shot.at(189, 29), Red);
+    EXPECT_EQ(shot.count(Red), 20 * 20);
+    EXPECT_EQ(renderedImage(sheet.box.Image()).pixel(20, 19), qRgb(255, 0, 0));
+    EXPECT_NE(renderedImage(sheet.box.Image()).pixel(19, 19), qRgb(255, 0, 0));
+    sheet.box.Picture = {};
+    EXPECT_EQ(robot.shot(sheet).count(Red), 0) << "until the next frame";
+}
+
+TEST_F(Painting, AFrameOfAFilmIsPaintedInTheTurnInWhichItComes)
+{
+    desktop.DoEvents();
+    Paints paints(sheet.box);
+    const std::shared_ptr<FilmSurface> film = sheet.box.filmSurface();
+    std::thread thread([&] { film->put(redFrame()); });
+    EXPECT_TRUE(desktop.waitUntil([&] { return paints.take() > 0; }, 20'000));
+    thread.join();
+    film->put(redFrame());
+    desktop.repaintOnly();
+    EXPECT_EQ(paints.take(), 1);
+    film->put(redFrame());
+    desktop.DoEvents();
+    EXPECT_EQ(paints.take(), 1);
+}
+
+TEST_F(Painting, AFilmOutlivesTheFormThatShowedIt)
+{
+    auto gone = std::make_unique<Sheet>(desktop);
+    gone->show();
+    const std::shared_ptr<FilmSurface> film = gone->box.filmSurface();
+    film->moveTo({0, 0, 40, 40});
+    std::atomic<bool> ends = false;
+    std::thread thread([&] {
+        while (!ends)
+            film->put(redFrame());
+    });
+    robot.until([&] { return film->shown().frame != nullptr; });
+    gone->unload();
+    EXPECT_EQ(renderedImage(gone->box.Image()).pixel(20, 20), qRgb(255, 0, 0)) << "a thumbnail in work is finished";
+    gone->show();
+    gone.reset();
+    ends = true;
+    thread.join();
+    film->put(redFrame());
+    desktop.DoEvents();
 }
 
 TEST_F(Painting, AnAutoSizedBoxTakesItsPicturesNaturalSizeInItsParentsScale)

@@ -106,6 +106,11 @@ void Desktop::wait(int milliseconds)
     m_state->wait(milliseconds);
 }
 
+bool Desktop::waitUntil(const std::function<bool()>& condition, int milliseconds)
+{
+    return m_state->waitUntil(condition, milliseconds);
+}
+
 void Desktop::endProgram(int exitCode)
 {
     throw ProgramEnd(exitCode);

@@ -26,6 +26,8 @@ using namespace std::chrono_literals;
 
 // 500 painted moves a second.
 constexpr auto Slot = 2ms;
+// How long a frame of a film, or what else changed, may go unpainted during a wait.
+constexpr auto WaitStep = 5ms;
 // How long DoEvents may go without asking the window system.
 constexpr auto LookInterval = 1ms;
 
@@ -258,19 +260,27 @@ void DesktopState::repaintOnly()
     closedToEvents = true;
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     closedToEvents = false;
+    paintNow(); // what came meanwhile, such as a frame of a film
     for (std::function<void()>& action : std::exchange(postponed, {}))
         QMetaObject::invokeMethod(turn.get(), std::move(action), Qt::QueuedConnection);
 }
 
 void DesktopState::wait(int milliseconds)
 {
-    repaintOnly();
-    if (pace == Pace::Immediate)
-        return;
+    waitUntil([this] { return pace == Pace::Immediate; }, milliseconds);
+}
+
+bool DesktopState::waitUntil(const std::function<bool()>& condition, int milliseconds)
+{
     const Clock::time_point end = Clock::now() + std::chrono::milliseconds(milliseconds);
-    for (Clock::time_point now = Clock::now(); now < end; now = Clock::now()) {
-        std::this_thread::sleep_for(std::min<Clock::duration>(end - now, 5ms));
+    while (true) {
         repaintOnly();
+        if (condition())
+            return true;
+        const Clock::time_point now = Clock::now();
+        if (now >= end)
+            return false;
+        std::this_thread::sleep_for(std::min<Clock::duration>(end - now, WaitStep));
     }
 }
 

@@ -84,6 +84,7 @@ struct DesktopState {
     void doEvents();
     void repaintOnly();
     void wait(int milliseconds);
+    bool waitUntil(const std::function<bool()>& condition, int milliseconds);
 
     // Deletes what may have an event of its own on the stack: not inside a loop that runs within that event.
     void discard(QObject* object);
