@@ -13,8 +13,8 @@ namespace trovarium {
 
 class View;
 
-// What changed in a control, for the view that shows it.
-enum class Change { Geometry, Visible, Enabled, Text, Appearance, Content, Pointer, Order };
+// What changed in a control, for the view that shows it. Hint: pointer, tool tip or accessible name.
+enum class Change { Geometry, Visible, Enabled, Text, Appearance, Content, Hint, Order };
 
 // A thing with a place on a form. Its values live here from construction on, with or without a window;
 // a view shows them while the form is loaded. Left, Top, Width and Height are in the parent's scale and

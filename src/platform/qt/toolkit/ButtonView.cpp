@@ -89,7 +89,7 @@ private:
         , m_keys(std::make_unique<WindowKeys>(button))
     {
         m_push->setAutoDefault(true); // Enter presses it while it has the focus
-        for (const Change change : {Change::Text, Change::Appearance, Change::Pointer})
+        for (const Change change : {Change::Text, Change::Appearance, Change::Hint})
             ButtonView::apply(change);
         m_push->window()->installEventFilter(m_keys.get());
         QObject::connect(

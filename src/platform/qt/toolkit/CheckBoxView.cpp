@@ -48,7 +48,7 @@ private:
         , m_box(box)
         , m_check(check)
     {
-        for (const Change change : {Change::Text, Change::Content, Change::Appearance, Change::Pointer})
+        for (const Change change : {Change::Text, Change::Content, Change::Appearance, Change::Hint})
             CheckBoxView::apply(change);
         QObject::connect(m_check, &QCheckBox::clicked, m_check,
             [this](bool checked) { fromDesktop(m_box, [&] { m_box.Value = checked ? 1 : 0; }); });

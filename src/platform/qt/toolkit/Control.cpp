@@ -87,7 +87,7 @@ void Control::setToolTipText(std::string value)
     if (value == m_toolTipText)
         return;
     m_toolTipText = std::move(value);
-    changed(Change::Pointer);
+    changed(Change::Hint);
 }
 
 void Control::setMousePointer(int value)
@@ -95,13 +95,13 @@ void Control::setMousePointer(int value)
     if (value == m_mousePointer)
         return;
     m_mousePointer = value;
-    changed(Change::Pointer);
+    changed(Change::Hint);
 }
 
 void Control::setAccessibleName(std::string value)
 {
     m_accessibleName = std::move(value);
-    changed(Change::Pointer);
+    changed(Change::Hint);
 }
 
 void Control::ZOrder()

@@ -80,7 +80,7 @@ public:
         WidgetView::apply(change);
         if (change == Change::Text || change == Change::Appearance)
             m_surface->addDirty(m_surface->rect());
-        if (change == Change::Pointer)
+        if (change == Change::Hint)
             pointerChangedOn(m_frame);
     }
     void pointerChanged() override { m_surface->updatePointer(); }

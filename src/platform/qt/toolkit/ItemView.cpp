@@ -49,7 +49,7 @@ void ItemView::apply(Change change)
     case Change::Content:
         follow(true);
         break;
-    case Change::Pointer:
+    case Change::Hint:
         m_surface.updatePointer();
         break;
     }

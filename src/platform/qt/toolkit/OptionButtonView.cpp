@@ -46,7 +46,7 @@ private:
         , m_option(option)
         , m_radio(radio)
     {
-        for (const Change change : {Change::Text, Change::Content, Change::Appearance, Change::Pointer})
+        for (const Change change : {Change::Text, Change::Content, Change::Appearance, Change::Hint})
             OptionButtonView::apply(change);
         QObject::connect(m_radio, &QRadioButton::clicked, m_radio,
             [this] { fromDesktop(m_option, [&] { m_option.Value = true; }); });

@@ -128,7 +128,7 @@ public:
         WidgetView::apply(change);
         if (change == Change::Content || change == Change::Appearance)
             m_surface->addDirty(m_surface->rect());
-        if (change == Change::Pointer)
+        if (change == Change::Hint)
             pointerChangedOn(m_box);
     }
     void pointerChanged() override { m_surface->updatePointer(); }

@@ -23,7 +23,7 @@ WidgetView::WidgetView(Control& control, QWidget* widget)
     widget->setFont(planFont(12));
     // A disabled control's events are lost; they don't go to what it lies on.
     widget->setAttribute(Qt::WA_NoMousePropagation);
-    WidgetView::apply(Change::Pointer);
+    WidgetView::apply(Change::Hint);
     placeWidget();
     widget->setEnabled(control.Enabled());
     widget->setVisible(control.Visible());
@@ -50,7 +50,7 @@ void WidgetView::apply(Change change)
     case Change::Enabled:
         m_widget->setEnabled(control().Enabled());
         break;
-    case Change::Pointer:
+    case Change::Hint:
         m_widget->setToolTip(toolTipText(control().ToolTipText()));
         if (!control().AccessibleName().empty())
             m_widget->setAccessibleName(toQString(control().AccessibleName()));
