@@ -50,7 +50,6 @@ public:
     Selection& selection() { return *m_selection; }
     ThumbnailDrag& thumbnailDrag() { return *m_thumbnailDrag; }
     GroupCommands& groupCommands() { return *m_groupCommands; }
-    Removal& removal() { return *m_removal; }
     MainMenus& menus() { return *m_menus; }
     PhotoDisplay& photoDisplay() { return *m_photoDisplay; }
     ZoomAndPan& zoomAndPan() { return *m_zoomAndPan; }

@@ -21,7 +21,6 @@ public:
     Container& operator=(const Container&) = delete;
 
     virtual Form& form() = 0;
-    ScaleMode scaleMode() const { return m_scale; }
     float fromTwips(float twips) const { return m_scale == ScaleMode::Pixels ? twips / TwipsPerPixel : twips; }
     float toPixels(float value) const { return m_scale == ScaleMode::Pixels ? value : value / TwipsPerPixel; }
 

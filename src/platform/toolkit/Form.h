@@ -89,7 +89,6 @@ public:
     void unload(); // nothing inside its own Unload or when it isn't loaded
     bool isLoaded() const { return m_loaded; }
     bool isShown() const { return m_shown; }
-    bool isUnloading() const { return m_unloading; }
 
     // Returns when an entry was chosen and its handler has run, or nothing was.
     void PopupMenu(Menu& menu);
