@@ -44,7 +44,7 @@ try {
     if (ThumbMoveBusy)
         return;
     ThumbMoveBusy = true;
-    const Image& image = m_form.imgThumbnail(Index);
+    Image& image = m_form.imgThumbnail(Index);
     image.ToolTipText = "Double-click to view. Right-click for menu. Drag-n-drop to rearrange.  [Media File: "
         + m_form.lbThumbnailFile(Index).Caption() + "]";
     if (!startsDrag(X, Y)) {
@@ -95,8 +95,8 @@ int ThumbnailDrag::aimAtCell(const DragPointer& pointer)
 
 void ThumbnailDrag::dragOverFrame(int Index, float X, float Y)
 {
-    const Image& image = m_form.imgThumbnail(Index);
-    const Shape& frame = m_form.shpThumbnailSelect(DragFrame);
+    Image& image = m_form.imgThumbnail(Index);
+    Shape& frame = m_form.shpThumbnailSelect(DragFrame);
     image.MousePointer = DefaultPointer;
     DropTarget = ReorderTarget;
     m_form.shpDropPosition.Visible = true;
@@ -108,7 +108,7 @@ void ThumbnailDrag::dragOverFrame(int Index, float X, float Y)
 void ThumbnailDrag::dragOverList(int Index, float X, float Y)
 {
     hideMarks();
-    const Image& image = m_form.imgThumbnail(Index);
+    Image& image = m_form.imgThumbnail(Index);
     const int row = rowAt(X / TwipsPerPixel + image.Left() + m_form.pctWindow.Left(),
         Y / TwipsPerPixel + image.Top() + m_form.pctWindow.Top());
     if (row >= 0) {

@@ -2,13 +2,11 @@
 
 #include "runtime/Failure.h"
 
-#include <utility>
-
 namespace trovarium {
 
 CheckBox::CheckBox(Container* parent, const Plan& plan)
     : Control(parent, plan)
-    , m_caption(plan.Caption)
+    , Caption(this, Change::Text, plan.Caption)
 {
 }
 
@@ -21,20 +19,6 @@ void CheckBox::setValue(int value)
     m_value = value;
     changed(Change::Content);
     Click.raise();
-}
-
-void CheckBox::setCaption(std::string value)
-{
-    if (value == m_caption)
-        return;
-    m_caption = std::move(value);
-    changed(Change::Text);
-}
-
-void CheckBox::setBackColor(std::optional<Color> value)
-{
-    m_backColor = value;
-    changed(Change::Appearance);
 }
 
 } // namespace trovarium

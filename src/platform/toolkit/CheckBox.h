@@ -15,15 +15,11 @@ public:
 private:
     int value() const { return m_value; }
     void setValue(int value);
-    const std::string& caption() const { return m_caption; }
-    void setCaption(std::string value);
-    std::optional<Color> backColor() const { return m_backColor; }
-    void setBackColor(std::optional<Color> value);
 
 public:
     Property<&CheckBox::value, &CheckBox::setValue> Value{this};
-    Property<&CheckBox::caption, &CheckBox::setCaption> Caption{this};
-    Property<&CheckBox::backColor, &CheckBox::setBackColor> BackColor{this};
+    Stored<std::string> Caption;
+    Stored<std::optional<Color>> BackColor{this, Change::Appearance};
 
     Event<> Click{this};
 
@@ -31,8 +27,6 @@ public:
 
 private:
     int m_value = 0;
-    std::string m_caption;
-    std::optional<Color> m_backColor;
 };
 
 } // namespace trovarium

@@ -8,6 +8,9 @@ namespace trovarium {
 class Desktop;
 class Form;
 
+// What changed in a component, for what shows it. Hint: pointer, tool tip or accessible name.
+enum class Change : unsigned char { Geometry, Visible, Enabled, Text, Appearance, Content, Hint, Order };
+
 // What a form is made of: the form itself, its controls, menus and timers.
 class Component {
 public:
@@ -22,6 +25,11 @@ public:
     const std::string& Name() const { return m_name; }
     virtual Form& form() = 0;
     Desktop& desktop();
+
+protected:
+    template <class Value>
+    friend class Stored;
+    virtual void changed(Change change) = 0; // tells what shows it, if it has a window
 
 private:
     std::string m_name;

@@ -13,9 +13,6 @@ namespace trovarium {
 
 class View;
 
-// What changed in a control, for the view that shows it. Hint: pointer, tool tip or accessible name.
-enum class Change { Geometry, Visible, Enabled, Text, Appearance, Content, Hint, Order };
-
 // A thing with a place on a form. Its values live here from construction on, with or without a window;
 // a view shows them while the form is loaded. Left, Top, Width and Height are in the parent's scale and
 // keep their fractions.
@@ -27,36 +24,15 @@ public:
     Form& form() override { return m_parent->form(); }
     Container& parent() const { return *m_parent; }
 
-private:
-    float left() const { return m_left; }
-    float top() const { return m_top; }
-    float width() const { return m_width; }
-    float height() const { return m_height; }
-    bool visible() const { return m_visible; }
-    bool enabled() const { return m_enabled; }
-    const std::string& toolTipText() const { return m_toolTipText; }
-    int mousePointer() const { return m_mousePointer; }
-    const std::string& accessibleName() const { return m_accessibleName; }
-    void setLeft(float value);
-    void setTop(float value);
-    void setWidth(float value);
-    void setHeight(float value);
-    void setVisible(bool value);
-    void setEnabled(bool value);
-    void setToolTipText(std::string value);
-    void setMousePointer(int value);
-    void setAccessibleName(std::string value);
-
-public:
-    Property<&Control::left, &Control::setLeft> Left{this};
-    Property<&Control::top, &Control::setTop> Top{this};
-    Property<&Control::width, &Control::setWidth> Width{this};
-    Property<&Control::height, &Control::setHeight> Height{this};
-    Property<&Control::visible, &Control::setVisible> Visible{this};
-    Property<&Control::enabled, &Control::setEnabled> Enabled{this};
-    Property<&Control::toolTipText, &Control::setToolTipText> ToolTipText{this};
-    Property<&Control::mousePointer, &Control::setMousePointer> MousePointer{this};
-    Property<&Control::accessibleName, &Control::setAccessibleName> AccessibleName{this};
+    Stored<float> Left;
+    Stored<float> Top;
+    AtLeast<float, 0> Width;
+    AtLeast<float, 0> Height;
+    Stored<bool> Visible;
+    Stored<bool> Enabled;
+    Stored<std::string> ToolTipText;
+    Stored<int> MousePointer{this, Change::Hint, DefaultPointer};
+    Stored<std::string> AccessibleName{this, Change::Hint};
 
     void ZOrder();   // to the top among its siblings
     void Refresh();  // paints now
@@ -74,19 +50,10 @@ public:
     bool takesInput() const;
 
 protected:
-    void changed(Change change);
+    void changed(Change change) override;
 
 private:
     Container* m_parent;
-    float m_left;
-    float m_top;
-    float m_width;
-    float m_height;
-    bool m_visible;
-    bool m_enabled;
-    std::string m_toolTipText;
-    int m_mousePointer = DefaultPointer;
-    std::string m_accessibleName;
     std::unique_ptr<View> m_view;
 };
 

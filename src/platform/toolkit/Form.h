@@ -45,38 +45,26 @@ public:
     Desktop& desktop() const { return m_desktop; }
 
 private:
-    const std::string& caption() const { return m_caption; }
-    void setCaption(std::string value);
-    float left() const;
+    float left() const { return m_left; }
     void setLeft(float value);
-    float top() const;
+    float top() const { return m_top; }
     void setTop(float value);
     float width() const;
     void setWidth(float value);
     float height() const;
     void setHeight(float value);
-    int mousePointer() const { return m_mousePointer; }
-    void setMousePointer(int value);
-    bool enabled() const { return m_enabled; }
-    void setEnabled(bool value);
-    Color backColor() const { return m_backColor; }
-    void setBackColor(Color value);
-    const trovarium::Picture& picture() const { return m_picture; }
-    void setPicture(trovarium::Picture value); // stretched over the client area
-    const trovarium::Picture& icon() const { return m_icon; }
-    void setIcon(trovarium::Picture value);
 
 public:
-    Property<&Form::caption, &Form::setCaption> Caption{this};
+    Stored<std::string> Caption;
     Property<&Form::left, &Form::setLeft> Left{this};
     Property<&Form::top, &Form::setTop> Top{this};
     Property<&Form::width, &Form::setWidth> Width{this};
     Property<&Form::height, &Form::setHeight> Height{this};
-    Property<&Form::mousePointer, &Form::setMousePointer> MousePointer{this};
-    Property<&Form::enabled, &Form::setEnabled> Enabled{this};
-    Property<&Form::backColor, &Form::setBackColor> BackColor{this};
-    Property<&Form::picture, &Form::setPicture> Picture{this};
-    Property<&Form::icon, &Form::setIcon> Icon{this};
+    Stored<int> MousePointer{this, Change::Hint, DefaultPointer};
+    Stored<bool> Enabled{this, Change::Enabled, true};
+    Stored<Color> BackColor{this, Change::Appearance, PanelGrey};
+    Stored<trovarium::Picture> Picture{this, Change::Appearance}; // stretched over the client area
+    Stored<trovarium::Picture> Icon{this, Change::Content};
 
     float ScaleWidth() const { return fromTwips(m_clientWidth); }
     float ScaleHeight() const { return fromTwips(m_clientHeight); }
@@ -116,21 +104,18 @@ public:
     void movedTo(float left, float top);
     bool isPlaced() const { return m_placed; }
 
+protected:
+    void changed(Change change) override;
+
 private:
     void present(bool modal);
 
     Desktop& m_desktop;
     FormPlan m_plan;
-    std::string m_caption;
     float m_clientWidth;
     float m_clientHeight;
     float m_left = 0;
     float m_top = 0;
-    int m_mousePointer = DefaultPointer;
-    bool m_enabled = true;
-    Color m_backColor = PanelGrey;
-    trovarium::Picture m_picture;
-    trovarium::Picture m_icon;
     bool m_placed = false;
     bool m_loaded = false;
     bool m_unloading = false;

@@ -15,23 +15,12 @@ public:
 
     Form& form() override { return Control::form(); }
 
-private:
-    const std::string& caption() const { return m_caption; }
-    void setCaption(std::string value);
-    Color backColor() const { return m_backColor; }
-    void setBackColor(Color value);
-
-public:
-    Property<&Frame::caption, &Frame::setCaption> Caption{this};
-    Property<&Frame::backColor, &Frame::setBackColor> BackColor{this};
+    Stored<std::string> Caption;
+    Stored<Color> BackColor{this, Change::Appearance, PanelGrey};
 
     Event<int, int, float, float> MouseMove{this}; // Button, Shift, X, Y in twips
 
     std::unique_ptr<View> makeView() override;
-
-private:
-    std::string m_caption;
-    Color m_backColor = PanelGrey;
 };
 
 } // namespace trovarium

@@ -10,17 +10,10 @@ namespace trovarium {
 // relative to the item as it lies now.
 class Image : public Control {
 public:
-    Image(Container* parent, const Plan& plan);
+    using Control::Control;
 
-private:
-    const trovarium::Picture& picture() const { return m_picture; }
-    void setPicture(trovarium::Picture value);
-    bool stretch() const { return m_stretch; }
-    void setStretch(bool value);
-
-public:
-    Property<&Image::picture, &Image::setPicture> Picture{this};
-    Property<&Image::stretch, &Image::setStretch> Stretch{this};
+    Stored<trovarium::Picture> Picture{this, Change::Content};
+    Stored<bool> Stretch{this, Change::Appearance};
 
     Event<int, int, float, float> MouseDown{this}; // Button, Shift, X, Y
     Event<int, int, float, float> MouseMove{this};
@@ -29,10 +22,6 @@ public:
     Event<> DblClick{this};
 
     std::unique_ptr<View> makeView() override;
-
-private:
-    trovarium::Picture m_picture;
-    bool m_stretch = false;
 };
 
 } // namespace trovarium

@@ -20,7 +20,7 @@ void ListBox::setListIndex(int index)
     if (index == m_listIndex)
         return;
     m_listIndex = index;
-    if (!m_multiSelect)
+    if (!MultiSelect())
         for (int item = 0; item < ListCount(); ++item)
             m_selected[static_cast<std::size_t>(item)] = item == index;
     changed(Change::Content);
@@ -37,12 +37,6 @@ void ListBox::setSorted(bool value)
     m_listIndex = -1;
     for (const std::string& item : items)
         AddItem(item);
-}
-
-void ListBox::setMultiSelect(bool value)
-{
-    m_multiSelect = value;
-    changed(Change::Appearance);
 }
 
 const std::string& ListBox::List(int index) const
@@ -77,7 +71,7 @@ bool ListBox::Selected(int index) const
 void ListBox::setSelected(int index, bool value)
 {
     checkIndex(index);
-    if (!m_multiSelect) {
+    if (!MultiSelect()) {
         if (value != Selected(index))
             setListIndex(value ? index : -1);
         return;
@@ -121,7 +115,7 @@ void ListBox::chosen(int index, const std::vector<bool>& selected)
 {
     if (index >= ListCount() || selected.size() != m_items.size())
         return;
-    const bool isNew = selected != m_selected || (!m_multiSelect && index != m_listIndex);
+    const bool isNew = selected != m_selected || (!MultiSelect() && index != m_listIndex);
     m_listIndex = index;
     m_selected = selected;
     if (isNew)

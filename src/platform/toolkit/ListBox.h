@@ -17,13 +17,11 @@ private:
     void setListIndex(int index);
     bool sorted() const { return m_sorted; }
     void setSorted(bool value);
-    bool multiSelect() const { return m_multiSelect; }
-    void setMultiSelect(bool value);
 
 public:
     Property<&ListBox::listIndex, &ListBox::setListIndex> ListIndex{this}; // -1 for none
     Property<&ListBox::sorted, &ListBox::setSorted> Sorted{this};          // in the order of `listedBefore`
-    Property<&ListBox::multiSelect, &ListBox::setMultiSelect> MultiSelect{this};
+    Stored<bool> MultiSelect{this, Change::Appearance};
 
     int ListCount() const { return static_cast<int>(m_items.size()); }
     const std::string& List(int index) const;
@@ -54,7 +52,6 @@ private:
     std::vector<bool> m_selected;
     int m_listIndex = -1;
     bool m_sorted = false;
-    bool m_multiSelect = false;
 };
 
 } // namespace trovarium

@@ -2,57 +2,31 @@
 
 #include "platform/toolkit/Form.h"
 
-#include <utility>
-
 namespace trovarium {
 
 Menu::Menu(trovarium::Form* form, const MenuPlan& plan)
-    : Component(plan.Name)
-    , m_form(form)
-    , m_caption(plan.Caption)
-    , m_enabled(plan.Enabled)
-    , m_checked(plan.Checked)
-    , m_visible(plan.Visible)
+    : Menu(form, nullptr, plan)
 {
     form->addMenu(this);
 }
 
 Menu::Menu(Menu* parent, const MenuPlan& plan)
-    : Component(plan.Name)
-    , m_form(parent->m_form)
-    , m_parent(parent)
-    , m_caption(plan.Caption)
-    , m_enabled(plan.Enabled)
-    , m_checked(plan.Checked)
-    , m_visible(plan.Visible)
+    : Menu(parent->m_form, parent, plan)
 {
     parent->m_entries.push_back(this);
 }
 
+Menu::Menu(trovarium::Form* form, Menu* parent, const MenuPlan& plan)
+    : Component(plan.Name)
+    , Caption(this, Change::Text, plan.Caption)
+    , Enabled(this, Change::Enabled, plan.Enabled)
+    , Checked(this, Change::Content, plan.Checked)
+    , Visible(this, Change::Visible, plan.Visible)
+    , m_form(form)
+    , m_parent(parent)
+{
+}
+
 Menu::~Menu() = default;
-
-void Menu::setCaption(std::string value)
-{
-    m_caption = std::move(value);
-    changed();
-}
-
-void Menu::setEnabled(bool value)
-{
-    m_enabled = value;
-    changed();
-}
-
-void Menu::setChecked(bool value)
-{
-    m_checked = value;
-    changed();
-}
-
-void Menu::setVisible(bool value)
-{
-    m_visible = value;
-    changed();
-}
 
 } // namespace trovarium

@@ -31,41 +31,29 @@ public:
 
     trovarium::Form& form() override { return *m_form; }
 
-private:
-    const std::string& caption() const { return m_caption; }
-    void setCaption(std::string value);
-    bool enabled() const { return m_enabled; }
-    void setEnabled(bool value);
-    bool checked() const { return m_checked; }
-    void setChecked(bool value);
-    bool visible() const { return m_visible; }
-    void setVisible(bool value);
-
-public:
-    Property<&Menu::caption, &Menu::setCaption> Caption{this};
-    Property<&Menu::enabled, &Menu::setEnabled> Enabled{this};
-    Property<&Menu::checked, &Menu::setChecked> Checked{this};
-    Property<&Menu::visible, &Menu::setVisible> Visible{this};
+    Stored<std::string> Caption;
+    Stored<bool> Enabled;
+    Stored<bool> Checked;
+    Stored<bool> Visible;
 
     Event<> Click{this};
 
     Menu* parent() const { return m_parent; }
     const std::vector<Menu*>& entries() const { return m_entries; }
-    bool isSeparator() const { return m_caption == "-"; }
+    bool isSeparator() const { return Caption() == "-"; }
 
     MenuView* view() const { return m_view; }
     void setView(MenuView* view) { m_view = view; }
 
+protected:
+    void changed(Change change) override;
+
 private:
-    void changed();
+    Menu(trovarium::Form* form, Menu* parent, const MenuPlan& plan);
 
     trovarium::Form* m_form;
     Menu* m_parent = nullptr;
     std::vector<Menu*> m_entries;
-    std::string m_caption;
-    bool m_enabled;
-    bool m_checked;
-    bool m_visible;
     MenuView* m_view = nullptr;
 };
 

@@ -1,12 +1,10 @@
 #include "platform/toolkit/OptionButton.h"
 
-#include <utility>
-
 namespace trovarium {
 
 OptionButton::OptionButton(Container* parent, const Plan& plan)
     : Control(parent, plan)
-    , m_caption(plan.Caption)
+    , Caption(this, Change::Text, plan.Caption)
 {
 }
 
@@ -26,20 +24,6 @@ void OptionButton::setValue(bool value)
     changed(Change::Content);
     if (value)
         Click.raise();
-}
-
-void OptionButton::setCaption(std::string value)
-{
-    if (value == m_caption)
-        return;
-    m_caption = std::move(value);
-    changed(Change::Text);
-}
-
-void OptionButton::setBackColor(std::optional<Color> value)
-{
-    m_backColor = value;
-    changed(Change::Appearance);
 }
 
 } // namespace trovarium

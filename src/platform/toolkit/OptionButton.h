@@ -16,15 +16,11 @@ public:
 private:
     bool value() const { return m_value; }
     void setValue(bool value);
-    const std::string& caption() const { return m_caption; }
-    void setCaption(std::string value);
-    std::optional<Color> backColor() const { return m_backColor; }
-    void setBackColor(std::optional<Color> value);
 
 public:
     Property<&OptionButton::value, &OptionButton::setValue> Value{this};
-    Property<&OptionButton::caption, &OptionButton::setCaption> Caption{this};
-    Property<&OptionButton::backColor, &OptionButton::setBackColor> BackColor{this};
+    Stored<std::string> Caption;
+    Stored<std::optional<Color>> BackColor{this, Change::Appearance};
 
     Event<> Click{this};
 
@@ -35,8 +31,6 @@ public:
 
 private:
     bool m_value = false;
-    std::string m_caption;
-    std::optional<Color> m_backColor;
 };
 
 } // namespace trovarium

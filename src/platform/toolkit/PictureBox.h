@@ -25,18 +25,14 @@ private:
     void setPicture(trovarium::Picture value); // clears the canvas and the film; AutoSize takes its natural size
     bool autoSize() const { return m_autoSize; }
     void setAutoSize(bool value);
-    Color backColor() const { return m_backColor; }
-    void setBackColor(Color value);
-    bool border() const { return m_border; }
-    void setBorder(bool value);
 
 public:
     float ScaleWidth() const { return fromTwips(parent().toPixels(Width()) * TwipsPerPixel); }
     float ScaleHeight() const { return fromTwips(parent().toPixels(Height()) * TwipsPerPixel); }
     Property<&PictureBox::picture, &PictureBox::setPicture> Picture{this};
     Property<&PictureBox::autoSize, &PictureBox::setAutoSize> AutoSize{this};
-    Property<&PictureBox::backColor, &PictureBox::setBackColor> BackColor{this};
-    Property<&PictureBox::border, &PictureBox::setBorder> Border{this}; // sunken, one pixel
+    Stored<Color> BackColor{this, Change::Appearance, PanelGrey};
+    Stored<bool> Border{this, Change::Appearance}; // sunken, one pixel
 
     // Paints `picture` stretched to the given place, in the box's scale; "Invalid picture" for an empty one.
     // Works without a window.
@@ -62,8 +58,6 @@ private:
     std::unique_ptr<Canvas> m_canvas;
     std::shared_ptr<FilmSurface> m_film;
     bool m_autoSize = false;
-    bool m_border = false;
-    Color m_backColor = PanelGrey;
 };
 
 } // namespace trovarium

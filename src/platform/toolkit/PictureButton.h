@@ -8,21 +8,13 @@ namespace trovarium {
 // A drawn button whose face is its picture, stretched to its size. Labels may lie over it.
 class PictureButton : public Control {
 public:
-    PictureButton(Container* parent, const Plan& plan);
+    using Control::Control;
 
-private:
-    const trovarium::Picture& picture() const { return m_picture; }
-    void setPicture(trovarium::Picture value);
-
-public:
-    Property<&PictureButton::picture, &PictureButton::setPicture> Picture{this};
+    Stored<trovarium::Picture> Picture{this, Change::Content};
 
     Event<> Click{this};
 
     std::unique_ptr<View> makeView() override;
-
-private:
-    trovarium::Picture m_picture;
 };
 
 } // namespace trovarium

@@ -14,54 +14,26 @@ ScrollBar::ScrollBar(Container* parent, const Plan& plan, trovarium::Orientation
 {
 }
 
-void ScrollBar::setMinimum(int value)
-{
-    m_min = value;
-    clamp();
-}
-
-void ScrollBar::setMaximum(int value)
-{
-    m_max = value;
-    clamp();
-}
-
 void ScrollBar::setValue(int value)
 {
-    if (value < m_min || value > upperEnd())
+    if (value < Min() || value > upperEnd())
         throw Failure(FailureKind::InvalidPropertyValue);
     if (value != m_value)
         settle(value);
-}
-
-void ScrollBar::setSmallChange(int value)
-{
-    if (value < 1)
-        throw Failure(FailureKind::InvalidPropertyValue);
-    m_smallChange = value;
-    changed(trovarium::Change::Appearance);
-}
-
-void ScrollBar::setLargeChange(int value)
-{
-    if (value < 1)
-        throw Failure(FailureKind::InvalidPropertyValue);
-    m_largeChange = value;
-    changed(trovarium::Change::Appearance);
 }
 
 void ScrollBar::page(int steps)
 {
     if (!takesInput() || !isShown())
         return;
-    const std::int64_t target = m_value + std::int64_t{steps} * m_largeChange;
+    const std::int64_t target = m_value + std::int64_t{steps} * LargeChange();
     released(static_cast<int>(
         std::clamp<std::int64_t>(target, std::numeric_limits<int>::min(), std::numeric_limits<int>::max())));
 }
 
 void ScrollBar::dragged(int value)
 {
-    value = std::clamp(value, m_min, upperEnd());
+    value = std::clamp(value, Min(), upperEnd());
     if (value == m_value)
         return;
     m_value = value;
@@ -71,23 +43,24 @@ void ScrollBar::dragged(int value)
 
 void ScrollBar::released(int value)
 {
-    value = std::clamp(value, m_min, upperEnd());
+    value = std::clamp(value, Min(), upperEnd());
     m_value = value;
     if (value != m_settledValue)
         settle(value);
 }
 
-int ScrollBar::upperEnd() const
+// Where an end has moved past it, Value moves along.
+void ScrollBar::changed(trovarium::Change change)
 {
-    return std::max(m_min, m_max);
+    Control::changed(change);
+    const int value = std::clamp(m_value, Min(), upperEnd());
+    if (change == trovarium::Change::Appearance && value != m_value)
+        settle(value);
 }
 
-void ScrollBar::clamp()
+int ScrollBar::upperEnd() const
 {
-    changed(trovarium::Change::Appearance);
-    const int value = std::clamp(m_value, m_min, upperEnd());
-    if (value != m_value)
-        settle(value);
+    return std::max(Min(), Max());
 }
 
 void ScrollBar::settle(int value)

@@ -14,23 +14,15 @@ public:
     ScrollBar(Container* parent, const Plan& plan, Orientation orientation);
 
 private:
-    int minimum() const { return m_min; }
-    void setMinimum(int value);
-    int maximum() const { return m_max; }
-    void setMaximum(int value);
     int value() const { return m_value; }
     void setValue(int value); // "Invalid property value" outside Min and Max
-    int smallChange() const { return m_smallChange; }
-    void setSmallChange(int value);
-    int largeChange() const { return m_largeChange; }
-    void setLargeChange(int value);
 
 public:
-    Property<&ScrollBar::minimum, &ScrollBar::setMinimum> Min{this};
-    Property<&ScrollBar::maximum, &ScrollBar::setMaximum> Max{this};
+    Stored<int> Min{this, trovarium::Change::Appearance, 0};
+    Stored<int> Max{this, trovarium::Change::Appearance, 32767};
     Property<&ScrollBar::value, &ScrollBar::setValue> Value{this};
-    Property<&ScrollBar::smallChange, &ScrollBar::setSmallChange> SmallChange{this};
-    Property<&ScrollBar::largeChange, &ScrollBar::setLargeChange> LargeChange{this};
+    AtLeast<int, 1> SmallChange{this, trovarium::Change::Appearance, 1};
+    AtLeast<int, 1> LargeChange{this, trovarium::Change::Appearance, 1};
 
     Orientation orientation() const { return m_orientation; }
 
@@ -45,18 +37,16 @@ public:
     void dragged(int value);  // while the thumb moves
     void released(int value); // by arrow, trough, or the end of a drag
 
+protected:
+    void changed(trovarium::Change change) override;
+
 private:
     int upperEnd() const; // Max, or Min when that is above it
-    void clamp();
     void settle(int value);
 
     Orientation m_orientation;
-    int m_min = 0;
-    int m_max = 32767;
     int m_value = 0;
     int m_settledValue = 0; // as the last Change left it; Value runs ahead while the user drags
-    int m_smallChange = 1;
-    int m_largeChange = 1;
 };
 
 class VScroll : public ScrollBar {

@@ -9,27 +9,13 @@ namespace trovarium {
 // A drawn rectangle; the mouse goes through it.
 class Shape : public Control {
 public:
-    Shape(Container* parent, const Plan& plan);
+    using Control::Control;
 
-private:
-    Color borderColor() const { return m_borderColor; }
-    void setBorderColor(Color value);
-    int borderWidth() const { return m_borderWidth; }
-    void setBorderWidth(int pixels);
-    std::optional<Color> fillColor() const { return m_fillColor; }
-    void setFillColor(std::optional<Color> value);
-
-public:
-    Property<&Shape::borderColor, &Shape::setBorderColor> BorderColor{this};
-    Property<&Shape::borderWidth, &Shape::setBorderWidth> BorderWidth{this};
-    Property<&Shape::fillColor, &Shape::setFillColor> FillColor{this};
+    Stored<Color> BorderColor{this, Change::Appearance, Black};
+    Stored<int> BorderWidth{this, Change::Appearance, 1}; // pixels
+    Stored<std::optional<Color>> FillColor{this, Change::Appearance};
 
     std::unique_ptr<View> makeView() override;
-
-private:
-    Color m_borderColor = Black;
-    int m_borderWidth = 1;
-    std::optional<Color> m_fillColor;
 };
 
 } // namespace trovarium

@@ -1,7 +1,6 @@
 #include "platform/toolkit/TextBox.h"
 
 #include "platform/toolkit/OneLine.h"
-#include "runtime/Failure.h"
 #include "runtime/Text.h"
 
 #include <utility>
@@ -19,15 +18,6 @@ void TextBox::setText(std::string value)
     take(std::move(value));
 }
 
-// A text that is there already is not cut.
-void TextBox::setMaxLength(int characters)
-{
-    if (characters < 0)
-        throw Failure(FailureKind::InvalidPropertyValue);
-    m_maxLength = characters;
-    changed(trovarium::Change::Appearance);
-}
-
 void TextBox::typed(std::string value)
 {
     take(std::move(value));
@@ -37,8 +27,8 @@ void TextBox::typed(std::string value)
 void TextBox::take(std::string value)
 {
     value = oneLine(value);
-    if (m_maxLength > 0)
-        value = firstCharacters(value, static_cast<std::size_t>(m_maxLength));
+    if (MaxLength() > 0)
+        value = firstCharacters(value, static_cast<std::size_t>(MaxLength()));
     const bool isNew = value != m_text;
     m_text = std::move(value);
     changed(trovarium::Change::Text);

@@ -14,12 +14,11 @@ public:
 private:
     const std::string& text() const { return m_text; }
     void setText(std::string value);
-    int maxLength() const { return m_maxLength; }
-    void setMaxLength(int characters);
 
 public:
     Property<&TextBox::text, &TextBox::setText> Text{this};
-    Property<&TextBox::maxLength, &TextBox::setMaxLength> MaxLength{this}; // characters; 0: no limit
+    // Characters; 0: no limit. A text that is there already is not cut.
+    AtLeast<int, 0> MaxLength{this, trovarium::Change::Appearance};
 
     Event<> Change{this};      // from typing and from code
     Event<int> KeyPress{this}; // KeyAscii
@@ -33,7 +32,6 @@ private:
     void take(std::string value);
 
     std::string m_text;
-    int m_maxLength = 0;
 };
 
 } // namespace trovarium

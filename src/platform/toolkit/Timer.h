@@ -26,15 +26,8 @@ public:
 
     trovarium::Form& form() override { return *m_form; }
 
-private:
-    int interval() const { return m_interval; }
-    void setInterval(int milliseconds);
-    bool enabled() const { return m_enabled; }
-    void setEnabled(bool value);
-
-public:
-    Property<&Timer::interval, &Timer::setInterval> Interval{this};
-    Property<&Timer::enabled, &Timer::setEnabled> Enabled{this};
+    AtLeast<int, 0> Interval;
+    Stored<bool> Enabled;
 
     trovarium::Event<> Tick{this}; // the event called Timer: handlers are tmrX_Timer
 
@@ -42,10 +35,11 @@ public:
     void formLoaded();
     void formUnloaded();
 
+protected:
+    void changed(Change change) override;
+
 private:
     trovarium::Form* m_form;
-    int m_interval;
-    bool m_enabled;
     std::unique_ptr<TimerView> m_view;
 };
 

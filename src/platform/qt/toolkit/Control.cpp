@@ -4,22 +4,19 @@
 #include "platform/qt/toolkit/ItemView.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Form.h"
-#include "runtime/Failure.h"
-
-#include <utility>
 
 namespace trovarium {
 
 Control::Control(Container* parent, const Plan& plan)
     : Component(plan.Name)
+    , Left(this, Change::Geometry, parent->fromTwips(plan.Left))
+    , Top(this, Change::Geometry, parent->fromTwips(plan.Top))
+    , Width(this, Change::Geometry, parent->fromTwips(plan.Width))
+    , Height(this, Change::Geometry, parent->fromTwips(plan.Height))
+    , Visible(this, Change::Visible, plan.Visible)
+    , Enabled(this, Change::Enabled, plan.Enabled)
+    , ToolTipText(this, Change::Hint, plan.ToolTipText)
     , m_parent(parent)
-    , m_left(parent->fromTwips(plan.Left))
-    , m_top(parent->fromTwips(plan.Top))
-    , m_width(parent->fromTwips(plan.Width))
-    , m_height(parent->fromTwips(plan.Height))
-    , m_visible(plan.Visible)
-    , m_enabled(plan.Enabled)
-    , m_toolTipText(plan.ToolTipText)
 {
     parent->adopt(this);
 }
@@ -28,80 +25,6 @@ Control::~Control()
 {
     m_view.reset();
     m_parent->abandon(this);
-}
-
-void Control::setLeft(float value)
-{
-    if (value == m_left)
-        return;
-    m_left = value;
-    changed(Change::Geometry);
-}
-
-void Control::setTop(float value)
-{
-    if (value == m_top)
-        return;
-    m_top = value;
-    changed(Change::Geometry);
-}
-
-void Control::setWidth(float value)
-{
-    if (value < 0)
-        throw Failure(FailureKind::InvalidPropertyValue);
-    if (value == m_width)
-        return;
-    m_width = value;
-    changed(Change::Geometry);
-}
-
-void Control::setHeight(float value)
-{
-    if (value < 0)
-        throw Failure(FailureKind::InvalidPropertyValue);
-    if (value == m_height)
-        return;
-    m_height = value;
-    changed(Change::Geometry);
-}
-
-void Control::setVisible(bool value)
-{
-    if (value == m_visible)
-        return;
-    m_visible = value;
-    changed(Change::Visible);
-}
-
-void Control::setEnabled(bool value)
-{
-    if (value == m_enabled)
-        return;
-    m_enabled = value;
-    changed(Change::Enabled);
-}
-
-void Control::setToolTipText(std::string value)
-{
-    if (value == m_toolTipText)
-        return;
-    m_toolTipText = std::move(value);
-    changed(Change::Hint);
-}
-
-void Control::setMousePointer(int value)
-{
-    if (value == m_mousePointer)
-        return;
-    m_mousePointer = value;
-    changed(Change::Hint);
-}
-
-void Control::setAccessibleName(std::string value)
-{
-    m_accessibleName = std::move(value);
-    changed(Change::Hint);
 }
 
 void Control::ZOrder()
@@ -162,7 +85,7 @@ void Control::detachView()
 
 bool Control::isShown() const
 {
-    if (!m_visible)
+    if (!Visible())
         return false;
     const auto* above = dynamic_cast<const Control*>(m_parent);
     return above == nullptr || above->isShown();
@@ -170,7 +93,7 @@ bool Control::isShown() const
 
 bool Control::takesInput() const
 {
-    if (!m_visible || !m_enabled)
+    if (!Visible() || !Enabled())
         return false;
     const auto* above = dynamic_cast<const Control*>(m_parent);
     return above != nullptr ? above->takesInput() : m_parent->form().Enabled();

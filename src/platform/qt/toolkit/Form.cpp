@@ -17,9 +17,9 @@ namespace trovarium {
 Form::Form(Desktop& desktop, const FormPlan& plan)
     : Component(plan.Name)
     , Container(plan.Scale)
+    , Caption(this, Change::Text, plan.Caption)
     , m_desktop(desktop)
     , m_plan(plan)
-    , m_caption(plan.Caption)
     , m_clientWidth(plan.Width)
     , m_clientHeight(plan.Height)
 {
@@ -31,29 +31,12 @@ Form::~Form()
     m_desktop.state().formUnloaded(*this);
 }
 
-void Form::setCaption(std::string value)
-{
-    m_caption = std::move(value);
-    if (m_view)
-        m_view->apply(FormChange::Caption);
-}
-
-float Form::left() const
-{
-    return m_left;
-}
-
 void Form::setLeft(float value)
 {
     m_left = value;
     m_placed = true;
     if (m_view)
-        m_view->apply(FormChange::Place);
-}
-
-float Form::top() const
-{
-    return m_top;
+        m_view->place();
 }
 
 void Form::setTop(float value)
@@ -61,7 +44,7 @@ void Form::setTop(float value)
     m_top = value;
     m_placed = true;
     if (m_view)
-        m_view->apply(FormChange::Place);
+        m_view->place();
 }
 
 float Form::width() const
@@ -73,7 +56,7 @@ void Form::setWidth(float value)
 {
     m_clientWidth = std::max(0.0F, value - (width() - m_clientWidth));
     if (m_view)
-        m_view->apply(FormChange::Size);
+        m_view->resize();
 }
 
 float Form::height() const
@@ -85,44 +68,13 @@ void Form::setHeight(float value)
 {
     m_clientHeight = std::max(0.0F, value - (height() - m_clientHeight));
     if (m_view)
-        m_view->apply(FormChange::Size);
+        m_view->resize();
 }
 
-void Form::setMousePointer(int value)
+void Form::changed(Change change)
 {
-    if (value == m_mousePointer)
-        return;
-    m_mousePointer = value;
     if (m_view)
-        m_view->apply(FormChange::Pointer);
-}
-
-void Form::setEnabled(bool value)
-{
-    m_enabled = value;
-    if (m_view)
-        m_view->apply(FormChange::Enabled);
-}
-
-void Form::setBackColor(Color value)
-{
-    m_backColor = value;
-    if (m_view)
-        m_view->apply(FormChange::Back);
-}
-
-void Form::setPicture(trovarium::Picture value)
-{
-    m_picture = std::move(value);
-    if (m_view)
-        m_view->apply(FormChange::Back);
-}
-
-void Form::setIcon(trovarium::Picture value)
-{
-    m_icon = std::move(value);
-    if (m_view)
-        m_view->apply(FormChange::Icon);
+        m_view->apply(change);
 }
 
 void Form::load()

@@ -90,8 +90,9 @@ FormView::FormView(Form& form)
     , m_menuBar(makeMenuBar(form, m_window))
     , m_client(new FormSurface(form, m_window)) // its parent widget owns it
 {
-    for (const FormChange change : {FormChange::Caption, FormChange::Icon, FormChange::Size})
+    for (const Change change : {Change::Text, Change::Content, Change::Enabled})
         apply(change);
+    resize();
     for (Control* control : form.controls())
         control->attachView();
     // Tab goes through the controls that are widgets first, and then through the form's own drawn items.
@@ -120,39 +121,44 @@ SurfaceView& FormView::client() const
     return *m_client;
 }
 
-void FormView::apply(FormChange change)
+void FormView::apply(Change change)
 {
     switch (change) {
-    case FormChange::Caption:
+    case Change::Text:
         m_window->setWindowTitle(toQString(m_form.Caption()));
         break;
-    case FormChange::Place:
-        m_window->move(toPixels(m_form.Left()), toPixels(m_form.Top()));
-        break;
-    case FormChange::Size: {
-        const int bar = m_menuBar ? m_menuBar->sizeHint().height() : 0;
-        const QSize client(toPixels(m_form.clientWidth()), toPixels(m_form.clientHeight()));
-        if (m_menuBar)
-            m_menuBar->setGeometry(0, 0, client.width(), bar);
-        m_client->setGeometry(QRect(QPoint(0, bar), client));
-        m_window->setFixedSize(client.width(), client.height() + bar);
-        break;
-    }
-    case FormChange::Back:
+    case Change::Appearance:
         m_client->addDirty(m_client->rect());
         break;
-    case FormChange::Icon:
+    case Change::Content:
         if (!m_form.Icon().empty())
             m_window->setWindowIcon(QIcon(QPixmap::fromImage(renderedImage(m_form.Icon()))));
         break;
-    case FormChange::Pointer:
+    case Change::Hint:
         m_client->updatePointer();
         pointerChangedOn(m_form);
         break;
-    case FormChange::Enabled:
+    case Change::Enabled:
         m_window->setEnabled(m_form.Enabled());
         break;
+    default:
+        break;
     }
+}
+
+void FormView::place()
+{
+    m_window->move(toPixels(m_form.Left()), toPixels(m_form.Top()));
+}
+
+void FormView::resize()
+{
+    const int bar = m_menuBar ? m_menuBar->sizeHint().height() : 0;
+    const QSize client(toPixels(m_form.clientWidth()), toPixels(m_form.clientHeight()));
+    if (m_menuBar)
+        m_menuBar->setGeometry(0, 0, client.width(), bar);
+    m_client->setGeometry(QRect(QPoint(0, bar), client));
+    m_window->setFixedSize(client.width(), client.height() + bar);
 }
 
 void FormView::show(bool modal)
@@ -164,7 +170,7 @@ void FormView::show(bool modal)
         const bool owned = modal && owner != nullptr && owner != &m_form && owner->view() != nullptr;
         m_window->windowHandle()->setTransientParent(owned ? owner->view()->window().windowHandle() : nullptr);
         standInTheMiddle();
-        apply(FormChange::Place);
+        place();
         const QScreen* screen = m_window->screen();
         const bool covers = m_form.plan().Border == BorderKind::None && m_window->width() >= screen->size().width()
             && m_window->height() >= screen->size().height();

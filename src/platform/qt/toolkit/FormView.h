@@ -2,6 +2,7 @@
 
 #include "platform/qt/toolkit/FormWindow.h"
 #include "platform/qt/toolkit/SurfaceView.h"
+#include "platform/toolkit/Component.h"
 
 #include <QMenuBar>
 #include <QPointer>
@@ -9,9 +10,6 @@
 namespace trovarium {
 
 class Form;
-
-// What of a form its window follows.
-enum class FormChange { Caption, Place, Size, Back, Icon, Pointer, Enabled };
 
 // The window of a loaded form: a menu bar when the form has menus, and the client surface below it.
 class FormView {
@@ -24,7 +22,9 @@ public:
     QWidget& window() const;
     SurfaceView& client() const;
 
-    void apply(FormChange change);
+    void apply(Change change);
+    void place(); // where the form is said to be
+    void resize();
     void show(bool modal);
     void hide();
 

@@ -9,8 +9,6 @@
 #include <QFontMetrics>
 #include <QPainter>
 
-#include <utility>
-
 namespace trovarium {
 
 namespace {
@@ -95,29 +93,13 @@ private:
 Frame::Frame(Container* parent, const Plan& plan)
     : Control(parent, plan)
     , Container(ScaleMode::Twips)
-    , m_caption(plan.Caption)
+    , Caption(this, Change::Text, plan.Caption)
 {
 }
 
 Frame::~Frame()
 {
     detachView();
-}
-
-void Frame::setCaption(std::string value)
-{
-    if (value == m_caption)
-        return;
-    m_caption = std::move(value);
-    changed(Change::Text);
-}
-
-void Frame::setBackColor(Color value)
-{
-    if (value == m_backColor)
-        return;
-    m_backColor = value;
-    changed(Change::Appearance);
 }
 
 std::unique_ptr<View> Frame::makeView()

@@ -5,8 +5,6 @@
 
 #include <QPainter>
 
-#include <utility>
-
 namespace trovarium {
 
 namespace {
@@ -73,27 +71,6 @@ private:
 };
 
 } // namespace
-
-Image::Image(Container* parent, const Plan& plan)
-    : Control(parent, plan)
-{
-}
-
-void Image::setPicture(trovarium::Picture value)
-{
-    if (value == m_picture)
-        return;
-    m_picture = std::move(value);
-    changed(Change::Content);
-}
-
-void Image::setStretch(bool value)
-{
-    if (value == m_stretch)
-        return;
-    m_stretch = value;
-    changed(Change::Appearance);
-}
 
 std::unique_ptr<View> Image::makeView()
 {

@@ -8,7 +8,6 @@
 #include <QStringList>
 
 #include <cmath>
-#include <utility>
 
 namespace trovarium {
 
@@ -142,106 +141,34 @@ private:
 
 } // namespace
 
-Label::Label(Container* parent, const Plan& plan)
-    : Control(parent, plan)
-    , m_caption(plan.Caption)
+// Text also stands for whatever else the size of the text comes from.
+void Label::changed(Change change)
 {
-}
-
-void Label::setCaption(std::string value)
-{
-    if (value == m_caption)
-        return;
-    m_caption = std::move(value);
-    changed(Change::Text);
-    fit();
-}
-
-void Label::setAlignment(trovarium::Alignment value)
-{
-    if (value == m_alignment)
-        return;
-    m_alignment = value;
-    changed(Change::Appearance);
-}
-
-void Label::setAutoSize(bool value)
-{
-    m_autoSize = value;
-    fit();
-}
-
-void Label::setForeColor(Color value)
-{
-    if (value == m_foreColor)
-        return;
-    m_foreColor = value;
-    changed(Change::Appearance);
-}
-
-void Label::setBackColor(std::optional<Color> value)
-{
-    if (value == m_backColor)
-        return;
-    m_backColor = value;
-    changed(Change::Appearance);
-}
-
-void Label::setFontSize(float pixels)
-{
-    if (pixels == m_fontSize)
-        return;
-    m_fontSize = pixels;
-    changed(Change::Appearance);
-    fit();
-}
-
-void Label::setBold(bool value)
-{
-    if (value == m_bold)
-        return;
-    m_bold = value;
-    changed(Change::Appearance);
-    fit();
-}
-
-void Label::setWordWrap(bool value)
-{
-    if (value == m_wordWrap)
-        return;
-    m_wordWrap = value;
-    changed(Change::Appearance);
-    fit();
-}
-
-void Label::setShadow(bool value)
-{
-    if (value == m_shadow)
-        return;
-    m_shadow = value;
-    changed(Change::Appearance);
+    Control::changed(change);
+    if (change == Change::Text)
+        fit();
 }
 
 // A wrapping label keeps its width and takes the height that it needs.
 void Label::fit()
 {
-    if (!m_autoSize)
+    if (!AutoSize())
         return;
     const QFontMetricsF metrics(fontOf(*this));
-    const QString text = shownText(m_caption);
-    const QRectF wanted = m_wordWrap
+    const QString text = shownText(Caption());
+    const QRectF wanted = WordWrap()
         ? metrics.boundingRect(QRectF(0, 0, parent().toPixels(Width()), 1e6), Qt::TextWordWrap, text)
         : metrics.boundingRect(QRectF(0, 0, 1e6, 1e6), 0, text);
     const auto inScale = [this](qreal pixels) {
         return parent().fromTwips(static_cast<float>(std::ceil(pixels)) * TwipsPerPixel);
     };
     Height = inScale(std::max(wanted.height(), metrics.height()));
-    if (m_wordWrap)
+    if (WordWrap())
         return;
     const float grown = inScale(wanted.width()) - Width();
-    if (m_alignment == Alignment::Center)
+    if (Alignment() == trovarium::Alignment::Center)
         Left = Left() - grown / 2;
-    else if (m_alignment == Alignment::Right)
+    else if (Alignment() == trovarium::Alignment::Right)
         Left = Left() - grown;
     Width = Width() + grown;
 }

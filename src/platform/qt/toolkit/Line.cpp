@@ -49,27 +49,6 @@ private:
 
 } // namespace
 
-Line::Line(Container* parent, const Plan& plan)
-    : Control(parent, plan)
-{
-}
-
-void Line::setBorderColor(Color value)
-{
-    if (value == m_borderColor)
-        return;
-    m_borderColor = value;
-    changed(Change::Appearance);
-}
-
-void Line::setBorderWidth(int pixels)
-{
-    if (pixels == m_borderWidth)
-        return;
-    m_borderWidth = pixels;
-    changed(Change::Appearance);
-}
-
 std::unique_ptr<View> Line::makeView()
 {
     return std::make_unique<LineView>(*this);

@@ -173,7 +173,7 @@ private:
 
 } // namespace
 
-void Menu::changed()
+void Menu::changed(Change)
 {
     if (m_view != nullptr)
         m_view->apply();

@@ -186,22 +186,6 @@ void PictureBox::takePictureSize()
     Height = parent().fromTwips(static_cast<float>(m_picture.height()) * TwipsPerPixel);
 }
 
-void PictureBox::setBackColor(Color value)
-{
-    if (value == m_backColor)
-        return;
-    m_backColor = value;
-    changed(Change::Appearance);
-}
-
-void PictureBox::setBorder(bool value)
-{
-    if (value == m_border)
-        return;
-    m_border = value;
-    changed(Change::Appearance);
-}
-
 void PictureBox::PaintPicture(const trovarium::Picture& picture, float x, float y, float width, float height)
 {
     if (picture.empty())

@@ -6,8 +6,6 @@
 
 #include <QPainter>
 
-#include <utility>
-
 namespace trovarium {
 
 namespace {
@@ -56,19 +54,6 @@ private:
 };
 
 } // namespace
-
-PictureButton::PictureButton(Container* parent, const Plan& plan)
-    : Control(parent, plan)
-{
-}
-
-void PictureButton::setPicture(trovarium::Picture value)
-{
-    if (value == m_picture)
-        return;
-    m_picture = std::move(value);
-    changed(Change::Content);
-}
 
 std::unique_ptr<View> PictureButton::makeView()
 {

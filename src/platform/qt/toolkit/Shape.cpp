@@ -43,35 +43,6 @@ private:
 
 } // namespace
 
-Shape::Shape(Container* parent, const Plan& plan)
-    : Control(parent, plan)
-{
-}
-
-void Shape::setBorderColor(Color value)
-{
-    if (value == m_borderColor)
-        return;
-    m_borderColor = value;
-    changed(Change::Appearance);
-}
-
-void Shape::setBorderWidth(int pixels)
-{
-    if (pixels == m_borderWidth)
-        return;
-    m_borderWidth = pixels;
-    changed(Change::Appearance);
-}
-
-void Shape::setFillColor(std::optional<Color> value)
-{
-    if (value == m_fillColor)
-        return;
-    m_fillColor = value;
-    changed(Change::Appearance);
-}
-
 std::unique_ptr<View> Shape::makeView()
 {
     return std::make_unique<ShapeView>(*this);

@@ -2,7 +2,6 @@
 
 #include "platform/qt/toolkit/TimerView.h"
 #include "platform/toolkit/Form.h"
-#include "runtime/Failure.h"
 
 namespace trovarium {
 
@@ -76,9 +75,9 @@ void TimerView::timeout()
 
 Timer::Timer(trovarium::Form* form, const TimerPlan& plan)
     : Component(plan.Name)
+    , Interval(this, Change::Content, plan.Interval)
+    , Enabled(this, Change::Enabled, plan.Enabled)
     , m_form(form)
-    , m_interval(plan.Interval)
-    , m_enabled(plan.Enabled)
 {
     form->addTimer(this);
 }
@@ -88,22 +87,8 @@ Timer::~Timer()
     m_form->removeTimer(this);
 }
 
-void Timer::setInterval(int milliseconds)
+void Timer::changed(Change)
 {
-    if (milliseconds < 0)
-        throw Failure(FailureKind::InvalidPropertyValue);
-    if (milliseconds == m_interval)
-        return;
-    m_interval = milliseconds;
-    if (m_view)
-        m_view->restart();
-}
-
-void Timer::setEnabled(bool value)
-{
-    if (value == m_enabled)
-        return;
-    m_enabled = value;
     if (m_view)
         m_view->restart();
 }
