@@ -27,6 +27,7 @@ frmFirstTime::frmFirstTime(Desktop& desktop)
         note->FontSize = 14;
         note->WordWrap = true;
     }
+    Label5.UseMnemonic = true;
     Line1.BorderColor = SoftWhite;
 }
 

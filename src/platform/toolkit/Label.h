@@ -7,8 +7,8 @@
 
 namespace trovarium {
 
-// A drawn text; "&&" shows as one ampersand. With AutoSize it grows about its alignment, so that a
-// centred one keeps its centre.
+// A drawn text, as it stands. With AutoSize it grows about its alignment, so that a centred one keeps its
+// centre.
 class Label : public Control {
 public:
     Label(Container* parent, const Plan& plan)
@@ -26,6 +26,7 @@ public:
     Stored<bool> Bold{this, Change::Text};
     Stored<bool> WordWrap{this, Change::Text};     // otherwise a long text ends in "…"
     Stored<bool> Shadow{this, Change::Appearance}; // a dark halo, legible on any picture
+    Stored<bool> UseMnemonic{this, Change::Text};  // "&" marks an access key, "&&" shows as one
 
     Event<int, int, float, float> MouseDown{this}; // Button, Shift, X, Y in twips
     Event<int, int, float, float> MouseMove{this};

@@ -160,13 +160,16 @@ TEST(ScreenReaders, ABoxThatCanBeClickedIsAButtonCalledAsItsText)
 {
     Form form(testDesktop(), {.Name = "Rows", .Width = 3000, .Height = 1500});
     PictureBox row(&form, {.Name = "row", .Width = 1500, .Height = 450});
-    Label caption(&row, {.Name = "caption", .Width = 1500, .Height = 450, .Caption = "All && more"});
+    Label caption(&row, {.Name = "caption", .Width = 1500, .Height = 450, .Caption = "Ann & Ben"});
     int pressed = 0;
     row.MouseDown.connect([&](int button, int, float, float) { pressed = button; });
     form.show();
     QAccessibleInterface* box = QAccessible::queryAccessibleInterface(row.surface());
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(box->role(), QAccessible::Button);
+    EXPECT_EQ(box->text(QAccessible::Name).toStdString(), "Ann & Ben");
+    caption.UseMnemonic = true;
+    caption.Caption = "&All && more";
     EXPECT_EQ(box->text(QAccessible::Name).toStdString(), "All & more");
     box->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(pressed, LeftButton);

@@ -13,12 +13,11 @@ namespace trovarium {
 
 namespace {
 
-// "&&" is one ampersand; a single one, which would mark an access key, isn't shown.
-QString shownText(const std::string& caption)
+QString shownText(const Label& label)
 {
-    QString text = toQString(caption);
+    QString text = toQString(label.Caption());
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    if (!text.contains(QLatin1Char('&')))
+    if (!label.UseMnemonic())
         return text;
     QString shown;
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -59,7 +58,7 @@ public:
     {
         if (const std::optional<Color> back = m_label.BackColor())
             painter.fillRect(place, toQColor(*back));
-        QString text = shownText(m_label.Caption());
+        QString text = shownText(m_label);
         if (text.isEmpty())
             return;
         painter.setFont(fontOf(m_label));
@@ -120,7 +119,7 @@ public:
     }
     QString accessibleText() const override
     {
-        return m_label.AccessibleName().empty() ? shownText(m_label.Caption()) : ItemView::accessibleText();
+        return m_label.AccessibleName().empty() ? shownText(m_label) : ItemView::accessibleText();
     }
 
     void mouseDown(int button, int shift, QPointF pixels) override
@@ -155,7 +154,7 @@ void Label::fit()
     if (!AutoSize())
         return;
     const QFontMetricsF metrics(fontOf(*this));
-    const QString text = shownText(Caption());
+    const QString text = shownText(*this);
     const QRectF wanted = WordWrap()
         ? metrics.boundingRect(QRectF(0, 0, parent().toPixels(Width()), 1e6), Qt::TextWordWrap, text)
         : metrics.boundingRect(QRectF(0, 0, 1e6, 1e6), 0, text);
