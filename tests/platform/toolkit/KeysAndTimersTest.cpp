@@ -11,6 +11,8 @@
 #include "support/Robot.h"
 
 #include <QAccessible>
+#include <QApplication>
+#include <QKeyEvent>
 
 #include <gtest/gtest.h>
 
@@ -107,6 +109,18 @@ TEST(Keyboard, AFormGetsTheKeysThatNothingElseTakes)
     form.first.SetFocus();
     robot.key(form, 32);
     EXPECT_EQ(form.diary, (Diary{"key 65 0", "char 97", "key 46 2", "key 113 0", "first"}));
+    const struct {
+        int symbol;
+        quint32 place;
+        const char* heard;
+    } cases[] = {{0x424, 38, "key 65 0"}, {Qt::Key_Q, 38, "key 81 0"}, {Qt::Key_Ampersand, 10, "key 49 0"},
+        {Qt::Key_Comma, 58, "key 0 0"}, {0x416, 47, "key 0 0"}, {Qt::Key_MediaPlay, 172, "key 0 0"}};
+    for (const auto& c : cases) {
+        QKeyEvent press(QEvent::KeyPress, c.symbol, Qt::NoModifier, c.place, 0, 0);
+        QApplication::sendEvent(&form.view()->window(), &press);
+        EXPECT_EQ(form.diary.back(), c.heard) << c.symbol;
+        form.diary = {""};
+    }
 }
 
 TEST(Keyboard, AFormThatPreviewsKeysTakesThemFirst)

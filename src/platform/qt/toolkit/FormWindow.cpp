@@ -32,8 +32,7 @@ void raiseKey(Form& form, const QKeyEvent& event)
     const int ascii = keyAscii(event);
     const int shift = shiftKeys(event.modifiers());
     fromDesktop(form, [&] {
-        if (code != 0)
-            form.KeyDown.raise(code, shift);
+        form.KeyDown.raise(code, shift);
         if (ascii != 0 && form.isLoaded())
             form.KeyPress.raise(ascii);
     });

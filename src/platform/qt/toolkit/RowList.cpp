@@ -138,8 +138,7 @@ void RowList::keyPressEvent(QKeyEvent* event)
 {
     if (!acceptsInput())
         return;
-    if (const int code = keyCode(*event); code != 0)
-        fromDesktop(m_source->sender(), [&] { m_source->keyDown(code, shiftKeys(event->modifiers())); });
+    fromDesktop(m_source->sender(), [&] { m_source->keyDown(keyCode(*event), shiftKeys(event->modifiers())); });
     if (m_source == nullptr)
         return;
     const int ascii = keyAscii(*event);

@@ -10,6 +10,7 @@
 #include <QTextDocument>
 
 #include <cmath>
+#include <utility>
 
 namespace trovarium {
 
@@ -149,6 +150,34 @@ int mouseButtons(Qt::MouseButtons buttons)
         | (buttons.testFlag(Qt::MiddleButton) ? MiddleButton : 0);
 }
 
+namespace {
+
+// What a US keyboard has on the key, 0 for a key that has no letter or digit there. X and Wayland count the keys
+// by their places.
+int usKey(quint32 scanCode)
+{
+    constexpr std::pair<quint32, std::string_view> rows[] = {
+        {10, "1234567890"}, {24, "QWERTYUIOP"}, {38, "ASDFGHJKL"}, {52, "ZXCVBNM"}};
+    for (const auto& [first, keys] : rows) {
+        if (scanCode >= first && scanCode - first < keys.size())
+            return keys[scanCode - first];
+    }
+    return 0;
+}
+
+// A key whose symbol has no number of its own. A Cyrillic or Greek letter counts as the Latin one in its place, a
+// sign or an accented letter on the row of digits as the digit; but a comma in the place of M is no M.
+int numberByPlace(const QKeyEvent& event)
+{
+    const int key = usKey(event.nativeScanCode());
+    if (key >= '0' && key <= '9')
+        return key;
+    const QChar::Script script = QChar::script(static_cast<char32_t>(event.key()));
+    return script > QChar::Script_Latin ? key : 0;
+}
+
+} // namespace
+
 int keyCode(const QKeyEvent& event)
 {
     const int key = event.key();
@@ -206,7 +235,7 @@ int keyCode(const QKeyEvent& event)
     case Qt::Key_Minus:
         return 109;
     default:
-        return 0;
+        return numberByPlace(event);
     }
 }
 

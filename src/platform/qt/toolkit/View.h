@@ -78,7 +78,8 @@ QRectF placeInPixels(const Control& control);
 int shiftKeys(Qt::KeyboardModifiers modifiers);
 int mouseButton(Qt::MouseButton button);
 int mouseButtons(Qt::MouseButtons buttons);
-// 13 Enter, 27 Escape, 37 to 40 the arrows, letters as capitals; 0 for a key without a number.
+// 13 Enter, 27 Escape, 37 to 40 the arrows, letters as capitals, letters and digits on every keyboard layout; 0
+// for a key without a number.
 int keyCode(const QKeyEvent& event);
 // The character of a key press (13 Enter, 27 Escape, 8 Backspace), 0 for a key without one.
 int keyAscii(const QKeyEvent& event);
