@@ -296,7 +296,8 @@ try {
     logFailure(m_album, "Form_MouseMove", failure);
 }
 
-// A label acts for the button beneath it, so not for one that is disabled. Indexes 2 to 4 have no label.
+// A label acts for the button beneath it, and also for one that is disabled and takes no press itself. Indexes 2
+// to 4 have no label.
 void frmMain::lbButtonText_Click(int Index)
 try {
     switch (Index) {
@@ -313,20 +314,16 @@ try {
         m_infoBox->cmdEditPhotoInfo_Click();
         break;
     case 5:
-        if (cmdZoomOut.Enabled())
-            m_zoomAndPan->cmdZoomOut_Click();
+        m_zoomAndPan->cmdZoomOut_Click();
         break;
     case 6:
-        if (cmdZoomIn.Enabled())
-            m_zoomAndPan->cmdZoomIn_Click();
+        m_zoomAndPan->cmdZoomIn_Click();
         break;
     case 7:
-        if (cmdSlideshow.Enabled())
-            m_slideShow->cmdSlideshow_Click();
+        m_slideShow->cmdSlideshow_Click();
         break;
     case 8:
-        if (cmdFullScreen.Enabled())
-            m_fullScreen->cmdFullScreen_Click();
+        m_fullScreen->cmdFullScreen_Click();
         break;
     default:
         break;

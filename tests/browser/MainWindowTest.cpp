@@ -102,9 +102,6 @@ TEST_F(MainWindowTest, ALabelActsForTheButtonBeneathIt)
     EXPECT_EQ(view().ZoomLevel, 1);
     robot.click(main().lbButtonText(8));
     EXPECT_EQ(fullScreenShown, 1);
-    main().cmdZoomIn.Enabled = false;
-    robot.click(main().lbButtonText(6));
-    EXPECT_EQ(view().ZoomLevel, 1) << "not for a button that is disabled";
 }
 
 TEST_F(MainWindowTest, ExitUnloadsTheWindowAndEndsTheProgram)
