@@ -326,6 +326,9 @@ TEST_F(Painting, TheScreensPointerBeatsTheFormsAndThatTheControlsDefault)
     EXPECT_EQ(over(item), Qt::ForbiddenCursor);
     sheet.low.MousePointer = TextPointer;
     EXPECT_EQ(over(item), Qt::IBeamCursor);
+    sheet.low.MousePointer = OwnPointer;
+    EXPECT_EQ(over(item), Qt::BitmapCursor);
+    EXPECT_EQ(sheet.view()->client().cursor().pixmap().width(), 32) << "the screen's own pixels";
     EXPECT_EQ(over(bare), Qt::ForbiddenCursor);
     desktop.Screen().MousePointer = HourglassPointer;
     EXPECT_EQ(over(item), Qt::WaitCursor);

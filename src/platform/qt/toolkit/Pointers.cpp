@@ -12,9 +12,8 @@ namespace trovarium {
 namespace {
 
 // An arrow with a sheet under it that carries a plus: what is held here is copied there.
-QCursor dropPointer()
+QCursor dropPointer(qreal ratio)
 {
-    const qreal ratio = 2;
     QPixmap pixmap(QSize(32, 32) * ratio);
     pixmap.setDevicePixelRatio(ratio);
     pixmap.fill(Qt::transparent);
@@ -28,14 +27,15 @@ QCursor dropPointer()
     painter.drawLine(QPointF(15.5, 21), QPointF(23.5, 21));
     painter.setPen(QPen(Qt::black, 1));
     painter.setBrush(Qt::white);
-    painter.drawPolygon(QPolygonF({{1, 1}, {1, 16}, {4.8, 12.6}, {7.6, 18.6}, {10, 17.4}, {7.4, 11.6}, {12, 11.6}}));
+    painter.drawPolygon(
+        QPolygonF({{0.5, 0.5}, {0.5, 15.5}, {4.3, 12.1}, {7.1, 18.1}, {9.5, 16.9}, {6.9, 11.1}, {11.5, 11.1}}));
     painter.end();
-    return QCursor(pixmap, 1, 1);
+    return QCursor(pixmap, 0, 0); // the corner, since desktops differ in whose pixels they count the hot spot in
 }
 
 } // namespace
 
-QCursor cursorOf(int pointer)
+QCursor cursorOf(int pointer, qreal ratio)
 {
     switch (pointer) {
     case TextPointer:
@@ -49,7 +49,7 @@ QCursor cursorOf(int pointer)
     case FourWayPointer:
         return QCursor(Qt::SizeAllCursor);
     case OwnPointer:
-        return dropPointer();
+        return dropPointer(ratio);
     default:
         return QCursor(Qt::ArrowCursor);
     }

@@ -7,7 +7,7 @@ namespace trovarium {
 class Container;
 class Control;
 
-QCursor cursorOf(int pointer);
+QCursor cursorOf(int pointer, qreal ratio);
 
 // The pointer over a control by its own number, else by that of what it lies on, else by the form's.
 int effectivePointer(const Control& control);

@@ -41,7 +41,7 @@ void Screen::setMousePointer(int value)
         QGuiApplication::restoreOverrideCursor();
     m_mousePointer = value;
     if (m_mousePointer != DefaultPointer)
-        QGuiApplication::setOverrideCursor(cursorOf(m_mousePointer));
+        QGuiApplication::setOverrideCursor(cursorOf(m_mousePointer, qGuiApp->devicePixelRatio()));
 }
 
 } // namespace trovarium

@@ -137,11 +137,17 @@ void SurfaceView::updatePointer()
     const MouseTarget* target = m_pressed;
     if (target == nullptr)
         target = targetAt(mapFromGlobal(QPointF(QCursor::pos())));
-    const int pointer = target->pointer();
-    if (pointer == m_shownPointer)
+    showPointer(target->pointer());
+}
+
+void SurfaceView::showPointer(int pointer)
+{
+    const qreal ratio = devicePixelRatioF();
+    if (pointer == m_shownPointer && ratio == m_pointerRatio)
         return;
     m_shownPointer = pointer;
-    setCursor(cursorOf(pointer));
+    m_pointerRatio = ratio;
+    setCursor(cursorOf(pointer, ratio));
 }
 
 void SurfaceView::paintTo(QPainter& painter, const QRegion& region, qreal ratio)
@@ -271,10 +277,7 @@ void SurfaceView::mouseMoveEvent(QMouseEvent* event)
     MouseTarget* target = buttons == 0 ? targetAt(at) : m_pressed;
     if (target == nullptr)
         return;
-    if (const int pointer = target->pointer(); pointer != m_shownPointer) {
-        m_shownPointer = pointer;
-        setCursor(cursorOf(pointer));
-    }
+    showPointer(target->pointer());
     const int shift = shiftKeys(event->modifiers());
     if (target == m_pressed || target->takesInput())
         fromDesktop(target->component(), [&] { target->mouseMove(buttons, shift, at); });

@@ -106,6 +106,7 @@ private:
     MouseTarget* focusTarget();
     void focusOn(MouseTarget* target);
     void paintFocus(QPainter& painter);
+    void showPointer(int pointer);
     void showToolTip(const QHelpEvent& event);
 
     DesktopState& m_state;
@@ -118,6 +119,7 @@ private:
     bool m_doubled = false;
     int m_wheel = 0;
     int m_shownPointer = -1;         // none set yet
+    qreal m_pointerRatio = 0;        // of the screen that it was drawn for
     ItemView* m_focusItem = nullptr; // null: the container itself
 };
 

@@ -71,7 +71,7 @@ void WidgetView::pointerChanged()
 {
     const int pointer = effectivePointer(control());
     if (pointer != DefaultPointer)
-        m_widget->setCursor(cursorOf(pointer));
+        m_widget->setCursor(cursorOf(pointer, m_widget->devicePixelRatioF()));
     else if (m_hasOwnCursor)
         m_widget->setCursor(m_ownCursor);
     else
