@@ -150,6 +150,7 @@ TEST(ScreenReaders, DrawnItemsHaveNameRoleAndAction)
     form.show();
     QAccessibleInterface* surface = QAccessible::queryAccessibleInterface(&form.view()->client());
     ASSERT_NE(surface, nullptr);
+    EXPECT_EQ(surface->parent()->role(), QAccessible::Window);
     Diary seen;
     QAccessibleInterface* firstButton = nullptr;
     for (int i = 0; i < surface->childCount(); ++i) {

@@ -1,5 +1,6 @@
 #include "platform/qt/toolkit/Accessibility.h"
 
+#include "platform/qt/toolkit/FormWindow.h"
 #include "platform/qt/toolkit/ItemView.h"
 #include "platform/qt/toolkit/SurfaceView.h"
 
@@ -171,13 +172,25 @@ private:
     SurfaceView& m_surface;
 };
 
+class WindowAccessible : public QAccessibleWidget {
+public:
+    using QAccessibleWidget::QAccessibleWidget;
+
+    // Asked when it is wanted: a window is known to the register before it is shown, and so before it is modal.
+    QAccessible::Role role() const override { return window()->isModal() ? QAccessible::Dialog : QAccessible::Window; }
+};
+
 } // namespace
 
 void installAccessibility()
 {
     QAccessible::installFactory([](const QString&, QObject* object) -> QAccessibleInterface* {
-        auto* surface = dynamic_cast<SurfaceView*>(object);
-        return surface != nullptr ? new SurfaceAccessible(surface) : nullptr; // the register owns it
+        // The register owns what is made here.
+        if (auto* surface = dynamic_cast<SurfaceView*>(object))
+            return new SurfaceAccessible(surface);
+        if (auto* window = dynamic_cast<FormWindow*>(object))
+            return new WindowAccessible(window);
+        return nullptr;
     });
 }
 
