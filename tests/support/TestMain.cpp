@@ -5,6 +5,7 @@
 #include "support/Robot.h"
 
 #include <QCoreApplication>
+#include <QTemporaryFile>
 
 #include <gtest/gtest.h>
 
@@ -62,8 +63,15 @@ Desktop& testDesktop()
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QTemporaryFile screens;
+    if (const QByteArray platform = qgetenv("QT_QPA_PLATFORM"); platform.isEmpty() || platform == "offscreen") {
+        screens.open();
+        screens.write(R"({"screens": [
+            {"name": "first", "x": 0, "y": 0, "width": 800, "height": 800, "logicalDpi": 96, "dpr": 1},
+            {"name": "second", "x": 800, "y": 0, "width": 1280, "height": 1024, "logicalDpi": 96, "dpr": 1}]})");
+        screens.close();
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens.fileName().toLocal8Bit());
+    }
     trovarium::FileService files;
     trovarium::Desktop desktop(argc, argv, files, trovarium::Pace::Immediate);
     trovarium::theDesktop = &desktop;

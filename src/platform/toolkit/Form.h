@@ -35,7 +35,8 @@ struct FormPlan {
 
 // A window of the program. The object and its controls stand from construction on; `load` raises Load and
 // makes the window, `unload` raises Unload and drops it. Left, Top, Width and Height are twips of the
-// whole window.
+// whole window. Left and Top count from the corner of its screen: that of the active form when it is shown, later
+// the one to which the user moved it.
 class Form : public Component, public Container {
 public:
     Form(Desktop& desktop, const FormPlan& plan);

@@ -5,7 +5,9 @@
 
 namespace trovarium {
 
-// The screen where the program's active form stands. Its pointer beats those of forms and controls.
+// The screen where the program's active form stands, the first one while there is none. A form counts its place
+// from this screen's corner, so that what is worked out from Width and Height holds on every screen. The pointer
+// is that of all screens and beats those of forms and controls.
 class Screen {
 public:
     explicit Screen(struct DesktopState& state)

@@ -1,3 +1,4 @@
+#include "platform/qt/toolkit/FormView.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/FormSlot.h"
 #include "platform/toolkit/Label.h"
@@ -5,6 +6,9 @@
 #include "runtime/Failure.h"
 #include "support/FailureOf.h"
 #include "support/Robot.h"
+
+#include <QGuiApplication>
+#include <QScreen>
 
 #include <gtest/gtest.h>
 
@@ -319,6 +323,42 @@ TEST(FormGeometry, SizesAreThoseOfTheWholeWindowAndScalesThoseOfTheClientArea)
     form.show();
     testDesktop().DoEvents();
     EXPECT_EQ(form.Left(), 1500.5F) << "the window's whole pixels don't come back";
+}
+
+TEST(TwoScreens, AFormComesUpOnTheScreenOfTheActiveOneAndCountsItsPlaceFromThere)
+{
+    Desktop& desktop = testDesktop();
+    ASSERT_EQ(QGuiApplication::screens().size(), 2);
+    const QRect second = QGuiApplication::screens().last()->geometry();
+    const auto corner = [](const Form& form) { return form.view()->window().frameGeometry().topLeft(); };
+    Form album(desktop, {.Name = "Album", .Width = 3000, .Height = 1500});
+    album.show();
+    EXPECT_FALSE(second.contains(corner(album)));
+    album.view()->window().move(second.topLeft() + QPoint(100, 50)); // the user's hand
+    desktop.DoEvents();
+    EXPECT_EQ(album.Left(), 1500);
+    EXPECT_EQ(desktop.Screen().Width(), static_cast<float>(second.width()) * TwipsPerPixel);
+    Form whole(desktop,
+        {.Name = "Whole",
+            .Width = desktop.Screen().Width(),
+            .Height = desktop.Screen().Height(),
+            .Border = BorderKind::None});
+    whole.show();
+    desktop.DoEvents();
+    EXPECT_EQ(corner(whole), second.topLeft());
+    EXPECT_TRUE(whole.view()->window().isFullScreen());
+    whole.unload();
+    Form placed(desktop, {.Name = "Placed", .Width = 3000, .Height = 1500});
+    placed.Left = 300;
+    placed.show();
+    EXPECT_EQ(corner(placed), second.topLeft() + QPoint(20, 0));
+    placed.hide();
+    album.Left = 0;
+    EXPECT_EQ(corner(album).x(), second.left());
+    Form dialog(desktop, {.Name = "Dialog", .Width = 3000, .Height = 1500});
+    dialog.show();
+    const QPoint off = dialog.view()->window().geometry().center() - second.center();
+    EXPECT_LE(off.manhattanLength(), 10) << "in the middle, but for its frame";
 }
 
 } // namespace trovarium

@@ -77,6 +77,11 @@ TEST_F(PromptsTest, AQuestionIsAnsweredByButtonEnterOrEscape)
         whenAsked(cases[i].first);
         EXPECT_EQ(prompts().messageBox("Sure?", Buttons::YesNo, ""), cases[i].second) << i;
     }
+    whenAsked([](QDialog& dialog) {
+        EXPECT_GT(dialog.width(), dialog.fontMetrics().horizontalAdvance(dialog.windowTitle())) << "the title is whole";
+        dialog.close();
+    });
+    prompts().messageBox("Sure?", Buttons::YesNo, "Removed unassociated INFO file(s)");
 }
 
 TEST_F(PromptsTest, TextsAreShownAsTheyAre)

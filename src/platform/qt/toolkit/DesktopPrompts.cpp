@@ -2,12 +2,14 @@
 
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/qt/toolkit/FormView.h"
+#include "platform/qt/toolkit/Screens.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/OneLine.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -26,6 +28,7 @@ namespace {
 
 constexpr int TextWidth = 420; // pixels
 constexpr int IconSize = 32;
+constexpr int FrameButtons = 6; // heights of a line that a frame's icon and buttons take beside its title
 
 // Texts of the program end their lines with CR LF, CR or LF.
 QString withLines(std::string_view text)
@@ -51,6 +54,7 @@ public:
         m_text->setWordWrap(true);
         m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
         m_text->setFixedWidth(std::clamp(naturalWidth(), 1, TextWidth));
+        m_buttons->setMinimumWidth(std::min(titleWidth(), screenOfForm().availableGeometry().width() * 3 / 4));
         connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
         connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     }
@@ -61,7 +65,7 @@ public:
     // The text, on a part of the screen's height at most.
     QWidget* textArea()
     {
-        const int highest = screenOfForm()->availableGeometry().height() / 2;
+        const int highest = screenOfForm().availableGeometry().height() / 2;
         const int height = m_text->heightForWidth(m_text->width());
         if (height <= highest)
             return m_text;
@@ -79,7 +83,7 @@ public:
         winId(); // the window's handle is made here
         if (m_over != nullptr) {
             windowHandle()->setTransientParent(m_over->windowHandle());
-            move(m_over->frameGeometry().center() - rect().center());
+            move(overForm());
         }
         NestedLoop loop(m_desktop);
         const bool accepted = exec() == QDialog::Accepted;
@@ -88,10 +92,28 @@ public:
     }
 
 private:
-    QScreen* screenOfForm() const { return m_over != nullptr ? m_over->screen() : screen(); }
+    QScreen& screenOfForm() const { return m_over != nullptr ? screenOf(*m_over) : *screen(); }
+
+    // The middle of the form, but not beyond its screen.
+    QPoint overForm() const
+    {
+        const QRect free = screenOfForm().availableGeometry();
+        const QPoint middle = m_over->frameGeometry().center() - rect().center();
+        return {std::clamp(middle.x(), free.left(), std::max(free.left(), free.right() + 1 - width())),
+            std::clamp(middle.y(), free.top(), std::max(free.top(), free.bottom() + 1 - height()))};
+    }
+
     int naturalWidth() const
     {
         return m_text->fontMetrics().size(0, m_text->text()).width() + 2 * m_text->margin() + 1;
+    }
+    // The frame belongs to the window manager, whose title may be bold.
+    int titleWidth() const
+    {
+        QFont font = QFontDatabase::systemFont(QFontDatabase::TitleFont);
+        font.setBold(true);
+        const QFontMetrics metrics(font);
+        return metrics.horizontalAdvance(windowTitle()) + FrameButtons * metrics.height();
     }
 
     Desktop& m_desktop;
@@ -111,7 +133,7 @@ Answer DesktopPrompts::messageBox(std::string_view text, Buttons buttons, std::s
     icon->setPixmap(box.style()->standardIcon(shape).pixmap(IconSize));
     auto* row = new QHBoxLayout;
     row->addWidget(icon, 0, Qt::AlignTop);
-    row->addWidget(box.textArea(), 1);
+    row->addWidget(box.textArea(), 1, Qt::AlignLeft | Qt::AlignVCenter);
     auto* column = new QVBoxLayout(&box);
     column->addLayout(row);
     column->addWidget(&box.buttons());
@@ -135,7 +157,7 @@ std::string DesktopPrompts::inputBox(std::string_view prompt, std::string_view t
     edit->setMinimumWidth(TextWidth);
     edit->selectAll();
     auto* column = new QVBoxLayout(&box);
-    column->addWidget(box.textArea());
+    column->addWidget(box.textArea(), 0, Qt::AlignLeft);
     column->addWidget(edit);
     column->addWidget(&box.buttons());
     column->setSizeConstraint(QLayout::SetFixedSize);

@@ -6,6 +6,7 @@
 #include "platform/qt/toolkit/FormWindow.h"
 #include "platform/qt/toolkit/Menus.h"
 #include "platform/qt/toolkit/Pointers.h"
+#include "platform/qt/toolkit/Screens.h"
 #include "platform/qt/toolkit/SurfaceView.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Control.h"
@@ -82,6 +83,11 @@ int toPixels(float twips)
     return static_cast<int>(std::lround(twips / TwipsPerPixel));
 }
 
+float toTwips(int pixels)
+{
+    return static_cast<float>(pixels) * TwipsPerPixel;
+}
+
 } // namespace
 
 FormView::FormView(Form& form)
@@ -148,7 +154,7 @@ void FormView::apply(Change change)
 
 void FormView::place()
 {
-    m_window->move(toPixels(m_form.Left()), toPixels(m_form.Top()));
+    m_window->move(corner());
 }
 
 void FormView::resize()
@@ -164,16 +170,18 @@ void FormView::resize()
 void FormView::show(bool modal)
 {
     if (!m_window->isVisible()) {
+        QScreen& screen = screenInUse(m_form.desktop().state());
+        m_window->setScreen(&screen);
         m_window->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
         m_window->winId(); // makes the native window, which carries the next two
         const Form* owner = m_form.desktop().activeForm();
         const bool owned = modal && owner != nullptr && owner != &m_form && owner->view() != nullptr;
         m_window->windowHandle()->setTransientParent(owned ? owner->view()->window().windowHandle() : nullptr);
-        standInTheMiddle();
+        m_origin = screen.geometry().topLeft();
+        standInTheMiddle(screen);
         place();
-        const QScreen* screen = m_window->screen();
-        const bool covers = m_form.plan().Border == BorderKind::None && m_window->width() >= screen->size().width()
-            && m_window->height() >= screen->size().height();
+        const bool covers = m_form.plan().Border == BorderKind::None && m_window->width() >= screen.size().width()
+            && m_window->height() >= screen.size().height();
         if (covers)
             m_window->setWindowState(Qt::WindowFullScreen); // over panels too
         m_window->show();
@@ -188,14 +196,30 @@ void FormView::hide()
     m_window->hide();
 }
 
+void FormView::windowMoved()
+{
+    const QPoint now = m_window->frameGeometry().topLeft();
+    if (now == corner())
+        return;
+    m_origin = screenOf(*m_window).geometry().topLeft();
+    m_form.movedTo(toTwips(now.x() - m_origin.x()), toTwips(now.y() - m_origin.y()));
+}
+
 // Where no code has placed it.
-void FormView::standInTheMiddle()
+void FormView::standInTheMiddle(const QScreen& screen)
 {
     if (m_form.isPlaced())
         return;
-    const QRect free = m_window->screen()->availableGeometry();
-    const QPoint corner = free.center() - QPoint(m_window->width() / 2, m_window->height() / 2);
-    m_form.movedTo(static_cast<float>(corner.x()) * TwipsPerPixel, static_cast<float>(corner.y()) * TwipsPerPixel);
+    const QRect free = screen.availableGeometry();
+    const QPoint place = free.topLeft() - m_origin;
+    m_form.movedTo(toTwips(place.x() + (free.width() - m_window->width()) / 2),
+        toTwips(place.y() + (free.height() - m_window->height()) / 2));
+}
+
+// On the desktop, which is all screens together.
+QPoint FormView::corner() const
+{
+    return m_origin + QPoint(toPixels(m_form.Left()), toPixels(m_form.Top()));
 }
 
 int FormView::extraWidth() const

@@ -27,18 +27,21 @@ public:
     void resize();
     void show(bool modal);
     void hide();
+    void windowMoved();
 
     // Frame and menu bar around the client area, in pixels; the frame counts once the window is shown.
     int extraWidth() const;
     int extraHeight() const;
 
 private:
-    void standInTheMiddle();
+    void standInTheMiddle(const QScreen& screen);
+    QPoint corner() const;
 
     Form& m_form;
     QPointer<FormWindow> m_window;
     QPointer<QMenuBar> m_menuBar;
     QPointer<SurfaceView> m_client;
+    QPoint m_origin; // of the screen that the form counts its place from
 };
 
 } // namespace trovarium

@@ -1,6 +1,7 @@
 #include "platform/qt/toolkit/FormWindow.h"
 
 #include "platform/qt/toolkit/DesktopState.h"
+#include "platform/qt/toolkit/FormView.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/ScrollBar.h"
@@ -100,10 +101,8 @@ void FormWindow::keyPressEvent(QKeyEvent* event)
 
 void FormWindow::moveEvent(QMoveEvent*)
 {
-    if (m_form == nullptr || !isVisible())
-        return;
-    const QPoint corner = frameGeometry().topLeft();
-    m_form->movedTo(static_cast<float>(corner.x()) * TwipsPerPixel, static_cast<float>(corner.y()) * TwipsPerPixel);
+    if (m_form != nullptr && isVisible())
+        m_form->view()->windowMoved();
 }
 
 bool InputGate::eventFilter(QObject* receiver, QEvent* event)

@@ -2,35 +2,36 @@
 
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/qt/toolkit/FormView.h"
-#include "platform/toolkit/Form.h"
-
 #include "platform/qt/toolkit/Pointers.h"
+#include "platform/qt/toolkit/Screens.h"
+#include "platform/toolkit/Form.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 
 namespace trovarium {
 
-namespace {
-
-QSize screenSize(const DesktopState& state)
+QScreen& screenOf(const QWidget& window)
 {
-    const Form* active = state.activeForm();
-    const QScreen* screen = active != nullptr && active->view() != nullptr ? active->view()->window().screen()
-                                                                           : QGuiApplication::primaryScreen();
-    return screen != nullptr ? screen->size() : QSize();
+    QScreen* screen = QGuiApplication::screenAt(window.frameGeometry().center());
+    return screen != nullptr ? *screen : *window.screen(); // out of sight
 }
 
-} // namespace
+QScreen& screenInUse(const DesktopState& state)
+{
+    const Form* active = state.activeForm();
+    return active != nullptr && active->view() != nullptr ? screenOf(active->view()->window())
+                                                          : *QGuiApplication::primaryScreen();
+}
 
 float Screen::Width() const
 {
-    return static_cast<float>(screenSize(m_state).width()) * TwipsPerPixel;
+    return static_cast<float>(screenInUse(m_state).size().width()) * TwipsPerPixel;
 }
 
 float Screen::Height() const
 {
-    return static_cast<float>(screenSize(m_state).height()) * TwipsPerPixel;
+    return static_cast<float>(screenInUse(m_state).size().height()) * TwipsPerPixel;
 }
 
 void Screen::setMousePointer(int value)
