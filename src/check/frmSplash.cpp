@@ -57,11 +57,8 @@ void frmSplash::UpdateSplashProgress(float Value, std::int16_t Maximum)
 
 std::int16_t frmSplash::listAnew(const std::string& folder)
 {
-    // Another folder is read when it is set, and a folder of 30,000 files needn't be read twice.
-    const std::string before = File1.Path();
     File1.Path = folder;
-    if (File1.Path() == before)
-        File1.Refresh();
+    File1.Refresh();
     return toInt16(File1.ListCount());
 }
 

@@ -401,6 +401,14 @@ bool FileService::folderExists(std::string_view path) const
     return !attempt([&] { m_state->resolver.folder(nativeAsWritten(path)); });
 }
 
+void FileService::requireFolder(std::string_view path) const
+{
+    m_state->announce(FileOperation::List, path);
+    const FolderReader reader(m_state->resolver.folder(nativeAsWritten(path)));
+    if (!reader.isOpen())
+        failNow(Attempted::Access);
+}
+
 Instant FileService::modified(std::string_view path) const
 {
     m_state->announce(FileOperation::Date, path);

@@ -68,6 +68,7 @@ public:
     std::int64_t length(std::string_view path) const; // in bytes; regular files only
     bool exists(std::string_view path) const;         // a regular file of exactly this name
     bool folderExists(std::string_view path) const;
+    void requireFolder(std::string_view path) const; // "Path not found", or why it can't be listed
     Instant modified(std::string_view path) const;
     void setModified(std::string_view path, Instant instant);
 

@@ -25,6 +25,9 @@ public:
 
     std::unique_ptr<View> makeView() override;
 
+    // Checked at design time: no Click.
+    void preset() { m_value = 1; }
+
 private:
     int m_value = 0;
 };

@@ -1,7 +1,7 @@
 #include "platform/toolkit/DriveList.h"
 
 #include "platform/files/FileService.h"
-#include "platform/system/UserFolders.h"
+#include "platform/system/MountedMedia.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/FolderPath.h"
 #include "runtime/Failure.h"
@@ -13,22 +13,8 @@ namespace trovarium {
 
 namespace {
 
-// Where media are mounted: in folders of these, below one named as the user for the first two.
+// Where media have their folders. One that isn't there belongs to a medium that is gone.
 constexpr std::string_view MountRoots[] = {"/media", "/run\\media", "/mnt"};
-
-bool isUserLevel(std::string_view root)
-{
-    return root != "/mnt";
-}
-
-std::vector<std::string> foldersIn(FileService& files, const std::string& folder)
-{
-    std::vector<std::string> names;
-    attempt([&] { names = files.listFolders(folder); });
-    for (std::string& name : names)
-        name.insert(0, folder + "\\");
-    return names;
-}
 
 } // namespace
 
@@ -48,16 +34,28 @@ void DriveList::setDrive(std::string value)
     const auto& holder = *std::max_element(m_places.begin(), m_places.end(), [&](const auto& left, const auto& right) {
         return (liesIn(value, left) ? left.size() : 0) < (liesIn(value, right) ? right.size() : 0);
     });
-    // A folder below a mount root belongs to a medium of its own, never to the root's file system.
+    const FileService& files = desktop().files();
     const bool onMedium = std::any_of(std::begin(MountRoots), std::end(MountRoots),
         [&](std::string_view root) { return value != root && liesIn(value, root); });
-    if ((onMedium && holder == "/") || !desktop().files().folderExists(holder))
+    if (!files.folderExists(holder) || (onMedium && holder == "/" && !files.folderExists(value)))
         throw Failure(FailureKind::DeviceUnavailable);
     if (holder == m_drive)
         return;
     m_drive = holder;
     changed(trovarium::Change::Content);
     Change.raise();
+}
+
+std::string DriveList::nameOf(const std::string& place) const
+{
+    if (place == "/")
+        return "File System";
+    if (place == startFolder())
+        return "Home";
+    std::string name(folderName(place));
+    const bool unique = std::all_of(m_places.begin(), m_places.end(),
+        [&](const std::string& other) { return other == place || folderName(other) != name; });
+    return unique ? name : name + " (" + toNativePath(folderAbove(place)) + ")";
 }
 
 void DriveList::chosen(std::size_t place)
@@ -73,18 +71,13 @@ void DriveList::refreshPlaces()
 {
     FileService& files = desktop().files();
     std::vector<std::string> places{"/"};
-    const std::string home = folderPath(homeFolder());
-    if (home.size() > 1 && files.folderExists(home))
+    const std::string home = startFolder();
+    if (home != "/" && files.folderExists(home))
         places.push_back(home);
-    for (const std::string_view root : MountRoots) {
-        for (std::string& folder : foldersIn(files, std::string(root))) {
-            if (!isUserLevel(root)) {
-                places.push_back(std::move(folder));
-                continue;
-            }
-            std::vector<std::string> inner = foldersIn(files, folder);
-            places.insert(places.end(), inner.begin(), inner.end());
-        }
+    for (const std::string& medium : mountedMedia()) {
+        std::string folder = fromNativePath(medium);
+        if (files.folderExists(folder))
+            places.push_back(std::move(folder));
     }
     if (places == m_places)
         return;

@@ -21,6 +21,7 @@ public:
     Property<&DriveList::drive, &DriveList::setDrive> Drive{this};
 
     const std::vector<std::string>& places() const { return m_places; }
+    std::string nameOf(const std::string& place) const; // as a person knows it
 
     Event<> Change{this};
 

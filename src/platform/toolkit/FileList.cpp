@@ -11,6 +11,8 @@ namespace trovarium {
 
 FileList::FileList(Container* parent, const Plan& plan)
     : Control(parent, plan)
+    , m_files(desktop().files())
+    , m_path(startFolder())
 {
 }
 
@@ -19,9 +21,9 @@ void FileList::setPath(std::string value)
     value = folderPath(value);
     if (value == m_path)
         return;
-    std::vector<std::string> names = desktop().files().listExisting(search(value));
+    m_files.requireFolder(value);
     m_path = std::move(value);
-    show(std::move(names));
+    Refresh();
 }
 
 void FileList::setPattern(std::string value)
@@ -34,16 +36,12 @@ void FileList::setPattern(std::string value)
 
 const std::string& FileList::List(int index) const
 {
-    if (index < 0 || index >= ListCount())
-        throw Failure(FailureKind::InvalidPropertyArrayIndex);
-    return m_names[static_cast<std::size_t>(index)];
+    return m_names[checked(index)];
 }
 
 bool FileList::Selected(int index) const
 {
-    if (index < 0 || index >= ListCount())
-        throw Failure(FailureKind::InvalidPropertyArrayIndex);
-    return m_selected[static_cast<std::size_t>(index)];
+    return m_selected[checked(index)];
 }
 
 void FileList::setSelected(int index, bool value)
@@ -56,28 +54,33 @@ void FileList::setSelected(int index, bool value)
 
 void FileList::Refresh()
 {
-    if (!m_path.empty())
-        show(desktop().files().list(search(m_path)));
+    m_isRead = false;
+    changed(Change::Content);
 }
 
 void FileList::chosen(const std::vector<bool>& selected)
 {
-    if (selected.size() != m_names.size() || selected == m_selected)
+    if (!m_isRead || selected.size() != m_names.size() || selected == m_selected)
         return;
     m_selected = selected;
     Click.raise();
 }
 
-void FileList::show(std::vector<std::string> names)
+const std::vector<std::string>& FileList::names() const
 {
-    m_names = std::move(names);
-    m_selected.assign(m_names.size(), false);
-    changed(Change::Content);
+    if (!m_isRead) {
+        m_names = m_files.list((m_path == "/" ? m_path : m_path + "\\") + m_pattern);
+        m_selected.assign(m_names.size(), false);
+        m_isRead = true;
+    }
+    return m_names;
 }
 
-std::string FileList::search(const std::string& path) const
+std::size_t FileList::checked(int index) const
 {
-    return (path == "/" ? path : path + "\\") + m_pattern;
+    if (index < 0 || index >= ListCount())
+        throw Failure(FailureKind::InvalidPropertyArrayIndex);
+    return static_cast<std::size_t>(index);
 }
 
 } // namespace trovarium

@@ -7,16 +7,18 @@
 
 namespace trovarium {
 
-// The plain files of a folder, sorted as lists are; no folder at first. Setting another path or pattern
-// reads the folder; setting the same one does not, Refresh does. A folder that is gone by then has no
-// files. The user may choose several. Works without a window.
+class FileService;
+
+// The plain files of a folder, sorted as lists are; at first of the one where FolderList begins. It is read
+// when it is asked for or seen the first time since another path, another pattern or Refresh: a list that isn't
+// asked and isn't seen reads nothing. A folder that is gone by then has no files. The user may choose several.
 class FileList : public Control {
 public:
     FileList(Container* parent, const Plan& plan);
 
 private:
     const std::string& path() const { return m_path; }
-    void setPath(std::string value); // "Path not found" for a folder that can't be listed
+    void setPath(std::string value); // "Path not found", or why it can't be listed
     const std::string& pattern() const { return m_pattern; }
     void setPattern(std::string value);
 
@@ -24,7 +26,7 @@ public:
     Property<&FileList::path, &FileList::setPath> Path{this};
     Property<&FileList::pattern, &FileList::setPattern> Pattern{this}; // "*.jpg;*.bmp"
 
-    int ListCount() const { return static_cast<int>(m_names.size()); }
+    int ListCount() const { return static_cast<int>(names().size()); }
     const std::string& List(int index) const; // 0-based, "Invalid property array index" beyond the ends
     bool Selected(int index) const;
     void setSelected(int index, bool value);
@@ -39,13 +41,15 @@ public:
     void chosen(const std::vector<bool>& selected);
 
 private:
-    void show(std::vector<std::string> names);
-    std::string search(const std::string& path) const;
+    const std::vector<std::string>& names() const;
+    std::size_t checked(int index) const;
 
+    FileService& m_files;
     std::string m_path;
     std::string m_pattern = "*.*";
-    std::vector<std::string> m_names;
-    std::vector<bool> m_selected;
+    mutable bool m_isRead = false;
+    mutable std::vector<std::string> m_names;
+    mutable std::vector<bool> m_selected;
 };
 
 } // namespace trovarium

@@ -1,7 +1,6 @@
 #include "platform/toolkit/FolderList.h"
 
 #include "platform/files/FileService.h"
-#include "platform/system/UserFolders.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/FolderPath.h"
 #include "runtime/Failure.h"
@@ -13,8 +12,9 @@ namespace trovarium {
 
 FolderList::FolderList(Container* parent, const Plan& plan)
     : Control(parent, plan)
+    , m_files(desktop().files())
+    , m_path(startFolder())
 {
-    attempt([&] { read(folderPath(homeFolder())); });
 }
 
 void FolderList::setPath(std::string value)
@@ -22,7 +22,7 @@ void FolderList::setPath(std::string value)
     value = folderPath(value);
     if (value == m_path)
         return;
-    read(value);
+    read(std::move(value));
     Change.raise();
 }
 
@@ -33,30 +33,38 @@ const std::string& FolderList::rowPath(int row) const
     return m_rows[static_cast<std::size_t>(row)];
 }
 
-// A folder that is gone leaves the rows as they are.
+int FolderList::depth() const
+{
+    const auto below = std::count(m_path.begin(), m_path.end(), '\\');
+    return m_path == "/" ? 1 : static_cast<int>(below) + 2;
+}
+
 void FolderList::Refresh()
 {
     attempt([&] { read(m_path); });
 }
 
-void FolderList::read(const std::string& path)
+void FolderList::read(std::string path)
 {
-    FileService& files = desktop().files();
-    if (!files.folderExists(path))
-        throw Failure(FailureKind::PathNotFound);
-    std::vector<std::string> names = files.listFolders(path);
-
-    std::vector<std::string> rows{path};
-    while (rows.back() != "/")
-        rows.push_back(folderAbove(rows.back()));
-    std::reverse(rows.begin(), rows.end());
-    m_depth = static_cast<int>(rows.size());
-    const std::string prefix = path == "/" ? path : path + "\\";
-    for (std::string& name : names)
-        rows.push_back(prefix + std::move(name));
-    m_rows = std::move(rows);
-    m_path = path;
+    m_files.requireFolder(path);
+    m_path = std::move(path);
+    m_rows.clear();
     changed(trovarium::Change::Content);
+}
+
+const std::vector<std::string>& FolderList::rows() const
+{
+    if (!m_rows.empty())
+        return m_rows;
+    std::vector<std::string> names = m_files.listFolders(m_path);
+    m_rows.push_back(m_path);
+    while (m_rows.back() != "/")
+        m_rows.push_back(folderAbove(m_rows.back()));
+    std::reverse(m_rows.begin(), m_rows.end());
+    const std::string prefix = m_path == "/" ? m_path : m_path + "\\";
+    for (const std::string& name : names)
+        m_rows.push_back(prefix + name);
+    return m_rows;
 }
 
 } // namespace trovarium

@@ -4,6 +4,7 @@
 #include "runtime/Text.h"
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 namespace trovarium {
@@ -19,10 +20,11 @@ void ListBox::setListIndex(int index)
         checkIndex(index);
     if (index == m_listIndex)
         return;
+    if (!MultiSelect())
+        mark(m_listIndex, false);
     m_listIndex = index;
     if (!MultiSelect())
-        for (int item = 0; item < ListCount(); ++item)
-            m_selected[static_cast<std::size_t>(item)] = item == index;
+        mark(m_listIndex, true);
     changed(Change::Content);
     Click.raise();
 }
@@ -30,42 +32,42 @@ void ListBox::setListIndex(int index)
 void ListBox::setSorted(bool value)
 {
     m_sorted = value;
-    if (!value || std::is_sorted(m_items.begin(), m_items.end(), listedBefore))
+    const auto numbers = std::views::iota(0, ListCount());
+    const auto text = [this](int index) -> const std::string& { return m_items[index].text; };
+    if (!value || std::ranges::is_sorted(numbers, listedBefore, text))
         return;
-    const std::vector<std::string> items = std::exchange(m_items, {});
-    m_selected.clear();
+    ListItems items = std::exchange(m_items, {});
     m_listIndex = -1;
-    for (const std::string& item : items)
-        AddItem(item);
+    for (const int index : numbers)
+        AddItem(std::move(items[index].text));
 }
 
 const std::string& ListBox::List(int index) const
 {
     checkIndex(index);
-    return m_items[static_cast<std::size_t>(index)];
+    return m_items[index].text;
 }
 
 void ListBox::setList(int index, std::string text)
 {
     if (index == ListCount()) {
-        m_items.push_back(std::move(text));
-        m_selected.push_back(false);
+        m_items.insert(index, {.text = std::move(text)});
     } else {
         checkIndex(index);
-        m_items[static_cast<std::size_t>(index)] = std::move(text);
+        m_items[index].text = std::move(text);
     }
     changed(Change::Content);
 }
 
 std::string ListBox::Text() const
 {
-    return m_listIndex < 0 ? "" : m_items[static_cast<std::size_t>(m_listIndex)];
+    return m_listIndex < 0 ? "" : m_items[m_listIndex].text;
 }
 
 bool ListBox::Selected(int index) const
 {
     checkIndex(index);
-    return m_selected[static_cast<std::size_t>(index)];
+    return m_items[index].selected;
 }
 
 void ListBox::setSelected(int index, bool value)
@@ -76,16 +78,17 @@ void ListBox::setSelected(int index, bool value)
             setListIndex(value ? index : -1);
         return;
     }
-    m_selected[static_cast<std::size_t>(index)] = value;
+    mark(index, value);
     changed(Change::Content);
 }
 
 void ListBox::AddItem(std::string text)
 {
-    const auto place = m_sorted ? std::upper_bound(m_items.begin(), m_items.end(), text, listedBefore) : m_items.end();
-    const auto at = static_cast<int>(place - m_items.begin());
-    m_selected.insert(m_selected.begin() + at, false);
-    m_items.insert(place, std::move(text));
+    int at = ListCount();
+    if (m_sorted)
+        at = *std::ranges::upper_bound(std::views::iota(0, at), text, listedBefore,
+            [this](int index) -> const std::string& { return m_items[index].text; });
+    m_items.insert(at, {.text = std::move(text)});
     if (m_listIndex >= at)
         ++m_listIndex;
     changed(Change::Content);
@@ -94,8 +97,7 @@ void ListBox::AddItem(std::string text)
 void ListBox::RemoveItem(int index)
 {
     checkIndex(index);
-    m_items.erase(m_items.begin() + index);
-    m_selected.erase(m_selected.begin() + index);
+    m_items.erase(index);
     if (m_listIndex == index)
         m_listIndex = -1;
     else if (m_listIndex > index)
@@ -106,20 +108,29 @@ void ListBox::RemoveItem(int index)
 void ListBox::Clear()
 {
     m_items.clear();
-    m_selected.clear();
     m_listIndex = -1;
     changed(Change::Content);
 }
 
 void ListBox::chosen(int index, const std::vector<bool>& selected)
 {
-    if (index >= ListCount() || selected.size() != m_items.size())
+    if (index >= ListCount() || selected.size() != static_cast<std::size_t>(ListCount()))
         return;
-    const bool isNew = selected != m_selected || (!MultiSelect() && index != m_listIndex);
+    bool isNew = !MultiSelect() && index != m_listIndex;
     m_listIndex = index;
-    m_selected = selected;
+    for (int row = 0; row < ListCount(); ++row) {
+        const bool value = selected[static_cast<std::size_t>(row)];
+        isNew = isNew || value != m_items[row].selected;
+        mark(row, value);
+    }
     if (isNew)
         Click.raise();
+}
+
+void ListBox::mark(int index, bool selected)
+{
+    if (index >= 0)
+        m_items[index].selected = selected;
 }
 
 void ListBox::checkIndex(int index) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/toolkit/Control.h"
+#include "platform/toolkit/ListItems.h"
 
 #include <string>
 #include <vector>
@@ -23,7 +24,7 @@ public:
     Property<&ListBox::sorted, &ListBox::setSorted> Sorted{this};          // in the order of `listedBefore`
     Stored<bool> MultiSelect{this, Change::Appearance};
 
-    int ListCount() const { return static_cast<int>(m_items.size()); }
+    int ListCount() const { return m_items.size(); }
     const std::string& List(int index) const;
     void setList(int index, std::string text); // replaces; a sorted list is not sorted again
     std::string Text() const;                  // the chosen entry, empty for none
@@ -46,10 +47,10 @@ public:
     void chosen(int index, const std::vector<bool>& selected);
 
 private:
+    void mark(int index, bool selected); // nothing for -1
     void checkIndex(int index) const;
 
-    std::vector<std::string> m_items;
-    std::vector<bool> m_selected;
+    ListItems m_items;
     int m_listIndex = -1;
     bool m_sorted = false;
 };

@@ -126,9 +126,13 @@ TEST_F(ButtonsTest, AHandlerMayLetItsButtonBePressedAgainAndUnloadTheForm)
 
 TEST_F(ButtonsTest, ACheckBoxClicksForTheUserAndForCode)
 {
+    form.chkOption.preset();
+    EXPECT_EQ(form.chkOption.Value(), 1);
+    EXPECT_EQ(form.taken(), "");
+    form.chkOption.Value = 0;
     form.chkOption.Value = 1;
     form.chkOption.Value = 1;
-    EXPECT_EQ(form.taken(), "chk1 ");
+    EXPECT_EQ(form.taken(), "chk0 chk1 ");
     for (const int value : {2, -1})
         EXPECT_EQ(failureOf([&] { form.chkOption.Value = value; }), "Invalid property value") << value;
     show();

@@ -2,6 +2,7 @@
 #include "platform/toolkit/FileList.h"
 #include "platform/toolkit/FolderList.h"
 
+#include "platform/system/MountedMedia.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Form.h"
 #include "support/FailureOf.h"
@@ -74,6 +75,28 @@ protected:
     Robot robot{testDesktop()};
 };
 
+// They may be on no form that shows them.
+TEST_F(FileControlsTest, BothListsBeginAtTheUsersFolderAndReadWhatIsAskedOrSeen)
+{
+    files({"a"});
+    makeFolder("sub");
+    int readings = 0;
+    testDesktop().files().setFaultHook(
+        [&](FileOperation operation, std::string_view) { readings += operation == FileOperation::List ? 1 : 0; });
+    list.Visible = false;
+    show();
+    EXPECT_TRUE(robot.until([&] { return readings == 1; })) << "the folders";
+    for (int i = 0; i < 16; ++i)
+        list.Refresh();
+    dir.Path = folder.inside();
+    EXPECT_EQ(readings, 1);
+    EXPECT_EQ(form.taken(), "") << "the file list is there already";
+    EXPECT_EQ(form.files(), "a ");
+    EXPECT_EQ(readings, 2);
+    EXPECT_EQ(dir.rowPath(dir.ListCount() - 1), folder.inside("sub"));
+    EXPECT_EQ(readings, 2);
+}
+
 TEST_F(FileControlsTest, AFileListShowsWhatMatchesItsPatternAndReadsForRefresh)
 {
     files({"b.JPG", "a.jpg", "c.txt", ".hidden.jpg"});
@@ -103,6 +126,14 @@ TEST_F(FileControlsTest, APathThatCannotBeListedLeavesAllAsItWas)
         EXPECT_EQ(failureOf([&] { list.Path = path; }), "Path not found") << path;
         EXPECT_EQ(failureOf([&] { dir.Path = path; }), "Path not found") << path;
     }
+    makeFolder("locked");
+    testDesktop().files().setFaultHook([](FileOperation operation, std::string_view path) {
+        if (operation == FileOperation::List && path.ends_with("locked"))
+            throw Failure(FailureKind::PathFileAccess);
+    });
+    EXPECT_EQ(failureOf([&] { list.Path = folder.inside("locked"); }), "Path/File access error");
+    EXPECT_EQ(failureOf([&] { dir.Path = folder.inside("locked"); }), "Path/File access error");
+    std::filesystem::remove(folder.native("locked"));
     EXPECT_EQ(form.files(), "[a] ");
     EXPECT_EQ(list.Path(), folder.inside());
     EXPECT_EQ(dir.Path(), folder.inside());
@@ -119,15 +150,23 @@ TEST_F(FileControlsTest, APathThatCannotBeListedLeavesAllAsItWas)
 
 TEST_F(FileControlsTest, TheUserChoosesSeveralFilesAndOpensOne)
 {
-    files({"a", "b", "c"});
-    list.Path = folder.inside();
+    files({"a", "b", "c", "d"});
     show();
     robot.click(list, LeftButton, NoKeys, row(0));
     robot.click(list, LeftButton, CtrlKey, row(2));
-    EXPECT_EQ(form.files(), "[a] b [c] ");
+    EXPECT_EQ(form.files(), "[a] b [c] d ");
     EXPECT_EQ(form.taken(), "Click Click ");
+    robot.click(list, LeftButton, ShiftKey, row(3));
+    EXPECT_EQ(form.files(), "[a] b [c] [d] ");
+    list.SetFocus();
+    robot.key(form, 36);
+    robot.key(form, 40, ShiftKey);
+    EXPECT_EQ(form.files(), "[a] [b] c d ");
+    robot.key(form, 65, CtrlKey);
+    EXPECT_EQ(form.files(), "[a] [b] [c] [d] ");
+    form.taken();
     robot.doubleClick(list, NoKeys, row(1));
-    EXPECT_EQ(form.files(), "a [b] c ");
+    EXPECT_EQ(form.files(), "a [b] c d ");
     EXPECT_EQ(form.taken(), "Click DblClick ");
 }
 
@@ -180,12 +219,25 @@ TEST_F(FileControlsTest, ADoubleClickOrEnterMovesToAFolder)
     EXPECT_EQ(form.taken(), "Dir:" + folder.inside("b") + " ");
 }
 
+TEST_F(FileControlsTest, MediaAreWhatIsMountedWhereMediaAre)
+{
+    folder.write("mounts",
+        "/dev/sda1 / ext4 rw 0 0\ntmpfs /media tmpfs rw 0 0\n/dev/sda2 /mediathek ext4 rw 0 0\n"
+        "/dev/sdb1 /media/ann/HOLIDAY\\040PICS vfat rw 0 0\n/dev/sr0 /media/cdrom iso9660 ro 0 0\n"
+        "nas:/pictures /mnt/nas nfs rw 0 0\nnas:/pictures /mnt/nas nfs rw 0 0\n");
+    EXPECT_EQ(mountedMedia(folder.native("mounts").c_str()),
+        (std::vector<std::string>{"/media/ann/HOLIDAY PICS", "/media/cdrom", "/mnt/nas"}));
+    EXPECT_TRUE(mountedMedia(folder.native("none").c_str()).empty());
+}
+
 TEST_F(FileControlsTest, ADriveIsThePlaceThatHoldsTheFolderOrUnavailable)
 {
     DriveList& drive = form.Drive1;
     EXPECT_EQ(drive.places()[0], "/");
     EXPECT_EQ(drive.places()[1], folder.inside()) << "the user's folder";
     EXPECT_EQ(drive.Drive(), folder.inside());
+    EXPECT_EQ(drive.nameOf(drive.places()[1]), "Home");
+    EXPECT_EQ(drive.nameOf("/media\\ann\\HOLIDAY PICS"), "HOLIDAY PICS");
     drive.Drive = folder.inside("deep\\down");
     EXPECT_EQ(form.taken(), "");
     drive.Drive = "/usr";

@@ -81,7 +81,7 @@ private:
         : WidgetView(box, combo)
         , m_box(box)
         , m_combo(combo)
-        , m_update([this] { showItems(); })
+        , m_update(box.desktop().state(), [this] { showItems(); })
     {
         showItems();
         m_combo->beforeUse([this] { m_update.flush(); });

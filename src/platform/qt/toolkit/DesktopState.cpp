@@ -3,6 +3,7 @@
 #include "platform/qt/toolkit/Accessibility.h"
 #include "platform/qt/toolkit/DesktopPrompts.h"
 #include "platform/qt/toolkit/FormView.h"
+#include "platform/qt/toolkit/LateUpdate.h"
 #include "platform/qt/toolkit/SurfaceView.h"
 #include "platform/qt/toolkit/TimerView.h"
 #include "platform/toolkit/Form.h"
@@ -12,6 +13,7 @@
 #include <QEventLoop>
 #include <QIcon>
 #include <QProxyStyle>
+#include <QTimer>
 
 #include <algorithm>
 #include <clocale>
@@ -28,6 +30,8 @@ using namespace std::chrono_literals;
 constexpr auto Slot = 2ms;
 // How long a frame of a film, or what else changed, may go unpainted during a wait.
 constexpr auto WaitStep = 5ms;
+// A list that is brought up to date is laid out anew, which takes a millisecond or two where it is long.
+constexpr auto LateSlot = 40ms;
 // How long DoEvents may go without asking the window system.
 constexpr auto LookInterval = 1ms;
 
@@ -83,7 +87,10 @@ DesktopState::DesktopState(Desktop& owner, int& argc, char** argv, FileService& 
     , screen(*this)
     , realPrompts(std::make_unique<DesktopPrompts>(owner))
     , prompts(realPrompts.get())
+    , lateSlot(std::make_unique<QTimer>())
 {
+    lateSlot->setSingleShot(true);
+    QObject::connect(lateSlot.get(), &QTimer::timeout, turn.get(), [this] { flushLate(); });
     application->installEventFilter(gate.get());
     installAccessibility();
 }
@@ -214,7 +221,31 @@ void DesktopState::flushDirty()
 void DesktopState::paintNow()
 {
     flushDirty();
+    flushLate();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
+}
+
+void DesktopState::addLate(LateUpdate& update)
+{
+    if (late.empty()) {
+        const auto wait = std::chrono::ceil<std::chrono::milliseconds>(nextLateSlot - Clock::now());
+        lateSlot->start(std::max(wait, 1ms)); // a timer without an interval waits for idleness
+    }
+    late.push_back(&update);
+}
+
+void DesktopState::forget(LateUpdate& update)
+{
+    std::erase(late, &update);
+}
+
+void DesktopState::flushLate()
+{
+    if (late.empty())
+        return;
+    while (!late.empty())
+        late.back()->flush();
+    nextLateSlot = Clock::now() + LateSlot;
 }
 
 void DesktopState::endCapture()
@@ -257,6 +288,7 @@ bool DesktopState::timerIsDue(Clock::time_point now) const
 void DesktopState::repaintOnly()
 {
     flushDirty();
+    flushLate();
     closedToEvents = true;
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     closedToEvents = false;
@@ -311,6 +343,7 @@ NestedLoop::NestedLoop(Desktop& desktop)
     , m_frame(m_state)
 {
     m_state.flushDirty();
+    m_state.flushLate();
     m_state.endCapture();
 }
 

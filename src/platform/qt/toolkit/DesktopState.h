@@ -18,11 +18,13 @@
 
 class QApplication;
 class QEventLoop;
+class QTimer;
 
 namespace trovarium {
 
 class Component;
 class FormSlotBase;
+class LateUpdate;
 class SurfaceView;
 class TimerView;
 
@@ -81,6 +83,11 @@ struct DesktopState {
     void paintNow();   // paints all that is dirty before it returns
     void endCapture(); // the pressed item gets no release any more
 
+    // Widgets that are brought up to date late wait here for their slot.
+    void addLate(LateUpdate& update);
+    void forget(LateUpdate& update);
+    void flushLate();
+
     void doEvents();
     void repaintOnly();
     void wait(int milliseconds);
@@ -111,6 +118,8 @@ struct DesktopState {
     std::vector<QPointer<QObject>> discarded; // waits for the last frame to end
     std::vector<TimerView*> timers;           // that run
     std::vector<SurfaceView*> dirty;
+    std::vector<LateUpdate*> late;
+    std::unique_ptr<QTimer> lateSlot; // runs while some wait
     SurfaceView* capturing = nullptr;
 
     int frames = 0;
@@ -118,6 +127,7 @@ struct DesktopState {
     std::vector<std::function<void()>> postponed; // what came while closed to events
     bool moved = false;                           // a control moved since the last paint
     Clock::time_point nextSlot{};
+    Clock::time_point nextLateSlot{};
     Clock::time_point lastLook{};
     std::optional<int> endCode;
     bool running = false; // in `run`

@@ -1,4 +1,3 @@
-#include "platform/files/FileService.h"
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/DriveList.h"
@@ -76,11 +75,12 @@ private:
         const QSignalBlocker quiet(m_box);
         m_box->clear();
         for (const std::string& place : places)
-            m_box->addItem(toQString(toNativePath(place)));
-        // The chosen place stays on show though its medium may be gone.
-        if (std::find(places.begin(), places.end(), m_drives.Drive()) == places.end())
-            m_box->addItem(toQString(toNativePath(m_drives.Drive())));
-        m_box->setCurrentIndex(m_box->findText(toQString(toNativePath(m_drives.Drive()))));
+            m_box->addItem(toQString(m_drives.nameOf(place)));
+        const auto chosen = std::find(places.begin(), places.end(), m_drives.Drive());
+        // It stays on show though its medium may be gone.
+        if (chosen == places.end())
+            m_box->addItem(toQString(m_drives.nameOf(m_drives.Drive())));
+        m_box->setCurrentIndex(static_cast<int>(chosen - places.begin()));
     }
 
     DriveList& m_drives;

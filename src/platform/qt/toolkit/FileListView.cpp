@@ -1,6 +1,7 @@
 #include "platform/qt/toolkit/RowList.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/FileList.h"
+#include "runtime/Failure.h"
 
 namespace trovarium {
 
@@ -9,7 +10,7 @@ namespace {
 class FileListView : public WidgetView, private RowSource {
 public:
     explicit FileListView(FileList& files)
-        : FileListView(files, new RowList(*this, surfaceWidget(files)))
+        : FileListView(files, new RowList(*this, files))
     {
     }
     ~FileListView() override
@@ -35,10 +36,13 @@ private:
         m_list->setExtended(true);
     }
 
-    Component& sender() override { return m_files; }
-    bool isEnabled() const override { return m_files.Enabled(); }
-    bool takesInput() const override { return m_files.takesInput(); }
-    int rowCount() const override { return m_files.ListCount(); }
+    // The program is told of a failure when it asks itself.
+    int rowCount() const override
+    {
+        int count = 0;
+        attempt([&] { count = m_files.ListCount(); });
+        return count;
+    }
     QString rowText(int row) const override { return toQString(m_files.List(row)); }
     bool isRowSelected(int row) const override { return m_files.Selected(row); }
     int currentRow() const override { return -1; }

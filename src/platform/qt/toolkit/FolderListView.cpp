@@ -1,22 +1,23 @@
 #include "platform/qt/toolkit/RowList.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/FolderList.h"
+#include "platform/toolkit/FolderPath.h"
+#include "runtime/Failure.h"
 
 #include <QStyle>
 
 #include <algorithm>
-#include <utility>
 
 namespace trovarium {
 
 namespace {
 
-constexpr qsizetype BlanksToALevel = 2;
+constexpr int Indent = 12; // pixels to a level
 
 class FolderListView : public WidgetView, private RowSource {
 public:
     explicit FolderListView(FolderList& folders)
-        : FolderListView(folders, new RowList(*this, surfaceWidget(folders)))
+        : FolderListView(folders, new RowList(*this, folders))
     {
     }
     ~FolderListView() override
@@ -45,21 +46,15 @@ private:
         m_list->setExtended(false);
     }
 
-    Component& sender() override { return m_folders; }
-    bool isEnabled() const override { return m_folders.Enabled(); }
-    bool takesInput() const override { return m_folders.takesInput(); }
-    int rowCount() const override { return m_folders.ListCount(); }
-    QString rowText(int row) const override
+    // The program is told of a failure when it asks itself.
+    int rowCount() const override
     {
-        const std::string& path = m_folders.rowPath(row);
-        const std::size_t cut = path.rfind('\\');
-        std::string_view name = path;
-        if (cut != std::string::npos)
-            name.remove_prefix(cut + 1);
-        else if (path != "/")
-            name.remove_prefix(1);
-        return QString(std::min(row, m_folders.depth()) * BlanksToALevel, QLatin1Char(' ')) + toQString(name);
+        int count = 0;
+        attempt([&] { count = m_folders.ListCount(); });
+        return count;
     }
+    QString rowText(int row) const override { return toQString(folderName(m_folders.rowPath(row))); }
+    int rowIndent(int row) const override { return std::min(row, m_folders.depth()) * Indent; }
     QIcon rowIcon(int row) const override
     {
         return m_list->style()->standardIcon(

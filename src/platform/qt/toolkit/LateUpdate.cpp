@@ -1,36 +1,40 @@
 #include "platform/qt/toolkit/LateUpdate.h"
 
-#include <QCoreApplication>
-#include <QEvent>
+#include "platform/qt/toolkit/DesktopState.h"
 
 #include <utility>
 
 namespace trovarium {
 
-LateUpdate::LateUpdate(std::function<void()> update)
-    : m_update(std::move(update))
+LateUpdate::LateUpdate(DesktopState& state, std::function<void()> update)
+    : m_state(state)
+    , m_update(std::move(update))
 {
+}
+
+LateUpdate::~LateUpdate()
+{
+    cancel();
 }
 
 void LateUpdate::schedule()
 {
-    if (std::exchange(m_due, true))
-        return;
-    QCoreApplication::postEvent(this, new QEvent(QEvent::User)); // NOLINT(*-owning-memory): Qt's to delete
+    if (!std::exchange(m_due, true))
+        m_state.addLate(*this);
 }
 
 void LateUpdate::flush()
 {
-    if (std::exchange(m_due, false))
-        m_update();
+    if (!m_due)
+        return;
+    cancel();
+    m_update();
 }
 
-bool LateUpdate::event(QEvent* event)
+void LateUpdate::cancel()
 {
-    if (event->type() != QEvent::User)
-        return QObject::event(event);
-    flush();
-    return true;
+    if (std::exchange(m_due, false))
+        m_state.forget(*this);
 }
 
 } // namespace trovarium

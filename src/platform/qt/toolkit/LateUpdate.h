@@ -1,25 +1,27 @@
 #pragma once
 
-#include <QObject>
-
 #include <functional>
 
 namespace trovarium {
 
-// Brings a widget up to date once for many changes, when the event loop next turns or before the user acts
-// on it: a scan that fills a list with thousands of names must not lay it out each time.
-class LateUpdate : private QObject {
+struct DesktopState;
+
+// Brings a widget up to date once for many changes: in the next free slot, before the user acts on it, and
+// before a statement paints. A scan that fills a list with thousands of names must not lay it out each time.
+class LateUpdate {
 public:
-    explicit LateUpdate(std::function<void()> update);
+    LateUpdate(DesktopState& state, std::function<void()> update);
+    ~LateUpdate();
+    LateUpdate(const LateUpdate&) = delete;
+    LateUpdate& operator=(const LateUpdate&) = delete;
 
     void schedule();
     bool isDue() const { return m_due; }
-    void flush(); // now, if one is due
-
-protected:
-    bool event(QEvent* event) override;
+    void flush();  // now, if one is due
+    void cancel(); // what is due
 
 private:
+    DesktopState& m_state;
     std::function<void()> m_update;
     bool m_due = false;
 };

@@ -9,7 +9,7 @@ namespace {
 class ListBoxView : public WidgetView, private RowSource {
 public:
     explicit ListBoxView(ListBox& box)
-        : ListBoxView(box, new RowList(*this, surfaceWidget(box)))
+        : ListBoxView(box, new RowList(*this, box))
     {
     }
     ~ListBoxView() override
@@ -42,9 +42,6 @@ private:
         m_list->setExtended(box.MultiSelect());
     }
 
-    Component& sender() override { return m_box; }
-    bool isEnabled() const override { return m_box.Enabled(); }
-    bool takesInput() const override { return m_box.takesInput(); }
     int rowCount() const override { return m_box.ListCount(); }
     QString rowText(int row) const override { return toQString(m_box.List(row)); }
     bool isRowSelected(int row) const override { return m_box.Selected(row); }

@@ -7,7 +7,7 @@
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QScrollBar>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -17,6 +17,8 @@ namespace trovarium {
 // told before it changes.
 class RowList::Rows : public QAbstractListModel {
 public:
+    static constexpr int IndentRole = Qt::UserRole;
+
     explicit Rows(RowSource& source)
         : m_source(&source)
     {
@@ -25,9 +27,8 @@ public:
     void detach() { m_source = nullptr; }
 
     // Rows come and go at the end, so that the view keeps its place.
-    void follow()
+    void follow(int count)
     {
-        const int count = m_source->rowCount();
         if (count > m_count) {
             beginInsertRows({}, m_count, count - 1);
             m_count = count;
@@ -53,6 +54,8 @@ public:
             const QIcon icon = m_source->rowIcon(index.row());
             return icon.isNull() ? QVariant() : QVariant(icon);
         }
+        if (role == IndentRole)
+            return m_source->rowIndent(index.row());
         return {};
     }
 
@@ -61,19 +64,31 @@ private:
     int m_count = 0;
 };
 
-RowList::RowList(RowSource& source, QWidget* parent)
-    : QListView(parent)
+class RowList::Delegate : public QStyledItemDelegate {
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->rect.adjust(index.data(Rows::IndentRole).toInt(), 0, 0, 0);
+    }
+};
+
+// The source may be half made.
+RowList::RowList(RowSource& source, Control& control)
+    : QListView(surfaceWidget(control))
     , m_source(&source)
+    , m_control(&control)
     , m_rows(std::make_unique<Rows>(source))
-    , m_update([this] { showSource(); })
+    , m_delegate(std::make_unique<Delegate>())
+    , m_update(control.desktop().state(), [this] { showSource(); })
 {
     setModel(m_rows.get());
+    setItemDelegate(m_delegate.get());
     setEditTriggers(NoEditTriggers);
     setUniformItemSizes(true);
     setTextElideMode(Qt::ElideMiddle);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setIconSize({14, 14});
-    m_update.schedule();
 }
 
 RowList::~RowList()
@@ -90,6 +105,13 @@ void RowList::detach()
 {
     m_source = nullptr;
     m_rows->detach();
+    m_update.cancel();
+}
+
+void RowList::showEvent(QShowEvent* event)
+{
+    QListView::showEvent(event);
+    showSource();
 }
 
 void RowList::mousePressEvent(QMouseEvent* event)
@@ -120,7 +142,7 @@ void RowList::mouseReleaseEvent(QMouseEvent* event)
     const int button = mouseButton(event->button());
     const int shift = shiftKeys(event->modifiers());
     const QPointF place = viewport()->mapTo(this, event->position());
-    fromDesktop(m_source->sender(), [&] { m_source->mouseReleased(button, shift, place); });
+    fromDesktop(*m_control, [&] { m_source->mouseReleased(button, shift, place); });
 }
 
 void RowList::mouseDoubleClickEvent(QMouseEvent* event)
@@ -131,25 +153,25 @@ void RowList::mouseDoubleClickEvent(QMouseEvent* event)
     report();
     const QModelIndex index = indexAt(event->position().toPoint());
     if (m_source != nullptr && index.isValid() && event->button() == Qt::LeftButton)
-        fromDesktop(m_source->sender(), [&] { m_source->rowDoubleClicked(index.row()); });
+        fromDesktop(*m_control, [&] { m_source->rowDoubleClicked(index.row()); });
 }
 
 void RowList::keyPressEvent(QKeyEvent* event)
 {
     if (!acceptsInput())
         return;
-    fromDesktop(m_source->sender(), [&] { m_source->keyDown(keyCode(*event), shiftKeys(event->modifiers())); });
+    fromDesktop(*m_control, [&] { m_source->keyDown(keyCode(*event), shiftKeys(event->modifiers())); });
     if (m_source == nullptr)
         return;
     const int ascii = keyAscii(*event);
     if (ascii != 0)
-        fromDesktop(m_source->sender(), [&] { m_source->keyPressed(ascii); });
+        fromDesktop(*m_control, [&] { m_source->keyPressed(ascii); });
     if (!acceptsInput())
         return;
     const int row = currentIndex().row();
     bool entered = false;
     if (ascii == 13 && row >= 0)
-        fromDesktop(m_source->sender(), [&] { entered = m_source->rowEntered(row); });
+        fromDesktop(*m_control, [&] { entered = m_source->rowEntered(row); });
     if (entered || !acceptsInput())
         return;
     QListView::keyPressEvent(event);
@@ -162,10 +184,16 @@ void RowList::paintEvent(QPaintEvent* event)
         QListView::paintEvent(event);
 }
 
+// All rows are of one height and read when they are painted: other texts need no other layout.
+void RowList::dataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles)
+{
+    QAbstractItemView::dataChanged(first, last, roles);
+}
+
 // The user acts on what the list is, not on what it was.
 bool RowList::acceptsInput()
 {
-    if (m_source == nullptr || !m_source->takesInput())
+    if (m_source == nullptr || !m_control->takesInput())
         return false;
     m_update.flush();
     return true;
@@ -183,7 +211,7 @@ void RowList::report()
         m_update.schedule();
         return;
     }
-    fromDesktop(m_source->sender(), [&] { m_source->rowsChosen(currentIndex().row(), selected); });
+    fromDesktop(*m_control, [&] { m_source->rowsChosen(currentIndex().row(), selected); });
 }
 
 void RowList::showSource()
@@ -191,23 +219,35 @@ void RowList::showSource()
     if (m_source == nullptr)
         return;
     // Late too: a list that is closed only while a handler changes it keeps the focus.
-    setEnabled(m_source->isEnabled());
-    m_rows->follow();
-    QItemSelection selection;
-    const int count = m_source->rowCount();
-    for (int row = 0; row < count; ++row) {
-        if (!m_source->isRowSelected(row))
-            continue;
-        const int first = row;
-        while (row + 1 < count && m_source->isRowSelected(row + 1))
-            ++row;
-        selection.append(QItemSelectionRange(m_rows->index(first), m_rows->index(row)));
-    }
-    if (selection != selectionModel()->selection())
-        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    setEnabled(m_control->Enabled());
+    if (!isVisible())
+        return;
+    m_rows->follow(m_source->rowCount());
+    showSelection();
     const int current = m_source->currentRow();
     if (current >= 0 && current != currentIndex().row())
         selectionModel()->setCurrentIndex(m_rows->index(current), QItemSelectionModel::NoUpdate);
+}
+
+void RowList::showSelection()
+{
+    const int count = m_rows->rowCount();
+    std::vector<bool> selected(static_cast<std::size_t>(count), false);
+    for (int row = 0; row < count; ++row)
+        selected[static_cast<std::size_t>(row)] = m_source->isRowSelected(row);
+    if (selected == selectedRows())
+        return;
+    QItemSelection selection;
+    for (auto first = selected.begin(); first != selected.end();) {
+        first = std::find(first, selected.end(), true);
+        const auto end = std::find(first, selected.end(), false);
+        if (first != end)
+            selection.append(QItemSelectionRange(m_rows->index(static_cast<int>(first - selected.begin())),
+                m_rows->index(static_cast<int>(end - selected.begin()) - 1)));
+        first = end;
+    }
+    selectionModel()->clearSelection(); // thousands of ranges aren't compared with as many old ones
+    selectionModel()->select(selection, QItemSelectionModel::Select);
 }
 
 std::vector<bool> RowList::selectedRows() const

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/qt/toolkit/LateUpdate.h"
-#include "platform/toolkit/Component.h"
+#include "platform/toolkit/Control.h"
 
 #include <QIcon>
 #include <QListView>
@@ -18,12 +18,10 @@ class RowSource {
 public:
     virtual ~RowSource() = default;
 
-    virtual Component& sender() = 0;
-    virtual bool isEnabled() const = 0;
-    virtual bool takesInput() const = 0;
     virtual int rowCount() const = 0;
     virtual QString rowText(int row) const = 0;
     virtual QIcon rowIcon(int) const { return {}; }
+    virtual int rowIndent(int) const { return 0; } // in pixels
     virtual bool isRowSelected(int row) const = 0;
     virtual int currentRow() const = 0; // -1 for none
 
@@ -36,10 +34,10 @@ public:
 };
 
 // The list widget of list box, folder list and file list. The rows belong to the source; the widget follows
-// when `follow` was called, and keeps its place in the list.
+// when `follow` was called, and keeps its place in the list. One that isn't to be seen asks for no rows.
 class RowList : public QListView {
 public:
-    RowList(RowSource& source, QWidget* parent);
+    RowList(RowSource& source, Control& control);
     ~RowList() override;
 
     void follow() { m_update.schedule(); }
@@ -47,23 +45,29 @@ public:
     void detach(); // the source goes
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void dataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles) override;
 
 private:
     class Rows;
+    class Delegate;
 
     bool acceptsInput();
     void report();
     void showSource();
+    void showSelection();
     std::vector<bool> selectedRows() const;
 
     RowSource* m_source;
+    Control* m_control;
     std::unique_ptr<Rows> m_rows;
+    std::unique_ptr<Delegate> m_delegate;
     LateUpdate m_update;
 };
 
