@@ -211,7 +211,7 @@ public:
     TextBox txtTitle{
         this, {.Name = "txtTitle", .Left = 3360, .Top = 7680, .Width = 7455, .Height = 285, .Visible = false}};
 
-    // The status bar and its panels.
+    // The status bar and its panels, whose borders take 30 twips on each side.
     PictureBox Picture3{this, {.Name = "Picture3", .Left = 0, .Top = 8265, .Width = 12000, .Height = 315}};
     ControlArray<PictureBox> Picture4{&Picture3, "Picture4",
         {{3, {.Left = -30, .Top = -30, .Width = 6045, .Height = 315}},
@@ -219,29 +219,29 @@ public:
             {1, {.Left = 7260, .Top = -30, .Width = 1335, .Height = 315}},
             {4, {.Left = 8640, .Top = -30, .Width = 1515, .Height = 315}},
             {0, {.Left = 10200, .Top = -30, .Width = 1755, .Height = 315}}}};
-    Label lbStatusInfo{&Picture4(3), {.Name = "lbStatusInfo", .Left = 90, .Top = 60, .Width = 750, .Height = 225}};
+    Label lbStatusInfo{&Picture4(3), {.Name = "lbStatusInfo", .Left = 60, .Top = 30, .Width = 780, .Height = 225}};
     Label lbZoom{&Picture4(2),
         {.Name = "lbZoom",
-            .Left = 90,
-            .Top = 60,
-            .Width = 1020,
+            .Left = 30,
+            .Top = 30,
+            .Width = 1050,
             .Height = 225,
             .ToolTipText = "Current zoom level (e.g., 1/2 = viewing at one half size)"}};
     Label lbStatusSelected{
-        &Picture4(1), {.Name = "lbStatusSelected", .Left = 90, .Top = 60, .Width = 1200, .Height = 225}};
-    Label lbStatusPage{&Picture4(4), {.Name = "lbStatusPage", .Left = 90, .Top = 60, .Width = 1380, .Height = 225}};
-    Label lbStatusCount{&Picture4(0), {.Name = "lbStatusCount", .Left = 90, .Top = 60, .Width = 1620, .Height = 225}};
+        &Picture4(1), {.Name = "lbStatusSelected", .Left = 30, .Top = 30, .Width = 1230, .Height = 225}};
+    Label lbStatusPage{&Picture4(4), {.Name = "lbStatusPage", .Left = 30, .Top = 30, .Width = 1410, .Height = 225}};
+    Label lbStatusCount{&Picture4(0), {.Name = "lbStatusCount", .Left = 30, .Top = 30, .Width = 1650, .Height = 225}};
     ControlArray<Button> cmdVideo{&Picture4(3), "cmdVideo",
-        {{0, {.Left = 60, .Top = 45, .Width = 825, .Height = 255, .Caption = "Play &Video", .Enabled = false}},
-            {1, {.Left = 900, .Top = 45, .Width = 285, .Height = 255, .Enabled = false}},
-            {2, {.Left = 1200, .Top = 45, .Width = 285, .Height = 255, .Enabled = false}}}};
+        {{0, {.Left = 60, .Top = 15, .Width = 825, .Height = 255, .Caption = "Play &Video", .Enabled = false}},
+            {1, {.Left = 900, .Top = 15, .Width = 285, .Height = 255, .Enabled = false}},
+            {2, {.Left = 1200, .Top = 15, .Width = 285, .Height = 255, .Enabled = false}}}};
     HScroll hscVideo{
-        &Picture4(3), {.Name = "hscVideo", .Left = 1500, .Top = 45, .Width = 1575, .Height = 255, .Enabled = false}};
+        &Picture4(3), {.Name = "hscVideo", .Left = 1500, .Top = 15, .Width = 1575, .Height = 255, .Enabled = false}};
     Label lbVideo{
-        &Picture4(3), {.Name = "lbVideo", .Left = 3150, .Top = 60, .Width = 1350, .Height = 225, .Caption = "Length"}};
+        &Picture4(3), {.Name = "lbVideo", .Left = 3150, .Top = 30, .Width = 1350, .Height = 225, .Caption = "Length"}};
     ControlArray<Button> cmdPlayAudioClip{&Picture4(3), "cmdPlayAudioClip",
-        {{0, {.Left = 4620, .Top = 45, .Width = 1035, .Height = 255, .Caption = "Play &Audio", .Enabled = false}},
-            {1, {.Left = 5670, .Top = 45, .Width = 315, .Height = 255, .Enabled = false}}}};
+        {{0, {.Left = 4620, .Top = 15, .Width = 1035, .Height = 255, .Caption = "Play &Audio", .Enabled = false}},
+            {1, {.Left = 5670, .Top = 15, .Width = 315, .Height = 255, .Enabled = false}}}};
 
     Timer tmrInfoBox{this, {.Name = "tmrInfoBox", .Interval = 4000}};
     Timer tmrVideo{this, {.Name = "tmrVideo", .Interval = 250}};

@@ -23,6 +23,8 @@ public:
     virtual Form& form() = 0;
     float fromTwips(float twips) const { return m_scale == ScaleMode::Pixels ? twips / TwipsPerPixel : twips; }
     float toPixels(float value) const { return m_scale == ScaleMode::Pixels ? value : value / TwipsPerPixel; }
+    // Pixels of a border on each side, from inside which its children count.
+    virtual float edge() const { return 0; }
 
     // In z-order, the lowest first.
     const std::vector<Control*>& controls() const { return m_controls; }

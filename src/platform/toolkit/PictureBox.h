@@ -12,13 +12,14 @@ class FilmSurface;
 
 // A box with a picture in the back, a canvas that keeps what is painted on it, and controls on top.
 // Width and Height are in the parent's scale, ScaleWidth and ScaleHeight in its own. X and Y of its mouse
-// events are in its own scale.
+// events are in its own scale. Inside a border: children, canvas, ScaleWidth, ScaleHeight, X and Y.
 class PictureBox : public Control, public Container {
 public:
     PictureBox(Container* parent, const Plan& plan, ScaleMode scale = ScaleMode::Twips);
     ~PictureBox() override;
 
     Form& form() override { return Control::form(); }
+    float edge() const override { return Border() ? 2 : 0; }
 
 private:
     const trovarium::Picture& picture() const { return m_picture; }
@@ -27,12 +28,12 @@ private:
     void setAutoSize(bool value);
 
 public:
-    float ScaleWidth() const { return fromTwips(parent().toPixels(Width()) * TwipsPerPixel); }
-    float ScaleHeight() const { return fromTwips(parent().toPixels(Height()) * TwipsPerPixel); }
+    float ScaleWidth() const { return fromTwips((parent().toPixels(Width()) - 2 * edge()) * TwipsPerPixel); }
+    float ScaleHeight() const { return fromTwips((parent().toPixels(Height()) - 2 * edge()) * TwipsPerPixel); }
     Property<&PictureBox::picture, &PictureBox::setPicture> Picture{this};
     Property<&PictureBox::autoSize, &PictureBox::setAutoSize> AutoSize{this};
     Stored<Color> BackColor{this, Change::Appearance, PanelGrey};
-    Stored<bool> Border{this, Change::Appearance}; // sunken, one pixel
+    Stored<bool> Border{this, Change::Appearance}; // sunken, two pixels
 
     // Paints `picture` stretched to the given place, in the box's scale; "Invalid picture" for an empty one.
     // Works without a window.

@@ -34,8 +34,22 @@ void paintContent(
 
 QSize wholePixels(const PictureBox& box)
 {
-    return {static_cast<int>(std::lround(box.parent().toPixels(box.Width()))),
-        static_cast<int>(std::lround(box.parent().toPixels(box.Height())))};
+    const float edges = 2 * box.edge();
+    return {static_cast<int>(std::lround(box.parent().toPixels(box.Width()) - edges)),
+        static_cast<int>(std::lround(box.parent().toPixels(box.Height()) - edges))};
+}
+
+// A sunken border, `place` its outer edge: each line with the colour of its upper and left, lower and right part.
+void paintBorder(QPainter& painter, QRectF place)
+{
+    const std::pair<QColor, QColor> lines[] = {
+        {QColor(128, 128, 128), Qt::white}, {QColor(96, 96, 96), QColor(212, 212, 212)}};
+    for (const auto& [upper, lower] : lines) {
+        painter.fillRect(place, lower);
+        painter.fillRect(place.adjusted(0, 0, 0, 1 - place.height()), upper);
+        painter.fillRect(place.adjusted(0, 0, 1 - place.width(), 0), upper);
+        place.adjust(1, 1, -1, -1);
+    }
 }
 
 class PictureBoxSurface : public SurfaceView, public MouseTarget {
@@ -59,18 +73,15 @@ public:
 
     void mouseDown(int button, int shift, QPointF pixels) override
     {
-        const QPointF at = pixels * TwipsPerPixel;
-        m_box.MouseDown.raise(button, shift, inScale(at.x()), inScale(at.y()));
+        m_box.MouseDown.raise(button, shift, inScale(pixels.x()), inScale(pixels.y()));
     }
     void mouseMove(int button, int shift, QPointF pixels) override
     {
-        const QPointF at = pixels * TwipsPerPixel;
-        m_box.MouseMove.raise(button, shift, inScale(at.x()), inScale(at.y()));
+        m_box.MouseMove.raise(button, shift, inScale(pixels.x()), inScale(pixels.y()));
     }
     void mouseUp(int button, int shift, QPointF pixels) override
     {
-        const QPointF at = pixels * TwipsPerPixel;
-        m_box.MouseUp.raise(button, shift, inScale(at.x()), inScale(at.y()));
+        m_box.MouseUp.raise(button, shift, inScale(pixels.x()), inScale(pixels.y()));
     }
     void click() override { m_box.Click.raise(); }
     bool takesKeys() const override { return m_box.KeyDown.isWired(); }
@@ -85,19 +96,26 @@ protected:
 
     void paintBack(QPainter& painter) override
     {
-        paintContent(painter, m_painter, m_box, m_canvas, rect());
-        if (!m_box.Border())
+        if (!m_box.Border()) {
+            paintContent(painter, m_painter, m_box, m_canvas, rect());
             return;
-        const QRectF edge = rect();
-        const QColor shade(128, 128, 128);
-        painter.fillRect(QRectF(edge.topLeft(), QSizeF(edge.width(), 1)), shade);
-        painter.fillRect(QRectF(edge.topLeft(), QSizeF(1, edge.height())), shade);
-        painter.fillRect(QRectF(edge.left(), edge.bottom() - 1, edge.width(), 1), Qt::white);
-        painter.fillRect(QRectF(edge.right() - 1, edge.top(), 1, edge.height()), Qt::white);
+        }
+        const QRectF all = rect();
+        paintBorder(painter, all);
+        const qreal edge = m_box.edge();
+        const QRectF inside(0, 0, all.width() - 2 * edge, all.height() - 2 * edge);
+        painter.save();
+        painter.translate(edge, edge);
+        painter.setClipRect(inside, Qt::IntersectClip);
+        paintContent(painter, m_painter, m_box, m_canvas, inside);
+        painter.restore();
     }
 
 private:
-    float inScale(qreal twips) const { return m_box.fromTwips(static_cast<float>(twips)); }
+    float inScale(qreal pixels) const
+    {
+        return m_box.fromTwips((static_cast<float>(pixels) - m_box.edge()) * TwipsPerPixel);
+    }
 
     PictureBox& m_box;
     Canvas& m_canvas;
@@ -128,12 +146,22 @@ public:
         WidgetView::apply(change);
         if (change == Change::Content || change == Change::Appearance)
             m_surface->addDirty(m_surface->rect());
+        if (change == Change::Appearance)
+            placeChildren(); // the border may have come or gone
         if (change == Change::Hint)
             pointerChangedOn(m_box);
     }
     void pointerChanged() override { m_surface->updatePointer(); }
 
 private:
+    void placeChildren()
+    {
+        for (const Control* child : m_box.controls()) {
+            if (child->view() != nullptr)
+                child->view()->apply(Change::Geometry);
+        }
+    }
+
     void paintAnew()
     {
         if (m_surface)
@@ -182,8 +210,8 @@ void PictureBox::takePictureSize()
 {
     if (!m_autoSize || m_picture.empty())
         return;
-    Width = parent().fromTwips(static_cast<float>(m_picture.width()) * TwipsPerPixel);
-    Height = parent().fromTwips(static_cast<float>(m_picture.height()) * TwipsPerPixel);
+    Width = parent().fromTwips((static_cast<float>(m_picture.width()) + 2 * edge()) * TwipsPerPixel);
+    Height = parent().fromTwips((static_cast<float>(m_picture.height()) + 2 * edge()) * TwipsPerPixel);
 }
 
 void PictureBox::PaintPicture(const trovarium::Picture& picture, float x, float y, float width, float height)

@@ -129,8 +129,8 @@ QColor toQColor(Color color)
 QRectF placeInPixels(const Control& control)
 {
     const Container& parent = control.parent();
-    return {parent.toPixels(control.Left()), parent.toPixels(control.Top()), parent.toPixels(control.Width()),
-        parent.toPixels(control.Height())};
+    return {parent.edge() + parent.toPixels(control.Left()), parent.edge() + parent.toPixels(control.Top()),
+        parent.toPixels(control.Width()), parent.toPixels(control.Height())};
 }
 
 int shiftKeys(Qt::KeyboardModifiers modifiers)
