@@ -32,6 +32,7 @@ namespace {
 constexpr Color Yellow{255, 255, 0};
 constexpr int DragFrame = 16;
 constexpr float FileNameFont = 11; // pixels: a name of the usual length fits its cell
+constexpr float StatusFont = 10;   // pixels: "Photo 32767 of 32767" fits its panel
 constexpr float StripHeight = 15;  // pixels of the information box that show while it is down
 constexpr float VideoParking = 20; // pixels beyond the frame's right edge
 
@@ -160,6 +161,10 @@ void frmMain::paintWindow()
     lbTitle.Alignment = Alignment::Center;
     lbTitle.AutoSize = true;
     Picture4.forEach([](int, PictureBox& panel) { panel.Border = true; });
+    for (Label* label : {&lbStatusInfo, &lbVideo, &lbZoom, &lbStatusSelected, &lbStatusPage, &lbStatusCount}) {
+        label->FontSize = StatusFont;
+        label->NarrowToFit = true;
+    }
     cmdVideo(1).Picture = art.artwork("pause");
     cmdVideo(2).Picture = art.artwork("stop");
     cmdPlayAudioClip(1).Picture = art.artwork("stop");

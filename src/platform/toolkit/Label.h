@@ -27,6 +27,8 @@ public:
     Stored<bool> WordWrap{this, Change::Text};     // otherwise a long text ends in "…"
     Stored<bool> Shadow{this, Change::Appearance}; // a dark halo, legible on any picture
     Stored<bool> UseMnemonic{this, Change::Text};  // "&" marks an access key, "&&" shows as one
+    // A text that is too long is drawn narrower before it is cut.
+    Stored<bool> NarrowToFit{this, Change::Appearance};
 
     Event<int, int, float, float> MouseDown{this}; // Button, Shift, X, Y in twips
     Event<int, int, float, float> MouseMove{this};

@@ -33,6 +33,19 @@ QFont fontOf(const Label& label)
     return planFont(label.FontSize(), label.Bold());
 }
 
+constexpr int NarrowestFont = 50; // per cent
+
+// The label's font, or one that is so much narrower that the text fits.
+QFont fontFor(const Label& label, const QString& text, qreal width)
+{
+    QFont font = fontOf(label);
+    if (!label.NarrowToFit())
+        return font;
+    for (int stretch = 100; stretch > NarrowestFont && QFontMetricsF(font).size(0, text).width() > width; --stretch)
+        font.setStretch(stretch - 1);
+    return font;
+}
+
 int alignmentOf(const Label& label)
 {
     switch (label.Alignment()) {
@@ -61,7 +74,7 @@ public:
         QString text = shownText(m_label);
         if (text.isEmpty())
             return;
-        painter.setFont(fontOf(m_label));
+        painter.setFont(fontFor(m_label, text, place.width()));
         const QFontMetricsF metrics(painter.font());
         int flags = alignmentOf(m_label);
         if (m_label.WordWrap()) {
