@@ -265,6 +265,7 @@ try {
     Left = (desktop().Screen().Width() - Width()) * 0.5F;
     Top = (desktop().Screen().Height() - Height()) * 0.5F;
     picVideoWindow.Left = pctWindow.ScaleWidth() + VideoParking;
+    pctAlbumList(m_groupList->CurrentGroupRow).SetFocus();
 } catch (const Failure& failure) {
     logFailure(m_album, "Form_Load", failure);
 }
