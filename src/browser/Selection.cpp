@@ -130,6 +130,7 @@ void Selection::pressRight(std::int32_t position)
     const bool canLeave = m_form.groupList().CurrentGroupRow != 0;
     m_form.mnuThumbMove.Enabled = canLeave;
     m_form.mnuThumbRemove.Enabled = canLeave;
+    m_form.thumbnailDrag().breakOff();
     m_form.PopupMenu(m_form.mnuThumb);
 }
 

@@ -39,11 +39,24 @@ void ThumbnailDrag::press(float X, float Y)
     DropTarget = NoTarget;
 }
 
-void ThumbnailDrag::imgThumbnail_MouseMove(int Index, int /*Button*/, int /*Shift*/, float X, float Y)
+void ThumbnailDrag::breakOff()
+{
+    if (!MouseIsDown)
+        return;
+    hideMarks();
+    ThumbnailDragging = false;
+    MouseIsDown = false;
+    DropTarget = NoTarget;
+    m_form.imgThumbnail.forEach([](int, Image& image) { image.MousePointer = DefaultPointer; });
+}
+
+void ThumbnailDrag::imgThumbnail_MouseMove(int Index, int Button, int /*Shift*/, float X, float Y)
 try {
     if (ThumbMoveBusy)
         return;
     ThumbMoveBusy = true;
+    if ((Button & LeftButton) == 0)
+        breakOff(); // a menu or a dialog had the release
     Image& image = m_form.imgThumbnail(Index);
     image.ToolTipText = "Double-click to view. Right-click for menu. Drag-n-drop to rearrange.  [Media File: "
         + m_form.lbThumbnailFile(Index).Caption() + "]";
@@ -55,6 +68,10 @@ try {
     const DragPointer pointer{toInt32(X / TwipsPerPixel + image.Left()), toInt32(Y / TwipsPerPixel + image.Top()),
         m_form.pctWindow.ScaleWidth(), m_form.pctWindow.ScaleHeight()};
     const int cell = aimAtCell(pointer);
+    if (!ThumbnailDragging) { // it ended while the page turned
+        ThumbMoveBusy = false;
+        return;
+    }
     const Image& aim = m_form.imgThumbnail(cell);
     const Insertion insertion = insertionAt(pointer.x, aim.Left(), m_form.pages().positionOf(cell));
     m_form.shpDropPosition.Left = insertion.markLeft;
@@ -140,22 +157,27 @@ void ThumbnailDrag::imgThumbnail_MouseUp(int Index)
 void ThumbnailDrag::FinishThumbnailDrag(bool Finish)
 {
     m_form.MousePointer = HourglassPointer;
-    if (DropTarget >= 0)
+    if (DropTarget >= 0 && ThumbnailDragging)
         m_form.groupCommands().AddToGroup(m_form.lbAlbumList(DropTarget).Caption() + ".lst");
     if (DropTarget == ReorderTarget && Finish && ThumbnailDragging) {
         hideMarks();
         ThumbnailDragging = false;
         MouseIsDown = false;
-        const std::string fileName = m_form.groupList().currentGroupFile();
-        ReorderGroupFile(m_album, fileName, DropPosition);
-        m_form.selection().SetGroupListSelect(-1, NoKeys);
-        m_form.pages().LoadGroupFile(fileName);
-        m_form.pages().ShowThumbnails(m_form.pages().CurrentPage);
+        moveSelected(DropPosition);
     }
     hideMarks();
     ThumbnailDragging = false;
     MouseIsDown = false;
     m_form.MousePointer = DefaultPointer;
+}
+
+void ThumbnailDrag::moveSelected(std::int32_t position)
+{
+    const std::string fileName = m_form.groupList().currentGroupFile();
+    ReorderGroupFile(m_album, fileName, position);
+    m_form.selection().SetGroupListSelect(-1, NoKeys);
+    m_form.pages().LoadGroupFile(fileName);
+    m_form.pages().ShowThumbnails(m_form.pages().CurrentPage);
 }
 
 void ThumbnailDrag::hideMarks()

@@ -17,11 +17,18 @@ public:
     // The left button went down on a thumbnail, at X and Y twips within it.
     void press(float X, float Y);
 
+    // The release will go elsewhere: nothing is dropped.
+    void breakOff();
+
     void imgThumbnail_MouseMove(int Index, int Button, int Shift, float X, float Y);
     void imgThumbnail_MouseUp(int Index);
 
     // Ends the drag: does what DropTarget says, a reorder only with `Finish`.
     void FinishThumbnailDrag(bool Finish);
+
+    // Moves the selected ones as one block in the list's file, behind position +n or in front of position n for
+    // -n, and reads it again, nothing selected.
+    void moveSelected(std::int32_t position);
 
     // What a release would do: NoTarget, ReorderTarget, or the group row under the pointer, 0 to 7.
     std::int32_t DropTarget = NoTarget;
