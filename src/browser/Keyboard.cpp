@@ -25,6 +25,23 @@ constexpr int Cells = ThumbnailPages::CellCount;
 constexpr int Columns = 4;
 constexpr int LastRow = 7;
 
+// How many positions an arrow goes; 0 for another key.
+int stepOf(int KeyCode)
+{
+    switch (KeyCode) {
+    case LeftKey:
+        return -1;
+    case RightKey:
+        return 1;
+    case UpKey:
+        return -Columns;
+    case DownKey:
+        return Columns;
+    default:
+        return 0;
+    }
+}
+
 bool isOpen(const Menu& menu, const Menu& entry)
 {
     return menu.Enabled() && entry.Enabled();
@@ -48,6 +65,8 @@ void Keyboard::Form_KeyDown(int KeyCode, int Shift)
         selectAll();
     else if (KeyCode == SpaceKey && (Shift & AltKey) == 0)
         pressThumbnail(LeftButton, Shift);
+    else if (Shift == (ShiftKey | CtrlKey) && stepOf(KeyCode) != 0)
+        moveSelected(stepOf(KeyCode));
     else if (Shift == NoKeys || (sign && Shift == ShiftKey))
         commandKey(KeyCode);
 }
@@ -91,18 +110,6 @@ void Keyboard::commandKey(int KeyCode)
 void Keyboard::moveKey(int KeyCode)
 {
     switch (KeyCode) {
-    case LeftKey:
-        moveBy(-1);
-        break;
-    case RightKey:
-        moveBy(1);
-        break;
-    case UpKey:
-        moveBy(-Columns);
-        break;
-    case DownKey:
-        moveBy(Columns);
-        break;
     case PageUpKey:
         moveBy(-Cells);
         break;
@@ -116,16 +123,21 @@ void Keyboard::moveKey(int KeyCode)
         moveTo(m_album.group.GroupList.upperBound());
         break;
     default:
+        if (const int step = stepOf(KeyCode); step != 0)
+            moveBy(step);
         break;
     }
 }
 
-// The press and the release of the mouse in the middle of the cell. A menu keeps its release.
 void Keyboard::pressThumbnail(int button, int Shift)
 {
-    const int cell = actingCell();
-    if (cell < 0)
-        return;
+    if (const int cell = actingCell(); cell >= 0)
+        press(cell, button, Shift);
+}
+
+// The press and the release of the mouse in the middle of the cell. A menu keeps its release.
+void Keyboard::press(int cell, int button, int Shift)
+{
     const Image& image = m_form.imgThumbnail(cell);
     const float x = image.Width() * TwipsPerPixel / 2;
     const float y = image.Height() * TwipsPerPixel / 2;
@@ -251,18 +263,21 @@ void Keyboard::moveBy(int step)
         stepPhotograph(step);
         return;
     }
-    const int last = m_album.group.GroupList.upperBound();
     const int cell = actingCell();
     if (cell < 0 && std::abs(step) != Cells) {
         moveTo(m_form.pages().positionOf(0));
         return;
     }
-    const std::int32_t here = m_form.pages().positionOf(std::max(cell, 0));
-    std::int32_t there = here + step;
-    // Down and a page on end at the last photograph when the row or page below it is short.
-    if (there > last && step > 1 && (last - 1) / step > (here - 1) / step)
-        there = last;
-    moveTo(there);
+    moveTo(placeFrom(m_form.pages().positionOf(std::max(cell, 0)), step));
+}
+
+// May lie beyond the ends of the group. Down and a page on end at the last photograph when the row or page below
+// is short.
+std::int32_t Keyboard::placeFrom(std::int32_t here, int step) const
+{
+    const std::int32_t last = m_album.group.GroupList.upperBound();
+    const std::int32_t there = here + step;
+    return there > last && step > 1 && (last - 1) / step > (here - 1) / step ? last : there;
 }
 
 // Turns to the page of the position and gives its cell the focus; nothing beyond the ends of the group.
@@ -277,6 +292,48 @@ void Keyboard::moveTo(std::int32_t position)
         m_form.VScroll1.Value = page;
     }
     m_form.imgThumbnail((position - 1) % Cells).SetFocus();
+}
+
+// As a drag of the selected ones would, as one block; then they are pressed anew where they stand, so that the
+// next key moves them on.
+void Keyboard::moveSelected(int step)
+{
+    const GroupOnShow& group = m_album.group;
+    const int bound = std::min(group.GroupList.upperBound(), group.GroupSelect.upperBound());
+    std::vector<std::string> names;
+    std::int32_t first = 0;
+    std::int32_t last = 0;
+    for (std::int32_t i = 1; i <= bound; ++i) {
+        if (group.GroupSelect(i) != 1)
+            continue;
+        if (names.empty())
+            first = i;
+        last = i;
+        names.push_back(group.GroupList(i));
+    }
+    const std::int32_t there = placeFrom(step < 0 ? first : last, step);
+    if (names.empty() || isPhotographOnShow() || there < 1 || there > bound)
+        return;
+    m_form.thumbnailDrag().moveSelected(step < 0 ? -there : there);
+    moveTo(there);
+    const auto length = static_cast<std::int32_t>(names.size()) - 1;
+    const std::int32_t rear = step < 0 ? there + length : there - length;
+    const int cell = there - m_form.pages().positionOf(0);
+    // A list that couldn't be written, or another act meanwhile: then nothing is selected.
+    if (cell < 0 || cell >= Cells || !standsAt(std::min(there, rear), names))
+        return;
+    m_form.selection().SetGroupListSelect(rear, NoKeys);
+    press(cell, LeftButton, ShiftKey);
+}
+
+bool Keyboard::standsAt(std::int32_t position, const std::vector<std::string>& names) const
+{
+    const GroupOnShow& group = m_album.group;
+    for (const std::string& name : names) {
+        if (position > group.GroupList.upperBound() || group.GroupList(position++) != name)
+            return false;
+    }
+    return true;
 }
 
 } // namespace trovarium

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 namespace trovarium {
 
@@ -19,6 +21,7 @@ private:
     void commandKey(int KeyCode);
     void moveKey(int KeyCode);
     void pressThumbnail(int button, int Shift);
+    void press(int cell, int button, int Shift);
     void openThumbnail();
     void selectAll();
     void backToThumbnails();
@@ -35,6 +38,9 @@ private:
     void moveToRow(int row);
     void moveBy(int step);
     void moveTo(std::int32_t position);
+    void moveSelected(int step);
+    std::int32_t placeFrom(std::int32_t here, int step) const;
+    bool standsAt(std::int32_t position, const std::vector<std::string>& names) const;
 
     frmMain& m_form;
     Album& m_album;
