@@ -194,6 +194,7 @@ void frmMain::paintFrame()
 // For screen readers, where no caption tells.
 void frmMain::nameControls()
 {
+    lstSlideGroups.AccessibleName = "All groups";
     pctArrows(0).AccessibleName = "Scroll groups up";
     pctArrows(1).AccessibleName = "Scroll groups up";
     pctArrows(2).AccessibleName = "Scroll groups down";
@@ -220,7 +221,15 @@ void frmMain::nameControls()
     txtPhotographer.AccessibleName = "Photographer";
     txtkeywords.AccessibleName = "Notes";
     txtTitle.AccessibleName = "Title";
+    shpThumbnailSelect.forEach(
+        [](int index, Shape& shape) { shape.AccessibleName = index == DragFrame ? "Dragged" : "Selected"; });
+    shpDropPosition.AccessibleName = "Place of the drop";
     Picture3.AccessibleName = "Status bar";
+    Picture4(3).AccessibleName = "Video and audio";
+    Picture4(2).AccessibleName = "Zoom";
+    Picture4(1).AccessibleName = "Selection";
+    Picture4(4).AccessibleName = "Page";
+    Picture4(0).AccessibleName = "Position";
     cmdVideo(1).AccessibleName = "Pause video";
     cmdVideo(2).AccessibleName = "Stop video";
     hscVideo.AccessibleName = "Position in the video";
