@@ -44,18 +44,10 @@ TEST_F(GroupCommandsTest, ANewGroupTakesTheNameThatIsGiven)
     EXPECT_EQ(group().CurrentGroupName, "Alps");
 }
 
-TEST_F(GroupCommandsTest, AnEmptyNameMakesNothing)
-{
-    openGroup(2);
-    const auto before = test.allFiles();
-    prompts.expectInput(AskName, "");
-    main().groupCommands().CreateAlbumGroup(CreateEmpty);
-    EXPECT_EQ(test.allFiles(), before);
-}
-
 TEST_F(GroupCommandsTest, AnExistingNameIsRefusedAndOfferedAgain)
 {
     openGroup(2);
+    const auto before = test.allFiles();
     prompts.expectInput(AskName, "ROME");
     prompts.expectNotice(NameExists);
     prompts.expectInput(AskName, "  all photos  ");
@@ -64,7 +56,7 @@ TEST_F(GroupCommandsTest, AnExistingNameIsRefusedAndOfferedAgain)
     main().groupCommands().CreateAlbumGroup(CreateEmpty);
     EXPECT_EQ(prompts.asked().at(1).title, "Group Exists.");
     EXPECT_EQ(prompts.asked().at(2).initial, "ROME");
-    EXPECT_EQ(linesOf("Rome"), std::vector<std::string>{"old.jpg"});
+    EXPECT_EQ(test.allFiles(), before) << "and an empty name makes nothing";
 }
 
 TEST_F(GroupCommandsTest, ANameIsMendedWithoutAWordAlsoOntoAGroupThatIsThere)
@@ -93,19 +85,6 @@ TEST_F(GroupCommandsTest, ANewGroupTakesTheSelectionAway)
     EXPECT_EQ(selectedPositions(), std::vector<int>{});
 }
 
-TEST_F(GroupCommandsTest, AFullDiskLeavesTheListAndTheLog)
-{
-    openGroup(2);
-    desktop.files().setFaultHook([](FileOperation operation, std::string_view path) {
-        if (operation == FileOperation::Open && path.ends_with("Winter.lst"))
-            throw Failure(FailureKind::DiskFull);
-    });
-    prompts.expectInput(AskName, "Winter");
-    main().groupCommands().CreateAlbumGroup(CreateEmpty);
-    EXPECT_FALSE(isThere("Winter"));
-    EXPECT_EQ(logLines(), std::vector<std::string>{"An error has occurred in 'CreateAlbumGroup'. Error = Disk full"});
-}
-
 TEST_F(GroupCommandsTest, TheRowPressedLastIsDeletedWithItsMusic)
 {
     openGroup(2);
@@ -126,20 +105,6 @@ TEST_F(GroupCommandsTest, TheRowPressedLastIsDeletedWithItsMusic)
     EXPECT_EQ(cells(), names(2)) << "the group on show stays";
 }
 
-TEST_F(GroupCommandsTest, ADeletionLogsUnderItsNeighboursName)
-{
-    openGroup(2);
-    main().groupList().SelectedGroupName = "Rome";
-    desktop.files().setFaultHook([](FileOperation operation, std::string_view) {
-        if (operation == FileOperation::Delete)
-            throw Failure(FailureKind::PermissionDenied);
-    });
-    prompts.expectQuestion("Are you sure you want to delete this group -> Rome", Answer::Yes);
-    main().groupCommands().DeleteAlbumGroup();
-    EXPECT_EQ(
-        logLines(), std::vector<std::string>{"An error has occurred in 'CreateAlbumGroup'. Error = Permission denied"});
-}
-
 TEST_F(GroupCommandsTest, AGroupWithoutAListKeepsItsMusic)
 {
     openGroup(2);
@@ -152,39 +117,56 @@ TEST_F(GroupCommandsTest, AGroupWithoutAListKeepsItsMusic)
 
 TEST_F(GroupCommandsTest, TheGroupOnShowIsRenamedWithItsMusic)
 {
+    putGroup("x_y", {});
     openGroup(3);
     test.put(music("Alps"), "MThd");
     main().groupList().SelectedGroupName = "Rome"; // pressed last, and not the one that is renamed
     const std::string prompt = "Rename \"Alps\" group to ...";
-    prompts.expectInput(prompt, "alps");
+    prompts.expectInput(prompt, "x.y"); // mended first
     prompts.expectNotice("Group name already in use. Try another");
     prompts.expectInput(prompt, "ro.me");
     main().groupCommands().RenameAlbumGroup();
     EXPECT_EQ(prompts.asked().at(0).initial, "");
-    EXPECT_EQ(prompts.asked().at(2).initial, "alps");
+    EXPECT_EQ(prompts.asked().at(2).initial, "x_y");
     EXPECT_EQ(prompts.asked().at(2).title, "Rename Group");
     EXPECT_FALSE(isThere("Alps"));
     EXPECT_EQ(linesOf("ro_me"), names(3));
     EXPECT_TRUE(test.isThere(music("ro_me")));
     EXPECT_FALSE(test.isThere(music("Alps")));
     EXPECT_EQ(group().CurrentGroupName, "ro_me");
-    EXPECT_EQ(rows(), (std::vector<std::string>{"  All Photos  ", "ro_me", "Rome"}));
+    EXPECT_EQ(rows(), (std::vector<std::string>{"  All Photos  ", "ro_me", "Rome", "x_y"}));
     EXPECT_EQ(main().lstSlideGroups.List(1), "ro_me");
     EXPECT_EQ(main().lbCount.Caption(), "Group [Alps] Viewing 1 of 3") << "the old name until the next count";
 }
 
-TEST_F(GroupCommandsTest, ARefusedRenameStillChangesTheCaption)
+TEST_F(GroupCommandsTest, WhatTheDiskRefusesIsLoggedUnderOneNameAndARenameNotAtAll)
 {
     openGroup(3);
-    desktop.files().setFaultHook([](FileOperation operation, std::string_view) {
-        if (operation == FileOperation::Rename)
+    FileOperation refused = FileOperation::Open;
+    desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+        if (operation == refused && path.ends_with(".lst"))
             throw Failure(FailureKind::PermissionDenied);
     });
+    std::vector<std::string> log{"An error has occurred in 'CreateAlbumGroup'. Error = Permission denied"};
+    prompts.expectInput(AskName, "Winter");
+    main().groupCommands().CreateAlbumGroup(CreateEmpty);
+    EXPECT_FALSE(isThere("Winter"));
+    EXPECT_EQ(logLines(), log);
+
+    refused = FileOperation::Delete;
+    main().groupList().SelectedGroupName = "Rome";
+    prompts.expectQuestion("Are you sure you want to delete this group -> Rome", Answer::Yes);
+    main().groupCommands().DeleteAlbumGroup();
+    EXPECT_TRUE(isThere("Rome"));
+    log.push_back(log.front());
+    EXPECT_EQ(logLines(), log);
+
+    refused = FileOperation::Rename;
     prompts.expectInput("Rename \"Alps\" group to ...", "Winter");
     main().groupCommands().RenameAlbumGroup();
     EXPECT_TRUE(isThere("Alps"));
-    EXPECT_EQ(main().lbAlbumList(1).Caption(), "Winter");
-    EXPECT_EQ(logLines(), std::vector<std::string>{});
+    EXPECT_EQ(main().lbAlbumList(1).Caption(), "Winter") << "the caption changes all the same";
+    EXPECT_EQ(logLines(), log);
 }
 
 TEST_F(GroupCommandsTest, InAScrolledListTheEntryOfTheRowNumberIsReplaced)
@@ -214,16 +196,6 @@ TEST_F(GroupCommandsTest, PhotographsLeaveAGroupAfterAYes)
     EXPECT_EQ(cells(), linesOf("Alps"));
     EXPECT_EQ(linesOf("  All Photos  "), names(4)) << "they stay in other groups";
     EXPECT_EQ(main().lbStatusSelected.Caption(), "Selected 0");
-}
-
-TEST_F(GroupCommandsTest, AListChangedMeanwhileKeepsTheLinesThatNoLongerAgree)
-{
-    openGroup(4);
-    select({1, 3});
-    putGroup("Alps", {"p1.jpg", "new.jpg", "p4.jpg"});
-    prompts.expectQuestion(AskRemoval, Answer::Yes);
-    main().groupCommands().mnuThumbRemove_Click();
-    EXPECT_EQ(linesOf("Alps"), (std::vector<std::string>{"new.jpg", "p4.jpg"}));
 }
 
 } // namespace trovarium

@@ -69,6 +69,12 @@ TEST_F(GroupListTest, TheListMovesOneRowAClickAndStopsAtItsEnds)
     EXPECT_FALSE(main().groupList().ScrollGroupNames(3)) << "beyond the end";
     EXPECT_FALSE(main().groupList().ScrollGroupNames(-1)) << "before the start";
     EXPECT_EQ(main().groupList().FirstGroupRow, 2);
+    main().groupList().LoadGroupNames();
+    EXPECT_EQ(rows().front(), "g02") << "the names read anew stay where they are";
+    pressRow(0);
+    EXPECT_EQ(group().CurrentGroupName, "g02");
+    EXPECT_EQ(brightRow(), 0);
+    EXPECT_EQ(view().CurrentIndex, 0) << "taken for the group on show, by its row";
 
     robot.click(main().pctArrows(0));
     robot.click(main().pctArrows(0));
@@ -112,29 +118,6 @@ TEST_F(GroupListTest, APressOnARowOpensItsGroupOnPageOne)
     EXPECT_EQ(main().lbStatusPage.Caption(), "Page 1 of 2");
 }
 
-TEST_F(GroupListTest, ARowOfAScrolledListOpensTheGroupThatItShows)
-{
-    putGroups(9);
-    putGroup("g01", names(4, "first"));
-    open();
-    robot.click(main().pctArrows(2));
-    pressRow(0);
-    EXPECT_EQ(group().CurrentGroupName, "g01");
-    EXPECT_EQ(brightRow(), 0);
-    EXPECT_EQ(cells(), names(4, "first"));
-}
-
-TEST_F(GroupListTest, ANameCutAtItsFirstDotOpensNothing)
-{
-    putGroup(AllPhotos, names(2));
-    test.put(test.paths().SlideGroupPath + "a.b.lst", "x.jpg\r\n");
-    open();
-    pressRowNamed("a");
-    EXPECT_EQ(group().CurrentGroupName, AllPhotos);
-    EXPECT_EQ(cells().size(), 2U);
-    EXPECT_EQ(main().groupList().SelectedGroupName, "a");
-}
-
 TEST_F(GroupListTest, ARightPressShowsTheMenuAndLeavesTheGroupOnShow)
 {
     putGroup(AllPhotos, names(5));
@@ -164,6 +147,11 @@ TEST_F(GroupListTest, ARightPressShowsTheMenuAndLeavesTheGroupOnShow)
     });
     pressRow(0, RightButton);
     EXPECT_EQ(selectedPositions(), std::vector<int>{4}) << "a list that isn't scrolled marks the current photograph";
+    robot.whenMenuOpens([&] {
+        EXPECT_TRUE(main().mnuGroupRemove.Enabled()) << "by the row that is pressed";
+        robot.dismissMenu();
+    });
+    pressRow(1, RightButton);
 }
 
 TEST_F(GroupListTest, TheStartSelectsNoPhotographAndCountsOne)
@@ -174,14 +162,6 @@ TEST_F(GroupListTest, TheStartSelectsNoPhotographAndCountsOne)
     EXPECT_TRUE(framedCells().empty());
     EXPECT_EQ(main().lbStatusSelected.Caption(), "Selected 1");
     EXPECT_EQ(main().lbCount.Caption(), "Group [  All Photos  ] Viewing 0 of 3");
-}
-
-TEST_F(GroupListTest, ALibraryWithoutListsOpensEmpty)
-{
-    open();
-    EXPECT_EQ(rows(), std::vector<std::string>{AllPhotos});
-    EXPECT_EQ(cells(), std::vector<std::string>{});
-    EXPECT_EQ(brightRow(), 0);
 }
 
 TEST_F(GroupListTest, ARowTellsOfItsMenu)
@@ -203,25 +183,6 @@ TEST_F(GroupListTest, AFolderThatCantBeListedIsLoggedAndTheHintNeverComes)
         (std::vector<std::string>{"An error has occurred in 'LoadGroupNames'. Error = Path not found",
             "An error has occurred in 'Form_Load'. Error = Type mismatch"}));
     EXPECT_TRUE(prompts.asked().empty());
-}
-
-TEST_F(GroupListTest, ARowBeyondTheEightFailsTheSearchForIt)
-{
-    putGroups(9);
-    open();
-    EXPECT_EQ(main().groupList().FindGroupRow("G03.LST"), 3);
-    EXPECT_THROW(main().groupList().FindGroupRow("g09.lst"), Failure);
-    main().unload();
-    desktop.DoEvents();
-}
-
-TEST_F(GroupListTest, NamesAreKnownInAnyCaseAndTheEmptyOneAlways)
-{
-    putGroup("Rome", {});
-    open();
-    for (const char* name : {"", "rome", "ROME", "  all PHOTOS  "})
-        EXPECT_TRUE(main().groupList().GroupExists(name)) << name;
-    EXPECT_FALSE(main().groupList().GroupExists("Rom"));
 }
 
 } // namespace trovarium

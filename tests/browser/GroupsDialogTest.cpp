@@ -2,6 +2,7 @@
 
 #include "browser/GroupListPane.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
 
 namespace trovarium {
 
@@ -63,7 +64,9 @@ TEST_F(GroupsDialogTest, EnterInTheListMoves)
     whenOffered([&] {
         EXPECT_EQ(groups().Caption(), "Move photo(s) to ...");
         groups().lstGroups.SetFocus();
-        robot.key(groups(), 13);
+        robot.key(groups(), AKey);
+        EXPECT_TRUE(groups().isShown());
+        robot.key(groups(), EnterKey);
     });
     robot.choose(main().mnuEditMove);
     EXPECT_EQ(linesOf("Bath"), (std::vector<std::string>{"p1.jpg", "p3.jpg"}));

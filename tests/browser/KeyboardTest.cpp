@@ -2,9 +2,13 @@
 
 #include "browser/GroupListPane.h"
 #include "browser/ThumbnailPages.h"
+#include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Keys.h"
+#include "runtime/Failure.h"
 #include "viewer/InfoBox.h"
+
+#include <utility>
 
 namespace trovarium {
 
@@ -121,22 +125,81 @@ TEST_F(KeyboardTest, SpaceSelectsAsTheMouseDoes)
     EXPECT_EQ(selectedPositions(), (std::vector<int>{2, 4}));
     key(SpaceKey);
     EXPECT_EQ(selectedPositions(), std::vector<int>{3});
-    EXPECT_EQ(linesOf("Alps"), names(9));
-}
-
-TEST_F(KeyboardTest, CtrlASelectsAllAndNothingInAnEmptyGroup)
-{
-    openGroup(20);
     key(AKey, CtrlKey);
-    EXPECT_EQ(group().SelectedCount, 20);
-    EXPECT_EQ(selectedPositions().size(), 20U);
+    EXPECT_EQ(group().SelectedCount, 9);
+    EXPECT_EQ(selectedPositions().size(), 9U);
+    robot.whenMenuOpens([&] { robot.dismissMenu(); });
+    key(MenuKey);
+    EXPECT_EQ(group().SelectedCount, 10) << "the menu's press adds the one with the focus";
+    EXPECT_EQ(linesOf("Alps"), names(9));
+
     putGroup("Alps", {});
     pressRowNamed("Alps");
     select({});
-    const std::vector<std::string> log = logLines();
     key(AKey, CtrlKey);
-    EXPECT_EQ(selectedPositions(), std::vector<int>{});
-    EXPECT_EQ(logLines(), log);
+    EXPECT_EQ(selectedPositions(), std::vector<int>{}) << "nothing in an empty group";
+}
+
+TEST_F(KeyboardTest, CtrlShiftWithAnArrowMovesTheSelectedAsADragDoes)
+{
+    struct Case {
+        const char* what;
+        std::vector<int> selected;
+        std::vector<int> keys;
+        std::vector<int> order; // of the first six
+        std::vector<int> after;
+        int focus;
+    };
+    const std::vector<Case> cases{
+        {"to the front", {3}, {LeftKey}, {1, 3, 2, 4, 5, 6}, {2}, 2},
+        {"to the back, and on", {1}, {RightKey, RightKey}, {2, 3, 1, 4, 5, 6}, {3}, 3},
+        {"two, one row down", {1, 2}, {DownKey}, {3, 4, 5, 6, 1, 2}, {5, 6}, 6},
+        {"two, one row up", {5, 6}, {UpKey}, {5, 6, 1, 2, 3, 4}, {1, 2}, 1},
+        {"down into a short row", {3}, {DownKey}, {1, 2, 4, 5, 6, 3}, {6}, 6},
+        {"apart, together before the next", {2, 4}, {RightKey}, {1, 3, 5, 2, 4, 6}, {4, 5}, 5},
+        {"apart, together before the one in front", {2, 4}, {LeftKey}, {2, 4, 1, 3, 5, 6}, {1, 2}, 1},
+        {"not beyond the front", {1, 3}, {LeftKey}, {1, 2, 3, 4, 5, 6}, {1, 3}, 1},
+        {"not beyond the back", {6}, {RightKey}, {1, 2, 3, 4, 5, 6}, {6}, 1},
+        {"none", {}, {RightKey}, {1, 2, 3, 4, 5, 6}, {}, 1},
+    };
+    openGroup(6);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        putGroup("Alps", names(6));
+        pressRowNamed("Alps");
+        select(c.selected);
+        key(HomeKey);
+        for (const int arrow : c.keys)
+            key(arrow, ShiftKey | CtrlKey);
+        std::vector<std::string> expected;
+        for (const int number : c.order)
+            expected.push_back("p" + std::to_string(number) + ".jpg");
+        EXPECT_EQ(linesOf("Alps"), expected);
+        EXPECT_EQ(cells(), expected);
+        EXPECT_EQ(selectedPositions(), c.after);
+        EXPECT_EQ(group().SelectedCount, static_cast<int>(c.after.size()));
+        EXPECT_EQ(focus(), c.focus);
+        if (expected != names(6)) {
+            EXPECT_EQ(main().lbInfo(6).Caption(), expected.at(static_cast<std::size_t>(c.focus) - 1));
+        }
+    }
+
+    putGroup("Alps", names(18));
+    pressRowNamed("Alps");
+    select({16});
+    key(RightKey, ShiftKey | CtrlKey);
+    EXPECT_EQ(focus(), 17);
+    EXPECT_EQ(selectedPositions(), std::vector<int>{17});
+    EXPECT_EQ(main().lbStatusPage.Caption(), "Page 2 of 2");
+
+    bool refused = false;
+    desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+        if (operation == FileOperation::Open && path.ends_with("Alps.lst") && !std::exchange(refused, true))
+            throw Failure(FailureKind::PathFileAccess);
+    });
+    key(LeftKey, ShiftKey | CtrlKey);
+    EXPECT_TRUE(refused);
+    EXPECT_EQ(selectedPositions(), std::vector<int>{}) << "no other photograph than those that were";
 }
 
 TEST_F(KeyboardTest, EnterOpensAndEscapeGoesBackToThePage)
@@ -180,28 +243,6 @@ TEST_F(KeyboardTest, DeleteAndRenameFollowTheRulesOfTheirEntries)
     EXPECT_EQ(linesOf("  All Photos  "), names(4));
 }
 
-TEST_F(KeyboardTest, TheMenuKeyOpensTheMenuOfWhatHasTheFocus)
-{
-    openGroup(4);
-    int opened = 0;
-    keys({HomeKey, RightKey});
-    robot.whenMenuOpens([&] {
-        ++opened;
-        EXPECT_EQ(selectedPositions(), std::vector<int>{2});
-        robot.dismissMenu();
-    });
-    select({});
-    key(MenuKey);
-    main().pctAlbumList(1).SetFocus();
-    robot.whenMenuOpens([&] {
-        ++opened;
-        robot.dismissMenu();
-    });
-    key(MenuKey);
-    EXPECT_EQ(opened, 2);
-    EXPECT_EQ(main().groupList().SelectedGroupName, "Alps");
-}
-
 TEST_F(KeyboardTest, ArrowsMoveAmongTheRowsAndScrollThem)
 {
     for (int i = 1; i <= 8; ++i)
@@ -240,10 +281,12 @@ TEST_F(KeyboardTest, NoKeyActsWhileATextIsEdited)
     main().infoBox().cmdEditPhotoInfo_Click();
 }
 
-TEST_F(KeyboardTest, TabGoesFromTheGroupsToTheThumbnailsToTheButtons)
+TEST_F(KeyboardTest, TabGoesFromTheGroupOnShowToTheThumbnailsToTheButtons)
 {
     openGroup(3);
-    main().pctAlbumList(0).SetFocus();
+    EXPECT_TRUE(main().pctAlbumList(0).hasFocus());
+    key(EnterKey);
+    EXPECT_EQ(group().CurrentGroupName, "  All Photos  ");
     std::vector<std::string> way;
     for (int i = 0; i < 40 && !main().pctNext.hasFocus(); ++i) {
         robot.tab(main());

@@ -157,21 +157,6 @@ public:
         main().txtTitle.Text = "New";
         robot.click(main().cmdEditPhotoInfo);
     }
-    void deleteAlps()
-    {
-        prompts.expectQuestion("Are you sure you want to delete this group -> Alps", Answer::Yes);
-        robot.choose(main().mnuFileRemove);
-    }
-    void renameAlps()
-    {
-        prompts.expectInput("Rename \"Alps\" group to ...", "Jura");
-        robot.choose(main().mnuFileRenameGroup);
-    }
-    void create()
-    {
-        prompts.expectInput("Enter name for new group.", "Jura");
-        robot.choose(main().mnuFileCreate);
-    }
     void removeSecond()
     {
         select({2});
@@ -232,19 +217,11 @@ TEST(KilledTest, AtAnyWriteOnlyWhatTheOrderOfTheStepsImpliesIsLost)
                 "KEYWORDS=|ImageWidth=0|ImageHeight=0| "}},
         {"reorder", [](KilledLibrary& library) { library.dragFirstToTheEnd(); },
             {"", "Photo_SlideGroups/Alps.lst= ", "Photo_SlideGroups/Alps.lst=p2.jpg|p3.jpg|p1.jpg| "}},
-        {"copy", [](KilledLibrary& library) { library.throughGroupsDialog(library.main().mnuEditAdd); }, {"", copied}},
         // Between the deletion and the renaming the rest of the list stands in the scratch file alone.
         {"move", [](KilledLibrary& library) { library.throughGroupsDialog(library.main().mnuEditMove); },
             {"", copied, copied + "+Photo_SlideGroups/temp.group= ", copied + "+Photo_SlideGroups/temp.group=p3.jpg| ",
                 "-Photo_SlideGroups/Alps.lst " + copied + "+Photo_SlideGroups/temp.group=p3.jpg| ",
                 "Photo_SlideGroups/Alps.lst=p3.jpg| " + copied}},
-        {"create", [](KilledLibrary& library) { library.create(); }, {"", "+Photo_SlideGroups/Jura.lst= "}},
-        {"rename", [](KilledLibrary& library) { library.renameAlps(); },
-            {"", "-Photo_SlideGroups/Alps.lst +Photo_SlideGroups/Jura.lst=p1.jpg|p2.jpg|p3.jpg| ",
-                "-Photo_Midi/Alps.mid +Photo_Midi/Jura.mid -Photo_SlideGroups/Alps.lst "
-                "+Photo_SlideGroups/Jura.lst=p1.jpg|p2.jpg|p3.jpg| "}},
-        {"delete group", [](KilledLibrary& library) { library.deleteAlps(); },
-            {"", "-Photo_SlideGroups/Alps.lst ", "-Photo_Midi/Alps.mid -Photo_SlideGroups/Alps.lst "}},
         // As soon as the photograph is gone the next start finishes the rest, but for thumbnail and clip.
         {"removal", [](KilledLibrary& library) { library.removeSecond(); },
             {"", photoAside, infoAside, clipAside + infoAside, clipAside + infoGone + photoGone,

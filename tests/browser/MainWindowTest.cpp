@@ -4,7 +4,8 @@
 #include "browser/MainMenus.h"
 #include "browser/ThumbnailPages.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Screen.h"
+
+#include <map>
 
 namespace trovarium {
 
@@ -18,6 +19,8 @@ TEST_F(MainWindowTest, EntriesAreEnabledByTheGroupOfTheCurrentRow)
 {
     putGroup("  All Photos  ", {});
     putGroup("Alps", {});
+    for (int i = 1; i <= 8; ++i)
+        putGroup("h" + std::to_string(i), {});
     open();
     for (const int row : {0, 1, 0}) {
         SCOPED_TRACE(row);
@@ -31,6 +34,32 @@ TEST_F(MainWindowTest, EntriesAreEnabledByTheGroupOfTheCurrentRow)
         EXPECT_TRUE(main().mnuEditRemoveFromAlbum.Enabled());
         EXPECT_FALSE(main().mnuEditSort.Enabled());
     }
+    robot.click(main().pctArrows(2));
+    main().mnuFile.Click.raise();
+    EXPECT_TRUE(main().mnuFileRemove.Enabled()) << "by the name that the row shows";
+}
+
+TEST_F(MainWindowTest, StatusTextsOfTheLargestGroupStandWholeInsideTheirPanels)
+{
+    open();
+    const std::map<Label*, std::string> texts{{&main().lbZoom, "Zoom  32767/"},
+        {&main().lbStatusSelected, "Selected 3276"}, {&main().lbStatusPage, "Page 2048 of 204"},
+        {&main().lbStatusCount, "Photo 32767 of 3276"}};
+    for (const auto& [label, text] : texts) {
+        for (const int scale : {1, 2}) {
+            label->Caption = text + "6";
+            const Shot first = robot.shot(main(), scale);
+            label->Caption = text + "8";
+            EXPECT_FALSE(robot.shot(main(), scale) == first) << "the last digit of " << text << " isn't there";
+        }
+    }
+    constexpr Color Red{255, 0, 0};
+    main().lbStatusCount.BackColor = Red;
+    const Shot shot = robot.shot(main());
+    const int left = (10200 + 30 + 30) / 15; // the panel, its border, the label
+    EXPECT_NE(shot.at(left - 1, 554), Red);
+    EXPECT_EQ(shot.at(left, 554), Red);
+    EXPECT_EQ(main().Picture4(3).ScaleWidth(), main().cmdPlayAudioClip(1).Left() + main().cmdPlayAudioClip(1).Width());
 }
 
 TEST_F(MainWindowTest, EntriesWithoutADialogStandDisabled)
@@ -56,17 +85,6 @@ TEST_F(MainWindowTest, TheWelcomeComesOnceInTheLifeOfAnInstallation)
     open();
     main().Form_Activate();
     EXPECT_EQ(firstTimeShown, 1);
-}
-
-TEST_F(MainWindowTest, ItOpensInTheMiddleOfTheScreen)
-{
-    open();
-    EXPECT_NEAR(main().Left() * 2 + main().Width(), desktop.Screen().Width(), 60);
-    EXPECT_NEAR(main().Top() * 2 + main().Height(), desktop.Screen().Height(), 900); // a window's frame is not known
-    EXPECT_EQ(main().ScaleWidth(), 800);
-    EXPECT_EQ(main().ScaleHeight(), 572);
-    EXPECT_EQ(main().framInfo.Top(), 469 - 15) << "a strip of the box shows";
-    EXPECT_EQ(main().picVideoWindow.Left(), 545 + 20);
 }
 
 TEST_F(MainWindowTest, ARightPressOnTheBareFormShowsTheHelpMenu)

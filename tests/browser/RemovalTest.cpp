@@ -130,20 +130,4 @@ TEST_F(RemovalTest, AFullDiskStopsNoStep)
     EXPECT_EQ(main().MousePointer(), DefaultPointer);
 }
 
-TEST_F(RemovalTest, AFullDiskWhileTheGroupsAreRewrittenKeepsThem)
-{
-    openThreeGroups();
-    select({1});
-    desktop.files().setFaultHook([](FileOperation operation, std::string_view path) {
-        if (operation == FileOperation::Print && path.ends_with(".lst"))
-            throw Failure(FailureKind::DiskFull);
-    });
-    const auto lists = test.files().list(test.paths().SlideGroupPath + "*.*");
-    expectQuestion(Answer::Yes);
-    robot.choose(main().mnuEditRemoveFromAlbum);
-    EXPECT_EQ(test.files().list(test.paths().SlideGroupPath + "*.*"), lists);
-    EXPECT_EQ(linesOf("Bath"), (std::vector<std::string>{"p4.jpg", "p5.jpg"}));
-    EXPECT_EQ(linesOf("Alps"), (std::vector<std::string>{"p2.jpg", "p3.jpg", "p2.jpg"}));
-}
-
 } // namespace trovarium

@@ -6,9 +6,11 @@
 #include "browser/ThumbnailPages.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
 
 #include <algorithm>
 #include <random>
+#include <utility>
 
 namespace trovarium {
 
@@ -42,6 +44,11 @@ protected:
         return 16 + 112.0F * static_cast<float>(row) + 50;
     }
 
+    bool marksShow()
+    {
+        EXPECT_EQ(main().shpDropPosition.Visible(), main().shpThumbnailSelect(16).Visible());
+        return main().shpDropPosition.Visible();
+    }
     std::string order(const std::string& name)
     {
         std::string text;
@@ -72,14 +79,6 @@ TEST_F(ThumbnailDragTest, ADropMovesTheSelectionAsOneBlock)
     EXPECT_EQ(logLines(), std::vector<std::string>{});
 }
 
-TEST_F(ThumbnailDragTest, ACtrlPressOnASelectedOneMovesTheOthers)
-{
-    openGroup(5);
-    select({1, 2});
-    drag(0, rightOf(4), CtrlKey);
-    EXPECT_EQ(order("Alps"), "1 3 4 5 2 ");
-}
-
 TEST_F(ThumbnailDragTest, MoreThanTwoHundredTwipsStartADrag)
 {
     openGroup(3);
@@ -94,14 +93,11 @@ TEST_F(ThumbnailDragTest, MoreThanTwoHundredTwipsStartADrag)
         main().selection().imgThumbnail_MouseDown(0, LeftButton, NoKeys, 700, 750);
         drag.imgThumbnail_MouseMove(0, LeftButton, NoKeys, c.x, c.y);
         EXPECT_EQ(drag.ThumbnailDragging, c.dragging);
-        EXPECT_EQ(main().shpThumbnailSelect(16).Visible(), c.dragging);
-        EXPECT_EQ(main().shpDropPosition.Visible(), c.dragging);
+        EXPECT_EQ(marksShow(), c.dragging);
         drag.imgThumbnail_MouseUp(0);
         EXPECT_FALSE(drag.ThumbnailDragging);
-        EXPECT_FALSE(main().shpThumbnailSelect(16).Visible());
+        EXPECT_FALSE(marksShow());
     }
-    drag.imgThumbnail_MouseMove(0, NoKeys, NoKeys, 5000, 5000);
-    EXPECT_FALSE(drag.ThumbnailDragging) << "no button is down";
     EXPECT_EQ(main().imgThumbnail(0).ToolTipText(),
         "Double-click to view. Right-click for menu. Drag-n-drop to rearrange.  [Media File: p1.jpg]");
 }
@@ -154,60 +150,101 @@ TEST_F(ThumbnailDragTest, EachMovePastTheEdgeTurnsOnePage)
     EXPECT_EQ(main().lbStatusPage.Caption(), "Page 2 of 3");
 }
 
-TEST_F(ThumbnailDragTest, AGroupOfSixteenTurnsNoPage)
+TEST_F(ThumbnailDragTest, AReleaseWhileThePageTurnsLeavesNoMarks)
 {
-    openGroup(16);
-    drag(0, {60, 500});
-    EXPECT_EQ(main().lbStatusPage.Caption(), "Page 1 of 1");
-    EXPECT_EQ(linesOf("Alps").at(14), "p1.jpg") << "in front of the last";
-}
-
-TEST_F(ThumbnailDragTest, ADropOnARowCopiesThere)
-{
-    openGroup(4);
-    select({1});
-    robot.press(main().imgThumbnail(2), LeftButton, CtrlKey);
-    robot.moveTo(main().pctAlbumList(2));
-    EXPECT_EQ(main().imgThumbnail(2).MousePointer(), OwnPointer);
-    EXPECT_FALSE(main().shpDropPosition.Visible());
-    robot.release();
-    EXPECT_EQ(linesOf("Rome"), (std::vector<std::string>{"old.jpg", "p1.jpg", "p3.jpg"}));
-    EXPECT_EQ(linesOf("Alps"), names(4)) << "they stay in their group";
-    EXPECT_EQ(selectedPositions(), (std::vector<int>{1, 3}));
-    EXPECT_EQ(main().imgThumbnail(2).MousePointer(), DefaultPointer);
-    EXPECT_EQ(main().MousePointer(), DefaultPointer);
-}
-
-TEST_F(ThumbnailDragTest, ADropBetweenTheRowsDoesNothing)
-{
-    openGroup(4);
+    openGroup(40);
+    bool turned = false;
+    desktop.files().setFaultHook([&](FileOperation /*operation*/, std::string_view path) {
+        if (!path.ends_with("p20.jpg") || std::exchange(turned, true))
+            return;
+        robot.atNextTurn([&] { robot.release(); });
+        main().lbCount.Left = main().lbCount.Left() + 1; // what moved has the next turn look at everything
+    });
     robot.press(main().imgThumbnail(2));
-    // Rows end 31 pixels below their top, and all four edges are outside.
-    robot.moveTo(main(), At{20, 80 + 31});
-    EXPECT_EQ(main().imgThumbnail(2).MousePointer(), NoDropPointer);
-    EXPECT_EQ(main().thumbnailDrag().DropTarget, ThumbnailDrag::NoTarget);
-    robot.release();
-    EXPECT_EQ(linesOf("Alps"), names(4));
-    EXPECT_EQ(linesOf("Rome"), std::vector<std::string>{"old.jpg"});
+    robot.moveTo(main().pctWindow, At{60, 470});
+    EXPECT_TRUE(turned);
+    EXPECT_FALSE(marksShow());
 }
 
-TEST_F(ThumbnailDragTest, ADropOnTheRowOfTheGroupOnShowAddsASecondTime)
+TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnceAndStaysOneUntilItsEnd)
 {
-    openGroup(2);
-    robot.press(main().imgThumbnail(0));
-    robot.moveTo(main().pctAlbumList(1));
-    robot.release();
-    EXPECT_EQ(linesOf("Alps"), (std::vector<std::string>{"p1.jpg", "p2.jpg", "p1.jpg"}));
-    EXPECT_EQ(cells().size(), 2U) << "not shown until the group is loaded again";
+    // Rows are 31 pixels high, 32 apart, and their edges outside.
+    const auto row = [](int number) { return At{100, 90 + 32 * static_cast<float>(number)}; };
+    const At frame{400, 200};
+    const At between{20, 80 + 31};
+    const At start{204 + 24 + 2 * 128 + 52, 40 + 66}; // within 200 twips of the press
+    struct Case {
+        const char* what;
+        std::vector<At> way;
+        int target;
+        int pointer;
+        const char* list;
+        std::vector<std::string> lines;
+    };
+    const std::vector<Case> cases{
+        {"a row", {frame, row(2)}, 2, OwnPointer, "Rome", {"old.jpg", "p1.jpg", "p3.jpg"}},
+        {"the row of the group on show", {frame, row(1)}, 1, OwnPointer, "Alps",
+            {"p1.jpg", "p2.jpg", "p3.jpg", "p4.jpg", "p1.jpg", "p3.jpg"}},
+        {"a hidden row, by the name that it had last", {frame, row(6)}, 6, OwnPointer, "Label3", {"p1.jpg", "p3.jpg"}},
+        {"off a row again", {frame, row(2), between}, ThumbnailDrag::NoTarget, NoDropPointer, "Rome", {"old.jpg"}},
+        {"back near its start", {frame, row(2), start}, ThumbnailDrag::ReorderTarget, DefaultPointer, "Alps",
+            {"p2.jpg", "p1.jpg", "p3.jpg", "p4.jpg"}},
+    };
+    openGroup(4);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        putGroup("Rome", {"old.jpg"});
+        putGroup("Alps", names(4));
+        pressRowNamed("Alps");
+        select({1});
+        robot.press(main().imgThumbnail(2), LeftButton, CtrlKey);
+        for (const At& place : c.way)
+            robot.moveTo(main(), place);
+        EXPECT_EQ(main().thumbnailDrag().DropTarget, c.target);
+        EXPECT_EQ(main().imgThumbnail(2).MousePointer(), c.pointer);
+        EXPECT_EQ(marksShow(), c.target == ThumbnailDrag::ReorderTarget);
+        robot.release();
+        EXPECT_EQ(main().imgThumbnail(2).MousePointer(), DefaultPointer);
+        EXPECT_EQ(main().MousePointer(), DefaultPointer);
+        EXPECT_FALSE(marksShow());
+        EXPECT_EQ(cells().size(), 4U) << "not shown until the group is loaded again";
+        const bool moved = c.target == ThumbnailDrag::ReorderTarget;
+        EXPECT_EQ(selectedPositions(), moved ? std::vector<int>{} : (std::vector<int>{1, 3}));
+        EXPECT_EQ(framedCells().size(), moved ? 0U : 2U);
+        EXPECT_EQ(main().lbStatusSelected.Caption(), moved ? "Selected 0" : "Selected 2");
+        robot.click(main().imgThumbnail(3), MiddleButton);
+        EXPECT_EQ(linesOf(c.list), c.lines);
+    }
 }
 
-TEST_F(ThumbnailDragTest, ADropOnAHiddenRowUsesTheNameThatItHadLast)
+TEST_F(ThumbnailDragTest, ADragThatAMenuOrADialogBreaksOffDropsNothing)
 {
-    openGroup(2);
-    robot.press(main().imgThumbnail(0));
-    robot.moveTo(main(), At{100, 80 + 32 * 6 + 10});
-    robot.release();
-    EXPECT_EQ(linesOf("Label3"), std::vector<std::string>{"p1.jpg"});
+    openGroup(4);
+    const auto before = test.allFiles();
+    for (const bool menu : {true, false}) {
+        for (const At& place : {At{100, 90 + 32 * 2}, At{400, 200}}) {
+            SCOPED_TRACE(testing::Message() << (menu ? "menu" : "dialog") << " at " << place.x);
+            robot.press(main().imgThumbnail(2));
+            robot.moveTo(main(), place);
+            if (menu) {
+                robot.whenMenuOpens([&] {
+                    EXPECT_FALSE(marksShow());
+                    robot.dismissMenu();
+                });
+                robot.press(main().imgThumbnail(2), RightButton);
+            } else {
+                prompts.expectInput("Rename \"Alps\" group to ...", "");
+                robot.key(main(), F2Key);
+            }
+            robot.release(); // goes to the one or the other
+            robot.moveTo(main().imgThumbnail(0));
+            EXPECT_FALSE(main().thumbnailDrag().ThumbnailDragging);
+            EXPECT_FALSE(marksShow());
+            EXPECT_EQ(main().imgThumbnail(2).MousePointer(), DefaultPointer);
+            robot.click(main().imgThumbnail(3), MiddleButton);
+        }
+    }
+    EXPECT_EQ(test.allFiles(), before);
 }
 
 TEST_F(ThumbnailDragTest, AfterAScrollTheRowAndNotTheGroupOnShowIsWritten)
@@ -261,7 +298,7 @@ TEST_F(ThumbnailDragTest, AMoveFarAboveIsLoggedAndTheNextOneWorks)
         std::vector<std::string>{
             "An error has occurred in 'imgThumbnail_MouseMove'. Error = Control array element does not exist"});
     main().thumbnailDrag().imgThumbnail_MouseMove(0, LeftButton, NoKeys, 1500, 700);
-    EXPECT_TRUE(main().shpDropPosition.Visible());
+    EXPECT_TRUE(marksShow());
     main().thumbnailDrag().imgThumbnail_MouseUp(0);
 }
 
