@@ -16,14 +16,6 @@ constexpr const char* AskRemoval = "Are you sure you want to remove the photogra
 
 class GroupCommandsTest : public MainWindow {
 protected:
-    void openGroup(int photos)
-    {
-        putGroup("  All Photos  ", names(photos));
-        putGroup("Alps", names(photos));
-        putGroup("Rome", {"old.jpg"});
-        open();
-        pressRowNamed("Alps");
-    }
     bool isThere(const std::string& name) { return test.isThere(test.paths().SlideGroupPath + name + ".lst"); }
     std::string music(const std::string& name) { return test.paths().MidiPath + name + ".mid"; }
 };
@@ -171,9 +163,7 @@ TEST_F(GroupCommandsTest, WhatTheDiskRefusesIsLoggedUnderOneNameAndARenameNotAtA
 
 TEST_F(GroupCommandsTest, InAScrolledListTheEntryOfTheRowNumberIsReplaced)
 {
-    for (int i = 1; i <= 8; ++i)
-        putGroup("h" + std::to_string(i), {});
-    openGroup(1);
+    openGroup(1, 8);
     robot.click(main().pctArrows(2));
     prompts.expectInput("Rename \"Alps\" group to ...", "Winter");
     main().groupCommands().RenameAlbumGroup();

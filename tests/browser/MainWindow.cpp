@@ -78,6 +78,18 @@ std::vector<std::string> MainWindow::linesOf(const std::string& group)
     return lines;
 }
 
+void MainWindow::openGroup(int photos, int more)
+{
+    putPhotos(names(photos));
+    putGroup("  All Photos  ", names(photos));
+    putGroup("Alps", names(photos));
+    putGroup("Rome", {"old.jpg"});
+    for (int i = 1; i <= more; ++i)
+        putGroup("h" + std::to_string(i), {});
+    open();
+    pressRowNamed("Alps");
+}
+
 void MainWindow::open()
 {
     main().show();

@@ -28,6 +28,8 @@ protected:
     // Information file and thumbnail of each name.
     void putPhotos(const std::vector<std::string>& lines);
     std::vector<std::string> linesOf(const std::string& group);
+    // The window with the group "Alps" of so many photographs on show, "Rome" of one, and more, empty: "h1", "h2".
+    void openGroup(int photos, int more = 0);
 
     void open();
     frmMain& main() { return m_main(); }

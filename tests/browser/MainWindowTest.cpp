@@ -17,11 +17,7 @@ using MainWindowTest = MainWindow;
 
 TEST_F(MainWindowTest, EntriesAreEnabledByTheGroupOfTheCurrentRow)
 {
-    putGroup("  All Photos  ", {});
-    putGroup("Alps", {});
-    for (int i = 1; i <= 8; ++i)
-        putGroup("h" + std::to_string(i), {});
-    open();
+    openGroup(0, 8);
     for (const int row : {0, 1, 0}) {
         SCOPED_TRACE(row);
         pressRow(row);
@@ -103,10 +99,7 @@ TEST_F(MainWindowTest, ARightPressOnTheBareFormShowsTheHelpMenu)
 
 TEST_F(MainWindowTest, ALabelActsForTheButtonBeneathIt)
 {
-    putPhotos(names(3));
-    putGroup("  All Photos  ", names(3));
-    open();
-    robot.click(main().imgThumbnail(0));
+    openGroup(3);
     robot.click(main().lbButtonText(0));
     EXPECT_EQ(main().lbStatusCount.Caption(), "Photo 1 of 3");
     EXPECT_TRUE(main().imgbox.Visible());

@@ -10,17 +10,7 @@ namespace {
 
 constexpr int Both = ShiftKey | CtrlKey;
 
-class SelectionTest : public MainWindow {
-protected:
-    void openGroup(int photos)
-    {
-        putGroup("  All Photos  ", {});
-        putPhotos(names(photos));
-        putGroup("Alps", names(photos));
-        open();
-        pressRowNamed("Alps");
-    }
-};
+using SelectionTest = MainWindow;
 
 } // namespace
 
@@ -60,7 +50,10 @@ TEST_F(SelectionTest, PressesSelectAsInAFileList)
         EXPECT_EQ(selectedPositions(), c.positions);
         EXPECT_EQ(group().SelectedCount, c.count);
         EXPECT_EQ(main().lbStatusSelected.Caption(), "Selected " + std::to_string(c.count));
-        EXPECT_EQ(view().CurrentIndex, c.presses.back().cell + 1);
+        const std::string last = std::to_string(c.presses.back().cell + 1);
+        EXPECT_EQ(main().lbCount.Caption(), "Group [Alps] Viewing " + last + " of 9");
+        EXPECT_EQ(main().lbTitle.Caption(), "p" + last + ".jpg");
+        EXPECT_EQ(main().lbInfo(6).Caption(), "p" + last + ".jpg");
     }
     EXPECT_EQ(logLines(), std::vector<std::string>{});
 }
@@ -77,20 +70,9 @@ TEST_F(SelectionTest, FramesShowOnThePageThatHoldsThePositions)
     EXPECT_EQ(main().lbStatusSelected.Caption(), "Selected 4");
 }
 
-TEST_F(SelectionTest, APressShowsWhatIsKnownOfThePhotograph)
-{
-    openGroup(3);
-    robot.click(main().imgThumbnail(1));
-    EXPECT_EQ(main().lbTitle.Caption(), "p2.jpg");
-    EXPECT_EQ(main().lbInfo(6).Caption(), "p2.jpg");
-    EXPECT_EQ(main().lbCount.Caption(), "Group [Alps] Viewing 2 of 3");
-}
-
 TEST_F(SelectionTest, ARightPressJoinsTheSelectionAndOpensTheMenu)
 {
-    for (int i = 1; i <= 8; ++i)
-        putGroup("h" + std::to_string(i), {});
-    openGroup(6);
+    openGroup(6, 8);
     robot.click(main().pctArrows(2)); // so that row 0 isn't that of all photographs
     select({2, 5});
     for (const int row : {1, 0}) {

@@ -18,16 +18,6 @@ namespace {
 
 class ThumbnailDragTest : public MainWindow {
 protected:
-    void openGroup(int photos)
-    {
-        putGroup("  All Photos  ", {});
-        putPhotos(names(photos));
-        putGroup("Alps", names(photos));
-        putGroup("Rome", {"old.jpg"});
-        open();
-        pressRowNamed("Alps");
-    }
-
     // From the middle of a cell to a place of the frame, by the mouse.
     void drag(int cell, At inFrame, int shift = NoKeys)
     {
@@ -249,9 +239,7 @@ TEST_F(ThumbnailDragTest, ADragThatAMenuOrADialogBreaksOffDropsNothing)
 
 TEST_F(ThumbnailDragTest, AfterAScrollTheRowAndNotTheGroupOnShowIsWritten)
 {
-    for (int i = 1; i <= 8; ++i)
-        putGroup("h" + std::to_string(i), {});
-    openGroup(3);
+    openGroup(3, 8);
     robot.click(main().pctArrows(2));
     ASSERT_EQ(main().lbAlbumList(1).Caption(), "h1");
     drag(2, leftOf(0));

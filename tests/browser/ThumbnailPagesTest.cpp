@@ -54,9 +54,7 @@ TEST_F(ThumbnailPagesTest, PagesBarAndTextsFollowTheSizeOfTheGroup)
 
 TEST_F(ThumbnailPagesTest, AShrunkGroupFallsBackToItsLastPage)
 {
-    putGroup("Alps", names(60));
-    open();
-    pressRowNamed("Alps");
+    openGroup(60);
     main().VScroll1.Value = 4;
     putGroup("Alps", names(33));
     pressRowNamed("Alps");
@@ -94,12 +92,8 @@ TEST_F(ThumbnailPagesTest, ACellWithoutAThumbnailHasItsNameAndNoPicture)
 
 TEST_F(ThumbnailPagesTest, AListThatCantBeReadLeavesTheOldGroupOnShow)
 {
-    putGroup("Alps", names(20));
-    putGroup("Rome", names(2, "rome"));
-    putGroup("  All Photos  ", {});
     test.put(test.paths().SlideGroupPath + "a.b.lst", "x.jpg\r\n"); // its name is cut at the first dot
-    open();
-    pressRowNamed("Alps");
+    openGroup(20);
     desktop.files().setFaultHook([](FileOperation operation, std::string_view path) {
         if (operation == FileOperation::Open && path.ends_with("Rome.lst"))
             throw Failure(FailureKind::PathFileAccess);
@@ -117,9 +111,7 @@ TEST_F(ThumbnailPagesTest, AListThatCantBeReadLeavesTheOldGroupOnShow)
 
 TEST_F(ThumbnailPagesTest, ShowingTheBoxesShowsAllSixteenAndIsTheThumbnailView)
 {
-    putGroup("Alps", names(3));
-    open();
-    pressRowNamed("Alps");
+    openGroup(3);
     view().ViewMode = ViewPhoto;
     EXPECT_TRUE(main().pages().ShowThumbnailBoxes(false));
     EXPECT_TRUE(cells().empty());
@@ -133,10 +125,7 @@ TEST_F(ThumbnailPagesTest, ShowingTheBoxesShowsAllSixteenAndIsTheThumbnailView)
 
 TEST_F(ThumbnailPagesTest, APageTakesTheFrameBackFromAPhotograph)
 {
-    putPhotos(names(2));
-    putGroup("Alps", names(2));
-    open();
-    pressRowNamed("Alps");
+    openGroup(2);
     select({1, 2});
     robot.doubleClick(main().imgThumbnail(1));
     EXPECT_EQ(selectedPositions(), std::vector<int>{});
