@@ -1,7 +1,8 @@
 """A screen that nobody sees, and the program on it: Xvfb with openbox, driven by xdotool.
 
 Every wait is for a condition, with a deadline; what a deadline misses is an AssertionError that says
-what was waited for.
+what was waited for. A key or a press may be lost while the desktop is busy, so it is repeated until it
+worked, and never before it was seen that it hadn't.
 """
 
 from __future__ import annotations
@@ -17,6 +18,7 @@ from typing import Callable, NamedTuple, TypeVar
 Found = TypeVar("Found")
 
 DEADLINE = 60.0  # seconds; far above what a slow machine needs
+PATIENCE = 8.0  # seconds after which an act that nothing came of counts as lost, and not as slow
 TITLE = "Trovarium"
 CLIENT_WIDTH = 800  # pixels of the main window, below its menu bar
 CLIENT_HEIGHT = 572
@@ -56,15 +58,23 @@ class Pixels:
         return len({self.data[start : start + 3] for start in range(0, len(self.data), 3 * 7)})
 
 
-def until(what: str, condition: Callable[[], Found], deadline: float = DEADLINE) -> Found:
-    """Asks until the answer is true, and gives it."""
+def until(
+    what: str,
+    condition: Callable[[], Found],
+    act: Callable[[], object] = lambda: None,
+    deadline: float = DEADLINE,
+) -> Found:
+    """Acts, asks until the answer is true, and gives it; acts again whenever nothing came of it."""
     end = time.monotonic() + deadline
-    while True:
-        answer = condition()
-        if answer:
-            return answer
+    act()
+    lost = time.monotonic() + PATIENCE
+    while not (answer := condition()):
         assert time.monotonic() < end, f"waited {deadline:.0f} s in vain for {what}"
+        if time.monotonic() > lost:
+            act()
+            lost = time.monotonic() + PATIENCE
         time.sleep(0.02)
+    return answer
 
 
 def _unwind(number: int, frame: object) -> None:
@@ -166,15 +176,13 @@ class VirtualDesktop:
             figure("Height"),
         )
 
-    def popups(self) -> list[str]:
-        """Open menus: windows that the window manager has nothing to do with."""
+    def has_menu(self) -> bool:
+        """Whether a menu is open: a window without the window manager's frame that is no tool tip."""
         children = self.ask("xwininfo", "-root", "-children").decode("utf-8", "replace")
-        found = re.findall(r"^\s+(0x[0-9a-f]+) .* (\d+)x(\d+)\+", children, re.MULTILINE)
-        return [number for number, width, height in found if int(width) * int(height) > 2000 and self._pops_up(number)]
-
-    def _pops_up(self, number: str) -> bool:
-        text = self.ask("xwininfo", "-id", number).decode("utf-8", "replace")
-        return "IsViewable" in text and "Override Redirect State: yes" in text
+        return any(
+            self._window(number) and b"_TOOLTIP" not in self.ask("xprop", "-id", number, "_NET_WM_WINDOW_TYPE")
+            for number in re.findall(r'(0x[0-9a-f]+) .*\("trovarium"', children)
+        )
 
     def main_window(self) -> Window | None:
         return next((window for window in self.windows() if window.is_main), None)
@@ -191,38 +199,37 @@ class VirtualDesktop:
         return bool(active) and int(active.group(0), 16) == int(window.id, 16)
 
     def activate(self, window: Window) -> None:
-        self.act("windowactivate", window.id)
-        until(f"{window.name} to take the keys", lambda: self.is_active(window))
+        def ask() -> None:
+            self.act("windowactivate", window.id)
+
+        until(f"{window.name} to take the keys", lambda: self.is_active(window), ask)
+
+    def type(self, window: Window, *keys: str) -> None:
+        self.activate(window)
+        self.act("key", "--clearmodifiers", *keys)
+
+    def choose(self, window: Window, menu: str, entry: str) -> None:
+        """By the access keys of the menu bar and of the menu."""
+        until("the menu", self.has_menu, lambda: self.type(window, "alt+" + menu))
+        until("the menu to go", lambda: not self.has_menu(), lambda: self.act("key", entry))
+
+    def dismiss(self, window: Window, *keys: str) -> None:
+        """Types into a window, and all of it again until the window has gone."""
+
+        def gone() -> bool:
+            return all(other.id != window.id for other in self.windows())
+
+        until(f"{window.name} to go", gone, lambda: self.type(window, *keys))
 
     def close(self, window: Window) -> None:
         """As with the window's close box: the window manager asks the program for it."""
-        self.activate(window)
-        self.act("key", "--clearmodifiers", "alt+F4")
-        until(f"{window.name} to close", lambda: all(other.id != window.id for other in self.windows()))
+        self.dismiss(window, "alt+F4")
 
     # ---- mouse and pixels; places are pixels of the window ----
 
-    def move(self, window: Window, x: int, y: int) -> None:
-        self.act("mousemove", str(window.left + x), str(window.top + y))
-
-    def click(self, window: Window, x: int, y: int, button: int = 1) -> None:
-        self.move(window, x, y)
-        self.act("click", str(button))
-
-    def double_click(self, window: Window, x: int, y: int) -> None:
-        self.move(window, x, y)
-        self.act("click", "--repeat", "2", "--delay", "60", "1")
-
-    def drag(self, window: Window, *way: tuple[int, int]) -> None:
-        """Presses at the first place of the way, moves along it, and releases at the last."""
-        self.move(window, *way[0])
-        self.act("mousedown", "1")
-        for x, y in way[1:]:
-            self.move(window, x, y)
-        self.act("mouseup", "1")
-
-    def key(self, *keys: str) -> None:
-        self.act("key", "--clearmodifiers", *keys)
+    def mouse(self, window: Window, x: int, y: int, *act: str) -> None:
+        """Moves there, and does what xdotool is told then."""
+        self.act("mousemove", str(window.left + x), str(window.top + y), *act)
 
     def picture(self, window: Window) -> Pixels | None:
         data = self.ask("import", "-silent", "-window", window.id, "-depth", "8", "rgb:-")
@@ -262,7 +269,7 @@ class Program:
             assert self.running(), f"the program ended by itself, with {self._process.returncode}"
             return self._desktop.main_window()
 
-        window = until("the main window", standing, deadline)
+        window = until("the main window", standing, deadline=deadline)
         last: list[Pixels] = []
 
         def painted() -> bool:
@@ -273,9 +280,9 @@ class Program:
             last[:] = [picture]
             return calm and picture.colours() > 50
 
-        until("the main window to be painted", painted, deadline)
+        until("the main window to be painted", painted, deadline=deadline)
         # The window manager may have moved it meanwhile.
-        return until("the main window", standing, deadline)
+        return until("the main window", standing, deadline=deadline)
 
     def close_notice(self) -> None:
         """Closes the notice that comes over the main window at the first start."""
@@ -283,11 +290,7 @@ class Program:
 
     def exit(self) -> int:
         """Ends the program by Exit on its File menu; gives the exit code."""
-        window = until("the main window", self._desktop.main_window)
-        self._desktop.activate(window)
-        self._desktop.key("alt+f")
-        until("the File menu", self._desktop.popups)
-        self._desktop.key("x")
+        self._desktop.choose(until("the main window", self._desktop.main_window), "f", "x")
         return self.wait()
 
     def wait(self) -> int:

@@ -5,150 +5,130 @@
 
 from __future__ import annotations
 
-from harness import ALL_PHOTOS, Library, MainWindow, colour_of, equal, make_photograph, scenario, unchanged
+from harness import ALL_PHOTOS, WHITE, YELLOW, Library, MainWindow, colour_of, equal, looks_like
+from harness import make_photograph, scenario, unchanged
 from virtual_desktop import Program, VirtualDesktop, Window, until
 
 COUNT = 20  # two pages
 NAMES = [f"Photo {number:02}.jpg" for number in range(COUNT)]
 GROUP = "Holidays"
+BACKWARDS = list(reversed(range(COUNT)))  # so that its pages look unlike those of all photographs
 LOW_EDIT_BUTTON = (204 + 20 + 4 + 10, 40 + 454 + 7)
 RAISED_EDIT_BUTTON = (204 + 20 + 4 + 10, 40 + 305 + 7)
 TITLE = (224 + 480, 512 + 10)  # behind the text
-
-
-def lines(library: Library, group: str) -> list[str]:
-    return library.group(group).decode().split("\r\n")[:-1]
-
-
-def holds(library: Library, group: str, numbers: list[int]) -> None:
-    expected = [NAMES[number] for number in numbers]
-    until(f"the list {group} to be {expected}", lambda: lines(library, group) == expected, 20)
+TITLE_TEXT = [(x, 512 + 10) for x in range(224 + 4, 224 + 100)]
 
 
 class Session:
     def __init__(self, desktop: VirtualDesktop, library: Library, program: Program) -> None:
         self.desktop = desktop
         self.library = library
-        self.program = program
         self.window = MainWindow(desktop, program)
 
-    def page_shows(self, what: str, numbers: list[int]) -> None:
-        cells = {self.window.cell(k): colour_of(numbers[k]) if k < len(numbers) else None for k in range(16)}
-        self.window.shows(what, cells)
+    def holds(self, group: str, numbers: list[int]) -> None:
+        expected = "".join(f"{NAMES[number]}\r\n" for number in numbers).encode()
+        until(f"the list {group} to be {expected}", lambda: self.library.group(group) == expected)
 
-    def choose(self, menu: str, entry: str) -> None:
-        """By the access keys of the menu bar."""
-        self.desktop.activate(self.program.main_window())
-        self.desktop.key("alt+" + menu)
-        until("the menu", self.desktop.popups)
-        self.desktop.key(entry)
+    def open_group(self, row: int, numbers: list[int]) -> None:
+        """A row whose group's first page differs from what is on show."""
+        window = self.window
+        window.shows_page(f"the group of row {row}", numbers, lambda: window.click(window.group_row(row)))
 
-    def dialog(self, what: str) -> Window:
-        def found() -> Window | None:
-            return next((window for window in self.desktop.windows() if not window.is_main), None)
+    def select(self, cell: int, held: str = "") -> None:
+        window = self.window
+        rim = {window.cell(cell, window.RIM): WHITE}
+        window.shows(f"the frame around cell {cell}", rim, lambda: window.click(window.cell(cell), held))
 
-        window = until(what, found)
-        self.desktop.activate(window)
-        return window
+    def answer(self, menu: str, entry: str, *keys: str) -> None:
+        """Chooses an entry, and types into the box that it opens."""
+        self.desktop.choose(self.window.window, menu, entry)
 
-    def answer(self, what: str, *keys: str) -> None:
-        """Types into the box that comes, and waits until it is gone."""
-        window = self.dialog(what)
-        self.desktop.key(*keys)
-        until(f"{what} to go", lambda: all(other.id != window.id for other in self.desktop.windows()))
+        def box() -> Window | None:
+            return next((other for other in self.desktop.windows() if not other.is_main), None)
+
+        self.desktop.dismiss(until("the question", box), *keys)
 
     # ---- the scenario ----
 
     def three_across_the_page_edge(self) -> None:
         window = self.window
-        window.click(window.group_row(1))
-        self.page_shows("the group, page 1", list(range(16)))
-        window.click(window.cell(1))
-        with_key(self.desktop, "ctrl", lambda: window.click(window.cell(3)))
+        self.open_group(1, BACKWARDS[:16])
+        self.select(1)
+        self.select(3, "ctrl")
         # The press that drags is the third one selected; below the frame's edge the page turns.
-        x, y = window.cell(0)
-        below = (x, 40 + 469 + 4)
-        way = [window.cell(5), below, (x + 35, y + 5), (x + 40, y + 5)]
-        with_key(self.desktop, "ctrl", lambda: window.drag(*way))
-        # Behind the first photograph of the second page, which is number 16.
-        order = [0, 2, 4, *range(6, 17), 1, 3, 5, 17, 18, 19]
-        holds(self.library, GROUP, order)
-        self.page_shows("the second page in its new order", order[16:])
+        second = {window.cell(k): colour_of(number) for k, number in enumerate(BACKWARDS[16:])}
+        way = [
+            (window.cell(6, window.RIGHT_HALF), {window.cell(6, window.MARK_BEHIND): YELLOW}),
+            ((window.cell(0)[0], 40 + 469 + 4), second),
+            (window.cell(0, window.RIGHT_HALF), {window.cell(0, window.MARK_BEHIND): YELLOW}),
+        ]
+        window.drag(window.cell(5), *way, held="ctrl")
+        # Behind the first photograph of the second page.
+        order = [BACKWARDS[place] for place in (0, 2, 4, *range(6, 17), 1, 3, 5, 17, 18, 19)]
+        self.holds(GROUP, order)
+        window.shows_page("the second page in its new order", order[16:])
 
     def on_another_row(self) -> None:
         window = self.window
-        x, y = window.group_row(2)
-        window.drag(window.cell(2), (x + 90, y), (x, y + 2), (x + 2, y))
-        holds(self.library, "Other", [0, 18])
+        mark = window.cell(0, window.MARK_BEHIND)  # gone while the pointer is beside the frame
+        way = [(window.cell(0, window.RIGHT_HALF), {mark: YELLOW}), (window.group_row(2), {mark: None})]
+        window.drag(window.cell(2), *way)
+        self.holds("Other", [0, 1])
 
     def edit_and_full_screen(self) -> None:
         window = self.window
-        window.click(window.group_row(2))
-        self.page_shows("the other group", [0, 18])
-        window.double_click(window.cell(1))
-        window.shows("the photograph", {window.FRAME_CENTRE: colour_of(18)})
-        window.click(LOW_EDIT_BUTTON)
-        until("the box to be raised, with its text boxes", lambda: window.colour(TITLE) == (255, 255, 255), 20)
-        window.click(TITLE)
-        self.desktop.key("ctrl+a")
-        self.desktop.act("type", "Abend am See")
-        window.click(RAISED_EDIT_BUTTON)
-        info = self.library.infos / f"{NAMES[18]}.info"
-        until("the new title in the file", lambda: b"\r\nTITLE=Abend am See\r\n" in info.read_bytes(), 20)
+        photograph = {window.FRAME_CENTRE: colour_of(1)}
+        self.open_group(2, [0, 1])
+        window.shows("the photograph", photograph, lambda: window.double_click(window.cell(1)))
+        window.shows("the box raised, with its text boxes", {TITLE: WHITE}, lambda: window.click(LOW_EDIT_BUTTON))
 
-        main = self.program.main_window()
-        self.desktop.activate(main)
-        self.desktop.key("F11")
+        def write_title() -> None:
+            window.click(TITLE)
+            self.desktop.type(window.window, "ctrl+a")
+            self.desktop.act("type", "Abend am See")
+
+        until("the title", lambda: any(max(ink) < 100 for ink in window.colours(TITLE_TEXT).values()), write_title)
+        info = self.library.infos / f"{NAMES[1]}.info"
+        until(
+            "the new title in the file",
+            lambda: b"\r\nTITLE=Abend am See\r\n" in info.read_bytes(),
+            lambda: window.click(RAISED_EDIT_BUTTON),
+        )
 
         def covers() -> Window | None:
-            return next((other for other in self.desktop.windows() if other.width >= 1280 and other.height >= 1024), None)
+            return next((other for other in self.desktop.windows() if other.width == 1280), None)
 
-        full = until("the full screen", covers)
-        middle = (full.width // 2, full.height // 2)
-        until("the photograph on it", lambda: near(self.desktop, full, middle, colour_of(18)), 20)
-        self.desktop.click(full, *middle)
-        until("the way back", lambda: covers() is None, 20)
-        window.shows("the photograph again", {window.FRAME_CENTRE: colour_of(18)})
+        full = until("the full screen", covers, lambda: self.desktop.type(window.window, "F11"))
+
+        def is_filled() -> bool:
+            picture = self.desktop.picture(full)
+            return picture is not None and looks_like(picture.at(640, 512), colour_of(1))
+
+        until("the photograph on it", is_filled)
+        until("the way back", lambda: not covers(), lambda: self.desktop.mouse(full, 640, 512, "click", "1"))
+        window.shows("the photograph again", photograph)
 
     def life_of_a_group(self) -> None:
-        self.choose("f", "c")
-        self.answer("the question for a name", "ctrl+a", "Z", "o", "o", "Return")
-        holds(self.library, "Zoo", [])
-        self.window.click(self.window.group_row(3))
-        self.choose("f", "n")
-        self.answer("the question for another name", "Z", "o", "r", "n", "Return")
-        holds(self.library, "Zorn", [])
+        self.answer("f", "c", "ctrl+a", "Z", "o", "o", "Return")
+        self.holds("Zoo", [])
+        self.open_group(3, [])
+        self.answer("f", "n", "ctrl+a", "Z", "o", "r", "n", "Return")
+        self.holds("Zorn", [])
         equal("the list under its old name", (self.library.groups / "Zoo.lst").exists(), False)
-        self.window.click(self.window.group_row(3))  # the question is for the row pressed last
-        self.choose("f", "r")
-        self.answer("the question", "alt+y")
-        until("the list to go", lambda: not (self.library.groups / "Zorn.lst").exists(), 20)
+        self.open_group(2, [0, 1])
+        self.open_group(3, [])  # the question is for the row pressed last
+        self.answer("f", "r", "alt+y")
+        until("the list to go", lambda: self.library.group("Zorn") is None)
 
     def out_of_the_program(self) -> None:
-        window = self.window
-        window.click(window.group_row(2))
-        self.page_shows("the other group", [0, 18])
-        window.click(window.cell(1))
-        self.choose("e", "p")
-        self.answer("the question", "alt+y")
-        holds(self.library, "Other", [0])
-        self.page_shows("the group without it", [0])
-        equal("the photograph in its folder", (self.library.photos / NAMES[18]).exists(), False)
-        equal("the one set aside", (self.library.photos / "Removed" / NAMES[18]).exists(), True)
-        holds(self.library, ALL_PHOTOS, [number for number in range(COUNT) if number != 18])
-
-
-def with_key(desktop: VirtualDesktop, key: str, act) -> None:
-    desktop.act("keydown", key)
-    try:
-        act()
-    finally:
-        desktop.act("keyup", key)
-
-
-def near(desktop: VirtualDesktop, window: Window, place: tuple[int, int], colour: tuple[int, int, int]) -> bool:
-    picture = desktop.picture(window)
-    return bool(picture) and all(abs(one - other) <= 24 for one, other in zip(picture.at(*place), colour))
+        self.open_group(2, [0, 1])
+        self.select(1)
+        self.answer("e", "p", "alt+y")
+        self.holds("Other", [0])
+        self.window.shows_page("the group without it", [0])
+        equal("the photograph in its folder", (self.library.photos / NAMES[1]).exists(), False)
+        equal("the one set aside", (self.library.photos / "Removed" / NAMES[1]).exists(), True)
+        self.holds(ALL_PHOTOS, [number for number in range(COUNT) if number != 1])
 
 
 def play(desktop: VirtualDesktop, library: Library) -> None:
@@ -156,7 +136,7 @@ def play(desktop: VirtualDesktop, library: Library) -> None:
     for number, name in enumerate(NAMES):
         make_photograph(library.photos / name, number, 400, 400, 1_000_000_000)
     library.take_in(NAMES)
-    library.write_group(GROUP, NAMES)
+    library.write_group(GROUP, (NAMES[number] for number in BACKWARDS))
     library.write_group("Other", NAMES[:1])
     with library.start(desktop) as program:
         program.main_window()
@@ -169,7 +149,7 @@ def play(desktop: VirtualDesktop, library: Library) -> None:
         session.life_of_a_group()
         session.out_of_the_program()
         equal("exit code of Exit on the File menu", program.exit(), 0)
-    del photographs[NAMES[18]]
+    del photographs[NAMES[1]]
     unchanged("the other photographs", library.states(library.photos), photographs)
 
 

@@ -12,12 +12,16 @@ from typing import Callable, Iterable
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
 
-from virtual_desktop import CLIENT_HEIGHT, Pixels, Program, VirtualDesktop, Window, until  # noqa: E402
+from virtual_desktop import CLIENT_HEIGHT, Program, VirtualDesktop, until  # noqa: E402
 
 Colour = tuple[int, int, int]
+Place = tuple[int, int]
+Colours = dict[Place, Colour | None]
 
 ALL_PHOTOS = "  All Photos  "
 CELLS = 16  # to a page
+WHITE = (255, 255, 255)  # the rim of a selected thumbnail
+YELLOW = (255, 255, 0)  # where the dragged ones would go
 
 
 class Library:
@@ -37,15 +41,8 @@ class Library:
         self.groups = self.root / "Photo_SlideGroups"
 
     def start(self, desktop: VirtualDesktop) -> Program:
-        return Program(
-            desktop,
-            self.link,
-            HOME=str(self._home),
-            XDG_CONFIG_HOME=str(self._home / "config"),
-            XDG_DATA_HOME=str(self._home / "data"),
-            XDG_CACHE_HOME=str(self._home / "cache"),
-            XDG_RUNTIME_DIR=str(self._home / "run"),
-        )
+        own = {f"XDG_{kind.upper()}_HOME": str(self._home / kind) for kind in ("config", "data", "cache")}
+        return Program(desktop, self.link, HOME=str(self._home), XDG_RUNTIME_DIR=str(self._home / "run"), **own)
 
     def take_in(self, photographs: Iterable[str]) -> None:
         """Information files for photographs, so that the next start builds their thumbnails."""
@@ -60,8 +57,9 @@ class Library:
         text = "".join(photograph + "\r\n" for photograph in photographs)
         (self.groups / f"{name}.lst").write_text(text, newline="")
 
-    def group(self, name: str) -> bytes:
-        return (self.groups / f"{name}.lst").read_bytes()
+    def group(self, name: str) -> bytes | None:
+        list_file = self.groups / f"{name}.lst"
+        return list_file.read_bytes() if list_file.exists() else None
 
     def states(self, folder: Path) -> dict[str, tuple[int, int, bytes]]:
         """Of each file in a folder: when it was changed, its number on disk, its contents."""
@@ -77,71 +75,80 @@ class MainWindow:
 
     def __init__(self, desktop: VirtualDesktop, program: Program) -> None:
         self._desktop = desktop
-        self._window = program.main_window()
-        self._menu_height = self._window.height - CLIENT_HEIGHT
+        self.window = program.main_window()
+        self._menu_height = self.window.height - CLIENT_HEIGHT
 
-    def shot(self) -> Pixels:
-        return until("a picture of the window", lambda: self._desktop.picture(self._window))
+    def _do(self, place: Place, *act: str, held: str = "") -> None:
+        if held:
+            act = ("keydown", held, *act, "keyup", held)
+        self._desktop.mouse(self.window, place[0], place[1] + self._menu_height, *act)
 
-    def colour(self, place: tuple[int, int]) -> Colour:
-        return self.shot().at(place[0], place[1] + self._menu_height)
+    def click(self, place: Place, held: str = "") -> None:
+        self._do(place, "click", "1", held=held)
 
-    def click(self, place: tuple[int, int]) -> None:
-        self._desktop.click(self._window, place[0], place[1] + self._menu_height)
+    def double_click(self, place: Place) -> None:
+        self._do(place, "click", "--repeat", "2", "--delay", "60", "1")
 
-    def double_click(self, place: tuple[int, int]) -> None:
-        self._desktop.double_click(self._window, place[0], place[1] + self._menu_height)
+    def drag(self, start: Place, *way: tuple[Place, Colours], held: str = "") -> None:
+        """Presses, and moves on whenever the window shows the colours that stand beside the place."""
+        self._do(start, "mousedown", "1", held=held)
+        for (x, y), colours in way:
+            # A move to where the mouse is would be none.
+            self.shows(f"the drag to {x}, {y}", colours, lambda: [self._do((x + step, y)) for step in (1, 0)])
+        self._desktop.act("mouseup", "1")
 
-    def drag(self, start: tuple[int, int], *way: tuple[int, int]) -> None:
-        """Presses at `start`, moves along the way, and releases at its end."""
-        self._desktop.drag(self._window, *((x, y + self._menu_height) for x, y in (start, *way)))
+    def colours(self, places: Iterable[Place]) -> dict[Place, Colour]:
+        picture = until("a picture of the window", lambda: self._desktop.picture(self.window))
+        return {(x, y): picture.at(x, y + self._menu_height) for x, y in places}
 
-    def shows(self, what: str, colours: dict[tuple[int, int], Colour | None]) -> None:
-        """Waits until each place has its colour; None stands for none of the photographs' colours."""
-        seen: dict[tuple[int, int], Colour] = {}
+    def shows(self, what: str, colours: Colours, act: Callable[[], object] = lambda: None) -> None:
+        """Acts until each place looks like its colour."""
+        wrong: dict[Place, tuple] = {}
 
         def as_expected() -> bool:
-            picture = self.shot()
-            seen.update({place: picture.at(place[0], place[1] + self._menu_height) for place in colours})
-            return all(
-                looks_like(seen[place], colour) if colour else not is_of_a_photograph(seen[place])
-                for place, colour in colours.items()
-            )
+            seen = self.colours(colours)
+            wrong.clear()
+            wrong.update((at, (seen[at], colour)) for at, colour in colours.items() if not looks_like(seen[at], colour))
+            return not wrong
 
         try:
-            until(what, as_expected, 20)
+            until(what, as_expected, act)
         except AssertionError as failure:
-            wrong = {place: (seen[place], colour) for place, colour in colours.items()}
             raise AssertionError(f"{failure}\nplace: (seen, expected) = {wrong}") from None
+
+    def shows_page(self, what: str, numbers: list[int], act: Callable[[], object] = lambda: None) -> None:
+        """The photographs with these numbers, from the first cell on, and no further one."""
+        shown = [colour_of(number) for number in numbers] + [None] * CELLS
+        self.shows(what, {self.cell(k): shown[k] for k in range(CELLS)}, act)
 
     # ---- the plan ----
 
-    @staticmethod
-    def cell(index: int) -> tuple[int, int]:
-        """In the upper half of a thumbnail, where neither name nor rim lies; `index` is 0 to 15."""
-        return 204 + 24 + 128 * (index % 4) + 50, 40 + 16 + 112 * (index // 4) + 30
+    RIM, MIDDLE, RIGHT_HALF, MARK_BEHIND = -4, 50, 80, 113  # pixels from a thumbnail's left edge
 
     @staticmethod
-    def group_row(row: int) -> tuple[int, int]:
+    def cell(index: int, right: int = MIDDLE) -> Place:
+        """In the upper half of a thumbnail, where no name lies; `index` is 0 to 15."""
+        return 204 + 24 + 128 * (index % 4) + right, 40 + 16 + 112 * (index // 4) + 30
+
+    @staticmethod
+    def group_row(row: int) -> Place:
         return 16 + 70, 80 + 32 * row + 15
 
     FRAME_CENTRE = (204 + 272, 40 + 234)
     PREVIOUS = (16 + 34, 504 + 15)
     NEXT = (86 + 34, 504 + 15)
     SCROLLBAR_DOWN = (204 + 528 + 8, 40 + 12 + 377 - 8)
-    SCROLLBAR_UP = (204 + 528 + 8, 40 + 12 + 8)
 
 
 # Far apart from one another, and saturated, as nothing in the window's own art is.
 PALETTE: list[Colour] = [(230, 20, 20), (20, 200, 20), (230, 220, 10), (220, 20, 220), (20, 220, 220), (250, 130, 0)]
 
 
-def looks_like(seen: Colour, colour: Colour) -> bool:
+def looks_like(seen: Colour, colour: Colour | None) -> bool:
+    """None stands for the ground of the window: nothing of a photograph, and no mark."""
+    if colour is None:
+        return not any(looks_like(seen, other) for other in (*PALETTE, YELLOW))
     return all(abs(one - other) <= 24 for one, other in zip(seen, colour))
-
-
-def is_of_a_photograph(seen: Colour) -> bool:
-    return any(looks_like(seen, colour) for colour in PALETTE)
 
 
 def colour_of(number: int) -> Colour:
@@ -164,8 +171,7 @@ def equal(what: str, seen: object, expected: object) -> None:
 def unchanged(what: str, seen: dict[str, object], before: dict[str, object]) -> None:
     """Both are what `Library.states` gave; the failure names the files that differ."""
     different = sorted(name for name in seen.keys() | before.keys() if seen.get(name) != before.get(name))
-    pairs = "".join(f"\n  {name}\n    now:    {seen.get(name)}\n    before: {before.get(name)}" for name in different)
-    assert not different, f"{what} changed:{pairs}"
+    assert not different, f"{what} changed: {different}"
 
 
 def scenario(play: Callable[[VirtualDesktop, Library], None]) -> None:
