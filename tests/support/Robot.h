@@ -40,7 +40,6 @@ public:
     int height() const { return m_height; }
     Color at(int x, int y) const { return m_pixels.at(static_cast<std::size_t>(y) * m_width + x); }
     int count(Color color) const;
-    void savePng(const std::string& path) const; // native path
     bool operator==(const Shot&) const = default;
 
 private:
@@ -86,7 +85,7 @@ public:
     void atNextTurn(std::function<void()> action);
     void whenShown(std::string_view formName, std::function<void()> action);
     void whenMenuOpens(std::function<void()> action);
-    void when(std::function<bool()> condition, std::function<void()> action);
+    void when(std::function<bool()> condition, std::function<void()> action, std::string_view name = "a condition");
 
     // Runs events until the condition holds; false when it didn't in time.
     bool until(const std::function<bool()>& condition, std::chrono::milliseconds deadline = std::chrono::seconds(20));
@@ -96,10 +95,6 @@ public:
 
 private:
     struct State;
-
-    void pressAt(Form& form, float x, float y, int button, int shift, bool doubled);
-    void moveAt(Form& form, float x, float y, int shift);
-
     std::unique_ptr<State> m_state;
 };
 

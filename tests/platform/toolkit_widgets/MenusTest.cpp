@@ -1,5 +1,6 @@
 #include "platform/toolkit/Menu.h"
 
+#include "platform/qt/toolkit/FormView.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Label.h"
@@ -85,9 +86,9 @@ protected:
     }
     ~MenusTest() override { form.unload(); }
 
-    static QAction* actionOf(const Menu& menu)
+    QAction* actionOf(const Menu& menu) const
     {
-        for (QWidget* widget : QApplication::allWidgets())
+        for (QWidget* widget : form.view()->window().findChildren<QWidget*>())
             for (QAction* action : widget->actions())
                 if (action->objectName().toStdString() == menu.Name())
                     return action;

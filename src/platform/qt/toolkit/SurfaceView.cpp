@@ -210,7 +210,7 @@ void SurfaceView::showToolTip(const QHelpEvent& event)
 void SurfaceView::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
-    paintTo(painter, event->region(), devicePixelRatioF());
+    paintTo(painter, event->region(), painter.deviceTransform().m11());
 }
 
 void SurfaceView::mousePressEvent(QMouseEvent* event)
