@@ -61,6 +61,12 @@ QPointF onWindow(Form& form, At at)
     return form.view()->client().mapTo(&form.view()->window(), QPointF(at.x, at.y));
 }
 
+QWidget& under(QWidget& window, QPointF at)
+{
+    QWidget* child = window.childAt(at.toPoint());
+    return child != nullptr ? *child : window;
+}
+
 QAction* actionOf(const QWidget& widget, const Menu& menu)
 {
     for (QAction* action : widget.actions())
@@ -104,8 +110,7 @@ struct Robot::State {
 
     void press(QWidget& window, QPointF at, QEvent::Type type, Qt::MouseButton pressed, int shift)
     {
-        QWidget* under = window.childAt(at.toPoint());
-        receiver = under != nullptr ? under : &window;
+        receiver = &under(window, at);
         button = pressed;
         last = at;
         send(*receiver, type, at, button, button, shift);
@@ -113,11 +118,7 @@ struct Robot::State {
 
     void move(QWidget& window, QPointF at, int shift)
     {
-        QWidget* to = receiver;
-        if (button == Qt::NoButton) {
-            QWidget* under = window.childAt(at.toPoint());
-            to = under != nullptr ? under : &window;
-        }
+        QWidget* to = button != Qt::NoButton ? receiver.data() : &under(window, at);
         last = at;
         if (to != nullptr)
             send(*to, QEvent::MouseMove, at, Qt::NoButton, button, shift);
@@ -199,11 +200,11 @@ void Robot::wheel(Control& control, int notchesDown)
 {
     QWidget& window = control.form().view()->window();
     const QPointF place = onWindow(control, {});
-    QWidget* receiver = window.childAt(place.toPoint());
-    QWheelEvent event(receiver->mapFrom(&window, place), window.mapToGlobal(place), {},
+    QWidget& receiver = under(window, place);
+    QWheelEvent event(receiver.mapFrom(&window, place), window.mapToGlobal(place), {},
         QPoint(0, -notchesDown * QWheelEvent::DefaultDeltasPerStep), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
         false);
-    QApplication::sendEvent(receiver, &event);
+    QApplication::sendEvent(&receiver, &event);
 }
 
 void Robot::key(Form& form, int keyCode, int shift)
