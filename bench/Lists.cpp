@@ -2,11 +2,9 @@
 //
 //   bench_lists add|sorted|remove|write|select COUNT TIMES   so many times, each of so many entries one by one, with
 //                                                            DoEvents behind each
-//   bench_lists files FOLDER 1                               a file list set to it and refreshed sixteen times
 
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/FileList.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Label.h"
 #include "platform/toolkit/ListBox.h"
@@ -23,7 +21,7 @@ namespace {
 class ListForm : public Form {
 public:
     explicit ListForm(Desktop& desktop)
-        : Form(desktop, {.Name = "ListForm", .Width = 9000, .Height = 6000})
+        : Form(desktop, {.Name = "ListForm", .Width = 5000, .Height = 6000})
     {
         List1.MultiSelect = true;
     }
@@ -31,7 +29,6 @@ public:
     Label lbCount{this, {.Name = "lbCount", .Top = 5000, .Width = 3000, .Height = 300}};
     ListBox List1{this, {.Name = "List1", .Width = 4000, .Height = 5000}};
     ListBox List2{this, {.Name = "List2", .Width = 1000, .Height = 1000, .Visible = false}};
-    FileList File1{this, {.Name = "File1", .Left = 4500, .Width = 4000, .Height = 5000}};
 };
 
 // Names in no order, as long as paths are.
@@ -75,13 +72,6 @@ void select(ListForm& form, int entries)
     }
 }
 
-void openFolder(ListForm& form, const std::string& folder)
-{
-    form.File1.Path = fromNativePath(folder);
-    for (int i = 0; i < 16; ++i)
-        form.File1.Refresh();
-}
-
 template <class Work>
 double toPainted(ListForm& form, Work work)
 {
@@ -109,24 +99,19 @@ int main(int argc, char** argv)
     using namespace trovarium;
 
     if (argc != 4) {
-        std::cerr << "usage: bench_lists add|sorted|remove|write|select COUNT TIMES, or files FOLDER 1\n";
+        std::cerr << "usage: bench_lists add|sorted|remove|write|select COUNT TIMES\n";
         return 2;
     }
     const std::string job = argv[1];
-    const std::string amount = argv[2];
+    const int entries = std::stoi(argv[2]);
     const int times = std::stoi(argv[3]);
     FileService files;
     Desktop desktop(argc, argv, files, Pace::Paced);
     ListForm form(desktop);
     form.show();
     desktop.repaintOnly();
-    if (job == "files") {
-        std::cout << toPainted(form, [&] { openFolder(form, amount); }) << '\n';
-        return form.File1.ListCount() == 0 ? 1 : 0;
-    }
     const std::map<std::string, void (*)(ListForm&, int)> jobs{
         {"add", add}, {"sorted", add}, {"remove", remove}, {"write", write}, {"select", select}};
-    const int entries = std::stoi(amount);
     form.List1.Sorted = job == "sorted";
     double taken = 0;
     for (int i = 0; i < times; ++i) {

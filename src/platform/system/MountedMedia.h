@@ -7,6 +7,6 @@ namespace trovarium {
 
 // Where media are mounted that a person put in or called up, sticks, cards, discs and shares, as native paths in
 // the order of their mounting. `table` lists what is mounted in the form of fstab.
-std::vector<std::string> mountedMedia(const char* table = "/proc/self/mounts");
+std::vector<std::string> mountedMedia(const std::string& table = "/proc/self/mounts");
 
 } // namespace trovarium
