@@ -2,6 +2,7 @@
 
 #include "check/GroupRepair.h"
 #include "store/InfoFile.h"
+#include "support/PlainBitmap.h"
 #include "support/Robot.h"
 
 #include <cstddef>
@@ -9,12 +10,6 @@
 namespace trovarium {
 
 namespace {
-
-void append32(std::string& bytes, std::uint32_t value)
-{
-    for (int i = 0; i < 4; ++i)
-        bytes += static_cast<char>(value >> (8 * i) & 0xFFU);
-}
 
 int littleEndian32(const std::string& bytes, std::size_t offset)
 {
@@ -25,19 +20,6 @@ int littleEndian32(const std::string& bytes, std::size_t offset)
 }
 
 } // namespace
-
-std::string bitmap(int width, int height)
-{
-    const int pixelBytes = (width * 3 + 3) / 4 * 4 * height;
-    constexpr int HeadBytes = 54;
-    constexpr int OnePlane24Bits = 1 | 24 << 16;
-    std::string bytes = "BM";
-    for (const int field : {HeadBytes + pixelBytes, 0, HeadBytes, 40, width, height, OnePlane24Bits, 0, 0, 0, 0, 0, 0})
-        append32(bytes, static_cast<std::uint32_t>(field));
-    for (int i = 0; i < pixelBytes; ++i)
-        bytes += static_cast<char>(i % 251);
-    return bytes;
-}
 
 BitmapSize sizeOfBitmap(const std::string& bytes)
 {
@@ -62,7 +44,7 @@ LibraryCheck::~LibraryCheck()
 
 void LibraryCheck::addPhoto(const std::string& name, int width, int height)
 {
-    test.put(photo(name), bitmap(width, height));
+    test.put(photo(name), plainBitmap(width, height));
     // Far from now, so that a date that was not set shows.
     desktop.files().setModified(photo(name), Instant(std::chrono::seconds(1'000'000'000 + 4001 * ++m_photos)));
 }
@@ -82,7 +64,7 @@ void LibraryCheck::addPhotosWithInfo(const std::vector<std::string>& names)
 
 void LibraryCheck::addUpToDateThumbnail(const std::string& name)
 {
-    test.put(thumbnail(name), bitmap(100, 75));
+    test.put(thumbnail(name), plainBitmap(100, 75));
     desktop.files().setModified(thumbnail(name), dateOf(photo(name)));
 }
 

@@ -69,7 +69,5 @@ struct BitmapSize {
     bool operator==(const BitmapSize&) const = default;
 };
 BitmapSize sizeOfBitmap(const std::string& bytes);
-// An uncompressed bitmap of 24 bits with a gradient.
-std::string bitmap(int width, int height);
 
 } // namespace trovarium

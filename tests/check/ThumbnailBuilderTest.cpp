@@ -1,6 +1,7 @@
 #include "LibraryCheck.h"
 
 #include "check/FileDateTime.h"
+#include "support/PlainBitmap.h"
 #include "support/Robot.h"
 
 #include <algorithm>
@@ -64,7 +65,7 @@ TEST_F(ThumbnailBuilderTest, APictureThatCannotBeReadGetsAnEmptyThumbnailOnce)
     addInfoFile("gone.bmp");
     const Instant date = dateOf(photo("bad.jpg"));
     test.put(photo("bad.jpg"), "no picture at all");
-    test.put(photo("torn.bmp"), bitmap(80, 80).substr(0, 60));
+    test.put(photo("torn.bmp"), plainBitmap(80, 80).substr(0, 60));
     for (const char* name : {"bad.jpg", "torn.bmp"})
         desktop.files().setModified(photo(name), date);
 

@@ -24,7 +24,9 @@ std::string plainBitmap(int width, int height)
     appendLittleEndian(bytes, 1, 2);
     appendLittleEndian(bytes, 24, 2);
     bytes.append(24, '\0');
-    return bytes.append(pixelBytes, '\x7F');
+    for (std::uint32_t i = 0; i < pixelBytes; ++i)
+        bytes += static_cast<char>(i % 251);
+    return bytes;
 }
 
 } // namespace trovarium

@@ -4,7 +4,7 @@
 
 namespace trovarium {
 
-// A picture of one colour as an uncompressed bitmap.
+// A picture with a gradient as an uncompressed bitmap of 24 bits.
 std::string plainBitmap(int width, int height);
 
 } // namespace trovarium

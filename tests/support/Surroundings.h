@@ -3,7 +3,6 @@
 #include <optional>
 #include <stdlib.h>
 #include <string>
-#include <unistd.h>
 
 namespace trovarium {
 
@@ -32,29 +31,6 @@ private:
 
     const char* m_name;
     std::optional<std::string> m_old;
-};
-
-// Another working folder for as long as this lives.
-class WorkingFolderForNow {
-public:
-    explicit WorkingFolderForNow(const std::string& path)
-        : m_old(get_current_dir_name())
-    {
-        m_changed = chdir(path.c_str()) == 0;
-    }
-    ~WorkingFolderForNow()
-    {
-        m_changed = m_changed && chdir(m_old) == 0;
-        free(m_old);
-    }
-    WorkingFolderForNow(const WorkingFolderForNow&) = delete;
-    WorkingFolderForNow& operator=(const WorkingFolderForNow&) = delete;
-
-    bool changed() const { return m_changed; }
-
-private:
-    char* m_old;
-    bool m_changed;
 };
 
 } // namespace trovarium

@@ -15,6 +15,8 @@ using std::filesystem::perms;
 
 class ShellTest : public testing::Test {
 protected:
+    ~ShellTest() override { std::filesystem::current_path(before); }
+
     void program(const std::string& name, std::string_view text = "#!/bin/sh\n") const
     {
         std::filesystem::create_directories(std::filesystem::path(folder.native(name)).parent_path());
@@ -22,6 +24,7 @@ protected:
         std::filesystem::permissions(folder.native(name), perms::owner_all);
     }
 
+    const std::filesystem::path before = std::filesystem::current_path();
     TemporaryFolder folder;
 };
 
@@ -41,8 +44,7 @@ TEST_F(ShellTest, TheProgramsFolderIsTheOneItWasStartedFrom)
 
     const VariableForNow path(
         "PATH", folder.native("bin/nowhere") + "::" + folder.native("other") + ":" + folder.native("bin"));
-    const WorkingFolderForNow working(folder.native("Album"));
-    ASSERT_TRUE(working.changed());
+    std::filesystem::current_path(folder.native("Album"));
 
     const std::string image = fromNativePath(std::filesystem::canonical("/proc/self/exe").parent_path().string());
     const std::vector<std::pair<std::string, std::string>> cases{
@@ -80,7 +82,7 @@ TEST_F(ShellTest, HandsADocumentToTheDesktop)
     std::filesystem::create_directory(folder.native("help"));
     folder.write("help/index.html", "<html>");
     const VariableForNow path("PATH", folder.native("bin") + ":" + getenv("PATH"));
-    const WorkingFolderForNow working(folder.path());
+    std::filesystem::current_path(folder.path());
 
     EXPECT_GT(openDocument(folder.inside("help\\index.html")), 32);
     Robot robot(testDesktop());
@@ -93,7 +95,7 @@ TEST_F(ShellTest, AMissingDocumentOrNoOneToOpenItIsAResultBelow33)
     program("bin/xdg-open", "#!/bin/sh\n>opened\n");
     folder.write("page.html", "");
     const VariableForNow path("PATH", folder.native("bin"));
-    const WorkingFolderForNow working(folder.path());
+    std::filesystem::current_path(folder.path());
     for (const std::string& missing : {folder.inside("gone.html"), std::string("page.html"), std::string()})
         EXPECT_LE(openDocument(missing), 32) << missing;
 
@@ -106,7 +108,7 @@ TEST_F(ShellTest, StartsAProgramApartAndFindsNoneInWhatIsNone)
 {
     program("tool", "#!/bin/sh\n>started\n");
     folder.write("text", "no program");
-    const WorkingFolderForNow working(folder.path());
+    std::filesystem::current_path(folder.path());
     for (const std::string& path :
         {folder.inside("text"), folder.inside("gone"), folder.inside(), std::string("tool"), std::string()})
         EXPECT_EQ(failureOf([&] { startProgram(path); }), "File not found") << path;
