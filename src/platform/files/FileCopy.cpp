@@ -1,11 +1,15 @@
 #include "platform/files/FileCopy.h"
 
+#include <array>
 #include <cerrno>
+#include <charconv>
+#include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <linux/fs.h>
 #include <string>
 #include <sys/ioctl.h>
+#include <sys/xattr.h>
 #include <vector>
 
 namespace trovarium {
@@ -15,13 +19,21 @@ namespace {
 constexpr std::size_t ChunkBytes = 1 << 17;
 constexpr std::size_t KernelBytes = 1 << 26;
 
+constexpr std::string_view HiddenHead = ".new-"; // then the process, "-", a number
+constexpr const char* OpenFiles = "/proc/self/fd/";
+constexpr const char* AccessList = "system.posix_acl_access";
+constexpr mode_t AllRights = 07777;
+
 } // namespace
 
 NewFile::NewFile(const std::string& folder, mode_t mode, Attempted attempted)
-    : m_attempted(attempted)
+    : m_folder(folder)
+    , m_attempted(attempted)
 {
+    if (access(OpenFiles, X_OK) == 0)
+        m_descriptor = Descriptor(open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
     for (int number = 0; !m_descriptor.isOpen(); ++number) {
-        m_name = joinNative(folder, ".new-" + std::to_string(getpid()) + "-" + std::to_string(number));
+        m_name = hiddenName(number);
         m_descriptor = Descriptor(open(m_name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
         check(m_descriptor.isOpen() || errno == EEXIST);
     }
@@ -74,21 +86,85 @@ void NewFile::setModified(const timespec& time)
     check(futimens(m_descriptor.handle(), times) == 0);
 }
 
+bool NewFile::belongsAs(const std::string& other, const struct stat& status)
+{
+    struct stat own = {};
+    check(fstat(m_descriptor.handle(), &own) == 0);
+    const bool isOwned = own.st_uid == status.st_uid && own.st_gid == status.st_gid;
+    if (!isOwned && fchown(m_descriptor.handle(), status.st_uid, status.st_gid) != 0)
+        return false;
+    if (fchmod(m_descriptor.handle(), status.st_mode & AllRights) != 0)
+        return false;
+    // The rights of further users and groups.
+    std::array<char, 4096> list{};
+    const ssize_t size = getxattr(other.c_str(), AccessList, list.data(), list.size());
+    if (size < 0)
+        return errno == ENODATA || errno == ENOTSUP;
+    return fsetxattr(m_descriptor.handle(), AccessList, list.data(), static_cast<std::size_t>(size), 0) == 0;
+}
+
+void NewFile::sync()
+{
+    check(fdatasync(m_descriptor.handle()) == 0);
+}
+
 void NewFile::becomes(const std::string& target, Existing existing)
 {
-    check(m_descriptor.close() == 0);
-    const int result =
-        existing == Existing::Replace ? std::rename(m_name.c_str(), target.c_str()) : renameToFreeName(m_name, target);
-    if (result != 0 && errno == EEXIST)
-        throw Failure(FailureKind::FileAlreadyExists);
-    check(result == 0);
+    // Some file systems tell of a full disk only at a close, and without a name it must stay open until it has one.
+    check(Descriptor(dup(m_descriptor.handle())).close() == 0);
+    if (m_name.empty()) {
+        if (linkTo(target) == 0)
+            return;
+        check(errno == EEXIST && existing == Existing::Replace);
+        takeHiddenName();
+    }
+    check(
+        (existing == Existing::Replace ? std::rename(m_name.c_str(), target.c_str()) : renameToFreeName(m_name, target))
+        == 0);
     m_name.clear();
+}
+
+void NewFile::takeHiddenName()
+{
+    std::string name;
+    for (int number = 0;; ++number) {
+        name = hiddenName(number);
+        if (linkTo(name) == 0)
+            break;
+        check(errno == EEXIST);
+    }
+    m_name = name;
+}
+
+std::string NewFile::hiddenName(int number) const
+{
+    return joinNative(m_folder, std::string(HiddenHead) + std::to_string(getpid()) + "-" + std::to_string(number));
+}
+
+int NewFile::linkTo(const std::string& name) const
+{
+    const std::string file = OpenFiles + std::to_string(m_descriptor.handle());
+    return linkat(AT_FDCWD, file.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW);
 }
 
 void NewFile::check(bool done) const
 {
     if (!done)
         failNow(m_attempted);
+}
+
+bool isLeftOver(std::string_view name)
+{
+    if (!name.starts_with(HiddenHead))
+        return false;
+    const char* const end = name.data() + name.size();
+    pid_t process = 0;
+    int number = 0;
+    const auto first = std::from_chars(name.data() + HiddenHead.size(), end, process);
+    if (first.ec != std::errc() || process <= 0 || first.ptr == end || *first.ptr != '-')
+        return false;
+    const auto second = std::from_chars(first.ptr + 1, end, number);
+    return second.ec == std::errc() && second.ptr == end && kill(process, 0) != 0 && errno == ESRCH;
 }
 
 int renameToFreeName(const std::string& from, const std::string& to)

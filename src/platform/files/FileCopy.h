@@ -10,8 +10,9 @@
 
 namespace trovarium {
 
-// A new file under a short hidden name beside its target, which takes the target's name when it is whole and
-// vanishes otherwise. So nobody ever sees half a file under the name.
+// A new file that takes its target's name when it is whole and vanishes otherwise, so that nobody ever sees half
+// a file under the name. It has no name until then; where the file system can't do that, and for the moment in
+// which it replaces another, a short hidden one beside its target.
 class NewFile {
 public:
     NewFile(const std::string& folder, mode_t mode, Attempted attempted);
@@ -22,18 +23,28 @@ public:
     void write(std::string_view bytes);
     void copyContent(const Descriptor& source); // by the kernel where it can: shared blocks, else a copy within it
     void setModified(const timespec& time);
+    // Takes over owner, group and rights; false when the system doesn't allow it.
+    bool belongsAs(const std::string& other, const struct stat& status);
+    void sync(); // waits until the disk has the bytes
 
     enum class Existing { Replace, Keep };
     // "File already exists" when the target is to be kept.
     void becomes(const std::string& target, Existing existing);
 
 private:
+    std::string hiddenName(int number) const;
+    void takeHiddenName();
+    int linkTo(const std::string& name) const;
     void check(bool done) const;
 
+    std::string m_folder;
     Attempted m_attempted;
-    std::string m_name;
+    std::string m_name; // the hidden one, if any
     Descriptor m_descriptor;
 };
+
+// A hidden name of a new file whose process was killed before it had its own.
+bool isLeftOver(std::string_view name);
 
 // Renames without ever replacing a target; -1 with EEXIST when it is there.
 int renameToFreeName(const std::string& from, const std::string& to);

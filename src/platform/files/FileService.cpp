@@ -2,11 +2,12 @@
 
 #include "platform/files/Descriptor.h"
 #include "platform/files/FileCopy.h"
-#include "platform/files/FolderReader.h"
+#include "platform/files/FolderWalk.h"
 #include "platform/files/NamePattern.h"
 #include "platform/files/NativeErrors.h"
 #include "platform/files/OpenFile.h"
 #include "platform/files/PathResolver.h"
+#include "platform/files/WholeFile.h"
 #include "runtime/Text.h"
 
 #include <algorithm>
@@ -57,39 +58,13 @@ bool givesNoNames(FailureKind kind)
         || kind == FailureKind::BadFileNameOrNumber;
 }
 
-struct ListedName {
-    std::string capitals;
-    std::string name;
-
-    bool operator<(const ListedName& other) const
-    {
-        return capitals != other.capitals ? capitals < other.capitals : name < other.name;
-    }
-};
-
-std::vector<std::string> namesIn(const std::string& folder, FolderReader::Kind kind, const NamePattern& pattern)
+std::vector<std::string> namesOf(std::vector<FolderEntry> entries, FolderEntry::Kind kind)
 {
-    FolderReader reader(folder);
-    if (!reader.isOpen())
-        failNow(Attempted::Access);
-
-    std::vector<ListedName> found;
-    while (const std::optional<FolderReader::Entry> entry = reader.next()) {
-        if (entry->name.front() == '.' || !canBeNamed(entry->name))
-            continue;
-        std::string name = nameInside(entry->name);
-        std::string capitals = upper(name);
-        if (pattern.matches(capitals) && reader.kindOf(*entry) == kind)
-            found.push_back({std::move(capitals), std::move(name)});
-    }
-    std::sort(found.begin(), found.end());
-
     std::vector<std::string> names;
-    names.reserve(found.size());
-    for (ListedName& listed : found) {
-        // Two files that bear one name inside are one entry.
-        if (names.empty() || names.back() != listed.name)
-            names.push_back(std::move(listed.name));
+    names.reserve(entries.size());
+    for (FolderEntry& entry : entries) {
+        if (entry.kind == kind)
+            names.push_back(std::move(entry.name));
     }
     return names;
 }
@@ -180,7 +155,10 @@ struct FileService::State {
     void refuseReplacing(const Target& target, const struct stat* source) const;
     bool isSameInOtherCase(const Target& from, const Target& to) const;
     void moveAcross(const Target& from, const Target& to);
-    std::vector<std::string> list(std::string_view folderAndPattern);
+    void putWhole(std::string_view path, std::string_view bytes, Sync sync);
+
+    enum class Absent { GivesNone, Fails };
+    std::vector<FolderEntry> walk(std::string_view folderAndPattern, Absent absent);
 };
 
 Descriptor FileService::State::openForReading(std::string_view path)
@@ -259,11 +237,33 @@ void FileService::State::moveAcross(const Target& from, const Target& to)
     });
 }
 
-std::vector<std::string> FileService::State::list(std::string_view folderAndPattern)
+void FileService::State::putWhole(std::string_view path, std::string_view bytes, Sync sync)
 {
-    const std::string native = nativeAsWritten(folderAndPattern);
-    const NativePath parts = splitNative(native);
-    return namesIn(resolver.folder(parts.folder), FolderReader::Kind::File, NamePattern(parts.leaf));
+    announce(FileOperation::Open, path);
+    const Target target = this->target(path);
+    if (target.status && isInUse(*target.status))
+        throw Failure(FailureKind::FileAlreadyOpen);
+    if (target.status && (!isRegular(*target.status) || access(target.native.c_str(), W_OK) != 0))
+        throw Failure(FailureKind::PathFileAccess);
+    announce(FileOperation::Print, path);
+    const NativePath place = linkEnd(target.native);
+    made(place,
+        [&] { trovarium::putWhole(place, target.status, bytes, sync, [&] { announce(FileOperation::Close, path); }); });
+}
+
+std::vector<FolderEntry> FileService::State::walk(std::string_view folderAndPattern, Absent absent)
+{
+    announce(FileOperation::List, folderAndPattern);
+    try {
+        const NativePath parts = splitNative(nativeAsWritten(folderAndPattern));
+        return entriesOf(resolver.folder(parts.folder), NamePattern(parts.leaf));
+    } catch (const Failure& failure) {
+        if (!givesNoNames(failure.kind()))
+            throw;
+        if (absent == Absent::Fails)
+            throw Failure(FailureKind::PathNotFound);
+        return {};
+    }
 }
 
 FileService::FileService()
@@ -356,19 +356,23 @@ void FileService::closeAll()
         attempt([&] { close(m_state->numbers.begin()->first); });
 }
 
-void FileService::writeWhole(std::string_view path, std::string_view bytes)
+void FileService::writeWhole(std::string_view path, std::string_view bytes, Sync sync)
 {
-    m_state->announce(FileOperation::Print, path);
-    const State::Target target = m_state->target(path);
-    if (target.status && m_state->isInUse(*target.status))
-        throw Failure(FailureKind::FileAlreadyOpen);
-    if (target.status && (!isRegular(*target.status) || access(target.native.c_str(), W_OK) != 0))
-        throw Failure(FailureKind::PathFileAccess);
-    m_state->made(target.place, [&] {
-        NewFile file(target.place.folder, NewFileMode, Attempted::Access);
-        file.write(bytes);
-        file.becomes(target.native, NewFile::Existing::Replace);
-    });
+    m_state->putWhole(path, bytes, sync);
+}
+
+void FileService::writeLines(std::string_view path, const std::vector<std::string>& lines, Sync sync)
+{
+    std::string bytes;
+    for (const std::string& line : lines)
+        bytes.append(encodeLine(line)).append("\r\n");
+    m_state->putWhole(path, bytes, sync);
+}
+
+void FileService::replaceContent(std::string_view path, std::string_view source)
+{
+    m_state->announce(FileOperation::Copy, path);
+    m_state->putWhole(path, readWhole(m_state->openForReading(source)), Sync::Yes);
 }
 
 std::int64_t FileService::length(std::string_view path) const
@@ -407,6 +411,23 @@ void FileService::requireFolder(std::string_view path) const
     const FolderReader reader(m_state->resolver.folder(nativeAsWritten(path)));
     if (!reader.isOpen())
         failNow(Attempted::Access);
+}
+
+std::string FileService::asItStands(std::string_view path) const
+try {
+    const NativePath place = splitNative(nativeAsWritten(path));
+    struct stat status = {};
+    if (place.leaf.empty() || lstat(place.whole().c_str(), &status) == 0)
+        return std::string(path);
+    const std::string folder = m_state->resolver.folder(place.folder);
+    const std::optional<std::string> name = m_state->resolver.listings().readableName(folder, place.leaf);
+    if (!name || isFolder(joinNative(folder, *name)))
+        return std::string(path);
+    return std::string(path.substr(0, path.size() - place.leaf.size())) + nameInside(*name);
+} catch (const Failure& failure) {
+    if (failure.kind() != FailureKind::PathNotFound)
+        throw;
+    return std::string(path); // what is done with it tells of the folder
 }
 
 Instant FileService::modified(std::string_view path) const
@@ -501,41 +522,42 @@ void FileService::makeFolder(std::string_view path)
     });
 }
 
+void FileService::removeLeftOvers(std::string_view folder)
+{
+    removeLeftOversIn(m_state->resolver.folder(std::string(withoutEndSlashes(nativeAsWritten(folder)))));
+}
+
 std::vector<std::string> FileService::list(std::string_view folderAndPattern) const
 {
-    m_state->announce(FileOperation::List, folderAndPattern);
-    try {
-        return m_state->list(folderAndPattern);
-    } catch (const Failure& failure) {
-        if (!givesNoNames(failure.kind()))
-            throw;
-        return {};
-    }
+    return namesOf(m_state->walk(folderAndPattern, State::Absent::GivesNone), FolderEntry::Kind::File);
 }
 
 std::vector<std::string> FileService::listExisting(std::string_view folderAndPattern) const
 {
-    m_state->announce(FileOperation::List, folderAndPattern);
-    try {
-        return m_state->list(folderAndPattern);
-    } catch (const Failure& failure) {
-        if (!givesNoNames(failure.kind()))
-            throw;
-        throw Failure(FailureKind::PathNotFound);
-    }
+    return namesOf(m_state->walk(folderAndPattern, State::Absent::Fails), FolderEntry::Kind::File);
 }
 
 std::vector<std::string> FileService::listFolders(std::string_view folder) const
 {
-    m_state->announce(FileOperation::List, folder);
-    try {
-        const std::string native = m_state->resolver.folder(nativeAsWritten(folder));
-        return namesIn(native, FolderReader::Kind::Folder, NamePattern({}));
-    } catch (const Failure& failure) {
-        if (!givesNoNames(failure.kind()))
-            throw;
-        return {};
-    }
+    std::vector<FolderEntry> entries = m_state->walk(std::string(folder) + "\\", State::Absent::GivesNone);
+    std::erase_if(entries, [](const FolderEntry& entry) { return entry.name == "." || entry.name == ".."; });
+    return namesOf(std::move(entries), FolderEntry::Kind::Folder);
+}
+
+std::vector<FolderEntry> FileService::listAll(std::string_view folderAndPattern) const
+{
+    return m_state->walk(folderAndPattern, State::Absent::GivesNone);
+}
+
+int FileService::attributes(std::string_view path, FolderEntry::Kind known) const
+{
+    m_state->announce(FileOperation::Attributes, path);
+    if (known != FolderEntry::Kind::Unknown)
+        return known == FolderEntry::Kind::Folder ? DirectoryAttribute : 0;
+    struct stat status = {};
+    m_state->onReadable(
+        path, Attempted::Access, [&](const std::string& native) { return stat(native.c_str(), &status); });
+    return S_ISDIR(status.st_mode) ? DirectoryAttribute : 0;
 }
 
 std::string FileService::nativeForReading(std::string_view path) const
@@ -544,11 +566,6 @@ std::string FileService::nativeForReading(std::string_view path) const
     struct stat status = {};
     return m_state->onReadable(
         path, Attempted::Access, [&](const std::string& native) { return stat(native.c_str(), &status); });
-}
-
-std::string FileService::nativeForWriting(std::string_view path) const
-{
-    return m_state->resolver.exact(nativeAsWritten(path)).whole();
 }
 
 void FileService::announce(FileOperation operation, std::string_view path) const

@@ -27,13 +27,29 @@ enum class FileOperation {
     Rename,
     MakeFolder,
     Picture,
-    Exists
+    Exists,
+    Attributes
 };
 
 // Called before every operation with the path as the program knows it (of a copy the target, of a rename the
 // old name). What it throws is what the operation fails with: full disks, missing rights and torn files for
 // tests.
 using FaultHook = std::function<void(FileOperation operation, std::string_view path)>;
+
+// Whether a write waits until the disk has it, so that it outlives a loss of power too: for what a person wrote or
+// arranged. It takes as long as the disk takes.
+enum class Sync { No, Yes };
+
+// One name of a folder, with what the folder itself tells of it.
+struct FolderEntry {
+    // Unknown: only a look that may fail can tell, see `attributes`.
+    enum class Kind { File, Folder, Unknown };
+
+    std::string name;
+    Kind kind;
+};
+
+inline constexpr int DirectoryAttribute = 16;
 
 // The file system as the program sees it. A path inside the program is "/home\ann\Photos\a.jpg": a
 // slash at the start and backslashes between; both separators are taken. All failures are `Failure`.
@@ -61,14 +77,21 @@ public:
     // Closes every number. It serves where a failure is already being handled, so its own are dropped.
     void closeAll();
 
-    // Writes or replaces a whole file, beside its name first, so that no half file is seen under the name.
-    // The hook is told of a print.
-    void writeWhole(std::string_view path, std::string_view bytes);
+    // Writes or replaces a whole file in one act: whatever happens, there is the old one (or none) or the new one
+    // under the name. Rights and owner stay, and so does a link, which is followed. The hook is told of an open, a
+    // print and, before it is put in place, a close.
+    void writeWhole(std::string_view path, std::string_view bytes, Sync sync = Sync::No);
+    // The same for lines, as `print` writes them.
+    void writeLines(std::string_view path, const std::vector<std::string>& lines, Sync sync);
+    // Gives `path` the content of `source` as writeWhole does, synced. The hook is told of a copy before.
+    void replaceContent(std::string_view path, std::string_view source);
 
     std::int64_t length(std::string_view path) const; // in bytes; regular files only
     bool exists(std::string_view path) const;         // a regular file of exactly this name
     bool folderExists(std::string_view path) const;
     void requireFolder(std::string_view path) const; // "Path not found", or why it can't be listed
+    // The path of the file that is read for this one: as written, or with the one name that differs in case alone.
+    std::string asItStands(std::string_view path) const;
     Instant modified(std::string_view path) const;
     void setModified(std::string_view path, Instant instant);
 
@@ -76,6 +99,8 @@ public:
     void remove(std::string_view path);
     void rename(std::string_view from, std::string_view to);
     void makeFolder(std::string_view path);
+    // Removes the hidden files that a killed run left in a folder while it wrote.
+    void removeLeftOvers(std::string_view folder);
 
     // Names of the plain files that match folder + pattern ("*", "?", several joined by ";"), sorted as
     // lists are; a snapshot. An absent folder gives none.
@@ -84,12 +109,15 @@ public:
     std::vector<std::string> listExisting(std::string_view folderAndPattern) const;
     // Names of the folders in `folder`, without "." and "..", sorted as lists are.
     std::vector<std::string> listFolders(std::string_view folder) const;
+    // Files and folders that match folder + pattern, with "." and "..": `Dir` with the directory attribute.
+    std::vector<FolderEntry> listAll(std::string_view folderAndPattern) const;
+    // DirectoryAttribute for a folder, 0 for anything else that is there. What a walk knows of the entry (its
+    // `kind`) spares the look at the disk.
+    int attributes(std::string_view path, FolderEntry::Kind known = FolderEntry::Kind::Unknown) const;
 
-    // The path that the system knows for a file that is only to be read (with the fall-back in case), or
-    // the exact one to be written. "File not found" where there is nothing to read, "Path not found" where the
-    // folder to write to is missing. For the platform's own use.
+    // The path that the system knows for a file that is only to be read (with the fall-back in case), "File not
+    // found" where there is none. For the platform's own use.
     std::string nativeForReading(std::string_view path) const;
-    std::string nativeForWriting(std::string_view path) const;
 
     // Runs the fault hook for an operation that the picture service makes on its own.
     void announce(FileOperation operation, std::string_view path) const;

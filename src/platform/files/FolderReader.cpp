@@ -36,26 +36,27 @@ std::optional<FolderReader::Entry> FolderReader::next()
     }
 }
 
-FolderReader::Kind FolderReader::kindOf(const Entry& entry) const
+std::optional<FolderEntry::Kind> FolderReader::kindOf(const Entry& entry) const
 {
+    using Kind = FolderEntry::Kind;
     if (entry.type == DT_REG)
         return Kind::File;
     if (entry.type == DT_DIR)
         return Kind::Folder;
     if (entry.type != DT_LNK && entry.type != DT_UNKNOWN)
-        return Kind::Other;
+        return std::nullopt;
 
     // The stream holds the name with its NUL behind it.
     const char* name = entry.name.data();
     const int folder = dirfd(m_stream.get());
     struct stat status = {};
     if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return Kind::Other;
+        return errno == ENOENT ? std::nullopt : std::optional(Kind::Unknown);
     if (S_ISDIR(status.st_mode))
         return Kind::Folder;
     if (S_ISLNK(status.st_mode) && fstatat(folder, name, &status, 0) != 0)
-        return Kind::Other;
-    return S_ISREG(status.st_mode) ? Kind::File : Kind::Other;
+        return std::nullopt;
+    return S_ISREG(status.st_mode) ? std::optional(Kind::File) : std::nullopt;
 }
 
 } // namespace trovarium

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/files/FileService.h"
+
 #include <dirent.h>
 #include <memory>
 #include <optional>
@@ -12,8 +14,6 @@ namespace trovarium {
 // Reads a folder's entries in the order of the disk, without "." and "..".
 class FolderReader {
 public:
-    enum class Kind { File, Folder, Other };
-
     struct Entry {
         std::string_view name; // valid until the next one is read
         unsigned char type;    // what the folder itself tells, often unknown
@@ -29,8 +29,9 @@ public:
     // whole one.
     std::optional<Entry> next();
 
-    // A link to a file is a file; a link to a folder is neither a file nor a folder.
-    Kind kindOf(const Entry& entry) const;
+    // None for what is neither a file nor a folder: a link to a folder, too, while a link to a file is a file.
+    // Unknown where the disk doesn't answer.
+    std::optional<FolderEntry::Kind> kindOf(const Entry& entry) const;
 
 private:
     struct Closer {

@@ -36,6 +36,11 @@ TEST(FolderListings, OwnChangesDontCauseAListingEach)
             {{FolderListings::Edit::What::Gone, old}}, [&] { std::filesystem::remove(folder.native(old.leaf)); });
         EXPECT_EQ(listings.readableName(folder.path(), "FILE" + std::to_string(number) + ".JPG"), std::nullopt);
     }
+    const NativePath failed{folder.path(), "New" + fileName(0)};
+    EXPECT_THROW(listings.carry({{FolderListings::Edit::What::Gone, failed}},
+                     [] { throw Failure(FailureKind::PermissionDenied); }),
+        Failure);
+    EXPECT_EQ(listings.readableName(folder.path(), "NEWFILE0.JPG"), failed.leaf);
     EXPECT_LE(listings.foldersRead(), std::size_t{ManyFiles} / 4);
 }
 
@@ -68,18 +73,6 @@ TEST(FolderListings, AChangeByOthersInTheTickOfOurOwnIsSeen)
     folder.write("other", "");
     std::filesystem::last_write_time(folder.path(), made + std::chrono::hours(1));
     EXPECT_EQ(listings.readableName(folder.path(), "OTHER"), "other");
-}
-
-TEST(FolderListings, AFailedChangeOfOurOwnLeavesTheListingTrue)
-{
-    const TemporaryFolder folder;
-    folder.write("Here.jpg", "");
-    FolderListings listings;
-    ASSERT_EQ(listings.readableName(folder.path(), "HERE.JPG"), "Here.jpg");
-    const NativePath place{folder.path(), "Here.jpg"};
-    const auto failing = [] { throw Failure(FailureKind::PermissionDenied); };
-    EXPECT_THROW(listings.carry({{FolderListings::Edit::What::Gone, place}}, failing), Failure);
-    EXPECT_EQ(listings.readableName(folder.path(), "HERE.JPG"), "Here.jpg");
 }
 
 TEST(FolderListings, AFolderThatIsGoneOrReplacedIsNotRemembered)

@@ -77,6 +77,14 @@ TEST_F(Folders, OnlyPlainFilesAndFoldersThatCanBeNamedAreListed)
 
     EXPECT_EQ(files.list(at("*")), (Names{"link to file", "plain"}));
     EXPECT_EQ(files.listFolders(folder.inside()), Names{"sub"});
+    Names all;
+    for (const FolderEntry& entry : files.listAll(at("*"))) {
+        const int attributes = files.attributes(at(entry.name), entry.kind);
+        EXPECT_EQ(attributes, files.attributes(at(entry.name)));
+        all.push_back(entry.name + (attributes == DirectoryAttribute ? "/" : ""));
+    }
+    EXPECT_EQ(all, (Names{"./", "../", "link to file", "plain", "sub/"}));
+    EXPECT_EQ(failureOf([&] { files.attributes(at("none")); }), "File not found");
     EXPECT_TRUE(files.exists(at("link to file")));
     EXPECT_FALSE(files.exists(at("dangling")));
     EXPECT_FALSE(files.exists(at("loop")));
@@ -183,6 +191,23 @@ TEST_F(Folders, DatesAreFlooredToTheSecondAndSetAlone)
     EXPECT_EQ(after.st_mtim.tv_sec, 1234567890);
     EXPECT_EQ(after.st_mtim.tv_nsec, 0);
     EXPECT_EQ(after.st_atim.tv_sec, -5);
+}
+
+TEST_F(Folders, WhatAKilledRunLeftHiddenIsRemovedAndNothingElse)
+{
+    const std::string dead = ".new-99999999-"; // no process has such a number
+    const std::string alive = ".new-" + std::to_string(getpid()) + "-0";
+    const Names kept{alive, dead, dead + "1x", ".new-1", dead + "link", "new-99999999-0"};
+    for (const std::string& name : kept)
+        folder.write(name, "");
+    folder.write(dead + "0", "half");
+    std::filesystem::create_symlink("none", folder.native(dead + "3"));
+    std::filesystem::create_directory(folder.native(dead + "4"));
+    files.removeLeftOvers(folder.inside() + "\\");
+    Names left = kept;
+    left.insert(left.end(), {dead + "3", dead + "4"});
+    std::sort(left.begin(), left.end());
+    EXPECT_EQ(onDisk(), left);
 }
 
 TEST_F(Folders, AFolderIsMadeOneLevelAtATime)

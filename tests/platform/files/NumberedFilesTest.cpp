@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace trovarium {
 
@@ -208,14 +209,51 @@ TEST_F(NumberedFiles, RoomThatComesBackLosesNoLineThatWasPrinted)
     EXPECT_EQ(folder.read("a").size(), printed * (line.size() + 2));
 }
 
-TEST_F(NumberedFiles, FilesThatWereLeftOpenAreWrittenAtTheEnd)
+TEST_F(NumberedFiles, AWholeFileThatFindsNoRoomLeavesWhatWasThere)
 {
+    folder.write("old", "text");
+    folder.write("first", "text");
+    std::filesystem::create_hard_link(folder.native("first"), folder.native("second")); // written in place
     {
-        FileService other;
-        other.open(at("a"), OpenMode::Output, 1);
-        other.print(1, "line");
+        const SmallDisk disk(50);
+        for (const char* name : {"old", "second", "new"})
+            EXPECT_EQ(failureOf([&] { files.writeWhole(at(name), std::string(100, 'x')); }), "Disk full") << name;
     }
-    EXPECT_EQ(folder.read("a"), "line\r\n");
+    EXPECT_EQ(folder.read("old") + folder.read("second"), "texttext");
+    std::filesystem::directory_iterator entries(folder.path());
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 3) << "something is left beside";
+}
+
+TEST_F(NumberedFiles, AWholeFileKeepsRightsOwnerAndLinksOfTheOneThatItReplaces)
+{
+    constexpr uid_t Nobody = 65534;
+    std::filesystem::create_directory(folder.native("sub"));
+    for (const char* name : {"private", "sub/target", "foreign", "second"})
+        folder.write(name, "what was there before");
+    ASSERT_EQ(chmod(folder.native("private").c_str(), 0600), 0);
+    std::filesystem::create_symlink("sub/target", folder.native("link"));
+    std::filesystem::create_symlink("sub/made", folder.native("dangling"));
+    std::filesystem::create_hard_link(folder.native("second"), folder.native("first"));
+    // One that belongs to somebody else, in a folder where anybody may write.
+    ASSERT_EQ(chmod(folder.path().c_str(), 0777) | chmod(folder.native("foreign").c_str(), 0666), 0);
+    const bool isRoot = geteuid() == 0;
+    for (const std::string name : {"private", "link", "dangling", "second", "foreign"}) {
+        const bool asNobody = isRoot && name == "foreign";
+        ASSERT_EQ(asNobody ? seteuid(Nobody) : 0, 0);
+        const std::string failure = failureOf([&] { files.writeLines(at(name), {"Köln", "after"}, Sync::Yes); });
+        ASSERT_EQ(asNobody ? seteuid(0) : 0, 0);
+        EXPECT_EQ(failure, "") << name;
+        EXPECT_EQ(folder.read(name), "K\xF6ln\r\nafter\r\n") << name;
+    }
+    struct stat status = {};
+    ASSERT_EQ(stat(folder.native("private").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0600U);
+    ASSERT_EQ(stat(folder.native("foreign").c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, geteuid());
+    EXPECT_EQ(folder.read("first"), folder.read("second"));
+    for (const char* name : {"link", "dangling"})
+        EXPECT_TRUE(std::filesystem::is_symlink(folder.native(name))) << name;
+    EXPECT_EQ(folder.read("sub/made"), folder.read("sub/target"));
 }
 
 TEST_F(NumberedFiles, AnInjectedFaultIsWhatTheOperationFailsWith)
@@ -237,53 +275,20 @@ TEST_F(NumberedFiles, AnInjectedFaultIsWhatTheOperationFailsWith)
         {FileOperation::Delete, [&] { files.remove(at("a")); }},
         {FileOperation::Rename, [&] { files.rename(at("a"), at("b")); }},
         {FileOperation::MakeFolder, [&] { files.makeFolder(at("c")); }},
+        {FileOperation::Attributes, [&] { files.attributes(at("a"), FolderEntry::Kind::File); }},
         {FileOperation::Print, [&] { files.writeWhole(at("b"), "x"); }},
+        {FileOperation::Close, [&] { files.writeWhole(at("b"), "x"); }},
     };
     const Instant before = files.modified(at("a"));
     for (const auto& [operation, statement] : operations) {
         failing = operation;
         seen.clear();
         EXPECT_EQ(failureOf(statement), "Disk full");
-        EXPECT_EQ(seen, std::vector<FileOperation>{operation});
+        EXPECT_EQ(seen.back(), operation);
     }
     failing.reset();
     EXPECT_EQ(files.list(at("*")), Lines{"a"}) << "nothing was done";
     EXPECT_EQ(files.modified(at("a")), before);
-}
-
-TEST_F(NumberedFiles, AFaultAtPrintOrCloseTearsTheFile)
-{
-    std::optional<FileOperation> failing;
-    files.setFaultHook([&](FileOperation operation, std::string_view) {
-        if (operation == failing)
-            throw Failure(FailureKind::DiskFull);
-    });
-    files.open(at("a"), OpenMode::Output, 1);
-    files.print(1, "one");
-    failing = FileOperation::Print;
-    EXPECT_EQ(failureOf([&] { files.print(1, "two"); }), "Disk full");
-    failing.reset();
-    files.close(1);
-    EXPECT_EQ(folder.read("a"), "one\r\n");
-
-    files.open(at("a"), OpenMode::Output, 1);
-    files.print(1, "one");
-    failing = FileOperation::Close;
-    EXPECT_EQ(failureOf([&] { files.close(1); }), "Disk full");
-    EXPECT_EQ(folder.read("a"), "");
-    EXPECT_EQ(files.freeFile(), 1);
-
-    files.open(at("b"), OpenMode::Output, 2);
-    files.open(at("c"), OpenMode::Output, 3);
-    files.closeAll();
-    EXPECT_EQ(files.freeFile(), 1) << "a number that can't be closed properly is closed nevertheless";
-
-    folder.write("d", "line");
-    files.open(at("d"), OpenMode::Input, 4);
-    failing = FileOperation::LineInput;
-    EXPECT_EQ(failureOf([&] { files.lineInput(4); }), "Disk full");
-    failing.reset();
-    EXPECT_EQ(files.lineInput(4), "line");
 }
 
 } // namespace trovarium

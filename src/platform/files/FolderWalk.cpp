@@ -1,0 +1,83 @@
+#include "platform/files/FolderWalk.h"
+
+#include "platform/files/FileCopy.h"
+#include "platform/files/FolderReader.h"
+#include "platform/files/NativeErrors.h"
+#include "platform/files/Paths.h"
+#include "runtime/Text.h"
+
+#include <algorithm>
+#include <optional>
+#include <unistd.h>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+struct Listed {
+    std::string capitals;
+    FolderEntry entry;
+    bool isUtf8;
+
+    // Of two that bear one name the UTF-8 one comes first.
+    bool operator<(const Listed& other) const
+    {
+        if (capitals != other.capitals)
+            return capitals < other.capitals;
+        return entry.name != other.entry.name ? entry.name < other.entry.name : isUtf8 && !other.isUtf8;
+    }
+};
+
+FolderReader openFolder(const std::string& folder)
+{
+    FolderReader reader(folder);
+    if (!reader.isOpen())
+        failNow(Attempted::Access);
+    return reader;
+}
+
+} // namespace
+
+std::vector<FolderEntry> entriesOf(const std::string& folder, const NamePattern& pattern)
+{
+    FolderReader reader = openFolder(folder);
+    std::vector<Listed> found;
+    for (const char* name : {".", ".."}) {
+        if (pattern.matches(name))
+            found.push_back({name, {name, FolderEntry::Kind::Folder}, true});
+    }
+    while (const std::optional<FolderReader::Entry> entry = reader.next()) {
+        if (entry->name.front() == '.' || !canBeNamed(entry->name))
+            continue;
+        std::string name = nameInside(entry->name);
+        std::string capitals = upper(name);
+        if (!pattern.matches(capitals))
+            continue;
+        if (const std::optional<FolderEntry::Kind> kind = reader.kindOf(*entry)) {
+            const bool isUtf8 = name == entry->name;
+            found.push_back({std::move(capitals), {std::move(name), *kind}, isUtf8});
+        }
+    }
+    std::sort(found.begin(), found.end());
+
+    std::vector<FolderEntry> entries;
+    entries.reserve(found.size());
+    for (Listed& listed : found) {
+        if (entries.empty() || entries.back().name != listed.entry.name)
+            entries.push_back(std::move(listed.entry));
+    }
+    return entries;
+}
+
+void removeLeftOversIn(const std::string& folder)
+{
+    FolderReader reader = openFolder(folder);
+    while (const std::optional<FolderReader::Entry> entry = reader.next()) {
+        // No folder and no link that someone gave such a name.
+        if (entry->type != DT_LNK && isLeftOver(entry->name) && reader.kindOf(*entry) == FolderEntry::Kind::File)
+            unlink(joinNative(folder, entry->name).c_str());
+    }
+}
+
+} // namespace trovarium
