@@ -32,7 +32,7 @@ try {
     if (!askForNewName(name))
         return;
     constexpr int fileNumber = 1;
-    m_album.files.open(m_album.paths.SlideGroupPath + "\\" + name + ".lst", OpenMode::Output, fileNumber);
+    m_album.files.open(groupListPath(m_album, "\\" + name + ".lst"), OpenMode::Output, fileNumber);
     m_album.files.close(fileNumber);
     if (Mode == CreateWithCopies)
         AddToGroup(name + ".lst");
@@ -70,7 +70,7 @@ try {
         "Are you sure you want to delete this group -> " + name, Buttons::YesNo, "");
     if (answer != Answer::Yes)
         return;
-    const std::string path = m_album.paths.SlideGroupPath + name + ".lst";
+    const std::string path = groupListPath(m_album, name + ".lst");
     if (!m_album.files.exists(path))
         return;
     m_album.files.remove(path);
@@ -109,9 +109,7 @@ void GroupCommands::renameTo(const std::string& name)
     const AlbumPaths& paths = m_album.paths;
     const std::string old = m_album.group.CurrentGroupName;
     const int row = m_form.groupList().CurrentGroupRow;
-    attempt([&] {
-        m_album.files.rename(paths.SlideGroupPath + "\\" + old + ".lst", paths.SlideGroupPath + "\\" + name + ".lst");
-    });
+    attempt([&] { renameGroupList(m_album, "\\" + old + ".lst", "\\" + name + ".lst"); });
     attempt([&] { m_album.files.rename(paths.MidiPath + "\\" + old + ".mid", paths.MidiPath + "\\" + name + ".mid"); });
     m_album.group.CurrentGroupName = name;
     attempt([&] { m_form.lbAlbumList(row).Caption = name; });

@@ -44,7 +44,7 @@ try {
             m_form.lstSlideGroups.AddItem(std::move(name));
     }
     // The list without a name is one of the names that a listing leaves out.
-    if (m_album.files.exists(m_album.paths.SlideGroupPath + ".lst"))
+    if (m_album.files.exists(groupListPath(m_album, ".lst")))
         m_form.lstSlideGroups.AddItem("");
     // There whether or not it has a file; its blanks sort it first.
     m_form.lstSlideGroups.AddItem(std::string(AllPhotosGroupName));

@@ -47,6 +47,7 @@ try {
     attempt([&] { readFolderSettings(m_album); });
     attempt([&] { requireSlideGroupPath(); });
     attempt([&] { CheckDirPaths(m_album, m_desktop); });
+    attempt([&] { removeLeftOvers(m_album); });
     attempt([&] { m_splash().show(); });
     attempt([&] { m_desktop.DoEvents(); });
     // A click on the splash form while it checks takes effect where the passes let events run.

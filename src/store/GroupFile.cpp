@@ -14,11 +14,6 @@ namespace trovarium {
 
 namespace {
 
-std::string listPath(const Album& album, std::string_view fileName)
-{
-    return album.paths.SlideGroupPath + std::string(fileName);
-}
-
 void printSelected(FileService& files, int number, const GroupOnShow& group, std::int32_t first, std::int16_t last)
 {
     for (std::int32_t i = first; i <= last; ++i) {
@@ -48,15 +43,29 @@ std::string groupNameOf(std::string_view fileName)
     return std::string(fileName.substr(0, fileName.find('.')));
 }
 
+std::string groupListPath(const Album& album, std::string_view fileName)
+{
+    return album.files.asItStands(album.paths.SlideGroupPath + std::string(fileName));
+}
+
+void renameGroupList(Album& album, std::string_view from, std::string_view to)
+{
+    const std::string source = groupListPath(album, from);
+    const std::string target = groupListPath(album, to);
+    // Another case of its own name is free.
+    album.files.rename(source, target == source ? album.paths.SlideGroupPath + std::string(to) : target);
+}
+
 bool readGroupList(Album& album, std::string_view fileName)
 {
     FileService& files = album.files;
     GroupOnShow& group = album.group;
     group.GroupList.clear();
-    const bool whole = withFileQuietly(files, listPath(album, fileName), OpenMode::Input, [&](int number) {
-        while (!files.endOfFile(number))
-            group.GroupList.append(files.lineInput(number));
-    });
+    const bool whole =
+        withFileQuietly(files, album.paths.SlideGroupPath + std::string(fileName), OpenMode::Input, [&](int number) {
+            while (!files.endOfFile(number))
+                group.GroupList.append(files.lineInput(number));
+        });
     if (whole)
         group.GroupSelect.redimension(group.GroupList.upperBound());
     return whole;
@@ -64,21 +73,23 @@ bool readGroupList(Album& album, std::string_view fileName)
 
 // From element 0 on: when its flag is set, an empty line is written.
 bool AddToGroup(Album& album, std::string_view fileName)
-{
+try {
     const GroupOnShow& group = album.group;
-    return withFileQuietly(album.files, listPath(album, fileName), OpenMode::Append,
+    return withFileQuietly(album.files, groupListPath(album, fileName), OpenMode::Append,
         [&](int number) { printSelected(album.files, number, group, 0, toInt16(group.GroupSelect.upperBound())); });
+} catch (const Failure&) {
+    return false;
 }
 
 bool RemoveFromGroupFile(Album& album, std::string_view fileName)
 {
     FileService& files = album.files;
     const GroupOnShow& group = album.group;
-    const std::string path = listPath(album, fileName);
-    const std::string scratchPath = listPath(album, "temp.group");
+    const std::string scratchPath = album.paths.SlideGroupPath + "temp.group";
     int input = 0;
     int output = 0;
     try {
+        const std::string path = groupListPath(album, fileName);
         input = files.freeFile();
         files.open(path, OpenMode::Input, input);
         output = files.freeFile();
@@ -94,8 +105,8 @@ bool RemoveFromGroupFile(Album& album, std::string_view fileName)
         }
         files.close(output);
         files.close(input);
-        files.remove(path);
-        files.rename(scratchPath, path);
+        files.replaceContent(path, scratchPath);
+        attempt([&] { files.remove(scratchPath); }); // else the next use empties it
         return true;
     } catch (const Failure&) {
         attempt([&] { files.close(output); });
@@ -108,10 +119,12 @@ bool ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t drop
 try {
     FileService& files = album.files;
     const GroupOnShow& group = album.group;
+    if (group.GroupSelect.upperBound() != group.GroupList.upperBound())
+        return false;
     // Before the file is emptied: a group that is too long for the walk keeps its list.
     const std::int16_t last = toInt16(group.GroupList.upperBound());
     const std::int16_t position = blockPosition(dropPosition, last);
-    return withFileQuietly(files, listPath(album, fileName), OpenMode::Output, [&](int number) {
+    return withFileQuietly(files, groupListPath(album, fileName), OpenMode::Output, [&](int number) {
         if (position == 0)
             printSelected(files, number, group, 1, last);
         for (std::int32_t i = 1; i <= last; ++i) {

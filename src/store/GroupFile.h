@@ -16,6 +16,13 @@ bool isAllPhotosGroup(std::string_view name); // compared in capitals
 // What stands before the first "." of a list file's name.
 std::string groupNameOf(std::string_view fileName);
 
+// The path of a list file as it stands on the disk: a library from a file system without case has "Trip.LST" where
+// the program asks for "Trip.lst". For all that writes, deletes or asks for a list.
+std::string groupListPath(const Album& album, std::string_view fileName);
+
+// Failures go to the caller, as for every rename: it never replaces another list.
+void renameGroupList(Album& album, std::string_view from, std::string_view to);
+
 // The work on group list files; `fileName` has its extension. All catch any failure, close what they opened
 // and give false: no message, no log line.
 
@@ -30,7 +37,8 @@ bool AddToGroup(Album& album, std::string_view fileName);
 bool RemoveFromGroupFile(Album& album, std::string_view fileName);
 
 // Moves the selected photographs as one block: +n behind position n, -n in front of position n. A position
-// beyond the last photograph is taken as the last one. Written in place.
+// beyond the last photograph is taken as the last one. Written in place, and only while GroupSelect belongs to
+// GroupList: after a list that couldn't be read it doesn't.
 bool ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t dropPosition);
 
 // Replaces each of the ten characters that a file name can't hold by "_"; true if nothing had to be changed.

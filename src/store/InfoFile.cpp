@@ -11,6 +11,7 @@
 #include <array>
 #include <cstddef>
 #include <tuple>
+#include <vector>
 
 namespace trovarium {
 
@@ -18,15 +19,16 @@ namespace {
 
 using InfoLines = std::array<std::string, 10>;
 
-bool writeInfoFile(FileService& files, std::string_view path, const InfoLines& values)
+// Whole or not at all: a file that was begun would be an empty one, and its photograph would be out of all groups.
+bool writeInfoFile(FileService& files, std::string_view path, const InfoLines& values, Sync sync)
 {
     // The mixed case is the format.
     static constexpr std::array<std::string_view, std::tuple_size_v<InfoLines>> Keys{"PhotoPath", "TITLE",
         "PHOTOGRAPHER", "YEAR", "PEOPLE", "PLACE", "EVENT", "KEYWORDS", "ImageWidth", "ImageHeight"};
-    return withFileQuietly(files, path, OpenMode::Output, [&](int number) {
-        for (std::size_t i = 0; i < Keys.size(); ++i)
-            files.print(number, std::string(Keys[i]).append("=").append(values[i]));
-    });
+    std::vector<std::string> lines;
+    for (std::size_t i = 0; i < Keys.size(); ++i)
+        lines.push_back(std::string(Keys[i]).append("=").append(values[i]));
+    return !attempt([&] { files.writeLines(path, lines, sync); });
 }
 
 // Stores the value of one line; a key that is none of the ten is passed over.
@@ -109,16 +111,20 @@ bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info)
 bool SaveImageInfo(Album& album, std::int32_t index)
 try {
     const PhotoInfo& info = album.info;
-    return writeInfoFile(album.files, album.paths.InfoPath + album.group.GroupList(index) + ".info",
+    // Where it was read: a library from a file system without case has its names in any case.
+    const std::string path = album.files.asItStands(album.paths.InfoPath + album.group.GroupList(index) + ".info");
+    return writeInfoFile(album.files, path,
         {info.PhotoLink, info.Title, info.Photographer, info.Year, info.People, info.Place, info.Event, info.Keywords,
-            numberText(std::int64_t{info.ImageWidth}), numberText(std::int64_t{info.ImageHeight})});
+            numberText(std::int64_t{info.ImageWidth}), numberText(std::int64_t{info.ImageHeight})},
+        Sync::Yes);
 } catch (const Failure&) {
     return false;
 }
 
 bool CreateInfoFile(FileService& files, std::string_view infoFilePath, std::string_view photoLinkValue)
 {
-    return writeInfoFile(files, infoFilePath, {std::string(photoLinkValue), std::string(infoFilePath)});
+    // Nobody's words yet, and a first start makes thousands.
+    return writeInfoFile(files, infoFilePath, {std::string(photoLinkValue), std::string(infoFilePath)}, Sync::No);
 }
 
 // The program's path and `ProgramFolder` are one text here: the root of the file system is "/", which is no

@@ -96,6 +96,16 @@ try {
     logFailure(album, "CheckDirPaths", failure);
 }
 
+void removeLeftOvers(Album& album)
+{
+    const AlbumPaths& paths = album.paths;
+    for (const std::string& folder :
+        {paths.PhotoPath, paths.ThumbnailPath, paths.InfoPath, paths.SlideGroupPath, paths.AudioPath, paths.MidiPath}) {
+        attempt([&] { album.files.removeLeftOvers(folder); });
+        attempt([&] { album.files.removeLeftOvers(folder + "Removed\\"); });
+    }
+}
+
 bool IsFolderReadOnly(Album& album, std::string_view path)
 {
     if (path.empty())

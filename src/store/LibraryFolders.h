@@ -20,6 +20,9 @@ void readFolderSettings(Album& album);
 // folder of the installed copy.
 void CheckDirPaths(Album& album, Desktop& desktop);
 
+// What a killed run left hidden in the library's folders while it wrote goes, quietly.
+void removeLeftOvers(Album& album);
+
 // True when no file can be written in `path`; then `ReadOnlyLibrary` is set too. Leaves nothing behind.
 bool IsFolderReadOnly(Album& album, std::string_view path);
 

@@ -1,10 +1,12 @@
 #include "store/GroupFile.h"
 
 #include "runtime/Failure.h"
+#include "support/FailureOf.h"
 #include "support/TestAlbum.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <utility>
 
 namespace trovarium {
@@ -100,9 +102,12 @@ TEST_F(GroupFile, LosesOnlyLinesThatAgreeInPositionAndName)
     for (const auto& one : cases) {
         test.putGroup("G.lst", one.file);
         test.put(test.paths().SlideGroupPath + "temp.group", "left behind");
+        const std::string list = toNativePath(test.paths().SlideGroupPath + "G.lst");
+        std::filesystem::permissions(list, std::filesystem::perms::owner_all);
         test.showGroup({"a", "b", "c", "d"}, one.selected);
         EXPECT_TRUE(RemoveFromGroupFile(test.album(), "G.lst"));
         EXPECT_EQ(bytes("G.lst"), joinedLines(one.kept));
+        EXPECT_EQ(std::filesystem::status(list).permissions(), std::filesystem::perms::owner_all);
         EXPECT_FALSE(test.isThere(test.paths().SlideGroupPath + "temp.group"));
     }
 }
@@ -111,7 +116,7 @@ TEST_F(GroupFile, ARemovalThatFailsKeepsTheList)
 {
     const std::string whole = joinedLines({"a", "b", "c"});
     for (const FileOperation failing : {FileOperation::Open, FileOperation::LineInput, FileOperation::Print,
-             FileOperation::Close, FileOperation::Delete}) {
+             FileOperation::Close, FileOperation::Copy}) {
         test.putGroup("G.lst", {"a", "b", "c"});
         test.showGroup({"a", "b", "c"}, {1});
         test.files().setFaultHook(failAt(failing, 1));
@@ -134,6 +139,8 @@ TEST_F(GroupFile, MovesTheSelectedLinesAsOneBlock)
         {{3, 5}, 3, "abced"},
         {{1, 3}, -3, "bacde"},
         {{1, 2}, -6, "cdeab"},
+        {{2}, 0, "bacde"},
+        {{1, 4}, -1, "adbce"},
         {{1}, 40000, "bcdea"},
         {{}, 2, "abcde"},
     };
@@ -145,6 +152,34 @@ TEST_F(GroupFile, MovesTheSelectedLinesAsOneBlock)
             order.emplace_back(1, name);
         EXPECT_EQ(bytes("G.lst"), joinedLines(order)) << "dropped at " << one.dropPosition;
     }
+}
+
+TEST_F(GroupFile, AListIsNeverReorderedByFlagsThatBelongToAnother)
+{
+    test.putGroup("G.lst", {"a", "b"});
+    test.showGroup({"a", "b"}, {1});
+    EXPECT_FALSE(readGroupList(test.album(), "none.lst"));
+    EXPECT_FALSE(ReorderGroupFile(test.album(), "G.lst", 2));
+    EXPECT_EQ(bytes("G.lst"), joinedLines({"a", "b"}));
+}
+
+TEST_F(GroupFile, AListOfAnotherCaseIsTheOneThatIsMeant)
+{
+    const std::string folder = test.paths().SlideGroupPath;
+    const auto lists = [&] { return test.files().list(folder + "*"); };
+    test.putGroup("Trip.LST", {"a", "b"});
+    test.showGroup({"a", "b"}, {1});
+    EXPECT_TRUE(AddToGroup(test.album(), "Trip.lst"));
+    EXPECT_TRUE(RemoveFromGroupFile(test.album(), "Trip.lst"));
+    EXPECT_EQ(bytes("Trip.LST"), joinedLines({"b", "a"}));
+    EXPECT_TRUE(ReorderGroupFile(test.album(), "Trip.lst", 2));
+    EXPECT_EQ(bytes("Trip.LST"), joinedLines({"b", "a"}));
+    EXPECT_EQ(lists(), Lines{"Trip.LST"});
+    renameGroupList(test.album(), "Trip.lst", "trip.lst");
+    EXPECT_EQ(lists(), Lines{"trip.lst"});
+    test.putGroup("Rome.LST", {});
+    EXPECT_EQ(failureOf([&] { renameGroupList(test.album(), "Trip.lst", "Rome.lst"); }), "File already exists");
+    EXPECT_EQ(lists(), (Lines{"Rome.LST", "trip.lst"}));
 }
 
 TEST_F(GroupFile, MoreLinesThanAWalkCountsLoadButAreNeverRewritten)

@@ -85,17 +85,20 @@ TEST_F(InfoFile, IsWrittenAsTenLinesAndANewOneIsTitledWithItsOwnPath)
             "PHOTOGRAPHER=", "YEAR=", "PEOPLE=", "PLACE=", "EVENT=", "KEYWORDS=", "ImageWidth=", "ImageHeight="}));
 }
 
-TEST_F(InfoFile, AFailingWriteIsToldAndLeavesNoFileOpen)
+TEST_F(InfoFile, AFailingWriteLeavesWhatWasThereAndASaveGoesWhereItWasRead)
 {
-    test.showGroup({"a.jpg"});
+    test.showGroup({"A.jpg"});
+    test.put(test.paths().InfoPath + "a.JPG.info", "TITLE=old\r\n");
+    const auto before = test.allFiles();
     for (const FileOperation failing : {FileOperation::Open, FileOperation::Print, FileOperation::Close}) {
         failAt(failing, FailureKind::DiskFull);
         EXPECT_FALSE(SaveImageInfo(test.album(), 1));
         EXPECT_FALSE(CreateInfoFile(test.files(), test.paths().InfoPath + "b.jpg.info", "x"));
         test.files().setFaultHook({});
-        EXPECT_EQ(test.files().freeFile(), 1);
-        EXPECT_TRUE(SaveImageInfo(test.album(), 1));
+        EXPECT_EQ(test.allFiles(), before) << "half a file";
     }
+    EXPECT_TRUE(SaveImageInfo(test.album(), 1));
+    EXPECT_EQ(test.files().list(test.paths().InfoPath + "*"), std::vector<std::string>{"a.JPG.info"});
     EXPECT_EQ(log(), "");
 }
 

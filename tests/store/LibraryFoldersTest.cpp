@@ -168,7 +168,7 @@ protected:
         for (const std::string name : {"a.jpg", "b.jpg"})
             putOnMedium(test.paths().InfoPath + name + ".info", "TITLE=medium\r\n", mediumDate);
         putOnMedium(test.paths().SlideGroupPath + "Trip.lst", "a.jpg\r\n", mediumDate);
-        test.setSetting("Installation", "Path", test.folder().inside() + "\\installed");
+        test.setSetting("Installation", "Path", test.folder().native("not/there/yet")); // in the system's form
         test.files().setFaultHook(readOnlyBelow(test.library()));
     }
 
@@ -200,7 +200,7 @@ TEST_F(ReadOnlyLibrary, KeepsItsTextsInTheInstalledCopyAndASilentLog)
 {
     start();
     EXPECT_TRUE(test.album().ReadOnlyLibrary);
-    const std::string moved = test.folder().inside() + "\\installed\\CD-5\\";
+    const std::string moved = test.folder().inside("not\\there\\yet\\CD-5\\");
     EXPECT_EQ(test.paths().InfoPath, moved + "Photo_Info\\");
     EXPECT_EQ(test.paths().SlideGroupPath, moved + "Photo_Slidegroups\\");
     EXPECT_EQ(test.bytes(test.paths().SlideGroupPath + "Trip.lst"), "a.jpg\r\n");
@@ -209,14 +209,6 @@ TEST_F(ReadOnlyLibrary, KeepsItsTextsInTheInstalledCopyAndASilentLog)
     EXPECT_EQ(test.paths().AudioPath, onMedium.AudioPath);
     logFailure(test.album(), "Main", Failure(FailureKind::FileNotFound));
     EXPECT_FALSE(test.isThere(test.library() + "\\Trovarium.Log"));
-}
-
-TEST_F(ReadOnlyLibrary, MakesAnInstalledCopyThatTheSettingNamesInTheSystemsForm)
-{
-    test.setSetting("Installation", "Path", test.folder().native("not/there/yet"));
-    start();
-    EXPECT_EQ(test.paths().InfoPath, test.folder().inside("not\\there\\yet\\CD-5\\Photo_Info\\"));
-    EXPECT_EQ(test.bytes(test.paths().SlideGroupPath + "Trip.lst"), "a.jpg\r\n");
 }
 
 TEST_F(ReadOnlyLibrary, KeepsEditsUntilTheMediumIsNewer)
@@ -235,11 +227,26 @@ TEST_F(ReadOnlyLibrary, KeepsEditsUntilTheMediumIsNewer)
 TEST(WritableLibrary, StaysWhereTheSettingsPutIt)
 {
     TestAlbum test;
-    test.setSetting("SourceFolders", "Photos", "/elsewhere"); // no backslash is added
-    readFolderSettings(test.album());
+    const struct {
+        std::string AlbumPaths::*path;
+        std::string_view key;
+        std::string_view folder;
+    } cases[] = {
+        {&AlbumPaths::PhotoPath, "Photos", "Photos"},
+        {&AlbumPaths::ThumbnailPath, "Thumbnails", "Photo_Thumbnails"},
+        {&AlbumPaths::InfoPath, "Info", "Photo_Info"},
+        {&AlbumPaths::SlideGroupPath, "SlideGroups", "Photo_SlideGroups"},
+        {&AlbumPaths::AudioPath, "AudioClips", "Photo_Audio"},
+        {&AlbumPaths::MidiPath, "MidiMusic", "Photo_Midi"},
+    };
+    for (const auto& one : cases) {
+        EXPECT_EQ(test.paths().*one.path, test.library() + "\\" + std::string(one.folder) + "\\");
+        test.setSetting("SourceFolders", one.key, "/elsewhere"); // no backslash is added
+        readFolderSettings(test.album());
+        EXPECT_EQ(test.paths().*one.path, "/elsewhere") << one.key;
+    }
     CheckDirPaths(test.album(), testDesktop());
-    EXPECT_EQ(test.paths().PhotoPath, "/elsewhere");
-    EXPECT_EQ(test.paths().SlideGroupPath, test.library() + "\\Photo_SlideGroups\\");
+    EXPECT_EQ(test.paths().SlideGroupPath, "/elsewhere");
     EXPECT_FALSE(test.album().ReadOnlyLibrary);
 }
 
