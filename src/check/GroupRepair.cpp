@@ -15,12 +15,15 @@ namespace {
 
 constexpr int FatalExit = 1;
 
-// An empty information file counts as missing.
+// An empty information file counts as missing. Any other failure than that it is absent tells nothing of the
+// photograph, and goes to the caller.
 bool hasInfoFile(const Album& album, const std::string& name)
-{
-    bool found = false;
-    attempt([&] { found = album.files.length(album.paths.InfoPath + name + ".info") > 0; });
-    return found;
+try {
+    return album.files.length(album.paths.InfoPath + name + ".info") > 0;
+} catch (const Failure& failure) {
+    if (failure.kind() != FailureKind::FileNotFound && failure.kind() != FailureKind::PathNotFound)
+        throw;
+    return false;
 }
 
 // Writes the lines of `list` that name an information file to `scratch`; a failure leaves by the caller's
@@ -51,10 +54,11 @@ void copyLivingLines(Album& album, const std::string& list, const std::string& s
 
 void repairList(Album& album, const std::string& list, const std::string& scratch)
 {
-    // The list is replaced in one act: neither a full disk nor a loss of power leaves the folder without it.
+    // The list is replaced in one act, and only after the disk has the new one: neither a full disk nor a loss of
+    // power leaves the folder without it.
     attempt([&] {
         copyLivingLines(album, list, scratch);
-        album.files.copy(scratch, list);
+        album.files.replaceContent(list, scratch);
     });
     attempt([&] { album.files.remove(scratch); });
 }

@@ -168,8 +168,7 @@ try {
         count = toInt16(m_splash.File1.ListCount());
     });
     attempt([&] { file = m_album.files.freeFile(); });
-    attempt(
-        [&] { m_album.files.open(m_album.paths.SlideGroupPath + std::string(GroupFileName), OpenMode::Output, file); });
+    attempt([&] { m_album.files.open(groupListPath(m_album, GroupFileName), OpenMode::Output, file); });
     for (int index = 0; index < count; ++index) {
         attempt([&] { m_album.files.print(file, withoutLast(m_splash.File1.List(index), InfoEnding.size())); });
         attempt([&] { updateProgress(index, count, GroupPassBase); });

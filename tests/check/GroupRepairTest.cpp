@@ -2,6 +2,7 @@
 
 #include "check/GroupRepair.h"
 
+#include <filesystem>
 #include <utility>
 
 namespace trovarium {
@@ -25,10 +26,19 @@ TEST_F(GroupRepairTest, KeepsOrderAndDoublesOfWhatIsThereInEveryFileOfTheFolder)
     for (const std::string& list : lists)
         test.put(groupList(list), before);
     test.put(groupList("Empty.lst"), "");
+    test.put(groupList("TmpGroup.lst"), joinedLines({"a.bmp"})); // of an earlier run, no group
+    const Instant longAgo{std::chrono::seconds(1'000'000'000)};
+    desktop.files().setModified(groupList("Empty.lst"), longAgo);
+    std::filesystem::permissions(toNativePath(groupList("Rome.lst")), std::filesystem::perms::owner_all);
+    std::filesystem::create_symlink("notes.txt", toNativePath(groupList("Link.lst")));
     repair();
     for (const std::string& list : lists)
         EXPECT_EQ(test.bytes(groupList(list)), joinedLines({"b.bmp", "a.bmp", "b.bmp"})) << list;
     EXPECT_TRUE(test.isThere(groupList("Empty.lst")));
+    EXPECT_NE(dateOf(groupList("Empty.lst")), longAgo) << "a list is dated by each check";
+    EXPECT_EQ(
+        std::filesystem::status(toNativePath(groupList("Rome.lst"))).permissions(), std::filesystem::perms::owner_all);
+    EXPECT_TRUE(std::filesystem::is_symlink(toNativePath(groupList("Link.lst"))));
     EXPECT_FALSE(isScratchThere());
     EXPECT_EQ(desktop.Screen().MousePointer(), DefaultPointer);
 }
@@ -47,6 +57,7 @@ TEST_F(GroupRepairTest, AFailureLeavesTheListAsItStands)
         {FileOperation::Print, "TmpGroup.lst", FailureKind::DiskFull},
         {FileOperation::Close, "TmpGroup.lst", FailureKind::DiskFull},
         {FileOperation::Copy, "Rome.lst", FailureKind::DiskFull},
+        {FileOperation::Length, "b.bmp.info", FailureKind::DeviceIo},
         {FileOperation::List, "Photo_Info\\*.*", FailureKind::DeviceIo},
     };
     const std::string before = joinedLines({"a.bmp", "lost.bmp", "b.bmp"});
@@ -76,18 +87,6 @@ TEST_F(GroupRepairTest, NothingIsRewrittenWithoutTheFolderOfTheInformationFilesO
     test.album().AutoCheckBypass = true;
     repair();
     EXPECT_EQ(test.bytes(groupList("Rome.lst")), before);
-}
-
-TEST_F(GroupRepairTest, AScratchFileOfAnEarlierRunIsNoGroup)
-{
-    for (const std::string list : {"", "b.bmp\r\n"}) {
-        test.put(groupList("TmpGroup.lst"), joinedLines({"a.bmp", "b.bmp"}));
-        if (!list.empty())
-            test.put(groupList("Rome.lst"), list);
-        repair();
-        EXPECT_FALSE(isScratchThere());
-        EXPECT_EQ(test.bytes(groupList("Rome.lst")), list);
-    }
 }
 
 TEST_F(GroupRepairTest, ABlankPathEndsTheProgram)

@@ -26,39 +26,6 @@ std::string buildText(int count)
 
 using RepairPassesTest = LibraryCheck;
 
-TEST_F(RepairPassesTest, PhotographsThatWereDroppedInSettleInThreeStarts)
-{
-    std::vector<std::string> names;
-    for (int i = 10; i < 50; ++i) {
-        names.push_back("photo" + std::to_string(i) + ".bmp");
-        addPhoto(names.back(), 40 + i, 50);
-    }
-
-    start();
-    EXPECT_EQ(allPhotos(), joinedLines(names));
-    EXPECT_EQ(test.bytes(infoFile("photo12.bmp")),
-        joinedLines({"PhotoPath=\\Photos\\photo12.bmp", "TITLE=" + infoFile("photo12.bmp"),
-            "PHOTOGRAPHER=", "YEAR=", "PEOPLE=", "PLACE=", "EVENT=", "KEYWORDS=", "ImageWidth=", "ImageHeight="}));
-    EXPECT_FALSE(test.isThere(thumbnail("photo12.bmp")));
-
-    start();
-    for (const std::string& name : names) {
-        ASSERT_TRUE(test.isThere(thumbnail(name))) << name;
-        EXPECT_EQ(dateOf(thumbnail(name)), dateOf(photo(name))) << name;
-    }
-
-    const auto before = test.allFiles();
-    std::vector<std::string> changed;
-    desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
-        const bool isGroupList = path.ends_with(".lst");
-        if ((operation == FileOperation::Print || operation == FileOperation::SetDate) && !isGroupList)
-            changed.emplace_back(path);
-    });
-    start();
-    EXPECT_TRUE(changed.empty()) << changed.front();
-    EXPECT_EQ(test.allFiles(), before);
-}
-
 TEST_F(RepairPassesTest, OddNamesSettleEachWithFilesOfItsOwn)
 {
     const std::vector<std::string> kept{"aXb.bmp", "CASE.BMP", "Case.bmp"};
@@ -107,17 +74,6 @@ TEST_F(RepairPassesTest, OddNamesSettleEachWithFilesOfItsOwn)
         EXPECT_TRUE(test.isThere(removedInfoFile(name)) && !test.isThere(infoFile(name))) << name;
     EXPECT_EQ(linesOf("Trip.lst"), kept);
     EXPECT_EQ(linesOf(AllPhotosGroup), kept);
-}
-
-TEST_F(RepairPassesTest, AnEmptyLibraryGetsAnEmptyListAndAFullBar)
-{
-    splash().load();
-    RepairPasses(test.album(), splash(), builder).CheckFolderContents();
-    EXPECT_TRUE(test.isThere(groupList("  All Photos  .lst")));
-    EXPECT_EQ(allPhotos(), "");
-    EXPECT_EQ(log(), "");
-    EXPECT_EQ(splash().pctProgress.Width(), splash().shpProgress.Width());
-    splash().unload();
 }
 
 TEST_F(RepairPassesTest, AnInformationFileWithoutItsPhotographIsSetAside)
@@ -301,16 +257,6 @@ TEST_F(RepairPassesTest, AFolderBeyondTheCountersEndsThePassBeforeItsFirstFile)
     start();
     EXPECT_EQ(logged("InfoFilesExist", "Overflow"), 1) << log();
     EXPECT_TRUE(std::filesystem::is_empty(toNativePath(test.paths().InfoPath)));
-}
-
-TEST_F(RepairPassesTest, AFullDiskLeavesWhatWasMendedAndGoesOn)
-{
-    for (const char* name : {"a.bmp", "b.bmp", "c.bmp"})
-        addPhoto(name);
-    failAt(FileOperation::Print, "b.bmp.info", FailureKind::DiskFull);
-    start();
-    EXPECT_EQ(test.bytes(infoFile("c.bmp")).substr(0, 25), "PhotoPath=\\Photos\\c.bmp\r\n");
-    EXPECT_TRUE(test.isThere(infoFile("a.bmp")));
 }
 
 } // namespace trovarium
