@@ -47,7 +47,6 @@ try {
     attempt([&] { readFolderSettings(m_album); });
     attempt([&] { requireSlideGroupPath(); });
     attempt([&] { CheckDirPaths(m_album, m_desktop); });
-    attempt([&] { removeLeftOvers(m_album); });
     attempt([&] { m_splash().show(); });
     attempt([&] { m_desktop.DoEvents(); });
     // A click on the splash form while it checks takes effect where the passes let events run.
@@ -55,6 +54,7 @@ try {
         attempt([&] { RepairPasses(m_album, m_splash(), m_thumbnailBuilder).CheckFolderContents(); });
     if (!m_album.AutoCheckBypass)
         attempt([&] { RemoveMissingPhotosFromGroup(m_album, m_desktop); });
+    attempt([&] { removeLeftOvers(m_album); });
     attempt([&] { m_desktop.DoEvents(); });
     attempt([&] { m_main().show(); });
     attempt([&] { m_splash().unload(); });

@@ -99,11 +99,14 @@ try {
 void removeLeftOvers(Album& album)
 {
     const AlbumPaths& paths = album.paths;
-    for (const std::string& folder :
-        {paths.PhotoPath, paths.ThumbnailPath, paths.InfoPath, paths.SlideGroupPath, paths.AudioPath, paths.MidiPath}) {
+    std::vector<std::string> folders{paths.ThumbnailPath, paths.AudioPath, paths.MidiPath};
+    for (const std::string& folder : {paths.PhotoPath, paths.InfoPath, paths.AudioPath})
+        folders.push_back(folder + "Removed\\");
+    for (const std::string& folder : folders)
+        attempt([&] { album.files.list(folder + "?"); }); // hardly a name fits, so that none is sorted
+    folders.insert(folders.end(), {paths.PhotoPath, paths.InfoPath, paths.SlideGroupPath});
+    for (const std::string& folder : folders)
         attempt([&] { album.files.removeLeftOvers(folder); });
-        attempt([&] { album.files.removeLeftOvers(folder + "Removed\\"); });
-    }
 }
 
 bool IsFolderReadOnly(Album& album, std::string_view path)

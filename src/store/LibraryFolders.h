@@ -20,7 +20,8 @@ void readFolderSettings(Album& album);
 // folder of the installed copy.
 void CheckDirPaths(Album& album, Desktop& desktop);
 
-// What a killed run left hidden in the library's folders while it wrote goes, quietly.
+// What a killed run left hidden in the library's folders while it wrote goes, quietly. Behind the check, which reads
+// the folders of photographs, information files and lists: they needn't be read again for this.
 void removeLeftOvers(Album& album);
 
 // True when no file can be written in `path`; then `ReadOnlyLibrary` is set too. Leaves nothing behind.

@@ -143,6 +143,10 @@ std::string NewFile::hiddenName(int number) const
 
 int NewFile::linkTo(const std::string& name) const
 {
+    // The short way isn't open to every user on every system.
+    const int result = linkat(m_descriptor.handle(), "", AT_FDCWD, name.c_str(), AT_EMPTY_PATH);
+    if (result == 0 || errno == EEXIST)
+        return result;
     const std::string file = OpenFiles + std::to_string(m_descriptor.handle());
     return linkat(AT_FDCWD, file.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW);
 }

@@ -16,6 +16,7 @@
 #include <fcntl.h>
 #include <map>
 #include <optional>
+#include <set>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -74,6 +75,7 @@ std::vector<std::string> namesOf(std::vector<FolderEntry> entries, FolderEntry::
 struct FileService::State {
     FaultHook hook;
     std::map<int, OpenFile> numbers;
+    std::set<std::string> leftOvers; // native paths
     PathResolver resolver;
 
     void announce(FileOperation operation, std::string_view path) const
@@ -146,6 +148,25 @@ struct FileService::State {
         struct stat status = {};
         if (stat(target.native.c_str(), &status) == 0)
             target.status = status;
+        return target;
+    }
+
+    // The same, where links in its place lead.
+    Target followed(std::string_view path)
+    {
+        Target target;
+        target.place = resolver.exact(nativeAsWritten(path));
+        target.native = target.place.whole();
+        struct stat status = {};
+        if (lstat(target.native.c_str(), &status) != 0)
+            return target;
+        if (S_ISLNK(status.st_mode)) {
+            target.place = linkEnd(std::move(target.native));
+            target.native = target.place.whole();
+            if (stat(target.native.c_str(), &status) != 0)
+                return target;
+        }
+        target.status = status;
         return target;
     }
 
@@ -240,15 +261,14 @@ void FileService::State::moveAcross(const Target& from, const Target& to)
 void FileService::State::putWhole(std::string_view path, std::string_view bytes, Sync sync)
 {
     announce(FileOperation::Open, path);
-    const Target target = this->target(path);
+    const Target target = followed(path);
     if (target.status && isInUse(*target.status))
         throw Failure(FailureKind::FileAlreadyOpen);
     if (target.status && (!isRegular(*target.status) || access(target.native.c_str(), W_OK) != 0))
         throw Failure(FailureKind::PathFileAccess);
     announce(FileOperation::Print, path);
-    const NativePath place = linkEnd(target.native);
-    made(place,
-        [&] { trovarium::putWhole(place, target.status, bytes, sync, [&] { announce(FileOperation::Close, path); }); });
+    const auto whenWhole = [&] { announce(FileOperation::Close, path); };
+    made(target.place, [&] { trovarium::putWhole(target.place, target.status, bytes, sync, whenWhole); });
 }
 
 std::vector<FolderEntry> FileService::State::walk(std::string_view folderAndPattern, Absent absent)
@@ -256,7 +276,7 @@ std::vector<FolderEntry> FileService::State::walk(std::string_view folderAndPatt
     announce(FileOperation::List, folderAndPattern);
     try {
         const NativePath parts = splitNative(nativeAsWritten(folderAndPattern));
-        return entriesOf(resolver.folder(parts.folder), NamePattern(parts.leaf));
+        return entriesOf(resolver.folder(parts.folder), NamePattern(parts.leaf), leftOvers);
     } catch (const Failure& failure) {
         if (!givesNoNames(failure.kind()))
             throw;
@@ -524,7 +544,10 @@ void FileService::makeFolder(std::string_view path)
 
 void FileService::removeLeftOvers(std::string_view folder)
 {
-    removeLeftOversIn(m_state->resolver.folder(std::string(withoutEndSlashes(nativeAsWritten(folder)))));
+    const std::string native =
+        m_state->resolver.folder(splitNative(nativeAsWritten(std::string(folder) + "\\")).folder);
+    std::erase_if(m_state->leftOvers,
+        [&](const std::string& file) { return splitNative(file).folder == native && unlink(file.c_str()) == 0; });
 }
 
 std::vector<std::string> FileService::list(std::string_view folderAndPattern) const

@@ -99,7 +99,8 @@ public:
     void remove(std::string_view path);
     void rename(std::string_view from, std::string_view to);
     void makeFolder(std::string_view path);
-    // Removes the hidden files that a killed run left in a folder while it wrote.
+    // Removes the hidden files that a killed run left in a folder while it wrote, as far as a listing of the folder
+    // has met them: it is not read for this.
     void removeLeftOvers(std::string_view folder);
 
     // Names of the plain files that match folder + pattern ("*", "?", several joined by ";"), sorted as

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <unistd.h>
 #include <utility>
 
 namespace trovarium {
@@ -29,25 +28,28 @@ struct Listed {
     }
 };
 
-FolderReader openFolder(const std::string& folder)
+// No folder and no link that someone gave such a name.
+bool isLeftOverFile(const FolderReader& reader, const FolderReader::Entry& entry)
 {
-    FolderReader reader(folder);
-    if (!reader.isOpen())
-        failNow(Attempted::Access);
-    return reader;
+    return isLeftOver(entry.name) && entry.type != DT_LNK && reader.kindOf(entry) == FolderEntry::Kind::File;
 }
 
 } // namespace
 
-std::vector<FolderEntry> entriesOf(const std::string& folder, const NamePattern& pattern)
+std::vector<FolderEntry> entriesOf(
+    const std::string& folder, const NamePattern& pattern, std::set<std::string>& leftOvers)
 {
-    FolderReader reader = openFolder(folder);
+    FolderReader reader(folder);
+    if (!reader.isOpen())
+        failNow(Attempted::Access);
     std::vector<Listed> found;
     for (const char* name : {".", ".."}) {
         if (pattern.matches(name))
             found.push_back({name, {name, FolderEntry::Kind::Folder}, true});
     }
     while (const std::optional<FolderReader::Entry> entry = reader.next()) {
+        if (isLeftOverFile(reader, *entry))
+            leftOvers.insert(joinNative(folder, entry->name));
         if (entry->name.front() == '.' || !canBeNamed(entry->name))
             continue;
         std::string name = nameInside(entry->name);
@@ -68,16 +70,6 @@ std::vector<FolderEntry> entriesOf(const std::string& folder, const NamePattern&
             entries.push_back(std::move(listed.entry));
     }
     return entries;
-}
-
-void removeLeftOversIn(const std::string& folder)
-{
-    FolderReader reader = openFolder(folder);
-    while (const std::optional<FolderReader::Entry> entry = reader.next()) {
-        // No folder and no link that someone gave such a name.
-        if (entry->type != DT_LNK && isLeftOver(entry->name) && reader.kindOf(*entry) == FolderEntry::Kind::File)
-            unlink(joinNative(folder, entry->name).c_str());
-    }
 }
 
 } // namespace trovarium

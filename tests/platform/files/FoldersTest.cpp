@@ -204,6 +204,9 @@ TEST_F(Folders, WhatAKilledRunLeftHiddenIsRemovedAndNothingElse)
     std::filesystem::create_symlink("none", folder.native(dead + "3"));
     std::filesystem::create_directory(folder.native(dead + "4"));
     files.removeLeftOvers(folder.inside() + "\\");
+    EXPECT_TRUE(std::filesystem::exists(folder.native(dead + "0"))) << "not before a listing met it";
+    files.list(at("*"));
+    files.removeLeftOvers(folder.inside() + "\\");
     Names left = kept;
     left.insert(left.end(), {dead + "3", dead + "4"});
     std::sort(left.begin(), left.end());
