@@ -2,6 +2,7 @@
 
 #include "platform/files/Descriptor.h"
 #include "platform/files/FileCopy.h"
+#include "platform/files/FolderReader.h"
 #include "platform/files/FolderWalk.h"
 #include "platform/files/NamePattern.h"
 #include "platform/files/NativeErrors.h"
