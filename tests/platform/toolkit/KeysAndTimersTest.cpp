@@ -5,6 +5,8 @@
 #include "platform/toolkit/Label.h"
 #include "platform/toolkit/PictureBox.h"
 #include "platform/toolkit/PictureButton.h"
+#include "platform/toolkit/ProgressBar.h"
+#include "platform/toolkit/Shape.h"
 #include "platform/toolkit/TextBox.h"
 #include "platform/toolkit/Timer.h"
 #include "support/FailureOf.h"
@@ -18,6 +20,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace trovarium {
@@ -188,6 +191,22 @@ TEST(ScreenReaders, ABoxThatCanBeClickedIsAButtonCalledAsItsText)
     EXPECT_EQ(box->text(QAccessible::Name).toStdString(), "All & more");
     box->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(pressed, LeftButton);
+}
+
+TEST(ScreenReaders, ABoxWithAValueIsAProgressBar)
+{
+    Form form(testDesktop(), {.Name = "Run", .Width = 3000, .Height = 1500});
+    PictureBox box(&form, {.Name = "box", .Width = 1500, .Height = 450});
+    Shape bar(&box, {.Name = "bar", .Height = 450});
+    form.show();
+    QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(box.surface());
+    EXPECT_EQ(seen->valueInterface(), nullptr);
+    for (const auto& [width, percent] : {std::pair{0.0F, 0}, {755.0F, 50}, {1530.0F, 100}}) {
+        fillBar(box, bar, width);
+        EXPECT_EQ(bar.Width(), width);
+        EXPECT_EQ(seen->role(), QAccessible::ProgressBar);
+        EXPECT_EQ(seen->valueInterface()->currentValue().toInt(), percent);
+    }
 }
 
 TEST(Timers, TickOnlyWhileTheFormIsLoadedAndTheyAreOn)

@@ -3,6 +3,7 @@
 #include "platform/qt/toolkit/FormWindow.h"
 #include "platform/qt/toolkit/ItemView.h"
 #include "platform/qt/toolkit/SurfaceView.h"
+#include "platform/toolkit/PictureBox.h"
 
 #include <QAccessibleWidget>
 #include <QStringList>
@@ -82,8 +83,8 @@ private:
     ItemView& m_item;
 };
 
-// The widgets on the surface, then its drawn items.
-class SurfaceAccessible : public QAccessibleWidget {
+// The widgets on the surface, then its drawn items. A box with a value is a progress bar.
+class SurfaceAccessible : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
     explicit SurfaceAccessible(SurfaceView* surface)
         : QAccessibleWidget(surface, QAccessible::Pane)
@@ -93,8 +94,22 @@ public:
 
     QAccessible::Role role() const override
     {
+        if (percent() >= 0)
+            return QAccessible::ProgressBar;
         return m_surface.isClickable() ? QAccessible::Button : QAccessible::Pane;
     }
+
+    void* interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::ValueInterface && percent() >= 0)
+            return static_cast<QAccessibleValueInterface*>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+    QVariant currentValue() const override { return percent(); }
+    void setCurrentValue(const QVariant&) override { }
+    QVariant minimumValue() const override { return 0; }
+    QVariant maximumValue() const override { return 100; }
+    QVariant minimumStepSize() const override { return 1; }
 
     // A box without a name of its own is called as the first text on it.
     QString text(QAccessible::Text kind) const override
@@ -164,6 +179,12 @@ public:
     }
 
 private:
+    int percent() const
+    {
+        const auto* box = dynamic_cast<const PictureBox*>(m_surface.container());
+        return box != nullptr ? box->AccessibleValue() : -1;
+    }
+
     static QAccessibleInterface* interfaceOf(ItemView& item)
     {
         return QAccessible::accessibleInterface(item.accessibleId());
