@@ -258,7 +258,7 @@ public:
     Menu mnuFileMidi{
         &mnuFile, {.Name = "mnuFileMidi", .Caption = "&Add MIDI Backgroup Music to Group ...", .Enabled = false}};
     Menu mnuFileDash3{&mnuFile, {.Name = "mnuFileDash3", .Caption = "-"}};
-    Menu mnuFileImport{&mnuFile, {.Name = "mnuFileImport", .Caption = "&Import / Auto-Scan ...", .Enabled = false}};
+    Menu mnuFileImport{&mnuFile, {.Name = "mnuFileImport", .Caption = "&Import / Auto-Scan ..."}};
     Menu mnuFileExport{&mnuFile, {.Name = "mnuFileExport", .Caption = "&Export ...", .Enabled = false}};
     Menu mnuFileDash4{&mnuFile, {.Name = "mnuFileDash4", .Caption = "-"}};
     Menu mnuFileExit{&mnuFile, {.Name = "mnuFileExit", .Caption = "E&xit"}};
@@ -319,8 +319,7 @@ public:
     Menu mnuGroupMidi{
         &mnuGroup, {.Name = "mnuGroupMidi", .Caption = "&Add MIDI Backgroup Music to Group ...", .Enabled = false}};
     Menu mnuGroup1B{&mnuGroup, {.Name = "mnuGroup1B", .Caption = "-"}};
-    Menu mnuGroupImport{
-        &mnuGroup, {.Name = "mnuGroupImport", .Caption = "&Import / Auto-Scan Photos ...", .Enabled = false}};
+    Menu mnuGroupImport{&mnuGroup, {.Name = "mnuGroupImport", .Caption = "&Import / Auto-Scan Photos ..."}};
     Menu mnuGroupExport{&mnuGroup, {.Name = "mnuGroupExport", .Caption = "&Export Photos ...", .Enabled = false}};
     Menu mnuGroupDash2{&mnuGroup, {.Name = "mnuGroupDash2", .Caption = "-"}};
     Menu mnuGroupSearchAppend{

@@ -33,6 +33,9 @@ Program::Program(Desktop& desktop, Album& album, std::string programPath)
     , m_main(desktop, [this] { return std::make_unique<frmMain>(m_desktop, m_album, dialogs()); })
     , m_groups(desktop, [this] { return std::make_unique<frmGroups>(m_desktop, m_album, m_main()); })
     , m_fullScreen(desktop, [this] { return std::make_unique<frmFullScreen>(m_desktop, m_album, m_main()); })
+    , m_search(desktop, {})
+    , m_import(desktop,
+          [this] { return std::make_unique<frmImport>(m_desktop, m_album, m_main(), m_search, m_thumbnailBuilder); })
 {
 }
 
@@ -97,6 +100,7 @@ Dialogs Program::dialogs()
         .showFullScreen = [this] { m_fullScreen().show(); },
         .showSlideShow = {},
         .showSearch = {},
+        .showImport = [this] { m_import().showModal(); },
         .unloadAllForms = [this] { UnloadAllForms(m_desktop, "frmMain"); },
     };
 }

@@ -6,6 +6,7 @@
 #include "check/frmFirstTime.h"
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
+#include "import/frmImport.h"
 #include "platform/toolkit/FormSlot.h"
 #include "viewer/frmFullScreen.h"
 
@@ -43,6 +44,8 @@ private:
     FormSlot<frmMain> m_main;
     FormSlot<frmGroups> m_groups;
     FormSlot<frmFullScreen> m_fullScreen;
+    FormSlot<frmSearch> m_search;
+    FormSlot<frmImport> m_import;
 };
 
 } // namespace trovarium
