@@ -7,6 +7,7 @@
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
 #include "platform/toolkit/FormSlot.h"
+#include "search/frmSearch.h"
 #include "viewer/frmFullScreen.h"
 
 #include <string>
@@ -43,6 +44,7 @@ private:
     FormSlot<frmMain> m_main;
     FormSlot<frmGroups> m_groups;
     FormSlot<frmFullScreen> m_fullScreen;
+    FormSlot<frmSearch> m_search;
 };
 
 } // namespace trovarium
