@@ -10,10 +10,6 @@ namespace trovarium {
 MainMenus::MainMenus(frmMain& form)
     : m_form(form)
 {
-    const bool hasSearch = static_cast<bool>(form.dialogs().showSearch);
-    form.mnuEditSearchAppend.Enabled = hasSearch;
-    form.mnuGroupSearchAppend.Enabled = hasSearch;
-
     on(form.mnuFile.Click, this, &MainMenus::mnuFile_Click);
     on(form.mnuFileCreate.Click, this, &MainMenus::mnuFileCreate_Click);
     on(form.mnuFileRemove.Click, this, &MainMenus::mnuFileRemove_Click);

@@ -274,8 +274,7 @@ public:
     Menu mnuEditRemoveFromAlbum{
         &mnuEdit, {.Name = "mnuEditRemoveFromAlbum", .Caption = "Remove Selected Photo(s) from &Program"}};
     Menu mnuEditDash3{&mnuEdit, {.Name = "mnuEditDash3", .Caption = "-"}};
-    Menu mnuEditSearchAppend{
-        &mnuEdit, {.Name = "mnuEditSearchAppend", .Caption = "&Find/Search && Append ...", .Enabled = false}};
+    Menu mnuEditSearchAppend{&mnuEdit, {.Name = "mnuEditSearchAppend", .Caption = "&Find/Search && Append ..."}};
     Menu mnuEditDash4{&mnuEdit, {.Name = "mnuEditDash4", .Caption = "-"}};
     Menu mnuEditSort{&mnuEdit, {.Name = "mnuEditSort", .Caption = "&Sort", .Enabled = false}};
     Menu mnuEditDash5{&mnuEdit, {.Name = "mnuEditDash5", .Caption = "-"}};
@@ -322,8 +321,7 @@ public:
     Menu mnuGroupImport{&mnuGroup, {.Name = "mnuGroupImport", .Caption = "&Import / Auto-Scan Photos ..."}};
     Menu mnuGroupExport{&mnuGroup, {.Name = "mnuGroupExport", .Caption = "&Export Photos ...", .Enabled = false}};
     Menu mnuGroupDash2{&mnuGroup, {.Name = "mnuGroupDash2", .Caption = "-"}};
-    Menu mnuGroupSearchAppend{
-        &mnuGroup, {.Name = "mnuGroupSearchAppend", .Caption = "&Find/Search && Append ...", .Enabled = false}};
+    Menu mnuGroupSearchAppend{&mnuGroup, {.Name = "mnuGroupSearchAppend", .Caption = "&Find/Search && Append ..."}};
 
     Menu mnuThumb{this, {.Name = "mnuThumb", .Caption = "ThumbnailMenu", .Visible = false}};
     Menu mnuThumbAdd{&mnuThumb, {.Name = "mnuThumbAdd", .Caption = "Copy to Group ..."}};

@@ -8,6 +8,7 @@
 #include "check/frmThumbnail.h"
 #include "import/frmImport.h"
 #include "platform/toolkit/FormSlot.h"
+#include "search/frmSearch.h"
 #include "viewer/frmFullScreen.h"
 
 #include <string>
