@@ -2,6 +2,7 @@
 
 #include "check/Colors.h"
 #include "import/AutoScan.h"
+#include "import/ImportRun.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Keys.h"
@@ -30,10 +31,8 @@ frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frm
     FormSlot<frmThumbnail>& thumbnailBuilder)
     : Form(desktop, {.Name = "frmImport", .Caption = "Import Media", .Width = 10800, .Height = 8400})
     , m_album(album)
-    , m_main(main)
-    , m_search(search)
-    , m_thumbnailBuilder(thumbnailBuilder)
     , m_autoScan(std::make_unique<AutoScan>(*this, album))
+    , m_importRun(std::make_unique<ImportRun>(*this, album, main, search, thumbnailBuilder))
 {
     List1.MultiSelect = true;
     List2.MultiSelect = true;

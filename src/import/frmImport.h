@@ -21,12 +21,13 @@ namespace trovarium {
 
 struct Album;
 class AutoScan;
+class ImportRun;
 class frmMain;
 class frmSearch;
 class frmThumbnail;
 
-// Chooses media files from any folder for the library: by hand here, from a whole folder tree in AutoScan. A
-// modal show is all that its callers do.
+// Chooses media files from any folder for the library: by hand here, from a whole folder tree in AutoScan.
+// ImportRun takes them in. A modal show is all that its callers do.
 class frmImport : public Form {
 public:
     frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frmSearch>& search,
@@ -157,11 +158,9 @@ private:
     void nameControls();
 
     Album& m_album;
-    frmMain& m_main;
-    FormSlot<frmSearch>& m_search;
-    FormSlot<frmThumbnail>& m_thumbnailBuilder;
     bool m_optionsBusy = false; // guards chkOptions_Click
     std::unique_ptr<AutoScan> m_autoScan;
+    std::unique_ptr<ImportRun> m_importRun;
 };
 
 } // namespace trovarium

@@ -3,6 +3,8 @@
 #include "browser/MainWindow.h"
 #include "check/frmThumbnail.h"
 #include "import/frmImport.h"
+#include "platform/toolkit/Desktop.h"
+#include "search/frmSearch.h"
 #include "support/Surroundings.h"
 #include "support/TemporaryFolder.h"
 
@@ -18,7 +20,7 @@ namespace trovarium {
 class ImportWindow : public MainWindow {
 protected:
     ImportWindow()
-        : m_search(desktop, {})
+        : m_search(desktop, [this] { return std::make_unique<frmSearch>(desktop, test.album(), main()); })
         , m_thumbnailBuilder(desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album()); })
         , m_import(desktop, [this] {
             return std::make_unique<frmImport>(desktop, test.album(), main(), m_search, m_thumbnailBuilder);
@@ -42,6 +44,7 @@ protected:
     }
 
     frmImport& form() { return m_import(); }
+    frmSearch& search() { return m_search(); }
 
     std::string sources() const { return m_sources.inside(); }
     // In the folder of sources; `name` may lead through folders, which are made.
