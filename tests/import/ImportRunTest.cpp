@@ -1,209 +1,142 @@
 #include "ImportWindow.h"
 
-#include "browser/GroupListPane.h"
-
 #include <algorithm>
 
 namespace trovarium {
 
 class ImportRunTest : public ImportWindow {
 protected:
-    // From the folder of sources, or from another.
-    void list(const std::vector<std::string>& names, const std::string& folder)
+    // Puts these on the list, and nothing else, and imports them; the boxes are those to check.
+    void import(const std::vector<std::string>& files, const std::vector<int>& boxes, const std::string& folder)
     {
-        for (const std::string& name : names) {
+        form().List1.Clear();
+        form().List2.Clear();
+        for (const std::string& name : files) {
             form().List1.AddItem(name);
             form().List2.AddItem(folder);
         }
+        form().chkOptions.forEach([&](int i, CheckBox& box) { box.Value = std::count(boxes.begin(), boxes.end(), i); });
+        press();
     }
-    void import() { robot.click(form().cmdImport); }
+    void press() { robot.click(form().cmdImport); }
     std::string info(const std::string& name) { return test.bytes(test.paths().InfoPath + name + ".info"); }
     std::string photo(const std::string& name) { return test.bytes(test.paths().PhotoPath + name); }
-    // Whether a, b and c have an information file "i", a photograph "p" and their places in both groups "g".
-    std::string taken()
+    // Of each an "i" for an information file, "p" for a photograph, "g" for a place in both groups.
+    std::string taken(const std::vector<std::string>& files)
     {
+        const std::vector<std::string> group = linesOf("Alps");
+        EXPECT_EQ(group, linesOf("  All Photos  "));
         std::string marks;
-        for (const std::string name : {"a.bmp", "b.bmp", "c.bmp"}) {
-            const auto lines = linesOf("Alps");
-            const bool inGroup =
-                std::count(lines.begin(), lines.end(), name) == 1 && lines == linesOf("  All Photos  ");
+        for (const std::string& name : files) {
             marks.append(info(name).empty() ? "" : "i").append(photo(name).empty() ? "" : "p");
-            marks.append(inGroup ? "g " : " ");
+            marks.append(std::count(group.begin(), group.end(), name) == 1 ? "g " : " ");
         }
         return marks;
     }
-    void expectErrors(const std::string& lines)
+    void expectExisting(const std::string& name)
     {
-        prompts.expectNotice("Error(s) occurred with the following files during import process.\r\r" + lines);
+        prompts.expectNotice("Error(s) occurred with the following files during import process.\r\r" + name
+            + "    Error=File already exists\r");
     }
 };
+
+enum { Overwrite = 0, OverwriteInfo = 1, AutoName = 2, Links = 3 };
 
 TEST_F(ImportRunTest, CopiesAndLinksGetInformationThumbnailsAndTheirPlaceInTheGroups)
 {
     putSource("a.jpg", plainBitmap(8, 6));
-    putSource("b.b.bmp", plainBitmap(6, 8));
     test.setSetting("Import", "Autonumber", "0099");
     const auto written = [&](const std::string& name, const std::string& link) {
         return joinedLines({"PhotoPath=" + link, "TITLE=" + test.paths().InfoPath + name + ".info",
             "PHOTOGRAPHER=", "YEAR=", "PEOPLE=", "PLACE=", "EVENT=", "KEYWORDS=", "ImageWidth=", "ImageHeight="});
     };
     inDialog([&] {
-        list({"a.jpg", "b.b.bmp"}, sources());
-        form().chkOptions(2).Value = 1;
-        form().chkOptions(3).Value = 0;
-        import();
-        EXPECT_EQ(photo("Image0099.jpg"), plainBitmap(8, 6));
+        import({"a.jpg"}, {AutoName}, sources());
         EXPECT_EQ(info("Image0099.jpg"), written("Image0099.jpg", test.paths().PhotoPath + "Image0099.jpg"));
-        EXPECT_TRUE(test.isThere(test.paths().ThumbnailPath + "Image0100.b.bmp"));
-        EXPECT_EQ(test.album().Settings().GetOWSetting("Trovarium", "Import", "Autonumber", ""), "0101");
-        const std::vector<std::string> group{"p1.jpg", "Image0099.jpg", "Image0100.b.bmp"};
-        EXPECT_EQ(linesOf("Alps"), group);
-        EXPECT_EQ(linesOf("  All Photos  "), group);
-        EXPECT_EQ(cells(), group) << "the group on show is read again";
-        EXPECT_EQ(form().cmdImport.Caption() + form().lbProgress.Caption(), "ImportDone");
+        EXPECT_TRUE(test.isThere(test.paths().ThumbnailPath + "Image0099.jpg"));
+        EXPECT_EQ(test.album().Settings().GetOWSetting("Trovarium", "Import", "Autonumber", ""), "0100");
+        EXPECT_EQ(cells(), (std::vector<std::string>{"p1.jpg", "Image0099.jpg"})) << "the group on show is read again";
+        EXPECT_EQ(taken({"Image0099.jpg"}), "ipg ");
         EXPECT_EQ(form().MousePointer() + static_cast<int>(form().shpProgress.Width()), 0);
-        EXPECT_EQ(entries(), (std::vector<std::string>{"|a.jpg", "|b.b.bmp"}));
+        EXPECT_EQ(entries(), std::vector<std::string>{"|a.jpg"});
         EXPECT_TRUE(search().isLoaded() && !search().isShown());
 
         search().cmbGroupName.Text = "typed";
-        form().chkOptions(2).Value = 0;
-        form().chkOptions(3).Value = 1;
-        list({"a.jpg", "c.jpg"}, "");
-        main().groupList().pctAlbumList_MouseDown(0, LeftButton, NoKeys, 0, 0);
-        expectErrors("a.jpg    Error=File already exists\r");
-        import();
-        EXPECT_EQ(info("b.b.bmp"), written("b.b.bmp", sources() + "\\b.b.bmp"));
-        EXPECT_EQ(info("c.jpg"), written("c.jpg", "\\c.jpg"));
-        EXPECT_EQ(photo("b.b.bmp"), "");
-        EXPECT_EQ(linesOf("  All Photos  ").size(), 6U) << "once, though it is the group on show too";
+        test.album().group.CurrentGroupName = "  all photos  ";
+        expectExisting("a.jpg");
+        import({"a.jpg", "a.jpg", "b.jpg"}, {Links}, "");
+        EXPECT_EQ(info("a.jpg"), written("a.jpg", "\\a.jpg"));
+        EXPECT_EQ(linesOf("  All Photos  ").size(), 4U) << "once, though it is the group on show too";
         EXPECT_EQ(search().cmbGroupName.Text(), "typed");
     });
 }
 
 TEST_F(ImportRunTest, AutomaticNumbersKeepTheWidthOfTheFirst)
 {
-    const struct {
-        std::string start;
-        std::string second; // the name that b.x.jpg gets, behind a file without a point in its name
-        std::string next;
-    } cases[] = {
-        {"0098", "00100.x.jpg", "0101"}, {"9", "111.x.jpg", "12"}, {"A1", "202.x.jpg", "03"}, {"", "32.x.jpg", "3"}};
+    const std::string cases[][3] = {// the first number, the third name, the next number
+        {"0098", "0100.x.jpg", "0101"}, {"9", "11.x.jpg", "12"}, {"A1", "02.x.jpg", "03"}, {"", "2.x.jpg", "3"}};
     inDialog([&] {
-        form().chkOptions(2).Value = 1;
-        for (std::size_t i = 0; i < std::size(cases); ++i) {
-            form().List1.Clear();
-            form().List2.Clear();
-            list({"a.jpg", "none", "b.x.jpg"}, sources());
-            const std::string prefix = std::to_string(i);
-            form().txtAutoName(0).Text = prefix;
-            form().txtAutoName(1).Text = cases[i].start;
-            const std::string first = prefix + cases[i].start + ".jpg";
-            expectErrors(first + "    Error=File already exists\r"); // the nameless one has the name before
-            import();
-            EXPECT_NE(info(first), "") << first;
-            EXPECT_NE(info(cases[i].second), "") << cases[i].second;
-            EXPECT_EQ(form().txtAutoName(1).Text(), cases[i].next);
+        for (const auto& [start, third, next] : cases) {
+            form().txtAutoName(0).Text = "N" + start + "_";
+            form().txtAutoName(1).Text = start;
+            // The one without a point keeps the name of the one before.
+            expectExisting("N" + start + "_" + start + ".jpg");
+            import({"a.jpg", "nameless", "b.x.jpg"}, {AutoName, Links}, sources());
+            EXPECT_EQ(info("N" + start + "_" + third).empty() ? "" : form().txtAutoName(1).Text(), next) << start;
         }
     });
 }
 
-TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsChecked)
+TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPressStopsOrGoesOn)
 {
-    enum Fault { SourceGone, DiskFull, InfoFile, Cancelled };
-    const struct {
-        Fault fault;
-        std::string neither;
-        std::string overwriting;
-    } cases[] = {{SourceGone, "ipg ig ipg ", "ip   "}, {DiskFull, "ipg ig ipg ", "ip   "},
-        {InfoFile, "ipg pg ipg ", "ipg pg ipg "}, {Cancelled, "ip ip  ", "ip ip  "}};
-    for (const char* name : {"a.bmp", "b.bmp", "c.bmp"})
-        putSource(name);
+    enum Fault { SourceGone, DiskFull, InfoFile, Press, TwoPresses };
+    const std::string marks[][2] = {// by fault, without and with such a box
+        {"ipg ig ipg ", "ip   "}, {"ipg ig ipg ", "ip   "}, {"ipg pg ipg ", "ipg pg ipg "}, {"ip ip  ", "ip ip  "},
+        {"ipg ipg ipg ", "ipg ipg ipg "}};
     inDialog([&] {
-        list({"p1.jpg", "a.bmp", "b.bmp", "c.bmp"}, sources());
-        form().chkOptions(3).Value = 0;
-        for (const auto& [fault, neither, overwriting] : cases) {
-            for (const int box : {-1, 0, 1}) {
-                for (const std::string name : {"a.bmp", "b.bmp", "c.bmp"}) {
-                    attempt([&] { desktop.files().remove(test.paths().PhotoPath + name); });
-                    attempt([&] { desktop.files().remove(test.paths().InfoPath + name + ".info"); });
+        for (int run = 0; run < 15; ++run) {
+            const int fault = run / 3;
+            const std::vector<std::string> files = names(3, std::to_string(run) + "_");
+            for (const int i : {0, fault == SourceGone ? 0 : 1, 2})
+                putSource(files[i]);
+            desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+                const bool copies = operation == FileOperation::Copy && path.ends_with(files[1]);
+                const bool informs = operation == FileOperation::Print && path.ends_with(files[1] + ".info");
+                if ((copies && fault == DiskFull) || (informs && fault == InfoFile))
+                    throw Failure(FailureKind::DiskFull);
+                for (int time = Press; copies && time <= fault; ++time) {
+                    EXPECT_EQ(form().cmdImport.Caption(), time == Press ? "Cancel" : "Import");
+                    press();
                 }
-                putGroup("Alps", {"p1.jpg"});
-                putGroup("  All Photos  ", {"p1.jpg"});
-                form().List2.setList(2, fault == SourceGone ? "" : sources());
-                form().chkOptions(0).Value = box == 0;
-                form().chkOptions(1).Value = box == 1;
-                desktop.files().setFaultHook([&, fault = fault](FileOperation operation, std::string_view path) {
-                    if (fault == DiskFull && operation == FileOperation::Copy && path.ends_with("b.bmp"))
-                        throw Failure(FailureKind::DiskFull);
-                    if (!path.ends_with("b.bmp.info"))
-                        return;
-                    if (fault == InfoFile && operation == FileOperation::Print)
-                        throw Failure(FailureKind::PathFileAccess);
-                    if (fault == Cancelled && operation == FileOperation::Exists)
-                        import();
-                });
-                if (box < 0 || fault > DiskFull)
-                    expectErrors("p1.jpg    Error=File already exists\r");
-                import();
-                prompts.verify();
-                EXPECT_EQ(taken(), box < 0 ? neither : overwriting) << "fault " << fault << ", box " << box;
-                EXPECT_EQ(form().cmdImport.Caption() + form().lbProgress.Caption(), "ImportDone");
-                EXPECT_FALSE(form().DialogBusy);
-            }
+            });
+            if (run % 3 == 0 || fault > DiskFull)
+                expectExisting("p1.jpg");
+            import({"p1.jpg", files[0], files[1], files[2]}, {run % 3 - 1}, sources()); // -1: none
+            prompts.verify();
+            EXPECT_EQ(taken(files), marks[fault][run % 3 != 0]) << "run " << run;
+            EXPECT_EQ(form().cmdImport.Caption() + form().lbProgress.Caption(), "ImportDone");
         }
-    });
-}
-
-TEST_F(ImportRunTest, ASecondPressStopsARunAndAThirdTakesThatBack)
-{
-    inDialog([&] {
-        list({"a.bmp", "b.bmp", "c.bmp"}, sources());
-        std::string captions = form().cmdImport.Caption();
-        int presses = 2;
-        desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
-            if (operation != FileOperation::Print || !path.ends_with(".bmp.info"))
-                return;
-            for (; presses > 0; --presses) {
-                captions += " " + form().cmdImport.Caption();
-                import();
-            }
-            presses = 1;
-        });
-        import();
-        EXPECT_EQ(captions, "&Import Cancel Import Cancel");
-        EXPECT_EQ(taken(), "i i  ");
-        form().cmdImport.Caption = "Cancel"; // as a refusal leaves it
-        import();
-        EXPECT_EQ(form().cmdImport.Caption() + taken(), "Importi i  ");
-
-        form().List1.Clear();
-        form().List2.Clear();
         desktop.files().setFaultHook({});
-        std::vector<std::string> many = names(1000, "m");
-        list(many, sources());
+        form().cmdImport.Caption = "Cancel"; // as a refusal leaves it
+        import({"m1.jpg"}, {Links}, sources());
+        EXPECT_EQ(form().cmdImport.Caption() + taken({"m1.jpg"}), "Import ");
         robot.atNextTurn([&] { robot.close(form()); });
-        import();
-        EXPECT_EQ(info(many.back()), "") << "closing the dialog stops its run";
-        EXPECT_NE(info(many.front()), "");
+        import(names(1000, "m"), {Links}, sources());
+        EXPECT_EQ(taken({"m1.jpg", "m1000.jpg"}), "i  ") << "the end of the dialog is that of its run";
     });
 }
 
 TEST_F(ImportRunTest, OverwritingTakesAwayThePhotographButNeverTheOneThatIsImported)
 {
-    putSource("a.bmp", "new");
-    test.put(test.paths().PhotoPath + "a.bmp", "old");
-    test.put(test.paths().InfoPath + "a.bmp", "beside");
+    for (const std::string& path : {test.paths().PhotoPath + "a.jpg", test.paths().InfoPath + "a.jpg"})
+        test.put(path, "old");
+    putSource("a.jpg", "new");
     inDialog([&] {
-        const std::string own = photo("p1.jpg");
-        list({"a.bmp"}, sources());
-        list({"p1.jpg"}, test.paths().PhotoPath);
-        for (const int box : {0, 1, 3})
-            form().chkOptions(box).Value = box < 3;
-        expectErrors("p1.jpg    Error=File already exists\r");
-        import();
-        EXPECT_EQ(photo("a.bmp"), "new");
-        EXPECT_FALSE(test.isThere(test.paths().InfoPath + "a.bmp"));
-        EXPECT_EQ(photo("p1.jpg"), own);
+        import({"a.jpg"}, {Overwrite, OverwriteInfo}, sources());
+        EXPECT_EQ(photo("a.jpg") + test.bytes(test.paths().InfoPath + "a.jpg"), "new");
+        expectExisting("p1.jpg");
+        import({"p1.jpg"}, {Overwrite}, test.paths().PhotoPath);
+        EXPECT_EQ(photo("p1.jpg"), plainBitmap(40, 30));
         EXPECT_FALSE(test.isThere(test.paths().ThumbnailPath + "p1.jpg"));
     });
 }
