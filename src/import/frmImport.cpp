@@ -28,7 +28,7 @@ constexpr Color BarBlue{52, 104, 170};
 
 frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frmSearch>& search,
     FormSlot<frmThumbnail>& thumbnailBuilder)
-    : Form(desktop, {.Name = "frmImport", .Caption = "Import Media", .Width = 10800, .Height = 8400})
+    : Form(desktop, {.Name = "frmImport", .Caption = "Import Media", .Width = 11160, .Height = 9000})
     , m_album(album)
     , m_main(main)
     , m_search(search)
@@ -64,6 +64,7 @@ void frmImport::paint()
     Picture = desktop().pictures().artwork("background");
     Icon = desktop().pictures().artwork("icon");
     lbProgress.ForeColor = White;
+    lbExit.Raised = true;
     pctProgress.BackColor = BarGround;
     pctProgress.Border = true;
     shpProgress.BorderColor = BarBlue;
