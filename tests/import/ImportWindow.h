@@ -3,6 +3,7 @@
 #include "browser/MainWindow.h"
 #include "check/frmThumbnail.h"
 #include "import/frmImport.h"
+#include "platform/toolkit/Desktop.h"
 #include "support/Surroundings.h"
 #include "support/TemporaryFolder.h"
 
