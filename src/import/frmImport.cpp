@@ -45,6 +45,7 @@ frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frm
     nameControls();
 
     on(Load, this, &frmImport::Form_Load);
+    on(Unload, this, &frmImport::Form_Unload);
     on(KeyDown, this, &frmImport::Form_KeyDown);
     on(chkFilter, &CheckBox::Click, this, &frmImport::chkFilter_Click);
     on(chkOptions, &CheckBox::Click, this, &frmImport::chkOptions_Click);
@@ -98,6 +99,12 @@ try {
     BuildFilePattern();
 } catch (const Failure& failure) {
     logFailure(m_album, "Form_Load", failure);
+}
+
+// No scan goes on for a list that nobody sees.
+void frmImport::Form_Unload()
+{
+    m_autoScan->stop();
 }
 
 // Escape closes the window where nothing is lost by it.

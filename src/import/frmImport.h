@@ -42,6 +42,7 @@ public:
     bool AddSelectedFiles();
 
     void Form_Load();
+    void Form_Unload();
     void Form_KeyDown(int KeyCode, int Shift);
     void chkFilter_Click(int Index);
     void chkOptions_Click(int Index);

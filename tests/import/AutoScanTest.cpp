@@ -73,11 +73,29 @@ TEST_F(AutoScanTest, TheSecondPressCancelsAndLeavesWhatIsFound)
     });
 }
 
+TEST_F(AutoScanTest, ClosingTheWindowEndsTheScan)
+{
+    for (const char* name : {"a.jpg", "b.jpg", "c.jpg"})
+        putSource(name);
+    int measured = 0;
+    inDialog([&] {
+        desktop.files().setFaultHook([&](FileOperation operation, std::string_view) {
+            if (operation != FileOperation::Length)
+                return;
+            ++measured;
+            form().unload();
+        });
+        scan();
+    });
+    EXPECT_EQ(measured, 1);
+}
+
 TEST_F(AutoScanTest, TheLimitIsSoftAndToldOnce)
 {
     for (const char* name : {"1/a.jpg", "1/b.jpg", "1/c.jpg", "2/d.jpg", "2/e.jpg", "3/f.jpg", "g.bmp"})
         putSource(name);
     inDialog([&] {
+        form().lbCount.Visible = false; // which is painted 64,000 times otherwise
         fillList(31999);
         prompts.expectNotice(limitNotice);
         scan();
