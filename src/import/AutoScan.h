@@ -17,6 +17,8 @@ public:
     AutoScan(frmImport& form, Album& album);
 
     void cmdAutoScan_Click();
+    // Lets a scan that runs end at its next entry.
+    void stop() { ScanStopped = true; }
 
     // Adds the full path of every file below `path` that matches `pattern`, the files of a folder before those of
     // its sub-folders; gives the bytes of all that it found. A backslash is added to `path`. `stopFlag` is looked

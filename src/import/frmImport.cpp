@@ -29,7 +29,7 @@ constexpr Color BarBlue{52, 104, 170};
 
 frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frmSearch>& search,
     FormSlot<frmThumbnail>& thumbnailBuilder)
-    : Form(desktop, {.Name = "frmImport", .Caption = "Import Media", .Width = 10800, .Height = 8400})
+    : Form(desktop, {.Name = "frmImport", .Caption = "Import Media", .Width = 11160, .Height = 9000})
     , m_album(album)
     , m_autoScan(std::make_unique<AutoScan>(*this, album))
     , m_importRun(std::make_unique<ImportRun>(*this, album, main, search, thumbnailBuilder))
@@ -44,6 +44,7 @@ frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frm
     nameControls();
 
     on(Load, this, &frmImport::Form_Load);
+    on(Unload, this, &frmImport::Form_Unload);
     on(KeyDown, this, &frmImport::Form_KeyDown);
     on(chkFilter, &CheckBox::Click, this, &frmImport::chkFilter_Click);
     on(chkOptions, &CheckBox::Click, this, &frmImport::chkOptions_Click);
@@ -63,6 +64,7 @@ void frmImport::paint()
     Picture = desktop().pictures().artwork("background");
     Icon = desktop().pictures().artwork("icon");
     lbProgress.ForeColor = White;
+    lbExit.Raised = true;
     pctProgress.BackColor = BarGround;
     pctProgress.Border = true;
     shpProgress.BorderColor = BarBlue;
@@ -96,6 +98,12 @@ try {
     BuildFilePattern();
 } catch (const Failure& failure) {
     logFailure(m_album, "Form_Load", failure);
+}
+
+// No scan goes on for a list that nobody sees.
+void frmImport::Form_Unload()
+{
+    m_autoScan->stop();
 }
 
 // Escape closes the window where nothing is lost by it.
