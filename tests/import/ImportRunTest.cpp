@@ -33,10 +33,10 @@ protected:
         }
         return marks;
     }
-    void expectExisting(const std::string& name)
+    void expectErrors(const std::string& name, const std::string& error = "File already exists")
     {
         prompts.expectNotice("Error(s) occurred with the following files during import process.\r\r" + name
-            + "    Error=File already exists\r");
+            + "    Error=" + error + "\r");
     }
 };
 
@@ -63,7 +63,7 @@ TEST_F(ImportRunTest, CopiesAndLinksGetInformationThumbnailsAndTheirPlaceInTheGr
 
         search().cmbGroupName.Text = "typed";
         test.album().group.CurrentGroupName = "  all photos  ";
-        expectExisting("a.jpg");
+        expectErrors("a.jpg");
         import({"a.jpg", "a.jpg", "b.jpg"}, {Links}, "");
         EXPECT_EQ(info("a.jpg"), written("a.jpg", "\\a.jpg"));
         EXPECT_EQ(linesOf("  All Photos  ").size(), 4U) << "once, though it is the group on show too";
@@ -74,13 +74,14 @@ TEST_F(ImportRunTest, CopiesAndLinksGetInformationThumbnailsAndTheirPlaceInTheGr
 TEST_F(ImportRunTest, AutomaticNumbersKeepTheWidthOfTheFirst)
 {
     const std::string cases[][3] = {// the first number, the third name, the next number
-        {"0098", "0100.x.jpg", "0101"}, {"9", "11.x.jpg", "12"}, {"A1", "02.x.jpg", "03"}, {"", "2.x.jpg", "3"}};
+        {"0098", "0100.x.jpg", "0101"}, {"9", "11.x.jpg", "12"}, {"A1", "02.x.jpg", "03"},
+        {"-10", "-008.x.jpg", "-007"}, {"", "2.x.jpg", "3"}};
     inDialog([&] {
         for (const auto& [start, third, next] : cases) {
             form().txtAutoName(0).Text = "N" + start + "_";
             form().txtAutoName(1).Text = start;
             // The one without a point keeps the name of the one before.
-            expectExisting("N" + start + "_" + start + ".jpg");
+            expectErrors("N" + start + "_" + start + ".jpg");
             import({"a.jpg", "nameless", "b.x.jpg"}, {AutoName, Links}, sources());
             EXPECT_EQ(info("N" + start + "_" + third).empty() ? "" : form().txtAutoName(1).Text(), next) << start;
         }
@@ -105,18 +106,25 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
                 if ((copies && fault == DiskFull) || (informs && fault == InfoFile))
                     throw Failure(FailureKind::DiskFull);
                 for (int time = Press; copies && time <= fault; ++time) {
+                    EXPECT_EQ(form().shpProgress.Width(), form().pctProgress.ScaleWidth() / 2 + 30);
+                    EXPECT_EQ(form().MousePointer(), HourglassPointer);
                     EXPECT_EQ(form().cmdImport.Caption(), time == Press ? "Cancel" : "Import");
                     press();
                 }
             });
             if (run % 3 == 0 || fault > DiskFull)
-                expectExisting("p1.jpg");
+                expectErrors("p1.jpg");
             import({"p1.jpg", files[0], files[1], files[2]}, {run % 3 - 1}, sources()); // -1: none
             prompts.verify();
             EXPECT_EQ(taken(files), marks[fault][run % 3 != 0]) << "run " << run;
             EXPECT_EQ(form().cmdImport.Caption() + form().lbProgress.Caption(), "ImportDone");
         }
-        desktop.files().setFaultHook({});
+        desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+            if (operation == FileOperation::Print && path.ends_with("z.jpg.info"))
+                form().List1.RemoveItem(1); // by its user, in the middle
+        });
+        expectErrors("z.jpg    Error=File already exists\rz.jpg", "Invalid property array index");
+        import({"z.jpg", "a.jpg"}, {Links}, sources());
         form().cmdImport.Caption = "Cancel"; // as a refusal leaves it
         import({"m1.jpg"}, {Links}, sources());
         EXPECT_EQ(form().cmdImport.Caption() + taken({"m1.jpg"}), "Import ");
@@ -132,12 +140,14 @@ TEST_F(ImportRunTest, OverwritingTakesAwayThePhotographButNeverTheOneThatIsImpor
         test.put(path, "old");
     putSource("a.jpg", "new");
     inDialog([&] {
-        import({"a.jpg"}, {Overwrite, OverwriteInfo}, sources());
-        EXPECT_EQ(photo("a.jpg") + test.bytes(test.paths().InfoPath + "a.jpg"), "new");
-        expectExisting("p1.jpg");
+        expectErrors("p1.jpg");
         import({"p1.jpg"}, {Overwrite}, test.paths().PhotoPath);
         EXPECT_EQ(photo("p1.jpg"), plainBitmap(40, 30));
-        EXPECT_FALSE(test.isThere(test.paths().ThumbnailPath + "p1.jpg"));
+        EXPECT_FALSE(test.isThere(test.paths().ThumbnailPath + "p1.jpg") || search().isLoaded());
+        group().CurrentGroupName.clear(); // as the search dialog does
+        import({"a.jpg"}, {Overwrite, OverwriteInfo}, sources());
+        EXPECT_EQ(photo("a.jpg") + test.bytes(test.paths().InfoPath + "a.jpg"), "new");
+        EXPECT_EQ(linesOf("Alps").size() + linesOf("  All Photos  ").size(), 3U);
     });
 }
 
