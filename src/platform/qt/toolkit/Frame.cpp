@@ -6,12 +6,16 @@
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Form.h"
 
-#include <QFontMetrics>
 #include <QPainter>
 
 namespace trovarium {
 
 namespace {
+
+// Pixels.
+constexpr float CaptionSize = 12;
+constexpr int CaptionEdge = 12;
+constexpr int CaptionTop = 8;
 
 class FrameSurface : public SurfaceView, public MouseTarget {
 public:
@@ -40,19 +44,13 @@ protected:
     {
         const QColor back = toQColor(m_frame.BackColor());
         painter.fillRect(rect(), back);
-        const QString caption = toQString(m_frame.Caption());
-        const QFontMetrics metrics(font());
-        const int top = caption.isEmpty() ? 0 : metrics.height() / 2;
         painter.setBrush(Qt::NoBrush);
         painter.setPen(back.darker(140));
-        painter.drawRect(rect().adjusted(0, top, -1, -1));
-        if (caption.isEmpty())
-            return;
-        const QRect text(8, 0, metrics.horizontalAdvance(caption) + 8, metrics.height());
-        painter.fillRect(text, back);
-        painter.setFont(font());
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        painter.setFont(planFont(CaptionSize, true));
         painter.setPen(Qt::black);
-        painter.drawText(text, Qt::AlignCenter, caption);
+        painter.drawText(
+            rect().adjusted(CaptionEdge, CaptionTop, -CaptionEdge, 0), Qt::AlignLeft, toQString(m_frame.Caption()));
     }
 
 private:
