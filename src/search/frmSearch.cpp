@@ -77,8 +77,7 @@ void frmSearch::paintWindow()
              &lbKeywords, &lbProgress, &lbGroupName})
         label->ForeColor = White;
     Line1.BorderColor = SoftWhite;
-    pctProgress.Border = true;
-    pctProgress.BackColor = White;
+    pctProgress.BackColor = SoftWhite;
     pctProgress.AccessibleName = "Progress";
     shpProgress.FillColor = BarBlue;
     shpProgress.BorderColor = BarBlue;
