@@ -77,8 +77,7 @@ void frmSearch::paintWindow()
              &lbKeywords, &lbProgress, &lbGroupName})
         label->ForeColor = White;
     Line1.BorderColor = SoftWhite;
-    pctProgress.Border = true;
-    pctProgress.BackColor = White;
+    pctProgress.BackColor = SoftWhite;
     pctProgress.AccessibleName = "Progress";
     shpProgress.FillColor = BarBlue;
     shpProgress.BorderColor = BarBlue;
@@ -231,8 +230,8 @@ void frmSearch::keep(const std::string& fileName)
 
 void frmSearch::showProgress(int searched, int count)
 {
-    lbProgress.Caption = "Searched " + formatWhole(searched) + " (" + formatWhole(divide(searched, count) * 100)
-        + "%) -> Found " + formatWhole(SearchResults.upperBound());
+    lbProgress.Caption = "Searched " + numberText(searched) + " (" + formatWhole(divide(searched, count) * 100)
+        + "%) -> Found " + numberText(SearchResults.upperBound());
     shpProgress.Width =
         divideSingle(static_cast<float>(searched), static_cast<float>(count)) * pctProgress.ScaleWidth();
 }

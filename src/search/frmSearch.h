@@ -50,56 +50,56 @@ public:
     Label Label1{this,
         {.Name = "Label1", .Left = 300, .Top = 255, .Width = 6600, .Height = 240, .Caption = "Specify search items:"}};
     Label lbFilename{
-        this, {.Name = "lbFilename", .Left = 300, .Top = 645, .Width = 1200, .Height = 330, .Caption = "Filename:"}};
-    TextBox txtFilename{this, {.Name = "txtFilename", .Left = 1560, .Top = 645, .Width = 5340, .Height = 330}};
+        this, {.Name = "lbFilename", .Left = 300, .Top = 645, .Width = 1500, .Height = 330, .Caption = "Filename:"}};
+    TextBox txtFilename{this, {.Name = "txtFilename", .Left = 1860, .Top = 645, .Width = 5040, .Height = 330}};
     Label lbTitle{
-        this, {.Name = "lbTitle", .Left = 300, .Top = 1065, .Width = 1200, .Height = 330, .Caption = "Title:"}};
-    TextBox txtTitle{this, {.Name = "txtTitle", .Left = 1560, .Top = 1065, .Width = 5340, .Height = 330}};
-    Label lbYear{this, {.Name = "lbYear", .Left = 300, .Top = 1485, .Width = 1200, .Height = 330, .Caption = "Year:"}};
-    TextBox txtYear{this, {.Name = "txtYear", .Left = 1560, .Top = 1485, .Width = 5340, .Height = 330}};
+        this, {.Name = "lbTitle", .Left = 300, .Top = 1065, .Width = 1500, .Height = 330, .Caption = "Title:"}};
+    TextBox txtTitle{this, {.Name = "txtTitle", .Left = 1860, .Top = 1065, .Width = 5040, .Height = 330}};
+    Label lbYear{this, {.Name = "lbYear", .Left = 300, .Top = 1485, .Width = 1500, .Height = 330, .Caption = "Year:"}};
+    TextBox txtYear{this, {.Name = "txtYear", .Left = 1860, .Top = 1485, .Width = 5040, .Height = 330}};
     Label lbPlace{
-        this, {.Name = "lbPlace", .Left = 300, .Top = 1905, .Width = 1200, .Height = 330, .Caption = "Place:"}};
-    TextBox txtPlace{this, {.Name = "txtPlace", .Left = 1560, .Top = 1905, .Width = 5340, .Height = 330}};
+        this, {.Name = "lbPlace", .Left = 300, .Top = 1905, .Width = 1500, .Height = 330, .Caption = "Place:"}};
+    TextBox txtPlace{this, {.Name = "txtPlace", .Left = 1860, .Top = 1905, .Width = 5040, .Height = 330}};
     Label lbEvent{
-        this, {.Name = "lbEvent", .Left = 300, .Top = 2325, .Width = 1200, .Height = 330, .Caption = "Event:"}};
-    TextBox txtEvent{this, {.Name = "txtEvent", .Left = 1560, .Top = 2325, .Width = 5340, .Height = 330}};
+        this, {.Name = "lbEvent", .Left = 300, .Top = 2325, .Width = 1500, .Height = 330, .Caption = "Event:"}};
+    TextBox txtEvent{this, {.Name = "txtEvent", .Left = 1860, .Top = 2325, .Width = 5040, .Height = 330}};
     Label lbPhotographer{this,
-        {.Name = "lbPhotographer", .Left = 300, .Top = 2745, .Width = 1200, .Height = 330, .Caption = "Photographer:"}};
-    TextBox txtPhotographer{this, {.Name = "txtPhotographer", .Left = 1560, .Top = 2745, .Width = 5340, .Height = 330}};
+        {.Name = "lbPhotographer", .Left = 300, .Top = 2745, .Width = 1500, .Height = 330, .Caption = "Photographer:"}};
+    TextBox txtPhotographer{this, {.Name = "txtPhotographer", .Left = 1860, .Top = 2745, .Width = 5040, .Height = 330}};
     Label lbPeople{
-        this, {.Name = "lbPeople", .Left = 300, .Top = 3165, .Width = 1200, .Height = 330, .Caption = "People:"}};
-    TextBox txtPeople{this, {.Name = "txtPeople", .Left = 1560, .Top = 3165, .Width = 5340, .Height = 330}};
+        this, {.Name = "lbPeople", .Left = 300, .Top = 3165, .Width = 1500, .Height = 330, .Caption = "People:"}};
+    TextBox txtPeople{this, {.Name = "txtPeople", .Left = 1860, .Top = 3165, .Width = 5040, .Height = 330}};
     Label lbKeywords{
-        this, {.Name = "lbKeywords", .Left = 300, .Top = 3585, .Width = 1200, .Height = 330, .Caption = "Keywords:"}};
-    TextBox txtkeywords{this, {.Name = "txtkeywords", .Left = 1560, .Top = 3585, .Width = 5340, .Height = 330}};
+        this, {.Name = "lbKeywords", .Left = 300, .Top = 3585, .Width = 1500, .Height = 330, .Caption = "Keywords:"}};
+    TextBox txtkeywords{this, {.Name = "txtkeywords", .Left = 1860, .Top = 3585, .Width = 5040, .Height = 330}};
 
     Button cmdSearch{
-        this, {.Name = "cmdSearch", .Left = 1560, .Top = 4095, .Width = 1500, .Height = 405, .Caption = "&Search"}};
+        this, {.Name = "cmdSearch", .Left = 1860, .Top = 4095, .Width = 1500, .Height = 405, .Caption = "&Search"}};
     Label lbProgress{this,
         {.Name = "lbProgress",
-            .Left = 3240,
+            .Left = 3540,
             .Top = 4065,
-            .Width = 3660,
+            .Width = 3360,
             .Height = 240,
             .Caption = "Searched 0 (0%) -> Found 0"}};
-    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 3240, .Top = 4335, .Width = 3660, .Height = 165}};
-    Shape shpProgress{&pctProgress, {.Name = "shpProgress", .Width = 0, .Height = 105}};
+    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 3540, .Top = 4350, .Width = 3360, .Height = 135}};
+    Shape shpProgress{&pctProgress, {.Name = "shpProgress", .Width = 0, .Height = 135}};
     Line Line1{this, {.Name = "Line1", .Left = 300, .Top = 4800, .Width = 6600, .Height = 0}};
 
     Label lbGroupName{this,
-        {.Name = "lbGroupName", .Left = 300, .Top = 5085, .Width = 1200, .Height = 330, .Caption = "Group name:"}};
-    ComboBox cmbGroupName{this, {.Name = "cmbGroupName", .Left = 1560, .Top = 5085, .Width = 5340, .Height = 330}};
+        {.Name = "lbGroupName", .Left = 300, .Top = 5085, .Width = 1500, .Height = 330, .Caption = "Group name:"}};
+    ComboBox cmbGroupName{this, {.Name = "cmbGroupName", .Left = 1860, .Top = 5085, .Width = 5040, .Height = 330}};
     Button cmdSave{this,
         {.Name = "cmdSave",
-            .Left = 1560,
+            .Left = 1860,
             .Top = 5595,
-            .Width = 3000,
+            .Width = 2940,
             .Height = 405,
             .Caption = "&Append search results to group"}};
     Button cmdImport{
-        this, {.Name = "cmdImport", .Left = 4680, .Top = 5595, .Width = 1050, .Height = 405, .Caption = "&Import"}};
-    PictureButton imgExit{this, {.Name = "imgExit", .Left = 5850, .Top = 5595, .Width = 1050, .Height = 405}};
-    Label lbExit{this, {.Name = "lbExit", .Left = 5850, .Top = 5640, .Width = 1050, .Height = 315, .Caption = "Exit"}};
+        this, {.Name = "cmdImport", .Left = 4920, .Top = 5595, .Width = 930, .Height = 405, .Caption = "&Import"}};
+    PictureButton imgExit{this, {.Name = "imgExit", .Left = 5970, .Top = 5595, .Width = 930, .Height = 405}};
+    Label lbExit{this, {.Name = "lbExit", .Left = 5970, .Top = 5640, .Width = 930, .Height = 315, .Caption = "Exit"}};
 
     // Only lists the information files.
     FileList File1{this, {.Name = "File1", .Left = 300, .Top = 6450, .Width = 1500, .Height = 1500, .Visible = false}};

@@ -6,6 +6,8 @@
 #include "platform/toolkit/Keys.h"
 #include "runtime/Failure.h"
 
+#include <algorithm>
+
 namespace trovarium {
 
 using enum FileOperation;
@@ -22,7 +24,7 @@ protected:
 
     void put(const std::string& name, const std::vector<std::string>& lines)
     {
-        test.put(test.paths().InfoPath + name + ".jpg.info", joinedLines(lines));
+        test.put(test.paths().InfoPath + name + ".info", joinedLines(lines));
     }
     void failAt(FileOperation operation, const std::string& place)
     {
@@ -37,15 +39,25 @@ protected:
         search.cmdSave_Click();
         return linesOf(group);
     }
+    TextBox& fieldNamed(const std::string& name)
+    {
+        const auto found = std::ranges::find_if(search.controls(), [&](Control* one) { return one->Name() == name; });
+        return dynamic_cast<TextBox&>(**found);
+    }
     // What the last search found, by way of a group.
     std::string found()
     {
         putGroup("found", {});
         std::string names;
         for (const std::string& line : append("found"))
-            names += line.substr(0, line.find(".jpg")) + " ";
+            names += line + " ";
         return names;
     }
+
+    struct Fault {
+        std::string year, place, told, kept;
+        FileOperation operation = Picture;
+    };
 
     frmSearch search{desktop, test.album(), main()};
 };
@@ -56,21 +68,18 @@ TEST_F(SearchTest, AFieldAsksOnlyTheLinesThatAreThere)
     put("b", {"PhotoPath=paris", "title=Joanne", "PLACE=Rome", "EVENT=Fair", "KEYWORDS=sea", "PHOTOGRAPHER=Kim"});
     put("c", {"Year=1998", "EVENT=", "title = Paris", "ImageWidth=77"});
     put("d", {"YEAR=2001", "TITLE=*", "TITLE=last"});
-    using Field = TextBox frmSearch::*;
-    const std::vector<std::tuple<Field, std::string, std::string>> rows{{&frmSearch::txtTitle, "", "a b c d "},
-        {&frmSearch::txtTitle, "paris", "a c "}, {&frmSearch::txtTitle, "Ann", "b c "},
-        {&frmSearch::txtTitle, "title=", "a b c d "}, {&frmSearch::txtTitle, "*", "a b c d "},
-        {&frmSearch::txtTitle, "last", "c "}, // the other line of its kind hasn't got it
-        {&frmSearch::txtTitle, "P*s", "c "}, {&frmSearch::txtPlace, "N\u00CEMES", "a c d "},
-        {&frmSearch::txtYear, "year", "a b c d "}, {&frmSearch::txtPhotographer, "x", "a c d "},
-        {&frmSearch::txtPeople, "x", "b c d "}, {&frmSearch::txtEvent, "x", "a d "},
-        {&frmSearch::txtkeywords, "x", "a c d "}, {&frmSearch::txtFilename, ".INFO", "a b c d "},
-        {&frmSearch::txtFilename, "B.J", "b "}, {&frmSearch::txtFilename, "*", "a b c d "}};
-    for (const auto& [field, text, expected] : rows) {
-        (search.*field).Text = text;
+    const std::string all = "a b c d ";
+    const std::string rows[][3] = {{"txtTitle", "paris", "a c "}, {"txtTitle", "Ann", "b c "}, {"txtTitle", "*", all},
+        {"txtTitle", "title=", all}, {"txtTitle", "P*s", "c "}, {"txtTitle", "last", "c "}, {"txtYear", "year", all},
+        {"txtPlace", "N\u00CEMES", "a c d "}, {"txtPeople", "x", "b c d "}, {"txtPhotographer", "x", "a c d "},
+        {"txtEvent", "x", "a d "}, {"txtkeywords", "x", "a c d "}, {"txtFilename", ".INFO", all},
+        {"txtFilename", "B.I", "b "}, {"txtFilename", "*", all}, {"txtTitle", "", all}};
+    for (const auto& [name, text, expected] : rows) {
+        TextBox& field = fieldNamed(name);
+        field.Text = text;
         search.cmdSearch_Click();
-        EXPECT_EQ(found(), expected) << (search.*field).Name() << " " << text;
-        (search.*field).Text = "";
+        EXPECT_EQ(found(), expected) << name << " " << text;
+        field.Text = "";
     }
     search.SortResultsByYear();
     EXPECT_EQ(found(), "a b c d ") << "years are only known when they were asked for";
@@ -87,7 +96,7 @@ TEST_F(SearchTest, AFieldAsksOnlyTheLinesThatAreThere)
 TEST_F(SearchTest, AUserSearchesAndAppends)
 {
     for (int i = 1; i <= 300; ++i)
-        put("p" + std::to_string(i), {});
+        put("p" + std::to_string(i) + ".jpg", {});
     test.put(test.paths().SlideGroupPath + "Trip.LST", "old.jpg\r\n");
     main().groupList().LoadGroupNames();
     bool imported = false;
@@ -119,13 +128,12 @@ TEST_F(SearchTest, AUserSearchesAndAppends)
             "'Append' again to accept the changes and save the search results to new group name.");
         append("My.Trip");
         EXPECT_EQ(search.cmbGroupName.Text(), "My_Trip");
-        EXPECT_EQ(linesOf("My_Trip").size(), 0U);
         robot.click(search.cmdSave);
         EXPECT_EQ(append("My_Trip"), (std::vector<std::string>{"p7.jpg", "p7.jpg"}));
         append("Trip");
         EXPECT_EQ(test.bytes(test.paths().SlideGroupPath + "Trip.LST"), "old.jpg\r\np7.jpg\r\n");
         search.cmdImport_Click();
-        EXPECT_TRUE(imported) << "the new photographs go into no group but that of all";
+        EXPECT_TRUE(imported);
         robot.key(search, EscapeKey);
     });
     robot.choose(main().mnuEditSearchAppend);
@@ -137,19 +145,15 @@ TEST_F(SearchTest, AFailureEndsASearchAndASaveWithoutAWord)
     put("a", {"YEAR=1997"});
     put("c", {"YEAR=1999"});
     search.txtYear.Text = "*";
-    const std::string behindFirst = "Searched 1 (33%) -> Found 1";
-    const std::string behindSecond = "Searched 2 (67%) -> Found 2";
-    const std::vector<std::tuple<std::string, FileOperation, std::string, std::string, std::string>> faults{
-        {"1998-99", Picture, "", behindFirst, "a b "}, {"40000", Picture, "", behindFirst, "a b "},
-        {"1998", Open, "c.jpg.info", behindSecond, "a b "}, {"1998", LineInput, "c.jpg.info", behindSecond, "a b "},
-        {"1998", List, "Photo_Info", "Searched 0 (0%) -> Found 0", ""},
-        {"1998", Picture, "", "Searched 3 (100%) -> Found 3", "a b c "}};
-    for (const auto& [year, operation, place, progress, kept] : faults) {
+    for (const auto& [year, place, told, kept, operation] : {Fault{"1998-99", "", "1 (33%) -> Found 1", "a b "},
+             {"40000", "", "1 (33%) -> Found 1", "a b "}, {"1998", "c.info", "2 (67%) -> Found 2", "a b ", Open},
+             {"1998", "c.info", "2 (67%) -> Found 2", "a b ", LineInput},
+             {"1998", "Photo_Info", "0 (0%) -> Found 0", "", List}, {"1998", "", "3 (100%) -> Found 3", "a b c "}}) {
         put("b", {"YEAR=" + year});
         failAt(operation, place);
         search.cmdSearch_Click();
         desktop.files().setFaultHook({});
-        EXPECT_EQ(search.lbProgress.Caption(), progress) << year << place;
+        EXPECT_EQ(search.lbProgress.Caption(), "Searched " + told) << year << place;
         EXPECT_EQ(search.cmdSearch.Caption(), "Search");
         EXPECT_EQ(desktop.files().freeFile(), 1);
         EXPECT_EQ(found(), kept) << year << place;
