@@ -1,4 +1,5 @@
 #include "platform/qt/toolkit/FormView.h"
+#include "platform/toolkit/ComboBox.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/FormSlot.h"
 #include "platform/toolkit/Image.h"
@@ -188,6 +189,20 @@ TEST(ScreenReaders, ABoxThatCanBeClickedIsAButtonCalledAsItsText)
     EXPECT_EQ(box->text(QAccessible::Name).toStdString(), "All & more");
     box->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(pressed, LeftButton);
+}
+
+TEST(ScreenReaders, ABoxToChooseFromIsCalledByItsName)
+{
+    Form form(testDesktop(), {.Name = "Boxes", .Width = 3000, .Height = 1500});
+    ComboBox box(&form, {.Name = "box", .Width = 1500, .Height = 450});
+    box.AccessibleName = "Group name";
+    box.Text = "Alps";
+    form.show();
+    testDesktop().DoEvents();
+    QAccessibleInterface* shown = QAccessible::queryAccessibleInterface(&form.view()->client())->child(0);
+    EXPECT_EQ(shown->text(QAccessible::Name).toStdString(), "Group name");
+    EXPECT_EQ(shown->text(QAccessible::Value).toStdString(), "Alps");
+    EXPECT_EQ(shown->indexOfChild(shown->child(1)), 1) << "the text field";
 }
 
 TEST(Timers, TickOnlyWhileTheFormIsLoadedAndTheyAreOn)
