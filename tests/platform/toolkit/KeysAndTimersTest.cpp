@@ -1,4 +1,5 @@
 #include "platform/qt/toolkit/FormView.h"
+#include "platform/toolkit/ComboBox.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/FormSlot.h"
 #include "platform/toolkit/Image.h"
@@ -207,6 +208,20 @@ TEST(ScreenReaders, ABoxWithAValueIsAProgressBar)
         EXPECT_EQ(seen->role(), QAccessible::ProgressBar);
         EXPECT_EQ(seen->valueInterface()->currentValue().toInt(), percent);
     }
+}
+
+TEST(ScreenReaders, ABoxToChooseFromIsCalledByItsName)
+{
+    Form form(testDesktop(), {.Name = "Boxes", .Width = 3000, .Height = 1500});
+    ComboBox box(&form, {.Name = "box", .Width = 1500, .Height = 450});
+    box.AccessibleName = "Group name";
+    box.Text = "Alps";
+    form.show();
+    testDesktop().DoEvents();
+    QAccessibleInterface* shown = QAccessible::queryAccessibleInterface(&form.view()->client())->child(0);
+    EXPECT_EQ(shown->text(QAccessible::Name).toStdString(), "Group name");
+    EXPECT_EQ(shown->text(QAccessible::Value).toStdString(), "Alps");
+    EXPECT_EQ(shown->indexOfChild(shown->child(1)), 1) << "the text field";
 }
 
 TEST(Timers, TickOnlyWhileTheFormIsLoadedAndTheyAreOn)

@@ -5,7 +5,10 @@
 #include "platform/qt/toolkit/SurfaceView.h"
 #include "platform/toolkit/PictureBox.h"
 
+#include <QAbstractItemView>
 #include <QAccessibleWidget>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QStringList>
 #include <QWindow>
 
@@ -193,6 +196,45 @@ private:
     SurfaceView& m_surface;
 };
 
+// As the library's own, which is called by what is chosen in it instead of by its name.
+class ComboAccessible : public QAccessibleWidget {
+public:
+    explicit ComboAccessible(QComboBox* box)
+        : QAccessibleWidget(box, QAccessible::ComboBox)
+        , m_box(*box)
+    {
+    }
+
+    QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Value ? m_box.currentText() : QAccessibleWidget::text(kind);
+    }
+
+    int childCount() const override { return m_box.isEditable() ? 2 : 1; }
+    QAccessibleInterface* child(int index) const override
+    {
+        if (index == 0)
+            return QAccessible::queryAccessibleInterface(m_box.view());
+        return index == 1 ? QAccessible::queryAccessibleInterface(m_box.lineEdit()) : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface* child) const override
+    {
+        if (child->object() == m_box.view())
+            return 0;
+        return m_box.isEditable() && child->object() == m_box.lineEdit() ? 1 : -1;
+    }
+
+    QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
+    void doAction(const QString& name) override
+    {
+        if (name == showMenuAction() || name == pressAction())
+            m_box.view()->isVisible() ? m_box.hidePopup() : m_box.showPopup();
+    }
+
+private:
+    QComboBox& m_box;
+};
+
 class WindowAccessible : public QAccessibleWidget {
 public:
     using QAccessibleWidget::QAccessibleWidget;
@@ -211,6 +253,8 @@ void installAccessibility()
             return new SurfaceAccessible(surface);
         if (auto* window = dynamic_cast<FormWindow*>(object))
             return new WindowAccessible(window);
+        if (auto* box = qobject_cast<QComboBox*>(object))
+            return new ComboAccessible(box);
         return nullptr;
     });
 }

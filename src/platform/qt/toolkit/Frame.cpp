@@ -64,6 +64,7 @@ public:
         , m_frame(frame)
         , m_surface(surface)
     {
+        nameByCaption();
     }
     ~FrameView() override
     {
@@ -74,6 +75,8 @@ public:
     void apply(Change change) override
     {
         WidgetView::apply(change);
+        if (change == Change::Text)
+            nameByCaption();
         if (change == Change::Text || change == Change::Appearance)
             m_surface->addDirty(m_surface->rect());
         if (change == Change::Hint)
@@ -82,6 +85,12 @@ public:
     void pointerChanged() override { m_surface->updatePointer(); }
 
 private:
+    void nameByCaption()
+    {
+        if (m_frame.AccessibleName().empty())
+            m_surface->setAccessibleName(toQString(m_frame.Caption()));
+    }
+
     Frame& m_frame;
     QPointer<FrameSurface> m_surface;
 };
