@@ -18,6 +18,7 @@ MainMenus::MainMenus(frmMain& form)
     on(form.mnuFileCreate.Click, this, &MainMenus::mnuFileCreate_Click);
     on(form.mnuFileRemove.Click, this, &MainMenus::mnuFileRemove_Click);
     on(form.mnuFileRenameGroup.Click, this, &MainMenus::mnuFileRenameGroup_Click);
+    on(form.mnuFileExport.Click, this, &MainMenus::mnuFileExport_Click);
     on(form.mnuFileExit.Click, this, &MainMenus::mnuFileExit_Click);
 
     on(form.mnuEdit.Click, this, &MainMenus::mnuEdit_Click);
@@ -26,6 +27,7 @@ MainMenus::MainMenus(frmMain& form)
     on(form.mnuGroupNewGroup.Click, this, &MainMenus::mnuGroupNewGroup_Click);
     on(form.mnuGroupRemove.Click, this, &MainMenus::mnuGroupRemove_Click);
     on(form.mnuGroupRenameGroup.Click, this, &MainMenus::mnuGroupRenameGroup_Click);
+    on(form.mnuGroupExport.Click, this, &MainMenus::mnuGroupExport_Click);
     on(form.mnuGroupSearchAppend.Click, this, &MainMenus::mnuGroupSearchAppend_Click);
 }
 
@@ -59,6 +61,11 @@ void MainMenus::mnuFileRenameGroup_Click()
     m_form.groupCommands().RenameAlbumGroup();
 }
 
+void MainMenus::mnuFileExport_Click()
+{
+    m_form.dialogs().showExport();
+}
+
 void MainMenus::mnuFileExit_Click()
 {
     // The form goes with its last handler; the desktop stays.
@@ -85,6 +92,11 @@ void MainMenus::mnuGroupRemove_Click()
 void MainMenus::mnuGroupRenameGroup_Click()
 {
     m_form.groupCommands().RenameAlbumGroup();
+}
+
+void MainMenus::mnuGroupExport_Click()
+{
+    m_form.dialogs().showExport();
 }
 
 void MainMenus::mnuGroupSearchAppend_Click()
