@@ -92,7 +92,7 @@ void Program::requireSlideGroupPath()
     m_desktop.endProgram(FatalExit);
 }
 
-// The slide show and the import have no dialog yet: their openers stay empty.
+// The slide show has no dialog yet: its opener stays empty.
 Dialogs Program::dialogs()
 {
     return {
