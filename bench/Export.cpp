@@ -22,8 +22,8 @@ int main(int argc, char** argv)
     Desktop desktop(argc, argv, files, Pace::Paced);
     MainWindow window(desktop, argv[1]);
     GroupOnShow& group = window.album().group;
-    for (int position = 1; position <= group.GroupSelect.upperBound(); ++position)
-        group.GroupSelect(position) = 1;
+    for (int position = 0; position <= group.GroupSelect.upperBound(); ++position)
+        group.GroupSelect(position) = position > 0 ? 1 : 0;
     frmExport form(desktop, window.album());
     form.show();
     form.Dir1.Path = fromNativePath(argv[2]);
