@@ -197,9 +197,14 @@ def library_of_large(data: Path) -> Path:
 
 
 def fresh(data: Path, make: Callable[[Path], Path]) -> Path:
-    """An empty place to write to, with what was written before on the disk, so that no figure waits for it."""
+    """An empty place to write to. What was written before is emptied and set aside, and is on the disk, so that no
+    figure waits for it."""
     place = data / "written to"
-    shutil.rmtree(place, ignore_errors=True)
+    if place.exists():
+        for path in place.rglob("*"):
+            if path.is_file() and not path.is_symlink():
+                os.truncate(path, 0)
+        _set_aside(data, place)
     make(place)
     os.sync()
     return place
@@ -215,13 +220,16 @@ def new_library(place: Path) -> Path:
 
 
 def forget_photographs(library: Path) -> None:
-    """What was made of them is set aside and not deleted: a file system may be slow to make new files where
-    others have just gone."""
-    aside = library.parent / "set aside"
-    aside.mkdir(exist_ok=True)
     for folder in ["Photo_Info", "Photo_SlideGroups"]:
-        (library / folder).rename(aside / f"{folder} {time.time_ns()}")
+        _set_aside(library.parent, library / folder)
         (library / folder).mkdir()
+
+
+def _set_aside(data: Path, folder: Path) -> None:
+    """Not deleted: a file system may be slow to make new files where others have just gone."""
+    aside = data / "set aside"
+    aside.mkdir(exist_ok=True)
+    folder.rename(aside / f"{folder.name} {time.time_ns()}")
 
 
 def clean_up(data: Path) -> None:
