@@ -17,12 +17,14 @@ public:
     void mnuFileCreate_Click();
     void mnuFileRemove_Click();
     void mnuFileRenameGroup_Click();
+    void mnuFileImport_Click();
     void mnuFileExit_Click();
     void mnuEditSearchAppend_Click();
 
     void mnuGroupNewGroup_Click();
     void mnuGroupRemove_Click();
     void mnuGroupRenameGroup_Click();
+    void mnuGroupImport_Click();
     void mnuGroupSearchAppend_Click();
 
 private:

@@ -33,6 +33,9 @@ Program::Program(Desktop& desktop, Album& album, std::string programPath)
     , m_main(desktop, [this] { return std::make_unique<frmMain>(m_desktop, m_album, dialogs()); })
     , m_groups(desktop, [this] { return std::make_unique<frmGroups>(m_desktop, m_album, m_main()); })
     , m_fullScreen(desktop, [this] { return std::make_unique<frmFullScreen>(m_desktop, m_album, m_main()); })
+    , m_search(desktop, [this] { return std::make_unique<frmSearch>(m_desktop, m_album, m_main()); })
+    , m_import(desktop,
+          [this] { return std::make_unique<frmImport>(m_desktop, m_album, m_main(), m_search, m_thumbnailBuilder); })
 {
 }
 
@@ -88,7 +91,7 @@ void Program::requireSlideGroupPath()
     m_desktop.endProgram(FatalExit);
 }
 
-// The slide show and the search have no dialog yet: their openers stay empty.
+// The slide show and the import have no dialog yet: their openers stay empty.
 Dialogs Program::dialogs()
 {
     return {
@@ -96,7 +99,8 @@ Dialogs Program::dialogs()
         .showGroups = [this](int mode) { m_groups().showFor(mode); },
         .showFullScreen = [this] { m_fullScreen().show(); },
         .showSlideShow = {},
-        .showSearch = {},
+        .showSearch = [this] { m_search().showModal(); },
+        .showImport = [this] { m_import().showModal(); },
         .unloadAllForms = [this] { UnloadAllForms(m_desktop, "frmMain"); },
     };
 }

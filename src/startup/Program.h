@@ -6,7 +6,9 @@
 #include "check/frmFirstTime.h"
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
+#include "import/frmImport.h"
 #include "platform/toolkit/FormSlot.h"
+#include "search/frmSearch.h"
 #include "viewer/frmFullScreen.h"
 
 #include <string>
@@ -43,6 +45,8 @@ private:
     FormSlot<frmMain> m_main;
     FormSlot<frmGroups> m_groups;
     FormSlot<frmFullScreen> m_fullScreen;
+    FormSlot<frmSearch> m_search;
+    FormSlot<frmImport> m_import;
 };
 
 } // namespace trovarium

@@ -62,9 +62,8 @@ TEST_F(MainWindowTest, EntriesWithoutADialogStandDisabled)
 {
     open();
     for (const Menu* entry :
-        {&main().mnuFileMidi, &main().mnuFileImport, &main().mnuFileExport, &main().mnuEditSearchAppend,
-            &main().mnuEditWaveLink, &main().mnuViewSlideshow, &main().mnuHelpContents, &main().mnuHelpAbout,
-            &main().mnuGroupMidi, &main().mnuGroupImport, &main().mnuGroupExport, &main().mnuGroupSearchAppend})
+        {&main().mnuFileMidi, &main().mnuFileExport, &main().mnuEditWaveLink, &main().mnuViewSlideshow,
+            &main().mnuHelpContents, &main().mnuHelpAbout, &main().mnuGroupMidi, &main().mnuGroupExport})
         EXPECT_FALSE(entry->Enabled()) << entry->Name();
     EXPECT_FALSE(main().cmdSlideshow.Enabled());
     robot.click(main().lbButtonText(7));

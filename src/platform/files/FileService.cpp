@@ -41,7 +41,7 @@ bool isRegular(const struct stat& status)
     return S_ISREG(status.st_mode);
 }
 
-bool isSameFile(const struct stat& one, const struct stat& other)
+bool isOneFile(const struct stat& one, const struct stat& other)
 {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
@@ -218,7 +218,7 @@ void FileService::State::refuseReplacing(const Target& target, const struct stat
 {
     if (!target.status)
         return;
-    if (!isRegular(*target.status) || (source != nullptr && isSameFile(*source, *target.status))
+    if (!isRegular(*target.status) || (source != nullptr && isOneFile(*source, *target.status))
         || isInUse(*target.status) || access(target.native.c_str(), W_OK) != 0)
         throw Failure(FailureKind::PermissionDenied);
 }
@@ -237,7 +237,7 @@ void FileService::State::copy(
 // On a file system without case both names lead to the one entry.
 bool FileService::State::isSameInOtherCase(const Target& from, const Target& to) const
 {
-    return from.status && to.status && isSameFile(*from.status, *to.status) && from.status->st_nlink == 1
+    return from.status && to.status && isOneFile(*from.status, *to.status) && from.status->st_nlink == 1
         && from.place.folder == to.place.folder && from.place.leaf != to.place.leaf
         && equalInCapitals(nameInside(from.place.leaf), nameInside(to.place.leaf));
 }
@@ -582,6 +582,17 @@ int FileService::attributes(std::string_view path, FolderEntry::Kind known) cons
     m_state->onReadable(
         path, Attempted::Access, [&](const std::string& native) { return stat(native.c_str(), &status); });
     return S_ISDIR(status.st_mode) ? DirectoryAttribute : 0;
+}
+
+bool FileService::isSameFile(std::string_view path, std::string_view other) const
+try {
+    m_state->announce(FileOperation::Attributes, path);
+    return isOneFile(m_state->readableStatus(path), m_state->readableStatus(other));
+} catch (const Failure& failure) {
+    // Any other failure tells nothing of the two: their caller must not take them for two files.
+    if (failure.kind() != FailureKind::FileNotFound && failure.kind() != FailureKind::PathNotFound)
+        throw;
+    return false;
 }
 
 std::string FileService::nativeForReading(std::string_view path) const

@@ -115,6 +115,9 @@ public:
     // DirectoryAttribute for a folder, 0 for anything else that is there. What a walk knows of the entry (its
     // `kind`) spares the look at the disk.
     int attributes(std::string_view path, FolderEntry::Kind known = FolderEntry::Kind::Unknown) const;
+    // Whether both paths lead to one file, by whatever names; false when one of them is absent. For what would delete
+    // the very file that it is about to copy.
+    bool isSameFile(std::string_view path, std::string_view other) const;
 
     // The path that the system knows for a file that is only to be read (with the fall-back in case), "File not
     // found" where there is none. For the platform's own use.

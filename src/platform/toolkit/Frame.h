@@ -6,7 +6,7 @@
 
 namespace trovarium {
 
-// A panel that other controls lie on, with a caption on its border when it has one. Its children's places
+// A panel that other controls lie on, with a caption in its upper left corner when it has one. Its children's places
 // are in twips.
 class Frame : public Control, public Container {
 public:

@@ -27,6 +27,7 @@ public:
     Stored<bool> WordWrap{this, Change::Text};     // otherwise a long text ends in "…"
     Stored<bool> Shadow{this, Change::Appearance}; // a dark halo, legible on any picture
     Stored<bool> UseMnemonic{this, Change::Text};  // "&" marks an access key, "&&" shows as one
+    Stored<bool> Raised{this, Change::Appearance}; // looks like a push button, for one that is clicked
     // A text that is too long is drawn narrower before it is cut.
     Stored<bool> NarrowToFit{this, Change::Appearance};
 

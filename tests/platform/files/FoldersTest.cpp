@@ -135,6 +135,10 @@ TEST_F(Folders, ACopyThatFailsLeavesTheTargetAndNothingBeside)
     EXPECT_EQ(failureOf([&] { files.copy(at("a"), at(std::string(300, 'x'))); }), "Bad file name or number");
     for (const char* target : {"a", "hard", "soft", "sub"}) // itself under other names
         EXPECT_EQ(failureOf([&] { files.copy(at("a"), at(target)); }), "Permission denied") << target;
+    for (const char* other : {"A", "hard", "soft"})
+        EXPECT_TRUE(files.isSameFile(at(other), at("a"))) << other;
+    for (const char* other : {"b", "none", "none\\a"})
+        EXPECT_FALSE(files.isSameFile(at("a"), at(other))) << other;
     EXPECT_EQ(folder.read("a"), "text");
     EXPECT_EQ(folder.read("b"), "target");
     EXPECT_EQ(onDisk(), (Names{"a", "b", "hard", "soft", "sub"}));

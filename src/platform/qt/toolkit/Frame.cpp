@@ -6,12 +6,16 @@
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Form.h"
 
-#include <QFontMetrics>
 #include <QPainter>
 
 namespace trovarium {
 
 namespace {
+
+// Pixels.
+constexpr float CaptionSize = 12;
+constexpr int CaptionEdge = 12;
+constexpr int CaptionTop = 8;
 
 class FrameSurface : public SurfaceView, public MouseTarget {
 public:
@@ -40,19 +44,13 @@ protected:
     {
         const QColor back = toQColor(m_frame.BackColor());
         painter.fillRect(rect(), back);
-        const QString caption = toQString(m_frame.Caption());
-        const QFontMetrics metrics(font());
-        const int top = caption.isEmpty() ? 0 : metrics.height() / 2;
         painter.setBrush(Qt::NoBrush);
         painter.setPen(back.darker(140));
-        painter.drawRect(rect().adjusted(0, top, -1, -1));
-        if (caption.isEmpty())
-            return;
-        const QRect text(8, 0, metrics.horizontalAdvance(caption) + 8, metrics.height());
-        painter.fillRect(text, back);
-        painter.setFont(font());
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        painter.setFont(planFont(CaptionSize, true));
         painter.setPen(Qt::black);
-        painter.drawText(text, Qt::AlignCenter, caption);
+        painter.drawText(
+            rect().adjusted(CaptionEdge, CaptionTop, -CaptionEdge, 0), Qt::AlignLeft, toQString(m_frame.Caption()));
     }
 
 private:
@@ -66,6 +64,7 @@ public:
         , m_frame(frame)
         , m_surface(surface)
     {
+        nameByCaption();
     }
     ~FrameView() override
     {
@@ -76,6 +75,8 @@ public:
     void apply(Change change) override
     {
         WidgetView::apply(change);
+        if (change == Change::Text)
+            nameByCaption();
         if (change == Change::Text || change == Change::Appearance)
             m_surface->addDirty(m_surface->rect());
         if (change == Change::Hint)
@@ -84,6 +85,12 @@ public:
     void pointerChanged() override { m_surface->updatePointer(); }
 
 private:
+    void nameByCaption()
+    {
+        if (m_frame.AccessibleName().empty())
+            m_surface->setAccessibleName(toQString(m_frame.Caption()));
+    }
+
     Frame& m_frame;
     QPointer<FrameSurface> m_surface;
 };

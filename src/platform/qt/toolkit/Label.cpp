@@ -6,6 +6,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QStringList>
+#include <QStyleOptionButton>
 
 #include <cmath>
 
@@ -72,6 +73,10 @@ public:
         if (const std::optional<Color> back = m_label.BackColor())
             painter.fillRect(place, toQColor(*back));
         QString text = shownText(m_label);
+        if (m_label.Raised()) {
+            paintButton(painter, place, text);
+            return;
+        }
         if (text.isEmpty())
             return;
         painter.setFont(fontFor(m_label, text, place.width()));
@@ -137,6 +142,7 @@ public:
 
     void mouseDown(int button, int shift, QPointF pixels) override
     {
+        setDown(button == LeftButton);
         const QPointF at = (pixels - place().topLeft()) * TwipsPerPixel;
         m_label.MouseDown.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
     }
@@ -145,10 +151,35 @@ public:
         const QPointF at = (pixels - place().topLeft()) * TwipsPerPixel;
         m_label.MouseMove.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
     }
+    void mouseUp(int, int, QPointF) override { setDown(false); }
     void click() override { m_label.Click.raise(); }
 
 private:
+    void setDown(bool down)
+    {
+        if (down == m_isDown)
+            return;
+        m_isDown = down;
+        if (m_label.Raised())
+            apply(Change::Appearance);
+    }
+
+    // As the desktop's style draws the real ones beside it.
+    void paintButton(QPainter& painter, const QRectF& place, const QString& text)
+    {
+        QStyleOptionButton option;
+        option.initFrom(&surface());
+        option.rect = place.toAlignedRect();
+        option.state = m_isDown ? QStyle::State_Sunken : QStyle::State_Raised;
+        option.state.setFlag(QStyle::State_Enabled, m_label.takesInput());
+        option.text = text;
+        painter.setFont(fontOf(m_label));
+        option.fontMetrics = QFontMetrics(painter.font());
+        surface().style()->drawControl(QStyle::CE_PushButton, &option, &painter, &surface());
+    }
+
     Label& m_label;
+    bool m_isDown = false; // the mouse holds it
 };
 
 } // namespace
