@@ -14,7 +14,9 @@ namespace {
 
 constexpr std::size_t OldHeaderLength = 12;
 constexpr std::size_t NewHeaderLength = 40;
+constexpr std::size_t LongestHeader = 124;
 constexpr std::size_t FileHeaderLength = 14;
+constexpr std::uint32_t Masks = 3; // the highest kind of compression that is read
 
 class MemoryBytes : public PictureBytes {
 public:
@@ -39,7 +41,6 @@ private:
 // How far the lines stand behind the start of the bitmap's own header.
 std::size_t linesOffset(WmfBytes bytes)
 {
-    constexpr std::uint32_t Masks = 3;
     const std::size_t header = littleEndian(bytes, 0, 4);
     const bool old = header == OldHeaderLength;
     const std::size_t bits = littleEndian(bytes, old ? 10 : 14, 2);
@@ -57,13 +58,18 @@ WmfBitmap::WmfBitmap(WmfBytes bytes)
 {
     if (bytes.size() < OldHeaderLength)
         throw Failure(FailureKind::InvalidPicture);
-    if (littleEndian(bytes, 0, 4) == OldHeaderLength) {
+    const std::size_t header = littleEndian(bytes, 0, 4);
+    if (header == OldHeaderLength) {
         m_width = littleEndian(bytes, 4, 2);
         m_height = littleEndian(bytes, 6, 2);
         return;
     }
+    m_isKnown = header >= NewHeaderLength && header <= LongestHeader;
+    if (!m_isKnown)
+        return;
     if (bytes.size() < NewHeaderLength)
         throw Failure(FailureKind::InvalidPicture);
+    m_isKnown = littleEndian(bytes, 16, 4) <= Masks;
     const auto height = static_cast<std::int32_t>(littleEndian(bytes, 8, 4));
     m_width = littleEndian(bytes, 4, 4);
     m_height = std::abs(static_cast<double>(height));

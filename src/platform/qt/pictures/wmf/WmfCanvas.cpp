@@ -12,11 +12,14 @@ namespace trovarium {
 
 namespace {
 
-constexpr double MostWork = 4e9;
+constexpr double MostWork = 3e9;
 
 // Work for each pixel, by trial.
 constexpr double PlainPixel = 0.5;
+constexpr double MixedPixel = 1.5; // that isn't just replaced
 constexpr double PatternPixel = 4;
+constexpr double ImagePixel = 16;
+constexpr double DashedPixel = 400; // of a line's length
 
 QPainter::CompositionMode compositionMode(unsigned operation)
 {
@@ -87,7 +90,7 @@ void WmfCanvas::paintImage(const QImage& image, const QRectF& source, const QRec
     const QRectF visible = target.normalized() & QRectF(m_area);
     if (visible.isEmpty() || source.isEmpty())
         return;
-    chargePixels(visible.width() * visible.height() * PatternPixel);
+    chargePixels(visible.width() * visible.height() * ImagePixel);
     setOperation(operation);
     // Blended with its neighbours, a pixel of a mask would be neither in nor out.
     m_painter.setRenderHint(QPainter::SmoothPixmapTransform, operation == WmfInk::Copy);
@@ -116,38 +119,41 @@ void WmfCanvas::setOperation(unsigned operation)
 void WmfCanvas::fill(const QPainterPath& path, const QBrush& brush)
 {
     const QRectF bounds = path.controlPointRect() & QRectF(m_area);
-    chargePixels(bounds.width() * bounds.height() * (isPattern(brush) ? PatternPixel : PlainPixel));
+    chargePixels(bounds.width() * bounds.height() * pixelWork(brush));
     chargeCrossings(path, bounds, 0);
     m_painter.fillPath(path, brush);
 }
 
-// Many points go in portions, since each line of pixels costs the square of the edges that it crosses.
-// Behind a portion the line ends and starts again, which shows only where its ends aren't round.
+// Many points go in portions, since each line of pixels costs the square of the edges that it crosses. Each
+// portion starts with the last stretch of the one before, for the corner between them. Not so where dashes
+// would start anew, or where it counts how often a pixel is painted.
 void WmfCanvas::stroke(const QPainterPath& path, const QPen& pen)
 {
-    constexpr int MostElements = 64;
-    if (path.elementCount() <= MostElements) {
+    constexpr int MostElements = 16;
+    const bool inPortions =
+        pen.style() == Qt::SolidLine && m_painter.compositionMode() == QPainter::CompositionMode_SourceOver;
+    if (path.elementCount() <= MostElements || !inPortions) {
         strokePart(path, pen);
         return;
     }
     QPainterPath part;
     for (int i = 0; i < path.elementCount(); ++i) {
         const QPainterPath::Element element = path.elementAt(i);
-        if (part.elementCount() >= MostElements) {
-            strokePart(part, pen);
-            part = QPainterPath(part.currentPosition());
-        }
         if (element.isMoveTo())
             part.moveTo(element);
         else
             part.lineTo(element);
+        if (part.elementCount() > MostElements && !element.isMoveTo()) {
+            strokePart(part, pen);
+            part = QPainterPath(path.elementAt(i - 1));
+            part.lineTo(element);
+        }
     }
     strokePart(part, pen);
 }
 
 void WmfCanvas::strokePart(const QPainterPath& path, const QPen& pen)
 {
-    constexpr double DashedPixel = 100;
     const double width = pen.widthF();
     const QRectF bounds = path.controlPointRect().adjusted(-width, -width, width, width) & QRectF(m_area);
     chargeCrossings(path, bounds, width);
@@ -156,12 +162,14 @@ void WmfCanvas::strokePart(const QPainterPath& path, const QPen& pen)
     m_painter.strokePath(path, pen);
 }
 
-// What it costs to find out, line by line of pixels, where a path's edges are: for all that cross a line,
-// the square of their number. A stroke has two edges for each of the path's, and spans its width.
+// What it costs to find out, line by line of pixels, where a path's edges are: the more that cross a line,
+// the more for each. A stroke has two edges for each of the path's, and spans its width.
 void WmfCanvas::chargeCrossings(const QPainterPath& path, const QRectF& bounds, double width)
 {
-    constexpr double CrossingWork = 20;
-    constexpr double ElementWork = 200;
+    constexpr double CrossingWork = 8;
+    constexpr double SquareWork = 3; // for each of the others on the line of pixels, where they are many
+    constexpr double Few = 64;
+    constexpr double ElementWork = 300;
     double crossings = 0;
     for (int i = 1; i < path.elementCount(); ++i) {
         const double from = path.elementAt(i - 1).y;
@@ -173,7 +181,8 @@ void WmfCanvas::chargeCrossings(const QPainterPath& path, const QRectF& bounds, 
     if (width > 0)
         crossings *= 2;
     charge(path.elementCount() * ElementWork
-        + crossings * m_share * (CrossingWork + crossings / std::max(1.0, bounds.height())));
+        + crossings * m_share
+            * (CrossingWork + SquareWork * std::max(0.0, crossings / std::max(1.0, bounds.height()) - Few)));
     if (width > 0)
         chargePixels(crossings * std::min(width, bounds.width()) * PlainPixel);
 }
@@ -181,6 +190,13 @@ void WmfCanvas::chargeCrossings(const QPainterPath& path, const QRectF& bounds, 
 void WmfCanvas::chargePixels(double pixels)
 {
     charge(pixels * m_share * m_share);
+}
+
+double WmfCanvas::pixelWork(const QBrush& brush) const
+{
+    if (isPattern(brush))
+        return PatternPixel;
+    return m_painter.compositionMode() == QPainter::CompositionMode_SourceOver ? PlainPixel : MixedPixel;
 }
 
 } // namespace trovarium

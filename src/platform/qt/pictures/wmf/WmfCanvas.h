@@ -22,7 +22,7 @@ struct WmfInk {
 
 // The picture as it is painted, on white. Edges are hard, so that shapes that adjoin leave no seam between
 // them; a canvas that is larger than it is shown makes them smooth. All work is counted: "Invalid picture"
-// once a file asks for more than about ten seconds of it, whatever the size that it is painted in.
+// once a file asks for more than some seconds of it, whatever the size that it is painted in.
 class WmfCanvas {
 public:
     // `hairline`: the thinnest line, in pixels. `share`: the size of the largest canvas as a multiple of
@@ -50,6 +50,7 @@ private:
     void strokePart(const QPainterPath& path, const QPen& pen);
     void chargeCrossings(const QPainterPath& path, const QRectF& bounds, double width);
     void chargePixels(double pixels);
+    double pixelWork(const QBrush& brush) const;
 
     QPainter m_painter;
     QRect m_area;

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace trovarium {
 
@@ -55,17 +56,21 @@ WmfLine WmfTypesetter::line(const WmfFont& font, std::string_view text, const st
     const QFontMetricsF metrics(reference);
     const double cell = metrics.ascent() + metrics.descent();
     const double scaleY = font.height > 0 ? font.height / cell : std::abs(font.height) / double{ReferenceEm};
-    const double scaleX = font.averageWidth == 0 || metrics.averageCharWidth() <= 0
+    double scaleX = font.averageWidth == 0 || metrics.averageCharWidth() <= 0
         ? scaleY
         : std::abs(font.averageWidth) / metrics.averageCharWidth();
     const QString characters = QString::fromStdString(fromWindows1252(text));
+    // The font at hand may be wider than the one that was meant: its characters are narrowed to their places.
+    const double ownWidth = metrics.horizontalAdvance(characters) * scaleX;
+    if (const double width = std::accumulate(advances.begin(), advances.end(), 0.0); width > 0 && width < ownWidth)
+        scaleX *= width / ownWidth;
     WmfLine line;
     line.ascent = metrics.ascent() * scaleY;
     line.descent = metrics.descent() * scaleY;
     QPainterPath outline;
     if (advances.empty() || scaleX <= 0) {
         outline.addText(0, 0, reference, characters);
-        line.width = metrics.horizontalAdvance(characters) * scaleX;
+        line.width = ownWidth;
     } else {
         for (qsizetype i = 0; i < characters.size() && i < static_cast<qsizetype>(advances.size()); ++i) {
             outline.addText(line.width / scaleX, 0, reference, characters.sliced(i, 1));
