@@ -9,6 +9,7 @@ namespace trovarium {
 struct Dialogs {
     std::function<void()> showFirstTime;      // modal
     std::function<void(int mode)> showGroups; // modal: 1 copy, 2 move
+    std::function<void()> showExport;         // modal
     std::function<void()> showFullScreen;     // not modal
     std::function<void()> showSlideShow;      // modal
     std::function<void()> showSearch;         // modal

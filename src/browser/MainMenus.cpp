@@ -15,6 +15,7 @@ MainMenus::MainMenus(frmMain& form)
     on(form.mnuFileRemove.Click, this, &MainMenus::mnuFileRemove_Click);
     on(form.mnuFileRenameGroup.Click, this, &MainMenus::mnuFileRenameGroup_Click);
     on(form.mnuFileImport.Click, this, &MainMenus::mnuFileImport_Click);
+    on(form.mnuFileExport.Click, this, &MainMenus::mnuFileExport_Click);
     on(form.mnuFileExit.Click, this, &MainMenus::mnuFileExit_Click);
 
     on(form.mnuEdit.Click, this, &MainMenus::mnuEdit_Click);
@@ -24,6 +25,7 @@ MainMenus::MainMenus(frmMain& form)
     on(form.mnuGroupRemove.Click, this, &MainMenus::mnuGroupRemove_Click);
     on(form.mnuGroupRenameGroup.Click, this, &MainMenus::mnuGroupRenameGroup_Click);
     on(form.mnuGroupImport.Click, this, &MainMenus::mnuGroupImport_Click);
+    on(form.mnuGroupExport.Click, this, &MainMenus::mnuGroupExport_Click);
     on(form.mnuGroupSearchAppend.Click, this, &MainMenus::mnuGroupSearchAppend_Click);
 }
 
@@ -62,6 +64,11 @@ void MainMenus::mnuFileImport_Click()
     m_form.dialogs().showImport();
 }
 
+void MainMenus::mnuFileExport_Click()
+{
+    m_form.dialogs().showExport();
+}
+
 void MainMenus::mnuFileExit_Click()
 {
     // The form goes with its last handler; the desktop stays.
@@ -93,6 +100,11 @@ void MainMenus::mnuGroupRenameGroup_Click()
 void MainMenus::mnuGroupImport_Click()
 {
     m_form.dialogs().showImport();
+}
+
+void MainMenus::mnuGroupExport_Click()
+{
+    m_form.dialogs().showExport();
 }
 
 void MainMenus::mnuGroupSearchAppend_Click()

@@ -18,6 +18,7 @@ public:
     void mnuFileRemove_Click();
     void mnuFileRenameGroup_Click();
     void mnuFileImport_Click();
+    void mnuFileExport_Click();
     void mnuFileExit_Click();
     void mnuEditSearchAppend_Click();
 
@@ -25,6 +26,7 @@ public:
     void mnuGroupRemove_Click();
     void mnuGroupRenameGroup_Click();
     void mnuGroupImport_Click();
+    void mnuGroupExport_Click();
     void mnuGroupSearchAppend_Click();
 
 private:

@@ -259,7 +259,7 @@ public:
         &mnuFile, {.Name = "mnuFileMidi", .Caption = "&Add MIDI Backgroup Music to Group ...", .Enabled = false}};
     Menu mnuFileDash3{&mnuFile, {.Name = "mnuFileDash3", .Caption = "-"}};
     Menu mnuFileImport{&mnuFile, {.Name = "mnuFileImport", .Caption = "&Import / Auto-Scan ..."}};
-    Menu mnuFileExport{&mnuFile, {.Name = "mnuFileExport", .Caption = "&Export ...", .Enabled = false}};
+    Menu mnuFileExport{&mnuFile, {.Name = "mnuFileExport", .Caption = "&Export ..."}};
     Menu mnuFileDash4{&mnuFile, {.Name = "mnuFileDash4", .Caption = "-"}};
     Menu mnuFileExit{&mnuFile, {.Name = "mnuFileExit", .Caption = "E&xit"}};
 
@@ -319,7 +319,7 @@ public:
         &mnuGroup, {.Name = "mnuGroupMidi", .Caption = "&Add MIDI Backgroup Music to Group ...", .Enabled = false}};
     Menu mnuGroup1B{&mnuGroup, {.Name = "mnuGroup1B", .Caption = "-"}};
     Menu mnuGroupImport{&mnuGroup, {.Name = "mnuGroupImport", .Caption = "&Import / Auto-Scan Photos ..."}};
-    Menu mnuGroupExport{&mnuGroup, {.Name = "mnuGroupExport", .Caption = "&Export Photos ...", .Enabled = false}};
+    Menu mnuGroupExport{&mnuGroup, {.Name = "mnuGroupExport", .Caption = "&Export Photos ..."}};
     Menu mnuGroupDash2{&mnuGroup, {.Name = "mnuGroupDash2", .Caption = "-"}};
     Menu mnuGroupSearchAppend{&mnuGroup, {.Name = "mnuGroupSearchAppend", .Caption = "&Find/Search && Append ..."}};
 

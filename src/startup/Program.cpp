@@ -32,6 +32,7 @@ Program::Program(Desktop& desktop, Album& album, std::string programPath)
     , m_firstTime(desktop, [this] { return std::make_unique<frmFirstTime>(m_desktop); })
     , m_main(desktop, [this] { return std::make_unique<frmMain>(m_desktop, m_album, dialogs()); })
     , m_groups(desktop, [this] { return std::make_unique<frmGroups>(m_desktop, m_album, m_main()); })
+    , m_export(desktop, [this] { return std::make_unique<frmExport>(m_desktop, m_album); })
     , m_fullScreen(desktop, [this] { return std::make_unique<frmFullScreen>(m_desktop, m_album, m_main()); })
     , m_search(desktop, [this] { return std::make_unique<frmSearch>(m_desktop, m_album, m_main()); })
     , m_import(desktop,
@@ -91,12 +92,13 @@ void Program::requireSlideGroupPath()
     m_desktop.endProgram(FatalExit);
 }
 
-// The slide show and the import have no dialog yet: their openers stay empty.
+// The slide show has no dialog yet: its opener stays empty.
 Dialogs Program::dialogs()
 {
     return {
         .showFirstTime = [this] { m_firstTime().showModal(); },
         .showGroups = [this](int mode) { m_groups().showFor(mode); },
+        .showExport = [this] { m_export().showModal(); },
         .showFullScreen = [this] { m_fullScreen().show(); },
         .showSlideShow = {},
         .showSearch = [this] { m_search().showModal(); },

@@ -6,6 +6,7 @@
 #include "check/frmFirstTime.h"
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
+#include "export/frmExport.h"
 #include "import/frmImport.h"
 #include "platform/toolkit/FormSlot.h"
 #include "search/frmSearch.h"
@@ -44,6 +45,7 @@ private:
     FormSlot<frmFirstTime> m_firstTime;
     FormSlot<frmMain> m_main;
     FormSlot<frmGroups> m_groups;
+    FormSlot<frmExport> m_export;
     FormSlot<frmFullScreen> m_fullScreen;
     FormSlot<frmSearch> m_search;
     FormSlot<frmImport> m_import;
