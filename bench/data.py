@@ -7,6 +7,7 @@ import shutil
 import struct
 import subprocess
 import time
+from collections.abc import Callable
 from pathlib import Path
 
 BACKGROUNDS = Path("/usr/share/backgrounds")
@@ -31,6 +32,7 @@ KINDS = {
 }
 
 MANY = 30_000
+LARGE = 1_000
 NAME_OF_MANY = "Photograph {:05}.jpg"
 PLAIN_DATE = 1_000_000_000  # of photographs and thumbnails alike, so that none is out of date
 ALL_PHOTOS = "  All Photos  .lst"
@@ -148,6 +150,70 @@ def many_new_photographs(data: Path) -> Path:
     return library
 
 
+def many_in_folders(data: Path) -> Path:
+    """A tree of 30,000 photographs in 600 folders, on two levels."""
+    tree = data / "tree of many"
+    if not tree.exists():
+        unfinished = tree.with_name(tree.name + ".part")
+        shutil.rmtree(unfinished, ignore_errors=True)
+        folders = [unfinished / f"Year {1970 + year}" / (f"Trip {trip:02}" if trip else "")
+                   for year in range(20) for trip in range(30)]
+        for number, name in enumerate(many_names()):
+            folder = folders[number % len(folders)]
+            folder.mkdir(parents=True, exist_ok=True)
+            (folder / name).write_bytes(_tiny_bitmap())
+        unfinished.rename(tree)
+    return tree
+
+
+def large_photographs(data: Path) -> Path:
+    """A folder of 1,000 files of 3 MB, which nothing opens as pictures."""
+    folder = data / "files of 3 MB"
+    if not folder.exists():
+        unfinished = folder.with_name(folder.name + ".part")
+        shutil.rmtree(unfinished, ignore_errors=True)
+        unfinished.mkdir()
+        content = os.urandom(3_000_000)
+        for number in range(1, LARGE + 1):
+            path = unfinished / NAME_OF_MANY.format(number)
+            path.write_bytes(content)
+            os.utime(path, (PLAIN_DATE, PLAIN_DATE))
+        unfinished.rename(folder)
+    return folder
+
+
+def library_of_large(data: Path) -> Path:
+    """These files as one group of a library."""
+    library = data / "library of files of 3 MB"
+    if not library.exists():
+        unfinished = _new_library(library)
+        paths = sorted(large_photographs(data).iterdir())
+        for path in paths:
+            os.link(path, unfinished / "Photos" / path.name)
+            _write_info(unfinished, path.name)
+        write_list(unfinished, ALL_PHOTOS, [path.name for path in paths])
+        unfinished.rename(library)
+    return library
+
+
+def fresh(data: Path, make: Callable[[Path], Path]) -> Path:
+    """An empty place to write to, with what was written before on the disk, so that no figure waits for it."""
+    place = data / "written to"
+    shutil.rmtree(place, ignore_errors=True)
+    make(place)
+    os.sync()
+    return place
+
+
+def new_folder(place: Path) -> Path:
+    place.mkdir()
+    return place
+
+
+def new_library(place: Path) -> Path:
+    return _new_library(place).rename(place)
+
+
 def forget_photographs(library: Path) -> None:
     """What was made of them is set aside and not deleted: a file system may be slow to make new files where
     others have just gone."""
@@ -159,4 +225,5 @@ def forget_photographs(library: Path) -> None:
 
 
 def clean_up(data: Path) -> None:
-    shutil.rmtree(data / "set aside", ignore_errors=True)
+    for left in ["set aside", "written to"]:
+        shutil.rmtree(data / left, ignore_errors=True)

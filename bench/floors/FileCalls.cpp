@@ -5,6 +5,9 @@
 //   floor_files missing FOLDER    the check up to the list of absent thumbnails
 //   floor_files first FOLDER      the first start with new photographs
 //   floor_files rewrite FILE      a list file read and written again
+//   floor_files read FOLDER       each file of the folder read whole, one behind the other
+//   floor_files list FOLDER       the names of its files, sorted
+//   floor_files write FOLDER      10,000 new information files
 
 #include <algorithm>
 #include <chrono>
@@ -86,6 +89,12 @@ std::vector<std::string_view> linesOf(std::string_view text)
     return lines;
 }
 
+std::string freshInfo(const std::string& link, const std::string& title)
+{
+    return "PhotoPath=" + link + "\r\nTITLE=" + title
+        + "\r\nPHOTOGRAPHER=\r\nYEAR=\r\nPEOPLE=\r\nPLACE=\r\nEVENT=\r\nKEYWORDS=\r\nImageWidth=\r\nImageHeight=\r\n";
+}
+
 class Calls {
 public:
     explicit Calls(std::string library)
@@ -117,10 +126,7 @@ public:
         for (const std::string& name : namesIn(m_library + "/Photos")) {
             const std::string infoFile = m_infoFolder + name + ".info";
             if (!isThere(infoFile))
-                writeWhole(infoFile,
-                    "PhotoPath=\\Photos\\" + name + "\r\nTITLE=" + infoFile
-                        + "\r\nPHOTOGRAPHER=\r\nYEAR=\r\nPEOPLE=\r\nPLACE=\r\nEVENT=\r\nKEYWORDS=\r\nImageWidth=\r\n"
-                          "ImageHeight=\r\n");
+                writeWhole(infoFile, freshInfo("\\Photos\\" + name, infoFile));
         }
     }
 
@@ -167,17 +173,51 @@ private:
     std::string m_infoFolder;
 };
 
+void rewrite(const std::string& path)
+{
+    std::string lines;
+    const std::string text = readWhole(path);
+    for (const std::string_view line : linesOf(text))
+        lines.append(line).append("\r\n");
+    writeWhole(path, lines);
+}
+
+void readAll(const std::string& folder)
+{
+    std::size_t size = 0;
+    for (const std::string& name : namesIn(folder))
+        size += readWhole(folder + "/" + name).size();
+    if (size == 0)
+        std::cerr << "nothing to read in " << folder << '\n';
+}
+
+void listSorted(const std::string& folder)
+{
+    std::vector<std::string> names = namesIn(folder);
+    std::sort(names.begin(), names.end());
+    if (names.empty())
+        std::cerr << "nothing in " << folder << '\n';
+}
+
+void writeInfoFiles(const std::string& folder)
+{
+    constexpr int Count = 10'000;
+    for (int number = 1; number <= Count; ++number) {
+        const std::string name = "Photograph " + std::to_string(number) + ".jpg";
+        const std::string infoFile = folder + "/" + name + ".info";
+        writeWhole(infoFile, freshInfo("/home\\ann\\Pictures\\" + name, infoFile));
+    }
+}
+
 void run(const std::string& job, const std::string& path)
 {
-    Calls calls(path);
-    if (job == "rewrite") {
-        std::string lines;
-        const std::string text = readWhole(path);
-        for (const std::string_view line : linesOf(text))
-            lines.append(line).append("\r\n");
-        writeWhole(path, lines);
-        return;
+    const std::pair<std::string_view, void (*)(const std::string&)> jobs[] = {
+        {"rewrite", rewrite}, {"read", readAll}, {"list", listSorted}, {"write", writeInfoFiles}};
+    for (const auto& [name, work] : jobs) {
+        if (job == name)
+            return work(path);
     }
+    Calls calls(path);
     calls.checkPhotographs();
     calls.checkThumbnails();
     if (job == "missing")
@@ -192,7 +232,7 @@ void run(const std::string& job, const std::string& path)
 int main(int argc, char** argv)
 {
     if (argc != 3) {
-        std::cerr << "usage: floor_files check|missing|first FOLDER, floor_files rewrite FILE\n";
+        std::cerr << "usage: floor_files check|missing|first|read|list|write FOLDER, floor_files rewrite FILE\n";
         return 2;
     }
     const auto start = std::chrono::steady_clock::now();

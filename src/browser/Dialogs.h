@@ -13,6 +13,7 @@ struct Dialogs {
     std::function<void()> showFullScreen;     // not modal
     std::function<void()> showSlideShow;      // modal
     std::function<void()> showSearch;         // modal
+    std::function<void()> showImport;         // modal
     std::function<void()> unloadAllForms;     // all but the main window
 };
 

@@ -10,14 +10,11 @@ namespace trovarium {
 MainMenus::MainMenus(frmMain& form)
     : m_form(form)
 {
-    const bool hasSearch = static_cast<bool>(form.dialogs().showSearch);
-    form.mnuEditSearchAppend.Enabled = hasSearch;
-    form.mnuGroupSearchAppend.Enabled = hasSearch;
-
     on(form.mnuFile.Click, this, &MainMenus::mnuFile_Click);
     on(form.mnuFileCreate.Click, this, &MainMenus::mnuFileCreate_Click);
     on(form.mnuFileRemove.Click, this, &MainMenus::mnuFileRemove_Click);
     on(form.mnuFileRenameGroup.Click, this, &MainMenus::mnuFileRenameGroup_Click);
+    on(form.mnuFileImport.Click, this, &MainMenus::mnuFileImport_Click);
     on(form.mnuFileExport.Click, this, &MainMenus::mnuFileExport_Click);
     on(form.mnuFileExit.Click, this, &MainMenus::mnuFileExit_Click);
 
@@ -27,6 +24,7 @@ MainMenus::MainMenus(frmMain& form)
     on(form.mnuGroupNewGroup.Click, this, &MainMenus::mnuGroupNewGroup_Click);
     on(form.mnuGroupRemove.Click, this, &MainMenus::mnuGroupRemove_Click);
     on(form.mnuGroupRenameGroup.Click, this, &MainMenus::mnuGroupRenameGroup_Click);
+    on(form.mnuGroupImport.Click, this, &MainMenus::mnuGroupImport_Click);
     on(form.mnuGroupExport.Click, this, &MainMenus::mnuGroupExport_Click);
     on(form.mnuGroupSearchAppend.Click, this, &MainMenus::mnuGroupSearchAppend_Click);
 }
@@ -61,6 +59,11 @@ void MainMenus::mnuFileRenameGroup_Click()
     m_form.groupCommands().RenameAlbumGroup();
 }
 
+void MainMenus::mnuFileImport_Click()
+{
+    m_form.dialogs().showImport();
+}
+
 void MainMenus::mnuFileExport_Click()
 {
     m_form.dialogs().showExport();
@@ -92,6 +95,11 @@ void MainMenus::mnuGroupRemove_Click()
 void MainMenus::mnuGroupRenameGroup_Click()
 {
     m_form.groupCommands().RenameAlbumGroup();
+}
+
+void MainMenus::mnuGroupImport_Click()
+{
+    m_form.dialogs().showImport();
 }
 
 void MainMenus::mnuGroupExport_Click()

@@ -17,6 +17,7 @@ public:
     void mnuFileCreate_Click();
     void mnuFileRemove_Click();
     void mnuFileRenameGroup_Click();
+    void mnuFileImport_Click();
     void mnuFileExport_Click();
     void mnuFileExit_Click();
     void mnuEditSearchAppend_Click();
@@ -24,6 +25,7 @@ public:
     void mnuGroupNewGroup_Click();
     void mnuGroupRemove_Click();
     void mnuGroupRenameGroup_Click();
+    void mnuGroupImport_Click();
     void mnuGroupExport_Click();
     void mnuGroupSearchAppend_Click();
 

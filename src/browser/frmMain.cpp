@@ -350,8 +350,7 @@ try {
 
 void frmMain::cmdCreateAlbumGroup_Click()
 try {
-    if (m_dialogs.showSearch)
-        m_dialogs.showSearch();
+    m_dialogs.showSearch();
 } catch (const Failure& failure) {
     logFailure(m_album, "cmdCreateAlbumGroup_Click", failure);
 }

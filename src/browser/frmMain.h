@@ -258,7 +258,7 @@ public:
     Menu mnuFileMidi{
         &mnuFile, {.Name = "mnuFileMidi", .Caption = "&Add MIDI Backgroup Music to Group ...", .Enabled = false}};
     Menu mnuFileDash3{&mnuFile, {.Name = "mnuFileDash3", .Caption = "-"}};
-    Menu mnuFileImport{&mnuFile, {.Name = "mnuFileImport", .Caption = "&Import / Auto-Scan ...", .Enabled = false}};
+    Menu mnuFileImport{&mnuFile, {.Name = "mnuFileImport", .Caption = "&Import / Auto-Scan ..."}};
     Menu mnuFileExport{&mnuFile, {.Name = "mnuFileExport", .Caption = "&Export ..."}};
     Menu mnuFileDash4{&mnuFile, {.Name = "mnuFileDash4", .Caption = "-"}};
     Menu mnuFileExit{&mnuFile, {.Name = "mnuFileExit", .Caption = "E&xit"}};
@@ -274,8 +274,7 @@ public:
     Menu mnuEditRemoveFromAlbum{
         &mnuEdit, {.Name = "mnuEditRemoveFromAlbum", .Caption = "Remove Selected Photo(s) from &Program"}};
     Menu mnuEditDash3{&mnuEdit, {.Name = "mnuEditDash3", .Caption = "-"}};
-    Menu mnuEditSearchAppend{
-        &mnuEdit, {.Name = "mnuEditSearchAppend", .Caption = "&Find/Search && Append ...", .Enabled = false}};
+    Menu mnuEditSearchAppend{&mnuEdit, {.Name = "mnuEditSearchAppend", .Caption = "&Find/Search && Append ..."}};
     Menu mnuEditDash4{&mnuEdit, {.Name = "mnuEditDash4", .Caption = "-"}};
     Menu mnuEditSort{&mnuEdit, {.Name = "mnuEditSort", .Caption = "&Sort", .Enabled = false}};
     Menu mnuEditDash5{&mnuEdit, {.Name = "mnuEditDash5", .Caption = "-"}};
@@ -319,12 +318,10 @@ public:
     Menu mnuGroupMidi{
         &mnuGroup, {.Name = "mnuGroupMidi", .Caption = "&Add MIDI Backgroup Music to Group ...", .Enabled = false}};
     Menu mnuGroup1B{&mnuGroup, {.Name = "mnuGroup1B", .Caption = "-"}};
-    Menu mnuGroupImport{
-        &mnuGroup, {.Name = "mnuGroupImport", .Caption = "&Import / Auto-Scan Photos ...", .Enabled = false}};
+    Menu mnuGroupImport{&mnuGroup, {.Name = "mnuGroupImport", .Caption = "&Import / Auto-Scan Photos ..."}};
     Menu mnuGroupExport{&mnuGroup, {.Name = "mnuGroupExport", .Caption = "&Export Photos ..."}};
     Menu mnuGroupDash2{&mnuGroup, {.Name = "mnuGroupDash2", .Caption = "-"}};
-    Menu mnuGroupSearchAppend{
-        &mnuGroup, {.Name = "mnuGroupSearchAppend", .Caption = "&Find/Search && Append ...", .Enabled = false}};
+    Menu mnuGroupSearchAppend{&mnuGroup, {.Name = "mnuGroupSearchAppend", .Caption = "&Find/Search && Append ..."}};
 
     Menu mnuThumb{this, {.Name = "mnuThumb", .Caption = "ThumbnailMenu", .Visible = false}};
     Menu mnuThumbAdd{&mnuThumb, {.Name = "mnuThumbAdd", .Caption = "Copy to Group ..."}};

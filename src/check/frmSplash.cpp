@@ -1,9 +1,9 @@
 #include "check/frmSplash.h"
 
 #include "check/Colors.h"
-#include "check/ProgressBar.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/ProgressBar.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/Log.h"
@@ -39,6 +39,8 @@ frmSplash::frmSplash(Desktop& desktop, Album& album)
     lblCompanyProduct.FontSize = 16;
     for (Label* label : {&lblCompanyProduct, &lblVersion, &lblPlatform})
         label->ForeColor = SoftWhite;
+    pctProgress.AccessibleName = "Progress";
+    pctProgress.AccessibleValue = 0;
     shpProgress.BorderColor = SoftWhite;
     pctProgress.BackColor = BarBlue;
 

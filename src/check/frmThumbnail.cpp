@@ -2,10 +2,10 @@
 
 #include "check/Colors.h"
 #include "check/FileDateTime.h"
-#include "check/ProgressBar.h"
 #include "platform/files/FileService.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/ProgressBar.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/InfoFile.h"
@@ -88,6 +88,8 @@ frmThumbnail::frmThumbnail(Desktop& desktop, Album& album)
     lbFilename.FontSize = 15;
     lbFilename.Bold = true;
     lbPhotoSize.forEach([](int, Label& size) { size.ForeColor = SoftWhite; });
+    pctProgress.AccessibleName = "Progress";
+    pctProgress.AccessibleValue = 0;
     shpProgress.BorderColor = SoftWhite;
     pctProgress.BackColor = BarGrey;
     pctSize.AutoSize = true;

@@ -34,6 +34,9 @@ Program::Program(Desktop& desktop, Album& album, std::string programPath)
     , m_groups(desktop, [this] { return std::make_unique<frmGroups>(m_desktop, m_album, m_main()); })
     , m_export(desktop, [this] { return std::make_unique<frmExport>(m_desktop, m_album); })
     , m_fullScreen(desktop, [this] { return std::make_unique<frmFullScreen>(m_desktop, m_album, m_main()); })
+    , m_search(desktop, [this] { return std::make_unique<frmSearch>(m_desktop, m_album, m_main()); })
+    , m_import(desktop,
+          [this] { return std::make_unique<frmImport>(m_desktop, m_album, m_main(), m_search, m_thumbnailBuilder); })
 {
 }
 
@@ -89,7 +92,7 @@ void Program::requireSlideGroupPath()
     m_desktop.endProgram(FatalExit);
 }
 
-// The slide show and the search have no dialog yet: their openers stay empty.
+// The slide show has no dialog yet: its opener stays empty.
 Dialogs Program::dialogs()
 {
     return {
@@ -98,7 +101,8 @@ Dialogs Program::dialogs()
         .showExport = [this] { m_export().showModal(); },
         .showFullScreen = [this] { m_fullScreen().show(); },
         .showSlideShow = {},
-        .showSearch = {},
+        .showSearch = [this] { m_search().showModal(); },
+        .showImport = [this] { m_import().showModal(); },
         .unloadAllForms = [this] { UnloadAllForms(m_desktop, "frmMain"); },
     };
 }

@@ -7,7 +7,9 @@
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
 #include "export/frmExport.h"
+#include "import/frmImport.h"
 #include "platform/toolkit/FormSlot.h"
+#include "search/frmSearch.h"
 #include "viewer/frmFullScreen.h"
 
 #include <string>
@@ -45,6 +47,8 @@ private:
     FormSlot<frmGroups> m_groups;
     FormSlot<frmExport> m_export;
     FormSlot<frmFullScreen> m_fullScreen;
+    FormSlot<frmSearch> m_search;
+    FormSlot<frmImport> m_import;
 };
 
 } // namespace trovarium

@@ -19,6 +19,13 @@ constexpr std::size_t MaxLineBytes = 1 << 26;
 
 constexpr std::string_view LineEnd = "\r\n";
 
+// Two searches for one character are many times as fast as one for either.
+std::size_t lineEndIn(std::string_view text)
+{
+    const std::size_t feed = text.find('\n');
+    return std::min(text.substr(0, feed).find('\r'), feed);
+}
+
 bool lacksLineEnd(int handle, off_t size)
 {
     char last = 0;
@@ -69,7 +76,7 @@ std::string OpenFile::lineInput()
     std::string line;
     for (;;) {
         const std::string_view rest = std::string_view(m_buffer).substr(m_taken);
-        const std::size_t end = rest.find_first_of(LineEnd);
+        const std::size_t end = lineEndIn(rest);
         line += rest.substr(0, end);
         if (line.size() > MaxLineBytes)
             throw Failure(FailureKind::OutOfMemory);
@@ -84,7 +91,7 @@ std::string OpenFile::lineInput()
             ++m_taken;
         break;
     }
-    return decodeLine(line);
+    return isUtf8(line) ? std::move(line) : decodeLine(line);
 }
 
 void OpenFile::close()

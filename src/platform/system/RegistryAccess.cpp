@@ -1,16 +1,16 @@
 #include "platform/system/RegistryAccess.h"
 
-#include "platform/files/Descriptor.h"
+#include "platform/files/FileCopy.h"
+#include "platform/files/WholeFile.h"
 #include "platform/system/SettingsText.h"
 #include "platform/system/UserFolders.h"
 #include "runtime/Failure.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <fcntl.h>
-#include <memory>
 #include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -19,20 +19,6 @@
 namespace trovarium {
 
 namespace {
-
-[[noreturn]] void fail(int error)
-{
-    switch (error) {
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-        throw Failure(FailureKind::DiskFull);
-    case EIO:
-        throw Failure(FailureKind::DeviceIo);
-    default:
-        throw Failure(FailureKind::PathFileAccess);
-    }
-}
 
 std::string storeFile(const std::string& folder, std::uint32_t root)
 {
@@ -50,80 +36,51 @@ std::string storeFile(const std::string& folder, std::uint32_t root)
 std::optional<std::string> readFile(const std::string& path)
 {
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!file.isOpen()) {
-        if (errno == ENOENT)
-            return std::nullopt;
-        fail(errno);
-    }
+    if (!file.isOpen() && errno == ENOENT)
+        return std::nullopt;
     struct stat status { };
-    if (::fstat(file.handle(), &status) != 0)
-        fail(errno);
-    if (!S_ISREG(status.st_mode))
+    if (!file.isOpen() || ::fstat(file.handle(), &status) != 0 || !S_ISREG(status.st_mode))
         throw Failure(FailureKind::PathFileAccess);
-    std::string text;
-    std::array<char, 4096> buffer{};
-    for (;;) {
-        const ssize_t count = ::read(file.handle(), buffer.data(), buffer.size());
-        if (count == 0)
-            return text;
-        if (count > 0)
-            text.append(buffer.data(), static_cast<std::size_t>(count));
-        else if (errno != EINTR)
-            fail(errno);
-    }
+    return readWhole(file);
 }
 
-void makeFolders(const std::string& path)
+// A change inside one line that keeps its length, such as a counter's, is written over the old bytes without waiting
+// for the disk: a loss of power may tear that line, and nothing else of the file. False where that can't be promised;
+// a file with a second name is left alone too, since that may be a copy that somebody keeps.
+bool changeInPlace(const std::string& path, std::string_view before, std::string_view after)
 {
-    for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {
-        if (::mkdir(path.substr(0, end).c_str(), 0700) != 0 && errno != EEXIST && errno != EROFS && errno != EACCES)
-            fail(errno);
-    }
+    if (before.size() != after.size())
+        return false;
+    const auto head = std::mismatch(before.begin(), before.end(), after.begin()).first - before.begin();
+    const auto tail = std::mismatch(before.rbegin(), before.rend(), after.rbegin()).first - before.rbegin();
+    const auto first = static_cast<std::size_t>(head);
+    const std::size_t size = before.size() - first - static_cast<std::size_t>(tail);
+    const std::string_view changed = after.substr(first, size);
+    if (changed.find('\n') != changed.npos)
+        return false;
+    const Descriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+    struct stat status { };
+    return file.isOpen() && ::fstat(file.handle(), &status) == 0 && status.st_nlink == 1 && readWhole(file) == before
+        && ::pwrite(file.handle(), changed.data(), size, head) == static_cast<ssize_t>(size);
 }
 
-// The file that a link in its place leads to, so that the link stays.
-std::string resolved(const std::string& path)
-{
-    const std::unique_ptr<char, decltype(&std::free)> target(::realpath(path.c_str(), nullptr), &std::free);
-    return target == nullptr ? path : target.get();
-}
-
-void writeAll(int file, std::string_view text)
-{
-    while (!text.empty()) {
-        const ssize_t count = ::write(file, text.data(), text.size());
-        if (count >= 0)
-            text.remove_prefix(static_cast<std::size_t>(count));
-        else if (errno != EINTR)
-            fail(errno);
-    }
-}
-
-// Beside the file and renamed when it is whole, so that a crash or a full disk leaves the old one.
+// Beside the file and renamed when the disk has it whole, so that a crash, a full disk or a loss of power leaves the
+// old one. A link in its place stays, and leads to the new one.
 void replaceFile(const std::string& path, std::string_view text)
 {
+    for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1))
+        ::mkdir(path.substr(0, end).c_str(), 0700); // what is missing yet tells at the open
+    const NativePath place = linkEnd(path);
     struct stat old { };
-    const bool exists = ::stat(path.c_str(), &old) == 0;
-    if (exists && ::access(path.c_str(), W_OK) != 0)
-        fail(errno);
-    const std::string scratch = path + "." + std::to_string(::getpid());
-    Descriptor file(::open(scratch.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666));
-    if (!file.isOpen())
-        fail(errno);
-    try {
-        if (exists && ::fchmod(file.handle(), old.st_mode & 07777) != 0)
-            fail(errno);
-        writeAll(file.handle(), text);
-        if (::fsync(file.handle()) != 0)
-            fail(errno);
-        if (file.close() != 0) // some file systems tell a failed write only here
-            fail(errno);
-        if (::rename(scratch.c_str(), path.c_str()) != 0)
-            fail(errno);
-    } catch (const Failure&) {
-        ::unlink(scratch.c_str());
-        throw;
-    }
+    const bool exists = ::stat(place.whole().c_str(), &old) == 0;
+    if (exists && ::access(place.whole().c_str(), W_OK) != 0)
+        failNow(Attempted::Access);
+    NewFile file(place.folder, exists ? old.st_mode & 0777 : 0666, Attempted::Access);
+    if (exists)
+        file.belongsAs(place.whole(), old); // where the system lets its owner be another
+    file.write(text);
+    file.sync();
+    file.becomes(place.whole(), NewFile::Existing::Replace);
 }
 
 } // namespace
@@ -144,12 +101,14 @@ bool RegistryAccess::WriteValue(
     std::uint32_t root, std::string_view keyPath, std::string_view name, std::string_view value)
 {
     const std::string path = storeFile(m_folder, root);
-    SettingsText settings(readFile(path).value_or(""));
+    const std::string before = readFile(path).value_or("");
+    SettingsText settings(before);
     if (settings.value(keyPath, name) == value)
         return true;
     settings.setValue(keyPath, name, value);
-    makeFolders(path);
-    replaceFile(resolved(path), settings.text());
+    const std::string after = settings.text();
+    if (!changeInPlace(path, before, after))
+        replaceFile(path, after);
     return true;
 }
 

@@ -9,7 +9,7 @@ namespace trovarium {
 inline constexpr std::uint32_t HkeyLocalMachine = 0x80000002;
 
 // The settings store: one text file per root in the user's configuration folder, a section for each key
-// path, a line for each value, written through at once by way of a temporary file and a rename. A damaged
+// path, a line for each value, written at once; a loss of power may take a value, never the file. A damaged
 // line is kept and counts as absent; a store that can't be opened or read is a `Failure`.
 class RegistryAccess {
 public:

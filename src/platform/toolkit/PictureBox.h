@@ -34,6 +34,8 @@ public:
     Property<&PictureBox::autoSize, &PictureBox::setAutoSize> AutoSize{this};
     Stored<Color> BackColor{this, Change::Appearance, PanelGrey};
     Stored<bool> Border{this, Change::Appearance}; // sunken, two pixels
+    // Percent, 0 to 100, that make it a progress bar to screen readers; -1 for a box that is none.
+    Stored<int> AccessibleValue{this, Change::Text, -1};
 
     // Paints `picture` stretched to the given place, in the box's scale; "Invalid picture" for an empty one.
     // Works without a window.

@@ -142,6 +142,30 @@ TEST_F(RegistryAccessTest, AFullDiskLeavesTheOldFile)
     EXPECT_EQ(filesInFolder(), 1U);
 }
 
+TEST_F(RegistryAccessTest, WritesACounterInPlaceAndAllElseAnew)
+{
+    const std::string settings = folder.native("settings.txt");
+    const auto file = [&] {
+        struct stat status { };
+        EXPECT_EQ(stat(settings.c_str(), &status), 0);
+        return status.st_ino;
+    };
+    const std::string head = "[" + std::string(Import) + "]\n";
+    const auto change = [&](const std::string& before, const std::string& value) {
+        folder.write("settings.txt", before);
+        const ino_t old = file();
+        write(Import, "Autonumber", value);
+        EXPECT_EQ(folder.read("settings.txt"), head + "Autonumber=" + value + "\n");
+        return file() == old;
+    };
+    EXPECT_TRUE(change(head + "Autonumber=0099\n", "0100"));
+    EXPECT_FALSE(change(head + "Autonumber=99\n", "100"));
+    EXPECT_FALSE(change("\xEF\xBB\xBF" + head + "Autonumber=9\n", "1000")) << "as long as before, and all of it moves";
+    std::filesystem::create_hard_link(settings, folder.native("kept.txt"));
+    write(Import, "Autonumber", "1001");
+    EXPECT_EQ(folder.read("kept.txt"), head + "Autonumber=1000\n");
+}
+
 TEST_F(RegistryAccessTest, KeepsTheRightsAndTheLinkOfTheFile)
 {
     std::filesystem::create_directory(folder.native("elsewhere"));

@@ -1,10 +1,13 @@
 #include "platform/qt/toolkit/FormView.h"
+#include "platform/toolkit/ComboBox.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/FormSlot.h"
 #include "platform/toolkit/Image.h"
 #include "platform/toolkit/Label.h"
 #include "platform/toolkit/PictureBox.h"
 #include "platform/toolkit/PictureButton.h"
+#include "platform/toolkit/ProgressBar.h"
+#include "platform/toolkit/Shape.h"
 #include "platform/toolkit/TextBox.h"
 #include "platform/toolkit/Timer.h"
 #include "support/FailureOf.h"
@@ -18,6 +21,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace trovarium {
@@ -188,6 +192,36 @@ TEST(ScreenReaders, ABoxThatCanBeClickedIsAButtonCalledAsItsText)
     EXPECT_EQ(box->text(QAccessible::Name).toStdString(), "All & more");
     box->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(pressed, LeftButton);
+}
+
+TEST(ScreenReaders, ABoxWithAValueIsAProgressBar)
+{
+    Form form(testDesktop(), {.Name = "Run", .Width = 3000, .Height = 1500});
+    PictureBox box(&form, {.Name = "box", .Width = 1500, .Height = 450});
+    Shape bar(&box, {.Name = "bar", .Height = 450});
+    form.show();
+    QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(box.surface());
+    EXPECT_EQ(seen->valueInterface(), nullptr);
+    for (const auto& [width, percent] : {std::pair{0.0F, 0}, {755.0F, 50}, {1530.0F, 100}}) {
+        fillBar(box, bar, width);
+        EXPECT_EQ(bar.Width(), width);
+        EXPECT_EQ(seen->role(), QAccessible::ProgressBar);
+        EXPECT_EQ(seen->valueInterface()->currentValue().toInt(), percent);
+    }
+}
+
+TEST(ScreenReaders, ABoxToChooseFromIsCalledByItsName)
+{
+    Form form(testDesktop(), {.Name = "Boxes", .Width = 3000, .Height = 1500});
+    ComboBox box(&form, {.Name = "box", .Width = 1500, .Height = 450});
+    box.AccessibleName = "Group name";
+    box.Text = "Alps";
+    form.show();
+    testDesktop().DoEvents();
+    QAccessibleInterface* shown = QAccessible::queryAccessibleInterface(&form.view()->client())->child(0);
+    EXPECT_EQ(shown->text(QAccessible::Name).toStdString(), "Group name");
+    EXPECT_EQ(shown->text(QAccessible::Value).toStdString(), "Alps");
+    EXPECT_EQ(shown->indexOfChild(shown->child(1)), 1) << "the text field";
 }
 
 TEST(Timers, TickOnlyWhileTheFormIsLoadedAndTheyAreOn)

@@ -3,8 +3,12 @@
 #include "platform/qt/toolkit/FormWindow.h"
 #include "platform/qt/toolkit/ItemView.h"
 #include "platform/qt/toolkit/SurfaceView.h"
+#include "platform/toolkit/PictureBox.h"
 
+#include <QAbstractItemView>
 #include <QAccessibleWidget>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QStringList>
 #include <QWindow>
 
@@ -82,8 +86,8 @@ private:
     ItemView& m_item;
 };
 
-// The widgets on the surface, then its drawn items.
-class SurfaceAccessible : public QAccessibleWidget {
+// The widgets on the surface, then its drawn items. A box with a value is a progress bar.
+class SurfaceAccessible : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
     explicit SurfaceAccessible(SurfaceView* surface)
         : QAccessibleWidget(surface, QAccessible::Pane)
@@ -93,8 +97,22 @@ public:
 
     QAccessible::Role role() const override
     {
+        if (percent() >= 0)
+            return QAccessible::ProgressBar;
         return m_surface.isClickable() ? QAccessible::Button : QAccessible::Pane;
     }
+
+    void* interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::ValueInterface && percent() >= 0)
+            return static_cast<QAccessibleValueInterface*>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+    QVariant currentValue() const override { return percent(); }
+    void setCurrentValue(const QVariant&) override { }
+    QVariant minimumValue() const override { return 0; }
+    QVariant maximumValue() const override { return 100; }
+    QVariant minimumStepSize() const override { return 1; }
 
     // A box without a name of its own is called as the first text on it.
     QString text(QAccessible::Text kind) const override
@@ -164,12 +182,57 @@ public:
     }
 
 private:
+    int percent() const
+    {
+        const auto* box = dynamic_cast<const PictureBox*>(m_surface.container());
+        return box != nullptr ? box->AccessibleValue() : -1;
+    }
+
     static QAccessibleInterface* interfaceOf(ItemView& item)
     {
         return QAccessible::accessibleInterface(item.accessibleId());
     }
 
     SurfaceView& m_surface;
+};
+
+// As the library's own, which is called by what is chosen in it instead of by its name.
+class ComboAccessible : public QAccessibleWidget {
+public:
+    explicit ComboAccessible(QComboBox* box)
+        : QAccessibleWidget(box, QAccessible::ComboBox)
+        , m_box(*box)
+    {
+    }
+
+    QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Value ? m_box.currentText() : QAccessibleWidget::text(kind);
+    }
+
+    int childCount() const override { return m_box.isEditable() ? 2 : 1; }
+    QAccessibleInterface* child(int index) const override
+    {
+        if (index == 0)
+            return QAccessible::queryAccessibleInterface(m_box.view());
+        return index == 1 ? QAccessible::queryAccessibleInterface(m_box.lineEdit()) : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface* child) const override
+    {
+        if (child->object() == m_box.view())
+            return 0;
+        return m_box.isEditable() && child->object() == m_box.lineEdit() ? 1 : -1;
+    }
+
+    QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
+    void doAction(const QString& name) override
+    {
+        if (name == showMenuAction() || name == pressAction())
+            m_box.view()->isVisible() ? m_box.hidePopup() : m_box.showPopup();
+    }
+
+private:
+    QComboBox& m_box;
 };
 
 class WindowAccessible : public QAccessibleWidget {
@@ -190,6 +253,8 @@ void installAccessibility()
             return new SurfaceAccessible(surface);
         if (auto* window = dynamic_cast<FormWindow*>(object))
             return new WindowAccessible(window);
+        if (auto* box = qobject_cast<QComboBox*>(object))
+            return new ComboAccessible(box);
         return nullptr;
     });
 }

@@ -12,6 +12,7 @@
 #include "platform/toolkit/Form.h"
 #include "runtime/Failure.h"
 
+#include <QAccessible>
 #include <QPainter>
 
 #include <cmath>
@@ -150,6 +151,8 @@ public:
             placeChildren(); // the border may have come or gone
         if (change == Change::Hint)
             pointerChangedOn(m_box);
+        if (change == Change::Text)
+            tellValue();
     }
     void pointerChanged() override { m_surface->updatePointer(); }
 
@@ -160,6 +163,12 @@ private:
             if (child->view() != nullptr)
                 child->view()->apply(Change::Geometry);
         }
+    }
+
+    void tellValue()
+    {
+        QAccessibleValueChangeEvent event(m_surface, m_box.AccessibleValue());
+        QAccessible::updateAccessibility(&event);
     }
 
     void paintAnew()

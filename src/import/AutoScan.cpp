@@ -1,0 +1,162 @@
+#include "import/AutoScan.h"
+
+#include "import/frmImport.h"
+#include "platform/files/FileService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+#include "store/Album.h"
+#include "store/LibraryFolders.h"
+#include "store/Log.h"
+
+#include <string_view>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+// The list is grouped by type in this order.
+constexpr std::string_view Patterns[] = {"*.jpg", "*.bmp", "*.gif", "*.wmf", "*.mpg", "*.mov", "*.avi"};
+constexpr int MostEntries = 32000; // no further type is begun from here on
+constexpr int EndOfFolder = 32001; // and no further file of a folder is taken
+constexpr std::string_view ScanCaption = "&Auto-Scan (and sub-folders)";
+
+} // namespace
+
+AutoScan::AutoScan(frmImport& form, Album& album)
+    : m_form(form)
+    , m_album(album)
+{
+    on(form.cmdAutoScan.Click, this, &AutoScan::cmdAutoScan_Click);
+}
+
+void AutoScan::cmdAutoScan_Click()
+{
+    if (m_form.DialogBusy) {
+        cancel();
+        return;
+    }
+    m_form.cmdAutoScan.Caption = "&Cancel";
+    ScanStopped = false;
+    m_form.DialogBusy = true;
+    m_form.MousePointer = ArrowHourglassPointer;
+    scanTypes();
+    m_form.List1.Enabled = false;
+    m_form.List2.Enabled = false;
+    splitPaths();
+    m_form.List1.Enabled = true;
+    m_form.List2.Enabled = true;
+    m_form.cmdAutoScan.Caption = std::string(ScanCaption);
+    ScanStopped = true;
+    m_form.DialogBusy = false;
+    m_form.MousePointer = DefaultPointer;
+}
+
+// The scan that runs beneath this press winds down by itself.
+void AutoScan::cancel()
+{
+    m_form.cmdAutoScan.Caption = std::string(ScanCaption);
+    ScanStopped = true;
+    m_form.DialogBusy = false;
+    m_form.cmdAutoScan.MousePointer = DefaultPointer;
+}
+
+// Not asked between the types: after a cancel each of the rest ends at its first entry.
+void AutoScan::scanTypes()
+{
+    std::int32_t fileCount = 0;
+    std::int32_t dirCount = 0;
+    ListBox& list = m_form.List1;
+    for (const std::string_view type : Patterns) {
+        if (findNoCase(m_form.File1.Pattern(), type) == std::string::npos || list.ListCount() >= MostEntries)
+            continue;
+        std::string path = m_form.Dir1.Path();
+        FindFiles(path, std::string(type), fileCount, dirCount, list, ScanStopped);
+        m_form.lbCount.Caption = numberText(list.ListCount());
+        if (list.ListCount() >= MostEntries)
+            m_form.desktop().prompts().messageBox(
+                "Notice: File count for located media has been exceeded. Some of the specified folders may have not "
+                "been completely searched.",
+                Buttons::Ok, "");
+    }
+}
+
+// Goes over all entries: one that was added by hand is a bare name, and loses its folder here. The count is left
+// at the last index, and a cancel leaves the entries behind it as full paths.
+void AutoScan::splitPaths()
+{
+    const int count = m_form.List1.ListCount();
+    for (int i = 0; i < count; ++i) {
+        m_form.lbCount.Caption = numberText(i);
+        SplitPathResult parts = SplitPath(m_form.List1.List(i));
+        m_form.List1.setList(i, std::move(parts.FileName));
+        m_form.List2.setList(i, std::move(parts.Folder));
+        m_form.desktop().DoEvents();
+        if (ScanStopped)
+            return;
+    }
+}
+
+std::int64_t AutoScan::FindFiles(std::string& path, const std::string& pattern, std::int32_t& fileCount,
+    std::int32_t& dirCount, ListBox& list, const bool& stopFlag)
+{
+    std::int64_t total = 0;
+    try {
+        if (!path.ends_with('\\'))
+            path += '\\';
+        std::vector<std::string> folders;
+        if (!findFolders(path, folders, dirCount, stopFlag)
+            || !findMatches(path, pattern, total, fileCount, list, stopFlag))
+            return total;
+        // Every folder is entered, whatever the list holds: the limit is a soft one.
+        for (const std::string& name : folders) {
+            std::string below = path + name + "\\";
+            total += FindFiles(below, pattern, fileCount, dirCount, list, stopFlag);
+        }
+    } catch (const Failure& failure) {
+        logFailure(m_album, "FindFiles", failure);
+    }
+    return total;
+}
+
+// False when the scan was stopped.
+bool AutoScan::findFolders(
+    const std::string& path, std::vector<std::string>& folders, std::int32_t& dirCount, const bool& stopFlag)
+{
+    m_album.files.requireFolder(path);
+    for (const FolderEntry& entry : m_album.files.listAll(path)) {
+        const auto failure = attempt([&] {
+            if (entry.name == ".." || entry.name == "." || entry.name == "?"
+                || (m_album.files.attributes(path + entry.name, entry.kind) & DirectoryAttribute) == 0)
+                return;
+            folders.push_back(entry.name);
+            ++dirCount;
+        });
+        // In these letters alone: ".SYS" is a failure like any other.
+        if (failure && !entry.name.ends_with(".sys"))
+            throw Failure(*failure);
+        if (stopFlag)
+            return false;
+        m_form.desktop().DoEvents();
+    }
+    return true;
+}
+
+// False when the scan was stopped or the list is full.
+bool AutoScan::findMatches(const std::string& path, const std::string& pattern, std::int64_t& total,
+    std::int32_t& fileCount, ListBox& list, const bool& stopFlag)
+{
+    for (const std::string& name : m_album.files.list(path + pattern)) {
+        total += m_album.files.length(path + name);
+        ++fileCount;
+        list.AddItem(path + name);
+        if (list.ListCount() >= EndOfFolder || stopFlag)
+            return false;
+        m_form.desktop().DoEvents();
+    }
+    return true;
+}
+
+} // namespace trovarium

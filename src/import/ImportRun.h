@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/toolkit/FormSlot.h"
+
+namespace trovarium {
+
+struct Album;
+class frmImport;
+class frmMain;
+class frmSearch;
+class frmThumbnail;
+
+// Takes the listed files into the library: a copy of each or a link to it, a fresh information file, then the
+// thumbnails and the entries in the group on show and in that of all photographs.
+class ImportRun {
+public:
+    ImportRun(frmImport& form, Album& album, frmMain& main, FormSlot<frmSearch>& search,
+        FormSlot<frmThumbnail>& thumbnailBuilder);
+
+    // Starts a run. While one runs, asks it to stop behind the file in hand, and the next press takes that back.
+    void cmdImport_Click();
+
+private:
+    class Files;
+
+    void buildThumbnails(const Files& files);
+    void appendToGroups(const Files& files);
+    void end();
+
+    frmImport& m_form;
+    Album& m_album;
+    frmMain& m_main;
+    FormSlot<frmSearch>& m_search;
+    FormSlot<frmThumbnail>& m_thumbnailBuilder;
+};
+
+} // namespace trovarium

@@ -1,0 +1,225 @@
+#include "import/frmImport.h"
+
+#include "check/Colors.h"
+#include "import/AutoScan.h"
+#include "import/ImportRun.h"
+#include "platform/pictures/PictureService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Prompts.h"
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+#include "store/Album.h"
+#include "store/GroupFile.h"
+#include "store/Log.h"
+
+#include <string>
+#include <unordered_set>
+
+namespace trovarium {
+
+namespace {
+
+constexpr std::string_view Product = "Trovarium";
+constexpr std::string_view Section = "Import";
+constexpr Color BarGround{226, 231, 238};
+constexpr Color BarBlue{52, 104, 170};
+
+} // namespace
+
+frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frmSearch>& search,
+    FormSlot<frmThumbnail>& thumbnailBuilder)
+    : Form(desktop, {.Name = "frmImport", .Caption = "Import Media", .Width = 11160, .Height = 9000})
+    , m_album(album)
+    , m_autoScan(std::make_unique<AutoScan>(*this, album))
+    , m_importRun(std::make_unique<ImportRun>(*this, album, main, search, thumbnailBuilder))
+{
+    List1.MultiSelect = true;
+    List2.MultiSelect = true;
+    File1.Pattern = "*.bmp;*.jpg;*.gif;*.wmf";
+    chkFilter.forEach([](int, CheckBox& type) { type.preset(); });
+    chkOptions(3).preset();
+    cmdImport.Default = true;
+    paint();
+    nameControls();
+
+    on(Load, this, &frmImport::Form_Load);
+    on(Unload, this, &frmImport::Form_Unload);
+    on(KeyDown, this, &frmImport::Form_KeyDown);
+    on(chkFilter, &CheckBox::Click, this, &frmImport::chkFilter_Click);
+    on(chkOptions, &CheckBox::Click, this, &frmImport::chkOptions_Click);
+    on(cmdAddFile.Click, this, &frmImport::cmdAddFile_Click);
+    on(cmdRemoveFile.Click, this, &frmImport::cmdRemoveFile_Click);
+    on(List1.KeyDown, this, &frmImport::List1_KeyDown);
+    on(txtAutoName, &TextBox::Change, this, &frmImport::txtAutoName_Change);
+    on(Dir1.Change, this, &frmImport::Dir1_Change);
+    on(Drive1.Change, this, &frmImport::Drive1_Change);
+    on(lbExit.Click, this, &frmImport::lbExit_Click);
+}
+
+frmImport::~frmImport() = default;
+
+void frmImport::paint()
+{
+    Picture = desktop().pictures().artwork("background");
+    Icon = desktop().pictures().artwork("icon");
+    lbProgress.ForeColor = White;
+    lbExit.Raised = true;
+    pctProgress.BackColor = BarGround;
+    pctProgress.Border = true;
+    shpProgress.BorderColor = BarBlue;
+    shpProgress.FillColor = BarBlue;
+}
+
+// For screen readers, where no caption tells.
+void frmImport::nameControls()
+{
+    Drive1.AccessibleName = "Drives";
+    Dir1.AccessibleName = "Folders";
+    File1.AccessibleName = "Files";
+    List1.AccessibleName = "Files Selected for Import";
+    cmdAddFile.AccessibleName = "Add";
+    cmdRemoveFile.AccessibleName = "Remove";
+    txtAutoName(0).AccessibleName = "Prefix";
+    txtAutoName(1).AccessibleName = "Start #";
+    pctProgress.AccessibleName = "Progress";
+}
+
+// Where the first steps fail, as on a drive that is gone, the pattern and the names stay as they are made.
+void frmImport::Form_Load()
+try {
+    Dir1.SetFocus();
+    const COWReg& settings = m_album.Settings();
+    const std::string path = settings.GetOWSetting(Product, Section, "LastPath", m_album.paths.ProgramFolder);
+    Drive1.Drive = path;
+    Dir1.Path = path;
+    txtAutoName(0).Text = settings.GetOWSetting(Product, Section, "Autoname", "Image");
+    txtAutoName(1).Text = settings.GetOWSetting(Product, Section, "Autonumber", "0100");
+    BuildFilePattern();
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Load", failure);
+}
+
+// No scan goes on for a list that nobody sees.
+void frmImport::Form_Unload()
+{
+    m_autoScan->stop();
+}
+
+// Escape closes the window where nothing is lost by it.
+void frmImport::Form_KeyDown(int KeyCode, int /*Shift*/)
+{
+    if (KeyCode == EscapeKey && !DialogBusy && List1.ListCount() == 0)
+        unload();
+}
+
+// The first term matches nothing: with no box checked the list is empty.
+void frmImport::BuildFilePattern()
+{
+    File1.Pattern = "*.abcde";
+    chkFilter.forEach([this](int, const CheckBox& type) {
+        if (type.Value() != 1)
+            return;
+        File1.Pattern = File1.Pattern() + ";*." + type.Caption();
+        File1.Refresh();
+    });
+}
+
+// The names on the list are looked up by their capitals, so that a folder of tens of thousands is added at once.
+bool frmImport::AddSelectedFiles()
+try {
+    MousePointer = HourglassPointer;
+    std::unordered_set<std::string> listed;
+    for (int i = 0; i < List1.ListCount(); ++i)
+        listed.insert(upper(List1.List(i)));
+    for (int i = 0; i < File1.ListCount(); ++i) {
+        if (!File1.Selected(i) || !listed.insert(upper(File1.List(i))).second)
+            continue;
+        List1.AddItem(File1.List(i));
+        List2.AddItem(Dir1.Path());
+    }
+    MousePointer = DefaultPointer;
+    return true;
+} catch (const Failure& failure) {
+    MousePointer = DefaultPointer;
+    logFailure(m_album, "AddSelectedFiles", failure);
+    return false;
+}
+
+void frmImport::chkFilter_Click(int /*Index*/)
+{
+    BuildFilePattern();
+}
+
+// The boxes are read when the import needs them.
+void frmImport::chkOptions_Click(int /*Index*/)
+{
+    if (m_optionsBusy)
+        return;
+    m_optionsBusy = true;
+    m_optionsBusy = false;
+}
+
+void frmImport::cmdAddFile_Click()
+{
+    AddSelectedFiles();
+    lbCount.Caption = numberText(List1.ListCount());
+}
+
+void frmImport::cmdRemoveFile_Click()
+{
+    List1_KeyDown(DeleteKey, NoKeys);
+    lbCount.Caption = numberText(List1.ListCount());
+}
+
+// After a scan that was cancelled List2 is shorter, and the removal of an entry beyond its end fails: the list
+// then stays closed until the next scan ends.
+void frmImport::List1_KeyDown(int KeyCode, int /*Shift*/)
+try {
+    if (KeyCode == DeleteKey) {
+        List1.Enabled = false;
+        for (int i = List1.ListCount() - 1; i >= 0; --i) {
+            if (!List1.Selected(i))
+                continue;
+            List1.RemoveItem(i);
+            List2.RemoveItem(i);
+        }
+        List1.Enabled = true;
+    }
+    lbCount.Caption = numberText(List1.ListCount());
+} catch (const Failure& failure) {
+    logFailure(m_album, "List1_KeyDown", failure);
+}
+
+// The number may hold any text, and only the import saves it.
+void frmImport::txtAutoName_Change(int Index)
+{
+    if (Index != 0)
+        return;
+    std::string prefix = txtAutoName(0).Text();
+    CheckGroupName(prefix);
+    txtAutoName(0).Text = prefix;
+    m_album.Settings().SetOWSetting(Product, Section, "Autoname", txtAutoName(0).Text());
+}
+
+void frmImport::Dir1_Change()
+{
+    File1.Path = Dir1.Path();
+    m_album.Settings().SetOWSetting(Product, Section, "LastPath", Dir1.Path());
+}
+
+void frmImport::Drive1_Change()
+try {
+    Dir1.Path = Drive1.Drive();
+} catch (const Failure& failure) {
+    desktop().prompts().messageBox("Error: " + std::string(failure.description()), Buttons::Ok, "");
+}
+
+void frmImport::lbExit_Click()
+try {
+    unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "lbExit_Click", failure);
+}
+
+} // namespace trovarium

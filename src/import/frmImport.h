@@ -1,0 +1,167 @@
+#pragma once
+
+#include "platform/toolkit/Button.h"
+#include "platform/toolkit/CheckBox.h"
+#include "platform/toolkit/ControlArray.h"
+#include "platform/toolkit/DriveList.h"
+#include "platform/toolkit/FileList.h"
+#include "platform/toolkit/FolderList.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/Frame.h"
+#include "platform/toolkit/Label.h"
+#include "platform/toolkit/ListBox.h"
+#include "platform/toolkit/PictureBox.h"
+#include "platform/toolkit/Shape.h"
+#include "platform/toolkit/TextBox.h"
+
+#include <memory>
+
+namespace trovarium {
+
+struct Album;
+class AutoScan;
+class ImportRun;
+class frmMain;
+class frmSearch;
+class frmThumbnail;
+
+// Chooses media files from any folder for the library: by hand here, from a whole folder tree in AutoScan.
+// ImportRun takes them in. A modal show is all that its callers do.
+class frmImport : public Form {
+public:
+    frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frmSearch>& search,
+        FormSlot<frmThumbnail>& thumbnailBuilder);
+    ~frmImport() override;
+
+    AutoScan& autoScan() { return *m_autoScan; }
+
+    // The types of the checked boxes, for the list of files.
+    void BuildFilePattern();
+    // Puts the files chosen in File1 on the list; false when a failure ended it. A name that is on the list
+    // already is left out, from whatever folder it is.
+    bool AddSelectedFiles();
+
+    void Form_Load();
+    void Form_Unload();
+    void Form_KeyDown(int KeyCode, int Shift);
+    void chkFilter_Click(int Index);
+    void chkOptions_Click(int Index);
+    void cmdAddFile_Click();
+    void cmdRemoveFile_Click();
+    void List1_KeyDown(int KeyCode, int Shift);
+    void txtAutoName_Change(int Index);
+    void Dir1_Change();
+    void Drive1_Change();
+    void lbExit_Click();
+
+    bool DialogBusy = false; // a scan or an import runs
+
+    // ---- the plan of the window, in twips ----
+
+    Frame framSource{this,
+        {.Name = "framSource", .Left = 240, .Top = 240, .Width = 5460, .Height = 6180, .Caption = "Source Files"}};
+    DriveList Drive1{&framSource, {.Name = "Drive1", .Left = 180, .Top = 450, .Width = 5100, .Height = 360}};
+    FolderList Dir1{&framSource, {.Name = "Dir1", .Left = 180, .Top = 930, .Width = 5100, .Height = 2040}};
+    FileList File1{&framSource, {.Name = "File1", .Left = 180, .Top = 3090, .Width = 5100, .Height = 2040}};
+    // The captions are the extensions.
+    ControlArray<CheckBox> chkFilter{&framSource, "chkFilter",
+        {{0, {.Left = 180, .Top = 5220, .Width = 735, .Height = 300, .Caption = "bmp"}},
+            {1, {.Left = 915, .Top = 5220, .Width = 735, .Height = 300, .Caption = "gif"}},
+            {2, {.Left = 1650, .Top = 5220, .Width = 735, .Height = 300, .Caption = "jpg"}},
+            {3, {.Left = 2385, .Top = 5220, .Width = 735, .Height = 300, .Caption = "wmf"}},
+            {4, {.Left = 3120, .Top = 5220, .Width = 735, .Height = 300, .Caption = "mpg"}},
+            {5, {.Left = 3855, .Top = 5220, .Width = 735, .Height = 300, .Caption = "mov"}},
+            {6, {.Left = 4590, .Top = 5220, .Width = 735, .Height = 300, .Caption = "avi"}}}};
+    Button cmdAutoScan{&framSource,
+        {.Name = "cmdAutoScan",
+            .Left = 180,
+            .Top = 5610,
+            .Width = 5100,
+            .Height = 390,
+            .Caption = "Auto-Scan (and sub-folders)",
+            .ToolTipText = "Add all files of the checked types in this folder and below it."}};
+
+    Button cmdAddFile{this,
+        {.Name = "cmdAddFile",
+            .Left = 5880,
+            .Top = 3540,
+            .Width = 1200,
+            .Height = 390,
+            .Caption = "A&dd >",
+            .ToolTipText = "Add the chosen files."}};
+    Button cmdRemoveFile{this,
+        {.Name = "cmdRemoveFile",
+            .Left = 5880,
+            .Top = 4050,
+            .Width = 1200,
+            .Height = 390,
+            .Caption = "< &Remove",
+            .ToolTipText = "Take the chosen entries off the list."}};
+
+    Frame framSelected{this,
+        {.Name = "framSelected",
+            .Left = 7260,
+            .Top = 240,
+            .Width = 3660,
+            .Height = 6180,
+            .Caption = "Files Selected for Import"}};
+    // The name of each entry, and its folder at the same index.
+    ListBox List1{&framSelected, {.Name = "List1", .Left = 180, .Top = 450, .Width = 3300, .Height = 5100}};
+    ListBox List2{
+        &framSelected, {.Name = "List2", .Left = 180, .Top = 450, .Width = 3300, .Height = 5100, .Visible = false}};
+    Label lbCountCaption{&framSelected,
+        {.Name = "lbCountCaption",
+            .Left = 180,
+            .Top = 5700,
+            .Width = 1620,
+            .Height = 240,
+            .Caption = "Number of files:"}};
+    Label lbCount{
+        &framSelected, {.Name = "lbCount", .Left = 1860, .Top = 5700, .Width = 1620, .Height = 240, .Caption = "0"}};
+
+    Frame framOptions{
+        this, {.Name = "framOptions", .Left = 240, .Top = 6600, .Width = 10680, .Height = 1500, .Caption = "Options"}};
+    // In the order of the Tab key, with the name fields behind the box that they belong to.
+    ControlArray<CheckBox> chkOptions{&framOptions, "chkOptions",
+        {{0, {.Left = 180, .Top = 390, .Width = 5550, .Height = 300, .Caption = "Overwrite existing photos in album"}},
+            {1,
+                {.Left = 180,
+                    .Top = 735,
+                    .Width = 5550,
+                    .Height = 300,
+                    .Caption = "Overwrite existing photos info files"}},
+            {3,
+                {.Left = 180,
+                    .Top = 1080,
+                    .Width = 5550,
+                    .Height = 300,
+                    .Caption = "Create photo links only (No copies to local dir)"}},
+            {2, {.Left = 6060, .Top = 390, .Width = 4440, .Height = 300, .Caption = "Auto rename/number"}}}};
+    ControlArray<Label> lbAutoName{&framOptions, "lbAutoName",
+        {{0, {.Left = 6360, .Top = 780, .Width = 780, .Height = 240, .Caption = "Prefix"}},
+            {1, {.Left = 6360, .Top = 1140, .Width = 780, .Height = 240, .Caption = "Start #"}}}};
+    ControlArray<TextBox> txtAutoName{&framOptions, "txtAutoName",
+        {{0, {.Left = 7200, .Top = 735, .Width = 3300, .Height = 330, .Caption = "Image"}},
+            {1, {.Left = 7200, .Top = 1095, .Width = 1200, .Height = 330, .Caption = "0100"}}}};
+
+    Label lbProgress{this, {.Name = "lbProgress", .Left = 240, .Top = 8190, .Width = 6900, .Height = 240}};
+    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 240, .Top = 8490, .Width = 6900, .Height = 270}};
+    // Grows inside the box from the left.
+    Shape shpProgress{&pctProgress, {.Name = "shpProgress", .Left = 0, .Top = 0, .Width = 0, .Height = 210}};
+
+    Button cmdImport{
+        this, {.Name = "cmdImport", .Left = 7500, .Top = 8340, .Width = 1620, .Height = 420, .Caption = "&Import"}};
+    Label lbExit{this, {.Name = "lbExit", .Left = 9300, .Top = 8340, .Width = 1620, .Height = 420, .Caption = "Exit"}};
+
+private:
+    void paint();
+    void nameControls();
+
+    Album& m_album;
+    bool m_optionsBusy = false; // guards chkOptions_Click
+    std::unique_ptr<AutoScan> m_autoScan;
+    std::unique_ptr<ImportRun> m_importRun;
+};
+
+} // namespace trovarium

@@ -1,0 +1,300 @@
+#include "search/frmSearch.h"
+
+#include "browser/GroupListPane.h"
+#include "browser/frmMain.h"
+#include "check/Colors.h"
+#include "platform/files/FileService.h"
+#include "platform/pictures/PictureService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Prompts.h"
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+#include "store/Album.h"
+#include "store/GroupFile.h"
+#include "store/Log.h"
+#include "store/QuietFile.h"
+
+#include <array>
+#include <cmath>
+#include <string_view>
+
+namespace trovarium {
+
+namespace {
+
+constexpr Color BarBlue{0, 90, 170};
+
+struct FieldOfLine {
+    std::string_view key;
+    TextBox frmSearch::*field;
+};
+
+constexpr FieldOfLine YearLine{"YEAR=", &frmSearch::txtYear};
+constexpr std::array<FieldOfLine, 7> FieldsOfLines{{
+    {"TITLE=", &frmSearch::txtTitle},
+    YearLine,
+    {"PHOTOGRAPHER=", &frmSearch::txtPhotographer},
+    {"PLACE=", &frmSearch::txtPlace},
+    {"PEOPLE=", &frmSearch::txtPeople},
+    {"EVENT=", &frmSearch::txtEvent},
+    {"KEYWORDS=", &frmSearch::txtkeywords},
+}};
+
+// "*" takes any text. The text is a whole line with its key, or a file's name with its ".info".
+bool accepts(const std::string& wanted, std::string_view text)
+{
+    return wanted == "*" || findNoCase(text, wanted) != std::string_view::npos;
+}
+
+} // namespace
+
+frmSearch::frmSearch(Desktop& desktop, Album& album, frmMain& main)
+    : Form(desktop, {.Name = "frmSearch", .Caption = "Create Album Groups", .Width = 7200, .Height = 6300})
+    , m_album(album)
+    , m_main(main)
+{
+    paintWindow();
+    cmdImport.Enabled = static_cast<bool>(main.dialogs().showImport);
+
+    on(Load, this, &frmSearch::Form_Load);
+    on(Unload, this, &frmSearch::Form_Unload);
+    on(KeyDown, this, &frmSearch::Form_KeyDown);
+    on(cmdSearch.Click, this, &frmSearch::cmdSearch_Click);
+    on(cmdSave.Click, this, &frmSearch::cmdSave_Click);
+    on(cmdImport.Click, this, &frmSearch::cmdImport_Click);
+    on(imgExit.Click, this, &frmSearch::lbExit_Click);
+    on(lbExit.Click, this, &frmSearch::lbExit_Click);
+}
+
+void frmSearch::paintWindow()
+{
+    PictureService& art = desktop().pictures();
+    Picture = art.artwork("background");
+    Icon = art.artwork("icon");
+    Label1.Bold = true;
+    for (Label* label : {&Label1, &lbFilename, &lbTitle, &lbYear, &lbPlace, &lbEvent, &lbPhotographer, &lbPeople,
+             &lbKeywords, &lbProgress, &lbGroupName})
+        label->ForeColor = White;
+    Line1.BorderColor = SoftWhite;
+    pctProgress.BackColor = SoftWhite;
+    pctProgress.AccessibleName = "Progress";
+    shpProgress.FillColor = BarBlue;
+    shpProgress.BorderColor = BarBlue;
+    cmdSearch.Default = true;
+    imgExit.Picture = art.artwork("small-dark");
+    imgExit.AccessibleName = "Exit";
+    lbExit.ForeColor = White;
+    lbExit.Alignment = Alignment::Center;
+    for (const auto& [control, label] :
+        std::initializer_list<std::pair<Control*, const Label*>>{{&txtFilename, &lbFilename}, {&txtTitle, &lbTitle},
+            {&txtYear, &lbYear}, {&txtPlace, &lbPlace}, {&txtEvent, &lbEvent}, {&txtPhotographer, &lbPhotographer},
+            {&txtPeople, &lbPeople}, {&txtkeywords, &lbKeywords}, {&cmbGroupName, &lbGroupName}})
+        control->AccessibleName = std::string(withoutLast(label->Caption(), 1));
+}
+
+void frmSearch::SetNewList(const CheckedArray<std::string>& list)
+{
+    SearchResults = list;
+}
+
+void frmSearch::SortResultsByYear()
+try {
+    const int last = SearchResults.upperBound();
+    bool sorted = false;
+    for (int pass = 1; pass <= last && !sorted; ++pass) {
+        sorted = true;
+        for (int j = 1; j <= last - 1; ++j) {
+            if (SearchYears(j) <= SearchYears(j + 1))
+                continue;
+            std::swap(SearchYears(j), SearchYears(j + 1));
+            std::swap(SearchResults(j), SearchResults(j + 1));
+            sorted = false;
+        }
+    }
+} catch (const Failure& failure) {
+    logFailure(m_album, "SortResultsByYear", failure);
+}
+
+void frmSearch::Form_Load()
+try {
+    const ListBox& groups = m_main.lstSlideGroups;
+    for (int i = 0; i < groups.ListCount(); ++i)
+        cmbGroupName.AddItem(groups.List(i));
+    cmbGroupName.Text = "";
+    txtFilename.SetFocus();
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Load", failure);
+}
+
+// Nobody sees any more what a search would find.
+void frmSearch::Form_Unload()
+{
+    cmdSearch.Caption = "Search";
+}
+
+// Escape takes back the last thing: a search that runs, or else the dialog.
+void frmSearch::Form_KeyDown(int KeyCode, int /*Shift*/)
+{
+    if (KeyCode != EscapeKey)
+        return;
+    if (DialogBusy)
+        cmdSearch.Caption = "Search";
+    else
+        lbExit_Click();
+}
+
+void frmSearch::cmdSearch_Click()
+{
+    if (cmdSearch.Caption() == "Cancel") {
+        cmdSearch.Caption = "Search";
+        return;
+    }
+    if (DialogBusy)
+        return;
+    DialogBusy = true;
+    attempt([&] { searchLibrary(); });
+    cmdSearch.Caption = "Search";
+    DialogBusy = false;
+}
+
+void frmSearch::searchLibrary()
+{
+    lbProgress.Caption = "Searched 0 (0%) -> Found 0";
+    shpProgress.Width = 0;
+    File1.Pattern = "*.info";
+    File1.Path = m_album.paths.InfoPath;
+    File1.Refresh();
+    SearchResults.clear();
+    SearchYears.clear();
+    YearText.clear();
+    cmdSearch.Caption = "Cancel";
+
+    const int count = File1.ListCount();
+    for (int i = 0; i < count; ++i) {
+        if (matches(File1.List(i)))
+            keep(File1.List(i));
+        showProgress(i + 1, count);
+        desktop().DoEvents();
+        if (cmdSearch.Caption() == "Search")
+            break;
+    }
+}
+
+bool frmSearch::matches(const std::string& fileName)
+{
+    FileService& files = m_album.files;
+    const int number = files.freeFile();
+    bool match = false;
+    try {
+        files.open(m_album.paths.InfoPath + fileName, OpenMode::Input, number);
+        match = linesMatch(number);
+        files.close(number);
+    } catch (const Failure&) {
+        files.close(number);
+        throw;
+    }
+    return match && (txtFilename.Text().empty() || accepts(txtFilename.Text(), fileName));
+}
+
+// Only the lines that are there are asked: a file without a place passes for any place.
+bool frmSearch::linesMatch(int number)
+{
+    FileService& files = m_album.files;
+    bool match = true;
+    while (!files.endOfFile(number)) {
+        const std::string line = files.lineInput(number);
+        for (const auto& [key, field] : FieldsOfLines) {
+            const std::string& wanted = (this->*field).Text();
+            if (wanted.empty() || !equalInCapitals(trovarium::left(line, key.size()), key))
+                continue;
+            if (field == YearLine.field)
+                YearText = line.substr(key.size());
+            if (!accepts(wanted, line))
+                match = false;
+            break;
+        }
+    }
+    return match;
+}
+
+void frmSearch::keep(const std::string& fileName)
+{
+    SearchResults.append(fileName);
+    SearchYears.append(0);
+    if (YearText.empty())
+        YearText = "0";
+    // A year that is no number ends the search.
+    SearchYears(SearchYears.upperBound()) = toInt16(std::floor(strictNumber(YearText)));
+}
+
+void frmSearch::showProgress(int searched, int count)
+{
+    lbProgress.Caption = "Searched " + numberText(searched) + " (" + formatWhole(divide(searched, count) * 100)
+        + "%) -> Found " + numberText(SearchResults.upperBound());
+    shpProgress.Width =
+        divideSingle(static_cast<float>(searched), static_cast<float>(count)) * pctProgress.ScaleWidth();
+}
+
+void frmSearch::cmdSave_Click()
+{
+    MousePointer = HourglassPointer;
+    if (acceptGroupName()) {
+        if (appendResults())
+            m_main.groupList().LoadGroupNames();
+        m_main.groupList().LoadGroupNames();
+    }
+    MousePointer = DefaultPointer;
+}
+
+bool frmSearch::acceptGroupName()
+{
+    Prompts& prompts = desktop().prompts();
+    std::string name = cmbGroupName.Text();
+    if (name.empty()) {
+        prompts.messageBox(
+            "Please create group name OR select from list to append to existing group.", Buttons::Ok, "");
+        return false;
+    }
+    if (CheckGroupName(name))
+        return true;
+    cmbGroupName.Text = name;
+    prompts.messageBox("Your 'GroupName' contained illegal characters. These were replace with the underscore "
+                       "character. Press 'Append' again to accept the changes and save the search results to new "
+                       "group name.",
+        Buttons::Ok, "");
+    return false;
+}
+
+bool frmSearch::appendResults()
+try {
+    FileService& files = m_album.files;
+    const std::string path = groupListPath(m_album, cmbGroupName.Text() + ".lst");
+    return withFileQuietly(files, path, OpenMode::Append, [&](int number) {
+        for (int i = 1; i <= SearchResults.upperBound(); ++i) {
+            // "NAME.jpg.info" stands for "NAME.jpg".
+            const std::string& name = SearchResults(i);
+            const std::size_t suffix = name.rfind('.');
+            if (suffix != std::string::npos)
+                files.print(number, std::string_view(name).substr(0, suffix));
+        }
+    });
+} catch (const Failure&) {
+    return false;
+}
+
+// Without a group on show, the import puts the new photographs into that of all photographs only.
+void frmSearch::cmdImport_Click()
+{
+    m_album.group.CurrentGroupName.clear();
+    m_main.dialogs().showImport();
+}
+
+void frmSearch::lbExit_Click()
+try {
+    unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "lbExit_Click", failure);
+}
+
+} // namespace trovarium

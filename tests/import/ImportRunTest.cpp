@@ -1,0 +1,154 @@
+#include "ImportWindow.h"
+
+#include <algorithm>
+
+namespace trovarium {
+
+class ImportRunTest : public ImportWindow {
+protected:
+    // Puts these on the list, and nothing else, and imports them; the boxes are those to check.
+    void import(const std::vector<std::string>& files, const std::vector<int>& boxes, const std::string& folder)
+    {
+        form().List1.Clear();
+        form().List2.Clear();
+        for (const std::string& name : files) {
+            form().List1.AddItem(name);
+            form().List2.AddItem(folder);
+        }
+        form().chkOptions.forEach([&](int i, CheckBox& box) { box.Value = std::count(boxes.begin(), boxes.end(), i); });
+        press();
+    }
+    void press() { robot.click(form().cmdImport); }
+    std::string info(const std::string& name) { return test.bytes(test.paths().InfoPath + name + ".info"); }
+    std::string photo(const std::string& name) { return test.bytes(test.paths().PhotoPath + name); }
+    // Of each an "i" for an information file, "p" for a photograph, "g" for a place in both groups.
+    std::string taken(const std::vector<std::string>& files)
+    {
+        const std::vector<std::string> group = linesOf("Alps");
+        EXPECT_EQ(group, linesOf("  All Photos  "));
+        std::string marks;
+        for (const std::string& name : files) {
+            marks.append(info(name).empty() ? "" : "i").append(photo(name).empty() ? "" : "p");
+            marks.append(std::count(group.begin(), group.end(), name) == 1 ? "g " : " ");
+        }
+        return marks;
+    }
+    void expectErrors(const std::string& name, const std::string& error = "File already exists")
+    {
+        prompts.expectNotice("Error(s) occurred with the following files during import process.\r\r" + name
+            + "    Error=" + error + "\r");
+    }
+};
+
+enum { Overwrite = 0, OverwriteInfo = 1, AutoName = 2, Links = 3 };
+
+TEST_F(ImportRunTest, CopiesAndLinksGetInformationThumbnailsAndTheirPlaceInTheGroups)
+{
+    putSource("a.jpg", plainBitmap(8, 6));
+    test.setSetting("Import", "Autonumber", "0099");
+    const auto written = [&](const std::string& name, const std::string& link) {
+        return joinedLines({"PhotoPath=" + link, "TITLE=" + test.paths().InfoPath + name + ".info",
+            "PHOTOGRAPHER=", "YEAR=", "PEOPLE=", "PLACE=", "EVENT=", "KEYWORDS=", "ImageWidth=", "ImageHeight="});
+    };
+    inDialog([&] {
+        import({"a.jpg"}, {AutoName}, sources());
+        EXPECT_EQ(info("Image0099.jpg"), written("Image0099.jpg", test.paths().PhotoPath + "Image0099.jpg"));
+        EXPECT_TRUE(test.isThere(test.paths().ThumbnailPath + "Image0099.jpg"));
+        EXPECT_EQ(test.album().Settings().GetOWSetting("Trovarium", "Import", "Autonumber", ""), "0100");
+        EXPECT_EQ(cells(), (std::vector<std::string>{"p1.jpg", "Image0099.jpg"})) << "the group on show is read again";
+        EXPECT_EQ(taken({"Image0099.jpg"}), "ipg ");
+        EXPECT_EQ(form().MousePointer() + static_cast<int>(form().shpProgress.Width()), 0);
+        EXPECT_EQ(entries(), std::vector<std::string>{"|a.jpg"});
+        EXPECT_TRUE(search().isLoaded() && !search().isShown());
+
+        search().cmbGroupName.Text = "typed";
+        test.album().group.CurrentGroupName = "  all photos  ";
+        expectErrors("a.jpg");
+        import({"a.jpg", "a.jpg", "b.jpg"}, {Links}, "");
+        EXPECT_EQ(info("a.jpg"), written("a.jpg", "\\a.jpg"));
+        EXPECT_EQ(linesOf("  All Photos  ").size(), 4U) << "once, though it is the group on show too";
+        EXPECT_EQ(search().cmbGroupName.Text(), "typed");
+    });
+}
+
+TEST_F(ImportRunTest, AutomaticNumbersKeepTheWidthOfTheFirst)
+{
+    const std::string cases[][3] = {// the first number, the third name, the next number
+        {"0098", "0100.x.jpg", "0101"}, {"9", "11.x.jpg", "12"}, {"A1", "02.x.jpg", "03"},
+        {"-10", "-008.x.jpg", "-007"}, {"", "2.x.jpg", "3"}};
+    inDialog([&] {
+        for (const auto& [start, third, next] : cases) {
+            form().txtAutoName(0).Text = "N" + start + "_";
+            form().txtAutoName(1).Text = start;
+            // The one without a point keeps the name of the one before.
+            expectErrors("N" + start + "_" + start + ".jpg");
+            import({"a.jpg", "nameless", "b.x.jpg"}, {AutoName, Links}, sources());
+            EXPECT_EQ(info("N" + start + "_" + third).empty() ? "" : form().txtAutoName(1).Text(), next) << start;
+        }
+    });
+}
+
+TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPressStopsOrGoesOn)
+{
+    enum Fault { SourceGone, DiskFull, InfoFile, Press, TwoPresses };
+    const std::string marks[][2] = {// by fault, without and with such a box
+        {"ipg ig ipg ", "ip   "}, {"ipg ig ipg ", "ip   "}, {"ipg pg ipg ", "ipg pg ipg "}, {"ip ip  ", "ip ip  "},
+        {"ipg ipg ipg ", "ipg ipg ipg "}};
+    inDialog([&] {
+        for (int run = 0; run < 15; ++run) {
+            const int fault = run / 3;
+            const std::vector<std::string> files = names(3, std::to_string(run) + "_");
+            for (const int i : {0, fault == SourceGone ? 0 : 1, 2})
+                putSource(files[i]);
+            desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+                const bool copies = operation == FileOperation::Copy && path.ends_with(files[1]);
+                const bool informs = operation == FileOperation::Print && path.ends_with(files[1] + ".info");
+                if ((copies && fault == DiskFull) || (informs && fault == InfoFile))
+                    throw Failure(FailureKind::DiskFull);
+                for (int time = Press; copies && time <= fault; ++time) {
+                    EXPECT_EQ(form().shpProgress.Width(), form().pctProgress.ScaleWidth() / 2 + 30);
+                    EXPECT_EQ(form().MousePointer(), HourglassPointer);
+                    EXPECT_EQ(form().cmdImport.Caption(), time == Press ? "Cancel" : "Import");
+                    press();
+                }
+            });
+            if (run % 3 == 0 || fault > DiskFull)
+                expectErrors("p1.jpg");
+            import({"p1.jpg", files[0], files[1], files[2]}, {run % 3 - 1}, sources()); // -1: none
+            prompts.verify();
+            EXPECT_EQ(taken(files), marks[fault][run % 3 != 0]) << "run " << run;
+            EXPECT_EQ(form().cmdImport.Caption() + form().lbProgress.Caption(), "ImportDone");
+        }
+        desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+            if (operation == FileOperation::Print && path.ends_with("z.jpg.info"))
+                form().List1.RemoveItem(1); // by its user, in the middle
+        });
+        expectErrors("z.jpg    Error=File already exists\rz.jpg", "Invalid property array index");
+        import({"z.jpg", "a.jpg"}, {Links}, sources());
+        form().cmdImport.Caption = "Cancel"; // as a refusal leaves it
+        import({"m1.jpg"}, {Links}, sources());
+        EXPECT_EQ(form().cmdImport.Caption() + taken({"m1.jpg"}), "Import ");
+        robot.atNextTurn([&] { robot.close(form()); });
+        import(names(1000, "m"), {Links}, sources());
+        EXPECT_EQ(taken({"m1.jpg", "m1000.jpg"}), "i  ") << "the end of the dialog is that of its run";
+    });
+}
+
+TEST_F(ImportRunTest, OverwritingTakesAwayThePhotographButNeverTheOneThatIsImported)
+{
+    for (const std::string& path : {test.paths().PhotoPath + "a.jpg", test.paths().InfoPath + "a.jpg"})
+        test.put(path, "old");
+    putSource("a.jpg", "new");
+    inDialog([&] {
+        expectErrors("p1.jpg");
+        import({"p1.jpg"}, {Overwrite}, test.paths().PhotoPath);
+        EXPECT_EQ(photo("p1.jpg"), plainBitmap(40, 30));
+        EXPECT_FALSE(test.isThere(test.paths().ThumbnailPath + "p1.jpg") || search().isLoaded());
+        group().CurrentGroupName.clear(); // as the search dialog does
+        import({"a.jpg"}, {Overwrite, OverwriteInfo}, sources());
+        EXPECT_EQ(photo("a.jpg") + test.bytes(test.paths().InfoPath + "a.jpg"), "new");
+        EXPECT_EQ(linesOf("Alps").size() + linesOf("  All Photos  ").size(), 3U);
+    });
+}
+
+} // namespace trovarium

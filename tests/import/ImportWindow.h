@@ -1,0 +1,81 @@
+#pragma once
+
+#include "browser/MainWindow.h"
+#include "check/frmThumbnail.h"
+#include "import/frmImport.h"
+#include "platform/toolkit/Desktop.h"
+#include "search/frmSearch.h"
+#include "support/Surroundings.h"
+#include "support/TemporaryFolder.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace trovarium {
+
+// The import dialog over the main window, as a modal form is: each story runs in `inDialog`. It begins at the
+// folder of sources, which is the user's own folder too.
+class ImportWindow : public MainWindow {
+protected:
+    ImportWindow()
+        : m_search(desktop, [this] { return std::make_unique<frmSearch>(desktop, test.album(), main()); })
+        , m_thumbnailBuilder(desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album()); })
+        , m_import(desktop, [this] {
+            return std::make_unique<frmImport>(desktop, test.album(), main(), m_search, m_thumbnailBuilder);
+        })
+    {
+        test.setSetting("Import", "LastPath", sources());
+    }
+
+    // Opens the main window, and the dialog by its entry on the File menu; closes it behind the story.
+    template <class Story>
+    void inDialog(const Story& story)
+    {
+        openGroup(1);
+        main().dialogs().showImport = [this] { form().showModal(); };
+        robot.whenShown("frmImport", [&] {
+            desktop.DoEvents();
+            story();
+            form().unload();
+        });
+        robot.choose(main().mnuFileImport);
+    }
+
+    frmImport& form() { return m_import(); }
+    frmSearch& search() { return m_search(); }
+
+    std::string sources() const { return m_sources.inside(); }
+    // In the folder of sources; `name` may lead through folders, which are made.
+    void putSource(const std::string& name, std::string_view bytes = "x")
+    {
+        std::filesystem::create_directories(std::filesystem::path(m_sources.native(name)).parent_path());
+        m_sources.write(name, std::string(bytes));
+    }
+
+    // The list as "folder|name", folders told from the folder of sources; "-" for an entry without one.
+    std::vector<std::string> entries()
+    {
+        std::vector<std::string> lines;
+        for (int i = 0; i < form().List1.ListCount(); ++i) {
+            const std::string folder = i < form().List2.ListCount() ? form().List2.List(i) : "-";
+            lines.push_back(withoutSources(folder) + "|" + withoutSources(form().List1.List(i)));
+        }
+        return lines;
+    }
+
+private:
+    std::string withoutSources(const std::string& path) const
+    {
+        return path.starts_with(sources()) ? path.substr(sources().size()) : path;
+    }
+
+    TemporaryFolder m_sources;
+    VariableForNow m_home{"HOME", m_sources.path()};
+    FormSlot<frmSearch> m_search;
+    FormSlot<frmThumbnail> m_thumbnailBuilder;
+    FormSlot<frmImport> m_import;
+};
+
+} // namespace trovarium
