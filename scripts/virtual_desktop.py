@@ -137,7 +137,8 @@ class VirtualDesktop:
 
     def _is_managed(self) -> bool:
         assert self._processes[-1].poll() is None, "the window manager ended by itself"
-        return b"window id" in self.ask("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
+        # It tells its name well before it is ready, and the list of its windows when it is.
+        return b"window id" in self.ask("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
 
     def ask(self, *command: str) -> bytes:
         """What a command prints; nothing when it fails, as it does for a window that has just gone."""

@@ -47,7 +47,8 @@ void Removal::RemoveFromProgram()
     m_form.MousePointer = DefaultPointer;
 }
 
-// Copies and deletions are not tied together: each runs whatever became of the ones before.
+// Copies and deletions are not tied together: each runs whatever became of the ones before. Only what a person
+// wrote stays where it is when its copy failed, and with it the photograph's places in the groups.
 void Removal::setAside(const std::string& name)
 {
     FileService& files = m_album.files;
@@ -57,11 +58,12 @@ void Removal::setAside(const std::string& name)
     const std::string clip = name + ".wav";
     attempt([&] { files.remove(paths.PhotoPath + "Removed_Photos\\" + name); });
     attempt([&] { files.copy(photo, paths.PhotoPath + "Removed\\" + name); });
-    attempt([&] { files.copy(paths.InfoPath + info, paths.InfoPath + "Removed\\" + info); });
+    const auto infoLost = attempt([&] { files.copy(paths.InfoPath + info, paths.InfoPath + "Removed\\" + info); });
     attempt([&] { files.copy(paths.AudioPath + clip, paths.AudioPath + "Removed\\" + clip); });
     attempt([&] { files.remove(photo); });
     attempt([&] { files.remove(paths.ThumbnailPath + name); });
-    attempt([&] { files.remove(paths.InfoPath + info); });
+    if (!infoLost)
+        attempt([&] { files.remove(paths.InfoPath + info); });
     attempt([&] { files.remove(paths.AudioPath + clip); });
 }
 

@@ -146,8 +146,8 @@ void ExportRun::exportInfo(const std::string& name)
 
 void ExportRun::showProgress(int done, int count)
 {
-    fillBar(m_form.pctProgress, m_form.shpProgress,
-        static_cast<float>(done) / static_cast<float>(count) * (m_form.pctProgress.ScaleWidth() + BarMargin));
+    const float share = static_cast<float>(done) / static_cast<float>(count);
+    fillBar(m_form.pctProgress, m_form.shpProgress, share * (m_form.pctProgress.ScaleWidth() + BarMargin));
 }
 
 void ExportRun::end()

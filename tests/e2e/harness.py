@@ -58,8 +58,11 @@ class Library:
         (self.groups / f"{name}.lst").write_text(text, newline="")
 
     def group(self, name: str) -> bytes | None:
-        list_file = self.groups / f"{name}.lst"
-        return list_file.read_bytes() if list_file.exists() else None
+        """Nothing when there is no such list, be it gone only now."""
+        try:
+            return (self.groups / f"{name}.lst").read_bytes()
+        except FileNotFoundError:
+            return None
 
     def states(self, folder: Path) -> dict[str, tuple[int, int, bytes]]:
         """Of each file in a folder: when it was changed, its number on disk, its contents."""

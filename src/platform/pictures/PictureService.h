@@ -11,7 +11,7 @@ namespace trovarium {
 
 class FileService;
 
-// Reads bmp, jpg and gif by content, upright by their EXIF orientation, and decodes ahead on other cores.
+// Reads bmp, jpg, gif and wmf by content, upright by their EXIF orientation, and decodes ahead on other cores.
 // The background threads only read, and the program behaves the same without them.
 class PictureService {
 public:

@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
-#include <vector>
 
 #include <jpeglib.h>
 
@@ -157,6 +156,23 @@ std::string bitmapFile(int width, int height, const BitmapOptions& options)
     const std::string body = header + options.palette + options.lines;
     const auto dataOffset = static_cast<std::int64_t>(14 + header.size() + options.palette.size());
     return "BM" + number(static_cast<std::int64_t>(14 + body.size()), 4) + number(0, 4) + number(dataOffset, 4) + body;
+}
+
+std::string wmfRecord(int function, const WmfWords& words)
+{
+    std::string record = little(static_cast<std::uint32_t>(words.size() + 3), 4);
+    record += little(static_cast<std::uint32_t>(function), 2);
+    for (const int word : words)
+        record += little(static_cast<std::uint32_t>(word), 2);
+    return record;
+}
+
+std::string wmfFile(const std::string& records, const WmfWords& box)
+{
+    std::string start;
+    if (!box.empty()) // a record's words, behind the key
+        start = little(0x9AC6CDD7, 4) + little(0, 2) + wmfRecord(0, box).substr(6) + std::string(6, '\0');
+    return start + little(1, 2) + little(9, 2) + little(0x300, 2) + std::string(12, '\0') + records + wmfRecord(0);
 }
 
 QImage quarters(int width, int height)

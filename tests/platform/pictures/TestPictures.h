@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace trovarium {
 
@@ -48,6 +49,12 @@ struct BitmapOptions {
 };
 
 std::string bitmapFile(int width, int height, const BitmapOptions& options);
+
+// A metafile of the records, each a number and its words; placeable with a box (left, top, right, bottom and
+// units per inch).
+using WmfWords = std::vector<int>;
+std::string wmfRecord(int function, const WmfWords& words = {});
+std::string wmfFile(const std::string& records, const WmfWords& box = {});
 
 // Little-endian, `length` bytes.
 std::string little(std::uint32_t value, int length);

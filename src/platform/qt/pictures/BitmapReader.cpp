@@ -92,7 +92,7 @@ void readMasks(Header& header, Bytes behindNewHeader, bool withAlpha)
         header.alpha = mask(3);
 }
 
-void readColours(Header& header, const PictureFile& file, std::int64_t offset, std::size_t count, std::size_t length)
+void readColours(Header& header, const PictureBytes& file, std::int64_t offset, std::size_t count, std::size_t length)
 {
     const auto bytes = file.bytes(offset, std::min(count, MostColours) * length);
     header.colours.fill(Opaque);
@@ -100,7 +100,7 @@ void readColours(Header& header, const PictureFile& file, std::int64_t offset, s
         header.colours[i] = Opaque | littleEndian(bytes, i * length, 3);
 }
 
-Header readHeader(const PictureFile& file)
+Header readHeader(const PictureBytes& file)
 {
     const auto start = file.bytes(0, FileHeaderLength + LongestHeader);
     if (start.size() < FileHeaderLength + OldHeaderLength)
@@ -173,7 +173,7 @@ void convertLine(const Header& header, Bytes line, QRgb* pixels)
     }
 }
 
-bool readLines(const Header& header, const PictureFile& file, QImage& image, const std::atomic<bool>& cancelled)
+bool readLines(const Header& header, const PictureBytes& file, QImage& image, const std::atomic<bool>& cancelled)
 {
     constexpr std::int64_t ChunkBytes = 1 << 18;
     const std::int64_t length = header.lineLength();
@@ -231,7 +231,7 @@ unsigned runIndex(const Header& header, unsigned byte, unsigned place)
     return place % 2 == 0 ? byte >> 4U : byte & 15U;
 }
 
-bool readRuns(const Header& header, const PictureFile& file, QImage& image, const std::atomic<bool>& cancelled)
+bool readRuns(const Header& header, const PictureBytes& file, QImage& image, const std::atomic<bool>& cancelled)
 {
     constexpr unsigned EndOfLine = 0;
     constexpr unsigned EndOfBitmap = 1;
@@ -271,7 +271,7 @@ bool readRuns(const Header& header, const PictureFile& file, QImage& image, cons
 
 } // namespace
 
-QImage readBitmap(const PictureFile& file, const std::atomic<bool>& cancelled)
+QImage readBitmap(const PictureBytes& file, const std::atomic<bool>& cancelled)
 {
     const Header header = readHeader(file);
     QImage image(header.width, header.height, header.alpha.mask == 0 ? QImage::Format_RGB32 : QImage::Format_ARGB32);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/qt/pictures/PictureFile.h"
+#include "platform/qt/pictures/PictureBytes.h"
 
 #include <QImage>
 
@@ -13,6 +13,6 @@ namespace trovarium {
 // header, and for a file that is shorter than its header says; runs that end early leave the rest in the
 // first colour.
 // Source: BITMAPFILEHEADER, BITMAPCOREHEADER, BITMAPINFOHEADER to BITMAPV5HEADER, "Bitmap Compression".
-QImage readBitmap(const PictureFile& file, const std::atomic<bool>& cancelled);
+QImage readBitmap(const PictureBytes& file, const std::atomic<bool>& cancelled);
 
 } // namespace trovarium

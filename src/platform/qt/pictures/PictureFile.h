@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/files/Descriptor.h"
+#include "platform/qt/pictures/PictureBytes.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -22,16 +23,15 @@ struct FileStamp {
 
 // A regular file, open for reading under its native path. "File not found" for anything else; a pipe is
 // never waited for.
-class PictureFile {
+class PictureFile : public PictureBytes {
 public:
     explicit PictureFile(const std::string& nativePath);
 
     int descriptor() const { return m_descriptor.handle(); }
     const FileStamp& stamp() const { return m_stamp; }
-    std::int64_t length() const { return m_stamp.size; }
+    std::int64_t length() const override { return m_stamp.size; }
 
-    // Up to `length` bytes from `offset`; fewer at the end of the file.
-    std::vector<unsigned char> bytes(std::int64_t offset, std::size_t length) const;
+    std::vector<unsigned char> bytes(std::int64_t offset, std::size_t length) const override;
 
 private:
     Descriptor m_descriptor;

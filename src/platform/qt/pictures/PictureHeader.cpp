@@ -1,5 +1,6 @@
 #include "platform/qt/pictures/PictureHeader.h"
 
+#include "platform/qt/pictures/wmf/WmfFile.h"
 #include "runtime/Failure.h"
 
 #include <algorithm>
@@ -53,6 +54,8 @@ PictureFormat formatOf(const PictureFile& file)
         return PictureFormat::Gif;
     if (text.starts_with("BM"))
         return PictureFormat::Bitmap;
+    if (WmfFile::startsWith(head))
+        return PictureFormat::Metafile;
     refuse();
 }
 

@@ -8,7 +8,7 @@
 
 namespace trovarium {
 
-enum class PictureFormat { Jpeg, Gif, Bitmap };
+enum class PictureFormat { Jpeg, Gif, Bitmap, Metafile };
 
 // What a file is by its first bytes; "Invalid picture" for any other.
 PictureFormat formatOf(const PictureFile& file);

@@ -4,6 +4,7 @@
 #include "platform/qt/pictures/BitmapReader.h"
 #include "platform/qt/pictures/PictureData.h"
 #include "platform/qt/pictures/PictureHeader.h"
+#include "platform/qt/pictures/wmf/WmfReader.h"
 #include "runtime/Failure.h"
 
 #include <QFile>
@@ -111,6 +112,13 @@ QImage reduced(const QImage& image, int longerSide)
     return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
+Picture readMetafile(const PictureFile& file, int longerSide, const std::atomic<bool>& cancelled)
+{
+    constexpr int LongestSide = 1 << 24; // so that the reserve can't overflow
+    WmfPicture picture = readWmf(file, Reserve * std::min(longerSide, LongestSide), cancelled);
+    return picture.pixels.isNull() ? Picture() : pictureOf(std::move(picture.pixels), picture.naturalSize);
+}
+
 // The first image. The library tries nothing but this one format.
 QImage readGif(const PictureFile& file, const std::atomic<bool>& cancelled)
 {
@@ -144,6 +152,8 @@ try {
     const PictureFormat format = formatOf(file);
     if (format == PictureFormat::Jpeg)
         return readJpeg(file, longerSide, cancelled);
+    if (format == PictureFormat::Metafile)
+        return readMetafile(file, longerSide, cancelled);
     QImage image = format == PictureFormat::Gif ? readGif(file, cancelled) : readBitmap(file, cancelled);
     if (cancelled)
         return {};
