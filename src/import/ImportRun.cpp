@@ -29,7 +29,7 @@ namespace {
 // The option boxes.
 enum { OverwritePhotos = 0, OverwriteInfoFiles = 1, AutoName = 2, LinksOnly = 3 };
 
-constexpr float BarMargin = 30; // twips, at the right end of a full bar
+constexpr float BarMargin = 30; // twips, for the border at both ends
 
 // From the first "." on; a name without one fails.
 std::string_view allExtensionsOf(std::string_view name)
