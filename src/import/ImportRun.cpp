@@ -6,6 +6,7 @@
 #include "import/frmImport.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/ProgressBar.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/LongRun.h"
 #include "runtime/Numbers.h"
@@ -28,7 +29,7 @@ namespace {
 // The option boxes.
 enum { OverwritePhotos = 0, OverwriteInfoFiles = 1, AutoName = 2, LinksOnly = 3 };
 
-constexpr float BarMargin = 30; // twips, at the right end of a full bar
+constexpr float BarMargin = 30; // twips, for the border at both ends
 
 // From the first "." on; a name without one fails.
 std::string_view allExtensionsOf(std::string_view name)
@@ -201,7 +202,7 @@ void ImportRun::Files::showProgress(int i)
 {
     m_run.statement([&] {
         const float share = divideSingle(static_cast<float>(i + 1), static_cast<float>(m_form.List1.ListCount()));
-        m_form.shpProgress.Width = share * m_form.pctProgress.ScaleWidth() + BarMargin;
+        fillBar(m_form.pctProgress, m_form.shpProgress, share * m_form.pctProgress.ScaleWidth() + BarMargin);
     });
 }
 
@@ -229,7 +230,7 @@ void ImportRun::cmdImport_Click()
     LongRun run;
     Files files(m_form, m_album, run);
     m_form.MousePointer = HourglassPointer;
-    m_form.shpProgress.Width = 0;
+    fillBar(m_form.pctProgress, m_form.shpProgress, 0);
     run.stepOver();
     // No box has this value, so that a run with an empty field goes on.
     if (m_form.chkOptions(AutoName).Value() == -1
@@ -291,7 +292,7 @@ void ImportRun::end()
     m_form.lbProgress.Caption = "Done";
     m_form.DialogBusy = false;
     m_form.MousePointer = DefaultPointer;
-    m_form.shpProgress.Width = 0;
+    fillBar(m_form.pctProgress, m_form.shpProgress, 0);
 }
 
 } // namespace trovarium

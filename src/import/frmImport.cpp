@@ -83,6 +83,7 @@ void frmImport::nameControls()
     txtAutoName(0).AccessibleName = "Prefix";
     txtAutoName(1).AccessibleName = "Start #";
     pctProgress.AccessibleName = "Progress";
+    pctProgress.AccessibleValue = 0;
 }
 
 // Where the first steps fail, as on a drive that is gone, the pattern and the names stay as they are made.

@@ -57,7 +57,7 @@ TEST_F(ImportRunTest, CopiesAndLinksGetInformationThumbnailsAndTheirPlaceInTheGr
         EXPECT_EQ(test.album().Settings().GetOWSetting("Trovarium", "Import", "Autonumber", ""), "0100");
         EXPECT_EQ(cells(), (std::vector<std::string>{"p1.jpg", "Image0099.jpg"})) << "the group on show is read again";
         EXPECT_EQ(taken({"Image0099.jpg"}), "ipg ");
-        EXPECT_EQ(form().MousePointer() + static_cast<int>(form().shpProgress.Width()), 0);
+        EXPECT_EQ(form().MousePointer() + form().pctProgress.AccessibleValue(), 0);
         EXPECT_EQ(entries(), std::vector<std::string>{"|a.jpg"});
         EXPECT_TRUE(search().isLoaded() && !search().isShown());
 
@@ -107,7 +107,7 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
                     throw Failure(FailureKind::DiskFull);
                 for (int time = Press; copies && time <= fault; ++time) {
                     EXPECT_EQ(form().shpProgress.Width(), form().pctProgress.ScaleWidth() / 2 + 30);
-                    EXPECT_EQ(form().MousePointer(), HourglassPointer);
+                    EXPECT_EQ(form().pctProgress.AccessibleValue() + form().MousePointer(), 50 + HourglassPointer);
                     EXPECT_EQ(form().cmdImport.Caption(), time == Press ? "Cancel" : "Import");
                     press();
                 }

@@ -60,17 +60,6 @@ bool givesNoNames(FailureKind kind)
         || kind == FailureKind::BadFileNameOrNumber;
 }
 
-std::vector<std::string> namesOf(std::vector<FolderEntry> entries, FolderEntry::Kind kind)
-{
-    std::vector<std::string> names;
-    names.reserve(entries.size());
-    for (FolderEntry& entry : entries) {
-        if (entry.kind == kind)
-            names.push_back(std::move(entry.name));
-    }
-    return names;
-}
-
 } // namespace
 
 struct FileService::State {

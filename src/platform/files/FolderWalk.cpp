@@ -72,4 +72,15 @@ std::vector<FolderEntry> entriesOf(
     return entries;
 }
 
+std::vector<std::string> namesOf(std::vector<FolderEntry> entries, FolderEntry::Kind kind)
+{
+    std::vector<std::string> names;
+    names.reserve(entries.size());
+    for (FolderEntry& entry : entries) {
+        if (entry.kind == kind)
+            names.push_back(std::move(entry.name));
+    }
+    return names;
+}
+
 } // namespace trovarium

@@ -15,4 +15,7 @@ namespace trovarium {
 std::vector<FolderEntry> entriesOf(
     const std::string& folder, const NamePattern& pattern, std::set<std::string>& leftOvers);
 
+// The names of those that are of this kind.
+std::vector<std::string> namesOf(std::vector<FolderEntry> entries, FolderEntry::Kind kind);
+
 } // namespace trovarium
