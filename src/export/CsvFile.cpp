@@ -47,13 +47,14 @@ void WriteCsvRecord(Album& album, const std::string& infoName, const std::string
 {
     FileService& files = album.files;
     Values values;
+    bool isNew = false;
     const bool isRead = withFileQuietly(files, album.paths.InfoPath + infoName, OpenMode::Input, [&](int number) {
         while (!files.endOfFile(number))
             takeValue(files.lineInput(number), values);
+        isNew = !files.exists(csvPath);
     });
     if (!isRead)
         return;
-    const bool isNew = !files.exists(csvPath);
     withFileQuietly(files, csvPath, OpenMode::Append, [&](int number) {
         if (isNew) {
             files.print(number, "CSV");

@@ -4,6 +4,7 @@
 #include "export/frmExport.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/ProgressBar.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
@@ -44,7 +45,7 @@ void ExportRun::cmdExport_Click()
         return;
     m_form.DialogBusy = true;
     m_form.MousePointer = HourglassPointer;
-    m_form.shpProgress.Width = 0;
+    fillBar(m_form.pctProgress, m_form.shpProgress, 0);
     m_run.stepOver();
     m_run.run([&] { exportAll(); });
     if (m_run.standing())
@@ -145,8 +146,8 @@ void ExportRun::exportInfo(const std::string& name)
 
 void ExportRun::showProgress(int done, int count)
 {
-    m_form.shpProgress.Width =
-        static_cast<float>(done) / static_cast<float>(count) * (m_form.pctProgress.ScaleWidth() + BarMargin);
+    const float share = static_cast<float>(done) / static_cast<float>(count);
+    fillBar(m_form.pctProgress, m_form.shpProgress, share * (m_form.pctProgress.ScaleWidth() + BarMargin));
 }
 
 void ExportRun::end()
@@ -155,7 +156,7 @@ void ExportRun::end()
     m_form.lbProgress.Caption = "Done";
     m_form.DialogBusy = false;
     m_form.MousePointer = DefaultPointer;
-    m_form.shpProgress.Width = 0;
+    fillBar(m_form.pctProgress, m_form.shpProgress, 0);
 }
 
 } // namespace trovarium

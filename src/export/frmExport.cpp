@@ -65,6 +65,7 @@ void frmExport::paint()
     Dir1.AccessibleName = "Folders";
     List1.AccessibleName = "Selected Files";
     pctProgress.AccessibleName = "Progress";
+    pctProgress.AccessibleValue = 0;
 }
 
 bool frmExport::AddSelectedFiles()

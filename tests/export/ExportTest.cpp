@@ -1,0 +1,140 @@
+#include "browser/MainWindow.h"
+#include "export/frmExport.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
+#include "support/TemporaryFolder.h"
+
+#include <filesystem>
+
+namespace trovarium {
+
+// The export dialog over a group of three photographs, the last two selected; p3 is a link.
+class ExportTest : public MainWindow {
+protected:
+    ExportTest()
+    {
+        test.setSetting("Export", "LastPath", folder.inside());
+        openGroup(3);
+        desktop.files().rename(test.paths().PhotoPath + "p3.jpg", source);
+        test.put(test.paths().InfoPath + "p3.jpg.info",
+            "PhotoPath=" + source + "\r\nTitle=first\r\nTITLE=a,b\r\nplace=Z\xFCrich\r\nYEAR=\r\nPEOPLE\r\n");
+        select({2, 3});
+        main().dialogs().showExport = [this] { form().showModal(); };
+    }
+
+    void inDialog(const std::function<void()>& story)
+    {
+        robot.whenShown("frmExport", [&] {
+            story();
+            robot.key(form(), EscapeKey);
+        });
+        robot.choose(main().mnuFileExport);
+    }
+    // "o" over write, "p" photograph, "t" thumbnail, "i" information, "n" native and not CSV, "a" append.
+    void exportWith(const std::string& boxes)
+    {
+        form().chkOptions(0).Value = boxes.find('o') != boxes.npos;
+        for (int i = 0; i < 3; ++i)
+            form().chkExport(i).Value = boxes.find("pti"[i]) != boxes.npos;
+        form().optExportInfo(boxes.find('n') != boxes.npos ? 0 : 1).Value = true;
+        form().optExportInfo(boxes.find('a') != boxes.npos ? 3 : 2).Value = true;
+        robot.click(form().cmdExport);
+        EXPECT_EQ(form().cmdExport.Caption() + form().lbProgress.Caption(), "ExportDone");
+        EXPECT_EQ(form().MousePointer() + form().shpProgress.Width(), 0);
+    }
+    // Of each of `copies`: "-" absent, "o" old, "x" exported. Then they are gone.
+    std::string exported()
+    {
+        std::string marks;
+        for (const std::string& name : copies) {
+            marks += !test.isThere(folder.inside(name)) ? "-" : folder.read(name) == "old" ? "o" : "x";
+            std::filesystem::remove(folder.native(name));
+        }
+        return marks;
+    }
+
+    TemporaryFolder folder;
+    FormSlot<frmExport> form{desktop, [this] { return std::make_unique<frmExport>(desktop, test.album()); }};
+    const std::vector<std::string> copies{
+        "p2.jpg", "tn_p2.jpg", "p2.jpg.info", "p3.jpg", "tn_p3.jpg", "p3.jpg.info", "Trovarium_Info.csv"};
+    const std::string source = test.folder().inside("linked.jpg");
+};
+
+TEST_F(ExportTest, TheSelectionGoesOutAsItIsInARunThatNothingCancels)
+{
+    const std::string header = "InfoFile,Event,Keywords,People,Photographer,Place,Title,Year,ImageWidth,ImageHeight";
+    const std::string records = "p2.jpg.info,,,,,,p2.jpg,,,\r\np3.jpg.info,,,,,Z\xFCrich,a,b,,,\r\n";
+    desktop.files().setModified(source, Instant(std::chrono::seconds(1000000000)));
+    group().GroupSelect(0) = 1; // lists an empty name, of which there is nothing to copy
+    std::string captions;
+    desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+        const bool isOnce = operation == FileOperation::Delete && path == folder.inside("p3.jpg");
+        for (int press = 0; isOnce && press < 3; ++press) {
+            captions += form().cmdExport.Caption() + " ";
+            robot.click(form().cmdExport);
+            robot.key(form(), EscapeKey);
+        }
+    });
+    inDialog([&] {
+        EXPECT_EQ(test.album().Settings().GetOWSetting("Trovarium", "Import", "LastPath", ""), folder.inside());
+        exportWith("op");
+        EXPECT_EQ(captions + std::to_string(form().List1.ListCount()), "Cancel Import Cancel 3");
+        EXPECT_EQ(folder.read("p2.jpg"), test.bytes(test.paths().PhotoPath + "p2.jpg"));
+        EXPECT_EQ(desktop.files().modified(folder.inside("p3.jpg")), desktop.files().modified(source));
+        form().List1.RemoveItem(0);
+        exportWith("tin");
+        EXPECT_EQ(folder.read("tn_p3.jpg"), test.bytes(test.paths().ThumbnailPath + "p3.jpg"));
+        EXPECT_EQ(folder.read("p3.jpg.info"), test.bytes(test.paths().InfoPath + "p3.jpg.info"));
+        exportWith("i");
+        exportWith("ia");
+        EXPECT_EQ(folder.read("Trovarium_Info.csv"), "CSV\r\n" + header + "\r\n" + records + records);
+    });
+    EXPECT_FALSE(form().isShown());
+}
+
+TEST_F(ExportTest, BoxesTellWhatIsTakenWhatBecomesOfOldCopiesAndWhatAFailureEnds)
+{
+    // Boxes, where the disk is full ("old": nowhere, and there are old copies), what is there then, what is told.
+    const std::string full = "Disk full", none = "File not found";
+    const std::string cases[][4] = {{"p", "old", "xooxoo-"}, {"pn", "old", "xooxooo"}, {"on", "old", "------o"},
+        {"ona", "old", "--o--oo"}, {"tin", "old", "oxxoxxo"}, {"tia", "old", "oxooxox"}, {"", "old", "oooooo-"},
+        {"ptn", "tn_p2.jpg", "x------", full}, {"otin", "p2.jpg.info", "-x-----", full},
+        {"tin", "tn_p2.jpg", "--x-xx-", full}, {"tin", "p3.jpg.info", "-xx-x--", full}, {"tia", "tn_p2.jpg", "----x-x"},
+        {"t", "", "-x--x--", none}, {"ti", "", "-x--x-x"}, {"op", "p2.jpg", "---x---"},
+        {"pi", "Trovarium_Info.csv", "x--x---"}, {"pia", "p2.jpg.info", "---x--x"}, {"op", "old", "x--x---"}};
+    inDialog([&] {
+        for (const auto& [boxes, place, expected, error] : cases) {
+            for (const std::string& name : place == "old" ? copies : std::vector<std::string>())
+                folder.write(name, "old");
+            desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+                const bool writes = operation == FileOperation::Copy || operation == FileOperation::Open;
+                if (writes && path.ends_with("\\" + place))
+                    throw Failure(FailureKind::DiskFull);
+            });
+            if (!error.empty())
+                prompts.expectNotice("Error: " + error + "\rDisk may be full or write protected.");
+            exportWith(boxes);
+            EXPECT_EQ(exported(), expected) << boxes << " " << place;
+        }
+        desktop.files().remove(source);
+        exportWith("p");
+        EXPECT_EQ(exported(), "x------") << "a link to nothing is passed over";
+    });
+}
+
+TEST_F(ExportTest, TheLibrarysOwnFoldersLoseNothing)
+{
+    const AlbumPaths& paths = test.paths();
+    desktop.files().remove(paths.InfoPath + "p2.jpg.info");
+    const auto before = test.allFiles();
+    inDialog([&] {
+        for (const std::string& path : {paths.ThumbnailPath, paths.InfoPath, paths.PhotoPath, paths.PhotoPath}) {
+            form().Dir1.Path = path;
+            exportWith(path == paths.PhotoPath ? "optn" : "on");
+        }
+    });
+    for (const auto& [path, bytes] : before)
+        EXPECT_TRUE(!path.starts_with("Library") || test.bytes(test.folder().inside(path)) == bytes) << path;
+}
+
+} // namespace trovarium
