@@ -6,7 +6,7 @@
 //   floor_files first FOLDER      the first start with new photographs
 //   floor_files rewrite FILE      a list file read and written again
 //   floor_files read FOLDER       each file of the folder read whole, one behind the other
-//   floor_files list FOLDER       the names of its files, sorted
+//   floor_files list FOLDER       the names of its files, sorted without regard to case
 //   floor_files write FOLDER      10,000 new information files
 
 #include <algorithm>
@@ -20,6 +20,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -194,7 +195,8 @@ void readAll(const std::string& folder)
 void listSorted(const std::string& folder)
 {
     std::vector<std::string> names = namesIn(folder);
-    std::sort(names.begin(), names.end());
+    std::sort(names.begin(), names.end(),
+        [](const std::string& one, const std::string& other) { return strcasecmp(one.c_str(), other.c_str()) < 0; });
     if (names.empty())
         std::cerr << "nothing in " << folder << '\n';
 }

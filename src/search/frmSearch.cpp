@@ -7,6 +7,7 @@
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Keys.h"
+#include "platform/toolkit/ProgressBar.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
@@ -79,6 +80,7 @@ void frmSearch::paintWindow()
     Line1.BorderColor = SoftWhite;
     pctProgress.BackColor = SoftWhite;
     pctProgress.AccessibleName = "Progress";
+    pctProgress.AccessibleValue = 0;
     shpProgress.FillColor = BarBlue;
     shpProgress.BorderColor = BarBlue;
     cmdSearch.Default = true;
@@ -161,7 +163,7 @@ void frmSearch::cmdSearch_Click()
 void frmSearch::searchLibrary()
 {
     lbProgress.Caption = "Searched 0 (0%) -> Found 0";
-    shpProgress.Width = 0;
+    fillBar(pctProgress, shpProgress, 0);
     File1.Pattern = "*.info";
     File1.Path = m_album.paths.InfoPath;
     File1.Refresh();
@@ -232,8 +234,8 @@ void frmSearch::showProgress(int searched, int count)
 {
     lbProgress.Caption = "Searched " + numberText(searched) + " (" + formatWhole(divide(searched, count) * 100)
         + "%) -> Found " + numberText(SearchResults.upperBound());
-    shpProgress.Width =
-        divideSingle(static_cast<float>(searched), static_cast<float>(count)) * pctProgress.ScaleWidth();
+    fillBar(pctProgress, shpProgress,
+        divideSingle(static_cast<float>(searched), static_cast<float>(count)) * pctProgress.ScaleWidth());
 }
 
 void frmSearch::cmdSave_Click()
