@@ -56,7 +56,6 @@ frmSearch::frmSearch(Desktop& desktop, Album& album, frmMain& main)
     , m_main(main)
 {
     paintWindow();
-    cmdImport.Enabled = static_cast<bool>(main.dialogs().showImport);
 
     on(Load, this, &frmSearch::Form_Load);
     on(Unload, this, &frmSearch::Form_Unload);
@@ -64,7 +63,6 @@ frmSearch::frmSearch(Desktop& desktop, Album& album, frmMain& main)
     on(cmdSearch.Click, this, &frmSearch::cmdSearch_Click);
     on(cmdSave.Click, this, &frmSearch::cmdSave_Click);
     on(cmdImport.Click, this, &frmSearch::cmdImport_Click);
-    on(imgExit.Click, this, &frmSearch::lbExit_Click);
     on(lbExit.Click, this, &frmSearch::lbExit_Click);
 }
 
@@ -84,10 +82,7 @@ void frmSearch::paintWindow()
     shpProgress.FillColor = BarBlue;
     shpProgress.BorderColor = BarBlue;
     cmdSearch.Default = true;
-    imgExit.Picture = art.artwork("small-dark");
-    imgExit.AccessibleName = "Exit";
-    lbExit.ForeColor = White;
-    lbExit.Alignment = Alignment::Center;
+    lbExit.Raised = true;
     for (const auto& [control, label] :
         std::initializer_list<std::pair<Control*, const Label*>>{{&txtFilename, &lbFilename}, {&txtTitle, &lbTitle},
             {&txtYear, &lbYear}, {&txtPlace, &lbPlace}, {&txtEvent, &lbEvent}, {&txtPhotographer, &lbPhotographer},

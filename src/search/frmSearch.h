@@ -7,7 +7,6 @@
 #include "platform/toolkit/Label.h"
 #include "platform/toolkit/Line.h"
 #include "platform/toolkit/PictureBox.h"
-#include "platform/toolkit/PictureButton.h"
 #include "platform/toolkit/Shape.h"
 #include "platform/toolkit/TextBox.h"
 #include "store/GroupOnShow.h"
@@ -93,13 +92,12 @@ public:
         {.Name = "cmdSave",
             .Left = 1860,
             .Top = 5595,
-            .Width = 2940,
+            .Width = 3120,
             .Height = 405,
             .Caption = "&Append search results to group"}};
     Button cmdImport{
-        this, {.Name = "cmdImport", .Left = 4920, .Top = 5595, .Width = 930, .Height = 405, .Caption = "&Import"}};
-    PictureButton imgExit{this, {.Name = "imgExit", .Left = 5970, .Top = 5595, .Width = 930, .Height = 405}};
-    Label lbExit{this, {.Name = "lbExit", .Left = 5970, .Top = 5640, .Width = 930, .Height = 315, .Caption = "Exit"}};
+        this, {.Name = "cmdImport", .Left = 5100, .Top = 5595, .Width = 840, .Height = 405, .Caption = "&Import"}};
+    Label lbExit{this, {.Name = "lbExit", .Left = 6060, .Top = 5595, .Width = 840, .Height = 405, .Caption = "Exit"}};
 
     // Only lists the information files.
     FileList File1{this, {.Name = "File1", .Left = 300, .Top = 6450, .Width = 1500, .Height = 1500, .Visible = false}};

@@ -6,11 +6,13 @@
 // meant to let pass, and when a photograph is neither in its folder nor in the one of the removed ones at the
 // end. `--trace` names each act beforehand.
 
+#include "platform/files/FileService.h"
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Menu.h"
 #include "platform/toolkit/Prompts.h"
 #include "platform/toolkit/Timer.h"
+#include "runtime/Failure.h"
 #include "startup/Program.h"
 #include "startup/UnloadAllForms.h"
 #include "store/Album.h"
@@ -63,6 +65,12 @@ public:
         , m_robot(desktop)
     {
         desktop.setPrompts(this);
+        // The dialogs look about the machine: a scan, an export or an import touches nothing outside.
+        desktop.files().setFaultHook([cage = m_folder.inside()](FileOperation operation, std::string_view path) {
+            if (operation != FileOperation::Exists && !path.starts_with(cage))
+                throw Failure(FailureKind::PathFileAccess);
+        });
+        setenv("HOME", m_folder.path().c_str(), 1);
         setenv("XDG_CONFIG_HOME", m_folder.native("config").c_str(), 1);
         setenv("XDG_DATA_HOME", m_folder.native("data").c_str(), 1);
         fs::create_directories(m_folder.native("Library/Photos"));
@@ -70,7 +78,11 @@ public:
         for (int i = 0; i < Photographs; ++i)
             m_photographs["p" + std::to_string(i) + ".jpg"] = plainBitmap(30 + i * 7, 400 - i * 5);
     }
-    ~Monkey() override { m_desktop.setPrompts(nullptr); }
+    ~Monkey() override
+    {
+        m_desktop.files().setFaultHook({});
+        m_desktop.setPrompts(nullptr);
+    }
     Monkey(const Monkey&) = delete;
     Monkey& operator=(const Monkey&) = delete;
 
