@@ -56,7 +56,6 @@ frmSearch::frmSearch(Desktop& desktop, Album& album, frmMain& main)
     , m_main(main)
 {
     paintWindow();
-    cmdImport.Enabled = static_cast<bool>(main.dialogs().showImport);
 
     on(Load, this, &frmSearch::Form_Load);
     on(Unload, this, &frmSearch::Form_Unload);
