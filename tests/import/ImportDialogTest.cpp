@@ -113,6 +113,8 @@ TEST_F(ImportDialogTest, FailuresAreLoggedAndLeaveWhatStood)
         form().Drive1.Drive = sources();
         EXPECT_EQ(form().Dir1.Path(), "/");
         desktop.files().setFaultHook({});
+        form().Drive1.chosen(1);
+        EXPECT_EQ(form().Dir1.Path(), sources()) << "a second try";
     });
     EXPECT_EQ(logLines(),
         (std::vector<std::string>{"An error has occurred in 'Form_Load'. Error = Device unavailable",

@@ -60,7 +60,7 @@ std::string DriveList::nameOf(const std::string& place) const
 
 void DriveList::chosen(std::size_t place)
 {
-    if (place >= m_places.size() || m_places[place] == m_drive)
+    if (place >= m_places.size())
         return;
     m_drive = m_places[place];
     changed(trovarium::Change::Content);

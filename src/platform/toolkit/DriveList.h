@@ -27,7 +27,8 @@ public:
 
     std::unique_ptr<View> makeView() override;
 
-    // The view tells which place the user chose. It is kept even if it can't be read any more.
+    // The view tells which place the user chose. It is kept even if it can't be read any more. Change comes for the
+    // one that stands there too: it may be readable by now, or its folders were left meanwhile.
     void chosen(std::size_t place);
     // Looks again for what is mounted.
     void refreshPlaces();
