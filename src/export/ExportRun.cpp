@@ -9,6 +9,7 @@
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/InfoFile.h"
+#include "store/LibraryFolders.h"
 
 namespace trovarium {
 
@@ -99,7 +100,7 @@ void ExportRun::removeOldCopies(const std::string& name)
 {
     const auto removeCopy = [&](const std::string& path) {
         m_run.statement([&] {
-            if (!isOriginal(path, name))
+            if (!isOriginal(path))
                 m_album.files.remove(path);
         });
     };
@@ -112,16 +113,16 @@ void ExportRun::removeOldCopies(const std::string& name)
     m_form.desktop().DoEvents();
 }
 
-// The library's own folders may be the destination: what it has of the photograph is never an old copy, whichever
-// boxes are checked.
-bool ExportRun::isOriginal(const std::string& path, const std::string& name) const
+// The library's own folders may be the destination: what stands there is never an old copy, whichever boxes are
+// checked. "tn_a.jpg" among the photographs is one of them and no thumbnail that went out.
+bool ExportRun::isOriginal(const std::string& path) const
 {
     const FileService& files = m_album.files;
     const AlbumPaths& paths = m_album.paths;
+    const std::string name = SplitPath(path).FileName;
     return files.exists(path)
         && (files.isSameFile(path, m_source) || files.isSameFile(path, paths.PhotoPath + name)
-            || files.isSameFile(path, paths.ThumbnailPath + name)
-            || files.isSameFile(path, paths.InfoPath + name + ".info"));
+            || files.isSameFile(path, paths.ThumbnailPath + name) || files.isSameFile(path, paths.InfoPath + name));
 }
 
 // A photograph that can't be copied is passed over: the new mode clears its failure.

@@ -20,7 +20,7 @@ private:
     void exportAll();
     void exportPhotograph(const std::string& name);
     void removeOldCopies(const std::string& name);
-    bool isOriginal(const std::string& path, const std::string& name) const;
+    bool isOriginal(const std::string& path) const;
     void copyPhotograph(const std::string& name);
     void exportInfo(const std::string& name);
     void showProgress(int done, int count);

@@ -125,6 +125,7 @@ TEST_F(ExportTest, TheLibrarysOwnFoldersLoseNothing)
 {
     const AlbumPaths& paths = test.paths();
     desktop.files().remove(paths.InfoPath + "p2.jpg.info");
+    test.put(paths.PhotoPath + "tn_p2.jpg", "a photograph");
     const auto before = test.allFiles();
     inDialog([&] {
         for (const std::string& path : {paths.ThumbnailPath, paths.InfoPath, paths.PhotoPath, test.folder().inside()}) {
