@@ -65,6 +65,7 @@ public:
     {
         const pid_t child = fork();
         if (child == 0) {
+            setenv("TMPDIR", m_placeOfTheKilled.path().c_str(), 1);
             setenv(LibraryVariable, test.library().c_str(), 1);
             setenv(ActVariable, std::to_string(act).c_str(), 1);
             setenv("QT_LOGGING_RULES", "*=false", 1);
@@ -184,6 +185,7 @@ private:
 
     inline static const std::vector<std::string> Names{"p1.jpg", "p2.jpg", "p3.jpg"};
 
+    TemporaryFolder m_placeOfTheKilled; // which can't clear up
     std::map<std::string, std::string> m_photos;
     std::map<std::string, std::string> m_before;
 };
