@@ -93,14 +93,20 @@ bool NewFile::belongsAs(const std::string& other, const struct stat& status)
     const bool isOwned = own.st_uid == status.st_uid && own.st_gid == status.st_gid;
     if (!isOwned && fchown(m_descriptor.handle(), status.st_uid, status.st_gid) != 0)
         return false;
-    if (fchmod(m_descriptor.handle(), status.st_mode & AllRights) != 0)
-        return false;
-    // The rights of further users and groups.
+    // The list first: it says who the rights of the group in the mode are for.
+    return takesListOf(other) && fchmod(m_descriptor.handle(), status.st_mode & AllRights) == 0;
+}
+
+// The rights of further users and groups. Where the other has none, those that the folder gives to what is new in it
+// go: they would open the file to more than could read it before.
+bool NewFile::takesListOf(const std::string& other)
+{
     std::array<char, 4096> list{};
     const ssize_t size = getxattr(other.c_str(), AccessList, list.data(), list.size());
-    if (size < 0)
-        return errno == ENODATA || errno == ENOTSUP;
-    return fsetxattr(m_descriptor.handle(), AccessList, list.data(), static_cast<std::size_t>(size), 0) == 0;
+    if (size >= 0)
+        return fsetxattr(m_descriptor.handle(), AccessList, list.data(), static_cast<std::size_t>(size), 0) == 0;
+    const auto hasNone = [] { return errno == ENODATA || errno == ENOTSUP; };
+    return hasNone() && (fremovexattr(m_descriptor.handle(), AccessList) == 0 || hasNone());
 }
 
 void NewFile::sync()

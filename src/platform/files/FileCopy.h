@@ -32,6 +32,7 @@ public:
     void becomes(const std::string& target, Existing existing);
 
 private:
+    bool takesListOf(const std::string& other);
     std::string hiddenName(int number) const;
     void takeHiddenName();
     int linkTo(const std::string& name) const;

@@ -151,10 +151,11 @@ TEST(ScreenReaders, DrawnItemsHaveNameRoleAndAction)
 {
     Keyed form(testDesktop());
     form.first.AccessibleName = "First thing";
-    form.show();
+    form.load();
     QAccessibleInterface* surface = QAccessible::queryAccessibleInterface(&form.view()->client());
     ASSERT_NE(surface, nullptr);
     EXPECT_EQ(surface->parent()->role(), QAccessible::Window);
+    form.show();
     Diary seen;
     QAccessibleInterface* firstButton = nullptr;
     for (int i = 0; i < surface->childCount(); ++i) {

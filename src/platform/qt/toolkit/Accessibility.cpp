@@ -240,7 +240,8 @@ public:
     using QAccessibleWidget::QAccessibleWidget;
 
     // Asked when it is wanted: a window is known to the register before it is shown, and so before it is modal.
-    QAccessible::Role role() const override { return window()->isModal() ? QAccessible::Dialog : QAccessible::Window; }
+    // Of the widget: the native window comes only with the show.
+    QAccessible::Role role() const override { return widget()->isModal() ? QAccessible::Dialog : QAccessible::Window; }
 };
 
 } // namespace
