@@ -102,9 +102,14 @@ void removeLeftOvers(Album& album)
     std::vector<std::string> folders{paths.ThumbnailPath, paths.AudioPath, paths.MidiPath};
     for (const std::string& folder : {paths.PhotoPath, paths.InfoPath, paths.AudioPath})
         folders.push_back(folder + "Removed\\");
+    // The check lists these; one that was skipped may not have.
+    std::vector<std::string> checked{paths.PhotoPath, paths.InfoPath, paths.SlideGroupPath};
+    if (album.AutoCheckBypass)
+        folders.insert(folders.end(), checked.begin(), checked.end());
     for (const std::string& folder : folders)
         attempt([&] { album.files.list(folder + "?"); }); // hardly a name fits, so that none is sorted
-    folders.insert(folders.end(), {paths.PhotoPath, paths.InfoPath, paths.SlideGroupPath});
+    if (!album.AutoCheckBypass)
+        folders.insert(folders.end(), checked.begin(), checked.end());
     for (const std::string& folder : folders)
         attempt([&] { album.files.removeLeftOvers(folder); });
 }

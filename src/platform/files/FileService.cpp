@@ -30,12 +30,6 @@ using Edit = FolderListings::Edit;
 constexpr int MaxFileNumber = 255;
 constexpr mode_t NewFileMode = 0666; // less what the user's mask takes away
 
-// The system's answers for which a name may still be found in another spelling.
-bool isAbsent(int error)
-{
-    return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG;
-}
-
 bool isRegular(const struct stat& status)
 {
     return S_ISREG(status.st_mode);
@@ -148,12 +142,12 @@ struct FileService::State {
         target.place = resolver.exact(nativeAsWritten(path));
         target.native = target.place.whole();
         struct stat status = {};
-        if (lstat(target.native.c_str(), &status) != 0)
+        if (!isThere(lstat(target.native.c_str(), &status)))
             return target;
         if (S_ISLNK(status.st_mode)) {
             target.place = linkEnd(std::move(target.native));
             target.native = target.place.whole();
-            if (stat(target.native.c_str(), &status) != 0)
+            if (!isThere(stat(target.native.c_str(), &status)))
                 return target;
         }
         target.status = status;
@@ -534,6 +528,7 @@ void FileService::makeFolder(std::string_view path)
 
 void FileService::removeLeftOvers(std::string_view folder)
 {
+    m_state->announce(FileOperation::Delete, folder);
     const std::string native =
         m_state->resolver.folder(splitNative(nativeAsWritten(std::string(folder) + "\\")).folder);
     std::erase_if(m_state->leftOvers,

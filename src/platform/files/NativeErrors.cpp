@@ -50,4 +50,16 @@ void failNow(Attempted attempted)
     throw Failure(failureKind(errno, attempted));
 }
 
+bool isAbsent(int error)
+{
+    return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG;
+}
+
+bool isThere(int result)
+{
+    if (result != 0 && !isAbsent(errno))
+        failNow(Attempted::Access);
+    return result == 0;
+}
+
 } // namespace trovarium

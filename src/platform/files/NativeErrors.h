@@ -14,4 +14,9 @@ FailureKind failureKind(int error, Attempted attempted);
 // Throws the failure of errno.
 [[noreturn]] void failNow(Attempted attempted);
 
+// The system's answers for which a name may still be found in another spelling.
+bool isAbsent(int error);
+// What a look came to; one that failed tells nothing of what stands there, and throws.
+bool isThere(int result);
+
 } // namespace trovarium
