@@ -14,6 +14,9 @@ struct Dialogs {
     std::function<void()> showSlideShow;      // modal
     std::function<void()> showSearch;         // modal
     std::function<void()> showImport;         // modal
+    std::function<void()> showMidiLink;       // modal: songs for groups
+    std::function<void()> showWavLink;        // modal: clips for the selected photographs
+    std::function<void()> showAbout;          // modal
     std::function<void()> unloadAllForms;     // all but the main window
 };
 

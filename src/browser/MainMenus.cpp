@@ -3,12 +3,15 @@
 #include "browser/GroupCommands.h"
 #include "browser/GroupListPane.h"
 #include "browser/frmMain.h"
+#include "platform/system/Shell.h"
 #include "platform/toolkit/Desktop.h"
+#include "store/Album.h"
 
 namespace trovarium {
 
-MainMenus::MainMenus(frmMain& form)
+MainMenus::MainMenus(frmMain& form, Album& album)
     : m_form(form)
+    , m_album(album)
 {
     on(form.mnuFile.Click, this, &MainMenus::mnuFile_Click);
     on(form.mnuFileCreate.Click, this, &MainMenus::mnuFileCreate_Click);
@@ -16,14 +19,20 @@ MainMenus::MainMenus(frmMain& form)
     on(form.mnuFileRenameGroup.Click, this, &MainMenus::mnuFileRenameGroup_Click);
     on(form.mnuFileImport.Click, this, &MainMenus::mnuFileImport_Click);
     on(form.mnuFileExport.Click, this, &MainMenus::mnuFileExport_Click);
+    on(form.mnuFileMidi.Click, this, &MainMenus::mnuFileMidi_Click);
     on(form.mnuFileExit.Click, this, &MainMenus::mnuFileExit_Click);
 
     on(form.mnuEdit.Click, this, &MainMenus::mnuEdit_Click);
     on(form.mnuEditSearchAppend.Click, this, &MainMenus::mnuEditSearchAppend_Click);
+    on(form.mnuEditWaveLink.Click, this, &MainMenus::mnuEditWaveLink_Click);
+
+    on(form.mnuHelpContents.Click, this, &MainMenus::mnuHelpContents_Click);
+    on(form.mnuHelpAbout.Click, this, &MainMenus::mnuHelpAbout_Click);
 
     on(form.mnuGroupNewGroup.Click, this, &MainMenus::mnuGroupNewGroup_Click);
     on(form.mnuGroupRemove.Click, this, &MainMenus::mnuGroupRemove_Click);
     on(form.mnuGroupRenameGroup.Click, this, &MainMenus::mnuGroupRenameGroup_Click);
+    on(form.mnuGroupMidi.Click, this, &MainMenus::mnuGroupMidi_Click);
     on(form.mnuGroupImport.Click, this, &MainMenus::mnuGroupImport_Click);
     on(form.mnuGroupExport.Click, this, &MainMenus::mnuGroupExport_Click);
     on(form.mnuGroupSearchAppend.Click, this, &MainMenus::mnuGroupSearchAppend_Click);
@@ -69,6 +78,16 @@ void MainMenus::mnuFileExport_Click()
     m_form.dialogs().showExport();
 }
 
+void MainMenus::mnuFileMidi_Click()
+{
+    LinkMidi2Group();
+}
+
+void MainMenus::LinkMidi2Group()
+{
+    m_form.dialogs().showMidiLink();
+}
+
 void MainMenus::mnuFileExit_Click()
 {
     // The form goes with its last handler; the desktop stays.
@@ -80,6 +99,27 @@ void MainMenus::mnuFileExit_Click()
 void MainMenus::mnuEditSearchAppend_Click()
 {
     m_form.cmdCreateAlbumGroup_Click();
+}
+
+void MainMenus::mnuEditWaveLink_Click()
+{
+    LinkWav2Photos();
+}
+
+void MainMenus::LinkWav2Photos()
+{
+    m_form.dialogs().showWavLink();
+}
+
+// Whether there is such a page isn't looked at.
+void MainMenus::mnuHelpContents_Click()
+{
+    ShellOpenDocument(m_album.paths.ProgramFolder + "\\help\\index.html", NormalWindow);
+}
+
+void MainMenus::mnuHelpAbout_Click()
+{
+    m_form.dialogs().showAbout();
 }
 
 void MainMenus::mnuGroupNewGroup_Click()
@@ -95,6 +135,11 @@ void MainMenus::mnuGroupRemove_Click()
 void MainMenus::mnuGroupRenameGroup_Click()
 {
     m_form.groupCommands().RenameAlbumGroup();
+}
+
+void MainMenus::mnuGroupMidi_Click()
+{
+    LinkMidi2Group();
 }
 
 void MainMenus::mnuGroupImport_Click()

@@ -244,7 +244,7 @@ void frmMain::makeConcerns()
     m_thumbnailDrag = std::make_unique<ThumbnailDrag>(*this, m_album);
     m_groupCommands = std::make_unique<GroupCommands>(*this, m_album);
     m_removal = std::make_unique<Removal>(*this, m_album);
-    m_menus = std::make_unique<MainMenus>(*this);
+    m_menus = std::make_unique<MainMenus>(*this, m_album);
     m_photoDisplay = std::make_unique<PhotoDisplay>(*this, m_album);
     m_zoomAndPan = std::make_unique<ZoomAndPan>(*this, m_album);
     m_infoBox = std::make_unique<InfoBox>(*this, m_album);

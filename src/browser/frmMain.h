@@ -255,8 +255,7 @@ public:
     Menu mnuFileDash1{&mnuFile, {.Name = "mnuFileDash1", .Caption = "-"}};
     Menu mnuFileRenameGroup{&mnuFile, {.Name = "mnuFileRenameGroup", .Caption = "Re&name Group"}};
     Menu mnuFileDash2{&mnuFile, {.Name = "mnuFileDash2", .Caption = "-"}};
-    Menu mnuFileMidi{
-        &mnuFile, {.Name = "mnuFileMidi", .Caption = "&Add MIDI Backgroup Music to Group ...", .Enabled = false}};
+    Menu mnuFileMidi{&mnuFile, {.Name = "mnuFileMidi", .Caption = "&Add MIDI Backgroup Music to Group ..."}};
     Menu mnuFileDash3{&mnuFile, {.Name = "mnuFileDash3", .Caption = "-"}};
     Menu mnuFileImport{&mnuFile, {.Name = "mnuFileImport", .Caption = "&Import / Auto-Scan ..."}};
     Menu mnuFileExport{&mnuFile, {.Name = "mnuFileExport", .Caption = "&Export ..."}};
@@ -278,8 +277,7 @@ public:
     Menu mnuEditDash4{&mnuEdit, {.Name = "mnuEditDash4", .Caption = "-"}};
     Menu mnuEditSort{&mnuEdit, {.Name = "mnuEditSort", .Caption = "&Sort", .Enabled = false}};
     Menu mnuEditDash5{&mnuEdit, {.Name = "mnuEditDash5", .Caption = "-"}};
-    Menu mnuEditWaveLink{
-        &mnuEdit, {.Name = "mnuEditWaveLink", .Caption = "&Add Audio Clip to Photo(s)", .Enabled = false}};
+    Menu mnuEditWaveLink{&mnuEdit, {.Name = "mnuEditWaveLink", .Caption = "&Add Audio Clip to Photo(s)"}};
 
     Menu mnuView{this, {.Name = "mnuView", .Caption = "&View"}};
     Menu mnuViewNext{&mnuView, {.Name = "mnuViewNext", .Caption = "&Next Photo"}};
@@ -298,9 +296,9 @@ public:
     Menu mnuSetInfoDown{&mnuSetInfo, {.Name = "mnuSetInfoDown", .Caption = "Always &Down"}};
 
     Menu mnuHelp{this, {.Name = "mnuHelp", .Caption = "&Help"}};
-    Menu mnuHelpContents{&mnuHelp, {.Name = "mnuHelpContents", .Caption = "&Contents", .Enabled = false}};
+    Menu mnuHelpContents{&mnuHelp, {.Name = "mnuHelpContents", .Caption = "&Contents"}};
     Menu mnuHelpDash1{&mnuHelp, {.Name = "mnuHelpDash1", .Caption = "-"}};
-    Menu mnuHelpAbout{&mnuHelp, {.Name = "mnuHelpAbout", .Caption = "&About Trovarium", .Enabled = false}};
+    Menu mnuHelpAbout{&mnuHelp, {.Name = "mnuHelpAbout", .Caption = "&About Trovarium"}};
 
     Menu mnuGroup{this, {.Name = "mnuGroup", .Caption = "GroupMenu", .Visible = false}};
     Menu mnuGroupSort{&mnuGroup, {.Name = "mnuGroupSort", .Caption = "Sort Group by Field", .Enabled = false}};
@@ -315,8 +313,7 @@ public:
     Menu mnuGroupDash1{&mnuGroup, {.Name = "mnuGroupDash1", .Caption = "-"}};
     Menu mnuGroupRenameGroup{&mnuGroup, {.Name = "mnuGroupRenameGroup", .Caption = "Re&name Group"}};
     Menu mnuGroup1A{&mnuGroup, {.Name = "mnuGroup1A", .Caption = "-"}};
-    Menu mnuGroupMidi{
-        &mnuGroup, {.Name = "mnuGroupMidi", .Caption = "&Add MIDI Backgroup Music to Group ...", .Enabled = false}};
+    Menu mnuGroupMidi{&mnuGroup, {.Name = "mnuGroupMidi", .Caption = "&Add MIDI Backgroup Music to Group ..."}};
     Menu mnuGroup1B{&mnuGroup, {.Name = "mnuGroup1B", .Caption = "-"}};
     Menu mnuGroupImport{&mnuGroup, {.Name = "mnuGroupImport", .Caption = "&Import / Auto-Scan Photos ..."}};
     Menu mnuGroupExport{&mnuGroup, {.Name = "mnuGroupExport", .Caption = "&Export Photos ..."}};

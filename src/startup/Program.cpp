@@ -8,6 +8,7 @@
 #include "runtime/Failure.h"
 #include "startup/UnloadAllForms.h"
 #include "store/Album.h"
+#include "store/Deployment.h"
 #include "store/LibraryFolders.h"
 #include "store/Log.h"
 
@@ -19,7 +20,6 @@ namespace trovarium {
 namespace {
 
 constexpr int FatalExit = 1;
-constexpr std::string_view SupportAddress = "support@ombrelane.example";
 
 } // namespace
 
@@ -37,6 +37,12 @@ Program::Program(Desktop& desktop, Album& album, std::string programPath)
     , m_search(desktop, [this] { return std::make_unique<frmSearch>(m_desktop, m_album, m_main()); })
     , m_import(desktop,
           [this] { return std::make_unique<frmImport>(m_desktop, m_album, m_main(), m_search, m_thumbnailBuilder); })
+    , m_links(desktop,
+          [this] {
+              return std::make_unique<frmAddMidiWav>(
+                  m_desktop, m_album, m_main(), [this]() -> Form& { return m_import(); });
+          })
+    , m_about(desktop, [this] { return std::make_unique<frmAbout>(m_desktop, m_album); })
 {
 }
 
@@ -103,6 +109,9 @@ Dialogs Program::dialogs()
         .showSlideShow = {},
         .showSearch = [this] { m_search().showModal(); },
         .showImport = [this] { m_import().showModal(); },
+        .showMidiLink = [this] { m_links().linkMidi(); },
+        .showWavLink = [this] { m_links().linkWav(); },
+        .showAbout = [this] { m_about().showModal(); },
         .unloadAllForms = [this] { UnloadAllForms(m_desktop, "frmMain"); },
     };
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "about/frmAbout.h"
 #include "browser/Dialogs.h"
 #include "browser/frmGroups.h"
 #include "browser/frmMain.h"
@@ -8,6 +9,7 @@
 #include "check/frmThumbnail.h"
 #include "export/frmExport.h"
 #include "import/frmImport.h"
+#include "links/frmAddMidiWav.h"
 #include "platform/toolkit/FormSlot.h"
 #include "search/frmSearch.h"
 #include "viewer/frmFullScreen.h"
@@ -49,6 +51,8 @@ private:
     FormSlot<frmFullScreen> m_fullScreen;
     FormSlot<frmSearch> m_search;
     FormSlot<frmImport> m_import;
+    FormSlot<frmAddMidiWav> m_links;
+    FormSlot<frmAbout> m_about;
 };
 
 } // namespace trovarium

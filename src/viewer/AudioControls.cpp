@@ -3,7 +3,9 @@
 #include "browser/frmMain.h"
 #include "platform/media/MediaService.h"
 #include "platform/toolkit/Desktop.h"
+#include "runtime/Dates.h"
 #include "store/Album.h"
+#include "store/Log.h"
 
 namespace trovarium {
 
@@ -14,20 +16,40 @@ AudioControls::AudioControls(frmMain& form, Album& album)
     on(form.cmdPlayAudioClip, &Button::Click, this, &AudioControls::cmdPlayAudioClip_Click);
 }
 
-void AudioControls::PlayWav(std::string_view path)
-{
-    m_form.desktop().media().sndPlaySound(path);
+void AudioControls::PlayWav(std::string_view Path)
+try {
+    m_form.desktop().media().sndPlaySound(Path);
+} catch (const Failure& failure) {
+    logFailure(m_album, "PlayWav", failure);
 }
 
+// No clip has this name: it only cuts off the one that sounds.
 void AudioControls::StopWav()
-{
+try {
     m_form.desktop().media().sndPlaySound("0");
+} catch (const Failure& failure) {
+    logFailure(m_album, "StopWav", failure);
 }
 
-// Nothing opens a piece yet, so no name stands behind the blank.
+void AudioControls::PlayMidi(std::string_view Path)
+try {
+    if (!MidiAlias.empty())
+        StopMidi();
+    MidiAlias = timeOfDayStamp(now()) + "Midi";
+    MediaService& media = m_form.desktop().media();
+    media.mciSendString("open \"" + std::string(Path) + "\" type sequencer alias " + MidiAlias);
+    media.mciSendString("play " + MidiAlias);
+} catch (const Failure& failure) {
+    logFailure(m_album, "PlayMidi", failure);
+}
+
+// Goes out with nothing open too, and does no harm then.
 void AudioControls::StopMidi()
-{
-    m_form.desktop().media().mciSendString("close ");
+try {
+    m_form.desktop().media().mciSendString("close " + MidiAlias);
+    MidiAlias.clear();
+} catch (const Failure& failure) {
+    logFailure(m_album, "StopMidi", failure);
 }
 
 void AudioControls::cmdPlayAudioClip_Click(int Index)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace trovarium {
@@ -7,19 +8,21 @@ namespace trovarium {
 struct Album;
 class frmMain;
 
-// Wave clips and background music.
+// Wave clips and background music. Whether there is such a file isn't looked at: without one nothing sounds.
 class AudioControls {
 public:
     AudioControls(frmMain& form, Album& album);
 
-    void PlayWav(std::string_view path);
+    void PlayWav(std::string_view Path); // cuts off the clip that sounds
     void StopWav();
+    void PlayMidi(std::string_view Path); // ends the piece that plays; plays once
     void StopMidi();
     void cmdPlayAudioClip_Click(int Index); // 0 plays the photograph's clip, 1 stops it
 
 private:
     frmMain& m_form;
     Album& m_album;
+    std::string MidiAlias; // of the piece that was opened last; empty for none
 };
 
 } // namespace trovarium

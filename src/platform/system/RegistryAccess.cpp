@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
 #include <fcntl.h>
 #include <optional>
@@ -83,6 +84,17 @@ void replaceFile(const std::string& path, std::string_view text)
     file.becomes(place.whole(), NewFile::Existing::Replace);
 }
 
+std::optional<std::uint32_t> numberIn(std::string_view text)
+{
+    constexpr std::string_view Mark = "dword:";
+    constexpr std::size_t Digits = 8;
+    if (!text.starts_with(Mark) || text.size() != Mark.size() + Digits)
+        return std::nullopt;
+    std::uint32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data() + Mark.size(), text.data() + text.size(), number, 16);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
 } // namespace
 
 RegistryAccess::RegistryAccess()
@@ -123,6 +135,21 @@ bool RegistryAccess::ReadValue(
         return false;
     value = std::move(*found);
     return true;
+}
+
+std::optional<RegistryValue> RegistryAccess::QueryValue(
+    std::uint32_t root, std::string_view keyPath, std::string_view name, std::size_t limit) const
+{
+    std::string text;
+    if (!ReadValue(root, keyPath, name, text))
+        return std::nullopt;
+    RegistryValue value{RegistryValue::String, text + '\0'};
+    if (const auto number = numberIn(text)) {
+        value = {RegistryValue::DoubleWord, {}};
+        for (int shift = 0; shift < 32; shift += 8)
+            value.bytes += static_cast<char>(*number >> shift);
+    }
+    return value.bytes.size() <= limit ? std::optional(std::move(value)) : std::nullopt;
 }
 
 } // namespace trovarium

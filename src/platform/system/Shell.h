@@ -12,8 +12,11 @@ std::string programPath(std::string_view argument0);
 // The default place of the installed copy below the user's data folder, in the program's form.
 std::string defaultInstallationPath();
 
-// Hands a document to the desktop's own program for it; a value above 32 when that was done.
-int openDocument(std::string_view path);
+inline constexpr int NormalWindow = 1;
+
+// Hands a document, found as a file that is read, to the desktop's own program for it; a value above 32 when that was done. How its window is
+// shown is left to that program.
+int ShellOpenDocument(std::string_view Path, int ShowCommand);
 
 // Starts a program with a normal window; "File not found" when it can't be.
 void startProgram(std::string_view path);

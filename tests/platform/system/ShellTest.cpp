@@ -76,18 +76,18 @@ TEST_F(ShellTest, TheInstalledCopyStandsInTheUsersDataFolder)
     EXPECT_EQ(defaultInstallationPath(), "/home\\ann\\.local\\share\\OmbrelaneWorks\\Trovarium");
 }
 
-TEST_F(ShellTest, HandsADocumentToTheDesktop)
+TEST_F(ShellTest, HandsADocumentOfAnyNameToTheDesktop)
 {
     program("bin/xdg-open", "#!/bin/sh\nprintf %s \"$1\" >opened.new && mv opened.new opened\n");
-    std::filesystem::create_directory(folder.native("help"));
-    folder.write("help/index.html", "<html>");
+    std::filesystem::create_directories(folder.native("f\xFC r/Help"));
+    folder.write("f\xFC r/Help/index.html", "<html>");
     const VariableForNow path("PATH", folder.native("bin") + ":" + getenv("PATH"));
     std::filesystem::current_path(folder.path());
 
-    EXPECT_GT(openDocument(folder.inside("help\\index.html")), 32);
+    EXPECT_GT(ShellOpenDocument(folder.inside("f\xFC r\\help\\index.html"), NormalWindow), 32);
     Robot robot(testDesktop());
     ASSERT_TRUE(robot.until([&] { return std::filesystem::exists(folder.native("opened")); }));
-    EXPECT_EQ(folder.read("opened"), folder.native("help/index.html"));
+    EXPECT_EQ(folder.read("opened"), "file://" + folder.path() + "/f%FC%20r/Help/index.html");
 }
 
 TEST_F(ShellTest, AMissingDocumentOrNoOneToOpenItIsAResultBelow33)
@@ -97,10 +97,10 @@ TEST_F(ShellTest, AMissingDocumentOrNoOneToOpenItIsAResultBelow33)
     const VariableForNow path("PATH", folder.native("bin"));
     std::filesystem::current_path(folder.path());
     for (const std::string& missing : {folder.inside("gone.html"), std::string("page.html"), std::string()})
-        EXPECT_LE(openDocument(missing), 32) << missing;
+        EXPECT_LE(ShellOpenDocument(missing, NormalWindow), 32) << missing;
 
     std::filesystem::remove(folder.native("bin/xdg-open"));
-    EXPECT_LE(openDocument(folder.inside("page.html")), 32);
+    EXPECT_LE(ShellOpenDocument(folder.inside("page.html"), NormalWindow), 32);
     EXPECT_FALSE(std::filesystem::exists(folder.native("opened")));
 }
 

@@ -1,11 +1,15 @@
 #include "platform/system/Shell.h"
 
 #include "platform/files/FileService.h"
+#include "platform/files/PathResolver.h"
+#include "platform/files/Paths.h"
 #include "runtime/Failure.h"
 
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
+
+#include <sys/stat.h>
 
 namespace trovarium {
 
@@ -35,13 +39,21 @@ bool startApart(const QString& program, const QStringList& arguments)
 
 } // namespace
 
-int openDocument(std::string_view path)
+// Handed over as an address, which holds names that are no text too.
+int ShellOpenDocument(std::string_view Path, int /*ShowCommand*/)
 {
-    const QFileInfo document(nativeName(path));
-    if (!document.isAbsolute() || !document.exists())
+    std::string native;
+    struct stat status { };
+    const auto failure = attempt([&] {
+        native = nativeAsWritten(Path);
+        if (::stat(native.c_str(), &status) != 0)
+            native = PathResolver().readable(native);
+    });
+    if (failure)
         return FileNotFoundResult;
     const QString opener = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
-    if (opener.isEmpty() || !startApart(opener, {document.filePath()}))
+    const QByteArray address = "file://" + QByteArray::fromStdString(native).toPercentEncoding("/");
+    if (opener.isEmpty() || !startApart(opener, {QString::fromLatin1(address)}))
         return NoAssociationResult;
     return OpenedResult;
 }

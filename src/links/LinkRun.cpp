@@ -1,0 +1,125 @@
+#include "links/LinkRun.h"
+
+#include "browser/frmMain.h"
+#include "links/frmAddMidiWav.h"
+#include "platform/files/FileService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/ProgressBar.h"
+#include "platform/toolkit/Prompts.h"
+#include "store/Album.h"
+
+#include <string_view>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+constexpr std::string_view Idle = "&Make it so";
+constexpr float BarMargin = 30;          // twips, for the border at both ends
+constexpr std::size_t WavMarkLength = 8; // bytes before the photograph's name in its row
+
+} // namespace
+
+LinkRun::LinkRun(frmAddMidiWav& form, Album& album, frmMain& main, std::function<Form&()> importForm)
+    : m_form(form)
+    , m_album(album)
+    , m_main(main)
+    , m_importForm(std::move(importForm))
+{
+    on(form.cmdImport.Click, this, &LinkRun::cmdImport_Click);
+}
+
+// The pointer that changes is the import dialog's, which nobody sees.
+void LinkRun::cmdImport_Click()
+{
+    if (m_form.cmdImport.Caption() == "Cancel") {
+        m_form.cmdImport.Caption = std::string(Idle);
+        return;
+    }
+    m_form.cmdImport.Caption = "Cancel";
+    if (m_form.DialogBusy)
+        return;
+    m_form.DialogBusy = true;
+    ImportErrors.clear();
+    m_importForm().MousePointer = HourglassPointer;
+    fillBar(m_form.pctProgress, m_form.shpProgress, 0);
+    m_run.stepOver();
+    m_run.run([&] {
+        linkAll();
+        m_run.jumpToEnd();
+        if (!ImportErrors.empty())
+            m_form.desktop().prompts().messageBox(
+                "Error(s) occurred with the following files during import process.\r\r" + ImportErrors, Buttons::Ok,
+                "");
+    });
+    end();
+}
+
+void LinkRun::linkAll()
+{
+    const int count = m_form.List1.ListCount();
+    for (int row = 0; row < count; ++row) {
+        m_form.lbProgress.Caption = "Import-Link Progress";
+        if (m_form.List2.Selected(row)) {
+            link(row);
+            if (m_form.cmdImport.Caption() == Idle)
+                break;
+        }
+        const float share = static_cast<float>(row + 1) / static_cast<float>(count);
+        fillBar(m_form.pctProgress, m_form.shpProgress, share * (m_form.pctProgress.ScaleWidth() + BarMargin));
+        m_form.desktop().DoEvents();
+        // A dialog that was closed has nobody to see the rest.
+        if (!m_form.isLoaded())
+            break;
+    }
+}
+
+// After a delete, also of a file that wasn't there, what fails ends the run. So does every row that is cleared:
+// behind its delete there is nothing to copy.
+void LinkRun::link(int row)
+{
+    FileService& files = m_album.files;
+    const std::string dest = destinationOf(row);
+    const std::string source = m_form.List2.List(row);
+    if (m_form.chkOptions(0).Value() == 1 || source.empty()) {
+        m_run.stepOver();
+        m_run.statement([&] {
+            if (!files.isSameFile(source, dest))
+                files.remove(dest);
+        });
+        m_run.jumpToEnd();
+    }
+    m_run.statement([&] {
+        if (files.exists(dest))
+            note(row, "File already exists");
+        else
+            files.copy(source, dest);
+    });
+    if (m_run.standing())
+        note(row, m_run.standing()->description());
+    m_run.clear();
+}
+
+std::string LinkRun::destinationOf(int row) const
+{
+    if (m_form.LinkIsMidi)
+        return m_album.paths.MidiPath + m_main.lstSlideGroups.List(row) + ".mid";
+    return m_album.paths.AudioPath + m_form.List1.List(row).substr(WavMarkLength) + ".wav";
+}
+
+void LinkRun::note(int row, std::string_view error)
+{
+    ImportErrors.append(m_form.List1.List(row)).append("    Error=").append(error).append("\r");
+}
+
+void LinkRun::end()
+{
+    m_form.cmdImport.Caption = std::string(Idle);
+    m_form.lbProgress.Caption = "Done";
+    fillBar(m_form.pctProgress, m_form.shpProgress, 0);
+    m_form.DialogBusy = false;
+    m_importForm().MousePointer = DefaultPointer;
+}
+
+} // namespace trovarium

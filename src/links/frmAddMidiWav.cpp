@@ -1,0 +1,280 @@
+#include "links/frmAddMidiWav.h"
+
+#include "browser/frmMain.h"
+#include "links/LinkRun.h"
+#include "platform/files/FileService.h"
+#include "platform/pictures/PictureService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Prompts.h"
+#include "store/Album.h"
+#include "store/Log.h"
+#include "viewer/AudioControls.h"
+
+#include <string_view>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+constexpr std::string_view Product = "Trovarium";
+constexpr Color BarGround{226, 231, 238};
+constexpr Color BarBlue{52, 104, 170};
+
+// What stands before an owner's name. The blanks hold the place of the word, so that a marker is exchanged for
+// another of its length.
+constexpr std::string_view MidiLinked = "[midi]";
+constexpr std::string_view MidiEmpty = "[    ]";
+constexpr std::string_view WavLinked = "[wav]";
+constexpr std::string_view WavEmpty = "[   ]";
+constexpr std::string_view Divider = " : ";
+
+enum { PlaySource = 0, StopSource = 1, PlayLinked = 2, StopLinked = 3 };
+
+} // namespace
+
+frmAddMidiWav::frmAddMidiWav(Desktop& desktop, Album& album, frmMain& main, std::function<Form&()> importForm)
+    : Form(desktop, {.Name = "frmAddMidiWav", .Width = 11160, .Height = 7830})
+    , m_album(album)
+    , m_main(main)
+    , m_run(std::make_unique<LinkRun>(*this, album, main, std::move(importForm)))
+{
+    const auto addButton = [this](Container* parent, int index, float left, std::string_view caption) {
+        cmdPlayStop.add(parent, index, {.Left = left, .Top = 5610, .Width = 1200, .Height = 390, .Caption = caption});
+    };
+    addButton(&framSource, PlaySource, 180, "&Play");
+    addButton(&framSource, StopSource, 1500, "&Stop");
+    addButton(&framDestination, PlayLinked, 180, "&Play");
+    addButton(&framDestination, StopLinked, 1500, "&Stop");
+    List2.MultiSelect = true;
+    cmdImport.Default = true;
+    paint();
+    nameControls();
+
+    on(Load, this, &frmAddMidiWav::Form_Load);
+    on(KeyDown, this, &frmAddMidiWav::Form_KeyDown);
+    on(Dir1.Change, this, &frmAddMidiWav::Dir1_Change);
+    on(Drive1.Change, this, &frmAddMidiWav::Drive1_Change);
+    on(cmdAddFile.Click, this, &frmAddMidiWav::cmdAddFile_Click);
+    on(File1.DblClick, this, &frmAddMidiWav::File1_DblClick);
+    on(List1.DblClick, this, &frmAddMidiWav::List1_DblClick);
+    on(cmdClear.Click, this, &frmAddMidiWav::cmdClear_Click);
+    on(cmdPlayStop, &Button::Click, this, &frmAddMidiWav::cmdPlayStop_Click);
+    on(lbExit.Click, this, &frmAddMidiWav::lbExit_Click);
+}
+
+frmAddMidiWav::~frmAddMidiWav() = default;
+
+void frmAddMidiWav::paint()
+{
+    Picture = desktop().pictures().artwork("background");
+    Icon = desktop().pictures().artwork("icon");
+    lbListContents.ForeColor = White;
+    lbProgress.ForeColor = White;
+    lbExit.Raised = true;
+    pctProgress.BackColor = BarGround;
+    pctProgress.Border = true;
+    shpProgress.BorderColor = BarBlue;
+    shpProgress.FillColor = BarBlue;
+}
+
+// For screen readers, where no caption tells or two are alike.
+void frmAddMidiWav::nameControls()
+{
+    Drive1.AccessibleName = "Drives";
+    Dir1.AccessibleName = "Folders";
+    File1.AccessibleName = "Files";
+    cmdAddFile.AccessibleName = "Add";
+    cmdPlayStop(PlaySource).AccessibleName = "Play source";
+    cmdPlayStop(StopSource).AccessibleName = "Stop source";
+    cmdPlayStop(PlayLinked).AccessibleName = "Play linked";
+    cmdPlayStop(StopLinked).AccessibleName = "Stop linked";
+    pctProgress.AccessibleName = "Progress";
+    pctProgress.AccessibleValue = 0;
+}
+
+void frmAddMidiWav::linkMidi()
+{
+    load();
+    Set4Midi();
+    File1.Pattern = "*.mid";
+    File1.Refresh();
+    showModal();
+}
+
+void frmAddMidiWav::linkWav()
+{
+    load();
+    Set4Wav();
+    File1.Pattern = "*.wav";
+    File1.Refresh();
+    showModal();
+}
+
+// The markers tell of songs in the folder of the lists, while a run puts them into that of the music: a song that
+// has just been linked shows as none the next time.
+void frmAddMidiWav::Set4Midi()
+{
+    setUp(true);
+    const ListBox& groups = m_main.lstSlideGroups;
+    for (int i = 0; i < groups.ListCount(); ++i)
+        addRow(groups.List(i), m_album.paths.SlideGroupPath + groups.List(i) + ".mid");
+}
+
+void frmAddMidiWav::Set4Wav()
+{
+    setUp(false);
+    const GroupOnShow& group = m_album.group;
+    for (int i = 1; i <= group.GroupList.upperBound(); ++i) {
+        if (group.GroupSelect(i) == 1)
+            addRow(group.GroupList(i), m_album.paths.AudioPath + group.GroupList(i) + ".wav");
+    }
+}
+
+void frmAddMidiWav::setUp(bool isMidi)
+{
+    LinkIsMidi = isMidi;
+    List1.Clear();
+    List2.Clear();
+    Caption = isMidi ? "Import-Link Midi Song to Group" : "Import-Link Wav Clip to Photo";
+    lbListContents.Caption = isMidi ? "Current Album Groups" : "Selected Photos";
+    List1.AccessibleName = lbListContents.Caption();
+}
+
+void frmAddMidiWav::addRow(const std::string& owner, const std::string& file)
+{
+    const bool isLinked = m_album.files.exists(file);
+    const std::string_view marker =
+        LinkIsMidi ? (isLinked ? MidiLinked : MidiEmpty) : (isLinked ? WavLinked : WavEmpty);
+    List1.AddItem(std::string(marker).append(Divider).append(owner));
+    List2.AddItem(file);
+}
+
+void frmAddMidiWav::Form_Load()
+try {
+    Dir1.SetFocus();
+    const std::string path = m_album.Settings().GetOWSetting(Product, "Sound", "LastPath", m_album.paths.ProgramFolder);
+    Drive1.Drive = path;
+    Dir1.Path = path;
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Load", failure);
+}
+
+// Escape closes the window where nothing is lost by it.
+void frmAddMidiWav::Form_KeyDown(int KeyCode, int /*Shift*/)
+{
+    if (KeyCode == EscapeKey && !DialogBusy && !isChanged())
+        unload();
+}
+
+bool frmAddMidiWav::isChanged() const
+{
+    for (int i = 0; i < List2.ListCount(); ++i) {
+        if (List2.Selected(i))
+            return true;
+    }
+    return false;
+}
+
+void frmAddMidiWav::Dir1_Change()
+{
+    File1.Path = Dir1.Path();
+    m_album.Settings().SetOWSetting(Product, "Sound", "LastPath", Dir1.Path());
+}
+
+void frmAddMidiWav::Drive1_Change()
+{
+    Dir1.Path = Drive1.Drive();
+}
+
+void frmAddMidiWav::cmdAddFile_Click()
+{
+    AddSelectedFiles();
+}
+
+void frmAddMidiWav::AddSelectedFiles()
+try {
+    const std::string source = selectedSource();
+    if (source.empty()) {
+        desktop().prompts().messageBox("Must select a source file.", Buttons::Ok, "");
+        return;
+    }
+    const int row = selectedRow();
+    if (row < 0) {
+        desktop().prompts().messageBox("Must select the destination.", Buttons::Ok, "");
+        return;
+    }
+    change(row, source, LinkIsMidi ? MidiLinked : WavLinked);
+} catch (const Failure& failure) {
+    logFailure(m_album, "AddSelectedFiles", failure);
+}
+
+std::string frmAddMidiWav::selectedSource() const
+{
+    for (int i = 0; i < File1.ListCount(); ++i) {
+        if (File1.Selected(i))
+            return File1.Path() + "\\" + File1.List(i);
+    }
+    return {};
+}
+
+int frmAddMidiWav::selectedRow() const
+{
+    for (int i = 0; i < List1.ListCount(); ++i) {
+        if (List1.Selected(i))
+            return i;
+    }
+    return -1;
+}
+
+void frmAddMidiWav::change(int row, const std::string& source, std::string_view marker)
+{
+    List2.setList(row, source);
+    List2.setSelected(row, true);
+    List1.setList(row, std::string(marker) + List1.List(row).substr(marker.size()));
+}
+
+void frmAddMidiWav::cmdClear_Click()
+{
+    const int row = selectedRow();
+    if (row >= 0)
+        change(row, "", LinkIsMidi ? MidiEmpty : WavEmpty);
+}
+
+void frmAddMidiWav::File1_DblClick()
+{
+    cmdPlayStop_Click(PlaySource);
+}
+
+void frmAddMidiWav::List1_DblClick()
+{
+    cmdPlayStop_Click(PlayLinked);
+}
+
+// What was started plays on when the form has gone.
+void frmAddMidiWav::cmdPlayStop_Click(int Index)
+{
+    AudioControls& audio = m_main.audio();
+    const bool plays = Index == PlaySource || Index == PlayLinked;
+    const int row = selectedRow();
+    const std::string file = Index == PlaySource ? selectedSource() : row >= 0 ? List2.List(row) : std::string();
+    if (plays && LinkIsMidi)
+        audio.PlayMidi(file);
+    else if (plays)
+        audio.PlayWav(file);
+    else if (LinkIsMidi)
+        audio.StopMidi();
+    else
+        audio.StopWav();
+    MousePointer = DefaultPointer;
+}
+
+void frmAddMidiWav::lbExit_Click()
+try {
+    unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "lbExit_Click", failure);
+}
+
+} // namespace trovarium

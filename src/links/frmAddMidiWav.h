@@ -1,0 +1,114 @@
+#pragma once
+
+#include "platform/toolkit/Button.h"
+#include "platform/toolkit/CheckBox.h"
+#include "platform/toolkit/ControlArray.h"
+#include "platform/toolkit/DriveList.h"
+#include "platform/toolkit/FileList.h"
+#include "platform/toolkit/FolderList.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/Frame.h"
+#include "platform/toolkit/Label.h"
+#include "platform/toolkit/ListBox.h"
+#include "platform/toolkit/PictureBox.h"
+#include "platform/toolkit/Shape.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace trovarium {
+
+struct Album;
+class LinkRun;
+class frmMain;
+
+// Links sound to the album: a song to a group or a wave clip to a photograph, by a copy whose name tells its
+// owner. What is chosen here is done by LinkRun.
+class frmAddMidiWav : public Form {
+public:
+    // `importForm` gives the import dialog, which is made for the purpose where there is none.
+    frmAddMidiWav(Desktop& desktop, Album& album, frmMain& main, std::function<Form&()> importForm);
+    ~frmAddMidiWav() override;
+
+    // Load the form, set it up and show it, modal.
+    void linkMidi();
+    void linkWav();
+
+    void Set4Midi();
+    void Set4Wav();
+
+    void Form_Load();
+    void Form_KeyDown(int KeyCode, int Shift);
+    void Dir1_Change();
+    void Drive1_Change();
+    void cmdAddFile_Click();
+    void File1_DblClick();
+    void List1_DblClick();
+    void cmdClear_Click();
+    void cmdPlayStop_Click(int Index);
+    void lbExit_Click();
+
+    bool DialogBusy = false; // a run goes on
+    bool LinkIsMidi = false; // music, not clips
+
+    // ---- the plan of the window, in twips ----
+
+    Frame framSource{this,
+        {.Name = "framSource", .Left = 240, .Top = 240, .Width = 4800, .Height = 6180, .Caption = "Source Files"}};
+    DriveList Drive1{&framSource, {.Name = "Drive1", .Left = 180, .Top = 450, .Width = 4440, .Height = 360}};
+    FolderList Dir1{&framSource, {.Name = "Dir1", .Left = 180, .Top = 930, .Width = 4440, .Height = 2040}};
+    FileList File1{&framSource, {.Name = "File1", .Left = 180, .Top = 3090, .Width = 4440, .Height = 2340}};
+
+    Button cmdAddFile{this,
+        {.Name = "cmdAddFile",
+            .Left = 5220,
+            .Top = 3540,
+            .Width = 1200,
+            .Height = 390,
+            .Caption = "A&dd >",
+            .ToolTipText = "Link the chosen file to the chosen entry."}};
+
+    Frame framDestination{this, {.Name = "framDestination", .Left = 6600, .Top = 240, .Width = 4320, .Height = 6180}};
+    Label lbListContents{
+        &framDestination, {.Name = "lbListContents", .Left = 180, .Top = 270, .Width = 3960, .Height = 240}};
+    // The owners as shown, and the file that a run copies for each, empty to clear it; selected there is what has
+    // been changed.
+    ListBox List1{&framDestination, {.Name = "List1", .Left = 180, .Top = 570, .Width = 3960, .Height = 4860}};
+    ListBox List2{
+        &framDestination, {.Name = "List2", .Left = 180, .Top = 570, .Width = 3960, .Height = 4860, .Visible = false}};
+    Button cmdClear{&framDestination,
+        {.Name = "cmdClear", .Left = 2940, .Top = 5610, .Width = 1200, .Height = 390, .Caption = "&Clear"}};
+
+    // Of the source, then of the entry.
+    ControlArray<Button> cmdPlayStop{"cmdPlayStop"};
+
+    ControlArray<CheckBox> chkOptions{this, "chkOptions",
+        {{0, {.Left = 240, .Top = 6600, .Width = 4800, .Height = 300, .Caption = "Overwrite existing files"}}}};
+
+    Label lbProgress{this, {.Name = "lbProgress", .Left = 240, .Top = 7020, .Width = 6900, .Height = 240}};
+    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 240, .Top = 7320, .Width = 6900, .Height = 270}};
+    // Grows inside the box from the left.
+    Shape shpProgress{&pctProgress, {.Name = "shpProgress", .Left = 0, .Top = 0, .Width = 0, .Height = 210}};
+
+    Button cmdImport{
+        this, {.Name = "cmdImport", .Left = 7500, .Top = 7170, .Width = 1620, .Height = 420, .Caption = "&Make it so"}};
+    Label lbExit{this, {.Name = "lbExit", .Left = 9300, .Top = 7170, .Width = 1620, .Height = 420, .Caption = "Exit"}};
+
+private:
+    void paint();
+    void nameControls();
+    void setUp(bool isMidi);
+    void addRow(const std::string& owner, const std::string& file);
+    void AddSelectedFiles();
+    std::string selectedSource() const; // empty for none
+    int selectedRow() const;            // -1 for none
+    void change(int row, const std::string& source, std::string_view marker);
+    bool isChanged() const;
+
+    Album& m_album;
+    frmMain& m_main;
+    std::unique_ptr<LinkRun> m_run;
+};
+
+} // namespace trovarium
