@@ -20,6 +20,7 @@ namespace {
 constexpr std::size_t LongestValue = 1024; // bytes
 constexpr float TitleFont = 30;            // pixels, as all below
 constexpr float NoticeFont = 11;
+constexpr Color GroundBehindIcon{44, 65, 95}; // the window's, which its round corners let through
 
 } // namespace
 
@@ -30,6 +31,7 @@ frmAbout::frmAbout(Desktop& desktop, Album& album, RegistryAccess registry)
 {
     Picture = desktop.pictures().artwork("background");
     Icon = desktop.pictures().artwork("icon");
+    picIcon.BackColor = GroundBehindIcon;
     picIcon.Picture = desktop.pictures().artwork("icon");
     picIcon.AccessibleName = "Trovarium";
     lblTitle.FontSize = TitleFont;

@@ -4,8 +4,7 @@
 
 namespace trovarium {
 
-// Opens the forms that the main window calls and that may call it back; filled in where the program is put
-// together. An opener whose dialog has not landed is empty, and its menu entry stands disabled.
+// Opens the forms that the main window calls and that may call it back; filled in where the program is put together.
 struct Dialogs {
     std::function<void()> showFirstTime;      // modal
     std::function<void(int mode)> showGroups; // modal: 1 copy, 2 move

@@ -117,8 +117,6 @@ frmMain::frmMain(Desktop& desktop, Album& album, Dialogs dialogs)
     paintFrame();
     nameControls();
     makeConcerns();
-    cmdSlideshow.Enabled = m_slideShow->isAvailable();
-    mnuViewSlideshow.Enabled = m_slideShow->isAvailable();
 
     on(Load, this, &frmMain::Form_Load);
     on(Activate, this, &frmMain::Form_Activate);

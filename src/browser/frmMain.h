@@ -286,7 +286,7 @@ public:
     Menu mnuViewReduce{&mnuView, {.Name = "mnuViewReduce", .Caption = "&Reduce - Zoom Out"}};
     Menu mnuViewEnlarge{&mnuView, {.Name = "mnuViewEnlarge", .Caption = "&Enlarge - ZoomIn"}};
     Menu mnuViewDash2{&mnuView, {.Name = "mnuViewDash2", .Caption = "-"}};
-    Menu mnuViewSlideshow{&mnuView, {.Name = "mnuViewSlideshow", .Caption = "&Slide Show", .Enabled = false}};
+    Menu mnuViewSlideshow{&mnuView, {.Name = "mnuViewSlideshow", .Caption = "&Slide Show"}};
     Menu mnuViewFullscreen{&mnuView, {.Name = "mnuViewFullscreen", .Caption = "&Full Screen"}};
 
     Menu mnuSet{this, {.Name = "mnuSet", .Caption = "&Settings"}};

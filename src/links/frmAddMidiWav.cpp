@@ -35,13 +35,14 @@ enum { PlaySource = 0, StopSource = 1, PlayLinked = 2, StopLinked = 3 };
 } // namespace
 
 frmAddMidiWav::frmAddMidiWav(Desktop& desktop, Album& album, frmMain& main, std::function<Form&()> importForm)
-    : Form(desktop, {.Name = "frmAddMidiWav", .Width = 11160, .Height = 7830})
+    : Form(desktop, {.Name = "frmAddMidiWav", .Width = 11160, .Height = 7500})
     , m_album(album)
     , m_main(main)
     , m_run(std::make_unique<LinkRun>(*this, album, main, std::move(importForm)))
 {
     const auto addButton = [this](Container* parent, int index, float left, std::string_view caption) {
-        cmdPlayStop.add(parent, index, {.Left = left, .Top = 5610, .Width = 1200, .Height = 390, .Caption = caption});
+        const float top = parent == &framSource ? 5730 : 5130;
+        cmdPlayStop.add(parent, index, {.Left = left, .Top = top, .Width = 1200, .Height = 390, .Caption = caption});
     };
     addButton(&framSource, PlaySource, 180, "&Play");
     addButton(&framSource, StopSource, 1500, "&Stop");
@@ -70,7 +71,7 @@ void frmAddMidiWav::paint()
 {
     Picture = desktop().pictures().artwork("background");
     Icon = desktop().pictures().artwork("icon");
-    lbListContents.ForeColor = White;
+    lbListContents.Bold = true;
     lbProgress.ForeColor = White;
     lbExit.Raised = true;
     pctProgress.BackColor = BarGround;

@@ -55,10 +55,10 @@ public:
     // ---- the plan of the window, in twips ----
 
     Frame framSource{this,
-        {.Name = "framSource", .Left = 240, .Top = 240, .Width = 4800, .Height = 6180, .Caption = "Source Files"}};
+        {.Name = "framSource", .Left = 240, .Top = 240, .Width = 4800, .Height = 6300, .Caption = "Source Files"}};
     DriveList Drive1{&framSource, {.Name = "Drive1", .Left = 180, .Top = 450, .Width = 4440, .Height = 360}};
     FolderList Dir1{&framSource, {.Name = "Dir1", .Left = 180, .Top = 930, .Width = 4440, .Height = 2040}};
-    FileList File1{&framSource, {.Name = "File1", .Left = 180, .Top = 3090, .Width = 4440, .Height = 2340}};
+    FileList File1{&framSource, {.Name = "File1", .Left = 180, .Top = 3090, .Width = 4440, .Height = 2520}};
 
     Button cmdAddFile{this,
         {.Name = "cmdAddFile",
@@ -69,31 +69,31 @@ public:
             .Caption = "A&dd >",
             .ToolTipText = "Link the chosen file to the chosen entry."}};
 
-    Frame framDestination{this, {.Name = "framDestination", .Left = 6600, .Top = 240, .Width = 4320, .Height = 6180}};
+    Frame framDestination{this, {.Name = "framDestination", .Left = 6600, .Top = 240, .Width = 4320, .Height = 6300}};
     Label lbListContents{
-        &framDestination, {.Name = "lbListContents", .Left = 180, .Top = 270, .Width = 3960, .Height = 240}};
+        &framDestination, {.Name = "lbListContents", .Left = 180, .Top = 105, .Width = 3960, .Height = 240}};
     // The owners as shown, and the file that a run copies for each, empty to clear it; selected there is what has
     // been changed.
-    ListBox List1{&framDestination, {.Name = "List1", .Left = 180, .Top = 570, .Width = 3960, .Height = 4860}};
+    ListBox List1{&framDestination, {.Name = "List1", .Left = 180, .Top = 450, .Width = 3960, .Height = 4560}};
     ListBox List2{
-        &framDestination, {.Name = "List2", .Left = 180, .Top = 570, .Width = 3960, .Height = 4860, .Visible = false}};
+        &framDestination, {.Name = "List2", .Left = 180, .Top = 450, .Width = 3960, .Height = 4560, .Visible = false}};
     Button cmdClear{&framDestination,
-        {.Name = "cmdClear", .Left = 2940, .Top = 5610, .Width = 1200, .Height = 390, .Caption = "&Clear"}};
+        {.Name = "cmdClear", .Left = 2940, .Top = 5130, .Width = 1200, .Height = 390, .Caption = "&Clear"}};
 
     // Of the source, then of the entry.
     ControlArray<Button> cmdPlayStop{"cmdPlayStop"};
 
-    ControlArray<CheckBox> chkOptions{this, "chkOptions",
-        {{0, {.Left = 240, .Top = 6600, .Width = 4800, .Height = 300, .Caption = "Overwrite existing files"}}}};
+    ControlArray<CheckBox> chkOptions{&framDestination, "chkOptions",
+        {{0, {.Left = 180, .Top = 5745, .Width = 3960, .Height = 300, .Caption = "Overwrite existing files"}}}};
 
-    Label lbProgress{this, {.Name = "lbProgress", .Left = 240, .Top = 7020, .Width = 6900, .Height = 240}};
-    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 240, .Top = 7320, .Width = 6900, .Height = 270}};
+    Label lbProgress{this, {.Name = "lbProgress", .Left = 240, .Top = 6690, .Width = 6900, .Height = 240}};
+    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 240, .Top = 6990, .Width = 6900, .Height = 270}};
     // Grows inside the box from the left.
     Shape shpProgress{&pctProgress, {.Name = "shpProgress", .Left = 0, .Top = 0, .Width = 0, .Height = 210}};
 
     Button cmdImport{
-        this, {.Name = "cmdImport", .Left = 7500, .Top = 7170, .Width = 1620, .Height = 420, .Caption = "&Make it so"}};
-    Label lbExit{this, {.Name = "lbExit", .Left = 9300, .Top = 7170, .Width = 1620, .Height = 420, .Caption = "Exit"}};
+        this, {.Name = "cmdImport", .Left = 7500, .Top = 6840, .Width = 1620, .Height = 420, .Caption = "&Make it so"}};
+    Label lbExit{this, {.Name = "lbExit", .Left = 9300, .Top = 6840, .Width = 1620, .Height = 420, .Caption = "Exit"}};
 
 private:
     void paint();

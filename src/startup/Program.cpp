@@ -34,6 +34,7 @@ Program::Program(Desktop& desktop, Album& album, std::string programPath)
     , m_groups(desktop, [this] { return std::make_unique<frmGroups>(m_desktop, m_album, m_main()); })
     , m_export(desktop, [this] { return std::make_unique<frmExport>(m_desktop, m_album); })
     , m_fullScreen(desktop, [this] { return std::make_unique<frmFullScreen>(m_desktop, m_album, m_main()); })
+    , m_slideShow(desktop, [this] { return std::make_unique<frmSSP>(m_desktop, m_album, m_main()); })
     , m_search(desktop, [this] { return std::make_unique<frmSearch>(m_desktop, m_album, m_main()); })
     , m_import(desktop,
           [this] { return std::make_unique<frmImport>(m_desktop, m_album, m_main(), m_search, m_thumbnailBuilder); })
@@ -98,7 +99,6 @@ void Program::requireSlideGroupPath()
     m_desktop.endProgram(FatalExit);
 }
 
-// The slide show has no dialog yet: its opener stays empty.
 Dialogs Program::dialogs()
 {
     return {
@@ -106,7 +106,7 @@ Dialogs Program::dialogs()
         .showGroups = [this](int mode) { m_groups().showFor(mode); },
         .showExport = [this] { m_export().showModal(); },
         .showFullScreen = [this] { m_fullScreen().show(); },
-        .showSlideShow = {},
+        .showSlideShow = [this] { m_slideShow().showModal(); },
         .showSearch = [this] { m_search().showModal(); },
         .showImport = [this] { m_import().showModal(); },
         .showMidiLink = [this] { m_links().linkMidi(); },

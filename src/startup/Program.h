@@ -13,6 +13,7 @@
 #include "platform/toolkit/FormSlot.h"
 #include "search/frmSearch.h"
 #include "viewer/frmFullScreen.h"
+#include "viewer/frmSSP.h"
 
 #include <string>
 
@@ -49,6 +50,7 @@ private:
     FormSlot<frmGroups> m_groups;
     FormSlot<frmExport> m_export;
     FormSlot<frmFullScreen> m_fullScreen;
+    FormSlot<frmSSP> m_slideShow;
     FormSlot<frmSearch> m_search;
     FormSlot<frmImport> m_import;
     FormSlot<frmAddMidiWav> m_links;

@@ -7,7 +7,6 @@
 #include "store/Album.h"
 #include "store/InfoFile.h"
 #include "store/Log.h"
-#include "viewer/SlideShow.h"
 #include "viewer/VideoControls.h"
 
 namespace trovarium {
@@ -176,11 +175,10 @@ try {
     logFailure(m_album, "cmdEditPhotoInfo_Click", failure);
 }
 
-// The slide show button stays disabled until its dialog lands.
 void InfoBox::enableRest(bool enabled)
 {
     m_form.cmdFullScreen.Enabled = enabled;
-    m_form.cmdSlideshow.Enabled = enabled && m_form.slideShow().isAvailable();
+    m_form.cmdSlideshow.Enabled = enabled;
     m_form.cmdZoomIn.Enabled = enabled;
     m_form.cmdZoomOut.Enabled = enabled;
     for (int i = 0; i <= 7; ++i) {

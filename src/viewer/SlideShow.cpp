@@ -1,10 +1,15 @@
 #include "viewer/SlideShow.h"
 
 #include "browser/Selection.h"
+#include "browser/ThumbnailPages.h"
 #include "browser/frmMain.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
 #include "store/Album.h"
 #include "store/Log.h"
 #include "viewer/AudioControls.h"
+#include "viewer/PhotoDisplay.h"
+#include "viewer/frmFullScreen.h"
 
 namespace trovarium {
 
@@ -14,19 +19,13 @@ SlideShow::SlideShow(frmMain& form, Album& album)
 {
     on(form.cmdSlideshow.Click, this, &SlideShow::cmdSlideshow_Click);
     on(form.mnuViewSlideshow.Click, this, &SlideShow::mnuViewSlideshow_Click);
-}
-
-bool SlideShow::isAvailable() const
-{
-    return static_cast<bool>(m_form.dialogs().showSlideShow);
+    on(form.tmrSlideShow.Tick, this, &SlideShow::tmrSlideShow_Timer);
 }
 
 void SlideShow::cmdSlideshow_Click()
 try {
-    if (!isAvailable())
-        return;
     m_form.cmdSlideshow.Picture = m_form.pctAlbumList(10).Picture();
-    m_form.selection().SetGroupListSelect(-1, 0);
+    m_form.selection().SetGroupListSelect(-1, NoKeys);
     m_form.dialogs().showSlideShow();
     m_form.cmdSlideshow.Picture = m_form.pctAlbumList(11).Picture();
 } catch (const Failure& failure) {
@@ -36,6 +35,35 @@ try {
 void SlideShow::mnuViewSlideshow_Click()
 {
     cmdSlideshow_Click();
+}
+
+void SlideShow::tmrSlideShow_Timer()
+{
+    frmFullScreen* screen = fullScreen();
+    bool shown = false;
+    if (screen != nullptr)
+        screen->PhotoRequest(RightKey, NoKeys, shown);
+    else
+        m_form.photoDisplay().NextPhoto(shown);
+    if (shown)
+        return;
+    StopSlideShow();
+    m_form.imgbox.Visible = false;
+    m_form.picVideoWindow.Visible = false;
+    if (screen != nullptr)
+        screen->PhotoRequest(EscapeKey, NoKeys, shown);
+    m_form.pages().ShowThumbnailBoxes(true);
+}
+
+// By its name, at each tick: it comes and goes while the timer runs on.
+frmFullScreen* SlideShow::fullScreen() const
+{
+    const Desktop& desktop = m_form.desktop();
+    for (int i = 0; i < desktop.formsCount(); ++i) {
+        if (desktop.formsItem(i).Name() == "frmFullScreen")
+            return dynamic_cast<frmFullScreen*>(&desktop.formsItem(i));
+    }
+    return nullptr;
 }
 
 void SlideShow::StopSlideShow()

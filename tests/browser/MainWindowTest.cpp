@@ -58,17 +58,6 @@ TEST_F(MainWindowTest, StatusTextsOfTheLargestGroupStandWholeInsideTheirPanels)
     EXPECT_EQ(main().Picture4(3).ScaleWidth(), main().cmdPlayAudioClip(1).Left() + main().cmdPlayAudioClip(1).Width());
 }
 
-TEST_F(MainWindowTest, EntriesWithoutADialogStandDisabled)
-{
-    open();
-    for (const Menu* entry : {&main().mnuFileMidi, &main().mnuEditWaveLink, &main().mnuViewSlideshow,
-             &main().mnuHelpContents, &main().mnuHelpAbout, &main().mnuGroupMidi})
-        EXPECT_FALSE(entry->Enabled()) << entry->Name();
-    EXPECT_FALSE(main().cmdSlideshow.Enabled());
-    robot.click(main().lbButtonText(7));
-    EXPECT_TRUE(prompts.asked().empty());
-}
-
 TEST_F(MainWindowTest, TheWelcomeComesOnceInTheLifeOfAnInstallation)
 {
     test.setSetting("Options", "FirstTime", "True");

@@ -1,0 +1,73 @@
+#include "viewer/frmSSP.h"
+
+#include "browser/frmMain.h"
+#include "platform/pictures/PictureService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
+#include "runtime/Numbers.h"
+#include "store/Album.h"
+#include "viewer/AudioControls.h"
+#include "viewer/FullScreen.h"
+#include "viewer/PhotoDisplay.h"
+#include "viewer/SlideShow.h"
+
+namespace trovarium {
+
+namespace {
+
+enum { SwitchToFullScreen = 0, SelectedOnly = 1, StartWithCurrent = 2, PlayMusic = 3, PlayClips = 4 };
+
+constexpr double LongestDelay = 61; // seconds; not reached
+constexpr double Millisecond = 1000;
+
+} // namespace
+
+frmSSP::frmSSP(Desktop& desktop, Album& album, frmMain& main)
+    : Form(desktop, {.Name = "frmSSP", .Caption = "Start Slideshow", .Width = 5280, .Height = 3690})
+    , m_album(album)
+    , m_main(main)
+{
+    Picture = desktop.pictures().artwork("background");
+    Icon = desktop.pictures().artwork("icon");
+    for (const int box : {SwitchToFullScreen, StartWithCurrent, PlayMusic, PlayClips})
+        chkSlideshow(box).preset();
+    txtSlideShowInterval.AccessibleName = "Delay between slides";
+    cmdOkay.Default = true;
+    cmdCancel.Cancel = true;
+    on(cmdOkay.Click, this, &frmSSP::cmdOkay_Click);
+    on(cmdCancel.Click, this, &frmSSP::cmdCancel_Click);
+}
+
+// In full screen the first step changes the main window only: what the full screen shows is one photograph behind
+// until its first tick.
+void frmSSP::cmdOkay_Click()
+{
+    const double seconds = leadingNumber(txtSlideShowInterval.Text());
+    if (!(seconds > 0 && seconds < LongestDelay)) {
+        desktop().prompts().messageBox("Invalid entry. Use a value between 1 and 60 seconds.", Buttons::Ok, "");
+        return;
+    }
+    hide();
+    desktop().DoEvents();
+    m_album.view.SlideShowRunning = true;
+    m_main.tmrSlideShow.Interval = toInt32(seconds * Millisecond);
+    if (chkSlideshow(SwitchToFullScreen).Value() == 1)
+        m_main.fullScreen().cmdFullScreen_Click();
+    m_main.slideShow().ShowSelectedOnly = chkSlideshow(SelectedOnly).Value() == 1;
+    if (chkSlideshow(StartWithCurrent).Value() != 1)
+        m_main.photoDisplay().SetImageIndex(0);
+    if (chkSlideshow(PlayMusic).Value() == 1)
+        m_main.audio().PlayMidi(m_album.paths.MidiPath + m_album.group.CurrentGroupName + ".mid");
+    m_album.view.SlideAudioClips = chkSlideshow(PlayClips).Value() == 1;
+    bool unused = false;
+    m_main.photoDisplay().NextPhoto(unused);
+    m_main.tmrSlideShow.Enabled = true;
+    unload();
+}
+
+void frmSSP::cmdCancel_Click()
+{
+    unload();
+}
+
+} // namespace trovarium

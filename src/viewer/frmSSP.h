@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/toolkit/Button.h"
+#include "platform/toolkit/CheckBox.h"
+#include "platform/toolkit/ControlArray.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/Frame.h"
+#include "platform/toolkit/Label.h"
+#include "platform/toolkit/TextBox.h"
+
+namespace trovarium {
+
+struct Album;
+class frmMain;
+
+// Asks how a slide show is to run, and starts it. A modal show is all that its callers do; nothing is kept for the
+// next time.
+class frmSSP : public Form {
+public:
+    frmSSP(Desktop& desktop, Album& album, frmMain& main);
+
+    void cmdOkay_Click();
+    void cmdCancel_Click();
+
+    // ---- the plan of the window, in twips ----
+
+    Frame framParameters{this,
+        {.Name = "framParameters",
+            .Left = 240,
+            .Top = 240,
+            .Width = 4800,
+            .Height = 2610,
+            .Caption = "Slide Show Parameters"}};
+    Label lbDelay{&framParameters,
+        {.Name = "lbDelay", .Left = 180, .Top = 525, .Width = 1980, .Height = 240, .Caption = "Delay between slides"}};
+    TextBox txtSlideShowInterval{&framParameters,
+        {.Name = "txtSlideShowInterval", .Left = 2220, .Top = 480, .Width = 660, .Height = 330, .Caption = "5"}};
+    Label lbSeconds{&framParameters,
+        {.Name = "lbSeconds", .Left = 2985, .Top = 525, .Width = 1200, .Height = 240, .Caption = "seconds"}};
+    ControlArray<CheckBox> chkSlideshow{&framParameters, "chkSlideshow",
+        {{0, {.Left = 180, .Top = 960, .Width = 4440, .Height = 300, .Caption = "Switch to Fullscreen after starting"}},
+            // Greyed out for good: no show is of the selected ones alone.
+            {1,
+                {.Left = 180,
+                    .Top = 1260,
+                    .Width = 4440,
+                    .Height = 300,
+                    .Caption = "Show only selected photograhs",
+                    .Enabled = false}},
+            {2, {.Left = 180, .Top = 1560, .Width = 4440, .Height = 300, .Caption = "Start with current photograph"}},
+            {3, {.Left = 180, .Top = 1860, .Width = 4440, .Height = 300, .Caption = "Play album background music"}},
+            {4,
+                {.Left = 180,
+                    .Top = 2160,
+                    .Width = 4440,
+                    .Height = 300,
+                    .Caption = "Play audio clips for each photo"}}}};
+    Button cmdOkay{
+        this, {.Name = "cmdOkay", .Left = 1680, .Top = 3030, .Width = 1620, .Height = 420, .Caption = "O&K"}};
+    Button cmdCancel{
+        this, {.Name = "cmdCancel", .Left = 3420, .Top = 3030, .Width = 1620, .Height = 420, .Caption = "&Cancel"}};
+
+private:
+    Album& m_album;
+    frmMain& m_main;
+};
+
+} // namespace trovarium

@@ -1,0 +1,153 @@
+#include "ViewerWindow.h"
+
+#include "browser/ThumbnailPages.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
+#include "support/RecordedMedia.h"
+#include "viewer/AudioControls.h"
+#include "viewer/SlideShow.h"
+#include "viewer/frmSSP.h"
+
+namespace trovarium {
+
+// A group of three photographs and the dialog of the show. Shows tick every 30 ms, and are waited for.
+class SlideShowTest : public ViewerWindow {
+protected:
+    SlideShowTest()
+    {
+        main().dialogs().showSlideShow = [this] { form().showModal(); };
+        for (const std::string& name : names(3))
+            putPhoto(name, 40, 30);
+        openAlbum(names(3));
+    }
+
+    // Begins a show, with the boxes unchecked whose digits stand in `without`.
+    void begin(const std::string& interval, const std::string& without)
+    {
+        robot.whenShown("frmSSP", [&] {
+            for (const char box : without)
+                robot.click(form().chkSlideshow(box - '0'));
+            form().txtSlideShowInterval.Text = interval;
+            robot.key(form(), EnterKey);
+        });
+        robot.click(main().lbButtonText(7));
+    }
+    bool isOver() { return !main().tmrSlideShow.Enabled(); }
+    bool thumbnailsAreBack() { return view().ViewMode == ViewThumbnails && main().imgThumbnail(0).Visible(); }
+    // Photographs by their position as the clips told them, "0" for a clip cut off, "(" and ")" for the music.
+    std::string heard()
+    {
+        std::string all;
+        for (const std::string& told : media.told) {
+            const std::size_t name = told.rfind("\\p");
+            all += told == "sound 0"                             ? "0"
+                : told.starts_with("music open")                 ? "("
+                : told.starts_with("music close")                ? ")"
+                : told.starts_with("sound") && name != told.npos ? told.substr(name + 2, 1)
+                                                                 : "";
+        }
+        media.told.clear();
+        return all;
+    }
+
+    RecordedMedia media{desktop};
+    FormSlot<frmSSP> form{desktop, [this] { return std::make_unique<frmSSP>(desktop, test.album(), main()); }};
+};
+
+TEST_F(SlideShowTest, AShowWalksTheGroupWithSoundAndMusicInEitherWindow)
+{
+    select({2});
+    media.told.clear();
+    begin("0.03", "0");
+    EXPECT_TRUE(selectedPositions().empty());
+    EXPECT_EQ(main().cmdSlideshow.Picture(), main().pctAlbumList(11).Picture());
+    EXPECT_FALSE(form.isLoaded());
+    ASSERT_TRUE(robot.until([&] { return isOver(); }));
+    EXPECT_TRUE(thumbnailsAreBack());
+    EXPECT_FALSE(main().imgbox.Visible() || view().SlideShowRunning);
+    EXPECT_TRUE(media.told.at(0).starts_with("music open \"" + test.paths().MidiPath + "Alps.mid\" type sequencer"));
+    EXPECT_EQ(media.told.at(1), "music play " + media.told.at(0).substr(media.told.at(0).rfind(' ') + 1));
+    // From the page of thumbnails the current photograph comes first, and the last one is heard again at the end.
+    EXPECT_EQ(heard(),
+        "(010203030)"
+        "30)");
+
+    display(2);
+    begin("0.03", "3");
+    ASSERT_TRUE(isFullScreen());
+    ASSERT_TRUE(robot.until([&] { return isOver(); }));
+    EXPECT_FALSE(isFullScreen());
+    EXPECT_TRUE(thumbnailsAreBack());
+    EXPECT_EQ(heard(), "03030)0)");
+
+    // From the start: the empty place before the first photograph is asked for first.
+    main().pages().ShowThumbnailBoxes(true);
+    begin("0.03", "0234");
+    ASSERT_TRUE(robot.until([&] { return isOver(); }));
+    EXPECT_EQ(view().CurrentIndex, 3);
+    EXPECT_EQ(heard(), "0)");
+}
+
+TEST_F(SlideShowTest, EscapeInFullScreenLeavesTheTimerAndAClickEndsAll)
+{
+    display(1);
+    begin("60", "");
+    media.told.clear();
+    robot.key(fullScreen(), EscapeKey);
+    EXPECT_FALSE(isFullScreen() || view().SlideShowRunning);
+    EXPECT_FALSE(isOver());
+    EXPECT_EQ(heard(), "0)");
+    main().tmrSlideShow.Interval = 30; // and the pictures go on, unheard
+    ASSERT_TRUE(robot.until([&] { return isOver(); }));
+    EXPECT_EQ(view().CurrentIndex, 3);
+    EXPECT_EQ(heard(), "0)");
+
+    const std::function<void()> ends[] = {[&] { robot.click(main().pctNext); }, [&] { robot.click(main().pctPrev); },
+        [&] { robot.click(main().lbButtonText(0)); }, [&] { pressRowNamed("Alps"); }};
+    for (const auto& end : ends) {
+        setShowTimer(true);
+        end();
+        EXPECT_TRUE(isOver() && !view().SlideShowRunning);
+    }
+}
+
+TEST_F(SlideShowTest, TheDelayIsALeadingNumberBelow61)
+{
+    const std::pair<std::string, int> cases[] = {{"5 or so", 5000}, {"0.5", 500}, {"60.9", 60900}, {" 2.0015", 2002},
+        {"0", -1}, {"61", -1}, {"-3", -1}, {"five", -1}, {"", -1}};
+    for (const auto& [text, milliseconds] : cases) {
+        if (milliseconds >= 0) {
+            begin(text, "0");
+            EXPECT_EQ(main().tmrSlideShow.Interval(), milliseconds) << text;
+            main().slideShow().StopSlideShow();
+            continue;
+        }
+        prompts.expectNotice("Invalid entry. Use a value between 1 and 60 seconds.",
+            [&] { robot.atNextTurn([&] { robot.key(form(), EscapeKey); }); });
+        begin(text, "0");
+        EXPECT_FALSE(view().SlideShowRunning || form.isLoaded()) << text;
+        EXPECT_TRUE(isOver()) << text;
+    }
+}
+
+TEST_F(SlideShowTest, AFailingDeviceIsLoggedAndEndsNothing)
+{
+    struct : SilentMedia {
+        void sndPlaySound(std::string_view) override { throw Failure(FailureKind::DeviceUnavailable); }
+        void mciSendString(std::string_view) override { throw Failure(FailureKind::DeviceUnavailable); }
+    } failing;
+    desktop.setMedia(&failing);
+    display(1);
+    main().audio().PlayMidi("a.mid");
+    main().audio().PlayMidi("b.mid");
+    main().cmdPlayAudioClip(0).Enabled = true;
+    robot.click(main().cmdPlayAudioClip(0));
+    main().slideShow().StopSlideShow();
+    std::vector<std::string> expected;
+    for (const char* procedure : {"PlayMidi", "StopMidi", "PlayMidi", "PlayWav", "StopWav", "StopMidi"})
+        expected.push_back(logged(procedure, "Device unavailable"));
+    EXPECT_EQ(logLines(), expected);
+    desktop.setMedia(&media);
+}
+
+} // namespace trovarium
