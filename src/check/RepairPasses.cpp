@@ -14,6 +14,7 @@
 #include "store/LibraryFolders.h"
 #include "store/Log.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
@@ -71,10 +72,24 @@ try {
     logFailure(m_album, "CheckFolderContents", failure);
 }
 
+// The names on the list, less `ending`, in that folder.
+std::vector<std::string> RepairPasses::listed(const std::string& folder, std::string_view ending) const
+{
+    std::vector<std::string> paths;
+    for (int index = 0; index < m_splash.File1.ListCount(); ++index) {
+        std::string_view name = m_splash.File1.List(index);
+        name.remove_suffix(std::min(name.size(), ending.size()));
+        paths.push_back(folder + std::string(name));
+    }
+    return paths;
+}
+
 void RepairPasses::PhotoFilesExist(bool AutoFix)
 try {
     CheckedArray<std::string> unmatched;
     const std::int16_t count = m_splash.listAnew(m_album.paths.InfoPath);
+    const ReadingAhead ahead(
+        m_album.files, listed(m_album.paths.InfoPath), listed(m_album.paths.PhotoPath, InfoEnding));
     for (int index = 0; index < count; ++index) {
         // A copy: events run before the next turn.
         const std::string name = m_splash.File1.List(index);
@@ -113,6 +128,8 @@ void RepairPasses::ThumbnailFilesExist(bool AutoFix)
 try {
     CheckedArray<std::string> missingList;
     const std::int16_t count = m_splash.listAnew(m_album.paths.InfoPath);
+    const ReadingAhead ahead(
+        m_album.files, listed(m_album.paths.InfoPath), listed(m_album.paths.ThumbnailPath, InfoEnding));
     for (int index = 0; index < count; ++index) {
         const std::string name = m_splash.File1.List(index);
         const std::string link = GetPhotoLink(m_album, name);

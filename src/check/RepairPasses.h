@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace trovarium {
 
@@ -32,6 +33,7 @@ public:
     void Create_AllPhotos_Group(std::string_view GroupFileName);
 
 private:
+    std::vector<std::string> listed(const std::string& folder, std::string_view ending = {}) const;
     void updateProgress(int index, int count, float base);
     bool isAgreed(bool AutoFix, std::string_view text, std::string_view title);
 

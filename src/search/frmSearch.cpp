@@ -168,6 +168,10 @@ void frmSearch::searchLibrary()
     cmdSearch.Caption = "Cancel";
 
     const int count = File1.ListCount();
+    std::vector<std::string> paths;
+    for (int i = 0; i < count; ++i)
+        paths.push_back(m_album.paths.InfoPath + File1.List(i));
+    const ReadingAhead ahead(m_album.files, paths);
     for (int i = 0; i < count; ++i) {
         if (matches(File1.List(i)))
             keep(File1.List(i));

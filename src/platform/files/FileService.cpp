@@ -8,6 +8,7 @@
 #include "platform/files/NativeErrors.h"
 #include "platform/files/OpenFile.h"
 #include "platform/files/PathResolver.h"
+#include "platform/files/ReadAhead.h"
 #include "platform/files/WholeFile.h"
 #include "runtime/Text.h"
 
@@ -61,6 +62,7 @@ struct FileService::State {
     std::map<int, OpenFile> numbers;
     std::set<std::string> leftOvers; // native paths
     PathResolver resolver;
+    ReadAhead ahead;
 
     void announce(FileOperation operation, std::string_view path) const
     {
@@ -84,11 +86,13 @@ struct FileService::State {
 
     void made(const NativePath& place, const std::function<void()>& change)
     {
+        ahead.changed(place.whole());
         resolver.listings().carry({{Edit::What::Made, place}}, change);
     }
 
     void gone(const NativePath& place, const std::function<void()>& change)
     {
+        ahead.changed(place.whole());
         resolver.listings().carry({{Edit::What::Gone, place}}, change);
     }
 
@@ -111,6 +115,8 @@ struct FileService::State {
     {
         struct stat status = {};
         refuseEmpty(path);
+        if (const struct stat* found = ahead.status(nativeAsWritten(path)))
+            return *found;
         onReadable(path, Attempted::Access, [&](const std::string& native) { return stat(native.c_str(), &status); });
         if (!isRegular(status))
             throw Failure(FailureKind::FileNotFound);
@@ -290,6 +296,17 @@ void FileService::setFaultHook(FaultHook hook)
     m_state->hook = std::move(hook);
 }
 
+void FileService::expect(const std::vector<std::string>& paths, const std::vector<std::string>& looks)
+{
+    const auto natives = [](const std::vector<std::string>& given) {
+        std::vector<std::string> written;
+        for (const std::string& path : given)
+            written.push_back(nativeAsWritten(path));
+        return written;
+    };
+    m_state->ahead.expect(natives(paths), natives(looks));
+}
+
 int FileService::freeFile() const
 {
     int number = 1;
@@ -311,6 +328,12 @@ void FileService::open(std::string_view path, OpenMode mode, int number)
     if (m_state->numbers.count(number) != 0)
         throw Failure(FailureKind::FileAlreadyOpen);
 
+    if (mode == OpenMode::Input) {
+        if (auto file = m_state->ahead.take(nativeAsWritten(path))) {
+            m_state->numbers.try_emplace(number, std::string(path), std::move(*file));
+            return;
+        }
+    }
     Descriptor descriptor =
         mode == OpenMode::Input ? m_state->openForReading(path) : m_state->openForWriting(path, mode);
     struct stat status = {};
@@ -447,6 +470,7 @@ void FileService::setModified(std::string_view path, Instant instant)
     times[0].tv_nsec = UTIME_OMIT;
     times[1].tv_sec = instant.time_since_epoch().count();
     const State::Target target = m_state->target(path);
+    m_state->ahead.changed(target.native);
     if (utimensat(AT_FDCWD, target.native.c_str(), times, 0) != 0)
         failNow(Attempted::Access);
 }

@@ -66,6 +66,10 @@ public:
 
     void setFaultHook(FaultHook hook);
 
+    // The files that a run is going to open for input one after the other, and, when there are any, as many others
+    // that it will ask for with them. No more than a head start, see `ReadingAhead`.
+    void expect(const std::vector<std::string>& paths, const std::vector<std::string>& looks);
+
     // Numbered text files, 1 to 255.
     int freeFile() const;
     void open(std::string_view path, OpenMode mode, int number);
@@ -135,5 +139,21 @@ private:
 std::string fromNativePath(std::string_view native);
 // The other way, separators only, for texts that a person reads.
 std::string toNativePath(std::string_view path);
+
+// While it lives, files are read ahead of a run through them.
+class ReadingAhead {
+public:
+    ReadingAhead(FileService& files, const std::vector<std::string>& paths, const std::vector<std::string>& looks = {})
+        : m_files(files)
+    {
+        files.expect(paths, looks);
+    }
+    ~ReadingAhead() { m_files.expect({}, {}); }
+    ReadingAhead(const ReadingAhead&) = delete;
+    ReadingAhead& operator=(const ReadingAhead&) = delete;
+
+private:
+    FileService& m_files;
+};
 
 } // namespace trovarium

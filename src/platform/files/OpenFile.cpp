@@ -45,6 +45,17 @@ OpenFile::OpenFile(std::string path, OpenMode mode, Descriptor descriptor, const
 {
 }
 
+OpenFile::OpenFile(std::string path, ReadAhead::File file)
+    : m_path(std::move(path))
+    , m_mode(OpenMode::Input)
+    , m_device(file.status.st_dev)
+    , m_inode(file.status.st_ino)
+    , m_unread(0)
+    , m_buffer(std::move(file.bytes))
+    , m_endReached(true)
+{
+}
+
 bool OpenFile::isSameFile(const struct stat& status) const
 {
     return m_device == status.st_dev && m_inode == status.st_ino;
