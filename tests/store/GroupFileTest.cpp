@@ -154,12 +154,15 @@ TEST_F(GroupFile, MovesTheSelectedLinesAsOneBlock)
     }
 }
 
-TEST_F(GroupFile, AListIsNeverReorderedByFlagsThatBelongToAnother)
+TEST_F(GroupFile, NoListIsChangedByFlagsThatBelongToAnother)
 {
     test.putGroup("G.lst", {"a", "b"});
-    test.showGroup({"a", "b"}, {1});
-    EXPECT_FALSE(readGroupList(test.album(), "none.lst"));
+    test.showGroup({"c", "d", "e"}, {1});
+    test.files().setFaultHook(failAt(FileOperation::LineInput, 2));
+    EXPECT_FALSE(readGroupList(test.album(), "G.lst"));
     EXPECT_FALSE(ReorderGroupFile(test.album(), "G.lst", 2));
+    EXPECT_FALSE(AddToGroup(test.album(), "G.lst"));
+    EXPECT_FALSE(RemoveFromGroupFile(test.album(), "G.lst"));
     EXPECT_EQ(bytes("G.lst"), joinedLines({"a", "b"}));
 }
 
