@@ -175,8 +175,8 @@ TEST_F(GroupFile, AListOfAnotherCaseIsTheOneThatIsMeant)
     EXPECT_TRUE(AddToGroup(test.album(), "Trip.lst"));
     EXPECT_TRUE(RemoveFromGroupFile(test.album(), "Trip.lst"));
     EXPECT_EQ(bytes("Trip.LST"), joinedLines({"b", "a"}));
-    EXPECT_TRUE(ReorderGroupFile(test.album(), "Trip.lst", 2));
-    EXPECT_EQ(bytes("Trip.LST"), joinedLines({"b", "a"}));
+    EXPECT_TRUE(ReorderGroupFile(test.album(), "Trip.lst", 1));
+    EXPECT_EQ(bytes("Trip.LST"), joinedLines({"a", "b"}));
     EXPECT_EQ(lists(), Lines{"Trip.LST"});
     renameGroupList(test.album(), "Trip.lst", "trip.lst");
     EXPECT_EQ(lists(), Lines{"trip.lst"});
