@@ -33,7 +33,7 @@ void Removal::RemoveFromProgram()
     attempt([&] { m_album.files.makeFolder(paths.InfoPath + "Removed"); });
     attempt([&] { m_album.files.makeFolder(paths.AudioPath + "Removed"); });
     std::int16_t last = -1;
-    if (m_album.group.isWhole())
+    if (m_album.group.isWhole)
         attempt([&] { last = toInt16(m_album.group.GroupSelect.upperBound()); });
     for (int i = 0; i <= last; ++i) {
         attempt([&] {

@@ -49,7 +49,7 @@ struct GroupOnShow {
 
     // False after a list that broke off while it was read: the flags are then still those of the group before, and
     // would choose photographs that nobody selected.
-    bool isWhole() const { return GroupSelect.upperBound() == GroupList.upperBound(); }
+    bool isWhole = true;
 };
 
 } // namespace trovarium
