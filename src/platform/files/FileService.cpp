@@ -28,7 +28,6 @@ namespace {
 using Edit = FolderListings::Edit;
 
 constexpr int MaxFileNumber = 255;
-constexpr mode_t NewFileMode = 0666; // less what the user's mask takes away
 
 bool isRegular(const struct stat& status)
 {
