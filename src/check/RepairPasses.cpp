@@ -162,11 +162,7 @@ void RepairPasses::Create_AllPhotos_Group(std::string_view GroupFileName)
 try {
     std::int16_t count = 0;
     int file = 0;
-    attempt([&] {
-        // The folder of the last pass was another one, so that this reads it afresh.
-        m_splash.File1.Path = m_album.paths.InfoPath;
-        count = toInt16(m_splash.File1.ListCount());
-    });
+    attempt([&] { count = m_splash.listAnew(m_album.paths.InfoPath); });
     attempt([&] { file = m_album.files.freeFile(); });
     attempt([&] { m_album.files.open(groupListPath(m_album, GroupFileName), OpenMode::Output, file); });
     for (int index = 0; index < count; ++index) {
