@@ -43,9 +43,11 @@ try {
         if (!isAllPhotosGroup(name))
             m_form.lstSlideGroups.AddItem(std::move(name));
     }
-    // The list without a name is one of the names that a listing leaves out.
-    if (m_album.files.exists(groupListPath(m_album, ".lst")))
-        m_form.lstSlideGroups.AddItem("");
+    // The list without a name is one of the names that a listing leaves out. Unseen it keeps no other from its row.
+    attempt([&] {
+        if (m_album.files.exists(groupListPath(m_album, ".lst")))
+            m_form.lstSlideGroups.AddItem("");
+    });
     // There whether or not it has a file; its blanks sort it first.
     m_form.lstSlideGroups.AddItem(std::string(AllPhotosGroupName));
     showRow(0, std::string(AllPhotosGroupName));

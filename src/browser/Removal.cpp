@@ -33,8 +33,8 @@ void Removal::RemoveFromProgram()
     attempt([&] { m_album.files.makeFolder(paths.InfoPath + "Removed"); });
     attempt([&] { m_album.files.makeFolder(paths.AudioPath + "Removed"); });
     std::int16_t last = -1;
-    attempt([&] { last = toInt16(m_album.group.GroupSelect.upperBound()); });
-    // After a list that couldn't be read there are flags beyond its end, which name no photograph.
+    if (m_album.group.isWhole)
+        attempt([&] { last = toInt16(m_album.group.GroupSelect.upperBound()); });
     for (int i = 0; i <= last; ++i) {
         attempt([&] {
             if (m_album.group.GroupSelect(i) == 1)

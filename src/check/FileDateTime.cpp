@@ -11,9 +11,14 @@ namespace trovarium {
 bool SetFileDateTime(FileService& files, std::string_view FilePath, std::string_view DateText)
 {
     const std::optional<Instant> instant = dateFromText(DateText);
-    if (!instant || !files.exists(FilePath))
-        return false;
-    return !attempt([&] { files.setModified(FilePath, *instant); });
+    bool done = false;
+    attempt([&] {
+        if (instant && files.exists(FilePath)) {
+            files.setModified(FilePath, *instant);
+            done = true;
+        }
+    });
+    return done;
 }
 
 } // namespace trovarium

@@ -44,7 +44,9 @@ bool isOutOfDate(const FileService& files, const std::string& thumbnail, const s
     attempt([&] { photoDate = files.modified(photograph); });
     // What is read answers to its name in another case too: that may be the thumbnail of another photograph
     // of the same second.
-    return thumbDate != photoDate || !files.exists(thumbnail);
+    bool isSeen = false;
+    attempt([&] { isSeen = files.exists(thumbnail); });
+    return thumbDate != photoDate || !isSeen;
 }
 
 } // namespace
@@ -163,9 +165,14 @@ try {
     for (int index = 0; index < count; ++index) {
         const std::string name = m_splash.File1.List(index);
         const std::string infoFile = m_album.paths.InfoPath + name + std::string(InfoEnding);
-        // The link is the same wherever the settings put the photographs.
-        if (!m_album.files.exists(infoFile))
-            CreateInfoFile(m_album.files, infoFile, "\\Photos\\" + name);
+        // One that can't be seen may hold a person's words, and keeps no other photograph from its own.
+        const auto unseen = attempt([&] {
+            // The link is the same wherever the settings put the photographs.
+            if (!m_album.files.exists(infoFile))
+                CreateInfoFile(m_album.files, infoFile, "\\Photos\\" + name);
+        });
+        if (unseen)
+            logFailure(m_album, "InfoFilesExist", *unseen);
         updateProgress(index, count, InfoPassBase);
         if (m_album.AutoCheckBypass)
             return;
@@ -179,11 +186,7 @@ void RepairPasses::Create_AllPhotos_Group(std::string_view GroupFileName)
 try {
     std::int16_t count = 0;
     int file = 0;
-    attempt([&] {
-        // The folder of the last pass was another one, so that this reads it afresh.
-        m_splash.File1.Path = m_album.paths.InfoPath;
-        count = toInt16(m_splash.File1.ListCount());
-    });
+    attempt([&] { count = m_splash.listAnew(m_album.paths.InfoPath); });
     attempt([&] { file = m_album.files.freeFile(); });
     attempt([&] { m_album.files.open(groupListPath(m_album, GroupFileName), OpenMode::Output, file); });
     for (int index = 0; index < count; ++index) {

@@ -18,6 +18,7 @@
 #include "store/LibraryFolders.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -96,9 +97,11 @@ void ImportRun::Files::importAll()
         m_form.lbProgress.Caption = "Importing";
         chooseName(i);
         makeRoom(i);
-        if (m_album.files.exists(m_album.paths.InfoPath + DestName + ".info"))
+        std::optional<bool> isTaken; // none where that can't be seen: a person's words may stand there
+        m_run.statement([&] { isTaken = m_album.files.exists(m_album.paths.InfoPath + DestName + ".info"); });
+        if (isTaken == true)
             note("File already exists");
-        else
+        else if (isTaken)
             importFile(i);
         if (m_run.standing())
             note(m_run.standing()->description());

@@ -61,22 +61,23 @@ bool readGroupList(Album& album, std::string_view fileName)
     FileService& files = album.files;
     GroupOnShow& group = album.group;
     group.GroupList.clear();
-    const bool whole =
+    group.isWhole =
         withFileQuietly(files, album.paths.SlideGroupPath + std::string(fileName), OpenMode::Input, [&](int number) {
             while (!files.endOfFile(number))
                 group.GroupList.append(files.lineInput(number));
         });
-    if (whole)
+    if (group.isWhole)
         group.GroupSelect.redimension(group.GroupList.upperBound());
-    return whole;
+    return group.isWhole;
 }
 
 // From element 0 on: when its flag is set, an empty line is written.
 bool AddToGroup(Album& album, std::string_view fileName)
 try {
     const GroupOnShow& group = album.group;
-    return withFileQuietly(album.files, groupListPath(album, fileName), OpenMode::Append,
-        [&](int number) { printSelected(album.files, number, group, 0, toInt16(group.GroupSelect.upperBound())); });
+    return group.isWhole
+        && withFileQuietly(album.files, groupListPath(album, fileName), OpenMode::Append,
+            [&](int number) { printSelected(album.files, number, group, 0, toInt16(group.GroupSelect.upperBound())); });
 } catch (const Failure&) {
     return false;
 }
@@ -85,6 +86,8 @@ bool RemoveFromGroupFile(Album& album, std::string_view fileName)
 {
     FileService& files = album.files;
     const GroupOnShow& group = album.group;
+    if (!group.isWhole)
+        return false;
     const std::string scratchPath = album.paths.SlideGroupPath + "temp.group";
     int input = 0;
     int output = 0;
@@ -119,7 +122,7 @@ bool ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t drop
 try {
     FileService& files = album.files;
     const GroupOnShow& group = album.group;
-    if (group.GroupSelect.upperBound() != group.GroupList.upperBound())
+    if (!group.isWhole)
         return false;
     // Before the file is emptied: a group that is too long for the walk keeps its list.
     const std::int16_t last = toInt16(group.GroupList.upperBound());

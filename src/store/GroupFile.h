@@ -24,7 +24,7 @@ std::string groupListPath(const Album& album, std::string_view fileName);
 void renameGroupList(Album& album, std::string_view from, std::string_view to);
 
 // The work on group list files; `fileName` has its extension. All catch any failure, close what they opened
-// and give false: no message, no log line.
+// and give false: no message, no log line. What goes by the selection does nothing while the group is not whole.
 
 // Reads the list into album.group.GroupList and clears GroupSelect to the same length. False leaves in
 // GroupList what was read so far, and GroupSelect as it was. The other values of the group are the caller's.
@@ -37,8 +37,7 @@ bool AddToGroup(Album& album, std::string_view fileName);
 bool RemoveFromGroupFile(Album& album, std::string_view fileName);
 
 // Moves the selected photographs as one block: +n behind position n, -n in front of position n. A position
-// beyond the last photograph is taken as the last one. Written in place, and only while GroupSelect belongs to
-// GroupList: after a list that couldn't be read it doesn't.
+// beyond the last photograph is taken as the last one. Written in place.
 bool ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t dropPosition);
 
 // Replaces each of the ten characters that a file name can't hold by "_"; true if nothing had to be changed.

@@ -46,6 +46,10 @@ struct GroupOnShow {
     std::int32_t PhotoCount = 0;
     std::string CurrentGroupName;
     std::int32_t SelectedCount = 0; // what the status text shows; not always the number of set flags
+
+    // False after a list that broke off while it was read: the flags are then still those of the group before, and
+    // would choose photographs that nobody selected.
+    bool isWhole = true;
 };
 
 } // namespace trovarium

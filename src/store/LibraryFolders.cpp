@@ -123,8 +123,8 @@ bool IsFolderReadOnly(Album& album, std::string_view path)
         testFile += '\\';
     testFile += "test.txt";
 
-    // A file of that name which someone keeps there is neither emptied nor deleted.
-    bool isOurs = true;
+    // A file of that name which someone keeps there, or may keep, is neither emptied nor deleted.
+    bool isOurs = false;
     attempt([&] { isOurs = !album.files.exists(testFile); });
     const std::optional<Failure> failure = attempt([&] {
         const int number = album.files.freeFile();

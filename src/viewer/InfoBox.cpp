@@ -67,7 +67,8 @@ try {
     m_form.lbInfo(5).Caption = info.Keywords;
     const std::string name = m_album.group.GroupList(m_album.view.CurrentIndex);
     m_form.lbInfo(6).Caption = name;
-    const bool hasClip = m_album.files.exists(m_album.paths.AudioPath + name + ".wav");
+    bool hasClip = false; // also where that can't be seen: the buttons must not stay those of the photograph before
+    attempt([&] { hasClip = m_album.files.exists(m_album.paths.AudioPath + name + ".wav"); });
     m_form.cmdPlayAudioClip(0).Enabled = hasClip;
     m_form.cmdPlayAudioClip(1).Enabled = hasClip;
 } catch (const Failure& failure) {

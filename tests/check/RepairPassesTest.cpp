@@ -238,6 +238,21 @@ TEST_F(RepairPassesTest, ThumbnailsThatDifferAtAllAreAskedFor)
     EXPECT_FALSE(test.isThere(thumbnail("same.bmp")));
 }
 
+TEST_F(RepairPassesTest, AFileThatCannotBeSeenIsNotReplacedAndStopsNoOther)
+{
+    for (const char* name : {"a.bmp", "b.bmp"})
+        addPhoto(name);
+    test.put(infoFile("a.bmp"), "PLACE=Oslo\r\n");
+    failAt(FileOperation::Exists, "a.bmp.info", FailureKind::DeviceIo);
+    start();
+    EXPECT_EQ(test.bytes(infoFile("a.bmp")), "PLACE=Oslo\r\n");
+    EXPECT_TRUE(test.isThere(infoFile("b.bmp")));
+    EXPECT_EQ(logged("InfoFilesExist", "Device I/O error"), 1) << log();
+    failAt(FileOperation::Exists, "Photo_Thumbnails\\a.bmp", FailureKind::DeviceIo);
+    start();
+    EXPECT_TRUE(test.isThere(thumbnail("b.bmp")));
+}
+
 TEST_F(RepairPassesTest, ANameTooShortForItsEndingIsLoggedByOnePassAndLeftOutByAnother)
 {
     addPhotosWithInfo({"a.bmp", "b.bmp"});

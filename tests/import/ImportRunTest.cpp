@@ -122,7 +122,12 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
         desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
             if (operation == FileOperation::Print && path.ends_with("z.jpg.info"))
                 form().List1.RemoveItem(1); // by its user, in the middle
+            if (operation == FileOperation::Exists && path.ends_with("unseen.jpg.info"))
+                throw Failure(FailureKind::DeviceIo);
         });
+        expectErrors("unseen.jpg", "Device I/O error");
+        import({"unseen.jpg", "m0.jpg"}, {Links}, sources());
+        EXPECT_EQ(taken({"unseen.jpg", "m0.jpg"}), " ig ");
         expectErrors("z.jpg    Error=File already exists\rz.jpg", "Invalid property array index");
         import({"z.jpg", "a.jpg"}, {Links}, sources());
         form().cmdImport.Caption = "Cancel"; // as a refusal leaves it

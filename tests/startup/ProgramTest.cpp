@@ -83,6 +83,12 @@ TEST_F(Start, ThatSkipsTheCheckLeavesTheGroupsAsTheyAre)
     folder.write("Library/Photo_SlideGroups/Trip.lst", "none.jpg\r\n");
     folder.write("Library/Photos/a.jpg", "x");
     const auto before = everything();
+    for (const std::string part :
+        {"Photos", "Photo_Info", "Photo_Thumbnails", "Photo_SlideGroups", "Photo_Audio", "Photo_Midi"}) {
+        const std::string leftOver = "Library/" + part + "/.new-99999999-0";
+        folder.write(leftOver, "half");
+        fs::last_write_time(folder.native(leftOver), fs::file_time_type::clock::now() - std::chrono::hours(25));
+    }
     make(folder.inside("Library"));
     album->AutoCheckBypass = true;
     EXPECT_EQ(runMain(), 0);

@@ -102,6 +102,12 @@ TEST(ReadOnlyTest, LeavesNothingBehindAndSparesAFileOfItsName)
 
     test.put(test.library() + "\\test.txt", "mine");
     EXPECT_FALSE(IsFolderReadOnly(test.album(), test.library()));
+    test.files().setFaultHook([](FileOperation operation, std::string_view) {
+        if (operation == FileOperation::Exists)
+            throw Failure(FailureKind::DeviceIo);
+    });
+    EXPECT_FALSE(IsFolderReadOnly(test.album(), test.library()));
+    test.files().setFaultHook({});
     EXPECT_EQ(test.bytes(test.library() + "\\test.txt"), "mine");
 
     EXPECT_TRUE(IsFolderReadOnly(test.album(), test.library() + "\\none"));

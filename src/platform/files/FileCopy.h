@@ -10,6 +10,8 @@
 
 namespace trovarium {
 
+inline constexpr mode_t NewFileMode = 0666; // less what the user's mask takes away
+
 // A new file that takes its target's name when it is whole and vanishes otherwise, so that nobody ever sees half
 // a file under the name. It has no name until then; where the file system can't do that, and for the moment in
 // which it replaces another, a short hidden one beside its target.
@@ -44,7 +46,7 @@ private:
     Descriptor m_descriptor;
 };
 
-// A hidden name of a new file whose process was killed before it had its own.
+// A hidden name of a new file whose process runs no more here. On a folder that machines share it may run elsewhere.
 bool isLeftOver(std::string_view name);
 
 // Renames without ever replacing a target; -1 with EEXIST when it is there.

@@ -29,7 +29,6 @@ namespace {
 using Edit = FolderListings::Edit;
 
 constexpr int MaxFileNumber = 255;
-constexpr mode_t NewFileMode = 0666; // less what the user's mask takes away
 
 bool isRegular(const struct stat& status)
 {
@@ -411,19 +410,21 @@ std::int64_t FileService::length(std::string_view path) const
 bool FileService::exists(std::string_view path) const
 {
     m_state->announce(FileOperation::Exists, path);
+    struct stat status = {};
+    const auto isSeen = [&](const std::string& native) { return isThere(stat(native.c_str(), &status)); };
     bool found = false;
-    // Whatever keeps a file from being seen, it isn't there for the program.
-    attempt([&] {
+    const auto failure = attempt([&] {
         const std::string native = nativeAsWritten(path);
-        struct stat status = {};
-        if (stat(native.c_str(), &status) == 0) {
-            found = isRegular(status);
-        } else if (isAbsent(errno)) {
+        found = isSeen(native);
+        if (!found) {
             const NativePath place = m_state->resolver.exact(native);
-            found = place != splitNative(native) && stat(place.whole().c_str(), &status) == 0 && isRegular(status);
+            found = place != splitNative(native) && isSeen(place.whole());
         }
     });
-    return found;
+    // What no right or no link leads to isn't there for the program: it can put nothing in its place either.
+    if (failure && !givesNoNames(failure->kind()))
+        throw Failure(*failure);
+    return found && isRegular(status);
 }
 
 bool FileService::folderExists(std::string_view path) const

@@ -91,7 +91,9 @@ public:
     void replaceContent(std::string_view path, std::string_view source);
 
     std::int64_t length(std::string_view path) const; // in bytes; regular files only
-    bool exists(std::string_view path) const;         // a regular file of exactly this name
+    // A regular file of exactly this name. A look that fails (a disk that doesn't answer) is a failure: for a file
+    // that isn't seen others would make a new one, in place of what a person wrote.
+    bool exists(std::string_view path) const;
     bool folderExists(std::string_view path) const;
     void requireFolder(std::string_view path) const; // "Path not found", or why it can't be listed
     // The path of the file that is read for this one: as written, or with the one name that differs in case alone.

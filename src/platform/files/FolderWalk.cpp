@@ -4,10 +4,14 @@
 #include "platform/files/FolderReader.h"
 #include "platform/files/NativeErrors.h"
 #include "platform/files/Paths.h"
+#include "runtime/Dates.h"
 #include "runtime/Text.h"
 
 #include <algorithm>
+#include <chrono>
 #include <optional>
+#include <string_view>
+#include <sys/stat.h>
 #include <utility>
 
 namespace trovarium {
@@ -28,10 +32,13 @@ struct Listed {
     }
 };
 
-// No folder and no link that someone gave such a name.
-bool isLeftOverFile(const FolderReader& reader, const FolderReader::Entry& entry)
+// No folder and no link that someone gave such a name, and nothing that another machine may still be writing.
+bool isLeftOverFile(const std::string& folder, std::string_view name)
 {
-    return isLeftOver(entry.name) && entry.type != DT_LNK && reader.kindOf(entry) == FolderEntry::Kind::File;
+    constexpr std::chrono::hours LongestWrite(24);
+    struct stat status = {};
+    return isLeftOver(name) && lstat(joinNative(folder, name).c_str(), &status) == 0 && S_ISREG(status.st_mode)
+        && now() - Instant(std::chrono::seconds(status.st_mtim.tv_sec)) > LongestWrite;
 }
 
 } // namespace
@@ -48,7 +55,7 @@ std::vector<FolderEntry> entriesOf(
             found.push_back({name, {name, FolderEntry::Kind::Folder}, true});
     }
     while (const std::optional<FolderReader::Entry> entry = reader.next()) {
-        if (isLeftOverFile(reader, *entry))
+        if (isLeftOverFile(folder, entry->name))
             leftOvers.insert(joinNative(folder, entry->name));
         if (entry->name.front() == '.' || !canBeNamed(entry->name))
             continue;

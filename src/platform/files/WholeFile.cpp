@@ -14,8 +14,7 @@ namespace trovarium {
 
 namespace {
 
-constexpr int MaxLinks = 40;         // as the system has it
-constexpr mode_t NewFileMode = 0666; // less what the user's mask takes away
+constexpr int MaxLinks = 40; // as the system has it
 constexpr mode_t PlainRights = 0777;
 
 bool holds(const std::string& native, std::string_view bytes)
@@ -116,6 +115,8 @@ std::string readWhole(const Descriptor& file)
     struct stat status = {};
     if (fstat(file.handle(), &status) != 0)
         failNow(Attempted::Access);
+    if (!S_ISREG(status.st_mode)) // which would read as empty
+        throw Failure(FailureKind::PathFileAccess);
     std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
     std::size_t done = 0;
     while (done < bytes.size()) {

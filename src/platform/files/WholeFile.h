@@ -15,6 +15,7 @@ namespace trovarium {
 // Where a path leads: itself, or the end of the links that stand in its place, whether a file is there or not.
 NativePath linkEnd(std::string native);
 
+// "Path/File access error" for what is no regular file.
 std::string readWhole(const Descriptor& file);
 
 // Gives a file its bytes in one act: a kill or a full disk leaves `old`, or no file where there was none. Owner and

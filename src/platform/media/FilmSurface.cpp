@@ -1,13 +1,15 @@
 #include "platform/media/FilmSurface.h"
 
-#include <cassert>
+#include <cstddef>
 #include <utility>
 
 namespace trovarium {
 
 void FilmSurface::put(FilmFrame frame)
 {
-    assert(frame.width > 0 && frame.pixels.size() == static_cast<std::size_t>(frame.width) * frame.height);
+    if (frame.width <= 0 || frame.height <= 0
+        || frame.pixels.size() / static_cast<std::size_t>(frame.width) < static_cast<std::size_t>(frame.height))
+        return;
     auto latest = std::make_shared<const FilmFrame>(std::move(frame)); // the old one is freed behind the lock
     const std::lock_guard lock(m_mutex);
     m_shown.frame.swap(latest);

@@ -34,7 +34,7 @@ public:
         FilmPlace place;                        // which the frame is stretched to
     };
 
-    void put(FilmFrame frame); // in place of the one before
+    void put(FilmFrame frame); // in place of the one before; drops one with too few pixels
     void clear();              // no frame until the next
     void moveTo(const FilmPlace& place);
     Shown shown() const;

@@ -2,6 +2,7 @@
 #include "support/FailureOf.h"
 #include "support/TemporaryFolder.h"
 
+#include <ctime>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -201,10 +202,14 @@ TEST_F(Folders, WhatAKilledRunLeftHiddenIsRemovedAndNothingElse)
 {
     const std::string dead = ".new-99999999-"; // no process has such a number
     const std::string alive = ".new-" + std::to_string(getpid()) + "-0";
-    const Names kept{alive, dead, dead + "1x", ".new-1", dead + "link", "new-99999999-0"};
+    const std::string young = dead + "2"; // another machine may be writing it
+    const Names kept{alive, dead, dead + "1x", young, ".new-1", dead + "link", "new-99999999-0"};
     for (const std::string& name : kept)
         folder.write(name, "");
     folder.write(dead + "0", "half");
+    for (const std::string& name : {alive, dead, dead + "0", dead + "1x", dead + "link"})
+        stamp(name, {std::time(nullptr) - 25 * 3600, 0});
+    stamp(young, {std::time(nullptr) - 23 * 3600, 0});
     std::filesystem::create_symlink("none", folder.native(dead + "3"));
     std::filesystem::create_directory(folder.native(dead + "4"));
     files.removeLeftOvers(folder.inside() + "\\");

@@ -175,6 +175,7 @@ TEST_F(NumberedFiles, FoldersAndPipesAreNoFiles)
         EXPECT_EQ(failureOf([&] { files.open(path, OpenMode::Input, 1); }), "Path/File access error");
         EXPECT_EQ(failureOf([&] { files.open(path, OpenMode::Output, 1); }), "Path/File access error");
         EXPECT_EQ(failureOf([&] { files.writeWhole(path, "x"); }), "Path/File access error");
+        EXPECT_EQ(failureOf([&] { files.replaceContent(at("list"), path); }), "Path/File access error");
     }
 }
 

@@ -203,7 +203,8 @@ TEST_F(Painting, AFilmShowsInItsBoxAndNowhereElse)
     const std::shared_ptr<FilmSurface> film = sheet.box.filmSurface();
     film->moveTo({20, -10, 600, 30});
     std::thread([&] { film->put(redFrame()); }).join();
-    const Shot shot = robot.shot(sheet); // the box is 40 by 40 pixels at 150,10
+    film->put({3, 2, std::vector<std::uint32_t>(5)}); // too short, and dropped
+    const Shot shot = robot.shot(sheet);              // the box is 40 by 40 pixels at 150,10
     EXPECT_EQ(shot.at(170, 10), Red);
     EXPECT_EQ(shot.at(189, 29), Red);
     EXPECT_EQ(shot.count(Red), 20 * 20);
