@@ -1,0 +1,30 @@
+#include "platform/media/DesktopMedia.h"
+
+#include "platform/mpv/MpvGraph.h"
+#include "platform/mpv/MpvLibrary.h"
+
+#include <utility>
+
+namespace trovarium {
+
+DesktopMedia::DesktopMedia(const FileService& files, Wait wait)
+    : m_files(files)
+    , m_wait(std::move(wait))
+{
+}
+
+DesktopMedia::~DesktopMedia() = default;
+
+std::unique_ptr<FilgraphManager> DesktopMedia::newFilgraphManager()
+{
+    if (!m_filmLibrary)
+        m_filmLibrary = std::make_unique<MpvLibrary>();
+    return std::make_unique<MpvGraph>(*m_filmLibrary, m_files, m_wait);
+}
+
+// Sound comes through the player of sounds; until that stands, the program is silent.
+void DesktopMedia::sndPlaySound(std::string_view /*name*/) { }
+
+void DesktopMedia::mciSendString(std::string_view /*command*/) { }
+
+} // namespace trovarium
