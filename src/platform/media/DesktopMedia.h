@@ -3,6 +3,7 @@
 #include "platform/media/MediaService.h"
 
 #include <functional>
+#include <future>
 #include <memory>
 
 namespace trovarium {
@@ -19,6 +20,7 @@ public:
     DesktopMedia(const FileService& files, Wait wait);
     ~DesktopMedia() override; // behind the films
 
+    void expectFilm() override;
     std::unique_ptr<FilgraphManager> newFilgraphManager() override;
     void sndPlaySound(std::string_view name) override;
     void mciSendString(std::string_view command) override;
@@ -26,7 +28,7 @@ public:
 private:
     const FileService& m_files;
     Wait m_wait;
-    std::unique_ptr<MpvLibrary> m_filmLibrary; // null until a film opens
+    std::shared_future<std::shared_ptr<const MpvLibrary>> m_filmLibrary; // without a state until a film is expected
 };
 
 } // namespace trovarium

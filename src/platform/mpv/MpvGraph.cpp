@@ -24,13 +24,8 @@ constexpr std::chrono::seconds SeekDeadline{2};
 constexpr std::chrono::milliseconds FrameDeadline{300};
 constexpr std::chrono::milliseconds CloseDeadline{300};
 
-struct Option {
-    const char* name;
-    const char* value;
-};
-
 // A clip opens nothing but itself, runs nothing and says nothing.
-constexpr Option Options[] = {
+constexpr std::pair<const char*, const char*> Options[] = {
     {"config", "no"}, {"terminal", "no"}, {"load-scripts", "no"}, {"load-stats-overlay", "no"},
     {"load-osd-console", "no"}, {"load-auto-profiles", "no"}, {"osc", "no"}, {"osd-level", "0"}, {"ytdl", "no"},
     {"input-default-bindings", "no"}, {"input-media-keys", "no"}, {"access-references", "no"}, {"sub-auto", "no"},
@@ -53,14 +48,10 @@ MpvGraph::MpvGraph(const MpvLibrary& library, const FileService& files, Wait wai
 {
     if (!m_core)
         throw Failure(FailureKind::DeviceUnavailable);
-    const auto set = [this](const Option& option) {
-        const int result = m_library.setOptionString(m_core.get(), option.name, option.value);
-        if (result < 0 && result != MPV_ERROR_OPTION_NOT_FOUND) // other versions know fewer
-            throw Failure(FailureKind::DeviceUnavailable);
-    };
-    for (const Option& option : Options)
-        set(option);
-    set({"ao", filmSoundOutput()});
+    for (const auto& [name, value] : Options)
+        setOption(name, value);
+    for (const auto& [name, value] : filmSoundOptions())
+        setOption(name, value);
     if (m_library.initialize(m_core.get()) < 0)
         throw Failure(FailureKind::DeviceUnavailable);
     m_frames.emplace(m_library, m_core.get());
@@ -185,6 +176,14 @@ void MpvGraph::put_Height(int pixels)
 void MpvGraph::put_Owner(std::shared_ptr<FilmSurface> owner)
 {
     m_frames->setOwner(std::move(owner));
+}
+
+// Other versions of the library know fewer.
+void MpvGraph::setOption(const char* name, const char* value)
+{
+    const int result = m_library.setOptionString(m_core.get(), name, value);
+    if (result < 0 && result != MPV_ERROR_OPTION_NOT_FOUND)
+        throw Failure(FailureKind::DeviceUnavailable);
 }
 
 void MpvGraph::requireFilm() const

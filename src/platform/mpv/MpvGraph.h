@@ -45,6 +45,7 @@ private:
         void operator()(mpv_handle* core) const { destroy(core); }
     };
 
+    void setOption(const char* name, const char* value);
     void requireFilm() const;
     void command(std::initializer_list<const char*> words);
     mpv_event_id hear(MpvFrames::Clock::time_point end);

@@ -45,13 +45,15 @@ bool soundDeviceIsThere()
 
 } // namespace
 
-const char* filmSoundOutput()
+// The files of SDL_DISKAUDIOFILE, which have no head, hold one kind of samples whoever writes them.
+std::vector<std::pair<const char*, const char*>> filmSoundOptions()
 {
     const std::string wanted = environment("SDL_AUDIODRIVER");
     if (wanted == "disk")
-        return "sdl"; // which writes into the file of SDL_DISKAUDIOFILE
-    const bool isAudible = wanted != "dummy" && (soundServerIsThere() || soundDeviceIsThere());
-    return isAudible ? "" : "null";
+        return {{"ao", "sdl"}, {"audio-format", "s16"}, {"audio-channels", "stereo"}, {"audio-samplerate", "44100"}};
+    if (wanted == "dummy" || (!soundServerIsThere() && !soundDeviceIsThere()))
+        return {{"ao", "null"}};
+    return {};
 }
 
 } // namespace trovarium
