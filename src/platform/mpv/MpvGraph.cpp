@@ -24,18 +24,21 @@ constexpr std::chrono::seconds SeekDeadline{2};
 constexpr std::chrono::milliseconds FrameDeadline{300};
 constexpr std::chrono::milliseconds CloseDeadline{300};
 
-// A clip opens nothing but itself, runs nothing and says nothing.
 constexpr std::pair<const char*, const char*> Options[] = {
+    // No settings, scripts or keys but ours.
     {"config", "no"}, {"terminal", "no"}, {"load-scripts", "no"}, {"load-stats-overlay", "no"},
-    {"load-osd-console", "no"}, {"load-auto-profiles", "no"}, {"osc", "no"}, {"osd-level", "0"}, {"ytdl", "no"},
-    {"input-default-bindings", "no"}, {"input-media-keys", "no"}, {"access-references", "no"}, {"sub-auto", "no"},
-    {"sid", "no"}, {"audio-file-auto", "no"}, {"cover-art-auto", "no"}, {"demuxer", "lavf"},
+    {"load-osd-console", "no"}, {"load-auto-profiles", "no"}, {"osc", "no"}, {"osd-level", "0"},
+    {"input-default-bindings", "no"}, {"input-media-keys", "no"},
+    // A clip opens nothing but itself.
+    {"ytdl", "no"}, {"access-references", "no"}, {"sub-auto", "no"}, {"sid", "no"}, {"audio-file-auto", "no"},
+    {"cover-art-auto", "no"}, {"demuxer", "lavf"},
     {"demuxer-lavf-o", "format_whitelist=[avi,mov,mp4,m4a,3gp,3g2,mj2,mpeg,mpegts,mpegvideo,matroska,webm,asf,flv,dv]"},
-    {"vo", "libmpv"}, {"video-timing-offset", "0"}, // frames are handed over when they are due
-    {"video-rotate", "no"},                         // see takeSize
-    {"hwdec", "no"}, {"audio-fallback-to-null", "yes"}, {"audio-client-name", "Trovarium"}, {"pause", "yes"},
-    {"keep-open", "yes"}, {"hr-seek", "yes"},
-    {"hr-seek-demuxer-offset", "1"}, // MPEG has no index, and lands too far on without it
+    // Frames are handed over when they are due.
+    {"vo", "libmpv"}, {"video-timing-offset", "0"}, {"video-rotate", "no"}, // see takeSize
+    {"hwdec", "no"}, {"audio-fallback-to-null", "yes"}, {"audio-client-name", "Trovarium"},
+    // It stands still when it opens, and stays open at its end.
+    {"pause", "yes"}, {"keep-open", "yes"},
+    {"hr-seek-demuxer-offset", "1"}, // MPEG has no index: without it a seek lands too far on
 };
 
 } // namespace
