@@ -100,7 +100,8 @@ TEST(Films, OpenNothingButAFilm)
     const TemporaryFolder folder;
     folder.write("words.avi", "no film");
     folder.write("list.avi", "#EXTM3U\n" FILMS "/silent.avi\n");
-    folder.write("parts.avi", "ffconcat version 1.0\nfile " FILMS "/silent.avi\n");
+    folder.write("parts.avi", "ffconcat version 1.0\nfile silent.avi\n");
+    testDesktop().files().copy(clip("silent.avi"), folder.inside("silent.avi"));
     mkfifo(folder.native("pipe.avi").c_str(), 0600);
     for (const auto& [name, told] : {std::pair{"words.avi", "Invalid picture"}, {"list.avi", "Invalid picture"},
              {"parts.avi", "Invalid picture"}, {"pipe.avi", "File not found"}, {"absent.avi", "File not found"}}) {
