@@ -12,6 +12,8 @@ class MediaService {
 public:
     virtual ~MediaService() = default;
 
+    // One may be opened soon: what that takes is got ready meanwhile.
+    virtual void expectFilm() = 0;
     // For a film that is still to be opened. "Device unavailable" where none can be.
     virtual std::unique_ptr<FilgraphManager> newFilgraphManager() = 0;
 

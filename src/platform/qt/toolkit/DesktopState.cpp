@@ -84,6 +84,8 @@ DesktopState::DesktopState(Desktop& owner, int& argc, char** argv, FileService& 
     , turn(std::make_unique<QObject>())
     , gate(std::make_unique<InputGate>())
     , pictures(fileService)
+    , realMedia(
+          fileService, [this](const auto& condition, int milliseconds) { return waitUntil(condition, milliseconds); })
     , screen(*this)
     , realPrompts(std::make_unique<DesktopPrompts>(owner))
     , prompts(realPrompts.get())

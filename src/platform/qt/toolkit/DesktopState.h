@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/media/SilentMedia.h"
+#include "platform/media/DesktopMedia.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/qt/toolkit/FormWindow.h"
 #include "platform/toolkit/Desktop.h"
@@ -103,7 +103,7 @@ struct DesktopState {
     std::unique_ptr<QObject> turn; // what queued calls hang on
     std::unique_ptr<InputGate> gate;
     PictureService pictures;
-    SilentMedia realMedia;
+    DesktopMedia realMedia;
     MediaService* media = &realMedia;
     trovarium::Screen screen;
     std::unique_ptr<Prompts> realPrompts;

@@ -1,0 +1,142 @@
+#include "platform/media/FilgraphManager.h"
+#include "platform/media/FilmSurface.h"
+#include "platform/media/MediaService.h"
+#include "platform/mpv/MpvLibrary.h"
+#include "platform/toolkit/Desktop.h"
+#include "support/FailureOf.h"
+#include "support/Robot.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <memory>
+#include <random>
+#include <string>
+#include <sys/stat.h>
+
+namespace trovarium {
+
+namespace {
+
+struct Film {
+    explicit Film(const std::string& path)
+    {
+        graph->RenderFile(path);
+        graph->put_Owner(surface);
+    }
+
+    std::shared_ptr<FilmSurface> surface = std::make_shared<FilmSurface>();
+    std::unique_ptr<FilgraphManager> graph = testDesktop().media().newFilgraphManager();
+};
+
+int frameOn(const FilmSurface& surface) // -1 for none
+{
+    const auto frame = surface.shown().frame;
+    return frame ? static_cast<int>((frame->pixels[64 * 24 + 32] & 0xff) * 219 / 255.0 / 8 + 0.5) : -1;
+}
+
+std::string clip(const std::string& name)
+{
+    return fromNativePath(FILMS "/" + name);
+}
+
+} // namespace
+
+TEST(Films, PlayPauseSeekAndEnd)
+{
+    for (const char* name : {"silent.avi", "silent.mov", "silent.mpg", "sound.avi", "sound.mov", "sound.mpg"}) {
+        SCOPED_TRACE(name);
+        const Film film(clip(name));
+        FilgraphManager& graph = *film.graph;
+        EXPECT_NEAR(1.0, graph.get_Duration(), 0.1);
+        EXPECT_NEAR(0.0, graph.get_CurrentPosition(), 0.02);
+        EXPECT_EQ(0, frameOn(*film.surface)) << "the first frame is there at once";
+        EXPECT_EQ(0xff, film.surface->shown().frame->pixels[0] >> 24);
+        graph.put_CurrentPosition(0.48);
+        EXPECT_EQ(12, frameOn(*film.surface));
+        EXPECT_NEAR(0.48, graph.get_CurrentPosition(), 0.021);
+
+        graph.Run();
+        EXPECT_TRUE(testDesktop().waitUntil([&] { return frameOn(*film.surface) > 14; }, 2000));
+        graph.Stop();
+        EXPECT_EQ(0, graph.WaitForCompletion(60)); // a frame may still have been on its way
+        const int held = frameOn(*film.surface);
+        const double position = graph.get_CurrentPosition();
+        EXPECT_EQ(0, graph.WaitForCompletion(100));
+        EXPECT_EQ(std::pair(held, position), std::pair(frameOn(*film.surface), graph.get_CurrentPosition()));
+
+        const auto next = std::make_shared<FilmSurface>();
+        graph.put_Width(30);
+        graph.put_Owner(next);
+        EXPECT_EQ(-1, frameOn(*film.surface));
+        EXPECT_EQ(held, frameOn(*next));
+        EXPECT_EQ(30, next->shown().place.width);
+
+        graph.Run();
+        EXPECT_EQ(1, graph.WaitForCompletion(3000));
+        EXPECT_EQ(graph.get_Duration(), graph.get_CurrentPosition());
+        EXPECT_EQ(24, frameOn(*next));
+        graph.put_CurrentPosition(0);
+        EXPECT_EQ(0, graph.WaitForCompletion(0));
+        EXPECT_EQ(0, frameOn(*next));
+        graph.put_CurrentPosition(9);
+        EXPECT_EQ(graph.get_Duration(), graph.get_CurrentPosition()) << "beyond the end is the end";
+    }
+}
+
+TEST(Films, StandUprightAsTheyWereTaken)
+{
+    const Film film(clip("upright.mov"));
+    const FilmFrame& frame = *film.surface->shown().frame;
+    EXPECT_EQ(std::pair(48, 64), std::pair(frame.width, frame.height));
+    EXPECT_GT(frame.pixels[48 * 16 + 24] & 0xff, 180u);
+    EXPECT_LT(frame.pixels[48 * 48 + 24] & 0xff, 60u);
+}
+
+TEST(Films, OpenNothingButAFilm)
+{
+    const TemporaryFolder folder;
+    folder.write("words.avi", "no film");
+    folder.write("list.avi", "#EXTM3U\n" FILMS "/silent.avi\n");
+    folder.write("parts.avi", "ffconcat version 1.0\nfile silent.avi\n");
+    testDesktop().files().copy(clip("silent.avi"), folder.inside("silent.avi"));
+    mkfifo(folder.native("pipe.avi").c_str(), 0600);
+    for (const auto& [name, told] : {std::pair{"words.avi", "Invalid picture"}, {"list.avi", "Invalid picture"},
+             {"parts.avi", "Invalid picture"}, {"pipe.avi", "File not found"}, {"absent.avi", "File not found"}}) {
+        const auto graph = testDesktop().media().newFilgraphManager();
+        EXPECT_EQ(told, failureOf([&] { graph->RenderFile(folder.inside(name)); })) << name;
+        EXPECT_EQ("Invalid procedure call or argument", failureOf([&] { graph->Run(); })) << name;
+    }
+    EXPECT_EQ("Device unavailable", failureOf([] { MpvLibrary("libabsent.so"); }));
+}
+
+// TROVARIUM_DAMAGED_FILMS is the count for each kind.
+TEST(Films, DamageNeitherCrashesNorHangs)
+{
+    const char* wanted = std::getenv("TROVARIUM_DAMAGED_FILMS");
+    const int count = wanted != nullptr ? std::atoi(wanted) : 20;
+    const TemporaryFolder folder;
+    std::mt19937 random(10);
+    for (const char* name : {"sound.avi", "sound.mov", "sound.mpg"}) {
+        testDesktop().files().copy(clip(name), folder.inside("whole"));
+        for (int i = 0; i < count; ++i) {
+            std::string bytes = folder.read("whole");
+            for (unsigned n = random() % 200; n > 0; --n)
+                bytes[random() % (n % 2 == 0 ? bytes.size() : 1000)] = static_cast<char>(random());
+            bytes.resize(i % 4 == 0 ? random() % bytes.size() : bytes.size());
+            folder.write("damaged", bytes);
+            const auto start = std::chrono::steady_clock::now();
+            attempt([&] {
+                const Film film(folder.inside("damaged"));
+                film.graph->Run();
+                film.graph->WaitForCompletion(20);
+                film.graph->put_CurrentPosition(0.5);
+            });
+            EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3)) << name << " " << i;
+        }
+    }
+}
+
+} // namespace trovarium
