@@ -115,16 +115,6 @@ FaultHook readOnlyBelow(std::string folder)
     };
 }
 
-bool mayWrite(FileOperation operation)
-{
-    using enum FileOperation;
-    for (const FileOperation writing : {Open, Print, Close, SetDate, Copy, Delete, Rename, MakeFolder}) {
-        if (operation == writing)
-            return true;
-    }
-    return false;
-}
-
 std::string joinedLines(const std::vector<std::string>& lines)
 {
     std::string text;

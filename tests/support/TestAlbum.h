@@ -52,9 +52,6 @@ private:
 // new folder.
 FaultHook readOnlyBelow(std::string folder);
 
-// Whether a process that ends just before it may leave the disk other than whole.
-bool mayWrite(FileOperation operation);
-
 // Each line with the line end of the library's files.
 std::string joinedLines(const std::vector<std::string>& lines);
 
