@@ -5,8 +5,8 @@
 #include "startup/Program.h"
 #include "startup/UnloadAllForms.h"
 #include "store/Album.h"
+#include "support/KilledProcess.h"
 #include "support/Robot.h"
-#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -69,7 +69,7 @@ protected:
     }
 
     Desktop& desktop = testDesktop();
-    TemporaryFolder folder;
+    TemporaryFolder folder = sharedFolder();
     std::unique_ptr<Album> album;
     std::unique_ptr<Program> program;
 };

@@ -9,6 +9,7 @@
 #include <stdlib.h>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace trovarium {
 
@@ -21,6 +22,11 @@ public:
         if (mkdtemp(name.data()) == nullptr)
             throw std::runtime_error("no temporary folder: " + name);
         m_path = name;
+    }
+    // Another process's folder, for one that doesn't live to remove it.
+    explicit TemporaryFolder(std::string path)
+        : m_path(std::move(path))
+    {
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
