@@ -32,8 +32,9 @@ protected:
         end();
         for (const fs::directory_entry& entry : fs::directory_iterator(folder.path()))
             fs::remove_all(entry.path());
-        for (const std::string name : {"Library", "in", "out"})
-            fs::create_directory(folder.native(name));
+        for (const std::string name :
+            {"Library/Photos", "Library/Photo_Info", "Library/Photo_SlideGroups", "in", "out"})
+            fs::create_directories(folder.native(name));
         COWReg().SetOWSetting("Trovarium", "Options", "FirstTime", "False");
         for (const std::string& name : names)
             folder.write("in/" + name, plainBitmap(20, static_cast<int>(name.size())));
@@ -41,31 +42,15 @@ protected:
     }
     void putOldPhotographs()
     {
-        for (const std::string name : {"Photos", "Photo_Info", "Photo_SlideGroups"})
-            fs::create_directory(folder.native("Library/" + name));
         for (const std::string name : {"1.jpg", "2.jpg"}) {
             folder.write("Library/Photos/" + name, plainBitmap(4, 3));
             folder.write("Library/Photo_Info/" + name + ".info", "PhotoPath=\\Photos\\" + name + "\r\nTITLE=mine\r\n");
         }
         folder.write("Library/Photo_SlideGroups/Gr\u00F6\u00DFe \u5C71.lst", "1.jpg\r\n2.jpg\r\n");
     }
-    // What lies in a folder of the library, without that ending.
-    std::set<std::string> namesIn(const std::string& place, const std::string& ending) const
+    auto countIn(const std::string& place) const
     {
-        std::set<std::string> found;
-        for (const fs::directory_entry& entry : fs::directory_iterator(folder.native("Library/" + place))) {
-            const std::string name = entry.path().filename().string();
-            EXPECT_TRUE(name.ends_with(ending)) << name;
-            found.insert(name.substr(0, name.size() - ending.size()));
-        }
-        return found;
-    }
-    std::set<std::string> namesOnShow() const
-    {
-        std::set<std::string> found;
-        for (int i = 1; i <= album->group.GroupList.upperBound(); ++i)
-            found.insert(album->group.GroupList(i));
-        return found;
+        return std::distance(fs::directory_iterator(folder.native("Library/" + place)), fs::directory_iterator());
     }
     // The first of the two has this place in both groups.
     void travel(int first = 0)
@@ -122,7 +107,7 @@ TEST_F(RoundTrip, BringsOutWhatWentIn)
 
 TEST_F(RoundTrip, KilledAtAnyWriteLosesNothingAndTheNextStartRepairsTheRest)
 {
-    if (isToBeKilled()) {
+    if (getenv(FolderVariable)) {
         start();
         actUntilKilled(desktop.files(), [this] { travel(2); });
     }
@@ -140,11 +125,11 @@ TEST_F(RoundTrip, KilledAtAnyWriteLosesNothingAndTheNextStartRepairsTheRest)
             const auto kept = after.lower_bound(text); // a list may have grown
             EXPECT_TRUE(text.starts_with("config") || (kept != after.end() && kept->starts_with(text))) << text;
         }
-        const std::set<std::string> photographs = namesIn("Photos", "");
-        EXPECT_EQ(namesIn("Photo_Info", ".info"), photographs);
-        EXPECT_EQ(namesOnShow(), photographs);
+        const auto photographs = countIn("Photos");
+        EXPECT_EQ(countIn("Photo_Info"), photographs);
+        EXPECT_EQ(album->group.PhotoCount, photographs);
         start(); // for the thumbnail of what had no information at the last
-        EXPECT_EQ(namesIn("Photo_Thumbnails", ""), photographs);
+        EXPECT_EQ(countIn("Photo_Thumbnails"), photographs);
     }
     EXPECT_GT(step, 40);
 }

@@ -69,7 +69,7 @@ protected:
     }
 
     Desktop& desktop = testDesktop();
-    TemporaryFolder folder = sharedFolder();
+    TemporaryFolder folder{getenv(FolderVariable)};
     std::unique_ptr<Album> album;
     std::unique_ptr<Program> program;
 };

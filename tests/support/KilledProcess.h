@@ -23,17 +23,6 @@ inline constexpr const char* FolderVariable = "KILLED_FOLDER";
 inline constexpr const char* ActVariable = "KILLED_ACT";
 inline constexpr const char* StepVariable = "KILLED_AT";
 
-inline bool isToBeKilled()
-{
-    return getenv(FolderVariable) != nullptr;
-}
-
-// A new folder, or in a process that is to be killed the one that it was given.
-inline TemporaryFolder sharedFolder()
-{
-    return isToBeKilled() ? TemporaryFolder(getenv(FolderVariable)) : TemporaryFolder();
-}
-
 // The exit code of a process that acts and ends before the operation number `step` that may write.
 inline int runUntilKilled(const std::string& folder, int act, int step)
 {
