@@ -64,8 +64,9 @@ public:
         RemoveMissingPhotosFromGroup(test.album(), desktop);
         splash().unload();
         for (const auto& [name, bytes] : m_photos) {
-            const std::string& folder = test.paths().PhotoPath;
-            EXPECT_TRUE(test.bytes(folder + name) == bytes || test.bytes(folder + "Removed\\" + name) == bytes) << name;
+            const std::string removed = test.paths().PhotoPath + "Removed\\";
+            EXPECT_TRUE(test.bytes(test.paths().PhotoPath + name) == bytes || test.bytes(removed + name) == bytes)
+                << name;
         }
     }
 

@@ -23,6 +23,9 @@ namespace fs = std::filesystem;
 // A library in a temporary folder, its settings and the place of the installed copy beside it, and as many
 // starts of the program as a test makes.
 class Start : public testing::Test {
+public:
+    ~Start() override { end(); }
+
 protected:
     Start()
     {
@@ -30,7 +33,6 @@ protected:
         setenv("XDG_CONFIG_HOME", folder.native("config").c_str(), 1);
         setenv("XDG_DATA_HOME", folder.native("data").c_str(), 1);
     }
-    ~Start() override { end(); }
 
     void make(const std::string& programPath)
     {

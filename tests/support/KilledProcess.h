@@ -51,7 +51,8 @@ inline int runUntilKilled(const std::string& folder, int act, int step)
     using enum FileOperation;
     int count = 0;
     bool changed = true;
-    const int last = atoi(getenv(StepVariable));
+    const char* step = getenv(StepVariable);
+    const int last = step == nullptr ? 0 : atoi(step);
     files.setFaultHook([&](FileOperation operation, std::string_view) {
         static const std::set<FileOperation> changing{Print, SetDate, Copy, Delete, Rename, MakeFolder};
         const bool changes = changing.count(operation) != 0;
