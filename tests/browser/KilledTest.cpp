@@ -10,32 +10,13 @@
 #include "platform/toolkit/Desktop.h"
 #include "store/InfoFile.h"
 #include "store/LibraryFolders.h"
+#include "support/KilledProcess.h"
 
-#include <cstdio>
 #include <functional>
-#include <set>
-#include <stdlib.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace trovarium {
 
 namespace {
-
-constexpr int Killed = 42;
-
-// What tells the process that is to be killed of its part.
-constexpr const char* LibraryVariable = "KILLED_LIBRARY";
-constexpr const char* ActVariable = "KILLED_ACT";
-constexpr const char* StepVariable = "KILLED_AT";
-
-bool writes(FileOperation operation)
-{
-    static const std::set<FileOperation> operations{FileOperation::Open, FileOperation::Print, FileOperation::Close,
-        FileOperation::SetDate, FileOperation::Copy, FileOperation::Delete, FileOperation::Rename,
-        FileOperation::MakeFolder};
-    return operations.count(operation) != 0;
-}
 
 // A library whose user acts in a process of its own, which ends in the middle, and which is then started anew.
 class KilledLibrary : public MainWindow {
@@ -60,42 +41,17 @@ public:
         m_before = test.allFiles();
     }
 
-    // The exit code of a process that acts and ends before the operation number `step` that may write.
-    int runUntilKilled(int act, int step)
-    {
-        const pid_t child = fork();
-        if (child == 0) {
-            setenv("TMPDIR", m_placeOfTheKilled.path().c_str(), 1);
-            setenv(LibraryVariable, test.library().c_str(), 1);
-            setenv(ActVariable, std::to_string(act).c_str(), 1);
-            setenv("QT_LOGGING_RULES", "*=false", 1);
-            setenv(StepVariable, std::to_string(step).c_str(), 1);
-            execl("/proc/self/exe", "test_browser", "--gtest_filter=KilledTest.*", "--gtest_brief=1", nullptr);
-            _exit(127);
-        }
-        int status = 0;
-        EXPECT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_TRUE(WIFEXITED(status)) << "signal " << WTERMSIG(status);
-        return WEXITSTATUS(status);
-    }
-
-    // The other side of that, in the process of its own.
+    // In the process of its own.
     [[noreturn]] void actUntilKilled(const Act& act)
     {
-        test.paths().ProgramFolder = test.paths().AppPath = getenv(LibraryVariable);
+        test.paths().ProgramFolder = test.paths().AppPath = getenv(FolderVariable);
         readFolderSettings(test.album());
         open();
         pressRowNamed("Alps");
-        int count = 0;
-        const int last = atoi(getenv(StepVariable));
-        desktop.files().setFaultHook([&count, last](FileOperation operation, std::string_view) {
-            if (writes(operation) && ++count == last)
-                _exit(Killed);
+        trovarium::actUntilKilled(desktop.files(), [&] {
+            act(*this);
+            prompts.verify();
         });
-        act(*this);
-        prompts.verify();
-        std::fflush(nullptr);
-        _exit(HasFailure() ? 1 : 0);
     }
 
     void startAgain()
@@ -108,8 +64,9 @@ public:
         RemoveMissingPhotosFromGroup(test.album(), desktop);
         splash().unload();
         for (const auto& [name, bytes] : m_photos) {
-            const std::string& folder = test.paths().PhotoPath;
-            EXPECT_TRUE(test.bytes(folder + name) == bytes || test.bytes(folder + "Removed\\" + name) == bytes) << name;
+            const std::string removed = test.paths().PhotoPath + "Removed\\";
+            EXPECT_TRUE(test.bytes(test.paths().PhotoPath + name) == bytes || test.bytes(removed + name) == bytes)
+                << name;
         }
     }
 
@@ -169,6 +126,7 @@ public:
     }
 
     using MainWindow::main;
+    using MainWindow::test;
 
 private:
     void TestBody() override { }
@@ -185,7 +143,6 @@ private:
 
     inline static const std::vector<std::string> Names{"p1.jpg", "p2.jpg", "p3.jpg"};
 
-    TemporaryFolder m_placeOfTheKilled; // which can't clear up
     std::map<std::string, std::string> m_photos;
     std::map<std::string, std::string> m_before;
 };
@@ -236,7 +193,7 @@ TEST(KilledTest, AtAnyWriteOnlyWhatTheOrderOfTheStepsImpliesIsLost)
         for (int step = 1; code == Killed; ++step) {
             KilledLibrary library;
             library.make();
-            code = library.runUntilKilled(static_cast<int>(act), step);
+            code = runUntilKilled(library.test.library(), static_cast<int>(act), step);
             library.startAgain();
             const std::string changes = library.changes();
             if (seen.empty() || seen.back() != changes)

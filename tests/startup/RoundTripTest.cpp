@@ -15,11 +15,11 @@ protected:
         });
         robot.choose(entry);
     }
-    void fillIn(int cell)
+    void fillIn(int cell, const std::string& title)
     {
         robot.doubleClick(main->imgThumbnail(cell));
         robot.click(main->cmdEditPhotoInfo);
-        main->txtTitle.Text = cell == 0 ? "\u00C4" : "\u00C4, \u5C71";
+        main->txtTitle.Text = title;
         main->txtYear.Text = "1998";
         for (TextBox* field :
             {&main->txtPhotographer, &main->txtPeople, &main->txtPlace, &main->txtEvent, &main->txtkeywords})
@@ -27,15 +27,26 @@ protected:
         robot.click(main->cmdEditPhotoInfo);
         robot.click(main->pctAlbumList(0));
     }
-    void travel()
+    void prepare()
     {
+        end();
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder.path()))
+            fs::remove_all(entry.path());
+        for (const std::string name :
+            {"Library/Photos", "Library/Photo_Info", "Library/Photo_SlideGroups", "in", "out"})
+            fs::create_directories(folder.native(name));
         COWReg().SetOWSetting("Trovarium", "Options", "FirstTime", "False");
-        for (const std::string name : {"in", "out"})
-            fs::create_directory(folder.native(name));
         for (const std::string& name : names)
             folder.write("in/" + name, plainBitmap(20, static_cast<int>(name.size())));
         desktop.files().setModified(folder.inside("in\\" + names[0]), Instant(std::chrono::seconds(1000000000)));
-        start();
+    }
+    auto countIn(const std::string& place) const
+    {
+        return std::distance(fs::directory_iterator(folder.native("Library/" + place)), fs::directory_iterator());
+    }
+    // The first of the two has this place in both groups.
+    void travel(int first = 0)
+    {
         main = &program->mainWindow()();
         in<frmImport>(main->mnuFileImport, "frmImport", [&](frmImport& form) {
             form.Dir1.Path = folder.inside("in");
@@ -45,8 +56,8 @@ protected:
             robot.click(form.cmdAddFile);
             robot.click(form.cmdImport);
         });
-        fillIn(0);
-        fillIn(1);
+        fillIn(first, "\u00C4");
+        fillIn(first + 1, "\u00C4, \u5C71");
         in<frmSearch>(main->mnuEditSearchAppend, "frmSearch", [&](frmSearch& form) {
             form.txtTitle.Text = "\u00E4";
             robot.click(form.cmdSearch);
@@ -54,8 +65,8 @@ protected:
             robot.click(form.cmdSave);
         });
         robot.click(main->pctAlbumList(1));
-        robot.click(main->imgThumbnail(0));
-        robot.click(main->imgThumbnail(1), LeftButton, CtrlKey);
+        robot.click(main->imgThumbnail(first));
+        robot.click(main->imgThumbnail(first + 1), LeftButton, CtrlKey);
         in<frmExport>(main->mnuFileExport, "frmExport", [&](frmExport& form) {
             form.Dir1.Path = folder.inside("out");
             form.chkExport(2).Value = 1;
@@ -72,6 +83,8 @@ protected:
 
 TEST_F(RoundTrip, BringsOutWhatWentIn)
 {
+    prepare();
+    start();
     travel();
     for (const std::string& name : names) {
         EXPECT_EQ(folder.read("out/" + name), folder.read("in/" + name));
@@ -82,6 +95,40 @@ TEST_F(RoundTrip, BringsOutWhatWentIn)
         "CSV\r\nInfoFile,Event,Keywords,People,Photographer,Place,Title,Year,ImageWidth,ImageHeight\r\n"
         "Z\xFCrich.jpg.info,Ren\xE9,Ren\xE9,Ren\xE9,Ren\xE9,Ren\xE9,\xC4,1998,,\r\n"
         "\u5C71.bmp.info,Ren\u00E9,Ren\u00E9,Ren\u00E9,Ren\u00E9,Ren\u00E9,\u00C4, \u5C71,1998,,\r\n");
+}
+
+TEST_F(RoundTrip, KilledAtAnyWriteLosesNothingAndTheNextStartRepairsTheRest)
+{
+    if (getenv(FolderVariable)) {
+        start();
+        actUntilKilled(desktop.files(), [this] { travel(2); });
+    }
+    int step = 0;
+    int code = Killed;
+    while (code == Killed) {
+        SCOPED_TRACE(++step);
+        prepare();
+        for (const std::string name : {"1.jpg", "2.jpg"}) {
+            folder.write("Library/Photos/" + name, plainBitmap(4, 3));
+            folder.write("Library/Photo_Info/" + name + ".info", "PhotoPath=\\Photos\\" + name + "\r\nTITLE=mine\r\n");
+        }
+        folder.write("Library/Photo_SlideGroups/Gr\u00F6\u00DFe \u5C71.lst", "1.jpg\r\n2.jpg\r\n");
+        const std::set<std::string> before = everything();
+        code = runUntilKilled(folder.path(), 0, step);
+        EXPECT_EQ(start(), 0);
+        const std::set<std::string> after = everything();
+        for (const std::string& text : before) {
+            const auto kept = after.lower_bound(text); // a list may have grown
+            EXPECT_TRUE(text.starts_with("config") || (kept != after.end() && kept->starts_with(text))) << text;
+        }
+        const auto photographs = countIn("Photos");
+        EXPECT_EQ(countIn("Photo_Info"), photographs);
+        EXPECT_EQ(album->group.PhotoCount, photographs);
+        start(); // for the thumbnail of what had no information at the last
+        EXPECT_EQ(countIn("Photo_Thumbnails"), photographs);
+    }
+    EXPECT_EQ(code, 0);
+    EXPECT_GT(step, 40);
 }
 
 } // namespace trovarium

@@ -5,8 +5,8 @@
 #include "startup/Program.h"
 #include "startup/UnloadAllForms.h"
 #include "store/Album.h"
+#include "support/KilledProcess.h"
 #include "support/Robot.h"
-#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -23,6 +23,9 @@ namespace fs = std::filesystem;
 // A library in a temporary folder, its settings and the place of the installed copy beside it, and as many
 // starts of the program as a test makes.
 class Start : public testing::Test {
+public:
+    ~Start() override { end(); }
+
 protected:
     Start()
     {
@@ -30,7 +33,6 @@ protected:
         setenv("XDG_CONFIG_HOME", folder.native("config").c_str(), 1);
         setenv("XDG_DATA_HOME", folder.native("data").c_str(), 1);
     }
-    ~Start() override { end(); }
 
     void make(const std::string& programPath)
     {
@@ -69,7 +71,7 @@ protected:
     }
 
     Desktop& desktop = testDesktop();
-    TemporaryFolder folder;
+    TemporaryFolder folder{getenv(FolderVariable)};
     std::unique_ptr<Album> album;
     std::unique_ptr<Program> program;
 };

@@ -15,8 +15,13 @@ namespace trovarium {
 // A new folder of its own for a test, removed with all that is in it.
 class TemporaryFolder {
 public:
-    TemporaryFolder()
+    // Or that of another process, for one that doesn't live to remove it.
+    explicit TemporaryFolder(const char* others = nullptr)
     {
+        if (others != nullptr) {
+            m_path = others;
+            return;
+        }
         std::string name = (std::filesystem::temp_directory_path() / "trovarium-test-XXXXXX").string();
         if (mkdtemp(name.data()) == nullptr)
             throw std::runtime_error("no temporary folder: " + name);

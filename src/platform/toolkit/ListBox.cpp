@@ -4,7 +4,7 @@
 #include "runtime/Text.h"
 
 #include <algorithm>
-#include <ranges>
+#include <numeric>
 #include <utility>
 
 namespace trovarium {
@@ -32,14 +32,31 @@ void ListBox::setListIndex(int index)
 void ListBox::setSorted(bool value)
 {
     m_sorted = value;
-    const auto numbers = std::views::iota(0, ListCount());
-    const auto text = [this](int index) -> const std::string& { return m_items[index].text; };
-    if (!value || std::ranges::is_sorted(numbers, listedBefore, text))
+    const int count = ListCount();
+    int inOrder = std::min(count, 1);
+    while (inOrder < count && !listedBefore(m_items[inOrder].text, m_items[inOrder - 1].text))
+        ++inOrder;
+    if (!value || inOrder == count)
         return;
     ListItems items = std::exchange(m_items, {});
     m_listIndex = -1;
-    for (const int index : numbers)
+    for (int index = 0; index < count; ++index)
         AddItem(std::move(items[index].text));
+}
+
+// Behind its equals.
+int ListBox::sortedPlace(const std::string& text) const
+{
+    int first = 0;
+    int last = ListCount();
+    while (first < last) {
+        const int middle = std::midpoint(first, last);
+        if (listedBefore(text, m_items[middle].text))
+            last = middle;
+        else
+            first = middle + 1;
+    }
+    return first;
 }
 
 const std::string& ListBox::List(int index) const
@@ -84,10 +101,7 @@ void ListBox::setSelected(int index, bool value)
 
 void ListBox::AddItem(std::string text)
 {
-    int at = ListCount();
-    if (m_sorted)
-        at = *std::ranges::upper_bound(std::views::iota(0, at), text, listedBefore,
-            [this](int index) -> const std::string& { return m_items[index].text; });
+    const int at = m_sorted ? sortedPlace(text) : ListCount();
     m_items.insert(at, {.text = std::move(text)});
     if (m_listIndex >= at)
         ++m_listIndex;

@@ -47,6 +47,7 @@ public:
     void chosen(int index, const std::vector<bool>& selected);
 
 private:
+    int sortedPlace(const std::string& text) const;
     void mark(int index, bool selected); // nothing for -1
     void checkIndex(int index) const;
 
