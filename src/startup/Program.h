@@ -10,6 +10,7 @@
 #include "import/frmImport.h"
 #include "platform/toolkit/FormSlot.h"
 #include "search/frmSearch.h"
+#include "viewer/VideoControls.h"
 #include "viewer/frmFullScreen.h"
 
 #include <string>
@@ -40,6 +41,7 @@ private:
     Desktop& m_desktop;
     Album& m_album;
     std::string m_programPath;
+    VideoControls m_video;
     FormSlot<frmSplash> m_splash;
     FormSlot<frmThumbnail> m_thumbnailBuilder;
     FormSlot<frmFirstTime> m_firstTime;
