@@ -10,6 +10,7 @@
 #include "platform/files/FileService.h"
 #include "platform/toolkit/FormSlot.h"
 #include "support/Library.h"
+#include "viewer/VideoControls.h"
 
 #include <chrono>
 #include <iostream>
@@ -30,7 +31,8 @@ int main(int argc, char** argv)
     Library library(desktop, folder);
     Album& album = library.album();
     FormSlot<frmSplash> splash(desktop, [&] { return std::make_unique<frmSplash>(desktop, album); });
-    FormSlot<frmThumbnail> builder(desktop, [&] { return std::make_unique<frmThumbnail>(desktop, album); });
+    VideoControls video(desktop, album);
+    FormSlot<frmThumbnail> builder(desktop, [&] { return std::make_unique<frmThumbnail>(desktop, album, video); });
     splash().show();
     desktop.DoEvents();
 

@@ -78,7 +78,7 @@ private:
     }
     std::unique_ptr<frmThumbnail> builderThatGoes()
     {
-        auto builder = std::make_unique<frmThumbnail>(m_window.desktop(), album());
+        auto builder = std::make_unique<frmThumbnail>(m_window.desktop(), album(), m_window.form().video());
         builder->Activate.connect([form = builder.get()] { form->unload(); });
         return builder;
     }

@@ -7,6 +7,7 @@
 #include "platform/files/FileService.h"
 #include "platform/toolkit/FormSlot.h"
 #include "support/Library.h"
+#include "viewer/VideoControls.h"
 
 #include <chrono>
 #include <iostream>
@@ -29,7 +30,8 @@ int main(int argc, char** argv)
     for (const std::string& name : files.list(album.paths.PhotoPath + "*.*"))
         names.append(name);
 
-    FormSlot<frmThumbnail> builder(desktop, [&] { return std::make_unique<frmThumbnail>(desktop, album); });
+    VideoControls video(desktop, album);
+    FormSlot<frmThumbnail> builder(desktop, [&] { return std::make_unique<frmThumbnail>(desktop, album, video); });
     const auto start = std::chrono::steady_clock::now();
     builder().load();
     builder().SetMissingList(names);

@@ -96,7 +96,7 @@ void makeWhite(std::initializer_list<Label*> labels)
 
 } // namespace
 
-frmMain::frmMain(Desktop& desktop, Album& album, Dialogs dialogs)
+frmMain::frmMain(Desktop& desktop, Album& album, VideoControls& video, Dialogs dialogs)
     : Form(desktop,
         {.Name = "frmMain", .Caption = "Trovarium", .Width = 12000, .Height = 8580, .Scale = ScaleMode::Pixels})
     , pctAlbumList(this, "pctAlbumList", 0, 7, barPlan)
@@ -105,6 +105,7 @@ frmMain::frmMain(Desktop& desktop, Album& album, Dialogs dialogs)
     , lbThumbnailFile(&pctWindow, "lbThumbnailFile", 0, 15, fileNamePlan)
     , shpThumbnailSelect(&pctWindow, "shpThumbnailSelect", 0, DragFrame, selectPlan)
     , m_album(album)
+    , m_video(video)
     , m_dialogs(std::move(dialogs))
 {
     pctAlbumList.add(this, 10, barPlan(10));
@@ -126,7 +127,10 @@ frmMain::frmMain(Desktop& desktop, Album& album, Dialogs dialogs)
     on(lbButtonText, &Label::Click, this, &frmMain::lbButtonText_Click);
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain()
+{
+    m_video.detach(*this);
+}
 
 void frmMain::paintWindow()
 {
@@ -248,7 +252,7 @@ void frmMain::makeConcerns()
     m_infoBox = std::make_unique<InfoBox>(*this, m_album);
     m_fullScreen = std::make_unique<FullScreen>(*this, m_album);
     m_slideShow = std::make_unique<SlideShow>(*this, m_album);
-    m_video = std::make_unique<VideoControls>(*this, m_album);
+    m_video.attach(*this);
     m_audio = std::make_unique<AudioControls>(*this, m_album);
     m_keyboard = std::make_unique<Keyboard>(*this, m_album);
 }

@@ -42,7 +42,8 @@ class ZoomAndPan;
 // their own handlers; other forms and the concerns themselves reach them through the accessors.
 class frmMain : public Form {
 public:
-    frmMain(Desktop& desktop, Album& album, Dialogs dialogs);
+    // `video` outlives it.
+    frmMain(Desktop& desktop, Album& album, VideoControls& video, Dialogs dialogs);
     ~frmMain() override;
 
     GroupListPane& groupList() { return *m_groupList; }
@@ -56,7 +57,7 @@ public:
     FullScreen& fullScreen() { return *m_fullScreen; }
     InfoBox& infoBox() { return *m_infoBox; }
     SlideShow& slideShow() { return *m_slideShow; }
-    VideoControls& video() { return *m_video; }
+    VideoControls& video() { return m_video; }
     AudioControls& audio() { return *m_audio; }
     Dialogs& dialogs() { return m_dialogs; }
 
@@ -335,6 +336,7 @@ private:
     void makeConcerns();
 
     Album& m_album;
+    VideoControls& m_video;
     Dialogs m_dialogs;
     std::unique_ptr<GroupListPane> m_groupList;
     std::unique_ptr<ThumbnailPages> m_pages;
@@ -348,7 +350,6 @@ private:
     std::unique_ptr<FullScreen> m_fullScreen;
     std::unique_ptr<InfoBox> m_infoBox;
     std::unique_ptr<SlideShow> m_slideShow;
-    std::unique_ptr<VideoControls> m_video;
     std::unique_ptr<AudioControls> m_audio;
     std::unique_ptr<Keyboard> m_keyboard;
 };

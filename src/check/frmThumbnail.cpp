@@ -2,6 +2,7 @@
 
 #include "check/Colors.h"
 #include "check/FileDateTime.h"
+#include "check/VideoPlayer.h"
 #include "platform/files/FileService.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
@@ -24,7 +25,9 @@ namespace trovarium {
 namespace {
 
 constexpr float LongerSide = 100; // of a thumbnail, in pixels
-constexpr int ReadingTime = 300;  // milliseconds, for the form to appear and to be read
+constexpr float ClipWidth = 100;
+constexpr float ClipHeight = 75;
+constexpr int ReadingTime = 300; // milliseconds, for the form to appear and to be read
 constexpr std::size_t FilesAhead = 8;
 constexpr Color BarGrey{128, 128, 128};
 
@@ -72,7 +75,7 @@ private:
 
 } // namespace
 
-frmThumbnail::frmThumbnail(Desktop& desktop, Album& album)
+frmThumbnail::frmThumbnail(Desktop& desktop, Album& album, VideoPlayer& video)
     : Form(desktop,
         {.Name = "frmThumbnail",
             .Caption = "Create Thumbnails",
@@ -80,6 +83,7 @@ frmThumbnail::frmThumbnail(Desktop& desktop, Album& album)
             .Height = 2670,
             .Scale = ScaleMode::Pixels})
     , m_album(album)
+    , m_video(video)
 {
     Picture = desktop.pictures().artwork("background");
     Icon = desktop.pictures().artwork("icon");
@@ -138,15 +142,29 @@ void frmThumbnail::UpdateThumbnailProgress(float Value, std::int16_t Maximum)
 
 void frmThumbnail::createThumbnail(const std::string& listed, const std::string& photograph)
 {
-    // No frame of a clip can be shown yet: nothing is written for it, and the next check asks for it again.
     if (isVideoFile(photograph))
-        return;
-    paintThumbnail(listed, photograph);
+        showFrame(photograph);
+    else
+        paintThumbnail(listed, photograph);
     desktop().DoEvents();
     const std::string thumbnail = m_album.paths.ThumbnailPath + SplitPath(listed).FileName;
     attempt([&] { desktop().pictures().saveBitmap(imgSize.Image(), thumbnail); });
     // The photograph's own date is what tells the next check that this thumbnail is up to date.
     attempt([&] { SetFileDateTime(m_album.files, thumbnail, dateText(m_album.files.modified(photograph))); });
+}
+
+// Without what was painted before, which would pass for a frame of a clip that can't be played.
+void frmThumbnail::showFrame(const std::string& clip)
+{
+    imgSize.Picture = trovarium::Picture();
+    imgSize.Width = ClipWidth;
+    imgSize.Height = ClipHeight;
+    desktop().DoEvents();
+    m_video.OpenVideo(clip, imgSize);
+    desktop().DoEvents();
+    m_video.VideoCommand("play");
+    desktop().DoEvents();
+    m_video.VideoCommand("pause");
 }
 
 void frmThumbnail::paintThumbnail(const std::string& listed, const std::string& photograph)

@@ -13,17 +13,18 @@
 namespace trovarium {
 
 struct Album;
+class VideoPlayer;
 
 // Writes one thumbnail for each photograph of a list and shows the work as it goes. Load it, give it the
 // list, show it modal: it starts when it is activated and unloads itself at the end. The close box stops
 // it after the file in work.
 class frmThumbnail : public Form {
 public:
-    frmThumbnail(Desktop& desktop, Album& album);
+    frmThumbnail(Desktop& desktop, Album& album, VideoPlayer& video);
 
     // Names of photographs from index 1 on.
     void SetMissingList(const CheckedArray<std::string>& List);
-    // Failures are stepped over: a picture that can't be read gets an empty thumbnail.
+    // Failures are stepped over: a picture or clip that can't be read gets an empty thumbnail.
     void CreateThumbnails(const CheckedArray<std::string>& List);
     void UpdateThumbnailProgress(float Value, std::int16_t Maximum);
 
@@ -48,9 +49,11 @@ public:
 
 private:
     void createThumbnail(const std::string& listed, const std::string& photograph);
+    void showFrame(const std::string& clip);
     void paintThumbnail(const std::string& listed, const std::string& photograph);
 
     Album& m_album;
+    VideoPlayer& m_video;
     CheckedArray<std::string> MissingList;
     bool IsBuilding = false;
     bool StopThumbnails = false;

@@ -12,6 +12,7 @@
 #include "links/frmAddMidiWav.h"
 #include "platform/toolkit/FormSlot.h"
 #include "search/frmSearch.h"
+#include "viewer/VideoControls.h"
 #include "viewer/frmFullScreen.h"
 #include "viewer/frmSSP.h"
 
@@ -43,6 +44,7 @@ private:
     Desktop& m_desktop;
     Album& m_album;
     std::string m_programPath;
+    VideoControls m_video;
     FormSlot<frmSplash> m_splash;
     FormSlot<frmThumbnail> m_thumbnailBuilder;
     FormSlot<frmFirstTime> m_firstTime;

@@ -45,7 +45,8 @@ try {
         SaveImageInfo(m_album, m_album.view.PreviousIndex);
     }
     m_album.view.IsVideo = isVideoFile(GetPhotoLink(m_album, infoFileName));
-    m_form.video().EnableVideo(m_album.view.IsVideo);
+    bool unused = false;
+    m_form.video().EnableVideo(m_album.view.IsVideo, unused);
     if (!readInfoFile(m_album, infoFileName, m_album.info))
         return;
     if (m_album.view.InfoEditing)

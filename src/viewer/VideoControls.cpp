@@ -1,14 +1,228 @@
 #include "viewer/VideoControls.h"
 
+#include "browser/Selection.h"
+#include "browser/frmMain.h"
+#include "platform/media/FilgraphManager.h"
+#include "platform/media/MediaService.h"
+#include "platform/toolkit/Desktop.h"
+#include "runtime/Failure.h"
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+#include "store/Album.h"
+
 namespace trovarium {
 
-VideoControls::VideoControls(frmMain& /*form*/, Album& /*album*/) { }
+namespace {
 
-// With no graph open, none of these has an effect; no graph can be opened yet.
-void VideoControls::OpenVideo(std::string_view /*path*/, PictureBox& /*window*/) { }
+constexpr int ClippedChild = 0x6000000; // the style of a window that paints over neither siblings nor children
+constexpr int EndWait = 100;            // milliseconds of each tick
+constexpr float OutOfSight = 8;         // screens
 
-void VideoControls::VideoCommand(std::string_view /*command*/) { }
+} // namespace
 
-void VideoControls::EnableVideo(bool /*enable*/) { }
+VideoControls::VideoControls(Desktop& desktop, Album& album)
+    : m_desktop(desktop)
+    , m_album(album)
+{
+}
+
+VideoControls::~VideoControls() = default;
+
+void VideoControls::attach(frmMain& form)
+{
+    m_form = &form;
+    on(form.cmdVideo, &Button::Click, this, &VideoControls::cmdVideo_Click);
+    on(form.hscVideo.Scroll, this, &VideoControls::hscVideo_Scroll);
+    on(form.tmrVideo.Tick, this, &VideoControls::tmrVideo_Timer);
+}
+
+void VideoControls::detach(const frmMain& form)
+{
+    if (m_form == &form)
+        m_form = nullptr;
+}
+
+void VideoControls::OpenVideo(std::string_view Path, PictureBox& Window)
+try {
+    const std::string path(Path); // what it stands in may change in the events that run below
+    if (VideoRate == 0)
+        VideoRate = 1;
+    CloseVideo();
+    VideoFile = path;
+    m_graph = m_desktop.media().newFilgraphManager();
+    m_graph->RenderFile(VideoFile);
+    showIn(Window);
+    m_graph->put_Rate(VideoRate);
+    takeDuration();
+    VideoStartPosition = 0;
+    if (m_form != nullptr)
+        m_form->hscVideo.Value = 0;
+    // Asked for its failure alone.
+    m_graph->get_Rate();
+    enableButtons(true, false, false);
+} catch (const Failure&) {
+    // The window stays black, and the controls as they were.
+}
+
+// The numbers go through as they stand in the scale of what the box lies on. They mean pixels: in a box that is
+// measured in twips the film is 15 times too large, and clipped.
+void VideoControls::showIn(const PictureBox& window)
+{
+    m_graph->put_WindowStyle(ClippedChild);
+    m_graph->put_Top(0);
+    m_graph->put_Left(0);
+    m_graph->put_Width(toInt32(window.Width()));
+    m_graph->put_Height(toInt32(window.Height()));
+    m_graph->put_Owner(window.filmSurface());
+}
+
+void VideoControls::takeDuration()
+{
+    VideoDuration = roundToPlaces(m_graph->get_Duration(), 1);
+    if (m_form == nullptr)
+        return;
+    m_form->lbVideo.Caption = numberText(VideoDuration) + " sec";
+    m_form->hscVideo.Max = toInt16(VideoDuration);
+}
+
+// The events run with the timer off, so that no tick meets a film on its way out. One of them may open another
+// film: then that one is closed.
+void VideoControls::CloseVideo()
+try {
+    VideoPlaying = false;
+    if (m_form != nullptr)
+        m_form->tmrVideo.Enabled = false;
+    m_desktop.DoEvents();
+    if (m_graph == nullptr)
+        return;
+    m_graph->Stop();
+    m_graph->put_Left(toInt32(m_desktop.Screen().Width() * OutOfSight));
+    m_graph->put_Height(toInt32(m_desktop.Screen().Height() * OutOfSight));
+    m_graph->put_Owner(nullptr);
+    m_graph.reset();
+} catch (const Failure&) {
+    // Quiet: the next film takes its place.
+}
+
+void VideoControls::VideoCommand(std::string_view Command)
+try {
+    const std::string command = upper(Command);
+    if (m_graph == nullptr)
+        return;
+    if (command == "PLAY")
+        play();
+    else if (command == "PAUSE")
+        pause();
+    else if (command == "STOP")
+        stop();
+} catch (const Failure&) {
+    // Quiet.
+}
+
+// A film that is over starts anew, and one that was paused goes on.
+void VideoControls::play()
+{
+    if (roundHalfEven(m_graph->get_CurrentPosition()) < VideoStartPosition
+        || roundHalfEven(m_graph->get_CurrentPosition()) == roundHalfEven(VideoDuration))
+        m_graph->put_CurrentPosition(VideoStartPosition);
+    m_graph->Run();
+    VideoPlaying = true;
+    if (m_form != nullptr)
+        m_form->tmrVideo.Enabled = true;
+    enableButtons(false, true, true);
+}
+
+void VideoControls::pause()
+{
+    m_graph->Pause();
+    VideoPlaying = false;
+    enableButtons(true, false, true);
+}
+
+void VideoControls::stop()
+{
+    m_graph->Stop();
+    VideoPlaying = false;
+    m_graph->put_CurrentPosition(0);
+    if (m_form != nullptr)
+        m_form->hscVideo.Value = 0;
+    enableButtons(true, false, false);
+}
+
+void VideoControls::enableButtons(bool play, bool pause, bool stop)
+{
+    if (m_form == nullptr)
+        return;
+    m_form->cmdVideo(2).Enabled = stop;
+    m_form->cmdVideo(1).Enabled = pause;
+    m_form->cmdVideo(0).Enabled = play;
+}
+
+void VideoControls::SeekVideo(std::int16_t& Seconds)
+try {
+    if (Seconds < 0)
+        Seconds = 0;
+    if (Seconds > VideoDuration)
+        Seconds = toInt16(VideoDuration);
+    if (m_graph != nullptr)
+        m_graph->put_CurrentPosition(Seconds);
+    VideoCommand("pause");
+} catch (const Failure&) {
+    // Quiet.
+}
+
+void VideoControls::UpdateVideoPosition()
+try {
+    if (!VideoPlaying || m_graph == nullptr || m_form == nullptr)
+        return;
+    if (m_graph->WaitForCompletion(EndWait) != 0) {
+        enableButtons(true, false, false);
+        VideoPlaying = false;
+        m_form->tmrVideo.Enabled = false;
+        return;
+    }
+    const double position = roundToPlaces(m_graph->get_CurrentPosition(), 2);
+    if (position < m_form->hscVideo.Max())
+        m_form->hscVideo.Value = toInt32(position);
+} catch (const Failure&) {
+    // Quiet.
+}
+
+void VideoControls::EnableVideo(bool Enable, bool& Result)
+try {
+    Result = false;
+    if (m_form == nullptr)
+        return;
+    m_form->cmdVideo.forEach([Enable](int, Button& button) { button.Enabled = Enable; });
+    m_form->hscVideo.Enabled = Enable;
+    Result = true;
+} catch (const Failure&) {
+    // Quiet: the result tells.
+}
+
+// With the window hidden the current photograph is opened, which plays by itself. The cell asked for doesn't
+// regard the page on show, so from the second page on another photograph comes up, or none: so it is wanted.
+void VideoControls::cmdVideo_Click(int Index)
+{
+    if (Index == 0 && !m_form->picVideoWindow.Visible())
+        m_form->selection().imgThumbnail_DblClick(m_album.view.CurrentIndex - 1);
+    else if (Index == 0)
+        VideoCommand("play");
+    else if (Index == 1)
+        VideoCommand("pause");
+    else if (Index == 2)
+        VideoCommand("stop");
+}
+
+void VideoControls::hscVideo_Scroll()
+{
+    auto seconds = static_cast<std::int16_t>(m_form->hscVideo.Value());
+    SeekVideo(seconds);
+}
+
+void VideoControls::tmrVideo_Timer()
+{
+    UpdateVideoPosition();
+}
 
 } // namespace trovarium

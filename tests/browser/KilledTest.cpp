@@ -57,7 +57,7 @@ public:
     void startAgain()
     {
         FormSlot<frmThumbnail> builder(
-            desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album()); });
+            desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), video); });
         FormSlot<frmSplash> splash(desktop, [this] { return std::make_unique<frmSplash>(desktop, test.album()); });
         splash().show();
         RepairPasses(test.album(), splash(), builder).CheckFolderContents();

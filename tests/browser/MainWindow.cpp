@@ -14,7 +14,8 @@ MainWindow::MainWindow()
     , test(desktop.files())
     , prompts(desktop)
     , robot(desktop)
-    , m_main(desktop, [this] { return std::make_unique<frmMain>(desktop, test.album(), dialogs()); })
+    , video(desktop, test.album())
+    , m_main(desktop, [this] { return std::make_unique<frmMain>(desktop, test.album(), video, dialogs()); })
     , m_groups(desktop, [this] { return std::make_unique<frmGroups>(desktop, test.album(), main()); })
 {
     test.setSetting("Options", "FirstTime", "False");

@@ -7,6 +7,7 @@
 #include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestAlbum.h"
+#include "viewer/VideoControls.h"
 
 #include <gtest/gtest.h>
 
@@ -53,6 +54,7 @@ protected:
     TestAlbum test;
     ScriptedPrompts prompts;
     Robot robot;
+    VideoControls video;
     int firstTimeShown = 0;
     int fullScreenShown = 0;
     int formsUnloaded = 0;

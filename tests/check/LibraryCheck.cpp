@@ -32,7 +32,7 @@ LibraryCheck::LibraryCheck()
     : desktop(testDesktop())
     , test(desktop.files())
     , prompts(desktop)
-    , builder(desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album()); })
+    , builder(desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), player); })
     , splash(desktop, [this] { return std::make_unique<frmSplash>(desktop, test.album()); })
 {
 }

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "check/RepairPasses.h"
+#include "check/VideoPlayer.h"
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
+#include "platform/media/FilmSurface.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/PictureBox.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestAlbum.h"
 
@@ -15,6 +18,21 @@
 #include <vector>
 
 namespace trovarium {
+
+// Notes what it was told, and shows each clip as white all over; nothing of one that is called "damaged".
+class RecordedPlayer : public VideoPlayer {
+public:
+    void OpenVideo(std::string_view path, PictureBox& window) override
+    {
+        told += path.substr(path.rfind('\\') + 1);
+        window.filmSurface()->moveTo({0, 0, static_cast<int>(window.Width()), static_cast<int>(window.Height())});
+        if (path.find("damaged") == std::string_view::npos)
+            window.filmSurface()->put({1, 1, {0xffffffff}});
+    }
+    void VideoCommand(std::string_view command) override { told += " " + std::string(command); }
+
+    std::string told;
+};
 
 // A library with the forms of its check, put together as the start-up does it. Paths of photographs,
 // thumbnails and information files are made from the photograph's name.
@@ -55,6 +73,7 @@ protected:
     Desktop& desktop;
     TestAlbum test;
     ScriptedPrompts prompts;
+    RecordedPlayer player;
     FormSlot<frmThumbnail> builder;
     FormSlot<frmSplash> splash;
 

@@ -87,13 +87,19 @@ TEST_F(ThumbnailBuilderTest, APictureThatCannotBeReadGetsAnEmptyThumbnailOnce)
     EXPECT_EQ(dateOf(thumbnail("torn.bmp")), date);
 }
 
-TEST_F(ThumbnailBuilderTest, NothingIsWrittenForClipsAndTheRunGoesOn)
+TEST_F(ThumbnailBuilderTest, AClipGetsTheFrameAtWhichItWasPausedAndADamagedOneNothingOfTheFileBefore)
 {
-    addPhotosWithInfo({"a.mpg", "b.MOV", "c.Avi", "d.bmp"});
-    build({"a.mpg", "b.MOV", "c.Avi", "d.bmp"});
-    for (const char* name : {"a.mpg", "b.MOV", "c.Avi"})
-        EXPECT_FALSE(test.isThere(thumbnail(name))) << name;
-    EXPECT_TRUE(test.isThere(thumbnail("d.bmp")));
+    const std::vector<std::string> clips{"a.mpg", "b.MOV", "damaged.Avi"};
+    addPhotosWithInfo({"0.bmp", "a.mpg", "b.MOV", "damaged.Avi"});
+    start(); // one that was left without a thumbnail is found
+    EXPECT_EQ(player.told, "a.mpg play pauseb.MOV play pausedamaged.Avi play pause");
+    for (const std::string& name : clips) {
+        const std::string bytes = test.bytes(thumbnail(name));
+        ASSERT_EQ(sizeOfBitmap(bytes), (BitmapSize{100, 75})) << name;
+        EXPECT_EQ(bytes[54] == '\xff', name != "damaged.Avi") << name;
+        EXPECT_EQ(bytes.find_first_not_of(bytes[54], 54), std::string::npos) << name;
+        EXPECT_EQ(dateOf(thumbnail(name)), dateOf(photo(name))) << name;
+    }
 }
 
 TEST_F(ThumbnailBuilderTest, ClosingTheWindowStopsAfterTheFileInWorkAndTheStartGoesOn)

@@ -21,7 +21,7 @@ class ImportWindow : public MainWindow {
 protected:
     ImportWindow()
         : m_search(desktop, [this] { return std::make_unique<frmSearch>(desktop, test.album(), main()); })
-        , m_thumbnailBuilder(desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album()); })
+        , m_thumbnailBuilder(desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), video); })
         , m_import(desktop, [this] {
             return std::make_unique<frmImport>(desktop, test.album(), main(), m_search, m_thumbnailBuilder);
         })

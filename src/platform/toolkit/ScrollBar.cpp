@@ -44,9 +44,12 @@ void ScrollBar::dragged(int value)
 void ScrollBar::released(int value)
 {
     value = std::clamp(value, Min(), upperEnd());
+    const bool moved = value != m_value; // not at the end of a drag
     m_value = value;
     if (value != m_settledValue)
         settle(value);
+    if (moved)
+        Scroll.raise();
 }
 
 // Where an end has moved past it, Value moves along.

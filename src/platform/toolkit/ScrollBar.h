@@ -7,8 +7,8 @@ namespace trovarium {
 enum class Orientation { Horizontal, Vertical };
 
 // Change comes with every real change of Value, from code and by clamping too, inside the statement; after
-// a drag of the thumb once, on release. Scroll comes while the user drags. Enabled gates input and doesn't
-// break off a held arrow.
+// a drag of the thumb once, on release. Scroll comes from the user alone: while dragging, and behind Change
+// for an arrow, the trough, the wheel and a key. Enabled gates input and doesn't break off a held arrow.
 class ScrollBar : public Control {
 public:
     ScrollBar(Container* parent, const Plan& plan, Orientation orientation);

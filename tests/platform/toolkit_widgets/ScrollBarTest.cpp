@@ -90,7 +90,7 @@ TEST_F(ScrollBarTest, PagesLikeTheTroughAndOnlyWhereItIsShownAndEnabled)
     bar.page(5);
     bar.page(1);
     bar.page(-1);
-    EXPECT_EQ(form.taken(), "C5 C10 C6 ");
+    EXPECT_EQ(form.taken(), "C5 S5 C10 S10 C6 S6 ");
     bar.Enabled = false;
     bar.page(1);
     bar.Enabled = true;
@@ -99,21 +99,21 @@ TEST_F(ScrollBarTest, PagesLikeTheTroughAndOnlyWhereItIsShownAndEnabled)
     EXPECT_EQ(form.taken(), "");
 }
 
-TEST_F(ScrollBarTest, ArrowTroughKeysAndWheelRaiseChangeOnly)
+TEST_F(ScrollBarTest, ArrowTroughKeysAndWheelRaiseScrollBehindChange)
 {
     form.show();
     robot.click(bar, LeftButton, NoKeys, downArrow);
-    EXPECT_EQ(form.taken(), "C2 ");
+    EXPECT_EQ(form.taken(), "C2 S2 ");
     robot.click(bar, LeftButton, NoKeys, At{8, 270});
-    EXPECT_EQ(form.taken(), "C3 ");
+    EXPECT_EQ(form.taken(), "C3 S3 ");
     bar.SetFocus();
     robot.key(form, 38);
-    EXPECT_EQ(form.taken(), "C2 ");
+    EXPECT_EQ(form.taken(), "C2 S2 ");
     robot.wheel(bar, 1);
     robot.wheel(form.pctWindow, 2);
-    EXPECT_EQ(form.taken(), "C3 C5 ");
+    EXPECT_EQ(form.taken(), "C3 S3 C5 S5 ");
     robot.key(form, 33);
-    EXPECT_EQ(form.taken(), "C4 ");
+    EXPECT_EQ(form.taken(), "C4 S4 ");
 }
 
 TEST_F(ScrollBarTest, ADragRaisesScrollAndOneChangeOnRelease)
@@ -152,7 +152,7 @@ TEST_F(ScrollBarTest, AHandlerThatClosesTheBarForAMomentDoesNotBreakOffAHeldArro
     robot.press(bar, LeftButton, NoKeys, downArrow);
     EXPECT_TRUE(robot.until([&] { return bar.Value() == 5; }));
     robot.release();
-    EXPECT_EQ(form.taken().substr(0, 12), "C2 C3 C4 C5 ") << "one step at a time";
+    EXPECT_EQ(form.taken().substr(0, 24), "C2 S2 C3 S3 C4 S4 C5 S5 ") << "one step at a time";
 }
 
 TEST_F(ScrollBarTest, AWindowClosedWhileItsBarIsPressedGoesWhenThePressHasReturned)
@@ -181,7 +181,7 @@ TEST_F(ScrollBarTest, ADisabledBarTakesNoInput)
     EXPECT_EQ(bar.Value(), 1);
     bar.Enabled = true;
     robot.key(form, 40);
-    EXPECT_EQ(form.taken(), "C2 ") << "and keeps the focus";
+    EXPECT_EQ(form.taken(), "C2 S2 ") << "and keeps the focus";
 }
 
 TEST_F(ScrollBarTest, ShowsWhatCodeHasSet)
@@ -192,7 +192,7 @@ TEST_F(ScrollBarTest, ShowsWhatCodeHasSet)
     testDesktop().DoEvents();
     EXPECT_FALSE(robot.shot(form) == before) << "the thumb stands elsewhere";
     robot.click(bar, LeftButton, NoKeys, upArrow);
-    EXPECT_EQ(form.taken(), "C10 C9 ");
+    EXPECT_EQ(form.taken(), "C10 C9 S9 ");
 }
 
 } // namespace

@@ -62,12 +62,16 @@ protected:
         if (takesInput() || isSliderDown())
             QScrollBar::mouseMoveEvent(event);
     }
+    // The desktop's own handling takes Left for forwards.
     void keyPressEvent(QKeyEvent* event) override
     {
-        if (takesInput())
-            QScrollBar::keyPressEvent(event);
-        else
+        const bool right = event->key() == Qt::Key_Right;
+        if (!takesInput())
             event->ignore();
+        else if (right || event->key() == Qt::Key_Left)
+            triggerAction(right ? SliderSingleStepAdd : SliderSingleStepSub);
+        else
+            QScrollBar::keyPressEvent(event);
     }
     // The repeat of a held arrow waits while a change is being handled, and goes on after it.
     void timerEvent(QTimerEvent* event) override

@@ -1,0 +1,122 @@
+#include "ViewerWindow.h"
+
+#include "check/frmThumbnail.h"
+#include "platform/toolkit/Screen.h"
+#include "support/RecordedMedia.h"
+
+namespace trovarium {
+
+namespace {
+
+class VideoTest : public ViewerWindow {
+protected:
+    VideoTest()
+    {
+        for (const char* name : {"p.bmp", "a.avi", "b.Mpg"})
+            putPhoto(name, 100, 60);
+        openAlbum({"p.bmp", "a.avi", "b.Mpg"});
+    }
+    std::string told() { return std::exchange(media.film->told, {}); }
+    // The buttons that are lit: play, pause ("="), stop.
+    std::string lit()
+    {
+        std::string text = ">=.";
+        main().cmdVideo.forEach([&](int index, Button& button) { text[index] = button.Enabled() ? text[index] : '-'; });
+        return text;
+    }
+    static std::string times8(float side) { return numberText(side * 8) + " "; }
+
+    RecordedMedia media{desktop};
+    const std::string closed =
+        "Stop Left" + times8(desktop.Screen().Width()) + "Height" + times8(desktop.Screen().Height()) + "Owner0 gone ";
+};
+
+} // namespace
+
+TEST_F(VideoTest, EachCommandLeadsFromEachStateToItsOwn)
+{
+    for (const std::string state : {"none", "open", "play", "pause", "stop"}) {
+        for (const auto& [command, after] : std::map<std::string, std::string>{
+                 {"Play", "-=.Run "}, {"PAUSE", ">-.Pause "}, {"stop", ">--Stop At0 "}, {"none", ""}}) {
+            if (state != "none")
+                video.OpenVideo(test.paths().PhotoPath + "a.avi", main().picVideoWindow);
+            video.VideoCommand(state);
+            const std::string before = lit();
+            told();
+            video.VideoCommand(command);
+            EXPECT_EQ(lit() + told(), state == "none" || command == "none" ? before : after) << state + command;
+        }
+    }
+}
+
+TEST_F(VideoTest, AClipPlaysEndsStartsOverAndIsSought)
+{
+    display(2);
+    EXPECT_EQ(told() + lit(), "a.avi Style100663296 Top0 Left0 Width497 Height373 Owner Rate1 Run Run -=.");
+    EXPECT_EQ(main().lbVideo.Caption() + numberText(main().hscVideo.Max()), "12.3 sec12");
+    main().framInfo.Visible = false;
+    EXPECT_EQ(robot.shot(main()).count({255, 0, 0}), 497 * 373);
+    media.film->position = 4.6;
+    EXPECT_TRUE(robot.until([&] { return main().hscVideo.Value() == 5; }));
+    EXPECT_EQ(told().find("At"), std::string::npos) << "a tick doesn't seek";
+    media.film->position = 12.34;
+    media.film->code = 1;
+    EXPECT_TRUE(robot.until([&] { return lit() == ">--"; }));
+    EXPECT_FALSE(main().tmrVideo.Enabled());
+    told();
+    robot.click(main().cmdVideo(0));
+    main().hscVideo.SetFocus();
+    robot.key(main(), 39);
+    video.UpdateVideoPosition();
+    EXPECT_EQ(told() + lit(), "At0 Run At6 Pause >-.");
+    robot.click(main().cmdVideo(0));
+    for (std::int16_t second : {-1, 13})
+        video.SeekVideo(second);
+    EXPECT_EQ(told(), "Run At0 Pause At12 Pause ");
+    robot.click(main().cmdVideo(2));
+    EXPECT_EQ(main().hscVideo.Value(), 0);
+    robot.click(main().pctNext);
+    EXPECT_TRUE(told().starts_with("Stop At0 " + closed + "b.Mpg "));
+    robot.click(main().cmdFullScreen);
+    EXPECT_NE(told().find("Width" + numberText(desktop.Screen().Width() - 200) + " "), std::string::npos) << "twips";
+    robot.key(fullScreen(), 'B');
+    EXPECT_EQ(told(), "Stop At0 ");
+    pressRowNamed("Alps");
+    EXPECT_EQ(told(), "Stop At0 ");
+    robot.click(main().cmdVideo(0));
+    EXPECT_TRUE(told().starts_with(closed + "b.Mpg ")) << "the hidden window opens the current one";
+    pressRowNamed("Alps");
+    display(1);
+    EXPECT_TRUE(told().ends_with("Stop At0 "));
+    EXPECT_FALSE(main().hscVideo.Enabled());
+}
+
+TEST_F(VideoTest, WhateverFailsIsSilentAndEndsItsOperation)
+{
+    for (const auto& [fails, end] : std::map<std::string, std::string>{{"a.avi", ">=.a.avi "}, {"Owner", ">=.Owner "},
+             {"Rate1", ">=.Rate1 "}, {"Run", ">--Run "}, {"Stop", "-=.Stop "}, {"At0", "-=.At0 "}}) {
+        media.film->fails = fails;
+        display(2);
+        if (lit() == "-=.")
+            video.VideoCommand("stop");
+        EXPECT_EQ(lit(), end.substr(0, 3)) << fails;
+        EXPECT_TRUE(told().ends_with(end.substr(3))) << fails;
+        media.film->fails = "-";
+        pressRowNamed("Alps");
+    }
+}
+
+TEST_F(VideoTest, AFilmOpenedWhileAnotherIsClosedIsClosedTooAndTheWindowMayGo)
+{
+    const std::string path = test.paths().PhotoPath;
+    robot.atNextTurn([&] {
+        video.OpenVideo(path + "a.avi", main().picVideoWindow);
+        main().unload();
+    });
+    frmThumbnail builder(desktop, test.album(), video);
+    video.OpenVideo(path + "b.Mpg", builder.imgSize);
+    video.VideoCommand("play");
+    EXPECT_NE(told().find("Owner Rate1 " + closed + "b.Mpg "), std::string::npos);
+}
+
+} // namespace trovarium
