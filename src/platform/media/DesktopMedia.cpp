@@ -2,6 +2,7 @@
 
 #include "platform/mpv/MpvGraph.h"
 #include "platform/mpv/MpvLibrary.h"
+#include "platform/sdl/SoundPlayer.h"
 
 #include <utility>
 
@@ -10,6 +11,7 @@ namespace trovarium {
 DesktopMedia::DesktopMedia(const FileService& files, Wait wait)
     : m_files(files)
     , m_wait(std::move(wait))
+    , m_sound(std::make_unique<SoundPlayer>())
 {
 }
 
@@ -30,12 +32,12 @@ std::unique_ptr<FilgraphManager> DesktopMedia::newFilgraphManager()
 
 void DesktopMedia::sndPlaySound(std::string_view name)
 {
-    m_sound.sndPlaySound(name);
+    m_sound->sndPlaySound(name);
 }
 
 void DesktopMedia::mciSendString(std::string_view command)
 {
-    m_sound.mciSendString(command);
+    m_sound->mciSendString(command);
 }
 
 } // namespace trovarium

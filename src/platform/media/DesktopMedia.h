@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/media/MediaService.h"
-#include "platform/sdl/SoundPlayer.h"
 
 #include <functional>
 #include <future>
@@ -11,6 +10,7 @@ namespace trovarium {
 
 class FileService;
 class MpvLibrary;
+class SoundPlayer;
 
 // The media libraries of the desktop put together, each loaded when it is first needed.
 class DesktopMedia : public MediaService {
@@ -29,7 +29,7 @@ public:
 private:
     const FileService& m_files;
     Wait m_wait;
-    SoundPlayer m_sound;
+    std::unique_ptr<SoundPlayer> m_sound;
     std::shared_future<std::shared_ptr<const MpvLibrary>> m_filmLibrary; // without a state until a film is expected
 };
 
