@@ -3,11 +3,13 @@
 #include "browser/GroupListPane.h"
 #include "browser/Selection.h"
 #include "browser/frmMain.h"
+#include "platform/media/MediaService.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"
+#include "store/InfoFile.h"
 #include "store/Log.h"
 #include "viewer/VideoControls.h"
 
@@ -121,6 +123,8 @@ void ThumbnailPages::fillCell(int cell, std::int32_t position)
     attempt([&] { image.Visible = true; });
     attempt([&] { label.Caption = m_album.group.GroupList(position); });
     attempt([&] { label.Visible = true; });
+    if (isVideoFile(image.AccessibleName()))
+        m_form.desktop().media().expectFilm();
 }
 
 void ThumbnailPages::emptyCell(int cell)

@@ -25,16 +25,26 @@ class RecordedFilm : public FilgraphManager {
 public:
     ~RecordedFilm() override { script->told += "gone "; }
 
-    void RenderFile(std::string_view path) override { tell(std::string(path.substr(path.rfind('\\') + 1))); }
+    void RenderFile(std::string_view path) override
+    {
+        tell(std::string(path.substr(path.rfind('\\') + 1)));
+        m_isFilm = true;
+    }
     void Run() override
     {
         tell("Run");
-        m_owner->put({1, 1, {0xffff0000}});
+        if (m_owner)
+            m_owner->put({1, 1, {0xffff0000}});
     }
     void Pause() override { tell("Pause"); }
     void Stop() override { tell("Stop"); }
     double get_Duration() const override { return script->duration; }
-    double get_CurrentPosition() const override { return script->position; }
+    double get_CurrentPosition() const override
+    {
+        if (!m_isFilm)
+            throw Failure(FailureKind::InvalidProcedureCall);
+        return script->position;
+    }
     void put_CurrentPosition(double seconds) override { tell("At" + numberText(script->position = seconds)); }
     double get_Rate() const override { return 1; }
     void put_Rate(double rate) override { tell("Rate" + numberText(rate)); }
@@ -47,7 +57,8 @@ public:
     void put_Owner(std::shared_ptr<FilmSurface> owner) override
     {
         tell(owner ? "Owner" : "Owner0");
-        (owner ? owner : m_owner)->clear();
+        if (m_owner)
+            m_owner->clear();
         m_owner = std::move(owner);
         if (m_owner)
             m_owner->moveTo(m_place);
@@ -65,6 +76,7 @@ private:
 
     std::shared_ptr<FilmSurface> m_owner;
     FilmPlace m_place;
+    bool m_isFilm = false;
 };
 
 } // namespace trovarium

@@ -14,8 +14,8 @@ std::string defaultInstallationPath();
 
 inline constexpr int NormalWindow = 1;
 
-// Hands a document, found as a file that is read, to the desktop's own program for it; a value above 32 when that was done. How its window is
-// shown is left to that program.
+// Hands a document, found as a file that is read, to the desktop's own program for it; a value above 32 when that was
+// done. How its window is shown is left to that program.
 int ShellOpenDocument(std::string_view Path, int ShowCommand);
 
 // Starts a program with a normal window; "File not found" when it can't be.
