@@ -9,7 +9,7 @@ namespace trovarium {
 // Read in their order, with changes of the program's own on the way: what is read is always what stands there.
 TEST(ReadAhead, IsNotSeenButForTheTimeItTakes)
 {
-    constexpr int Files = 2000;
+    constexpr int Files = 900;
     const TemporaryFolder folder;
     FileService files;
     std::vector<std::string> paths;
