@@ -104,7 +104,7 @@ struct SoundPlayer::Orders {
     bool ended = false;
 };
 
-SoundPlayer::SoundPlayer(FileService& files)
+SoundPlayer::SoundPlayer(const FileService& files)
     : m_files(files)
 {
 }

@@ -13,7 +13,7 @@ class FileService;
 // could sound. Silence where there is no device or library: each order that could sound looks for it again.
 class SoundPlayer {
 public:
-    explicit SoundPlayer(FileService& files);
+    explicit SoundPlayer(const FileService& files);
     ~SoundPlayer(); // within 100 ms
     SoundPlayer(const SoundPlayer&) = delete;
     SoundPlayer& operator=(const SoundPlayer&) = delete;
@@ -27,7 +27,7 @@ private:
     std::string readable(std::string_view path) const; // native; empty for what isn't there
     bool start();                                      // false where the system has no thread to give
 
-    FileService& m_files;
+    const FileService& m_files;
     std::shared_ptr<Orders> m_orders; // null until the thread runs
     std::thread m_thread;
 };

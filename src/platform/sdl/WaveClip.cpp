@@ -10,9 +10,8 @@ namespace {
 
 constexpr std::int64_t LargestClip = 100'000'000; // bytes
 
-// Beyond these one frame of a damaged file would become thousands.
-constexpr int LowestRate = 1000;
-constexpr int HighestRate = 384'000;
+// Of a damaged file one frame would become thousands, which holds up all that sounds.
+constexpr int LowestRate = 1000; // frames a second
 
 int bytesPerFrame(const SDL_AudioSpec& spec)
 {
@@ -32,7 +31,7 @@ std::unique_ptr<WaveClip> WaveClip::load(const SdlLibrary& sdl, const std::strin
     if (sdl.loadWav(file, 1, &spec, &samples, &clip->m_length) == nullptr)
         return nullptr;
     clip->m_samples = {samples, sdl.freeWav};
-    if (spec.freq < LowestRate || spec.freq > HighestRate || spec.channels == 0)
+    if (spec.freq < LowestRate || spec.channels == 0)
         return nullptr;
     clip->m_length -= clip->m_length % static_cast<Uint32>(bytesPerFrame(spec));
     clip->m_stream = {

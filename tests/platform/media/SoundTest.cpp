@@ -46,8 +46,8 @@ protected:
     {
         const std::string mixed = std::string(8192, '\0') + folder.read("tap");
         std::complex<double> sum;
-        for (std::size_t i = mixed.size() / 4 * 4 - 8192; i + 3 < mixed.size(); i += 4) // the upper byte on the left
-            sum += std::polar<double>(static_cast<signed char>(mixed[i + 1]), 2 * M_PI * hertz * double(i / 4) / 44100);
+        for (std::size_t i = mixed.size() / 4 - 2048; i < mixed.size() / 4; ++i) // the upper byte on the left
+            sum += std::polar<double>(static_cast<signed char>(mixed[4 * i + 1]), 2 * M_PI * hertz * double(i) / 44100);
         return std::abs(sum) > 1600;
     }
 
