@@ -11,7 +11,7 @@ namespace trovarium {
 DesktopMedia::DesktopMedia(const FileService& files, Wait wait)
     : m_files(files)
     , m_wait(std::move(wait))
-    , m_sound(std::make_unique<SoundPlayer>())
+    , m_sound(std::make_unique<SoundPlayer>(files))
 {
 }
 

@@ -1,0 +1,159 @@
+#include "platform/sdl/SoundPlayer.h"
+
+#include "platform/files/FileService.h"
+#include "platform/media/MusicCommand.h"
+#include "platform/sdl/SoundDevice.h"
+#include "runtime/Failure.h"
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <new>
+#include <optional>
+#include <system_error>
+#include <thread>
+#include <variant>
+
+namespace trovarium {
+
+namespace {
+
+// How long the end of the program waits. Closing a device takes 30 ms, but a sound server that doesn't answer
+// holds up its opening for half a minute.
+constexpr auto LongestEnd = std::chrono::milliseconds(80);
+
+struct ClipOrder {
+    std::string path; // native, empty to cut off only
+};
+
+using Order = std::variant<ClipOrder, MusicCommand>;
+
+bool couldSound(const Order& order)
+{
+    if (const auto* clip = std::get_if<ClipOrder>(&order))
+        return !clip->path.empty();
+    return std::get<MusicCommand>(order).act == MusicCommand::Act::Open;
+}
+
+void carryOut(const Order& order, std::optional<SoundDevice>& device)
+try {
+    if (!device && couldSound(order))
+        device.emplace();
+    if (!device)
+        return;
+    if (const auto* clip = std::get_if<ClipOrder>(&order))
+        device->playClip(clip->path);
+    else
+        device->carryOut(std::get<MusicCommand>(order));
+} catch (const Failure&) { // there is no device
+} catch (const std::bad_alloc&) {
+}
+
+} // namespace
+
+// Shared with the thread, which may outlive the player.
+struct SoundPlayer::Orders {
+    // A clip that hasn't begun when the next one comes is not begun.
+    void hand(Order order)
+    {
+        const std::lock_guard lock(access);
+        if (std::holds_alternative<ClipOrder>(order))
+            std::erase_if(waiting, [](const Order& old) { return std::holds_alternative<ClipOrder>(old); });
+        waiting.push_back(std::move(order));
+        changed.notify_all();
+    }
+
+    // None at the end of the program.
+    std::optional<Order> take()
+    {
+        std::unique_lock lock(access);
+        changed.wait(lock, [this] { return ending || !waiting.empty(); });
+        if (ending)
+            return std::nullopt;
+        Order order = std::move(waiting.front());
+        waiting.pop_front();
+        return order;
+    }
+
+    void carryOutAll()
+    {
+        std::optional<SoundDevice> device;
+        while (const std::optional<Order> order = take())
+            carryOut(*order, device);
+        device.reset();
+        const std::lock_guard lock(access);
+        ended = true;
+        changed.notify_all();
+    }
+
+    // Whether the thread came to its end in time.
+    bool end()
+    {
+        std::unique_lock lock(access);
+        ending = true;
+        changed.notify_all();
+        return changed.wait_for(lock, LongestEnd, [this] { return ended; });
+    }
+
+    std::mutex access;
+    std::condition_variable changed;
+    std::deque<Order> waiting;
+    bool ending = false;
+    bool ended = false;
+};
+
+SoundPlayer::SoundPlayer(const FileService& files)
+    : m_files(files)
+{
+}
+
+SoundPlayer::~SoundPlayer()
+{
+    if (!m_orders)
+        return;
+    if (m_orders->end())
+        m_thread.join();
+    else
+        m_thread.detach();
+}
+
+void SoundPlayer::sndPlaySound(std::string_view name)
+{
+    std::string path = readable(name);
+    if (m_orders || (!path.empty() && start()))
+        m_orders->hand(ClipOrder{std::move(path)});
+}
+
+void SoundPlayer::mciSendString(std::string_view command)
+{
+    std::optional<MusicCommand> order = parseMusicCommand(command);
+    if (!order)
+        return;
+    const bool opens = order->act == MusicCommand::Act::Open;
+    if (opens)
+        order->path = readable(order->path);
+    if (m_orders || (opens && !order->path.empty() && start()))
+        m_orders->hand(std::move(*order));
+}
+
+// Here and not on the thread, since the file service belongs to the caller's.
+std::string SoundPlayer::readable(std::string_view path) const
+{
+    std::string native;
+    attempt([&] { native = m_files.nativeForReading(path); });
+    return native;
+}
+
+bool SoundPlayer::start()
+try {
+    m_orders = std::make_shared<Orders>();
+    m_thread = std::thread([orders = m_orders] { orders->carryOutAll(); });
+    return true;
+} catch (const std::system_error&) {
+    m_orders.reset();
+    return false;
+}
+
+} // namespace trovarium

@@ -1,0 +1,131 @@
+#include "platform/media/MusicCommand.h"
+#include "platform/sdl/SoundDevice.h"
+#include "platform/sdl/SoundPlayer.h"
+#include "support/Surroundings.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <complex>
+#include <random>
+#include <sys/stat.h>
+
+namespace trovarium {
+
+namespace {
+
+using namespace std::string_literals;
+using Act = MusicCommand::Act;
+
+constexpr double Bass = 110; // hertz; of an organ, for 20 seconds
+const std::string Piece =
+    "MThd\0\0\0\6\0\0\0\1\0\x60MTrk\0\0\0\x10\0\xC0\x10\0\x90\x2D\x64\x9E\0\x80\x2D\0\0\xFF\x2F\0"s;
+
+std::string clip(double hertz)
+{
+    std::string wave = "RIFF\x80\x38\1\0WAVEfmt \x10\0\0\0\1\0\1\0\x11\x2B\0\0\x11\x2B\0\0\1\0\x08\0data\x80\x38\1\0"s;
+    for (int i = 0; i < 80'000; ++i) // 7 seconds at 11,025 a second
+        wave += static_cast<char>(128 + 60 * std::sin(2 * M_PI * hertz * i / 11025));
+    return wave;
+}
+
+// What is mixed goes into a file.
+class Sound : public testing::Test {
+protected:
+    template <class Condition>
+    static bool comes(Condition holds)
+    {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+        while (!holds() && std::chrono::steady_clock::now() < end) { }
+        return holds();
+    }
+
+    bool isLoud(double hertz) const
+    {
+        const std::string mixed = std::string(8192, '\0') + folder.read("tap");
+        std::complex<double> sum;
+        for (std::size_t i = mixed.size() / 4 - 2048; i < mixed.size() / 4; ++i) // the upper byte on the left
+            sum += std::polar<double>(static_cast<signed char>(mixed[4 * i + 1]), 2 * M_PI * hertz * double(i) / 44100);
+        return std::abs(sum) > 1600;
+    }
+
+    TemporaryFolder folder;
+    VariableForNow driver{"SDL_AUDIODRIVER", "disk"};
+    VariableForNow tap{"SDL_DISKAUDIOFILE", (folder.write("tap", {}), folder.native("tap"))};
+};
+
+} // namespace
+
+TEST(MusicCommand, IsReadInItsThreeForms)
+{
+    const std::pair<std::string_view, std::optional<MusicCommand>> rows[] = {
+        {R"(open "/a\b" c.mid" type sequencer alias 12Midi)", {{Act::Open, "12Midi", R"(/a\b" c.mid)"}}},
+        {R"(open " type sequencer alias x)", {}},
+        {"play x", {{Act::Play, "x", {}}}},
+        {"close x", {{Act::Close, "x", {}}}},
+        {"close ", {}},
+    };
+    for (const auto& [command, read] : rows)
+        EXPECT_EQ(parseMusicCommand(command), read) << command;
+}
+
+TEST_F(Sound, MixesOneClipWithOnePiece)
+{
+    folder.write("high.wav", clip(3000));
+    folder.write("low.wav", clip(1000));
+    folder.write("a.mid", Piece);
+    ASSERT_EQ(mkfifo(folder.native("pipe").c_str(), 0600), 0);
+    const auto threads = [] { return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {}); };
+    const auto before = threads();
+    FileService files;
+    SoundPlayer player(files);
+    player.sndPlaySound("0");
+    player.mciSendString("close ");
+    EXPECT_LE(threads(), before) << "nothing sounds that could be stopped";
+    player.mciSendString("open \"" + folder.inside("A.mid") + "\" type sequencer alias x");
+    struct {
+        std::string order;
+        std::vector<double> on, off; // the tones that then sound, and that don't
+    } const rows[] = {
+        {folder.inside("high.wav"), {3000}, {1000, Bass}},
+        {folder.inside("low.wav"), {1000}, {3000, Bass}},
+        {"play x", {1000, Bass}, {}},
+        {folder.inside("pipe"), {Bass}, {1000}},
+        {folder.inside("high.wav"), {3000, Bass}, {}},
+        {"close x", {3000}, {Bass}},
+        {"close x", {3000}, {}},
+        {"0", {}, {3000}},
+    };
+    const auto loud = [this](double hertz) { return isLoud(hertz); };
+    for (const auto& row : rows) {
+        row.order.ends_with(" x") ? player.mciSendString(row.order) : player.sndPlaySound(row.order);
+        const auto holds = [&] { return std::ranges::all_of(row.on, loud) && std::ranges::none_of(row.off, loud); };
+        EXPECT_TRUE(comes(holds)) << row.order;
+    }
+}
+
+// DAMAGED_SOUNDS asks for more of them.
+TEST_F(Sound, GoesOnBehindDamagedFiles)
+{
+    const VariableForNow pace("SDL_DISKAUDIODELAY", "1"); // milliseconds for 12 of sound
+    const char* const rounds = getenv("DAMAGED_SOUNDS");
+    std::minstd_rand random;
+    SoundDevice device;
+    const std::string path = folder.native("damaged");
+    const auto mixed = [&] { return std::filesystem::file_size(folder.native("tap")); };
+    for (int round = rounds == nullptr ? 20 : atoi(rounds); round > 0; --round) {
+        std::string bytes = round % 2 == 0 ? clip(1000) : Piece;
+        for (int change = 0; change < 4; ++change)
+            bytes[random() % std::min<std::size_t>(bytes.size(), 64)] = static_cast<char>(random());
+        folder.write("damaged", bytes.substr(0, random() % (2 * bytes.size()))); // half of them are cut off
+        device.playClip(path);
+        device.carryOut({Act::Open, "x", path});
+        device.carryOut({Act::Play, "x", {}});
+        ASSERT_TRUE(comes([&, start = mixed()] { return mixed() > start + 16'384; })) << round;
+        device.carryOut({Act::Close, "x", {}});
+    }
+}
+
+} // namespace trovarium
