@@ -185,8 +185,10 @@ void frmAddMidiWav::Dir1_Change()
 }
 
 void frmAddMidiWav::Drive1_Change()
-{
+try {
     Dir1.Path = Drive1.Drive();
+} catch (const Failure& failure) {
+    desktop().prompts().messageBox("Error: " + std::string(failure.description()), Buttons::Ok, "");
 }
 
 void frmAddMidiWav::cmdAddFile_Click()

@@ -1,7 +1,9 @@
 #include "platform/qt/toolkit/RowList.h"
 #include "platform/qt/toolkit/View.h"
+#include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/FolderList.h"
 #include "platform/toolkit/FolderPath.h"
+#include "platform/toolkit/Prompts.h"
 #include "runtime/Failure.h"
 
 #include <QStyle>
@@ -65,10 +67,13 @@ private:
 
     void rowsChosen(int current, const std::vector<bool>&) override { m_current = current; }
     void rowDoubleClicked(int row) override { rowEntered(row); }
+    // One that can't be entered tells why, and the list stays where it is.
     bool rowEntered(int row) override
     {
         // The path that is set may be the row's own, and its text goes with the rows.
-        m_folders.Path = std::string(m_folders.rowPath(row));
+        const auto failure = attempt([&] { m_folders.Path = std::string(m_folders.rowPath(row)); });
+        if (failure)
+            m_folders.desktop().prompts().messageBox("Error: " + std::string(failure->description()), Buttons::Ok, "");
         return true;
     }
 
