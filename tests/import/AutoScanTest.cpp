@@ -127,4 +127,22 @@ TEST_F(AutoScanTest, AFailureEndsItsFolderAlone)
         std::vector<std::string>(15, "An error has occurred in 'FindFiles'. Error = Path/File access error"));
 }
 
+// No folder of the root is entered.
+TEST_F(AutoScanTest, AFolderOfTheRootIsToldAsItIsElsewhere)
+{
+    inDialog([&] {
+        std::string entered;
+        desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+            if (operation != FileOperation::List || path.starts_with("/\\*") || path == "/\\")
+                return;
+            entered = path;
+            throw Failure(FailureKind::PathFileAccess);
+        });
+        std::string root = "/";
+        std::int32_t count = 0;
+        form().autoScan().FindFiles(root, "*.jpg", count, count, form().List1, form().DialogBusy);
+        EXPECT_TRUE(entered.starts_with("/") && entered[1] != '\\') << entered;
+    });
+}
+
 } // namespace trovarium
