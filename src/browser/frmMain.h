@@ -233,7 +233,7 @@ public:
     Label lbStatusPage{&Picture4(4), {.Name = "lbStatusPage", .Left = 30, .Top = 30, .Width = 1410, .Height = 225}};
     Label lbStatusCount{&Picture4(0), {.Name = "lbStatusCount", .Left = 30, .Top = 30, .Width = 1650, .Height = 225}};
     ControlArray<Button> cmdVideo{&Picture4(3), "cmdVideo",
-        {{0, {.Left = 60, .Top = 15, .Width = 825, .Height = 255, .Caption = "Play &Video", .Enabled = false}},
+        {{0, {.Left = 15, .Top = 15, .Width = 870, .Height = 255, .Caption = "Play &Video", .Enabled = false}},
             {1, {.Left = 900, .Top = 15, .Width = 285, .Height = 255, .Enabled = false}},
             {2, {.Left = 1200, .Top = 15, .Width = 285, .Height = 255, .Enabled = false}}}};
     HScroll hscVideo{

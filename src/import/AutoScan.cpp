@@ -110,9 +110,11 @@ std::int64_t AutoScan::FindFiles(std::string& path, const std::string& pattern, 
         if (!findFolders(path, folders, dirCount, stopFlag)
             || !findMatches(path, pattern, total, fileCount, list, stopFlag))
             return total;
+        // A folder in the root is "/home", as everywhere else, though a file of the root is "/\\name" on the list.
+        const std::string above = path == "/\\" ? "/" : path;
         // Every folder is entered, whatever the list holds: the limit is a soft one.
         for (const std::string& name : folders) {
-            std::string below = path + name + "\\";
+            std::string below = above + name + "\\";
             total += FindFiles(below, pattern, fileCount, dirCount, list, stopFlag);
         }
     } catch (const Failure& failure) {

@@ -9,14 +9,6 @@ namespace trovarium {
 class AutoScanTest : public ImportWindow {
 protected:
     void scan() { robot.click(form().cmdAutoScan); }
-    void fillList(int count)
-    {
-        for (int i = 0; i < count; ++i)
-            form().List1.AddItem("old");
-    }
-
-    const std::string limitNotice = "Notice: File count for located media has been exceeded. Some of the specified "
-                                    "folders may have not been completely searched.";
 };
 
 TEST_F(AutoScanTest, FilesComeByTypeThenFolderAndAreSplit)
@@ -26,36 +18,46 @@ TEST_F(AutoScanTest, FilesComeByTypeThenFolderAndAreSplit)
         putSource(name);
     std::filesystem::create_directory_symlink(toNativePath(sources()), toNativePath(sources() + "\\Loop"));
     inDialog([&] {
-        form().List2.AddItem("\\Mine");
-        form().List1.AddItem("hand.jpg");
+        ListBox& list = form().List1;
         std::int32_t files = 0;
         std::int32_t folders = 0;
-        ListBox& list = form().List2; // any list will do
+        const auto find = [&](std::string& path) {
+            return form().autoScan().FindFiles(path, "*.jpg", files, folders, list, form().DialogBusy);
+        };
         std::string path = sources();
-        EXPECT_EQ(form().autoScan().FindFiles(path, "*.jpg", files, folders, list, form().DialogBusy), 4);
-        EXPECT_EQ(path, sources() + "\\");
-        EXPECT_EQ(files, 4);
-        EXPECT_EQ(folders, 3);
-        while (list.ListCount() > 1)
-            list.RemoveItem(1);
-
+        EXPECT_EQ(find(path), 4);
+        EXPECT_EQ(path + " " + std::to_string(10 * files + folders), sources() + "\\ 43");
+        list.Clear();
+        list.AddItem("hand.jpg");
+        form().List2.AddItem("\\Mine");
         form().chkFilter(6).Value = 0;
         scan();
         EXPECT_EQ(entries(),
             (std::vector<std::string>{
                 "|hand.jpg", "\\|B.jpg", "\\Aft\\|x.jpg", "\\Sub\\|a.jpg", "\\Sub\\Deep\\|z.JPG", "\\|c.bmp"}));
-        EXPECT_EQ(form().lbCount.Caption(), "5") << "the last index";
-        EXPECT_EQ(form().cmdAutoScan.Caption(), "&Auto-Scan (and sub-folders)");
-        EXPECT_FALSE(form().DialogBusy);
+        EXPECT_EQ(form().lbCount.Caption() + form().cmdAutoScan.Caption(), "5&Auto-Scan (and sub-folders)");
         scan();
-        EXPECT_EQ(form().List1.ListCount(), 11) << "a second scan doubles";
+        EXPECT_EQ(list.ListCount(), 11) << "a second scan doubles";
+
+        // The root is listed, and nothing in it.
+        std::string entered;
+        desktop.files().setFaultHook([&](FileOperation operation, std::string_view listed) {
+            if (operation != FileOperation::List || listed.size() < 3 || listed[2] == '*')
+                return;
+            entered = listed;
+            throw Failure(FailureKind::PathFileAccess);
+        });
+        path = "/";
+        find(path);
+        EXPECT_TRUE(entered.starts_with('/') && !entered.starts_with("/\\")) << entered;
     });
 }
 
-TEST_F(AutoScanTest, TheSecondPressCancelsAndLeavesWhatIsFound)
+TEST_F(AutoScanTest, TheSecondPressCancelsAndLeavesWhatIsFoundAndClosingEndsItToo)
 {
     for (const char* name : {"a.jpg", "b.jpg", "c.jpg", "d.bmp"})
         putSource(name);
+    int measured = 0;
     inDialog([&] {
         desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
             if (operation != FileOperation::Length || !path.ends_with("b.jpg"))
@@ -70,20 +72,9 @@ TEST_F(AutoScanTest, TheSecondPressCancelsAndLeavesWhatIsFound)
         EXPECT_EQ(entries(), (std::vector<std::string>{"\\|a.jpg", "-|\\b.jpg"}));
         EXPECT_TRUE(form().List1.Enabled());
         EXPECT_EQ(form().MousePointer(), DefaultPointer);
-    });
-}
-
-TEST_F(AutoScanTest, ClosingTheWindowEndsTheScan)
-{
-    for (const char* name : {"a.jpg", "b.jpg", "c.jpg"})
-        putSource(name);
-    int measured = 0;
-    inDialog([&] {
         desktop.files().setFaultHook([&](FileOperation operation, std::string_view) {
-            if (operation != FileOperation::Length)
-                return;
-            ++measured;
-            form().unload();
+            if (operation == FileOperation::Length && ++measured == 1)
+                form().unload();
         });
         scan();
     });
@@ -96,14 +87,15 @@ TEST_F(AutoScanTest, TheLimitIsSoftAndToldOnce)
         putSource(name);
     inDialog([&] {
         form().lbCount.Visible = false; // which is painted 64,000 times otherwise
-        fillList(31999);
-        prompts.expectNotice(limitNotice);
+        for (int i = 0; i < 31999; ++i)
+            form().List1.AddItem("old");
+        prompts.expectNotice("Notice: File count for located media has been exceeded. Some of the specified folders "
+                             "may have not been completely searched.");
         scan();
         EXPECT_EQ(form().List1.ListCount(), 31999 + 4) << "one more for each folder, and no further type";
         prompts.verify();
         scan();
-        EXPECT_EQ(form().List1.ListCount(), 31999 + 4);
-        EXPECT_EQ(form().List2.ListCount(), 31999 + 4) << "what was there is split again";
+        EXPECT_EQ(form().List1.ListCount(), form().List2.ListCount()) << "what was there is split again";
     });
 }
 

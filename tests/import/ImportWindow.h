@@ -9,9 +9,6 @@
 #include "support/TemporaryFolder.h"
 
 #include <filesystem>
-#include <string>
-#include <string_view>
-#include <vector>
 
 namespace trovarium {
 
@@ -19,15 +16,7 @@ namespace trovarium {
 // folder of sources, which is the user's own folder too.
 class ImportWindow : public MainWindow {
 protected:
-    ImportWindow()
-        : m_search(desktop, [this] { return std::make_unique<frmSearch>(desktop, test.album(), main()); })
-        , m_thumbnailBuilder(desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), video); })
-        , m_import(desktop, [this] {
-            return std::make_unique<frmImport>(desktop, test.album(), main(), m_search, m_thumbnailBuilder);
-        })
-    {
-        test.setSetting("Import", "LastPath", sources());
-    }
+    ImportWindow() { test.setSetting("Import", "LastPath", sources()); }
 
     // Opens the main window, and the dialog by its entry on the File menu; closes it behind the story.
     template <class Story>
@@ -43,9 +32,6 @@ protected:
         robot.choose(main().mnuFileImport);
     }
 
-    frmImport& form() { return m_import(); }
-    frmSearch& search() { return m_search(); }
-
     std::string sources() const { return m_sources.inside(); }
     // In the folder of sources; `name` may lead through folders, which are made.
     void putSource(const std::string& name, std::string_view bytes = "x")
@@ -53,29 +39,30 @@ protected:
         std::filesystem::create_directories(std::filesystem::path(m_sources.native(name)).parent_path());
         m_sources.write(name, std::string(bytes));
     }
+    std::string setting(std::string_view key)
+    {
+        return test.album().Settings().GetOWSetting("Trovarium", "Import", key, "none");
+    }
 
     // The list as "folder|name", folders told from the folder of sources; "-" for an entry without one.
     std::vector<std::string> entries()
     {
         std::vector<std::string> lines;
         for (int i = 0; i < form().List1.ListCount(); ++i) {
-            const std::string folder = i < form().List2.ListCount() ? form().List2.List(i) : "-";
-            lines.push_back(withoutSources(folder) + "|" + withoutSources(form().List1.List(i)));
+            lines.push_back((i < form().List2.ListCount() ? form().List2.List(i) : "-") + "|" + form().List1.List(i));
+            if (const std::size_t place = lines.back().find(sources()); place != std::string::npos)
+                lines.back().erase(place, sources().size());
         }
         return lines;
     }
 
-private:
-    std::string withoutSources(const std::string& path) const
-    {
-        return path.starts_with(sources()) ? path.substr(sources().size()) : path;
-    }
-
     TemporaryFolder m_sources;
     VariableForNow m_home{"HOME", m_sources.path()};
-    FormSlot<frmSearch> m_search;
-    FormSlot<frmThumbnail> m_thumbnailBuilder;
-    FormSlot<frmImport> m_import;
+    FormSlot<frmSearch> search{desktop, [this] { return std::make_unique<frmSearch>(desktop, test.album(), main()); }};
+    FormSlot<frmThumbnail> thumbnails{
+        desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), video); }};
+    FormSlot<frmImport> form{
+        desktop, [this] { return std::make_unique<frmImport>(desktop, test.album(), main(), search, thumbnails); }};
 };
 
 } // namespace trovarium

@@ -1,5 +1,7 @@
 #include "platform/system/MountedMedia.h"
 
+#include "platform/system/UserFolders.h"
+
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -39,6 +41,7 @@ std::string unescaped(std::string_view field)
 
 std::vector<std::string> mountedMedia(const std::string& table)
 {
+    const std::string home = homeFolder();
     std::vector<std::string> folders;
     std::ifstream mounts(table);
     std::string device;
@@ -46,7 +49,7 @@ std::vector<std::string> mountedMedia(const std::string& table)
     std::string rest;
     while (mounts >> device >> field && std::getline(mounts, rest)) {
         std::string folder = unescaped(field);
-        if (isMedium(folder) && std::find(folders.begin(), folders.end(), folder) == folders.end())
+        if (isMedium(folder) && folder != home && std::find(folders.begin(), folders.end(), folder) == folders.end())
             folders.push_back(std::move(folder));
     }
     return folders;

@@ -9,10 +9,14 @@ namespace trovarium {
 std::string homeFolder()
 {
     const char* home = std::getenv("HOME");
-    if (home != nullptr && home[0] == '/')
-        return home;
-    const passwd* entry = getpwuid(getuid());
-    return entry != nullptr && entry->pw_dir != nullptr ? entry->pw_dir : "";
+    if (home == nullptr || home[0] != '/') {
+        const passwd* entry = getpwuid(getuid());
+        home = entry != nullptr ? entry->pw_dir : nullptr;
+    }
+    std::string folder = home != nullptr ? home : "";
+    while (folder.size() > 1 && folder.back() == '/')
+        folder.pop_back();
+    return folder;
 }
 
 std::string userFolder(const char* variable, std::string_view belowHome)

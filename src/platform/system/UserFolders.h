@@ -5,7 +5,8 @@
 
 namespace trovarium {
 
-// The user's home folder as a native path; empty when the system knows none.
+// The user's home folder as a native path with no slash at the end, but for the root's; empty when the system
+// knows none.
 std::string homeFolder();
 
 // A folder of the desktop's base folder rules: the environment's `variable` when it is an absolute path,

@@ -1,5 +1,9 @@
 #include "platform/toolkit/Button.h"
 #include "platform/toolkit/CheckBox.h"
+#include "platform/toolkit/ComboBox.h"
+#include "platform/toolkit/DriveList.h"
+#include "platform/toolkit/FileList.h"
+#include "platform/toolkit/ListBox.h"
 #include "platform/toolkit/OptionButton.h"
 
 #include "platform/toolkit/ControlArray.h"
@@ -109,6 +113,23 @@ TEST_F(ButtonsTest, EnterAndEscapePressDefaultAndCancelFromAnotherControl)
     robot.key(form, 13);
     robot.key(form, 27);
     EXPECT_EQ(form.taken(), "");
+}
+
+TEST_F(ButtonsTest, EnterAmongRowsPressesNoDefaultButton)
+{
+    ComboBox combo{&form, {.Name = "combo", .Width = 1500, .Height = 300}};
+    DriveList drives{&form, {.Name = "drives", .Width = 1500, .Height = 300}};
+    FileList files{&form, {.Name = "files", .Width = 1500, .Height = 900}};
+    ListBox list{&form, {.Name = "list", .Width = 1500, .Height = 900}};
+    list.AddItem("row");
+    form.cmdOK.Default = true;
+    show();
+    for (Control* rows : std::initializer_list<Control*>{&combo, &drives, &files, &list}) {
+        rows->SetFocus();
+        EXPECT_TRUE(rows->hasFocus());
+        robot.key(form, 13);
+        EXPECT_EQ(form.taken(), "") << rows->Name();
+    }
 }
 
 TEST_F(ButtonsTest, AHandlerMayLetItsButtonBePressedAgainAndUnloadTheForm)

@@ -228,6 +228,8 @@ TEST_F(FileControlsTest, MediaAreWhatIsMountedWhereMediaAre)
     EXPECT_EQ(mountedMedia(folder.native("mounts")),
         (std::vector<std::string>{"/media/ann/HOLIDAY PICS", "/media/cdrom", "/mnt/nas"}));
     EXPECT_TRUE(mountedMedia(folder.native("none")).empty());
+    const VariableForNow mounted("HOME", "/mnt/nas/");
+    EXPECT_EQ(mountedMedia(folder.native("mounts")).size(), 2U) << "the user's folder is no medium";
 }
 
 TEST_F(FileControlsTest, ADriveIsThePlaceThatHoldsTheFolderOrUnavailable)

@@ -12,6 +12,8 @@ namespace {
 
 constexpr int PlanSize = 12; // pixels
 constexpr int SmallestSize = 8;
+constexpr int NarrowestStretch = 80; // per cent
+constexpr int StretchStep = 4;
 constexpr int MiddleGrey = 128;
 
 QColor between(const QColor& first, const QColor& second)
@@ -35,15 +37,23 @@ void setBackColor(QAbstractButton& button, std::optional<Color> color)
     button.setAutoFillBackground(color.has_value());
 }
 
+// Letters that are a little narrower look less odd beside another button's than letters that are smaller.
 void showCaption(QAbstractButton& button, const std::string& caption, int taken)
 {
     const QString text = toQString(caption);
-    int size = PlanSize;
-    while (size > SmallestSize
-        && QFontMetrics(planFont(static_cast<float>(size))).size(Qt::TextShowMnemonic, text).width() + taken
-            > button.width())
-        --size;
-    button.setFont(planFont(static_cast<float>(size)));
+    QFont font = planFont(PlanSize);
+    const auto fits = [&] {
+        return QFontMetrics(font).size(Qt::TextShowMnemonic, text).width() + taken <= button.width();
+    };
+    for (int size = PlanSize; size >= SmallestSize; --size) {
+        font.setPixelSize(size);
+        font.setStretch(QFont::Unstretched);
+        for (int stretch = QFont::Unstretched; !fits() && stretch >= NarrowestStretch; stretch -= StretchStep)
+            font.setStretch(stretch);
+        if (fits())
+            break;
+    }
+    button.setFont(font);
     button.setText(text);
 }
 

@@ -4,6 +4,8 @@
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Button.h"
 
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QKeyEvent>
 #include <QPixmap>
 #include <QPushButton>
@@ -43,7 +45,8 @@ protected:
         if (event->type() != QEvent::KeyPress)
             return QObject::eventFilter(window, event);
         const int code = keyCode(static_cast<QKeyEvent&>(*event));
-        const bool meant = (code == 13 && m_button.Default()) || (code == 27 && m_button.Cancel());
+        const bool meant =
+            (code == 13 && m_button.Default() && !choosesRows(window)) || (code == 27 && m_button.Cancel());
         if (!meant || !m_button.takesInput() || !m_button.isShown())
             return QObject::eventFilter(window, event);
         fromDesktop(m_button, [&] { m_button.Click.raise(); });
@@ -51,6 +54,14 @@ protected:
     }
 
 private:
+    // Enter among the rows of a list or a box is meant for one of them, and never for a button elsewhere.
+    static bool choosesRows(const QObject* window)
+    {
+        const QWidget* focus = static_cast<const QWidget*>(window)->focusWidget();
+        return qobject_cast<const QAbstractItemView*>(focus) != nullptr
+            || qobject_cast<const QComboBox*>(focus) != nullptr;
+    }
+
     Button& m_button;
 };
 
