@@ -3,6 +3,9 @@
 #include "check/Colors.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
+#include "store/Deployment.h"
+
+#include <string>
 
 namespace trovarium {
 
@@ -27,6 +30,7 @@ frmFirstTime::frmFirstTime(Desktop& desktop)
         note->FontSize = 14;
         note->WordWrap = true;
     }
+    Label6.Caption = "2. The latest version of Trovarium can be found on our web site at " + std::string(WebSite);
     Label5.UseMnemonic = true;
     Line1.BorderColor = SoftWhite;
 }

@@ -38,14 +38,7 @@ public:
             .Height = 540,
             .Caption = "1. On startup, Trovarium auto-scans the archive to         check for missing files && "
                        "out-of-date thumnails."}};
-    Label Label6{this,
-        {.Name = "Label6",
-            .Left = 450,
-            .Top = 2910,
-            .Width = 5355,
-            .Height = 540,
-            .Caption = "2. The latest version of Trovarium can be found on our web site at "
-                       "https://www.ombrelane.example"}};
+    Label Label6{this, {.Name = "Label6", .Left = 450, .Top = 2910, .Width = 5355, .Height = 540}};
     Label Label7{this,
         {.Name = "Label7",
             .Left = 450,

@@ -8,6 +8,7 @@
 #include "platform/toolkit/PictureBox.h"
 #include "platform/toolkit/Shape.h"
 #include "platform/toolkit/Timer.h"
+#include "store/Deployment.h"
 
 #include <cstdint>
 #include <string>
@@ -42,13 +43,8 @@ public:
         this, {.Name = "Label1", .Left = 1980, .Top = 420, .Width = 4650, .Height = 840, .Caption = "Trovarium"}};
     Label lblProductName{this,
         {.Name = "lblProductName", .Left = 1950, .Top = 390, .Width = 4650, .Height = 840, .Caption = "Trovarium"}};
-    Label lblCompanyProduct{this,
-        {.Name = "lblCompanyProduct",
-            .Left = 1980,
-            .Top = 1260,
-            .Width = 4650,
-            .Height = 300,
-            .Caption = "Ombrelane Works Ltd."}};
+    Label lblCompanyProduct{
+        this, {.Name = "lblCompanyProduct", .Left = 1980, .Top = 1260, .Width = 4650, .Height = 300, .Caption = Maker}};
     Label lblVersion{this, {.Name = "lblVersion", .Left = 1980, .Top = 1620, .Width = 4650, .Height = 270}};
     Label lblPlatform{this,
         {.Name = "lblPlatform",
