@@ -26,6 +26,7 @@ int main(int argc, char** argv)
     addPageJobs(desktop, data);
     addPhotographJobs(desktop, data);
     addGroupJobs(desktop, data);
+    addShowJobs(desktop, data);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;

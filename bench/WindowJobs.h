@@ -11,5 +11,6 @@ class Desktop;
 void addGroupJobs(Desktop& desktop, const std::string& data);
 void addPageJobs(Desktop& desktop, const std::string& data);
 void addPhotographJobs(Desktop& desktop, const std::string& data);
+void addShowJobs(Desktop& desktop, const std::string& data);
 
 } // namespace trovarium

@@ -103,6 +103,20 @@ def library_of(data: Path, megapixels: int) -> Path:
     return library
 
 
+def library_of_a_clip(data: Path) -> Path:
+    """Ten seconds of 1280 by 720 at 30 frames a second, with sound."""
+    library = data / "library of a clip"
+    if not library.is_dir():
+        unfinished = _new_library(library)
+        clip = unfinished / "Photos" / "clip.avi"
+        subprocess.run(["ffmpeg", "-v", "error", "-f", "lavfi", "-i", "testsrc=s=1280x720:r=30:d=10", "-f", "lavfi",
+                        "-i", "sine=440:d=10", "-c:v", "mpeg4", "-q:v", "3", "-c:a", "pcm_s16le", clip], check=True)
+        _write_info(unfinished, clip.name)
+        write_list(unfinished, ALL_PHOTOS, [clip.name])
+        unfinished.rename(library)
+    return library
+
+
 def empty_library(data: Path) -> Path:
     library = data / "empty library"
     if not library.exists():

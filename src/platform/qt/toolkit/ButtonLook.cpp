@@ -6,6 +6,8 @@
 #include <QFontMetrics>
 #include <QPalette>
 
+#include <algorithm>
+
 namespace trovarium {
 
 namespace {
@@ -13,7 +15,6 @@ namespace {
 constexpr int PlanSize = 12; // pixels
 constexpr int SmallestSize = 8;
 constexpr int NarrowestStretch = 80; // per cent
-constexpr int StretchStep = 4;
 constexpr int MiddleGrey = 128;
 
 QColor between(const QColor& first, const QColor& second)
@@ -37,21 +38,19 @@ void setBackColor(QAbstractButton& button, std::optional<Color> color)
     button.setAutoFillBackground(color.has_value());
 }
 
-// Letters that are a little narrower look less odd beside another button's than letters that are smaller.
+// Letters that are a little narrower look less odd beside another button's than letters that are smaller. Each font
+// that is tried is looked up in the system, so the stretch is worked out.
 void showCaption(QAbstractButton& button, const std::string& caption, int taken)
 {
     const QString text = toQString(caption);
+    const int room = std::max(0, button.width() - taken);
+    const auto width = [&](const QFont& font) { return QFontMetrics(font).size(Qt::TextShowMnemonic, text).width(); };
     QFont font = planFont(PlanSize);
-    const auto fits = [&] {
-        return QFontMetrics(font).size(Qt::TextShowMnemonic, text).width() + taken <= button.width();
-    };
-    for (int size = PlanSize; size >= SmallestSize; --size) {
+    for (int size = PlanSize; width(font) > room && size >= SmallestSize; --size) {
         font.setPixelSize(size);
         font.setStretch(QFont::Unstretched);
-        for (int stretch = QFont::Unstretched; !fits() && stretch >= NarrowestStretch; stretch -= StretchStep)
+        if (const int stretch = 100 * room / width(font); stretch >= NarrowestStretch && stretch < 100)
             font.setStretch(stretch);
-        if (fits())
-            break;
     }
     button.setFont(font);
     button.setText(text);
