@@ -4,6 +4,7 @@
 #include "check/frmThumbnail.h"
 #include "import/frmImport.h"
 #include "platform/toolkit/Desktop.h"
+#include "runtime/Failure.h"
 #include "search/frmSearch.h"
 #include "support/Surroundings.h"
 #include "support/TemporaryFolder.h"
@@ -33,27 +34,28 @@ protected:
     }
 
     std::string sources() const { return m_sources.inside(); }
-    // In the folder of sources; `name` may lead through folders, which are made.
-    void putSource(const std::string& name, std::string_view bytes = "x")
+    // In the folder of sources; a name may lead through folders, which are made.
+    void putSources(const std::vector<std::string>& names, std::string_view bytes = "x")
     {
-        std::filesystem::create_directories(std::filesystem::path(m_sources.native(name)).parent_path());
-        m_sources.write(name, std::string(bytes));
+        for (const std::string& name : names) {
+            std::filesystem::create_directories(std::filesystem::path(m_sources.native(name)).parent_path());
+            m_sources.write(name, bytes);
+        }
     }
     std::string setting(std::string_view key)
     {
         return test.album().Settings().GetOWSetting("Trovarium", "Import", key, "none");
     }
 
-    // The list as "folder|name", folders told from the folder of sources; "-" for an entry without one.
-    std::vector<std::string> entries()
+    // The list as "folder|name ", folders told from the folder of sources; "-" for an entry without one.
+    std::string entries()
     {
-        std::vector<std::string> lines;
-        for (int i = 0; i < form().List1.ListCount(); ++i) {
-            lines.push_back((i < form().List2.ListCount() ? form().List2.List(i) : "-") + "|" + form().List1.List(i));
-            if (const std::size_t place = lines.back().find(sources()); place != std::string::npos)
-                lines.back().erase(place, sources().size());
-        }
-        return lines;
+        std::string all;
+        for (int i = 0; i < form().List1.ListCount(); ++i)
+            all += (i < form().List2.ListCount() ? form().List2.List(i) : "-") + "|" + form().List1.List(i) + " ";
+        for (std::size_t at = 0; (at = all.find(sources())) != std::string::npos;)
+            all.erase(at, sources().size());
+        return all;
     }
 
     TemporaryFolder m_sources;
