@@ -92,6 +92,7 @@ void FileService::expect(const std::vector<std::string>& paths, const std::vecto
 {
     const auto natives = [](const std::vector<std::string>& given) {
         std::vector<std::string> written;
+        written.reserve(given.size());
         for (const std::string& path : given)
             written.push_back(nativeAsWritten(path));
         return written;
