@@ -1,6 +1,5 @@
 #include "support/TestAlbum.h"
 
-#include "runtime/Failure.h"
 #include "store/LibraryFolders.h"
 
 #include <filesystem>
@@ -91,6 +90,14 @@ void TestAlbum::showGroup(const std::vector<std::string>& lines, const std::vect
     for (const int position : selectedPositions)
         group.GroupSelect(position) = 1;
     group.PhotoCount = group.GroupList.upperBound();
+}
+
+void TestAlbum::failAt(FileOperation failing, std::string_view ending, FailureKind kind, int first)
+{
+    files().setFaultHook([=, end = std::string(ending)](FileOperation operation, std::string_view path) mutable {
+        if (operation == failing && path.ends_with(end) && --first <= 0)
+            throw Failure(kind);
+    });
 }
 
 std::map<std::string, std::string> TestAlbum::allFiles() const
