@@ -214,7 +214,7 @@ TEST_F(KeyboardTest, EnterOpensAndEscapeGoesBackToThePage)
     EXPECT_TRUE(main().VScroll1.Enabled());
     EXPECT_EQ(focus(), 19) << "on the photograph that was on show";
     key(F11Key);
-    EXPECT_EQ(fullScreenShown, 1);
+    EXPECT_EQ(opened, "full ");
 }
 
 TEST_F(KeyboardTest, DeleteAndRenameFollowTheRulesOfTheirEntries)
@@ -264,7 +264,7 @@ TEST_F(KeyboardTest, NoKeyActsWhileATextIsEdited)
         if (!inText)
             key(DeleteKey);
     }
-    EXPECT_EQ(fullScreenShown, 0);
+    EXPECT_EQ(opened, "");
     EXPECT_EQ(main().lbStatusPage.Caption(), "Page 1 of 2");
     EXPECT_EQ(selectedPositions(), std::vector<int>{1});
     EXPECT_TRUE(prompts.asked().empty());

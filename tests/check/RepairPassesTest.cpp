@@ -25,14 +25,7 @@ std::string buildText(int count)
 
 class RepairPassesTest : public LibraryCheck {
 protected:
-    Names linesOf(std::string_view list)
-    {
-        EXPECT_TRUE(readGroupList(test.album(), list));
-        Names lines;
-        for (int i = 1; i <= test.album().group.GroupList.upperBound(); ++i)
-            lines.push_back(test.album().group.GroupList(i));
-        return lines;
-    }
+    Names linesOf(std::string_view list) { return test.groupLines(list); }
     // As for a new case.
     void remove(const std::vector<std::string>& paths)
     {

@@ -80,6 +80,18 @@ void TestAlbum::putGroup(std::string_view fileName, const std::vector<std::strin
     put(m_album.paths.SlideGroupPath + std::string(fileName), joinedLines(lines));
 }
 
+std::vector<std::string> TestAlbum::groupLines(std::string_view fileName) const
+{
+    std::vector<std::string> lines;
+    FileService files; // without the faults of the test
+    attempt([&] {
+        files.open(m_album.paths.SlideGroupPath + std::string(fileName), OpenMode::Input, 1);
+        while (!files.endOfFile(1))
+            lines.push_back(files.lineInput(1));
+    });
+    return lines;
+}
+
 void TestAlbum::showGroup(const std::vector<std::string>& lines, const std::vector<int>& selectedPositions)
 {
     GroupOnShow& group = m_album.group;

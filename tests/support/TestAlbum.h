@@ -36,6 +36,7 @@ public:
 
     // A list file of these lines, and the group that it holds as the one on show, nothing selected.
     void putGroup(std::string_view fileName, const std::vector<std::string>& lines);
+    std::vector<std::string> groupLines(std::string_view fileName) const; // none when absent
     void showGroup(const std::vector<std::string>& lines, const std::vector<int>& selectedPositions = {});
 
     // Every such operation on a path that ends so fails, from that one on, until the hook of the files is set anew.
