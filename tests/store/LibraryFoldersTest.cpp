@@ -86,6 +86,9 @@ TEST_F(LibraryFolders, NestedOnesAreMadeDownToTheTwentiethLevelOrFailQuietly)
         EXPECT_TRUE(MakeNestedFolders(album, path + "\\"));
         EXPECT_TRUE(fs::is_empty(toNativePath(twentieth)));
     }
+    EXPECT_TRUE(MakeNestedFolders(album, test.folder().inside("a\\0\\")));
+    EXPECT_TRUE(MakeNestedFolders(album, test.folder().inside("b\\c\\")));
+    EXPECT_TRUE(test.isThere(test.folder().inside("b\\c")));
     test.put(test.folder().inside("file"), "x"); // in the way
     EXPECT_FALSE(MakeNestedFolders(album, test.folder().inside("file\\a\\")));
 }
