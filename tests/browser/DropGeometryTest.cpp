@@ -2,19 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace trovarium {
-
-namespace {
-
-constexpr float FrameWidth = 545;
-constexpr float FrameHeight = 469;
-
-Drop at(int x, int y, int page, int photos)
-{
-    return dropAt({x, y, FrameWidth, FrameHeight}, {page, photos});
-}
-
-} // namespace
 
 TEST(DropGeometryTest, ThePointerAimsAtAQuarterOfTheFrameAndTurnsPagesAtItsEdges)
 {
@@ -45,7 +35,7 @@ TEST(DropGeometryTest, ThePointerAimsAtAQuarterOfTheFrameAndTurnsPagesAtItsEdges
     };
     for (const Case& c : Cases) {
         SCOPED_TRACE(c.what);
-        const Drop drop = at(c.x, c.y, c.page, c.photos);
+        const Drop drop = dropAt({c.x, c.y, 545, 469}, {c.page, c.photos});
         EXPECT_EQ(drop.cell, c.cell);
         EXPECT_EQ(drop.turn, c.turn);
     }
@@ -53,19 +43,12 @@ TEST(DropGeometryTest, ThePointerAimsAtAQuarterOfTheFrameAndTurnsPagesAtItsEdges
 
 TEST(DropGeometryTest, TheLeftHalfOfACellIsInFrontOfItAndTheRestBehind)
 {
-    struct Case {
-        int x;
-        float cellLeft;
-        int position;
-        float mark;
-        int dropPosition;
-    };
-    for (const Case& c : {Case{24, 24, 1, 9, -1}, Case{73, 24, 1, 9, -1}, Case{74, 24, 1, 137, 1},
-             Case{0, 24, 17, 9, -17}, Case{500, 408, 20, 521, 20}}) {
-        SCOPED_TRACE(c.x);
-        const Insertion insertion = insertionAt(c.x, c.cellLeft, c.position);
-        EXPECT_EQ(insertion.markLeft, c.mark);
-        EXPECT_EQ(insertion.position, c.dropPosition);
+    for (const auto& [x, cellLeft, position, mark, dropPosition] :
+        {std::tuple{24, 24.0F, 1, 9.0F, -1}, {73, 24.0F, 1, 9.0F, -1}, {74, 24.0F, 1, 137.0F, 1},
+            {0, 24.0F, 17, 9.0F, -17}, {500, 408.0F, 20, 521.0F, 20}}) {
+        const Insertion insertion = insertionAt(x, cellLeft, position);
+        EXPECT_EQ(insertion.markLeft, mark) << x;
+        EXPECT_EQ(insertion.position, dropPosition) << x;
     }
 }
 

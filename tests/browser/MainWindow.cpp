@@ -15,7 +15,14 @@ MainWindow::MainWindow()
     , prompts(desktop)
     , robot(desktop)
     , video(desktop, test.album())
-    , m_main(desktop, [this] { return std::make_unique<frmMain>(desktop, test.album(), video, dialogs()); })
+    , m_main(desktop,
+          [this] {
+              const auto tell = [this](const std::string& name) { return [this, name] { opened += name + " "; }; };
+              return std::make_unique<frmMain>(desktop, test.album(), video,
+                  Dialogs{tell("welcome"), [this](int mode) { groups().showFor(mode); }, tell("export"), tell("full"),
+                      tell("show"), tell("search"), tell("import"), tell("midi"), tell("wav"), tell("about"),
+                      [this] { unloadGroups(); }});
+          })
     , m_groups(desktop, [this] { return std::make_unique<frmGroups>(desktop, test.album(), main()); })
 {
     test.setSetting("Options", "FirstTime", "False");
@@ -24,40 +31,20 @@ MainWindow::MainWindow()
 MainWindow::~MainWindow()
 {
     desktop.files().setFaultHook({});
-    if (m_groups.isLoaded())
-        groups().unload();
+    unloadGroups();
     if (m_main.isLoaded())
         main().unload();
 }
 
-Dialogs MainWindow::dialogs()
+Names MainWindow::names(int count, const std::string& stem)
 {
-    Dialogs openers;
-    openers.showFirstTime = [this] { ++firstTimeShown; };
-    openers.showGroups = [this](int mode) { groups().showFor(mode); };
-    openers.showFullScreen = [this] { ++fullScreenShown; };
-    openers.unloadAllForms = [this] {
-        ++formsUnloaded;
-        if (m_groups.isLoaded())
-            groups().unload();
-    };
-    return openers;
-}
-
-std::vector<std::string> MainWindow::names(int count, const std::string& stem)
-{
-    std::vector<std::string> lines;
+    Names lines;
     for (int i = 1; i <= count; ++i)
         lines.push_back(stem + std::to_string(i) + ".jpg");
     return lines;
 }
 
-void MainWindow::putGroup(const std::string& group, const std::vector<std::string>& lines)
-{
-    test.putGroup(group + ".lst", lines);
-}
-
-void MainWindow::putPhotos(const std::vector<std::string>& lines)
+void MainWindow::putPhotos(const Names& lines)
 {
     for (const std::string& name : lines) {
         test.put(test.paths().PhotoPath + name, plainBitmap(40, 30));
@@ -65,18 +52,6 @@ void MainWindow::putPhotos(const std::vector<std::string>& lines)
         const std::string info = joinedLines({"PhotoPath=\\Photos\\" + name, "TITLE=" + name});
         test.put(test.paths().InfoPath + name + ".info", info);
     }
-}
-
-std::vector<std::string> MainWindow::linesOf(const std::string& group)
-{
-    const std::string text = test.bytes(test.paths().SlideGroupPath + group + ".lst");
-    std::vector<std::string> lines;
-    for (std::size_t start = 0; start < text.size();) {
-        const std::size_t end = text.find("\r\n", start);
-        lines.push_back(text.substr(start, end - start));
-        start = end == std::string::npos ? end : end + 2;
-    }
-    return lines;
 }
 
 void MainWindow::openGroup(int photos, int more)
@@ -104,15 +79,15 @@ void MainWindow::pressRow(int row, int button)
 
 void MainWindow::pressRowNamed(const std::string& group)
 {
-    const std::vector<std::string> shown = rows();
+    const Names shown = rows();
     const auto found = std::find(shown.begin(), shown.end(), group);
     ASSERT_NE(found, shown.end()) << group;
     pressRow(static_cast<int>(found - shown.begin()));
 }
 
-std::vector<std::string> MainWindow::rows()
+Names MainWindow::rows()
 {
-    std::vector<std::string> captions;
+    Names captions;
     for (int row = 0; row < 8; ++row) {
         if (main().pctAlbumList(row).Visible())
             captions.push_back(main().lbAlbumList(row).Caption());
@@ -132,9 +107,9 @@ int MainWindow::brightRow()
     return bright;
 }
 
-std::vector<std::string> MainWindow::cells()
+Names MainWindow::cells()
 {
-    std::vector<std::string> shown;
+    Names shown;
     for (int cell = 0; cell < 16; ++cell) {
         EXPECT_EQ(main().imgThumbnail(cell).Visible(), main().lbThumbnailFile(cell).Visible()) << cell;
         if (main().imgThumbnail(cell).Visible())
@@ -143,9 +118,9 @@ std::vector<std::string> MainWindow::cells()
     return shown;
 }
 
-std::vector<int> MainWindow::framedCells()
+Positions MainWindow::framedCells()
 {
-    std::vector<int> framed;
+    Positions framed;
     for (int cell = 0; cell < 16; ++cell) {
         if (main().shpThumbnailSelect(cell).Visible())
             framed.push_back(cell);
@@ -153,9 +128,9 @@ std::vector<int> MainWindow::framedCells()
     return framed;
 }
 
-std::vector<int> MainWindow::selectedPositions()
+Positions MainWindow::selectedPositions()
 {
-    std::vector<int> positions;
+    Positions positions;
     for (int i = 0; i <= group().GroupSelect.upperBound(); ++i) {
         if (group().GroupSelect(i) == 1)
             positions.push_back(i);
@@ -163,16 +138,16 @@ std::vector<int> MainWindow::selectedPositions()
     return positions;
 }
 
-std::vector<std::string> MainWindow::logLines()
+Names MainWindow::logLines()
 {
-    const std::string text = test.bytes(test.paths().AppPath + "\\Trovarium.Log");
-    std::vector<std::string> lines;
+    const std::string text = test.log();
+    Names lines;
     for (std::size_t at = text.find("An error"); at != std::string::npos; at = text.find("An error", at + 1))
         lines.push_back(text.substr(at, text.find("\r\n", at) - at));
     return lines;
 }
 
-void MainWindow::select(const std::vector<int>& positions)
+void MainWindow::select(const Positions& positions)
 {
     main().selection().SetGroupListSelect(-1, NoKeys);
     for (const int position : positions)

@@ -16,6 +16,9 @@
 
 namespace trovarium {
 
+using Names = std::vector<std::string>;
+using Positions = std::vector<int>;
+
 // The main window on a temporary library, with all that it opens.
 class MainWindow : public testing::Test {
 public:
@@ -24,11 +27,11 @@ public:
 
 protected:
     // Photographs "p1.jpg", "p2.jpg", ... in a group's list, or another stem.
-    static std::vector<std::string> names(int count, const std::string& stem = "p");
-    void putGroup(const std::string& group, const std::vector<std::string>& lines);
+    static Names names(int count, const std::string& stem = "p");
+    void putGroup(const std::string& group, const Names& lines) { test.putGroup(group + ".lst", lines); }
     // Information file and thumbnail of each name.
-    void putPhotos(const std::vector<std::string>& lines);
-    std::vector<std::string> linesOf(const std::string& group);
+    void putPhotos(const Names& lines);
+    Names linesOf(const std::string& group) { return test.groupLines(group + ".lst"); }
     // The window with the group "Alps" of so many photographs on show, "Rome" of one, and more, empty: "h1", "h2".
     void openGroup(int photos, int more = 0);
 
@@ -42,25 +45,28 @@ protected:
 
     void pressRow(int row, int button = LeftButton);
     void pressRowNamed(const std::string& group);
-    std::vector<std::string> rows();  // captions of the rows on show
-    int brightRow();                  // -1 for none
-    std::vector<std::string> cells(); // file names of the cells on show
-    std::vector<int> framedCells();   // with a selection frame
-    std::vector<int> selectedPositions();
-    std::vector<std::string> logLines(); // without their time
-    void select(const std::vector<int>& positions);
+    Names rows();            // captions of the rows on show
+    int brightRow();         // -1 for none
+    Names cells();           // file names of the cells on show
+    Positions framedCells(); // with a selection frame
+    Positions selectedPositions();
+    Names logLines(); // without their time
+    void select(const Positions& positions);
+    std::string page() { return main().lbStatusPage.Caption(); }
 
     Desktop& desktop;
     TestAlbum test;
     ScriptedPrompts prompts;
     Robot robot;
     VideoControls video;
-    int firstTimeShown = 0;
-    int fullScreenShown = 0;
-    int formsUnloaded = 0;
+    std::string opened; // the names of the dialogs that are no forms here
 
 private:
-    Dialogs dialogs();
+    void unloadGroups()
+    {
+        if (m_groups.isLoaded())
+            groups().unload();
+    }
 
     FormSlot<frmMain> m_main;
     FormSlot<frmGroups> m_groups;

@@ -5,27 +5,14 @@
 #include "support/PlainBitmap.h"
 #include "support/Robot.h"
 
-#include <cstddef>
-
 namespace trovarium {
 
-namespace {
-
-int littleEndian32(const std::string& bytes, std::size_t offset)
+std::pair<int, int> sizeOfBitmap(const std::string& bytes)
 {
-    std::uint32_t value = 0;
-    for (std::size_t i = 0; i < 4; ++i)
-        value |= std::uint32_t{static_cast<unsigned char>(bytes.at(offset + i))} << (8 * i);
-    return static_cast<int>(value);
-}
-
-} // namespace
-
-BitmapSize sizeOfBitmap(const std::string& bytes)
-{
-    if (!bytes.starts_with("BM") || bytes.size() < 54)
-        return {};
-    return {littleEndian32(bytes, 18), littleEndian32(bytes, 22)};
+    const auto side = [&](std::size_t at) {
+        return static_cast<unsigned char>(bytes.at(at)) + 256 * static_cast<unsigned char>(bytes.at(at + 1));
+    };
+    return bytes.starts_with("BM") ? std::pair(side(18), side(22)) : std::pair(0, 0);
 }
 
 LibraryCheck::LibraryCheck()
@@ -71,7 +58,7 @@ void LibraryCheck::addUpToDateThumbnail(const std::string& name)
 int LibraryCheck::logged(const std::string& procedure, const std::string& description)
 {
     const std::string line = "An error has occurred in '" + procedure + "'. Error = " + description + "\r\n";
-    const std::string text = log();
+    const std::string text = test.log();
     int count = 0;
     for (std::size_t at = text.find(line); at != std::string::npos; at = text.find(line, at + 1))
         ++count;
@@ -87,22 +74,6 @@ void LibraryCheck::start()
     if (!test.album().AutoCheckBypass)
         RemoveMissingPhotosFromGroup(test.album(), desktop);
     splash().unload();
-}
-
-void LibraryCheck::skipAt(FileOperation operation, const std::string& pathEnding)
-{
-    desktop.files().setFaultHook([this, operation, pathEnding](FileOperation done, std::string_view path) {
-        if (done == operation && path.ends_with(pathEnding))
-            Robot(desktop).click(splash().cmdByPassAutoCheck);
-    });
-}
-
-void LibraryCheck::failAt(FileOperation operation, const std::string& pathEnding, FailureKind kind)
-{
-    desktop.files().setFaultHook([operation, pathEnding, kind](FileOperation done, std::string_view path) {
-        if (done == operation && path.ends_with(pathEnding))
-            throw Failure(kind);
-    });
 }
 
 void LibraryCheck::build(const std::vector<std::string>& names)

@@ -15,6 +15,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace trovarium {
@@ -50,23 +51,15 @@ protected:
     std::string photo(const std::string& name) { return test.paths().PhotoPath + name; }
     std::string thumbnail(const std::string& name) { return test.paths().ThumbnailPath + name; }
     std::string infoFile(const std::string& name) { return test.paths().InfoPath + name + ".info"; }
-    std::string removedInfoFile(const std::string& name)
-    {
-        return test.paths().InfoPath + "Removed\\" + name + ".info";
-    }
+    std::string removedInfoFile(const std::string& name) { return infoFile("Removed\\" + name); }
     std::string groupList(const std::string& fileName) { return test.paths().SlideGroupPath + fileName; }
     std::string allPhotos() { return test.bytes(groupList("  All Photos  .lst")); }
-    std::string log() { return test.bytes(test.library() + "\\Trovarium.Log"); }
     // How often the log tells of this failure.
     int logged(const std::string& procedure, const std::string& description);
     Instant dateOf(const std::string& path) { return desktop.files().modified(path); }
 
     // The check of one start: the passes, then the repair of the groups unless it was skipped.
     void start();
-    // Presses "Skip AutoCheck" when `operation` is about to be done on a path that ends so.
-    void skipAt(FileOperation operation, const std::string& pathEnding);
-    // Every `operation` on a path that ends so fails.
-    void failAt(FileOperation operation, const std::string& pathEnding, FailureKind kind);
     // Builds the thumbnails of these photographs, as any caller of the builder does.
     void build(const std::vector<std::string>& names);
 
@@ -82,11 +75,6 @@ private:
 };
 
 // Width and height as they stand in the head of a bitmap.
-struct BitmapSize {
-    int width = 0;
-    int height = 0;
-    bool operator==(const BitmapSize&) const = default;
-};
-BitmapSize sizeOfBitmap(const std::string& bytes);
+std::pair<int, int> sizeOfBitmap(const std::string& bytes);
 
 } // namespace trovarium

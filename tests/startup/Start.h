@@ -57,15 +57,14 @@ protected:
         program.reset();
         album.reset();
     }
-    // Every path below the folder, and the bytes of the files.
-    std::set<std::string> everything() const
+    // Every path that begins so below the folder, and the bytes of the files.
+    std::set<std::string> everything(const std::string& beginning = {}) const
     {
         std::set<std::string> all;
         for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder.path())) {
-            std::string text = fs::relative(entry.path(), folder.path()).string();
-            if (entry.is_regular_file())
-                text += ": " + folder.read(text);
-            all.insert(text);
+            const std::string path = fs::relative(entry.path(), folder.path()).string();
+            if (path.starts_with(beginning))
+                all.insert(entry.is_regular_file() ? path + ": " + folder.read(path) : path);
         }
         return all;
     }

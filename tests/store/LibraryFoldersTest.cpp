@@ -1,18 +1,18 @@
 #include "store/LibraryFolders.h"
 
-#include "runtime/Failure.h"
 #include "runtime/Numbers.h"
 #include "store/InfoFile.h"
 #include "store/Log.h"
+#include "support/FailureOf.h"
 #include "support/Robot.h"
 #include "support/TestAlbum.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <filesystem>
+#include <tuple>
 #include <utility>
 
 namespace trovarium {
@@ -21,58 +21,60 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string joined(const FieldArray& fields)
-{
-    std::string text;
-    for (const std::string& field : fields)
-        text += field + "|";
-    return text.substr(0, text.find_last_not_of('|') + 1);
-}
+const Instant Day{std::chrono::sys_days{std::chrono::year{2001} / 2 / 3}};
+
+class LibraryFolders : public testing::Test {
+protected:
+    void put(const std::string& path, std::string_view text, Instant date)
+    {
+        test.put(path, text);
+        test.files().setModified(path, date);
+    }
+    // As each start does it.
+    void start()
+    {
+        readFolderSettings(album);
+        CheckDirPaths(album, testDesktop());
+    }
+    std::string titleOf(const std::string& name)
+    {
+        PhotoInfo info;
+        return readInfoFile(album, name + ".info", info) ? info.Title : "unread";
+    }
+
+    TestAlbum test;
+    Album& album = test.album();
+    const AlbumPaths own = test.paths();
+};
 
 } // namespace
 
-TEST(Paths, AreSplitAtTheLastBackslash)
+TEST_F(LibraryFolders, PathsAreSplitAtTheLastBackslashAndParsedIntoTrimmedFields)
 {
-    for (const auto& [path, folder, name] : {std::array{"/home\\ann\\a.jpg", "/home\\ann\\", "a.jpg"},
-             {"a.jpg", "", "a.jpg"}, {"\\a.jpg", "\\", "a.jpg"}, {"/ann\\", "/ann\\", ""}}) {
-        EXPECT_EQ(SplitPath(path).Folder, folder);
-        EXPECT_EQ(SplitPath(path).FileName, name);
+    EXPECT_EQ(SplitPath("/ann\\a.jpg").Folder + "|" + SplitPath("/ann\\a.jpg").FileName, "/ann\\|a.jpg");
+    EXPECT_EQ(SplitPath("a.jpg").Folder + "|" + SplitPath("a.jpg").FileName, "|a.jpg");
+    using Case = std::tuple<std::string_view, std::string_view, std::int16_t, std::string_view>;
+    for (const auto& [text, delimiters, maxFields, parsed] :
+        {Case{"/home\\ Zoë \\\\ x\\ y ", "\\", 20, "/home|Zoë||x|y"}, {"a,b;c", ",;", 20, "a|b|c"},
+            {"a,b,c,d", ",", 2, "a|b"}, {"", ",", 20, ""},
+            {"0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21", ",", 20,
+                "0|1|2|3|4|5|6|7|8|9|10|11|12|13|14|15|16|17|18|19"}}) {
+        FieldArray fields{"left over"};
+        ParseFields(album, text, delimiters, fields, maxFields);
+        std::string joined;
+        for (const std::string& field : fields)
+            joined += field + "|";
+        EXPECT_EQ(joined.substr(0, joined.find_last_not_of('|') + 1), parsed);
     }
-}
-
-TEST(Paths, AreParsedIntoTrimmedFields)
-{
-    const struct {
-        std::string_view text;
-        std::string_view delimiters;
-        std::int16_t maxFields;
-        std::string_view fields;
-    } cases[] = {
-        {"/home\\ Zoë \\\\ x\\", "\\", 20, "/home|Zoë||x"},
-        {"a,b;c", ",;", 20, "a|b|c"},
-        {"a,b,c,d", ",", 2, "a|b"},
-        {"", ",", 20, ""},
-        {"0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21", ",", 20,
-            "0|1|2|3|4|5|6|7|8|9|10|11|12|13|14|15|16|17|18|19"},
-    };
-    TestAlbum test;
-    const std::string log = test.library() + "\\Trovarium.Log";
-    for (const auto& one : cases) {
-        FieldArray fields;
-        fields[0] = "left over";
-        ParseFields(test.album(), one.text, one.delimiters, fields, one.maxFields);
-        EXPECT_EQ(joined(fields), one.fields);
-    }
-    EXPECT_FALSE(test.isThere(log));
     FieldArray fields;
-    ParseFields(test.album(), "a", ",", fields, 22);
-    EXPECT_NE(test.bytes(log).find("in 'Form_Click'. Error = Subscript out of range\r\n"), std::string::npos);
+    EXPECT_EQ(test.log(), "");
+    ParseFields(album, "a", ",", fields, 22);
+    EXPECT_NE(test.log().find("in 'Form_Click'. Error = Subscript out of range\r\n"), std::string::npos);
 }
 
-TEST(NestedFolders, AreMadeDownToTheTwentiethLevelOrFailQuietly)
+TEST_F(LibraryFolders, NestedOnesAreMadeDownToTheTwentiethLevelOrFailQuietly)
 {
-    TestAlbum test;
-    std::string path = test.folder().inside() + "\\a";
+    std::string path = test.folder().inside("a");
     auto levels = static_cast<int>(std::count(path.begin(), path.end(), '\\')); // part 0 is the first
     std::string twentieth;
     for (int i = 0; i < 25; ++i, ++levels) {
@@ -80,180 +82,112 @@ TEST(NestedFolders, AreMadeDownToTheTwentiethLevelOrFailQuietly)
             twentieth = path;
         path += "\\" + std::to_string(i);
     }
-    EXPECT_TRUE(MakeNestedFolders(test.album(), path + "\\"));
-    EXPECT_TRUE(test.files().folderExists(twentieth));
-    EXPECT_TRUE(MakeNestedFolders(test.album(), path + "\\"));
-    EXPECT_TRUE(fs::is_empty(toNativePath(twentieth)));
-
-    // A file in the way is a quiet failure.
-    test.put(test.folder().inside() + "\\file", "x");
-    EXPECT_FALSE(MakeNestedFolders(test.album(), test.folder().inside() + "\\file\\a\\"));
-    EXPECT_FALSE(test.isThere(test.library() + "\\Trovarium.Log"));
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_TRUE(MakeNestedFolders(album, path + "\\"));
+        EXPECT_TRUE(fs::is_empty(toNativePath(twentieth)));
+    }
+    EXPECT_TRUE(MakeNestedFolders(album, test.folder().inside("a\\0\\")));
+    EXPECT_TRUE(MakeNestedFolders(album, test.folder().inside("b\\c\\")));
+    EXPECT_TRUE(test.isThere(test.folder().inside("b\\c")));
+    test.put(test.folder().inside("file"), "x"); // in the way
+    EXPECT_FALSE(MakeNestedFolders(album, test.folder().inside("file\\a\\")));
 }
 
-TEST(ReadOnlyTest, LeavesNothingBehindAndSparesAFileOfItsName)
+TEST_F(LibraryFolders, TheReadOnlyTestLeavesNothingBehindAndSparesAFileOfItsName)
 {
-    TestAlbum test;
     const auto before = test.allFiles();
-    EXPECT_FALSE(IsFolderReadOnly(test.album(), test.library()));
-    EXPECT_FALSE(IsFolderReadOnly(test.album(), ""));
+    EXPECT_FALSE(IsFolderReadOnly(album, test.library()) || IsFolderReadOnly(album, ""));
     EXPECT_EQ(test.allFiles(), before);
-    EXPECT_FALSE(test.album().ReadOnlyLibrary);
-
     test.put(test.library() + "\\test.txt", "mine");
-    EXPECT_FALSE(IsFolderReadOnly(test.album(), test.library()));
-    test.files().setFaultHook([](FileOperation operation, std::string_view) {
-        if (operation == FileOperation::Exists)
-            throw Failure(FailureKind::DeviceIo);
-    });
-    EXPECT_FALSE(IsFolderReadOnly(test.album(), test.library()));
+    EXPECT_FALSE(IsFolderReadOnly(album, test.library() + "\\"));
+    test.failAt(FileOperation::Exists);
+    EXPECT_FALSE(IsFolderReadOnly(album, test.library()));
     test.files().setFaultHook({});
     EXPECT_EQ(test.bytes(test.library() + "\\test.txt"), "mine");
-
-    EXPECT_TRUE(IsFolderReadOnly(test.album(), test.library() + "\\none"));
-    EXPECT_TRUE(test.album().ReadOnlyLibrary);
-    EXPECT_FALSE(IsFolderReadOnly(test.album(), test.library()));
-    EXPECT_TRUE(test.album().ReadOnlyLibrary);
+    EXPECT_FALSE(album.ReadOnlyLibrary);
+    EXPECT_TRUE(IsFolderReadOnly(album, test.library() + "\\none"));
+    EXPECT_FALSE(IsFolderReadOnly(album, test.library()));
+    EXPECT_TRUE(album.ReadOnlyLibrary);
 }
 
-TEST(MediaFolderName, IsTheSizeOfAllPhotographs)
+TEST_F(LibraryFolders, TheNameOfAMediumIsTheSizeOfAllPhotographs)
 {
-    TestAlbum test;
-    test.put(test.paths().PhotoPath + "a.jpg", "12345");
-    test.put(test.paths().PhotoPath + "b.txt", "1234567");
-    EXPECT_EQ(GetMediaFolderName(test.album(), test.library()), "CD-12");
-    EXPECT_EQ(GetMediaFolderName(test.album(), test.library() + "\\none"), "CD-0");
-
-    // Beyond 32 bits a random name stands, the same at each start.
-    const std::string film = toNativePath(test.paths().PhotoPath + "film.avi");
-    test.put(test.paths().PhotoPath + "film.avi", "");
-    fs::resize_file(film, 2'147'483'647 - 12);
-    EXPECT_EQ(GetMediaFolderName(test.album(), test.library()), "CD-2147483647");
-    fs::resize_file(film, 2'147'483'647 - 11);
-    const std::string random = GetMediaFolderName(test.album(), test.library());
-    EXPECT_EQ(random, "CD-" + formatWhole(FixedRandom().next() * 1e6));
-    EXPECT_EQ(GetMediaFolderName(test.album(), test.library()), random);
+    EXPECT_EQ(GetMediaFolderName(album, test.library() + "\\none"), "CD-0");
+    test.put(own.PhotoPath + "b.txt", "1234567");
+    const std::string film = own.PhotoPath + "film.avi";
+    test.put(film, "");
+    fs::resize_file(toNativePath(film), 2'147'483'647 - 7);
+    EXPECT_EQ(GetMediaFolderName(album, test.library()), "CD-2147483647");
+    fs::resize_file(toNativePath(film), 2'147'483'647 - 6);
+    const std::string random = "CD-" + formatWhole(FixedRandom().next() * 1e6); // the same at each start
+    EXPECT_EQ(GetMediaFolderName(album, test.library()), random);
 }
 
-TEST(NewerFiles, AreCopiedAndOthersLeft)
+TEST_F(LibraryFolders, NewerFilesAreCopiedAndOthersLeft)
 {
-    TestAlbum test;
-    const Instant day{std::chrono::sys_days{std::chrono::year{2001} / 2 / 3}};
-    const std::string target = test.folder().inside() + "\\target\\";
+    const std::string target = test.folder().inside("target\\");
     fs::create_directory(toNativePath(target));
-    const auto put = [&](const std::string& path, std::string_view text, Instant date) {
-        test.put(path, text);
-        test.files().setModified(path, date);
-    };
-    const std::string source = test.paths().InfoPath;
     for (const std::string name : {"absent", "newer", "same", "older", "broken"})
-        put(source + name, "medium", day);
-    put(target + "newer", "copy", day - std::chrono::seconds(1));
-    put(target + "same", "copy", day);
-    put(target + "older", "copy", day + std::chrono::seconds(1));
-    test.files().setFaultHook([](FileOperation operation, std::string_view path) {
-        if (operation == FileOperation::Copy && path.ends_with("broken"))
-            throw Failure(FailureKind::DeviceIo);
-    });
-
-    EXPECT_TRUE(CopyNewerFiles(test.album(), source + "*.*", target));
+        put(own.InfoPath + name, "medium", Day);
+    for (const auto& [name, seconds] : {std::pair{"newer", -1}, {"same", 0}, {"older", 1}})
+        put(target + name, "copy", Day + std::chrono::seconds(seconds));
+    test.failAt(FileOperation::Copy, "broken");
+    EXPECT_TRUE(CopyNewerFiles(album, own.InfoPath + "*.*", target));
     for (const auto& [name, bytes] :
-        {std::pair{"absent", "medium"}, {"newer", "medium"}, {"same", "copy"}, {"older", "copy"}})
+        {std::pair{"absent", "medium"}, {"newer", "medium"}, {"same", "copy"}, {"older", "copy"}, {"broken", ""}})
         EXPECT_EQ(test.bytes(target + name), bytes) << name;
-    EXPECT_FALSE(test.isThere(target + "broken"));
-    EXPECT_EQ(test.files().modified(target + "absent"), day);
-    EXPECT_FALSE(test.isThere(test.library() + "\\Trovarium.Log"));
+    EXPECT_EQ(test.files().modified(target + "absent"), Day);
+    EXPECT_EQ(test.log(), "");
 }
 
 // Nothing below the program's folder can be written: not the test, not the log, not a scratch file.
-class ReadOnlyLibrary : public testing::Test {
-protected:
-    ReadOnlyLibrary()
-    {
-        test.put(test.paths().PhotoPath + "a.jpg", "12345");
-        for (const std::string name : {"a.jpg", "b.jpg"})
-            putOnMedium(test.paths().InfoPath + name + ".info", "TITLE=medium\r\n", mediumDate);
-        putOnMedium(test.paths().SlideGroupPath + "Trip.lst", "a.jpg\r\n", mediumDate);
-        test.setSetting("Installation", "Path", test.folder().native("not/there/yet")); // in the system's form
-        test.files().setFaultHook(readOnlyBelow(test.library()));
-    }
-
-    void putOnMedium(const std::string& path, std::string_view text, Instant date)
-    {
-        test.put(path, text);
-        test.files().setModified(path, date);
-    }
-
-    // As each start does it.
-    void start()
-    {
-        readFolderSettings(test.album());
-        CheckDirPaths(test.album(), testDesktop());
-    }
-
-    std::string titleOf(const std::string& name)
-    {
-        PhotoInfo info;
-        return readInfoFile(test.album(), name + ".info", info) ? info.Title : "unread";
-    }
-
-    TestAlbum test;
-    const Instant mediumDate{std::chrono::sys_days{std::chrono::year{2001} / 2 / 3}};
-    const AlbumPaths onMedium = test.paths();
-};
-
-TEST_F(ReadOnlyLibrary, KeepsItsTextsInTheInstalledCopyAndASilentLog)
+TEST_F(LibraryFolders, OfAReadOnlyOneTheTextsMoveAndKeepEditsUntilTheMediumIsNewer)
 {
+    test.put(own.PhotoPath + "a.jpg", "12345");
+    for (const std::string name : {"a.jpg", "b.jpg"})
+        put(own.InfoPath + name + ".info", "TITLE=medium\r\n", Day);
+    put(own.SlideGroupPath + "Trip.lst", "a.jpg\r\n", Day);
+    test.setSetting("Installation", "Path", test.folder().native("not/there/yet")); // in the system's form
+    test.files().setFaultHook(readOnlyBelow(test.library()));
     start();
-    EXPECT_TRUE(test.album().ReadOnlyLibrary);
     const std::string moved = test.folder().inside("not\\there\\yet\\CD-5\\");
     EXPECT_EQ(test.paths().InfoPath, moved + "Photo_Info\\");
-    EXPECT_EQ(test.paths().SlideGroupPath, moved + "Photo_Slidegroups\\");
-    EXPECT_EQ(test.bytes(test.paths().SlideGroupPath + "Trip.lst"), "a.jpg\r\n");
-    EXPECT_EQ(test.paths().PhotoPath, onMedium.PhotoPath);
-    EXPECT_EQ(test.paths().ThumbnailPath, onMedium.ThumbnailPath);
-    EXPECT_EQ(test.paths().AudioPath, onMedium.AudioPath);
-    logFailure(test.album(), "Main", Failure(FailureKind::FileNotFound));
-    EXPECT_FALSE(test.isThere(test.library() + "\\Trovarium.Log"));
-}
+    EXPECT_EQ(test.bytes(moved + "Photo_Slidegroups\\Trip.lst"), "a.jpg\r\n");
+    EXPECT_EQ(test.paths().PhotoPath, own.PhotoPath);
+    logFailure(album, "Main", Failure(FailureKind::FileNotFound));
+    EXPECT_EQ(test.log(), "");
 
-TEST_F(ReadOnlyLibrary, KeepsEditsUntilTheMediumIsNewer)
-{
-    start();
     test.showGroup({"a.jpg", "b.jpg"});
-    test.album().info.Title = "edited";
-    ASSERT_TRUE(SaveImageInfo(test.album(), 1));
-    ASSERT_TRUE(SaveImageInfo(test.album(), 2));
-    putOnMedium(onMedium.InfoPath + "b.jpg.info", "TITLE=new medium\r\n", now() + std::chrono::hours(1));
+    album.info.Title = "edited";
+    ASSERT_TRUE(SaveImageInfo(album, 1) && SaveImageInfo(album, 2));
+    put(own.InfoPath + "b.jpg.info", "TITLE=new medium\r\n", now() + std::chrono::hours(1));
     start();
     EXPECT_EQ(titleOf("a.jpg"), "edited");
     EXPECT_EQ(titleOf("b.jpg"), "new medium");
 }
 
-TEST(WritableLibrary, StaysWhereTheSettingsPutIt)
+TEST_F(LibraryFolders, StandWhereTheSettingsPutThem)
 {
-    TestAlbum test;
-    const struct {
-        std::string AlbumPaths::*path;
-        std::string_view key;
-        std::string_view folder;
-    } cases[] = {
-        {&AlbumPaths::PhotoPath, "Photos", "Photos"},
-        {&AlbumPaths::ThumbnailPath, "Thumbnails", "Photo_Thumbnails"},
-        {&AlbumPaths::InfoPath, "Info", "Photo_Info"},
-        {&AlbumPaths::SlideGroupPath, "SlideGroups", "Photo_SlideGroups"},
-        {&AlbumPaths::AudioPath, "AudioClips", "Photo_Audio"},
-        {&AlbumPaths::MidiPath, "MidiMusic", "Photo_Midi"},
-    };
-    for (const auto& one : cases) {
-        EXPECT_EQ(test.paths().*one.path, test.library() + "\\" + std::string(one.folder) + "\\");
-        test.setSetting("SourceFolders", one.key, "/elsewhere"); // no backslash is added
-        readFolderSettings(test.album());
-        EXPECT_EQ(test.paths().*one.path, "/elsewhere") << one.key;
+    using Case = std::tuple<std::string AlbumPaths::*, std::string, std::string>;
+    for (const auto& [path, key, folder] : {Case{&AlbumPaths::PhotoPath, "Photos", "Photos"},
+             {&AlbumPaths::ThumbnailPath, "Thumbnails", "Photo_Thumbnails"},
+             {&AlbumPaths::InfoPath, "Info", "Photo_Info"},
+             {&AlbumPaths::SlideGroupPath, "SlideGroups", "Photo_SlideGroups"},
+             {&AlbumPaths::AudioPath, "AudioClips", "Photo_Audio"},
+             {&AlbumPaths::MidiPath, "MidiMusic", "Photo_Midi"}}) {
+        EXPECT_EQ(test.paths().*path, test.library() + "\\" + folder + "\\");
+        for (const std::string value : {"", "/elsewhere"}) { // no backslash is added
+            test.setSetting("SourceFolders", key, value);
+            start();
+            EXPECT_EQ(test.paths().*path, value) << key;
+        }
     }
-    CheckDirPaths(test.album(), testDesktop());
-    EXPECT_EQ(test.paths().SlideGroupPath, "/elsewhere");
-    EXPECT_FALSE(test.album().ReadOnlyLibrary);
+    EXPECT_FALSE(album.ReadOnlyLibrary);
+    fs::remove_all(test.settingsFolder());
+    fs::create_directories(test.settingsFolder() + "/settings.txt");
+    EXPECT_FALSE(album.Settings().SetOWSetting("Trovarium", "Options", "AutoFix", "True"));
+    album.settingsStore.reset();
+    EXPECT_EQ(failureOf([&] { album.Settings(); }), "Object not set");
 }
 
 } // namespace trovarium

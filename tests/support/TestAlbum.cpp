@@ -1,6 +1,5 @@
 #include "support/TestAlbum.h"
 
-#include "runtime/Failure.h"
 #include "store/LibraryFolders.h"
 
 #include <filesystem>
@@ -81,6 +80,18 @@ void TestAlbum::putGroup(std::string_view fileName, const std::vector<std::strin
     put(m_album.paths.SlideGroupPath + std::string(fileName), joinedLines(lines));
 }
 
+std::vector<std::string> TestAlbum::groupLines(std::string_view fileName) const
+{
+    std::vector<std::string> lines;
+    FileService files; // without the faults of the test
+    attempt([&] {
+        files.open(m_album.paths.SlideGroupPath + std::string(fileName), OpenMode::Input, 1);
+        while (!files.endOfFile(1))
+            lines.push_back(files.lineInput(1));
+    });
+    return lines;
+}
+
 void TestAlbum::showGroup(const std::vector<std::string>& lines, const std::vector<int>& selectedPositions)
 {
     GroupOnShow& group = m_album.group;
@@ -91,6 +102,14 @@ void TestAlbum::showGroup(const std::vector<std::string>& lines, const std::vect
     for (const int position : selectedPositions)
         group.GroupSelect(position) = 1;
     group.PhotoCount = group.GroupList.upperBound();
+}
+
+void TestAlbum::failAt(FileOperation failing, std::string_view ending, FailureKind kind, int first)
+{
+    files().setFaultHook([=, end = std::string(ending)](FileOperation operation, std::string_view path) mutable {
+        if (operation == failing && path.ends_with(end) && --first <= 0)
+            throw Failure(kind);
+    });
 }
 
 std::map<std::string, std::string> TestAlbum::allFiles() const

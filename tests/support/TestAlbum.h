@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/files/FileService.h"
+#include "runtime/Failure.h"
 #include "store/Album.h"
 #include "support/TemporaryFolder.h"
 
@@ -35,7 +36,13 @@ public:
 
     // A list file of these lines, and the group that it holds as the one on show, nothing selected.
     void putGroup(std::string_view fileName, const std::vector<std::string>& lines);
+    std::vector<std::string> groupLines(std::string_view fileName) const; // none when absent
     void showGroup(const std::vector<std::string>& lines, const std::vector<int>& selectedPositions = {});
+
+    // Every such operation on a path that ends so fails, from that one on, until the hook of the files is set anew.
+    void failAt(
+        FileOperation failing, std::string_view ending = {}, FailureKind kind = FailureKind::DeviceIo, int first = 1);
+    std::string log() const { return bytes(library() + "\\Trovarium.Log"); }
 
     // Every file below the temporary folder with its bytes, by native path from there.
     std::map<std::string, std::string> allFiles() const;

@@ -1,15 +1,18 @@
 #include "ViewerWindow.h"
 
+#include <tuple>
+
 namespace trovarium {
 
 namespace {
 
 class ZoomAndPanTest : public ViewerWindow {
 protected:
-    void openOne()
+    ZoomAndPanTest()
     {
         putPhoto("p1.jpg", 100, 60);
-        openAlbum({"p1.jpg"});
+        putPhoto("p2.jpg", 700, 60);
+        openAlbum({"p1.jpg", "p2.jpg"});
         display(1);
     }
     bool isCentred()
@@ -25,24 +28,16 @@ protected:
 
 TEST_F(ZoomAndPanTest, TheLadderSkipsZeroAndGoesOnFromNaturalSizeByItsDirection)
 {
-    struct Case {
-        int direction;
-        int level;
-        std::string ratio;
-        float width;
-    };
-    openOne();
-    for (const Case& c : {Case{+1, 2, "2/1", 200}, Case{+1, 3, "3/1", 300}, Case{-1, 2, "2/1", 200},
-             Case{-1, 1, "1/1", 100}, Case{-1, -2, "1/2", 50}, Case{-1, -3, "1/3", 100 / 3.0F}, Case{+1, -2, "1/2", 50},
-             Case{+1, -1, "1/1", 100}, Case{+1, 2, "2/1", 200}}) {
-        SCOPED_TRACE(c.ratio);
-        robot.click(c.direction > 0 ? main().cmdZoomIn : main().cmdZoomOut);
-        EXPECT_EQ(view().ZoomLevel, c.level);
-        EXPECT_EQ(main().lbZoom.Caption(), "Zoom  " + c.ratio);
-        EXPECT_TRUE(main().imgbox.Visible());
-        EXPECT_FLOAT_EQ(main().imgbox.Width(), c.width);
-        EXPECT_FLOAT_EQ(main().imgbox.Height(), c.width * 0.6F);
-        EXPECT_TRUE(isCentred());
+    for (const auto& [direction, level, ratio, width] : {std::tuple{+1, 2, "2/1", 200.0F}, {+1, 3, "3/1", 300.0F},
+             {-1, 2, "2/1", 200.0F}, {-1, 1, "1/1", 100.0F}, {-1, -2, "1/2", 50.0F}, {-1, -3, "1/3", 100 / 3.0F},
+             {+1, -2, "1/2", 50.0F}, {+1, -1, "1/1", 100.0F}, {+1, 2, "2/1", 200.0F}}) {
+        SCOPED_TRACE(ratio);
+        robot.click(direction > 0 ? main().cmdZoomIn : main().cmdZoomOut);
+        EXPECT_EQ(view().ZoomLevel, level);
+        EXPECT_EQ(main().lbZoom.Caption(), std::string("Zoom  ") + ratio);
+        EXPECT_TRUE(main().imgbox.Visible() && isCentred());
+        EXPECT_FLOAT_EQ(main().imgbox.Width(), width);
+        EXPECT_FLOAT_EQ(main().imgbox.Height(), width * 0.6F);
     }
     robot.choose(main().mnuViewEnlarge);
     EXPECT_EQ(view().ZoomLevel, 3);
@@ -52,9 +47,6 @@ TEST_F(ZoomAndPanTest, TheLadderSkipsZeroAndGoesOnFromNaturalSizeByItsDirection)
 
 TEST_F(ZoomAndPanTest, TheFirstPressFromTheThumbnailsOnlyOpensThePhotograph)
 {
-    putPhoto("p1.jpg", 100, 60);
-    putPhoto("p2.jpg", 700, 60);
-    openAlbum({"p1.jpg", "p2.jpg"});
     for (PictureButton* button : {&main().cmdZoomIn, &main().cmdZoomOut}) {
         pressRowNamed("Alps");
         robot.click(main().imgThumbnail(1));
@@ -69,28 +61,24 @@ TEST_F(ZoomAndPanTest, TheFirstPressFromTheThumbnailsOnlyOpensThePhotograph)
 
 TEST_F(ZoomAndPanTest, ALevelBeyondSixteenBitsHidesThePictureAndIsLogged)
 {
-    openOne();
     view().ZoomLevel = 32'766;
     robot.click(main().cmdZoomIn);
     EXPECT_EQ(main().lbZoom.Caption(), "Zoom  32767/1");
-    EXPECT_TRUE(main().imgbox.Visible());
-    robot.click(main().cmdZoomIn);
-    EXPECT_FALSE(main().imgbox.Visible());
-    EXPECT_EQ(view().ZoomLevel, 32'767);
-
-    view().ZoomLevel = -32'768;
-    robot.click(main().cmdZoomOut);
-    EXPECT_FALSE(main().imgbox.Visible());
-    EXPECT_EQ(logLines(),
-        (std::vector<std::string>{logged("cmdZoomIn_Click", "Overflow"), logged("cmdZoomOut_Click", "Overflow")}));
+    for (const auto& [level, button] : {std::pair{32'767, &main().cmdZoomIn}, {-32'768, &main().cmdZoomOut}}) {
+        view().ZoomLevel = static_cast<std::int16_t>(level);
+        robot.click(*button);
+        EXPECT_FALSE(main().imgbox.Visible());
+        EXPECT_EQ(view().ZoomLevel, level);
+    }
+    EXPECT_EQ(logLines(), (Names{logged("cmdZoomIn_Click", "Overflow"), logged("cmdZoomOut_Click", "Overflow")}));
 }
 
 TEST_F(ZoomAndPanTest, ADraggedPictureFollowsTheMouseAndTheNextStepBringsItBack)
 {
-    openOne();
     Image& picture = main().imgbox;
     const auto [left, top] = corner();
     for (const int button : {LeftButton, RightButton}) {
+        robot.moveTo(picture, At{5, 5});
         robot.press(picture, button, NoKeys, At{10, 10});
         EXPECT_EQ(picture.MousePointer(), FourWayPointer);
         robot.moveTo(picture, At{30, 25});
