@@ -46,7 +46,7 @@ TEST_F(GroupCommandsTest, ANewGroupTakesANameThatIsFreeAndIsMendedAfterThat)
     robot.choose(main().mnuFileCreate);
     EXPECT_TRUE(isThere("x_1__y_z"));
     EXPECT_EQ(rows(), (Names{"  All Photos  ", "Alps", "Rome", "x_1__y_z"}));
-    EXPECT_EQ(brightRow(), -1) << "it is not opened";
+    EXPECT_EQ(brightRows(), Positions{}) << "it is not opened";
     EXPECT_EQ(group().CurrentGroupName, "Alps");
     putGroup("a_b", names(3));
     prompts.expectInput(AskName, "a:b");

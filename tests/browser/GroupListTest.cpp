@@ -37,11 +37,11 @@ TEST_F(GroupListTest, TheListMovesOneRowAClickAndStopsAtItsEnds)
     main().groupList().LoadGroupNames();
     pressRow(0);
     EXPECT_EQ(arrows(), "down");
-    EXPECT_EQ(brightRow(), 0);
+    EXPECT_EQ(brightRows(), Positions{0});
     robot.click(main().pctArrows(2));
     EXPECT_EQ(rows(), (Names{"g1", "g2", "g3", "g4", "g5", "g6", "g7", "g8"}));
     EXPECT_EQ(arrows(), "updown");
-    EXPECT_EQ(brightRow(), -1) << "a redraw goes back to dark";
+    EXPECT_EQ(brightRows(), Positions{}) << "a redraw goes back to dark";
     EXPECT_EQ(cells(), names(3)) << "scrolling changes no group";
     EXPECT_EQ(main().groupList().CurrentGroupRow, 0);
 
@@ -54,7 +54,7 @@ TEST_F(GroupListTest, TheListMovesOneRowAClickAndStopsAtItsEnds)
     EXPECT_EQ(rows().front(), "g2") << "the names read anew stay where they are";
     pressRow(0);
     EXPECT_EQ(group().CurrentGroupName, "g2");
-    EXPECT_EQ(brightRow(), 0);
+    EXPECT_EQ(brightRows(), Positions{0});
     EXPECT_EQ(view().CurrentIndex, 0) << "taken for the group on show, by its row";
 
     robot.click(main().pctArrows(0));
@@ -86,7 +86,7 @@ TEST_F(GroupListTest, APressOnARowOpensItsGroupOnPageOne)
     EXPECT_EQ(main().lbAlbumList(0).ToolTipText(), "  All Photos   (Right-click for menu.)");
 
     robot.click(main().lbAlbumList(1));
-    EXPECT_EQ(brightRow(), 1);
+    EXPECT_EQ(brightRows(), Positions{1});
     EXPECT_EQ(main().lbCount.Caption(), "Group [Alps] Viewing 1 of 20");
     EXPECT_EQ(selectedPositions(), Positions{}) << "another group leaves nothing selected";
     main().VScroll1.Value = 2;

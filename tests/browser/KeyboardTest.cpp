@@ -56,14 +56,8 @@ TEST_F(KeyboardTest, ArrowsMoveAmongThumbnailsAndTurnPages)
         EXPECT_EQ(page(), "Page " + std::to_string((there - 1) / 16 + 1) + " of 3");
     }
     key(HomeKey);
-    int held = 0;
-    robot.when([&] { return !main().VScroll1.Enabled(); },
-        [&] {
-            ++held;
-            key(PageDownKey);
-        });
+    robot.when([&] { return !main().VScroll1.Enabled(); }, [&] { key(PageDownKey); });
     key(PageDownKey);
-    EXPECT_EQ(held, 1);
     EXPECT_EQ(page() + std::to_string(main().VScroll1.Value()), "Page 2 of 32") << "a held key waits for the page";
     key(PageDownKey);
     EXPECT_EQ(page(), "Page 3 of 3");
@@ -87,19 +81,15 @@ TEST_F(KeyboardTest, AnEmptyCellThatKeptTheFocusDoesNothing)
 TEST_F(KeyboardTest, SpaceSelectsAsTheMouseDoes)
 {
     openGroup(9);
-    keys({HomeKey, RightKey, SpaceKey});
-    EXPECT_EQ(selectedPositions(), Positions{2});
-    EXPECT_EQ(main().lbStatusCount.Caption(), "Photo 2 of 9");
-    keys({RightKey, RightKey});
-    key(SpaceKey, ShiftKey);
-    EXPECT_EQ(selectedPositions(), (Positions{2, 3, 4}));
-    key(LeftKey);
-    key(SpaceKey, CtrlKey);
-    EXPECT_EQ(selectedPositions(), (Positions{2, 4}));
-    key(SpaceKey);
-    EXPECT_EQ(selectedPositions(), Positions{3});
-    key(AKey, CtrlKey);
-    EXPECT_EQ(selectedPositions(), (Positions{1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    for (const auto& [way, pressed, shift, selected] :
+        {std::tuple<Keys, int, int, Positions>{{HomeKey, RightKey}, SpaceKey, NoKeys, {2}},
+            {{RightKey, RightKey}, SpaceKey, ShiftKey, {2, 3, 4}}, {{LeftKey}, SpaceKey, CtrlKey, {2, 4}},
+            {{}, SpaceKey, NoKeys, {3}}, {{}, AKey, CtrlKey, {1, 2, 3, 4, 5, 6, 7, 8, 9}}}) {
+        keys(way);
+        key(pressed, shift);
+        EXPECT_EQ(selectedPositions(), selected);
+    }
+    EXPECT_EQ(main().lbStatusCount.Caption(), "Photo 3 of 9");
     robot.whenMenuOpens([&] { robot.dismissMenu(); });
     key(MenuKey);
     EXPECT_EQ(group().SelectedCount, 10) << "the menu's press adds the one with the focus";
@@ -139,11 +129,8 @@ TEST_F(KeyboardTest, CtrlShiftWithAnArrowMovesTheSelectedAsADragDoes)
         EXPECT_EQ(linesOf("Alps"), expected);
         EXPECT_EQ(cells(), expected);
         EXPECT_EQ(selectedPositions(), after);
-        EXPECT_EQ(group().SelectedCount, static_cast<int>(after.size()));
+        EXPECT_EQ(main().lbStatusSelected.Caption(), "Selected " + std::to_string(after.size()));
         EXPECT_EQ(focus(), there);
-        if (expected != names(6)) {
-            EXPECT_EQ(main().lbInfo(6).Caption(), expected.at(static_cast<std::size_t>(there) - 1));
-        }
     }
 
     putGroup("Alps", names(18));

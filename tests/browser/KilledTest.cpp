@@ -1,18 +1,18 @@
 #include "MainWindow.h"
 
 #include "browser/GroupCommands.h"
-#include "browser/GroupListPane.h"
+#include "browser/ThumbnailDrag.h"
 #include "check/GroupRepair.h"
 #include "check/RepairPasses.h"
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
-#include "store/InfoFile.h"
 #include "store/LibraryFolders.h"
 #include "support/KilledProcess.h"
 
-#include <functional>
+#include <regex>
+#include <utility>
 
 namespace trovarium {
 
@@ -21,20 +21,17 @@ namespace {
 // A library whose user acts in a process of its own, which ends in the middle, and which is then started anew.
 class KilledLibrary : public MainWindow {
 public:
-    using Act = std::function<void(KilledLibrary&)>;
-
     void make()
     {
         const AlbumPaths& paths = test.paths();
-        for (const std::string& name : Names) {
+        putPhotos(names(3));
+        for (const std::string& name : names(3)) {
             m_photos[name] = plainBitmap(40 + static_cast<int>(m_photos.size()), 30);
             test.put(paths.PhotoPath + name, m_photos[name]);
-            test.put(paths.ThumbnailPath + name, plainBitmap(20, 15));
             desktop.files().setModified(paths.ThumbnailPath + name, desktop.files().modified(paths.PhotoPath + name));
-            CreateInfoFile(desktop.files(), paths.InfoPath + name + ".info", "\\Photos\\" + name);
         }
-        putGroup("  All Photos  ", Names);
-        putGroup("Alps", Names);
+        putGroup("  All Photos  ", names(3));
+        putGroup("Alps", names(3));
         putGroup("Rome", {"p3.jpg"});
         test.put(paths.AudioPath + "p2.jpg.wav", "RIFF");
         test.put(paths.MidiPath + "Alps.mid", "MThd");
@@ -42,14 +39,14 @@ public:
     }
 
     // In the process of its own.
-    [[noreturn]] void actUntilKilled(const Act& act)
+    [[noreturn]] void actUntilKilled(void (KilledLibrary::*act)())
     {
         test.paths().ProgramFolder = test.paths().AppPath = getenv(FolderVariable);
         readFolderSettings(test.album());
         open();
         pressRowNamed("Alps");
         trovarium::actUntilKilled(desktop.files(), [&] {
-            act(*this);
+            (this->*act)();
             prompts.verify();
         });
     }
@@ -70,7 +67,7 @@ public:
         }
     }
 
-    // What is not as it was before the act: "-gone +new changed=its|lines", by path below the library.
+    // What is not as it was before the act: "-gone +new changed", a list with its lines, by path below the library.
     std::string changes() const
     {
         const std::map<std::string, std::string> after = test.allFiles();
@@ -80,42 +77,29 @@ public:
         for (const auto& [path, bytes] : paths) {
             const auto was = m_before.find(path);
             const auto is = after.find(path);
-            if (path.ends_with("Trovarium.Log")) // tells of a photograph that was missing
+            const bool isSame = is != after.end() && was != m_before.end() && is->second == was->second;
+            if (isSame || path.ends_with("Trovarium.Log")) // which tells of a photograph that was missing
                 continue;
-            if (is != after.end() && was != m_before.end() && is->second == was->second)
-                continue;
-            const std::string place = path.substr(path.find('/') + 1);
-            if (is == after.end())
-                text += "-" + place + " ";
-            else
-                text += (was == m_before.end() ? "+" : "") + place + shownLines(place, is->second) + " ";
+            text += is == after.end() ? "-" : was == m_before.end() ? "+" : "";
+            text += path.substr(path.find('/') + 1);
+            if (is != after.end() && path.find("Photo_SlideGroups") != path.npos)
+                text += "=" + std::regex_replace(is->second, std::regex("\r\n"), "|");
+            text += " ";
         }
         return text;
     }
 
-    void dragFirstToTheEnd()
+    void reorder()
     {
-        robot.press(main().imgThumbnail(0));
-        robot.moveTo(main().pctWindow, At{500, 440});
-        robot.release();
+        select({1});
+        main().thumbnailDrag().moveSelected(3);
     }
-    void throughGroupsDialog(Menu& entry)
+    void move()
     {
         select({1, 2});
-        robot.when([this] { return groups().isShown() && groups().lstGroups.ListCount() > 0; },
-            [this] {
-                robot.click(groups().lstGroups, LeftButton, NoKeys, At{20, 8});
-            });
-        robot.choose(entry);
+        main().groupCommands().MoveToGroup("Rome.lst");
     }
-    void editFirst()
-    {
-        robot.doubleClick(main().imgThumbnail(0));
-        robot.click(main().cmdEditPhotoInfo);
-        main().txtTitle.Text = "New";
-        robot.click(main().cmdEditPhotoInfo);
-    }
-    void removeSecond()
+    void remove()
     {
         select({2});
         prompts.expectQuestion("Are you sure you want to remove selected photograph(s) from the program? The removed "
@@ -125,33 +109,17 @@ public:
         robot.choose(main().mnuEditRemoveFromAlbum);
     }
 
-    using MainWindow::main;
     using MainWindow::test;
 
 private:
     void TestBody() override { }
 
-    static std::string shownLines(const std::string& place, std::string bytes)
-    {
-        if (place.find(".lst") == std::string::npos && place.find(".group") == std::string::npos
-            && place.find("Photo_Info/p") == std::string::npos)
-            return {};
-        for (std::size_t end = 0; (end = bytes.find("\r\n", end)) != std::string::npos;)
-            bytes.replace(end, 2, "|");
-        return "=" + bytes;
-    }
-
-    inline static const std::vector<std::string> Names{"p1.jpg", "p2.jpg", "p3.jpg"};
-
     std::map<std::string, std::string> m_photos;
     std::map<std::string, std::string> m_before;
 };
 
-struct Case {
-    const char* name;
-    KilledLibrary::Act act;
-    std::vector<std::string> changes; // after the next start, from a kill before the first step to the whole act
-};
+// An act and the changes after the next start, from a kill before the first step to the whole act.
+using Case = std::pair<void (KilledLibrary::*)(), std::vector<std::string>>;
 
 } // namespace
 
@@ -167,27 +135,23 @@ TEST(KilledTest, AtAnyWriteOnlyWhatTheOrderOfTheStepsImpliesIsLost)
     const std::string thumbnailGone = "-Photo_Thumbnails/p2.jpg ";
     const std::string photoGone = photoAside + "-Photos/p2.jpg ";
     const std::vector<Case> cases{
-        {"edit", [](KilledLibrary& library) { library.editFirst(); },
-            {"",
-                "Photo_Info/p1.jpg.info=PhotoPath=\\Photos\\p1.jpg|TITLE=New|PHOTOGRAPHER=|YEAR=|PEOPLE=|PLACE=|EVENT=|"
-                "KEYWORDS=|ImageWidth=0|ImageHeight=0| "}},
-        {"reorder", [](KilledLibrary& library) { library.dragFirstToTheEnd(); },
+        {&KilledLibrary::reorder,
             {"", "Photo_SlideGroups/Alps.lst= ", "Photo_SlideGroups/Alps.lst=p2.jpg|p3.jpg|p1.jpg| "}},
-        {"move", [](KilledLibrary& library) { library.throughGroupsDialog(library.main().mnuEditMove); },
+        {&KilledLibrary::move,
             {"", copied, copied + "+Photo_SlideGroups/temp.group= ", copied + "+Photo_SlideGroups/temp.group=p3.jpg| ",
                 "Photo_SlideGroups/Alps.lst=p3.jpg| " + copied + "+Photo_SlideGroups/temp.group=p3.jpg| ",
                 "Photo_SlideGroups/Alps.lst=p3.jpg| " + copied}},
         // As soon as the photograph is gone the next start finishes the rest, but for thumbnail and clip.
-        {"removal", [](KilledLibrary& library) { library.removeSecond(); },
+        {&KilledLibrary::remove,
             {"", photoAside, infoAside, clipAside + infoAside, clipAside + infoGone + photoGone,
                 clipAside + infoGone + thumbnailGone + photoGone,
                 clipAside + "-Photo_Audio/p2.jpg.wav " + infoGone + thumbnailGone + photoGone}},
     };
     if (const char* act = getenv(ActVariable))
-        KilledLibrary().actUntilKilled(cases.at(static_cast<std::size_t>(atoi(act))).act);
+        KilledLibrary().actUntilKilled(cases.at(static_cast<std::size_t>(atoi(act))).first);
 
     for (std::size_t act = 0; act < cases.size(); ++act) {
-        SCOPED_TRACE(cases[act].name);
+        SCOPED_TRACE(act);
         std::vector<std::string> seen;
         int code = Killed;
         for (int step = 1; code == Killed; ++step) {
@@ -200,7 +164,7 @@ TEST(KilledTest, AtAnyWriteOnlyWhatTheOrderOfTheStepsImpliesIsLost)
                 seen.push_back(changes);
         }
         EXPECT_EQ(code, 0);
-        EXPECT_EQ(seen, cases[act].changes);
+        EXPECT_EQ(seen, cases[act].second);
     }
 }
 

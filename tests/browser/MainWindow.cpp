@@ -9,6 +9,21 @@
 
 namespace trovarium {
 
+namespace {
+
+// The numbers from 0 below `end` for which it holds.
+template <class Holds>
+Positions where(int end, const Holds& holds)
+{
+    Positions found;
+    for (int i = 0; i < end; ++i)
+        if (holds(i))
+            found.push_back(i);
+    return found;
+}
+
+} // namespace
+
 MainWindow::MainWindow()
     : desktop(testDesktop())
     , test(desktop.files())
@@ -88,54 +103,35 @@ void MainWindow::pressRowNamed(const std::string& group)
 Names MainWindow::rows()
 {
     Names captions;
-    for (int row = 0; row < 8; ++row) {
-        if (main().pctAlbumList(row).Visible())
-            captions.push_back(main().lbAlbumList(row).Caption());
-    }
+    for (const int row : where(8, [this](int i) { return main().pctAlbumList(i).Visible(); }))
+        captions.push_back(main().lbAlbumList(row).Caption());
     return captions;
 }
 
-int MainWindow::brightRow()
+Positions MainWindow::brightRows()
 {
-    int bright = -1;
-    for (int row = 0; row < 8; ++row) {
-        if (main().pctAlbumList(row).Picture() == main().pctAlbumList(10).Picture()) {
-            EXPECT_EQ(bright, -1) << "two bright rows";
-            bright = row;
-        }
-    }
-    return bright;
+    const Picture& bright = main().pctAlbumList(10).Picture();
+    return where(8, [&](int row) { return main().pctAlbumList(row).Picture() == bright; });
 }
 
 Names MainWindow::cells()
 {
     Names shown;
-    for (int cell = 0; cell < 16; ++cell) {
-        EXPECT_EQ(main().imgThumbnail(cell).Visible(), main().lbThumbnailFile(cell).Visible()) << cell;
-        if (main().imgThumbnail(cell).Visible())
-            shown.push_back(main().lbThumbnailFile(cell).Caption());
+    for (const int cell : where(16, [this](int i) { return main().imgThumbnail(i).Visible(); })) {
+        EXPECT_TRUE(main().lbThumbnailFile(cell).Visible()) << cell;
+        shown.push_back(main().lbThumbnailFile(cell).Caption());
     }
     return shown;
 }
 
 Positions MainWindow::framedCells()
 {
-    Positions framed;
-    for (int cell = 0; cell < 16; ++cell) {
-        if (main().shpThumbnailSelect(cell).Visible())
-            framed.push_back(cell);
-    }
-    return framed;
+    return where(16, [this](int cell) { return main().shpThumbnailSelect(cell).Visible(); });
 }
 
 Positions MainWindow::selectedPositions()
 {
-    Positions positions;
-    for (int i = 0; i <= group().GroupSelect.upperBound(); ++i) {
-        if (group().GroupSelect(i) == 1)
-            positions.push_back(i);
-    }
-    return positions;
+    return where(group().GroupSelect.upperBound() + 1, [this](int i) { return group().GroupSelect(i) == 1; });
 }
 
 Names MainWindow::logLines()

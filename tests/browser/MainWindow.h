@@ -45,8 +45,8 @@ protected:
 
     void pressRow(int row, int button = LeftButton);
     void pressRowNamed(const std::string& group);
-    Names rows();            // captions of the rows on show
-    int brightRow();         // -1 for none
+    Names rows(); // captions of the rows on show
+    Positions brightRows();
     Names cells();           // file names of the cells on show
     Positions framedCells(); // with a selection frame
     Positions selectedPositions();

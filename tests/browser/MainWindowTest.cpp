@@ -35,24 +35,20 @@ TEST_F(MainWindowTest, EachEntryOpensWhatItNames)
     main().dialogs().showGroups = [&](int mode) { opened += mode == 1 ? "copy " : "move "; };
     for (Menu* entry : {&main().mnuFileImport, &main().mnuGroupImport, &main().mnuFileExport, &main().mnuGroupExport,
              &main().mnuEditSearchAppend, &main().mnuGroupSearchAppend, &main().mnuFileMidi, &main().mnuGroupMidi,
-             &main().mnuEditWaveLink, &main().mnuHelpAbout, &main().mnuEditAdd, &main().mnuThumbAdd,
-             &main().mnuEditMove, &main().mnuThumbMove})
+             &main().mnuEditWaveLink, &main().mnuViewSlideshow, &main().mnuHelpAbout, &main().mnuEditAdd,
+             &main().mnuThumbAdd, &main().mnuEditMove, &main().mnuThumbMove})
         entry->Click.raise();
-    EXPECT_EQ(opened, "welcome import import export export search search midi midi wav about copy copy move move ");
+    EXPECT_EQ(
+        opened, "welcome import import export export search search midi midi wav show about copy copy move move ");
     main().Form_Activate(); // the welcome came once in the life of the installation
     prompts.expectInput("Enter name for new group.", "");
     main().mnuGroupNewGroup.Click.raise();
     prompts.expectInput("Rename \"Alps\" group to ...", "");
     main().mnuGroupRenameGroup.Click.raise();
-    bool isHelp = false;
-    robot.whenMenuOpens([&] {
-        isHelp = true;
-        robot.dismissMenu();
-    });
+    robot.whenMenuOpens([&] { robot.dismissMenu(); });
     robot.click(main(), At{780, 300}, RightButton);
-    EXPECT_TRUE(isHelp);
-    robot.click(main(), At{780, 300});
-    robot.click(main().pctWindow, RightButton, NoKeys, At{5, 5}); // a menu here would wait for ever
+    robot.click(main(), At{780, 300}); // a menu here or there would wait for ever
+    robot.click(main().pctWindow, RightButton, NoKeys, At{5, 5});
 
     // A label acts for the button beneath it.
     opened.clear();

@@ -11,9 +11,11 @@ protected:
     RemovalTest()
     {
         putPhotos(names(5));
+        test.put(linked, plainBitmap(9, 9));
+        test.put(info("linked.jpg"), "PhotoPath=" + linked + "\r\n");
         test.put(clip("p2.jpg"), "RIFF");
         putGroup("  All Photos  ", names(5));
-        putGroup("Alps", {"p2.jpg", "p3.jpg", "p2.jpg"});
+        putGroup("Alps", whole);
         putGroup("Rome", {"p1.jpg", "p2.jpg"});
         open();
         pressRowNamed("Alps");
@@ -32,7 +34,8 @@ protected:
     std::string info(const std::string& name) { return test.paths().InfoPath + name + ".info"; }
     std::string clip(const std::string& name) { return test.paths().AudioPath + name + ".wav"; }
     std::string asideOf(std::string path) { return path.insert(path.rfind('\\') + 1, "Removed\\"); }
-    const Names whole{"p2.jpg", "p3.jpg", "p2.jpg"};
+    const Names whole{"p2.jpg", "p3.jpg", "p2.jpg", "linked.jpg"};
+    const std::string linked = test.folder().inside("linked.jpg"); // outside the library
 };
 
 } // namespace
@@ -47,7 +50,9 @@ TEST_F(RemovalTest, APhotographOfThreeGroupsLeavesThemAll)
 
     const std::map<std::string, std::string> before{{photo("p2.jpg"), test.bytes(photo("p2.jpg"))},
         {info("p2.jpg"), test.bytes(info("p2.jpg"))}, {clip("p2.jpg"), "RIFF"}};
-    remove({1, 3}); // the same one twice
+    remove({1, 3, 4}); // the same one twice
+    EXPECT_TRUE(test.isThere(linked) && test.isThere(asideOf(info("linked.jpg"))))
+        << "what is linked stays on the disk";
     EXPECT_EQ(prompts.asked().front().title, "Remove photos from Album");
     for (const auto& [path, bytes] : before) {
         EXPECT_FALSE(test.isThere(path)) << path;
@@ -67,18 +72,6 @@ TEST_F(RemovalTest, AFlagBeyondAListThatCouldNotBeReadStopsNoStep)
     remove({1});
     EXPECT_TRUE(test.isThere(photo("p2.jpg")));
     EXPECT_EQ(linesOf("Alps"), whole);
-}
-
-TEST_F(RemovalTest, ALinkedPhotographLeavesTheLibraryAndStaysOnTheDisk)
-{
-    const std::string outside = test.folder().inside("linked.jpg");
-    test.put(outside, plainBitmap(9, 9));
-    test.put(info("linked.jpg"), "PhotoPath=" + outside + "\r\n");
-    putGroup("Alps", {"linked.jpg", "p3.jpg"});
-    pressRowNamed("Alps");
-    remove({1});
-    EXPECT_TRUE(test.isThere(outside) && test.isThere(asideOf(info("linked.jpg"))));
-    EXPECT_EQ(linesOf("Alps"), Names{"p3.jpg"});
 }
 
 TEST_F(RemovalTest, AFullDiskStopsNoStep)

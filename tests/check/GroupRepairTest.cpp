@@ -1,7 +1,5 @@
 #include "LibraryCheck.h"
 
-#include "check/GroupRepair.h"
-
 #include <filesystem>
 #include <utility>
 

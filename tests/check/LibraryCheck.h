@@ -1,5 +1,6 @@
 #pragma once
 
+#include "check/GroupRepair.h"
 #include "check/RepairPasses.h"
 #include "check/VideoPlayer.h"
 #include "check/frmSplash.h"
@@ -8,6 +9,9 @@
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/FormSlot.h"
 #include "platform/toolkit/PictureBox.h"
+#include "store/InfoFile.h"
+#include "support/PlainBitmap.h"
+#include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestAlbum.h"
 
@@ -39,14 +43,31 @@ public:
 // thumbnails and information files are made from the photograph's name.
 class LibraryCheck : public testing::Test {
 protected:
-    LibraryCheck();
-    ~LibraryCheck() override;
+    ~LibraryCheck() override { desktop.files().setFaultHook({}); }
 
     // Photographs are bitmaps; each has another date unless one is given.
-    void addPhoto(const std::string& name, int width = 8, int height = 6);
-    void addInfoFile(const std::string& name);
-    void addPhotosWithInfo(const std::vector<std::string>& names);
-    void addUpToDateThumbnail(const std::string& name);
+    void addPhoto(const std::string& name, int width = 8, int height = 6)
+    {
+        test.put(photo(name), plainBitmap(width, height));
+        // Far from now, so that a date that was not set shows.
+        desktop.files().setModified(photo(name), Instant(std::chrono::seconds(1'000'000'000 + 4001 * ++m_photos)));
+    }
+    void addInfoFile(const std::string& name)
+    {
+        ASSERT_TRUE(CreateInfoFile(desktop.files(), infoFile(name), "\\Photos\\" + name));
+    }
+    void addPhotosWithInfo(const std::vector<std::string>& names)
+    {
+        for (const std::string& name : names) {
+            addPhoto(name);
+            addInfoFile(name);
+        }
+    }
+    void addUpToDateThumbnail(const std::string& name)
+    {
+        test.put(thumbnail(name), plainBitmap(100, 75));
+        desktop.files().setModified(thumbnail(name), dateOf(photo(name)));
+    }
 
     std::string photo(const std::string& name) { return test.paths().PhotoPath + name; }
     std::string thumbnail(const std::string& name) { return test.paths().ThumbnailPath + name; }
@@ -55,26 +76,58 @@ protected:
     std::string groupList(const std::string& fileName) { return test.paths().SlideGroupPath + fileName; }
     std::string allPhotos() { return test.bytes(groupList("  All Photos  .lst")); }
     // How often the log tells of this failure.
-    int logged(const std::string& procedure, const std::string& description);
+    int logged(const std::string& procedure, const std::string& description)
+    {
+        const std::string line = "An error has occurred in '" + procedure + "'. Error = " + description + "\r\n";
+        const std::string text = test.log();
+        int count = 0;
+        for (std::size_t at = text.find(line); at != std::string::npos; at = text.find(line, at + 1))
+            ++count;
+        return count;
+    }
     Instant dateOf(const std::string& path) { return desktop.files().modified(path); }
 
     // The check of one start: the passes, then the repair of the groups unless it was skipped.
-    void start();
+    void start()
+    {
+        test.album().AutoCheckBypass = false;
+        splash().load();
+        splash().show();
+        RepairPasses(test.album(), splash(), builder).CheckFolderContents();
+        if (!test.album().AutoCheckBypass)
+            RemoveMissingPhotosFromGroup(test.album(), desktop);
+        splash().unload();
+    }
     // Builds the thumbnails of these photographs, as any caller of the builder does.
-    void build(const std::vector<std::string>& names);
+    void build(const std::vector<std::string>& names)
+    {
+        CheckedArray<std::string> list;
+        for (const std::string& name : names)
+            list.append(name);
+        builder().load();
+        builder().SetMissingList(list);
+        builder().showModal();
+    }
 
-    Desktop& desktop;
-    TestAlbum test;
-    ScriptedPrompts prompts;
+    Desktop& desktop = testDesktop();
+    TestAlbum test{desktop.files()};
+    ScriptedPrompts prompts{desktop};
     RecordedPlayer player;
-    FormSlot<frmThumbnail> builder;
-    FormSlot<frmSplash> splash;
+    FormSlot<frmThumbnail> builder{
+        desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), player); }};
+    FormSlot<frmSplash> splash{desktop, [this] { return std::make_unique<frmSplash>(desktop, test.album()); }};
 
 private:
     int m_photos = 0;
 };
 
 // Width and height as they stand in the head of a bitmap.
-std::pair<int, int> sizeOfBitmap(const std::string& bytes);
+inline std::pair<int, int> sizeOfBitmap(const std::string& bytes)
+{
+    const auto side = [&](std::size_t at) {
+        return static_cast<unsigned char>(bytes.at(at)) + 256 * static_cast<unsigned char>(bytes.at(at + 1));
+    };
+    return bytes.starts_with("BM") ? std::pair(side(18), side(22)) : std::pair(0, 0);
+}
 
 } // namespace trovarium

@@ -1,7 +1,6 @@
 #include "LibraryCheck.h"
 
 #include "store/GroupFile.h"
-#include "support/Robot.h"
 
 #include <algorithm>
 #include <filesystem>

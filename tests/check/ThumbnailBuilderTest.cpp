@@ -2,8 +2,6 @@
 
 #include "check/FileDateTime.h"
 #include "runtime/Dates.h"
-#include "support/PlainBitmap.h"
-#include "support/Robot.h"
 
 #include <utility>
 
