@@ -11,7 +11,6 @@
 #include "store/LibraryFolders.h"
 #include "support/KilledProcess.h"
 
-#include <regex>
 #include <utility>
 
 namespace trovarium {
@@ -82,8 +81,12 @@ public:
                 continue;
             text += is == after.end() ? "-" : was == m_before.end() ? "+" : "";
             text += path.substr(path.find('/') + 1);
-            if (is != after.end() && path.find("Photo_SlideGroups") != path.npos)
-                text += "=" + std::regex_replace(is->second, std::regex("\r\n"), "|");
+            if (is != after.end() && path.find("Photo_SlideGroups") != path.npos) {
+                std::string lines = is->second;
+                std::erase(lines, '\r');
+                std::replace(lines.begin(), lines.end(), '\n', '|');
+                text += "=" + lines;
+            }
             text += " ";
         }
         return text;

@@ -4,7 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <algorithm>
+#include <cctype>
 #include <utility>
 
 namespace trovarium {
@@ -35,10 +36,13 @@ TEST_F(Log, BeginsWithItsCreationAndTellsProcedureAndError)
 {
     logFailure(test.album(), "LoadGroupNames", Failure(FailureKind::PathNotFound));
     WriteLogLine(test.album(), path, "more");
-    EXPECT_TRUE(std::regex_match(test.log(),
-        std::regex(R"(Created \d\d/\d\d/\d\d \d\d:\d\d\r\n\d\d/\d\d/\d\d  \d\d:\d\d:\d\d[AP]M: )"
-                   R"(An error has occurred in 'LoadGroupNames'. Error = Path not found\r\n.{20}: more\r\n)")))
-        << test.log();
+    std::string shape = test.log();
+    std::replace_if(
+        shape.begin(), shape.end(), [](unsigned char c) { return std::isdigit(c) != 0; }, '9');
+    std::replace(shape.begin(), shape.end(), 'P', 'A'); // AM or PM
+    EXPECT_EQ(shape,
+        "Created 99/99/99 99:99\r\n99/99/99  99:99:99AM: An error has occurred in 'LoadGroupNames'. "
+        "Error = Aath not found\r\n99/99/99  99:99:99AM: more\r\n");
 }
 
 TEST_F(Log, LosesItsFirstLinesBeyondEightyThousandBytes)
