@@ -135,6 +135,7 @@ struct FileService::State {
         if (!isThere(lstat(target.native.c_str(), &status)))
             return target;
         if (S_ISLNK(status.st_mode)) {
+            ahead.changed(target.native); // read under this name, too
             target.place = linkEnd(std::move(target.native));
             target.native = target.place.whole();
             if (!isThere(stat(target.native.c_str(), &status)))

@@ -3,9 +3,9 @@
 #include "platform/files/Descriptor.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <fcntl.h>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 #include <utility>
@@ -47,8 +47,12 @@ struct ReadAhead::Run {
         , looks(std::move(lookedAt))
         , slots(std::make_unique<Slot[]>(paths.size()))
     {
-        for (std::thread& thread : threads)
-            thread = std::thread([this] { readOn(); });
+        try {
+            while (threads.size() < Threads)
+                threads.emplace_back([this] { readOn(); });
+        } catch (const std::system_error&) {
+            // No more threads to be had: what none of them reaches is read in the usual way.
+        }
     }
     ~Run()
     {
@@ -109,7 +113,7 @@ struct ReadAhead::Run {
     const std::unique_ptr<Slot[]> slots;
     std::atomic<std::size_t> next = 0;     // to be read ahead
     std::atomic<std::size_t> position = 0; // of whoever reads
-    std::array<std::thread, Threads> threads;
+    std::vector<std::thread> threads;
 };
 
 ReadAhead::ReadAhead() = default;

@@ -14,7 +14,11 @@ TEST(ReadAhead, IsNotSeenButForTheTimeItTakes)
     FileService files;
     std::vector<std::string> paths;
     for (int i = 0; i < Files; ++i) {
-        folder.write(std::to_string(i), "old " + std::to_string(i) + "\r\n");
+        const bool isLinked = i % 14 == 3;
+        const std::string file = (isLinked ? "linked " : "") + std::to_string(i);
+        folder.write(file, "old " + std::to_string(i) + "\r\n");
+        if (isLinked)
+            std::filesystem::create_symlink(file, folder.native(std::to_string(i)));
         paths.push_back(folder.inside(std::to_string(i)));
     }
     paths.push_back(folder.inside("gone"));
