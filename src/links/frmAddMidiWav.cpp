@@ -128,7 +128,7 @@ void frmAddMidiWav::Set4Wav()
     setUp(false);
     const GroupOnShow& group = m_album.group;
     for (int i = 1; i <= group.GroupList.upperBound(); ++i) {
-        if (group.GroupSelect(i) == 1)
+        if (group.isWhole && group.GroupSelect(i) == 1)
             addRow(group.GroupList(i), m_album.paths.AudioPath + group.GroupList(i) + ".wav");
     }
 }

@@ -106,7 +106,12 @@ Dialogs Program::dialogs()
         .showFirstTime = [this] { m_firstTime().showModal(); },
         .showGroups = [this](int mode) { m_groups().showFor(mode); },
         .showExport = [this] { m_export().showModal(); },
-        .showFullScreen = [this] { m_fullScreen().show(); },
+        // The main window may have been closed in the events that run before.
+        .showFullScreen =
+            [this] {
+                if (m_main.isLoaded())
+                    m_fullScreen().show();
+            },
         .showSlideShow = [this] { m_slideShow().showModal(); },
         .showSearch = [this] { m_search().showModal(); },
         .showImport = [this] { m_import().showModal(); },

@@ -54,6 +54,8 @@ try {
 
 void frmFullScreen::ShowPhoto(bool& /*Result*/)
 try {
+    if (!isLoaded()) // left in the events of the step before: no film begins that nobody sees
+        return;
     const float screenWidth = desktop().Screen().Width();
     const float screenHeight = desktop().Screen().Height();
     imgFullScreen.Visible = false;

@@ -53,6 +53,8 @@ void frmSSP::cmdOkay_Click()
     m_main.tmrSlideShow.Interval = toInt32(seconds * Millisecond);
     if (chkSlideshow(SwitchToFullScreen).Value() == 1)
         m_main.fullScreen().cmdFullScreen_Click();
+    if (!m_main.isLoaded()) // closed in the events of that
+        return;
     m_main.slideShow().ShowSelectedOnly = chkSlideshow(SelectedOnly).Value() == 1;
     if (chkSlideshow(StartWithCurrent).Value() != 1)
         m_main.photoDisplay().SetImageIndex(0);

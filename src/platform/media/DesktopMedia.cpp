@@ -3,7 +3,9 @@
 #include "platform/mpv/MpvGraph.h"
 #include "platform/mpv/MpvLibrary.h"
 #include "platform/sdl/SoundPlayer.h"
+#include "runtime/Failure.h"
 
+#include <system_error>
 #include <utility>
 
 namespace trovarium {
@@ -20,13 +22,20 @@ DesktopMedia::~DesktopMedia() = default;
 // Loading takes 60 ms, and five times that when it comes from the disk.
 void DesktopMedia::expectFilm()
 {
-    if (!m_filmLibrary.valid())
+    if (m_filmLibrary.valid())
+        return;
+    try {
         m_filmLibrary = std::async(std::launch::async, [] { return std::make_shared<const MpvLibrary>(); });
+    } catch (const std::system_error&) {
+        // No thread is to be had: whoever opens a film tells.
+    }
 }
 
 std::unique_ptr<FilgraphManager> DesktopMedia::newFilgraphManager()
 {
     expectFilm();
+    if (!m_filmLibrary.valid())
+        throw Failure(FailureKind::DeviceUnavailable);
     return std::make_unique<MpvGraph>(*m_filmLibrary.get(), m_files, m_wait);
 }
 

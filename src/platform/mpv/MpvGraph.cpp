@@ -3,6 +3,7 @@
 #include "platform/files/FileService.h"
 #include "platform/mpv/SoundOutput.h"
 #include "runtime/Failure.h"
+#include "runtime/Numbers.h"
 
 #include <algorithm>
 #include <chrono>
@@ -82,7 +83,8 @@ void MpvGraph::RenderFile(std::string_view path)
         attempt([this] { command({"stop"}); });
         throw Failure(FailureKind::InvalidPicture);
     }
-    m_duration = get<double>("duration", MPV_FORMAT_DOUBLE).value_or(0);
+    // To a tenth, as it is told: whoever compares the position at the end with a rounded duration finds them equal.
+    m_duration = roundToPlaces(get<double>("duration", MPV_FORMAT_DOUBLE).value_or(0), 1);
     m_open = true;
 }
 
