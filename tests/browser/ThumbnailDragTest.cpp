@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "browser/DropGeometry.h"
 #include "browser/Selection.h"
 #include "browser/ThumbnailDrag.h"
 #include "platform/toolkit/Desktop.h"
@@ -51,6 +52,36 @@ protected:
 };
 
 } // namespace
+
+TEST(DropGeometryTest, ThePointerAimsAtAQuarterOfTheFrameAndTurnsPagesAtItsEdges)
+{
+    using enum PageTurn;
+    for (const auto& [what, x, y, page, photos, cell, turn] :
+        {std::tuple{"first cell", 0, 0, 1, 40, 0, None}, {"a quarter ends at 136", 136, 117, 1, 40, 0, None},
+            {"and the next begins at 137", 137, 118, 1, 40, 5, None}, {"last cell", 544, 468, 1, 40, 15, None},
+            {"below the frame", 10, 469, 1, 40, 0, Forward}, {"below on the last page", 10, 469, 3, 40, 0, Forward},
+            {"right of the last row", 545, 460, 1, 40, 0, Forward}, {"right of the first row", 545, 10, 1, 40, 4, None},
+            {"below a group of sixteen", 10, 480, 1, 16, 15, None}, {"below a group of five", 10, 480, 1, 5, 4, None},
+            {"past the end of a short page", 300, 300, 3, 40, 7, None}, {"above page two", 10, -1, 2, 40, 12, Back},
+            {"above page one", 300, -1, 1, 40, 0, None}, {"just left of the first row", -14, 10, 2, 40, 15, Back},
+            {"on the way to the list", -15, 10, 2, 40, 0, None}, {"left of the second row", -15, 130, 2, 40, 3, None},
+            {"left below the frame turns nothing", -15, 480, 1, 40, 15, None}}) {
+        const Drop drop = dropAt({x, y, 545, 469}, {page, photos});
+        EXPECT_EQ(drop.cell, cell) << what;
+        EXPECT_EQ(drop.turn, turn) << what;
+    }
+}
+
+TEST(DropGeometryTest, TheLeftHalfOfACellIsInFrontOfItAndTheRestBehind)
+{
+    for (const auto& [x, cellLeft, position, mark, dropPosition] :
+        {std::tuple{24, 24.0F, 1, 9.0F, -1}, {73, 24.0F, 1, 9.0F, -1}, {74, 24.0F, 1, 137.0F, 1},
+            {0, 24.0F, 17, 9.0F, -17}, {500, 408.0F, 20, 521.0F, 20}}) {
+        const Insertion insertion = insertionAt(x, cellLeft, position);
+        EXPECT_EQ(insertion.markLeft, mark) << x;
+        EXPECT_EQ(insertion.position, dropPosition) << x;
+    }
+}
 
 TEST_F(ThumbnailDragTest, ADropMovesTheSelectionAsOneBlock)
 {

@@ -100,13 +100,9 @@ TEST_F(SlideShowTest, EscapeInFullScreenLeavesTheTimerAndAClickEndsAll)
     EXPECT_EQ(view().CurrentIndex, 3);
     EXPECT_EQ(heard(), "0)");
 
-    const std::function<void()> ends[] = {[&] { robot.click(main().pctNext); }, [&] { robot.click(main().pctPrev); },
-        [&] { robot.click(main().lbButtonText(0)); }, [&] { pressRowNamed("Alps"); }};
-    for (const auto& end : ends) {
-        setShowTimer(true);
-        end();
-        EXPECT_TRUE(isOver() && !view().SlideShowRunning);
-    }
+    setShowTimer(true);
+    pressRowNamed("Alps");
+    EXPECT_TRUE(isOver() && !view().SlideShowRunning);
 }
 
 TEST_F(SlideShowTest, TheDelayIsALeadingNumberBelow61)
