@@ -1,44 +1,32 @@
-#include "platform/files/FileService.h"
-#include "runtime/Failure.h"
-#include "support/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
+#include "platform/files/FileTest.h"
 
 namespace trovarium {
 
+using ReadAhead = FileTest;
+
 // Read in their order, with changes of the program's own on the way: what is read is always what stands there.
-TEST(ReadAhead, IsNotSeenButForTheTimeItTakes)
+TEST_F(ReadAhead, IsNotSeenButForTheTimeItTakes)
 {
     constexpr int Files = 900;
-    const TemporaryFolder folder;
-    FileService files;
     std::vector<std::string> paths;
     for (int i = 0; i < Files; ++i) {
-        folder.write(std::to_string(i), "old " + std::to_string(i) + "\r\n");
-        paths.push_back(folder.inside(std::to_string(i)));
+        folder.write(std::to_string(i), "old " + std::to_string(i));
+        paths.push_back(at(std::to_string(i)));
     }
-    paths.push_back(folder.inside("gone"));
+    paths.push_back(at("900"));
     for (const int last : {Files + 1, Files / 2}) {
         const ReadingAhead ahead(files, paths, paths);
         for (int i = 0; i < last; ++i) {
-            const std::string& path = paths[i];
+            const std::string name = std::to_string(i);
             if (i % 7 == 3)
-                files.writeWhole(path, "new " + std::to_string(i) + "\r\n", Sync::No);
+                did("write " + name + " > new " + name);
             if (i % 7 == 4)
-                attempt([&] { files.remove(path); });
+                did("remove " + name);
             if (i % 7 == 5)
                 continue;
-            std::string line = "none";
-            attempt([&] {
-                EXPECT_EQ(files.length(path), 6 + static_cast<int>(std::to_string(i).size()));
-                files.open(path, OpenMode::Input, 1);
-                line = files.lineInput(1);
-                EXPECT_TRUE(files.endOfFile(1));
-            });
-            files.close(1);
-            const std::string expected =
-                i % 7 == 4 || i == Files ? "none" : (i % 7 == 3 ? "new " : "old ") + std::to_string(i);
-            ASSERT_EQ(line, expected);
+            const bool isGone = i % 7 == 4 || i == Files;
+            EXPECT_EQ(did("length " + name), isGone ? NoFile : numberText(4 + name.size()));
+            EXPECT_EQ(did("read " + name), isGone ? NoFile : (i % 7 == 3 ? "new " : "old ") + name);
         }
     }
 }
