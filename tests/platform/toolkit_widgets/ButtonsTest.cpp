@@ -44,8 +44,8 @@ protected:
     Button cmdCancel{&form, {.Name = "cmdCancel", .Top = 900, .Width = 1500, .Height = 400, .Caption = "Cancel"}};
     CheckBox chkOption{&form, {.Name = "chkOption", .Top = 1400, .Width = 1500, .Height = 300, .Caption = "Option"}};
     ControlArray<OptionButton> optPosition{
-        &form, "optPosition", 0, 2, [](int index) {
-            return Plan{.Top = 1800.0F + 300.0F * static_cast<float>(index), .Width = 1500, .Height = 300};
+        &form, "optPosition", 1, 3, [](int index) {
+            return Plan{.Top = 1500.0F + 300.0F * static_cast<float>(index), .Width = 1500, .Height = 300};
         }};
     Frame fraOther{&form, {.Name = "fraOther", .Left = 2000, .Width = 1500, .Height = 1500}};
     OptionButton optOther{&fraOther, {.Name = "optOther", .Width = 1200, .Height = 300}};
@@ -105,23 +105,26 @@ TEST_F(ButtonsTest, ACheckBoxClicksForTheUserAndForCode)
 
 TEST_F(ButtonsTest, OptionButtonsOfOneParentAreAGroup)
 {
-    optPosition(1).preset();
+    EXPECT_EQ(optPosition(3).Name(), "optPosition(3)");
+    for (const int index : {0, 4})
+        EXPECT_EQ(failureOf([&] { optPosition(index); }), "Control array element does not exist");
+    optPosition(2).preset();
     optOther.Value = true;
-    optPosition(2).Value = true;
-    optPosition(2).Value = true;
-    EXPECT_EQ(taken(), "other opt2:2 ") << "the others are out when the handler runs";
+    optPosition(3).Value = true;
+    optPosition(3).Value = true;
+    EXPECT_EQ(taken(), "other opt3:3 ") << "the others are out when the handler runs";
     EXPECT_TRUE(optOther.Value());
-    optPosition(2).Value = false;
+    optPosition(3).Value = false;
     EXPECT_EQ(taken() + chosen(), "");
     show();
-    click(optPosition(0));
-    click(optPosition(0));
-    optPosition(0).SetFocus();
-    keys({40});
-    EXPECT_EQ(taken(), "opt0:0 opt1:1 ");
-    optPosition(1).Value = false;
     click(optPosition(1));
-    EXPECT_EQ(taken(), "opt1:1 ") << "what code cleared may be chosen again";
+    click(optPosition(1));
+    optPosition(1).SetFocus();
+    keys({40});
+    EXPECT_EQ(taken(), "opt1:1 opt2:2 ");
+    optPosition(2).Value = false;
+    click(optPosition(2));
+    EXPECT_EQ(taken(), "opt2:2 ") << "what code cleared may be chosen again";
 }
 
 TEST_F(ButtonsTest, CaptionsAndColoursShowAlsoWhenDisabled)
