@@ -1,54 +1,49 @@
 #include "runtime/LongRun.h"
+#include "support/FailureOf.h"
 
 #include <gtest/gtest.h>
-
-#include <string>
 
 namespace trovarium {
 
 namespace {
 
-void fail(FailureKind kind)
-{
-    throw Failure(kind);
-}
-
-// What stands in the end, behind the letters of the statements that were reached.
-std::string story(void (*body)(LongRun&, std::string&))
+// Each letter is a step: "s" and "j" enter a mode, "h" handles failures of its own, "f" and "o" fail, "a" doesn't.
+// Gives those that were reached, and what stands in the end.
+std::string story(std::string_view steps)
 {
     LongRun run;
     std::string reached;
-    run.run([&] { body(run, reached); });
-    return reached + (run.standing() ? ": " + std::string(run.standing()->description()) : "");
-}
-
-TEST(LongRun, TakesAFailureAsItsModeWantsIt)
-{
-    EXPECT_EQ("ab: File not found", story([](LongRun& run, std::string& reached) {
-        run.stepOver();
-        run.statement([&] { reached += "a"; });
-        run.statement([] { fail(FailureKind::FileNotFound); });
-        run.statement([&] { reached += "b"; });
-    })) << "a later success leaves the failure standing";
-    EXPECT_EQ(": Disk full", story([](LongRun& run, std::string& reached) {
-        run.jumpToEnd();
-        run.statement([] { fail(FailureKind::DiskFull); });
-        reached += "never";
-    }));
-    EXPECT_EQ("", story([](LongRun& run, std::string&) {
-        run.statement([] { fail(FailureKind::FileNotFound); });
-        run.jumpToEnd();
-    })) << "entering a mode clears";
-    EXPECT_EQ("h", story([](LongRun& run, std::string& reached) {
-        run.statement([] { fail(FailureKind::FileNotFound); });
-        run.handled([&] { reached += "h"; });
-    })) << "an operation with a handler of its own clears";
-    EXPECT_EQ(": Overflow", story([](LongRun& run, std::string&) {
-        run.statement([] { fail(FailureKind::FileNotFound); });
-        run.statement([] { fail(FailureKind::Overflow); });
-    })) << "the last one stands";
+    const auto take = [&](char step) {
+        reached += step;
+        if (step == 'f' || step == 'o')
+            throw Failure(step == 'f' ? FailureKind::DiskFull : FailureKind::Overflow);
+    };
+    run.run([&] {
+        for (const char step : steps) {
+            if (step == 's')
+                run.stepOver();
+            else if (step == 'j')
+                run.jumpToEnd();
+            else
+                step == 'h' ? run.handled([&] { take(step); }) : run.statement([&] { take(step); });
+        }
+    });
+    return reached + ": " + failureOf([&] {
+        if (run.standing())
+            throw Failure(*run.standing());
+    });
 }
 
 } // namespace
+
+TEST(LongRun, TakesAFailureAsItsModeWantsIt)
+{
+    EXPECT_EQ(story("safa"), "afa: Disk full") << "a later success leaves the failure standing";
+    EXPECT_EQ(story("jafa"), "af: Disk full");
+    EXPECT_EQ(story("fja"), "fa: ") << "entering a mode clears";
+    EXPECT_EQ(story("jsfa"), "fa: Disk full");
+    EXPECT_EQ(story("fh"), "fh: ");
+    EXPECT_EQ(story("fo"), "fo: Overflow") << "the last one stands";
+}
 
 } // namespace trovarium

@@ -3,6 +3,7 @@
 #include <optional>
 #include <stdlib.h>
 #include <string>
+#include <time.h>
 
 namespace trovarium {
 
@@ -27,6 +28,7 @@ private:
             setenv(m_name, value->c_str(), 1);
         else
             unsetenv(m_name);
+        tzset(); // it may be the time zone
     }
 
     const char* m_name;

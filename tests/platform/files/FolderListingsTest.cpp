@@ -9,86 +9,85 @@ namespace trovarium {
 
 namespace {
 
+using What = FolderListings::Edit::What;
+
 // More entries than a listing that may be read again at once.
 constexpr int ManyFiles = 600;
 
-std::string fileName(int number)
-{
-    return "File" + std::to_string(number) + ".jpg";
-}
+class Listings : public testing::Test {
+protected:
+    std::string found(const std::string& name, const std::string& sub = "")
+    {
+        return listings.readableName(folder.path() + sub, name).value_or("none");
+    }
+    void carry(What what, const std::string& leaf, const std::function<void()>& change)
+    {
+        const NativePath place{folder.path(), leaf};
+        listings.carry({{what, place}}, change);
+    }
+    // The folder's time of its last change, in hours from when it was made.
+    void stamp(int hours) const { std::filesystem::last_write_time(folder.path(), made + std::chrono::hours(hours)); }
+
+    const TemporaryFolder folder;
+    const std::filesystem::file_time_type made = std::filesystem::last_write_time(folder.path());
+    FolderListings listings;
+};
 
 } // namespace
 
-TEST(FolderListings, OwnChangesDontCauseAListingEach)
+TEST_F(Listings, OwnChangesDontCauseAListingEach)
 {
-    const TemporaryFolder folder;
     for (int number = 0; number < ManyFiles; ++number)
-        folder.write(fileName(number), "");
-    FolderListings listings;
-    ASSERT_EQ(listings.readableName(folder.path(), "FILE0.JPG"), "File0.jpg");
+        folder.write("old" + std::to_string(number), "");
+    ASSERT_EQ(found("OLD0"), "old0");
     for (int number = 0; number < ManyFiles; ++number) {
-        const NativePath place{folder.path(), "New" + fileName(number)};
-        EXPECT_EQ(listings.readableName(folder.path(), "NEW" + fileName(number)), std::nullopt);
-        listings.carry({{FolderListings::Edit::What::Made, place}}, [&] { folder.write(place.leaf, ""); });
-        EXPECT_EQ(listings.readableName(folder.path(), "NEW" + fileName(number)), place.leaf);
-        const NativePath old{folder.path(), fileName(number)};
-        listings.carry(
-            {{FolderListings::Edit::What::Gone, old}}, [&] { std::filesystem::remove(folder.native(old.leaf)); });
-        EXPECT_EQ(listings.readableName(folder.path(), "FILE" + std::to_string(number) + ".JPG"), std::nullopt);
+        const std::string end = std::to_string(number);
+        EXPECT_EQ(found("NEW" + end), "none");
+        carry(What::Made, "new" + end, [&] { folder.write("new" + end, ""); });
+        EXPECT_EQ(found("NEW" + end), "new" + end);
+        carry(What::Gone, "old" + end, [&] { std::filesystem::remove(folder.native("old" + end)); });
+        EXPECT_EQ(found("OLD" + end), "none");
     }
-    const NativePath failed{folder.path(), "New" + fileName(0)};
-    EXPECT_THROW(listings.carry({{FolderListings::Edit::What::Gone, failed}},
-                     [] { throw Failure(FailureKind::PermissionDenied); }),
-        Failure);
-    EXPECT_EQ(listings.readableName(folder.path(), "NEWFILE0.JPG"), failed.leaf);
+    EXPECT_THROW(carry(What::Gone, "new0", [] { throw Failure(FailureKind::PermissionDenied); }), Failure);
+    EXPECT_EQ(found("NEW0"), "new0");
     EXPECT_LE(listings.foldersRead(), std::size_t{ManyFiles} / 4);
 }
 
-TEST(FolderListings, AChangeWithinOneTickOfTheClockIsSeen)
+TEST_F(Listings, AChangeWithinOneTickOfTheClockIsSeen)
 {
-    const TemporaryFolder folder;
-    // A stamp that lies ahead stays fresh for the whole test, and two changes bear it.
-    const auto stamp = std::filesystem::last_write_time(folder.path()) + std::chrono::hours(1);
-    FolderListings listings;
     for (const std::string name : {"one", "two", "three"}) {
-        EXPECT_EQ(listings.readableName(folder.path(), upper(name)), std::nullopt);
+        EXPECT_EQ(found(upper(name)), "none");
         folder.write(name, "");
-        std::filesystem::last_write_time(folder.path(), stamp);
-        EXPECT_EQ(listings.readableName(folder.path(), upper(name)), name);
+        stamp(1); // which lies ahead, stays fresh for the whole test, and is borne by every change
+        EXPECT_EQ(found(upper(name)), name);
     }
 }
 
-TEST(FolderListings, AChangeByOthersInTheTickOfOurOwnIsSeen)
+TEST_F(Listings, AChangeByOthersInTheTickOfOurOwnIsSeen)
 {
-    const TemporaryFolder folder;
-    const auto made = std::filesystem::last_write_time(folder.path());
-    std::filesystem::last_write_time(folder.path(), made - std::chrono::hours(1));
-    FolderListings listings;
-    ASSERT_EQ(listings.readableName(folder.path(), "OWN"), std::nullopt);
-    const NativePath own{folder.path(), "own"};
-    listings.carry({{FolderListings::Edit::What::Made, own}}, [&] {
+    stamp(-1);
+    ASSERT_EQ(found("OWN"), "none");
+    carry(What::Made, "own", [&] {
         folder.write("own", "");
-        std::filesystem::last_write_time(folder.path(), made + std::chrono::hours(1));
+        stamp(1);
     });
     folder.write("other", "");
-    std::filesystem::last_write_time(folder.path(), made + std::chrono::hours(1));
-    EXPECT_EQ(listings.readableName(folder.path(), "OTHER"), "other");
+    stamp(1);
+    EXPECT_EQ(found("OTHER"), "other");
 }
 
-TEST(FolderListings, AFolderThatIsGoneOrReplacedIsNotRemembered)
+TEST_F(Listings, AFolderThatIsGoneOrReplacedIsNotRemembered)
 {
-    const TemporaryFolder folder;
     const std::string sub = folder.native("sub");
     std::filesystem::create_directory(sub);
-    folder.write("sub/Old.jpg", "");
-    FolderListings listings;
-    ASSERT_EQ(listings.readableName(sub, "OLD.JPG"), "Old.jpg");
+    folder.write("sub/old", "");
+    ASSERT_EQ(found("OLD", "/sub"), "old");
     std::filesystem::rename(sub, folder.native("away"));
-    EXPECT_EQ(listings.readableName(sub, "OLD.JPG"), std::nullopt);
+    EXPECT_EQ(found("OLD", "/sub"), "none");
     std::filesystem::create_directory(sub);
-    folder.write("sub/New.jpg", "");
-    EXPECT_EQ(listings.readableName(sub, "OLD.JPG"), std::nullopt);
-    EXPECT_EQ(listings.readableName(sub, "NEW.JPG"), "New.jpg");
+    folder.write("sub/new", "");
+    EXPECT_EQ(found("OLD", "/sub"), "none");
+    EXPECT_EQ(found("NEW", "/sub"), "new");
 }
 
 } // namespace trovarium

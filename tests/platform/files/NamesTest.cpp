@@ -1,47 +1,27 @@
-#include "platform/files/FileService.h"
-#include "support/FailureOf.h"
-#include "support/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
-#include <sys/stat.h>
+#include "platform/files/FileTest.h"
 
 namespace trovarium {
 
 namespace {
 
-using Names = std::vector<std::string>;
-
-class FileNames : public testing::Test {
+class FileNames : public FileTest {
 protected:
     void makeFolder(const std::string& native) const { std::filesystem::create_directory(folder.native(native)); }
-    std::string at(std::string_view name) const { return folder.inside(name); }
-
-    TemporaryFolder folder;
-    FileService files;
 };
 
 } // namespace
 
 TEST_F(FileNames, OddNamesGoAroundThroughEveryOperation)
 {
-    const std::string longName = std::string(246, 'n') + ".jpg";
-    const std::string longestName = std::string(251, 'x') + ".jpg";
-    for (const std::string& name : Names{"a*b.jpg", "what?.jpg", " blanks  in.jpg ", "Köln 漢字.jpg", ".hidden.jpg",
-             "a.b.c", "no extension", "-rf", "100%.jpg", longName, longestName}) {
-        SCOPED_TRACE(name);
-        const std::string path = at(name);
-        files.writeWhole(path, "bytes");
+    for (const std::string& name :
+        Names{"a*b.jpg", "what?.jpg", " blanks  in.jpg ", "Köln 漢字.jpg", ".hidden.jpg", "a.b.c", "no extension",
+            "-rf", "100%.jpg", std::string(246, 'n') + ".jpg", std::string(251, 'x') + ".jpg"}) {
+        expect({{"write " + name + " > bytes", ""}, {"exists " + name, "True"}, {"length " + name, "5"},
+            {"copy " + name + " > copy", ""}, {"rename copy > renamed", ""}, {"write " + name + " > ", ""},
+            {"copy renamed > " + name, ""}, {"remove renamed", ""}, {"date " + name, ""},
+            {"modified " + name, "1000000000"}, {"read " + name, "bytes"}});
         EXPECT_EQ(folder.read(name), "bytes");
-        EXPECT_TRUE(files.exists(path));
-        EXPECT_EQ(files.length(path), 5);
-        files.copy(path, at("copy"));
-        EXPECT_EQ(folder.read("copy"), "bytes");
-        files.rename(at("copy"), at("renamed"));
-        files.copy(at("renamed"), path);
-        files.remove(at("renamed"));
-        files.setModified(path, Instant(std::chrono::seconds(1000000000)));
-        EXPECT_EQ(files.modified(path), Instant(std::chrono::seconds(1000000000)));
-        files.remove(path);
+        EXPECT_EQ(did("remove " + name), "");
         EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
     }
 }
@@ -66,143 +46,79 @@ TEST_F(FileNames, APathThatIsNotAbsoluteIsNeverLookedUpFromTheWorkingFolder)
     std::filesystem::current_path(folder.path());
     folder.write("a.jpg", "");
     for (const std::string& path :
-        Names{"a.jpg", ".\\a.jpg", "\\a.jpg", "c:\\a.jpg", at("a.jpg") + std::string("\0x", 2)}) {
-        EXPECT_FALSE(files.exists(path)) << path;
-        EXPECT_EQ(failureOf([&] { files.length(path); }), "Path not found") << path;
-        EXPECT_EQ(failureOf([&] { files.open(path, OpenMode::Output, 1); }), "Path not found") << path;
-        EXPECT_EQ(failureOf([&] { files.remove(path); }), "Path not found") << path;
-    }
-    EXPECT_FALSE(files.exists(""));
-    EXPECT_EQ(failureOf([&] { files.length(""); }), "File not found");
-    EXPECT_EQ(failureOf([&] { files.copy(at("a.jpg"), ""); }), "File not found");
+        Names{"a.jpg", ".\\a.jpg", "\\a.jpg", "c:\\a.jpg", at("a.jpg") + std::string("\0x", 2)})
+        expect({{"exists !" + path, "False"}, {"length !" + path, NoFolder}, {"empty !" + path, NoFolder},
+            {"remove !" + path, NoFolder}});
     std::filesystem::current_path(before);
-    EXPECT_TRUE(files.exists(at("a.jpg")));
+    expect({{"exists !", "False"}, {"length !", NoFile}, {"copy a.jpg > !", NoFile}, {"exists a.jpg", "True"}});
+}
+
+TEST_F(FileNames, WhatIsMissingAndWhatCannotBe)
+{
+    folder.write("file", "");
+    const std::string endless(300, 'x');
+    for (const std::string name : {"none\\a.jpg", "file\\a.jpg"})
+        expect({{"length " + name, NoFolder}, {"empty " + name, NoFolder}, {"remove " + name, NoFolder},
+            {"rename file > " + name, NoFolder}});
+    expect({{"length none", NoFile}, {"length " + endless, NoFile}, {"empty " + endless, BadName},
+        {"copy file > " + endless, BadName}, {"length file\\", NoFile},
+        {"length " + std::string(400'000, '\\') + "d", NoFolder}, {"remove !/proc\\version", Denied}});
 }
 
 TEST_F(FileNames, WhatIsOnlyReadFallsBackToTheOneNameInAnotherCase)
 {
     folder.write("Fähre.JPG", "1234567");
-    const std::string other = at("FÄHRE.jpg");
-    EXPECT_EQ(files.length(other), 7);
-    EXPECT_EQ(files.nativeForReading(other), folder.native("Fähre.JPG"));
-    EXPECT_EQ(files.asItStands(other), at("Fähre.JPG"));
-    files.copy(other, at("copy.jpg"));
-    EXPECT_EQ(folder.read("copy.jpg"), "1234567");
-    files.open(other, OpenMode::Input, 1);
-    EXPECT_EQ(files.lineInput(1), "1234567");
-    files.close(1);
+    expect({{"length FÄHRE.jpg", "7"}, {"asItStands FÄHRE.jpg", at("Fähre.JPG")}, {"copy FÄHRE.jpg > copy.jpg", ""},
+        {"read FÄHRE.jpg", "1234567"}, {"length copy.jpg", "7"}});
+    EXPECT_EQ(files.nativeForReading(at("FÄHRE.jpg")), folder.native("Fähre.JPG"));
 }
 
 TEST_F(FileNames, WhatIsWrittenMeansExactlyTheName)
 {
     folder.write("A.JPG", "keep");
-    EXPECT_FALSE(files.exists(at("a.jpg")));
-    EXPECT_EQ(failureOf([&] { files.remove(at("a.jpg")); }), "File not found");
-    EXPECT_EQ(failureOf([&] { files.remove(at("?.*")); }), "File not found") << "no pattern";
-    EXPECT_EQ(failureOf([&] { files.rename(at("a.jpg"), at("b.jpg")); }), "File not found");
-    EXPECT_EQ(failureOf([&] { files.setModified(at("a.jpg"), now()); }), "File not found");
     folder.write("source", "new");
-    files.copy(at("source"), at("a.jpg"));
-    files.open(at("a.JPG"), OpenMode::Append, 1);
-    files.print(1, "line");
-    files.close(1);
-    EXPECT_EQ(folder.read("A.JPG"), "keep");
-    EXPECT_EQ(folder.read("a.jpg"), "new");
-    EXPECT_EQ(folder.read("a.JPG"), "line\r\n");
-    EXPECT_EQ(files.length(at("a.jpg")), 3) << "the exact name wins";
-    // Now none is *the* one that differs in case.
-    for (const std::string& path : {at("a.jpg"), at("A.jpg"), at("none\\a.jpg")})
-        EXPECT_EQ(files.asItStands(path), path);
-    EXPECT_EQ(failureOf([&] { files.length(at("A.jpg")); }), "File not found");
+    expect(
+        {{"exists a.jpg", "False"}, {"remove a.jpg", NoFile}, {"remove ?.*", NoFile}, {"rename a.jpg > b.jpg", NoFile},
+            {"date a.jpg", NoFile}, {"copy source > a.jpg", ""}, {"append a.JPG > line", ""}});
+    EXPECT_EQ(folder.read("A.JPG") + folder.read("a.jpg") + folder.read("a.JPG"), "keepnewline\r\n");
+    // The exact name wins, and now none is *the* one that differs in case.
+    expect({{"length a.jpg", "3"}, {"length A.jpg", NoFile}, {"asItStands a.jpg", at("a.jpg")},
+        {"asItStands A.jpg", at("A.jpg")}, {"asItStands none\\a.jpg", at("none\\a.jpg")}});
 }
 
 TEST_F(FileNames, FoldersOnTheWayAreFoundInAnyCaseAlsoForWriting)
 {
-    makeFolder("PHOTOS");
-    makeFolder("PHOTOS/Été");
-    const std::string sub = at("Photos\\été\\");
-    files.writeWhole(sub + "a.jpg", "a");
-    EXPECT_EQ(folder.read("PHOTOS/Été/a.jpg"), "a");
-    files.rename(sub + "a.jpg", sub + "b.jpg");
-    EXPECT_EQ(files.list(sub + "*"), Names{"b.jpg"});
-    EXPECT_TRUE(files.folderExists(at("photos\\")));
-    EXPECT_EQ(failureOf([&] { files.makeFolder(at("Photos")); }), "Path/File access error")
-        << "an empty folder beside the full one would hide a library";
-    files.makeFolder(sub + "New");
+    for (const char* name : {"PHOTOS", "PHOTOS/Été", "Caf\xE9"})
+        makeFolder(name);
+    expect({{"write Photos\\été\\a.jpg > a", ""}, {"rename Photos\\été\\a.jpg > Photos\\été\\b.jpg", ""},
+        {"list Photos\\été\\*", "b.jpg"}, {"folderExists photos\\", "True"}, {"makeFolder Photos", NoAccess},
+        {"makeFolder Photos\\été\\New", ""}, {"listFolders ", "Café|PHOTOS"}, {"write CAFÉ\\a.jpg > 1", ""}});
+    EXPECT_EQ(folder.read("PHOTOS/Été/b.jpg") + folder.read("Caf\xE9/a.jpg"), "a1");
     EXPECT_TRUE(std::filesystem::is_directory(folder.native("PHOTOS/Été/New")));
-    makeFolder("Caf\xE9");
-    EXPECT_EQ(files.listFolders(folder.inside()), (Names{"Café", "PHOTOS"}));
-    files.writeWhole(at("CAFÉ\\a.jpg"), "1");
-    EXPECT_TRUE(std::filesystem::exists(folder.native("Caf\xE9/a.jpg")));
-}
-
-TEST_F(FileNames, AMissingFolderIsPathNotFoundAndAMissingFileFileNotFound)
-{
-    folder.write("file", "");
-    for (const std::string& path : Names{at("none\\a.jpg"), at("file\\a.jpg")}) {
-        EXPECT_EQ(failureOf([&] { files.length(path); }), "Path not found");
-        EXPECT_EQ(failureOf([&] { files.open(path, OpenMode::Output, 1); }), "Path not found");
-        EXPECT_EQ(failureOf([&] { files.remove(path); }), "Path not found");
-        EXPECT_EQ(failureOf([&] { files.rename(at("file"), path); }), "Path not found");
-    }
-    for (const std::string& name : {std::string("none"), std::string(300, 'x')})
-        EXPECT_EQ(failureOf([&] { files.length(at(name)); }), "File not found");
-    EXPECT_EQ(
-        failureOf([&] { files.open(at(std::string(300, 'x')), OpenMode::Output, 1); }), "Bad file name or number");
-    EXPECT_EQ(failureOf([&] { files.length(at(std::string(400'000, '\\') + "d")); }), "Path not found");
-    EXPECT_EQ(failureOf([&] { files.length(at("file\\")); }), "File not found");
 }
 
 TEST_F(FileNames, ANameThatIsNoUtf8IsKnownByItsWindows1252Reading)
 {
     folder.write("Caf\xE9 \x81.jpg", "12345");
-    const std::string path = at("Café \u0081.jpg");
-    EXPECT_EQ(files.list(at("*.jpg")), Names{"Café \u0081.jpg"});
-    EXPECT_EQ(files.length(path), 5);
-    EXPECT_EQ(files.length(at("CAFÉ \u0081.JPG")), 5);
-    EXPECT_FALSE(files.exists(at("CAFÉ \u0081.jpg")));
-
-    files.open(path, OpenMode::Append, 1);
-    files.print(1, "6");
-    files.close(1);
+    folder.write("\xE9.gif", "1");
+    folder.write("é.gif", "22");
+    expect({{"list *.jpg", "Café \u0081.jpg"}, {"length Café \u0081.jpg", "5"}, {"length CAFÉ \u0081.JPG", "5"},
+        {"exists CAFÉ \u0081.jpg", "False"}, {"append Café \u0081.jpg > 6", ""}, {"copy Café \u0081.jpg > copy", ""},
+        {"rename copy > Café \u0081.jpg", Taken}});
     EXPECT_EQ(folder.read("Caf\xE9 \x81.jpg"), "12345\r\n6\r\n") << "no second file under the same name";
-    files.copy(path, at("copy"));
-    EXPECT_EQ(failureOf([&] { files.rename(at("copy"), path); }), "File already exists");
-    files.rename(path, at("Thé.jpg"));
-    EXPECT_EQ(files.list(at("*")), (Names{"copy", "Thé.jpg"}));
+    expect({{"rename Café \u0081.jpg > Thé.jpg", ""}, {"list *", "copy|Thé.jpg|é.gif"}, {"length é.gif", "2"},
+        {"remove é.gif", ""}, {"length é.gif", "1"}}); // of two files that bear one name the other comes to light
     EXPECT_TRUE(std::filesystem::exists(folder.native("Thé.jpg"))) << "a new name is UTF-8";
-}
-
-TEST_F(FileNames, OfTwoFilesThatBearOneNameTheUtf8OneHasIt)
-{
-    folder.write("\xE9.jpg", "1");
-    folder.write("é.jpg", "22");
-    EXPECT_EQ(files.list(at("*")), Names{"é.jpg"});
-    EXPECT_EQ(files.length(at("é.jpg")), 2);
-    files.remove(at("é.jpg"));
-    EXPECT_EQ(files.length(at("é.jpg")), 1) << "the other comes to light";
 }
 
 TEST_F(FileNames, OwnChangesOfFilesAndFoldersAreSeenByTheFallBack)
 {
     folder.write("old.jpg", "1");
-    EXPECT_EQ(files.length(at("OLD.JPG")), 1);
-    files.writeWhole(at("made.jpg"), "22");
-    EXPECT_EQ(files.length(at("MADE.JPG")), 2);
-    files.copy(at("made.jpg"), at("copied.jpg"));
-    EXPECT_EQ(files.length(at("COPIED.JPG")), 2);
-    files.rename(at("copied.jpg"), at("renamed.jpg"));
-    EXPECT_EQ(files.length(at("RENAMED.JPG")), 2);
-    EXPECT_EQ(failureOf([&] { files.length(at("COPIED.JPG")); }), "File not found");
-    files.remove(at("old.jpg"));
-    EXPECT_EQ(failureOf([&] { files.length(at("OLD.JPG")); }), "File not found");
-    files.makeFolder(at("sub"));
-    files.writeWhole(at("SUB\\in.jpg"), "");
-    EXPECT_EQ(files.list(at("Sub\\*")), Names{"in.jpg"});
-    EXPECT_EQ(files.length(at("sub\\IN.jpg")), 0);
-    files.rename(at("sub"), at("two"));
-    EXPECT_EQ(failureOf([&] { files.length(at("sub\\IN.jpg")); }), "Path not found");
-    EXPECT_EQ(files.length(at("two\\IN.jpg")), 0);
+    expect({{"length OLD.JPG", "1"}, {"write made.jpg > 22", ""}, {"length MADE.JPG", "2"},
+        {"copy made.jpg > copied.jpg", ""}, {"length COPIED.JPG", "2"}, {"rename copied.jpg > renamed.jpg", ""},
+        {"length RENAMED.JPG", "2"}, {"length COPIED.JPG", NoFile}, {"remove old.jpg", ""}, {"length OLD.JPG", NoFile},
+        {"makeFolder sub", ""}, {"write SUB\\in.jpg > ", ""}, {"list Sub\\*", "in.jpg"}, {"length sub\\IN.jpg", "0"},
+        {"rename sub > two", ""}, {"length sub\\IN.jpg", NoFolder}, {"length two\\IN.jpg", "0"}});
 }
 
 } // namespace trovarium

@@ -98,14 +98,17 @@ TEST(PicturePainter, KeptPixelsAreNeverTakenForAnotherPicture)
 {
     PicturePainter pictures;
     for (int i = 0; i < 50; ++i) {
+        QImage image = surface(QSize(10, 10));
         QImage plain(30, 30, QImage::Format_RGB32);
         plain.fill(qRgb(i * 5, 0, 255 - i * 5));
-        QImage image = surface(QSize(10, 10));
         QPainter painter(&image);
         pictures.paint(painter, pictureFromImage(plain), QRectF(0, 0, 10, 10));
         painter.end();
         ASSERT_EQ(image.pixel(5, 5), plain.pixel(0, 0)) << i;
     }
+    const QImage untouched = surface(QSize(20, 20));
+    EXPECT_EQ(painted(Picture(), QSize(20, 20), QRectF(0, 0, 20, 20)), untouched);
+    EXPECT_EQ(painted(pictureFromImage(quarters(9, 9)), QSize(20, 20), QRectF(3, 3, 0, 5)), untouched);
 }
 
 TEST(PicturePainter, ADrawingIsSharpOnADenseScreen)
@@ -120,13 +123,6 @@ TEST(PicturePainter, ADrawingIsSharpOnADenseScreen)
     const QImage bar = painted(folder.pictures.artwork("bar-dark"), QSize(160, 40), QRectF(5, 4, 139, 31));
     EXPECT_EQ(bar.pixel(5, 4), Backdrop) << "round corners";
     EXPECT_EQ(bar.pixel(5 + 69, 4 + 15), qRgb(0, 74, 140));
-}
-
-TEST(PicturePainter, NothingIsPaintedForAnEmptyPictureOrPlace)
-{
-    const QImage untouched = surface(QSize(20, 20));
-    EXPECT_EQ(painted(Picture(), QSize(20, 20), QRectF(0, 0, 20, 20)), untouched);
-    EXPECT_EQ(painted(pictureFromImage(quarters(9, 9)), QSize(20, 20), QRectF(3, 3, 0, 5)), untouched);
 }
 
 } // namespace trovarium

@@ -21,15 +21,12 @@ Line jpegLine(const QImage& image, int y, const JpegOptions& options)
     Line line;
     for (int x = 0; x < image.width(); ++x) {
         const QRgb pixel = image.pixel(x, y);
-        if (options.grey) {
-            line.push_back(static_cast<unsigned char>(qGray(pixel)));
-            continue;
-        }
         // Inks are stored inverted, so that without black they equal the light that is left.
-        for (const int channel : {qRed(pixel), qGreen(pixel), qBlue(pixel)})
-            line.push_back(static_cast<unsigned char>(channel));
-        if (options.inks != JpegInks::None)
-            line.push_back(255);
+        const std::array channels = {qRed(pixel), qGreen(pixel), qBlue(pixel), 255};
+        if (options.grey)
+            line.push_back(static_cast<unsigned char>(qGray(pixel)));
+        else
+            line.insert(line.end(), channels.begin(), channels.end() - (options.inks == JpegInks::None ? 1 : 0));
     }
     return line;
 }
@@ -42,7 +39,7 @@ void setUp(jpeg_compress_struct& info, const JpegOptions& options)
     jpeg_set_defaults(&info);
     if (options.inks == JpegInks::AdobeYcck)
         jpeg_set_colorspace(&info, JCS_YCCK);
-    jpeg_set_quality(&info, options.quality, TRUE);
+    jpeg_set_quality(&info, 95, TRUE);
     if (options.fullColour)
         for (int i = 0; i < info.num_components; ++i)
             info.comp_info[i].h_samp_factor = info.comp_info[i].v_samp_factor = 1;
@@ -109,26 +106,20 @@ std::string gifBytes(int width, int height, const GifFrame& frame)
 {
     const auto two = [](int value) { return little(static_cast<std::uint32_t>(value), 2); };
     std::string file = "GIF89a" + two(width) + two(height) + "\xF6" + std::string(2, '\0');
-    for (int i = 0; i < 128; ++i) {
-        const QRgb colour = i < frame.indexed.colorCount() ? frame.indexed.color(i) : 0;
-        for (const int channel : {qRed(colour), qGreen(colour), qBlue(colour)})
-            file += static_cast<char>(channel);
-    }
+    file += std::string("\xFF\0\0\0\xFF\0\0\0\xFF\xFF\xFF\xFF", 12) + std::string(std::size_t{124} * 3, '\0');
     if (frame.transparent >= 0)
         file += std::string("!\xF9\x04\x01\0\0", 6) + static_cast<char>(frame.transparent) + std::string(1, '\0');
-    file += "," + two(frame.left) + two(frame.top) + two(frame.indexed.width()) + two(frame.indexed.height());
-    file += std::string("\0\x07", 2);
-
+    file += "," + two(frame.left) + two(frame.top) + two(frame.width) + two(frame.height) + std::string("\0\x07", 2);
     // Codes of 8 bits: the table is cleared before it grows beyond them.
     constexpr char Clear = '\x80';
     constexpr char End = '\x81';
     std::string codes;
-    for (int y = 0; y < frame.indexed.height(); ++y)
-        for (int x = 0; x < frame.indexed.width(); ++x) {
-            if (codes.size() % 100 == 0)
-                codes += Clear;
-            codes += static_cast<char>(frame.indexed.pixelIndex(x, y));
-        }
+    for (int at = 0; at < frame.width * frame.height; ++at) {
+        if (codes.size() % 100 == 0)
+            codes += Clear;
+        const int right = at % frame.width >= frame.width / 2 ? 1 : 0;
+        codes += static_cast<char>(at / frame.width >= frame.height / 2 ? 2 + right : right);
+    }
     codes += End;
     for (std::size_t at = 0; at < codes.size(); at += 255) {
         const std::string block = codes.substr(at, 255);
@@ -142,14 +133,14 @@ std::string bitmapFile(int width, int height, const BitmapOptions& options)
     const auto number = [](std::int64_t value, int length) {
         return little(static_cast<std::uint32_t>(value), length);
     };
-    std::string header = number(options.headerLength, 4);
-    if (options.headerLength == 12)
-        header += number(width, 2) + number(height, 2) + number(1, 2) + number(options.bits, 2);
-    else
-        header += number(width, 4) + number(options.topDown ? -height : height, 4) + number(1, 2)
-            + number(options.bits, 2) + number(options.compression, 4)
-            + number(static_cast<std::int64_t>(options.lines.size()), 4) + number(2835, 4) + number(2835, 4)
-            + number(static_cast<std::int64_t>(options.palette.size() / 4), 4) + number(0, 4);
+    const bool old = options.headerLength == 12;
+    const int size = old ? 2 : 4;
+    std::string header = number(options.headerLength, 4) + number(width, size)
+        + number(options.topDown ? -height : height, size) + number(1, 2) + number(options.bits, 2);
+    if (!old)
+        header += number(options.compression, 4) + number(static_cast<std::int64_t>(options.lines.size()), 4)
+            + number(2835, 4) + number(2835, 4) + number(static_cast<std::int64_t>(options.palette.size() / 4), 4)
+            + number(0, 4);
     header += options.masks;
     if (header.size() < static_cast<std::size_t>(options.headerLength))
         header.resize(static_cast<std::size_t>(options.headerLength));
@@ -177,14 +168,12 @@ std::string wmfFile(const std::string& records, const WmfWords& box)
 
 QImage quarters(int width, int height)
 {
-    QImage image(width, height, QImage::Format_RGB32);
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x) {
-            const bool right = x >= width / 2;
-            const bool below = y >= height / 2;
-            image.setPixel(x, y, below ? (right ? 0xffffffff : 0xff0000ff) : (right ? 0xff00ff00 : 0xffff0000));
-        }
-    return image;
+    QImage image(2, 2, QImage::Format_RGB32);
+    image.setPixel(0, 0, 0xffff0000);
+    image.setPixel(1, 0, 0xff00ff00);
+    image.setPixel(0, 1, 0xff0000ff);
+    image.setPixel(1, 1, 0xffffffff);
+    return image.scaled(width, height);
 }
 
 QImage testScene(int width, int height)

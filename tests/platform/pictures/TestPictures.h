@@ -17,7 +17,6 @@ namespace trovarium {
 enum class JpegInks { None, Adobe, AdobeYcck };
 
 struct JpegOptions {
-    int quality = 95;
     bool progressive = false;
     bool grey = false;
     bool fullColour = true; // no coarser chroma
@@ -29,14 +28,16 @@ std::string jpegBytes(const QImage& image, const JpegOptions& options = {});
 // The same file with an orientation in its EXIF data, in either byte order.
 std::string withOrientation(const std::string& jpeg, int orientation, bool bigEndian = false);
 
+// One image of coloured quarters, as `quarters` has them.
 struct GifFrame {
     int left = 0;
     int top = 0;
-    QImage indexed{}; // Indexed8, up to 128 colours
-    int transparent = -1;
+    int width = 12;
+    int height = 12;
+    int transparent = -1; // of the four
 };
 
-std::string gifBytes(int width, int height, const GifFrame& frame);
+std::string gifBytes(int width, int height, const GifFrame& frame = {});
 
 struct BitmapOptions {
     int bits = 24;

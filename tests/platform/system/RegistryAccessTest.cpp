@@ -1,13 +1,12 @@
 #include "platform/system/RegistryAccess.h"
 
 #include "support/FailureOf.h"
+#include "support/SmallDisk.h"
 #include "support/Surroundings.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace trovarium {
@@ -24,9 +23,10 @@ protected:
         std::string value = "untouched";
         return store.ReadValue(HkeyLocalMachine, keyPath, name, value) ? value : "absent, " + value;
     }
-    void write(std::string_view keyPath, std::string_view name, std::string_view value)
+    // What the write fails with.
+    std::string write(std::string_view keyPath, std::string_view name, std::string_view value)
     {
-        EXPECT_TRUE(store.WriteValue(HkeyLocalMachine, keyPath, name, value));
+        return failureOf([&] { EXPECT_TRUE(store.WriteValue(HkeyLocalMachine, keyPath, name, value)); });
     }
     std::size_t filesInFolder() const
     {
@@ -77,28 +77,30 @@ TEST_F(RegistryAccessTest, ComesBackWithWhatALineCannotHold)
 
 TEST_F(RegistryAccessTest, ReadsWhatAPersonWrote)
 {
-    const std::string head = "[SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options]";
-    const std::vector<std::pair<std::string, std::string>> cases{
-        {head + "\nAutoFix=False\n", "False"},
-        {head + "\r\nAutoFix=False\r\n", "False"},
-        {"\xEF\xBB\xBF" + head + "\n\n  AutoFix = False  \n", "False"},
-        {head + "\nAutoFix\nAutoFix=False\n", "False"},
-        {"AutoFix=False\n" + head + "\n", "absent, untouched"},
-        {head + "\nAutoFix=\xFF\n", "absent, untouched"},
-        {head + "\nAutoFix=%FF\n", "absent, untouched"},
-        {head + "\n[SOFTWARE\\Ombrel\nAutoFix=False\n", "absent, untouched"},
-    };
+    const std::string head = "[" + std::string(Options) + "]";
+    const std::string absent = "absent, untouched";
+    const std::vector<std::pair<std::string, std::string>> cases{{head + "\nAutoFix=False\n", "False"},
+        {head + "\r\nAutoFix=False\r\n", "False"}, {"\xEF\xBB\xBF" + head + "\n\n  AutoFix = False  \n", "False"},
+        {head + "\nAutoFix\nAutoFix=False\n", "False"}, {"AutoFix=False\n" + head + "\n", absent},
+        {head + "\nAutoFix=\xFF\n", absent}, {head + "\nAutoFix=%FF\n", absent},
+        {head + "\n[SOFTWARE\\Ombrel\nAutoFix=False\n", absent}};
     for (const auto& [text, expected] : cases) {
         folder.write("settings.txt", text);
         EXPECT_EQ(valueOf(Options, "AutoFix"), expected) << text;
     }
 }
 
-TEST_F(RegistryAccessTest, KeepsDamagedLinesWhereTheyStand)
+TEST_F(RegistryAccessTest, KeepsDamagedLinesWhereTheyStandAndTheOldFileOnAFullDisk)
 {
     const std::string damaged =
         "lost\r\n[SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options]\nAutoFix\n\xFF\xFE=1\n\n[torn\nx=y\n";
     folder.write("settings.txt", damaged);
+    {
+        const SmallDisk disk(16);
+        EXPECT_EQ(write(Options, "AutoFix", "True"), "Disk full");
+    }
+    EXPECT_EQ(folder.read("settings.txt"), damaged);
+    EXPECT_EQ(filesInFolder(), 1U);
     write(Options, "AutoFix", "True");
     EXPECT_EQ(folder.read("settings.txt"),
         "lost\r\n[SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options]\nAutoFix\n\xFF\xFE=1\nAutoFix=True\n\n[torn\nx=y\n");
@@ -111,91 +113,52 @@ TEST_F(RegistryAccessTest, AStoreThatCannotBeReadFails)
     std::filesystem::create_directory(folder.native("waiting"));
     ASSERT_EQ(mkfifo(folder.native("waiting/settings.txt").c_str(), 0600), 0);
     for (const char* name : {"file", "below", "waiting"}) {
-        RegistryAccess broken(folder.native(name));
-        std::string value;
-        EXPECT_EQ(
-            failureOf([&] { broken.ReadValue(HkeyLocalMachine, Options, "AutoFix", value); }), "Path/File access error")
-            << name;
-        EXPECT_EQ(failureOf([&] { broken.WriteValue(HkeyLocalMachine, Options, "AutoFix", "True"); }),
-            "Path/File access error")
-            << name;
+        store = RegistryAccess(folder.native(name));
+        EXPECT_EQ(failureOf([&] { valueOf(Options, "AutoFix"); }), "Path/File access error") << name;
+        EXPECT_EQ(write(Options, "AutoFix", "True"), "Path/File access error") << name;
     }
-}
-
-TEST_F(RegistryAccessTest, AFullDiskLeavesTheOldFile)
-{
-    write(Options, "AutoFix", "True");
-    const std::string before = folder.read("settings.txt");
-
-    rlimit old{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
-    const auto oldHandler = signal(SIGXFSZ, SIG_IGN);
-    const rlimit tight{16, old.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &tight), 0);
-    const std::string failure =
-        failureOf([&] { store.WriteValue(HkeyLocalMachine, Options, "AutoFix", "a longer value"); });
-    setrlimit(RLIMIT_FSIZE, &old);
-    signal(SIGXFSZ, oldHandler);
-
-    EXPECT_EQ(failure, "Disk full");
-    EXPECT_EQ(folder.read("settings.txt"), before);
-    EXPECT_EQ(filesInFolder(), 1U);
 }
 
 TEST_F(RegistryAccessTest, WritesACounterInPlaceAndAllElseAnew)
 {
     const std::string settings = folder.native("settings.txt");
-    const auto file = [&] {
-        struct stat status { };
-        EXPECT_EQ(stat(settings.c_str(), &status), 0);
-        return status.st_ino;
-    };
     const std::string head = "[" + std::string(Import) + "]\n";
+    struct stat old = {};
+    struct stat status = {};
     const auto change = [&](const std::string& before, const std::string& value) {
         folder.write("settings.txt", before);
-        const ino_t old = file();
+        stat(settings.c_str(), &old);
         write(Import, "Autonumber", value);
         EXPECT_EQ(folder.read("settings.txt"), head + "Autonumber=" + value + "\n");
-        return file() == old;
+        stat(settings.c_str(), &status);
+        return status.st_ino == old.st_ino;
     };
     EXPECT_TRUE(change(head + "Autonumber=0099\n", "0100"));
     EXPECT_FALSE(change(head + "Autonumber=99\n", "100"));
     EXPECT_FALSE(change("\xEF\xBB\xBF" + head + "Autonumber=9\n", "1000")) << "as long as before, and all of it moves";
     std::filesystem::create_hard_link(settings, folder.native("kept.txt"));
+    std::filesystem::create_directory(folder.native("elsewhere"));
+    std::filesystem::rename(settings, folder.native("elsewhere/mine.txt"));
+    std::filesystem::create_symlink("elsewhere/mine.txt", settings);
+    ASSERT_EQ(chmod(settings.c_str(), 0640), 0);
     write(Import, "Autonumber", "1001");
     EXPECT_EQ(folder.read("kept.txt"), head + "Autonumber=1000\n");
-}
-
-TEST_F(RegistryAccessTest, KeepsTheRightsAndTheLinkOfTheFile)
-{
-    std::filesystem::create_directory(folder.native("elsewhere"));
-    folder.write("elsewhere/mine.txt", "");
-    ASSERT_EQ(chmod(folder.native("elsewhere/mine.txt").c_str(), 0640), 0);
-    std::filesystem::create_symlink("elsewhere/mine.txt", folder.native("settings.txt"));
-
-    write(Options, "AutoFix", "True");
-
-    EXPECT_TRUE(std::filesystem::is_symlink(folder.native("settings.txt")));
-    struct stat status { };
-    ASSERT_EQ(stat(folder.native("elsewhere/mine.txt").c_str(), &status), 0);
+    EXPECT_EQ(folder.read("elsewhere/mine.txt"), head + "Autonumber=1001\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(settings));
+    ASSERT_EQ(stat(settings.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0640U);
-    EXPECT_EQ(valueOf(Options, "AutoFix"), "True");
 }
 
 TEST_F(RegistryAccessTest, StandsInTheUsersConfigurationFolder)
 {
     const VariableForNow home("HOME", folder.native("home"));
-    {
-        const VariableForNow config("XDG_CONFIG_HOME", folder.native("config"));
-        RegistryAccess().WriteValue(HkeyLocalMachine, Options, "AutoFix", "1");
+    for (const std::optional<std::string>& place : {std::optional(folder.native("config")),
+             std::optional<std::string>("relative"), std::optional<std::string>()}) {
+        const VariableForNow config("XDG_CONFIG_HOME", place);
+        RegistryAccess().WriteValue(HkeyLocalMachine, Options, "Place", place.value_or("none"));
     }
-    for (const std::optional<std::string>& unusable :
-        {std::optional<std::string>("relative"), std::optional<std::string>()}) {
-        const VariableForNow config("XDG_CONFIG_HOME", unusable);
-        RegistryAccess().WriteValue(HkeyLocalMachine, Options, "AutoFix", "2");
-    }
-    EXPECT_NE(folder.read("config/OmbrelaneWorks/settings.txt").find("AutoFix=1"), std::string::npos);
-    EXPECT_NE(folder.read("home/.config/OmbrelaneWorks/settings.txt").find("AutoFix=2"), std::string::npos);
+    EXPECT_NE(folder.read("config/OmbrelaneWorks/settings.txt").find("Place=/"), std::string::npos);
+    EXPECT_NE(folder.read("home/.config/OmbrelaneWorks/settings.txt").find("Place=none"), std::string::npos);
 }
 
 } // namespace

@@ -1,9 +1,7 @@
 #include "platform/toolkit/Prompts.h"
 
-#include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Form.h"
+#include "platform/Stage.h"
 #include "platform/toolkit/Timer.h"
-#include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
 
 #include <QApplication>
@@ -16,23 +14,20 @@
 #include <QScreen>
 
 #include <gtest/gtest-spi.h>
-#include <gtest/gtest.h>
-
-#include <functional>
 
 namespace trovarium {
 
 namespace {
 
-class PromptsTest : public testing::Test {
+using Button = QDialogButtonBox::StandardButton;
+
+class PromptsTest : public Stage {
 protected:
-    PromptsTest()
+    void SetUp() override
     {
-        testDesktop().setPrompts(nullptr); // the real ones
-        form.show();
-        testDesktop().DoEvents();
+        desktop.setPrompts(nullptr); // the real ones
+        show();
     }
-    ~PromptsTest() override { form.unload(); }
 
     static QDialog* box() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
     void whenAsked(std::function<void(QDialog&)> action)
@@ -40,7 +35,18 @@ protected:
         robot.when(
             [] { return box() != nullptr && box()->isVisible(); }, [action = std::move(action)] { action(*box()); });
     }
-    static void press(QDialog& dialog, QDialogButtonBox::StandardButton button)
+    Answer asked(std::string_view text, std::function<void(QDialog&)> action, Buttons buttons = Buttons::YesNo,
+        std::string_view title = "")
+    {
+        whenAsked(std::move(action));
+        return desktop.prompts().messageBox(text, buttons, title);
+    }
+    std::string entered(std::function<void(QDialog&)> action)
+    {
+        whenAsked(std::move(action));
+        return desktop.prompts().inputBox("Enter name for new group.", "New Album Group", "new group");
+    }
+    static void press(QDialog& dialog, Button button)
     {
         dialog.findChild<QDialogButtonBox*>()->button(button)->click();
     }
@@ -57,89 +63,72 @@ protected:
                 return true;
         return false;
     }
-    Prompts& prompts() { return testDesktop().prompts(); }
 
-    Form form{testDesktop(), {.Name = "PromptForm", .Width = 6000, .Height = 3000}};
-    Timer tmrTick{&form, {.Name = "tmrTick", .Interval = 1}};
-    Robot robot{testDesktop()};
+    Timer timer{&form, {.Name = "timer", .Interval = 1}};
 };
 
 TEST_F(PromptsTest, AQuestionIsAnsweredByButtonEnterOrEscape)
 {
-    const std::vector<std::pair<std::function<void(QDialog&)>, Answer>> cases{
-        {[](QDialog& dialog) { press(dialog, QDialogButtonBox::Yes); }, Answer::Yes},
-        {[](QDialog& dialog) { press(dialog, QDialogButtonBox::No); }, Answer::No},
-        {[](QDialog& dialog) { key(dialog, Qt::Key_Return); }, Answer::Yes},
-        {[](QDialog& dialog) { key(dialog, Qt::Key_Escape); }, Answer::No},
-        {[](QDialog& dialog) { dialog.close(); }, Answer::No},
-    };
-    for (std::size_t i = 0; i < cases.size(); ++i) {
-        whenAsked(cases[i].first);
-        EXPECT_EQ(prompts().messageBox("Sure?", Buttons::YesNo, ""), cases[i].second) << i;
-    }
-    whenAsked([](QDialog& dialog) {
-        EXPECT_GT(dialog.width(), dialog.fontMetrics().horizontalAdvance(dialog.windowTitle())) << "the title is whole";
-        dialog.close();
-    });
-    prompts().messageBox("Sure?", Buttons::YesNo, "Removed unassociated INFO file(s)");
+    EXPECT_EQ(asked("Sure?", [](QDialog& dialog) { press(dialog, Button::Yes); }), Answer::Yes);
+    EXPECT_EQ(asked("Sure?", [](QDialog& dialog) { press(dialog, Button::No); }), Answer::No);
+    EXPECT_EQ(asked("Sure?", [](QDialog& dialog) { key(dialog, Qt::Key_Return); }), Answer::Yes);
+    EXPECT_EQ(asked("Sure?", [](QDialog& dialog) { key(dialog, Qt::Key_Escape); }), Answer::No);
+    EXPECT_EQ(asked("Sure?", [](QDialog& dialog) { dialog.close(); }), Answer::No);
 }
 
 TEST_F(PromptsTest, TextsAreShownAsTheyAre)
 {
-    whenAsked([](QDialog& dialog) {
+    const auto look = [](QDialog& dialog) {
         EXPECT_TRUE(shows(dialog, "<b>/home/ann/a & b</b>\n\nnext\nlast"));
-        EXPECT_EQ(dialog.windowTitle(), "Group Exists.");
+        EXPECT_EQ(dialog.windowTitle(), "Removed unassociated INFO file(s)");
+        EXPECT_GT(dialog.width(), dialog.fontMetrics().horizontalAdvance(dialog.windowTitle())) << "the title is whole";
         key(dialog, Qt::Key_Escape);
-    });
-    EXPECT_EQ(prompts().messageBox("<b>/home/ann/a & b</b>\r\rnext\r\nlast", Buttons::Ok, "Group Exists."), Answer::Ok);
+    };
+    EXPECT_EQ(asked("<b>/home/ann/a & b</b>\r\rnext\r\nlast", look, Buttons::Ok, "Removed unassociated INFO file(s)"),
+        Answer::Ok);
     std::string text;
     for (int line = 0; line < 500; ++line)
         text += "photo.jpg    Error=File already exists\r";
-    whenAsked([](QDialog& dialog) {
+    const auto lookAtMany = [](QDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle(), "Trovarium");
         EXPECT_LT(dialog.height(), dialog.screen()->availableGeometry().height()) << "the buttons are in reach";
-        press(dialog, QDialogButtonBox::Ok);
-    });
-    prompts().messageBox(text, Buttons::Ok, "");
+        press(dialog, Button::Ok);
+    };
+    asked(text, lookAtMany, Buttons::Ok);
 }
 
 TEST_F(PromptsTest, AnInputBoxGivesTheTextOrNothingWhenCancelled)
 {
-    whenAsked([](QDialog& dialog) {
-        auto* edit = dialog.findChild<QLineEdit*>();
+    const auto edit = [](QDialog& dialog) {
+        auto* field = dialog.findChild<QLineEdit*>();
         EXPECT_TRUE(shows(dialog, "Enter name for new group."));
-        EXPECT_EQ(edit->text(), "new group");
-        EXPECT_EQ(edit->selectedText(), "new group") << "typing replaces it";
-        edit->setText("Rome\n1998");
+        EXPECT_EQ(dialog.windowTitle(), "New Album Group");
+        EXPECT_EQ(field->selectedText(), "new group") << "typing replaces it";
+        field->setText("Rome\n1998");
         key(dialog, Qt::Key_Return);
-    });
-    EXPECT_EQ(prompts().inputBox("Enter name for new group.", "New Album Group", "new group"), "Rome 1998");
-    whenAsked([](QDialog& dialog) { press(dialog, QDialogButtonBox::Ok); });
-    EXPECT_EQ(prompts().inputBox("text", "title", "new group"), "new group");
-    whenAsked([](QDialog& dialog) { key(dialog, Qt::Key_Escape); });
-    EXPECT_EQ(prompts().inputBox("text", "title", "new group"), "");
-    whenAsked([](QDialog& dialog) { press(dialog, QDialogButtonBox::Cancel); });
-    EXPECT_EQ(prompts().inputBox("text", "title", "new group"), "");
+    };
+    EXPECT_EQ(entered(edit), "Rome 1998");
+    EXPECT_EQ(entered([](QDialog& dialog) { press(dialog, Button::Ok); }), "new group");
+    EXPECT_EQ(entered([](QDialog& dialog) { key(dialog, Qt::Key_Escape); }), "");
+    EXPECT_EQ(entered([](QDialog& dialog) { press(dialog, Button::Cancel); }), "");
 }
 
 TEST_F(PromptsTest, TimersRunWhileAQuestionStandsAndMayUnloadItsForm)
 {
-    int ticks = 0;
-    tmrTick.Tick.connect([&] {
-        if (++ticks == 1 && box() != nullptr)
+    note(timer.Tick, "tick");
+    when["tick"] = [&] {
+        if (box() != nullptr)
             form.unload();
-    });
-    tmrTick.Enabled = true;
-    robot.when([&] { return ticks > 0 && box() != nullptr && box()->isVisible(); },
-        [] { press(*box(), QDialogButtonBox::Yes); });
-    EXPECT_EQ(prompts().messageBox("Sure?", Buttons::YesNo, ""), Answer::Yes);
-    EXPECT_FALSE(form.isLoaded());
+    };
+    timer.Enabled = true;
+    robot.when(
+        [&] { return !form.isLoaded() && box() != nullptr && box()->isVisible(); }, [] { press(*box(), Button::Yes); });
+    EXPECT_EQ(desktop.prompts().messageBox("Sure?", Buttons::YesNo, ""), Answer::Yes);
 }
 
 TEST_F(PromptsTest, TheProgramMayEndWhileAQuestionStands)
 {
-    whenAsked([](QDialog&) { testDesktop().endProgram(1); });
-    EXPECT_THROW(prompts().messageBox("Sure?", Buttons::YesNo, ""), ProgramEnd);
+    EXPECT_THROW(asked("Sure?", [](QDialog&) { testDesktop().endProgram(1); }), ProgramEnd);
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 

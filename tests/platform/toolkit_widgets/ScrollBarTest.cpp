@@ -1,58 +1,30 @@
 #include "platform/toolkit/ScrollBar.h"
 
+#include "platform/Stage.h"
 #include "platform/qt/toolkit/View.h"
-#include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Form.h"
 #include "platform/toolkit/PictureBox.h"
-#include "support/FailureOf.h"
-#include "support/Robot.h"
 
 #include <QPointer>
 #include <QWidget>
-
-#include <gtest/gtest.h>
-
-#include <functional>
 
 namespace trovarium {
 
 namespace {
 
-class ScrollForm : public Form {
-public:
-    ScrollForm()
-        : Form(testDesktop(), {.Name = "ScrollForm", .Width = 4500, .Height = 4500})
-    {
-        VScroll1.Change.connect([this] {
-            log += "C" + std::to_string(VScroll1.Value()) + " ";
-            if (onChange)
-                onChange();
-        });
-        VScroll1.Scroll.connect([this] { log += "S" + std::to_string(VScroll1.Value()) + " "; });
-    }
-
-    std::string taken() { return std::exchange(log, {}); }
-
-    PictureBox pctWindow{this, {.Name = "pctWindow", .Width = 3000, .Height = 4500}};
-    VScroll VScroll1{&pctWindow, {.Name = "VScroll1", .Left = 2700, .Width = 255, .Height = 4500}};
-    std::function<void()> onChange;
-    std::string log;
-};
-
-class ScrollBarTest : public testing::Test {
+class ScrollBarTest : public Stage {
 protected:
     ScrollBarTest()
     {
+        note(bar.Change, "C", [this] { return std::to_string(bar.Value()); });
+        note(bar.Scroll, "S", [this] { return std::to_string(bar.Value()); });
         bar.Min = 1;
         bar.Max = 10;
-        bar.Value = 1;
-        form.taken();
+        taken();
     }
-    ~ScrollBarTest() override { form.unload(); }
 
-    ScrollForm form;
-    VScroll& bar = form.VScroll1;
-    Robot robot{testDesktop()};
+    PictureBox window{&form, {.Name = "window", .Width = 3000, .Height = 4500}};
+    PictureBox inner{&window, {.Name = "inner", .Width = 1500, .Height = 1500}};
+    VScroll bar{&window, {.Name = "bar", .Left = 2700, .Width = 255, .Height = 4500}};
     const At upArrow{8, 4};
     const At downArrow{8, 296};
 };
@@ -60,139 +32,119 @@ protected:
 TEST_F(ScrollBarTest, ChangeRunsInsideTheStatementForEveryRealChange)
 {
     bar.Value = 5;
-    EXPECT_EQ(form.taken(), "C5 ");
     bar.Value = 5;
-    EXPECT_EQ(form.taken(), "");
+    EXPECT_EQ(taken(), "C:5 ");
     bar.Max = 3;
-    EXPECT_EQ(form.taken(), "C3 ");
+    EXPECT_EQ(taken(), "C:3 ");
     bar.Max = 10;
-    EXPECT_EQ(form.taken(), "");
     bar.Min = 4;
-    EXPECT_EQ(form.taken(), "C4 ");
-}
-
-TEST_F(ScrollBarTest, ValuesOutsideAreRefusedAndAMaxBelowMinCountsAsMin)
-{
-    for (const int value : {0, 11, -1})
+    EXPECT_EQ(taken(), "C:4 ");
+    for (const int value : {3, 11, -1})
         EXPECT_EQ(failureOf([&] { bar.Value = value; }), "Invalid property value") << value;
     EXPECT_EQ(failureOf([&] { bar.SmallChange = 0; }), "Invalid property value");
     EXPECT_EQ(failureOf([&] { bar.LargeChange = 0; }), "Invalid property value");
-    bar.Max = 0;
-    bar.Value = 1;
-    EXPECT_EQ(failureOf([&] { bar.Value = 0; }), "Invalid property value");
-    EXPECT_EQ(form.taken(), "");
+    bar.Max = 0; // which counts as Min
+    bar.Value = 4;
+    EXPECT_EQ(failureOf([&] { bar.Value = 3; }), "Invalid property value");
+    EXPECT_EQ(taken(), "");
 }
 
 TEST_F(ScrollBarTest, PagesLikeTheTroughAndOnlyWhereItIsShownAndEnabled)
 {
     bar.LargeChange = 4;
-    bar.page(1);
-    bar.page(5);
-    bar.page(1);
-    bar.page(-1);
-    EXPECT_EQ(form.taken(), "C5 S5 C10 S10 C6 S6 ");
+    for (const int steps : {1, 5, 1, -1})
+        bar.page(steps);
+    EXPECT_EQ(taken(), "C:5 S:5 C:10 S:10 C:6 S:6 ");
     bar.Enabled = false;
     bar.page(1);
     bar.Enabled = true;
-    form.pctWindow.Visible = false;
+    window.Visible = false;
     bar.page(1);
-    EXPECT_EQ(form.taken(), "");
+    EXPECT_EQ(taken(), "");
 }
 
 TEST_F(ScrollBarTest, ArrowTroughKeysAndWheelRaiseScrollBehindChange)
 {
-    form.show();
+    bar.LargeChange = 2;
+    show();
     robot.click(bar, LeftButton, NoKeys, downArrow);
-    EXPECT_EQ(form.taken(), "C2 S2 ");
     robot.click(bar, LeftButton, NoKeys, At{8, 270});
-    EXPECT_EQ(form.taken(), "C3 S3 ");
+    EXPECT_EQ(taken(), "C:2 S:2 C:4 S:4 ");
     bar.SetFocus();
-    robot.key(form, 38);
-    EXPECT_EQ(form.taken(), "C2 S2 ");
+    keys({38, 33, 34});
+    EXPECT_EQ(taken(), "C:3 S:3 C:1 S:1 C:3 S:3 ");
     robot.wheel(bar, 1);
-    robot.wheel(form.pctWindow, 2);
-    EXPECT_EQ(form.taken(), "C3 S3 C5 S5 ");
-    robot.key(form, 33);
-    EXPECT_EQ(form.taken(), "C4 S4 ");
+    robot.wheel(window, 1);
+    robot.wheel(inner, -1);
+    EXPECT_EQ(taken(), "C:5 S:5 C:7 S:7 C:5 S:5 ");
+    const Shot before = robot.shot(form);
+    bar.Value = 10;
+    desktop.DoEvents();
+    EXPECT_FALSE(robot.shot(form) == before) << "the thumb stands elsewhere";
+    robot.click(bar, LeftButton, NoKeys, upArrow);
+    EXPECT_EQ(taken(), "C:10 C:9 S:9 ");
+    bar.Enabled = false;
+    robot.click(bar, LeftButton, NoKeys, downArrow);
+    keys({38});
+    robot.wheel(bar, 1);
+    robot.wheel(window, 1);
+    EXPECT_EQ(taken(), "");
+    bar.Enabled = true;
+    keys({38});
+    EXPECT_EQ(taken(), "C:8 S:8 ") << "and keeps the focus";
 }
 
 TEST_F(ScrollBarTest, ADragRaisesScrollAndOneChangeOnRelease)
 {
     bar.Max = 101;
-    form.show();
+    show();
     robot.press(bar, LeftButton, NoKeys, At{8, 22});
     robot.moveTo(bar, At{8, 100});
     robot.moveTo(bar, At{8, 150});
-    const std::string scrolled = form.taken();
+    const std::string scrolled = taken();
     EXPECT_EQ(scrolled.find('C'), std::string::npos) << scrolled;
     EXPECT_EQ(std::count(scrolled.begin(), scrolled.end(), 'S'), 2) << scrolled;
     const int value = bar.Value();
     EXPECT_GT(value, 30);
     robot.release();
-    EXPECT_EQ(form.taken(), "C" + std::to_string(value) + " ");
-
+    EXPECT_EQ(taken(), "C:" + std::to_string(value) + " ");
     bar.Value = 1;
     robot.press(bar, LeftButton, NoKeys, At{8, 22});
     robot.moveTo(bar, At{8, 150});
     robot.moveTo(bar, At{8, 22});
-    form.taken();
+    taken();
     robot.release();
-    EXPECT_EQ(form.taken(), "") << "back at its start";
+    EXPECT_EQ(taken(), "") << "back at its start";
     EXPECT_EQ(bar.Value(), 1);
 }
 
 TEST_F(ScrollBarTest, AHandlerThatClosesTheBarForAMomentDoesNotBreakOffAHeldArrow)
 {
-    form.onChange = [&] {
+    when["C"] = [&] {
         bar.Enabled = false;
-        testDesktop().DoEvents();
+        desktop.DoEvents();
         bar.Enabled = true;
     };
-    form.show();
+    show();
     robot.press(bar, LeftButton, NoKeys, downArrow);
     EXPECT_TRUE(robot.until([&] { return bar.Value() == 5; }));
     robot.release();
-    EXPECT_EQ(form.taken().substr(0, 24), "C2 S2 C3 S3 C4 S4 C5 S5 ") << "one step at a time";
+    EXPECT_EQ(taken().substr(0, 32), "C:2 S:2 C:3 S:3 C:4 S:4 C:5 S:5 ") << "one step at a time";
 }
 
 TEST_F(ScrollBarTest, AWindowClosedWhileItsBarIsPressedGoesWhenThePressHasReturned)
 {
-    form.show();
+    show();
     const QPointer<QWidget> widget(bar.view()->widget());
-    form.onChange = [&] {
+    when["C"] = [&] {
         robot.atNextTurn([&] { form.unload(); });
         EXPECT_TRUE(robot.until([&] { return !form.isLoaded(); }));
-        testDesktop().DoEvents();
+        desktop.DoEvents();
         EXPECT_TRUE(widget);
     };
     robot.click(bar, LeftButton, NoKeys, downArrow);
-    testDesktop().DoEvents();
+    desktop.DoEvents();
     EXPECT_FALSE(widget);
-}
-
-TEST_F(ScrollBarTest, ADisabledBarTakesNoInput)
-{
-    form.show();
-    bar.SetFocus();
-    bar.Enabled = false;
-    robot.click(bar, LeftButton, NoKeys, downArrow);
-    robot.key(form, 40);
-    robot.wheel(bar, 1);
-    EXPECT_EQ(bar.Value(), 1);
-    bar.Enabled = true;
-    robot.key(form, 40);
-    EXPECT_EQ(form.taken(), "C2 S2 ") << "and keeps the focus";
-}
-
-TEST_F(ScrollBarTest, ShowsWhatCodeHasSet)
-{
-    form.show();
-    const Shot before = robot.shot(form);
-    bar.Value = 10;
-    testDesktop().DoEvents();
-    EXPECT_FALSE(robot.shot(form) == before) << "the thumb stands elsewhere";
-    robot.click(bar, LeftButton, NoKeys, upArrow);
-    EXPECT_EQ(form.taken(), "C10 C9 S9 ");
 }
 
 } // namespace

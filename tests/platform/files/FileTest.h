@@ -1,0 +1,98 @@
+#pragma once
+
+#include "platform/files/FileService.h"
+#include "runtime/Numbers.h"
+#include "support/FailureOf.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace trovarium {
+
+using Names = std::vector<std::string>;
+
+inline constexpr const char* NoFile = "File not found";
+inline constexpr const char* NoFolder = "Path not found";
+inline constexpr const char* NoAccess = "Path/File access error";
+inline constexpr const char* Denied = "Permission denied";
+inline constexpr const char* BadName = "Bad file name or number";
+inline constexpr const char* Taken = "File already exists";
+inline constexpr const char* InUse = "File already open";
+
+// A folder, and deeds in it: "copy a > b" is a verb, a name and, for some, another name or a text. Behind "!" stands a
+// whole path in place of a name.
+class FileTest : public testing::Test {
+protected:
+    using Deeds = std::vector<std::pair<std::string, std::string>>;
+
+    // Does one after the other and sees what each tells, or fails with.
+    void expect(const Deeds& deeds)
+    {
+        for (const auto& [deed, told] : deeds)
+            EXPECT_EQ(did(deed), told) << deed;
+    }
+    std::string did(const std::string& deed)
+    {
+        const std::size_t blank = deed.find(' ');
+        const std::size_t arrow = deed.find(" > ");
+        const std::string path = at(deed.substr(blank + 1, arrow - blank - 1));
+        const std::string other = arrow == deed.npos ? "" : deed.substr(arrow + 3);
+        told.clear();
+        const std::string failure = failureOf([&] { verbs.at(deed.substr(0, blank))(path, other); });
+        attempt([&] { files.close(Number); });
+        return failure + told;
+    }
+    std::string at(const std::string& name) const { return name[0] == '!' ? name.substr(1) : folder.inside(name); }
+
+    TemporaryFolder folder;
+    FileService files;
+
+private:
+    using Verb = std::function<void(const std::string& path, const std::string& other)>;
+    static constexpr int Number = 255;
+
+    static std::string joined(const Names& names)
+    {
+        std::string text;
+        for (const std::string& name : names)
+            text += (text.empty() ? "" : "|") + name;
+        return text;
+    }
+
+    std::string told;
+    const std::map<std::string, Verb> verbs{
+        {"length", [&](auto& path, auto&) { told = numberText(files.length(path)); }},
+        {"exists", [&](auto& path, auto&) { told = booleanText(files.exists(path)); }},
+        {"folderExists", [&](auto& path, auto&) { told = booleanText(files.folderExists(path)); }},
+        {"same", [&](auto& path, auto& other) { told = booleanText(files.isSameFile(path, at(other))); }},
+        {"asItStands", [&](auto& path, auto&) { told = files.asItStands(path); }},
+        {"attributes", [&](auto& path, auto&) { told = numberText(files.attributes(path)); }},
+        {"modified", [&](auto& path, auto&) { told = numberText(files.modified(path).time_since_epoch().count()); }},
+        {"list", [&](auto& path, auto&) { told = joined(files.list(path)); }},
+        {"listExisting", [&](auto& path, auto&) { told = joined(files.listExisting(path)); }},
+        {"listFolders", [&](auto& path, auto&) { told = joined(files.listFolders(path)); }},
+        {"read",
+            [&](auto& path, auto&) {
+                files.open(path, OpenMode::Input, Number);
+                told = files.lineInput(Number);
+            }},
+        {"append",
+            [&](auto& path, auto& line) {
+                files.open(path, OpenMode::Append, Number);
+                files.print(Number, line);
+            }},
+        {"open", [&](auto& path, auto&) { files.open(path, OpenMode::Append, Number); }},
+        {"empty", [&](auto& path, auto&) { files.open(path, OpenMode::Output, Number); }},
+        {"write", [&](auto& path, auto& bytes) { files.writeWhole(path, bytes); }},
+        {"replace", [&](auto& path, auto& other) { files.replaceContent(path, at(other)); }},
+        {"copy", [&](auto& path, auto& other) { files.copy(path, at(other)); }},
+        {"rename", [&](auto& path, auto& other) { files.rename(path, at(other)); }},
+        {"remove", [&](auto& path, auto&) { files.remove(path); }},
+        {"makeFolder", [&](auto& path, auto&) { files.makeFolder(path); }},
+        {"date", [&](auto& path, auto&) { files.setModified(path, Instant(std::chrono::seconds(1000000000))); }},
+    };
+};
+
+} // namespace trovarium
