@@ -6,76 +6,113 @@
 #include "platform/toolkit/ListBox.h"
 #include "platform/toolkit/OptionButton.h"
 
-#include "platform/Stage.h"
 #include "platform/toolkit/ControlArray.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Form.h"
 #include "platform/toolkit/Frame.h"
 #include "platform/toolkit/TextBox.h"
+#include "support/FailureOf.h"
+#include "support/Robot.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 
 namespace trovarium {
 
 namespace {
 
-class ButtonsTest : public Stage {
-protected:
-    ButtonsTest()
+class ButtonForm : public Form {
+public:
+    ButtonForm()
+        : Form(testDesktop(), {.Name = "ButtonForm", .Width = 4500, .Height = 4500})
     {
-        note(cmdOK.Click, "OK");
-        note(cmdCancel.Click, "Cancel");
-        note(chkOption.Click, "chk", [this] { return std::to_string(chkOption.Value()); });
-        optPosition.forEach([this](int index, OptionButton& option) {
-            note(option.Click, "opt" + std::to_string(index), [this] { return chosen(); });
+        cmdOK.Click.connect([this] {
+            log += "OK ";
+            if (onOK)
+                onOK();
         });
-        note(optOther.Click, "other");
+        cmdCancel.Click.connect([this] { log += "Cancel "; });
+        chkOption.Click.connect([this] { log += "chk" + std::to_string(chkOption.Value()) + " "; });
+        optPosition.forEach([this](int index, OptionButton& option) {
+            option.Click.connect([this, index] { log += "opt" + std::to_string(index) + chosen() + " "; });
+        });
+        optOther.Click.connect([this] { log += "other "; });
     }
 
     // The option buttons of the first group that are set.
     std::string chosen() const
     {
-        std::string set;
+        std::string set = "(";
         optPosition.forEach([&](int index, const OptionButton& option) {
             if (option.Value())
                 set += std::to_string(index);
         });
-        return set;
+        return set + ")";
     }
-    void click(Control& control) { robot.click(control, LeftButton, NoKeys, At{8, 10}); }
+    std::string taken() { return std::exchange(log, {}); }
 
-    TextBox txtName{&form, {.Name = "txtName", .Width = 1500, .Height = 300}};
-    Button cmdOK{&form, {.Name = "cmdOK", .Top = 400, .Width = 1500, .Height = 400, .Caption = "&OK"}};
-    Button cmdCancel{&form, {.Name = "cmdCancel", .Top = 900, .Width = 1500, .Height = 400, .Caption = "Cancel"}};
-    CheckBox chkOption{&form, {.Name = "chkOption", .Top = 1400, .Width = 1500, .Height = 300, .Caption = "Option"}};
+    TextBox txtName{this, {.Name = "txtName", .Width = 1500, .Height = 300}};
+    Button cmdOK{this, {.Name = "cmdOK", .Top = 400, .Width = 1500, .Height = 400, .Caption = "&OK"}};
+    Button cmdCancel{this, {.Name = "cmdCancel", .Top = 900, .Width = 1500, .Height = 400, .Caption = "Cancel"}};
+    CheckBox chkOption{this, {.Name = "chkOption", .Top = 1400, .Width = 1500, .Height = 300, .Caption = "Option"}};
     ControlArray<OptionButton> optPosition{
-        &form, "optPosition", 1, 3, [](int index) {
-            return Plan{.Top = 1500.0F + 300.0F * static_cast<float>(index), .Width = 1500, .Height = 300};
+        this, "optPosition", 0, 2, [](int index) {
+            return Plan{.Top = 1800.0F + 300.0F * static_cast<float>(index), .Width = 1500, .Height = 300};
         }};
-    Frame fraOther{&form, {.Name = "fraOther", .Left = 2000, .Width = 1500, .Height = 1500}};
+    Frame fraOther{this, {.Name = "fraOther", .Left = 2000, .Width = 1500, .Height = 1500}};
     OptionButton optOther{&fraOther, {.Name = "optOther", .Width = 1200, .Height = 300}};
+    std::function<void()> onOK;
+    std::string log;
 };
 
-TEST_F(ButtonsTest, AreKeyedAndEnterAndEscapePressDefaultAndCancelFromAnotherControl)
+class ButtonsTest : public testing::Test {
+protected:
+    ~ButtonsTest() override { form.unload(); }
+
+    void show()
+    {
+        form.show();
+        testDesktop().DoEvents();
+    }
+
+    ButtonForm form;
+    Robot robot{testDesktop()};
+};
+
+TEST_F(ButtonsTest, AClickSpaceOrEnterPressesAButton)
 {
-    cmdOK.Default = true;
-    cmdCancel.Cancel = true;
     show();
-    click(cmdOK);
-    cmdOK.SetFocus();
-    keys({32, 13});
-    EXPECT_EQ(taken(), "OK OK OK ");
-    txtName.SetFocus();
-    keys({13, 27});
-    EXPECT_EQ(taken(), "OK Cancel ");
-    cmdCancel.SetFocus();
-    keys({13});
-    EXPECT_EQ(taken(), "Cancel ") << "a button with the focus goes before the default one";
-    txtName.SetFocus();
-    cmdOK.Enabled = false;
-    cmdCancel.Visible = false;
-    keys({13, 27});
-    click(cmdOK);
-    EXPECT_EQ(taken(), "");
+    robot.click(form.cmdOK);
+    form.cmdOK.SetFocus();
+    robot.key(form, 32);
+    robot.key(form, 13);
+    EXPECT_EQ(form.taken(), "OK OK OK ");
+    form.cmdOK.Enabled = false;
+    robot.click(form.cmdOK);
+    EXPECT_EQ(form.taken(), "");
+}
+
+TEST_F(ButtonsTest, EnterAndEscapePressDefaultAndCancelFromAnotherControl)
+{
+    form.cmdOK.Default = true;
+    form.cmdCancel.Cancel = true;
+    show();
+    form.txtName.SetFocus();
+    robot.key(form, 13);
+    robot.key(form, 27);
+    EXPECT_EQ(form.taken(), "OK Cancel ");
+    form.cmdCancel.SetFocus();
+    robot.key(form, 13);
+    EXPECT_EQ(form.taken(), "Cancel ") << "a button with the focus goes before the default one";
+    form.txtName.SetFocus();
+    form.cmdOK.Enabled = false;
+    form.cmdCancel.Visible = false;
+    robot.key(form, 13);
+    robot.key(form, 27);
+    EXPECT_EQ(form.taken(), "");
 }
 
 TEST_F(ButtonsTest, EnterAmongRowsPressesNoDefaultButton)
@@ -98,75 +135,86 @@ TEST_F(ButtonsTest, EnterAmongRowsPressesNoDefaultButton)
 TEST_F(ButtonsTest, AHandlerMayLetItsButtonBePressedAgainAndUnloadTheForm)
 {
     show();
-    when["OK"] = [&] {
-        when["OK"] = [&] { form.unload(); };
-        robot.click(cmdOK);
-        diary += "end ";
+    form.onOK = [&] {
+        form.onOK = [&] { form.unload(); };
+        robot.click(form.cmdOK);
+        form.log += "end ";
     };
-    robot.click(cmdOK);
-    EXPECT_EQ(taken(), "OK OK end ");
+    robot.click(form.cmdOK);
+    EXPECT_EQ(form.taken(), "OK OK end ");
     EXPECT_FALSE(form.isLoaded());
 }
 
 TEST_F(ButtonsTest, ACheckBoxClicksForTheUserAndForCode)
 {
-    chkOption.preset();
-    EXPECT_EQ(chkOption.Value(), 1);
-    for (const int value : {0, 1, 1})
-        chkOption.Value = value;
-    EXPECT_EQ(taken(), "chk:0 chk:1 ");
+    form.chkOption.preset();
+    EXPECT_EQ(form.chkOption.Value(), 1);
+    EXPECT_EQ(form.taken(), "");
+    form.chkOption.Value = 0;
+    form.chkOption.Value = 1;
+    form.chkOption.Value = 1;
+    EXPECT_EQ(form.taken(), "chk0 chk1 ");
     for (const int value : {2, -1})
-        EXPECT_EQ(failureOf([&] { chkOption.Value = value; }), "Invalid property value") << value;
+        EXPECT_EQ(failureOf([&] { form.chkOption.Value = value; }), "Invalid property value") << value;
     show();
-    click(chkOption);
-    chkOption.Value = 1;
-    click(chkOption);
-    EXPECT_EQ(taken(), "chk:0 chk:1 chk:0 ");
+    robot.click(form.chkOption, LeftButton, NoKeys, At{8, 10});
+    form.chkOption.Value = 1;
+    robot.click(form.chkOption, LeftButton, NoKeys, At{8, 10});
+    EXPECT_EQ(form.taken(), "chk0 chk1 chk0 ");
 }
 
 TEST_F(ButtonsTest, OptionButtonsOfOneParentAreAGroup)
 {
-    EXPECT_EQ(optPosition(3).Name(), "optPosition(3)");
-    for (const int index : {0, 4})
-        EXPECT_EQ(failureOf([&] { optPosition(index); }), "Control array element does not exist");
-    optPosition(2).preset();
-    optOther.Value = true;
-    optPosition(3).Value = true;
-    optPosition(3).Value = true;
-    EXPECT_EQ(taken(), "other opt3:3 ") << "the others are out when the handler runs";
-    EXPECT_TRUE(optOther.Value());
-    optPosition(3).Value = false;
-    EXPECT_EQ(taken() + chosen(), "");
-    show();
-    click(optPosition(1));
-    click(optPosition(1));
-    optPosition(1).SetFocus();
-    keys({40});
-    EXPECT_EQ(taken(), "opt1:1 opt2:2 ");
-    optPosition(2).Value = false;
-    click(optPosition(2));
-    EXPECT_EQ(taken(), "opt2:2 ") << "what code cleared may be chosen again";
+    form.optPosition(1).preset();
+    form.optOther.Value = true;
+    form.optPosition(2).Value = true;
+    form.optPosition(2).Value = true;
+    EXPECT_EQ(form.taken(), "other opt2(2) ") << "the others are out when the handler runs";
+    EXPECT_TRUE(form.optOther.Value());
+    form.optPosition(2).Value = false;
+    EXPECT_EQ(form.chosen(), "()");
+    EXPECT_EQ(form.taken(), "");
 }
 
-TEST_F(ButtonsTest, CaptionsAndColoursShowAlsoWhenDisabled)
+TEST_F(ButtonsTest, TheUserChoosesAnOptionByMouseAndArrow)
+{
+    form.optPosition(1).preset();
+    show();
+    robot.click(form.optPosition(0), LeftButton, NoKeys, At{8, 10});
+    robot.click(form.optPosition(0), LeftButton, NoKeys, At{8, 10});
+    EXPECT_EQ(form.taken(), "opt0(0) ");
+    form.optPosition(0).SetFocus();
+    robot.key(form, 40);
+    EXPECT_EQ(form.taken(), "opt1(1) ");
+    form.optPosition(1).Value = false;
+    robot.click(form.optPosition(1), LeftButton, NoKeys, At{8, 10});
+    EXPECT_EQ(form.taken(), "opt1(1) ") << "what code cleared may be chosen again";
+}
+
+TEST_F(ButtonsTest, ADisabledCaptionCanBeToldFromTheForm)
 {
     show();
-    const Shot plain = robot.shot(form);
-    chkOption.BackColor = Color{10, 20, 30};
-    EXPECT_GT(robot.shot(form).count({10, 20, 30}), 500);
-    chkOption.BackColor = std::optional<Color>();
-    EXPECT_TRUE(robot.shot(form) == plain);
-    cmdOK.Caption = "Other";
-    EXPECT_FALSE(robot.shot(form) == plain);
-    chkOption.Enabled = false;
+    form.chkOption.Enabled = false;
     const Shot disabled = robot.shot(form);
-    chkOption.Caption = "";
+    form.chkOption.Caption = "";
     const Shot blank = robot.shot(form);
     int strongest = 0;
     for (int y = 93; y < 113; ++y)
         for (int x = 20; x < 100; ++x)
             strongest = std::max(strongest, std::abs(disabled.at(x, y).red - blank.at(x, y).red));
-    EXPECT_GT(strongest, 60) << "a disabled caption can be told from the form";
+    EXPECT_GT(strongest, 60);
+}
+
+TEST_F(ButtonsTest, CaptionsAndColoursShow)
+{
+    show();
+    const Shot plain = robot.shot(form);
+    form.chkOption.BackColor = Color{10, 20, 30};
+    EXPECT_GT(robot.shot(form).count({10, 20, 30}), 500);
+    form.chkOption.BackColor = std::optional<Color>();
+    EXPECT_TRUE(robot.shot(form) == plain);
+    form.cmdOK.Caption = "Other";
+    EXPECT_FALSE(robot.shot(form) == plain);
 }
 
 } // namespace
