@@ -93,8 +93,11 @@ void FileService::expect(const std::vector<std::string>& paths, const std::vecto
     const auto natives = [](const std::vector<std::string>& given) {
         std::vector<std::string> written;
         written.reserve(given.size());
-        for (const std::string& path : given)
-            written.push_back(nativeAsWritten(path));
+        // What can't be spelled is read in the usual way, with its failure.
+        for (const std::string& path : given) {
+            written.emplace_back();
+            attempt([&] { written.back() = nativeAsWritten(path); });
+        }
         return written;
     };
     m_state->ahead.expect(natives(paths), natives(looks));
