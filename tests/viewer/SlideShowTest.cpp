@@ -25,10 +25,13 @@ protected:
     void begin(const std::string& interval, const std::string& without)
     {
         robot.whenShown("frmSSP", [&] {
+            EXPECT_EQ(form().txtSlideShowInterval.Text(), "5");
+            robot.type(form(), interval); // in place of it
             for (const char box : without)
                 robot.click(form().chkSlideshow(box - '0'));
-            form().txtSlideShowInterval.Text = interval;
             robot.key(form(), EnterKey);
+            if (form.isLoaded())
+                robot.key(form(), EscapeKey);
         });
         robot.click(main().lbButtonText(7));
     }
@@ -108,7 +111,7 @@ TEST_F(SlideShowTest, EscapeInFullScreenLeavesTheTimerAndAClickEndsAll)
 TEST_F(SlideShowTest, TheDelayIsALeadingNumberBelow61)
 {
     const std::pair<std::string, int> cases[] = {{"5 or so", 5000}, {"0.5", 500}, {"60.9", 60900}, {" 2.0015", 2002},
-        {"0", -1}, {"61", -1}, {"-3", -1}, {"five", -1}, {"", -1}};
+        {"0", -1}, {"61", -1}, {"-3", -1}, {"five", -1}};
     for (const auto& [text, milliseconds] : cases) {
         if (milliseconds >= 0) {
             begin(text, "0");
@@ -116,8 +119,7 @@ TEST_F(SlideShowTest, TheDelayIsALeadingNumberBelow61)
             main().slideShow().StopSlideShow();
             continue;
         }
-        prompts.expectNotice("Invalid entry. Use a value between 1 and 60 seconds.",
-            [&] { robot.atNextTurn([&] { robot.key(form(), EscapeKey); }); });
+        prompts.expectNotice("Invalid entry. Use a value between 1 and 60 seconds.");
         begin(text, "0");
         EXPECT_FALSE(view().SlideShowRunning || form.isLoaded()) << text;
         EXPECT_TRUE(isOver()) << text;

@@ -2,9 +2,12 @@
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/TextBox.h"
 
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
+
+#include <utility>
 
 namespace trovarium {
 
@@ -21,6 +24,14 @@ public:
     void detach() { m_box = nullptr; }
 
 protected:
+    // Where its window comes up with the focus here, typing replaces what it suggests, as when Tab led here.
+    void focusInEvent(QFocusEvent* event) override
+    {
+        QLineEdit::focusInEvent(event);
+        if (std::exchange(m_unvisited, false) && event->reason() == Qt::ActiveWindowFocusReason)
+            selectAll();
+    }
+
     void keyPressEvent(QKeyEvent* event) override
     {
         const int ascii = keyAscii(*event);
@@ -32,6 +43,7 @@ protected:
 
 private:
     TextBox* m_box;
+    bool m_unvisited = true;
 };
 
 // Where the text is too long, what was put in last goes: the characters before the cursor. Counts
