@@ -228,6 +228,23 @@ TEST_F(Timers, ATickThatFallsDueInALongHandlerComesOnceAndNotInsideIt)
     EXPECT_EQ(deepest, 1);
 }
 
+// Due at 200 and 400 ms, but nothing runs before 270.
+TEST_F(Timers, KeepTheirBeatAfterALateTick)
+{
+    Timer late{&form, {.Name = "late", .Interval = 460, .Enabled = true}};
+    std::string order;
+    late.Tick.connect([&] { order += "late "; });
+    meanwhile = [&] { order += "beat "; };
+    timer.Interval = 200;
+    timer.Enabled = true;
+    form.load();
+    const auto start = std::chrono::steady_clock::now();
+    while (std::chrono::steady_clock::now() - start < std::chrono::milliseconds(270)) { }
+    ASSERT_TRUE(robot.until([&] { return order.ends_with("late "); }));
+    EXPECT_EQ(order, "beat beat late ");
+    form.unload();
+}
+
 TEST_F(Timers, RunWhileAFormIsModalAndMayUnloadTheirOwn)
 {
     struct Ticking : Form {

@@ -3,9 +3,13 @@
 #include "platform/qt/toolkit/TimerView.h"
 #include "platform/toolkit/Form.h"
 
+#include <algorithm>
+
 namespace trovarium {
 
 namespace {
+
+using namespace std::chrono_literals;
 
 // How soon a tick comes that fell due while events were closed out.
 constexpr int RetryMilliseconds = 5;
@@ -37,30 +41,37 @@ void TimerView::restart()
 {
     m_overdue = false;
     if (m_timer.Enabled() && m_timer.Interval() > 0) {
-        start(m_timer.Interval());
+        startUntil(DesktopState::Clock::now() + std::chrono::milliseconds(m_timer.Interval()));
     } else {
         m_clock->stop();
         m_due = DesktopState::Clock::time_point::max();
     }
 }
 
-void TimerView::start(int milliseconds)
+void TimerView::startUntil(DesktopState::Clock::time_point due)
 {
-    m_due = DesktopState::Clock::now() + std::chrono::milliseconds(milliseconds);
-    m_clock->start(milliseconds);
+    m_due = due;
+    m_clock->start(std::max(0ms, std::chrono::ceil<std::chrono::milliseconds>(due - DesktopState::Clock::now())));
+}
+
+// An interval after the last tick was due, so that delays don't add up, and not in haste after one that came late.
+void TimerView::startNext()
+{
+    const DesktopState::Clock::duration interval = std::chrono::milliseconds(m_timer.Interval());
+    startUntil(std::max(m_due + interval, DesktopState::Clock::now() + interval / 2));
 }
 
 void TimerView::timeout()
 {
     if (m_state.closedToEvents) {
-        start(RetryMilliseconds);
+        m_clock->start(RetryMilliseconds);
         return;
     }
     if (m_ticking) {
         m_overdue = true;
         return;
     }
-    start(m_timer.Interval());
+    startNext();
     m_ticking = true;
     const std::shared_ptr<bool> alive = m_alive;
     fromDesktop(m_timer, [this] { m_timer.Tick.raise(); });
@@ -69,7 +80,7 @@ void TimerView::timeout()
     m_ticking = false;
     if (m_overdue) {
         m_overdue = false;
-        start(0);
+        m_clock->start(0);
     }
 }
 

@@ -24,7 +24,8 @@ public:
     bool isDue(DesktopState::Clock::time_point now) const { return !m_ticking && now >= m_due; }
 
 private:
-    void start(int milliseconds);
+    void startUntil(DesktopState::Clock::time_point due);
+    void startNext();
     void timeout();
 
     Timer& m_timer;
