@@ -165,14 +165,10 @@ try {
     for (int index = 0; index < count; ++index) {
         const std::string name = m_splash.File1.List(index);
         const std::string infoFile = m_album.paths.InfoPath + name + std::string(InfoEnding);
-        // One that can't be seen may hold a person's words, and keeps no other photograph from its own.
-        const auto unseen = attempt([&] {
-            // The link is the same wherever the settings put the photographs.
-            if (!m_album.files.exists(infoFile))
-                CreateInfoFile(m_album.files, infoFile, "\\Photos\\" + name);
-        });
-        if (unseen)
-            logFailure(m_album, "InfoFilesExist", *unseen);
+        // One that can't be seen may hold a person's words: its failure ends the pass. The link is the same wherever
+        // the settings put the photographs.
+        if (!m_album.files.exists(infoFile))
+            CreateInfoFile(m_album.files, infoFile, "\\Photos\\" + name);
         updateProgress(index, count, InfoPassBase);
         if (m_album.AutoCheckBypass)
             return;

@@ -69,9 +69,11 @@ try {
     const std::string name = m_album.group.GroupList(m_album.view.CurrentIndex);
     m_form.lbInfo(6).Caption = name;
     bool hasClip = false; // also where that can't be seen: the buttons must not stay those of the photograph before
-    attempt([&] { hasClip = m_album.files.exists(m_album.paths.AudioPath + name + ".wav"); });
+    const auto unseen = attempt([&] { hasClip = m_album.files.exists(m_album.paths.AudioPath + name + ".wav"); });
     m_form.cmdPlayAudioClip(0).Enabled = hasClip;
     m_form.cmdPlayAudioClip(1).Enabled = hasClip;
+    if (unseen)
+        logFailure(m_album, "LoadInfoBox", *unseen);
 } catch (const Failure& failure) {
     logFailure(m_album, "LoadInfoBox", failure);
 }

@@ -30,6 +30,7 @@ public:
     void OpenVideo(std::string_view path, PictureBox& window) override
     {
         told += path.substr(path.rfind('\\') + 1);
+        window.filmSurface()->open();
         window.filmSurface()->moveTo({0, 0, static_cast<int>(window.Width()), static_cast<int>(window.Height())});
         if (path.find("damaged") == std::string_view::npos)
             window.filmSurface()->put({1, 1, {0xffffffff}});

@@ -58,10 +58,10 @@ public:
     {
         tell(owner ? "Owner" : "Owner0");
         if (m_owner)
-            m_owner->clear();
+            m_owner->shut();
         m_owner = std::move(owner);
         if (m_owner)
-            m_owner->moveTo(m_place);
+            m_owner->open(), m_owner->moveTo(m_place);
     }
 
     std::shared_ptr<FilmScript> script;

@@ -12,13 +12,22 @@ void FilmSurface::put(FilmFrame frame)
         return;
     auto latest = std::make_shared<const FilmFrame>(std::move(frame)); // the old one is freed behind the lock
     const std::lock_guard lock(m_mutex);
+    if (!m_open)
+        return;
     m_shown.frame.swap(latest);
     changed();
 }
 
-void FilmSurface::clear()
+void FilmSurface::open()
 {
     const std::lock_guard lock(m_mutex);
+    m_open = true;
+}
+
+void FilmSurface::shut()
+{
+    const std::lock_guard lock(m_mutex);
+    m_open = false;
     if (std::exchange(m_shown.frame, nullptr))
         changed();
 }

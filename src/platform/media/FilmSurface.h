@@ -35,7 +35,8 @@ public:
     };
 
     void put(FilmFrame frame); // in place of the one before; drops one with too few pixels
-    void clear();              // no frame until the next
+    void open();               // to frames again
+    void shut();               // shows none and takes none: a late one would stand above what the box shows next
     void moveTo(const FilmPlace& place);
     Shown shown() const;
 
@@ -48,6 +49,7 @@ private:
 
     mutable std::mutex m_mutex;
     Shown m_shown;
+    bool m_open = true;
     std::function<void()> m_tell;
 };
 

@@ -104,11 +104,12 @@ void MpvFrames::setOwner(std::shared_ptr<FilmSurface> owner)
     if (owner == m_owner)
         return;
     if (m_owner)
-        m_owner->clear();
+        m_owner->shut();
     m_owner = std::move(owner);
     if (!m_owner)
         return;
-    m_owner->clear();
+    m_owner->shut();
+    m_owner->open();
     m_owner->moveTo(m_place);
     if (m_count == 0)
         return;

@@ -116,7 +116,7 @@ SoundPlayer::~SoundPlayer()
     if (m_orders->end())
         m_thread.join();
     else
-        m_thread.detach();
+        m_thread.detach(); // stuck inside a sound driver, it touches nothing but its orders, and dies with the program
 }
 
 void SoundPlayer::sndPlaySound(std::string_view name)

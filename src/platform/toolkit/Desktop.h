@@ -52,7 +52,8 @@ public:
     // Runs until the last form is unloaded or the program ends; the exit code. Takes the end of the
     // program itself.
     int run();
-    // Runs `body` as `run` runs the loop, so that an end before any loop is taken too.
+    // Runs `body` as `run` runs the loop, so that an end before any loop is taken too. 1 after a failure, which is
+    // told on the error output.
     int guarded(const std::function<void()>& body);
 
     // Handles what is pending once, runs due timers, paints what is dirty.

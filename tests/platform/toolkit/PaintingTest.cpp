@@ -204,7 +204,8 @@ TEST_F(Painting, AFilmShowsInItsBoxAndNowhereElseInTheTurnInWhichItComes)
     EXPECT_EQ(inBox(20, 19), Red);
     EXPECT_NE(inBox(19, 19), Red);
     box.Picture = {};
-    EXPECT_EQ(robot.shot(form).count(Red), 0) << "until the next frame";
+    film->put(redFrame());
+    EXPECT_EQ(robot.shot(form).count(Red), 0) << "nor a late frame, until a film takes the box again";
 }
 
 TEST_F(Painting, AFilmOutlivesTheFormThatShowedIt)

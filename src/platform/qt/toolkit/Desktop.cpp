@@ -6,6 +6,7 @@
 
 #include <QApplication>
 
+#include <exception>
 #include <iostream>
 #include <string>
 #include <utility>
@@ -87,8 +88,10 @@ int Desktop::guarded(const std::function<void()>& body)
         return end.exitCode();
     } catch (const Failure& failure) {
         std::cerr << std::string(failure.description()) + "\n" << std::flush;
-        return 1;
+    } catch (const std::exception& error) {
+        std::cerr << std::string(error.what()) + "\n" << std::flush;
     }
+    return 1;
 }
 
 void Desktop::DoEvents()

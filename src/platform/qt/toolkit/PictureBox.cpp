@@ -199,7 +199,7 @@ PictureBox::~PictureBox()
 
 void PictureBox::setPicture(trovarium::Picture value)
 {
-    m_film->clear();
+    m_film->shut();
     if (value == m_picture && m_canvas->strokes.empty())
         return;
     m_picture = std::move(value);
@@ -234,7 +234,7 @@ void PictureBox::PaintPicture(const trovarium::Picture& picture, float x, float 
 
 void PictureBox::Cls()
 {
-    m_film->clear();
+    m_film->shut();
     if (m_canvas->strokes.empty())
         return;
     m_canvas->strokes.clear();
