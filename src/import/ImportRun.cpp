@@ -66,6 +66,7 @@ public:
 private:
     bool isChecked(int option) const { return m_form.chkOptions(option).Value() == 1; }
     std::string sourceOf(int i) const;
+    void refuseTornEntry(int i) const;
     void chooseName(int i);
     void takeNumber();
     void makeRoom(int i);
@@ -83,10 +84,7 @@ private:
     std::int16_t m_count = 0;
     std::string ImportErrors;
     bool RunCancelled = false;
-    // What they had for the file before, where the statement that sets them failed.
-    std::string DestName;
-    std::string SourcePath;
-    std::string LinkTarget;
+    std::string DestName; // what it was for the file before, where the statement that sets it failed
 };
 
 void ImportRun::Files::importAll()
@@ -98,7 +96,12 @@ void ImportRun::Files::importAll()
         chooseName(i);
         makeRoom(i);
         std::optional<bool> isTaken; // none where that can't be seen: a person's words may stand there
-        m_run.statement([&] { isTaken = m_album.files.exists(m_album.paths.InfoPath + DestName + ".info"); });
+        m_run.statement([&] {
+            const bool found = m_album.files.exists(m_album.paths.InfoPath + DestName + ".info");
+            if (!found)
+                refuseTornEntry(i);
+            isTaken = found;
+        });
         if (isTaken == true)
             note("File already exists");
         else if (isTaken)
@@ -119,6 +122,16 @@ std::string ImportRun::Files::sourceOf(int i) const
     if (!folder.ends_with('\\'))
         folder += '\\';
     return folder + m_form.List1.List(i);
+}
+
+// A scan that was cancelled leaves whole paths, and entries without a folder. A whole path would get the information
+// file of its last name, which wasn't asked for and may hold a person's words; an entry without a folder would be
+// the file before it once more.
+void ImportRun::Files::refuseTornEntry(int i) const
+{
+    if (DestName.find('\\') != std::string::npos)
+        throw Failure(FailureKind::BadFileNameOrNumber);
+    sourceOf(i);
 }
 
 void ImportRun::Files::chooseName(int i)
@@ -178,12 +191,12 @@ void ImportRun::Files::importFile(int i)
 {
     FileService& files = m_album.files;
     m_run.statement([&] { m_count = toInt16(m_count + 1); });
-    m_run.statement([&] { SourcePath = sourceOf(i); });
+    const std::string SourcePath = sourceOf(i);
     const std::string path = m_album.paths.PhotoPath + DestName;
     if (!isChecked(LinksOnly))
         m_run.statement([&] { files.copy(SourcePath, path); });
     record(path);
-    LinkTarget = isChecked(LinksOnly) ? SourcePath : path;
+    const std::string LinkTarget = isChecked(LinksOnly) ? SourcePath : path;
     const std::string infoFile = m_album.paths.InfoPath + SplitPath(ImportedFiles(m_count)).FileName + ".info";
     m_run.handled([&] { CreateInfoFile(files, infoFile, LinkTarget); });
 }

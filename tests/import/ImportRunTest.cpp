@@ -126,10 +126,16 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
                 form().List1.RemoveItem(1); // by its user, in the middle
             if (operation == FileOperation::Exists && path.ends_with("unseen.jpg.info"))
                 throw Failure(FailureKind::DeviceIo);
+            if (operation == FileOperation::Exists && path.ends_with("torn.jpg.info"))
+                form().List2.Clear(); // as behind a cancelled scan
         });
         expectErrors("unseen.jpg", "Device I/O error");
         import({"unseen.jpg", "m0.jpg"}, {Links}, sources());
         EXPECT_EQ(taken({"unseen.jpg", "m0.jpg"}), " igg ");
+        const std::string words = info("m0.jpg");
+        expectErrors("torn.jpg    Error=Invalid property array index\r/a\\m0.jpg", "Bad file name or number");
+        import({"torn.jpg", "/a\\m0.jpg"}, {Links}, sources());
+        EXPECT_EQ(info("torn.jpg") + info("m0.jpg"), words) << "no other's information is overwritten";
         expectErrors("z.jpg    Error=File already exists\rz.jpg", "Invalid property array index");
         import({"z.jpg", "a.jpg"}, {Links}, sources());
         robot.atNextTurn([&] { robot.close(form()); });
