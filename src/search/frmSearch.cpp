@@ -162,12 +162,13 @@ void frmSearch::searchLibrary()
     File1.Pattern = "*.info";
     File1.Path = m_album.paths.InfoPath;
     File1.Refresh();
+    // A folder that can't be read leaves what the last search found.
+    const int count = File1.ListCount();
     SearchResults.clear();
     SearchYears.clear();
     YearText.clear();
     cmdSearch.Caption = "Cancel";
 
-    const int count = File1.ListCount();
     std::vector<std::string> paths;
     for (int i = 0; i < count; ++i)
         paths.push_back(m_album.paths.InfoPath + File1.List(i));
