@@ -230,10 +230,11 @@ void frmSearch::keep(const std::string& fileName)
     SearchYears(SearchYears.upperBound()) = toInt16(std::floor(strictNumber(YearText)));
 }
 
+// Counts the years: the results may be those of an import that ran meanwhile.
 void frmSearch::showProgress(int searched, int count)
 {
     lbProgress.Caption = "Searched " + numberText(searched) + " (" + formatWhole(divide(searched, count) * 100)
-        + "%) -> Found " + numberText(SearchResults.upperBound());
+        + "%) -> Found " + numberText(SearchYears.upperBound());
     fillBar(pctProgress, shpProgress,
         divideSingle(static_cast<float>(searched), static_cast<float>(count)) * pctProgress.ScaleWidth());
 }
