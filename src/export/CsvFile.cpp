@@ -51,8 +51,7 @@ void WriteCsvRecord(Album& album, const std::string& infoName, const std::string
     const bool isRead = withFileQuietly(files, album.paths.InfoPath + infoName, OpenMode::Input, [&](int number) {
         while (!files.endOfFile(number))
             takeValue(files.lineInput(number), values);
-        // One that can't be seen may have its header, and takes the record.
-        attempt([&] { isNew = !files.exists(csvPath); });
+        isNew = !files.exists(csvPath);
     });
     if (!isRead)
         return;

@@ -81,13 +81,17 @@ void ExportRun::exportPhotograph(const std::string& name)
 {
     m_form.lbProgress.Caption = "Exporting";
     const bool overwrites = m_form.chkOptions(OverwriteCopies).Value() == 1;
-    const bool copies = m_form.chkExport(Photograph).Value() == 1;
-    if (overwrites || copies)
-        m_run.handled([&] { m_source = GetPhotoLink(m_album, name + ".info"); });
-    if (overwrites)
+    const auto findSource = [&] { m_run.handled([&] { m_source = GetPhotoLink(m_album, name + ".info"); }); };
+    if (overwrites) {
+        findSource();
         removeOldCopies(name);
-    if (copies)
+    }
+    // Asked behind the events of the removal, in which the user may change it.
+    if (m_form.chkExport(Photograph).Value() == 1) {
+        if (!overwrites)
+            findSource();
         copyPhotograph(name);
+    }
     if (m_form.chkExport(Thumbnail).Value() == 1)
         m_run.statement([&] {
             m_album.files.copy(m_album.paths.ThumbnailPath + name, m_destination + std::string(ThumbnailMark) + name);

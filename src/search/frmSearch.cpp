@@ -162,12 +162,13 @@ void frmSearch::searchLibrary()
     File1.Pattern = "*.info";
     File1.Path = m_album.paths.InfoPath;
     File1.Refresh();
+    // A folder that can't be read leaves what the last search found.
+    const int count = File1.ListCount();
     SearchResults.clear();
     SearchYears.clear();
     YearText.clear();
     cmdSearch.Caption = "Cancel";
 
-    const int count = File1.ListCount();
     std::vector<std::string> paths;
     for (int i = 0; i < count; ++i)
         paths.push_back(m_album.paths.InfoPath + File1.List(i));
@@ -229,10 +230,11 @@ void frmSearch::keep(const std::string& fileName)
     SearchYears(SearchYears.upperBound()) = toInt16(std::floor(strictNumber(YearText)));
 }
 
+// Counts the years: the results may be those of an import that ran meanwhile.
 void frmSearch::showProgress(int searched, int count)
 {
     lbProgress.Caption = "Searched " + numberText(searched) + " (" + formatWhole(divide(searched, count) * 100)
-        + "%) -> Found " + numberText(SearchResults.upperBound());
+        + "%) -> Found " + numberText(SearchYears.upperBound());
     fillBar(pctProgress, shpProgress,
         divideSingle(static_cast<float>(searched), static_cast<float>(count)) * pctProgress.ScaleWidth());
 }

@@ -72,11 +72,14 @@ TEST_F(ExportTest, TheSelectionGoesOutAsItIsInARunThatNothingCancels)
             robot.click(form().cmdExport);
             robot.key(form(), EscapeKey);
         }
+        if (isOnce)
+            form().chkExport(0).Value = 0; // from here on no photograph is taken
     });
     inDialog([&] {
         EXPECT_EQ(test.album().Settings().GetOWSetting("Trovarium", "Import", "LastPath", ""), folder.inside());
         exportWith("op");
         EXPECT_EQ(captions + std::to_string(form().List1.ListCount()), "Cancel Import Cancel 3");
+        EXPECT_FALSE(test.isThere(folder.inside("p3.jpg")));
         EXPECT_EQ(folder.read("p2.jpg"), test.bytes(test.paths().PhotoPath + "p2.jpg"));
         exportWith("i");
         exportWith("ia");

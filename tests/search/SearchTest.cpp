@@ -118,7 +118,7 @@ TEST_F(SearchTest, AFailureEndsASearchAndASaveWithoutAWord)
     search.txtYear.Text = "*";
     const std::tuple<std::string, FileOperation, std::string, std::string, std::string> faults[] = {
         {"1998-99", Picture, "", "1 (33%) -> Found 1", "a b "}, {"1998", Open, "c.info", "2 (67%) -> Found 2", "a b "},
-        {"", LineInput, "c.info", "2 (67%) -> Found 2", "a b "}, {"", List, "Photo_Info", "0 (0%) -> Found 0", ""}};
+        {"", LineInput, "c.info", "2 (67%) -> Found 2", "a b "}, {"", List, "Photo_Info", "0 (0%) -> Found 0", "a b "}};
     for (const auto& [year, operation, place, told, kept] : faults) {
         put("b", {"YEAR=" + year});
         failing(operation, place, [&] { search.cmdSearch_Click(); });
