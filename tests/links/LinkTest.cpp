@@ -80,6 +80,7 @@ TEST_F(LinkTest, ASongIsLinkedToAGroupAndHeard)
         prompts.expectNotice("Must select the destination.");
         robot.click(form().cmdAddFile);
         change(1, form().cmdAddFile);
+        robot.key(form(), EscapeKey); // loses nothing that was chosen
         robot.click(form().cmdPlayStop(2));
         robot.click(form().cmdPlayStop(3));
         run();
@@ -149,6 +150,7 @@ TEST_F(LinkTest, ASecondPressEndsTheRunAndASourceThatIsItsOwnDestinationStays)
     test.put(wavs + "p1.jpg.wav", "old");
     inDialog(main().mnuEditWaveLink, [&] {
         form().Dir1.Path = wavs;
+        EXPECT_EQ(test.album().Settings().GetOWSetting("Trovarium", "Sound", "LastPath", "") + "\\", wavs);
         form().chkOptions(0).Value = true;
         change(0, form().cmdAddFile);
         change(1, form().cmdAddFile);
