@@ -17,8 +17,6 @@ namespace trovarium {
 
 namespace {
 
-constexpr float ParkedBeyondFrame = 20; // pixels
-
 } // namespace
 
 ThumbnailPages::ThumbnailPages(frmMain& form, Album& album)
@@ -105,7 +103,7 @@ void ThumbnailPages::takeBackFrame()
 {
     attempt([&] { m_form.imgbox.Visible = false; });
     attempt([&] { m_form.picVideoWindow.Visible = false; });
-    attempt([&] { m_form.picVideoWindow.Left = m_form.pctWindow.ScaleWidth() + ParkedBeyondFrame; });
+    attempt([&] { m_form.parkVideo(); });
     attempt([&] { m_form.video().VideoCommand("stop"); });
 }
 
