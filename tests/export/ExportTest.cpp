@@ -26,7 +26,9 @@ protected:
     {
         robot.whenShown("frmExport", [&] {
             story();
-            robot.key(form(), EscapeKey);
+            if (form.isLoaded())
+                robot.key(form(), EscapeKey);
+            EXPECT_FALSE(form.isLoaded());
         });
         robot.choose(main().mnuFileExport);
     }
@@ -132,10 +134,7 @@ TEST_F(ExportTest, TheLibrarysOwnFoldersLoseNothing)
             exportWith("on");
         }
         exportWith("op");
-        prompts.expectNotice("Error: Device unavailable");
-        form().Drive1.Drive = "/gone";
         robot.click(form().lbExit);
-        EXPECT_FALSE(form.isLoaded());
     });
     for (const auto& [path, bytes] : before)
         EXPECT_TRUE(path.starts_with("settings") || test.bytes(test.folder().inside(path)) == bytes) << path;
