@@ -1,20 +1,28 @@
 #include "platform/Stage.h"
+#include "platform/qt/toolkit/FormView.h"
 #include "platform/toolkit/Image.h"
 #include "platform/toolkit/Line.h"
 #include "platform/toolkit/Menu.h"
 #include "platform/toolkit/PictureBox.h"
+#include "platform/toolkit/PictureButton.h"
+#include "platform/toolkit/ProgressBar.h"
 #include "platform/toolkit/Shape.h"
 #include "support/ScriptedPrompts.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QKeyEvent>
 
 namespace trovarium {
 
 namespace {
 
 // A pixel-scaled box of 200 by 160 pixels on a twip-scaled form, with two images that overlap in it and a
-// shape and a line over both.
-class Mouse : public Stage {
+// shape and a line over both, and beside it two buttons.
+class Input : public Stage {
 protected:
-    Mouse()
+    Input()
+        : Stage({.Name = "Input", .Width = 6000, .Height = 3000})
     {
         for (Image* image : {&low, &high}) {
             note(image->MouseDown, image->Name() + ".down");
@@ -22,9 +30,14 @@ protected:
             note(image->MouseUp, image->Name() + ".up");
             note(image->Click, image->Name() + ".click");
         }
+        note(low.DblClick, "low.double");
         note(box.MouseDown, "box.down");
-        note(form.MouseDown, "form.down");
+        note(first.Click, "first");
+        note(second.Click, "second");
         note(entry.Click, "entry");
+        note(form.MouseDown, "form.down");
+        note(form.KeyDown, "key");
+        note(form.KeyPress, "char");
     }
     void SetUp() override { show(); }
 
@@ -32,15 +45,17 @@ protected:
     PictureBox box{&form, {.Name = "box", .Left = 300, .Top = 300, .Width = 3000, .Height = 2400}, ScaleMode::Pixels};
     Image low{&box, {.Name = "low", .Left = 150, .Top = 150, .Width = 900, .Height = 900}};
     Image high{&box, {.Name = "high", .Left = 600, .Top = 600, .Width = 900, .Height = 900}};
-    Shape frame{&box, {.Name = "frame", .Width = 2000, .Height = 2000}};
+    Shape bar{&box, {.Name = "bar", .Width = 2000, .Height = 2000}};
     Line line{&box, {.Name = "line", .Width = 2000, .Height = 2000}};
+    PictureButton first{&form, {.Name = "first", .Left = 3600, .Width = 900, .Height = 450}};
+    PictureButton second{&form, {.Name = "second", .Left = 4800, .Width = 900, .Height = 450}};
     Menu menu{&form, {.Name = "menu", .Caption = "Pop", .Visible = false}};
     Menu entry{&menu, {.Name = "entry", .Caption = "Entry"}};
 };
 
 } // namespace
 
-TEST_F(Mouse, APressGoesToTheTopmostVisibleItemInItsOwnScaleAndADisabledOneSwallowsIt)
+TEST_F(Input, APressGoesToTheTopmostVisibleItemInItsOwnScaleAndADisabledOneSwallowsIt)
 {
     robot.click(low, LeftButton, CtrlKey | ShiftKey, At{10, 20});
     robot.click(low, RightButton, AltKey, both);
@@ -62,7 +77,7 @@ TEST_F(Mouse, APressGoesToTheTopmostVisibleItemInItsOwnScaleAndADisabledOneSwall
     EXPECT_EQ(taken(), "");
 }
 
-TEST_F(Mouse, APressedItemKeepsTheMouseEvenOutsideTheWindowAndHidden)
+TEST_F(Input, APressedItemKeepsTheMouseEvenOutsideTheWindowAndHidden)
 {
     robot.moveTo(high, At{40, 40});
     robot.press(low, LeftButton, NoKeys, At{20, 20});
@@ -76,12 +91,11 @@ TEST_F(Mouse, APressedItemKeepsTheMouseEvenOutsideTheWindowAndHidden)
         << "and no click, since it was let go elsewhere";
 }
 
-TEST_F(Mouse, TheSecondPressOfADoubleClickIsADoubleClickWhereItIsKnown)
+TEST_F(Input, TheSecondPressOfADoubleClickIsADoubleClickWhereItIsKnown)
 {
     robot.doubleClick(high, NoKeys, both);
     EXPECT_EQ(taken(),
         "high.down:1:0:750:750 high.up:1:0:750:750 high.click high.down:1:0:750:750 high.up:1:0:750:750 high.click ");
-    note(low.DblClick, "low.double");
     note(high.DblClick, "high.double");
     robot.doubleClick(low, NoKeys, At{10, 10});
     EXPECT_EQ(taken(), "low.down:1:0:150:150 low.up:1:0:150:150 low.click low.double low.up:1:0:150:150 ");
@@ -93,7 +107,7 @@ TEST_F(Mouse, TheSecondPressOfADoubleClickIsADoubleClickWhereItIsKnown)
         << "two quick presses on two items";
 }
 
-TEST_F(Mouse, APressThatOpensAMenuShowsAModalFormOrAsksGetsNoRelease)
+TEST_F(Input, APressThatOpensAMenuShowsAModalFormOrAsksGetsNoRelease)
 {
     ScriptedPrompts prompts(desktop);
     Form other(desktop, {.Name = "Other", .Width = 1500, .Height = 1500});
@@ -109,6 +123,71 @@ TEST_F(Mouse, APressThatOpensAMenuShowsAModalFormOrAsksGetsNoRelease)
     EXPECT_EQ(taken(),
         "low.down:2:0:150:150 entry low.down:2:0:150:150 low.down:2:0:150:150 low.down:2:0:150:150 low.up:2:0:150:150 ")
         << "the next press is whole again";
+}
+
+TEST_F(Input, TabWalksOverWhatCanBeClickedAndKeysActOnIt)
+{
+    keys({32}); // the first one has the focus from the start
+    robot.tab(form);
+    keys({13});
+    robot.tab(form);
+    robot.tab(form);
+    EXPECT_EQ(taken(), "first second ");
+    keys({32, 13, 93}); // the menu key presses with the right button
+    const std::string click = "low.down:1:0:450:450 low.up:1:0:450:450 low.click ";
+    EXPECT_EQ(taken(), click + click + "low.double low.up:1:0:450:450 low.down:2:0:450:450 low.up:2:0:450:450 ");
+    robot.tab(form, true);
+    first.SetFocus();
+    first.Enabled = false;
+    keys({32});
+    EXPECT_EQ(taken(), "key:16:1 key:32:0 char:32 ") << "a disabled button does nothing";
+}
+
+TEST_F(Input, AFormGetsTheKeysThatNothingElseTakesByTheirPlaceWhereTheSymbolHasNoCode)
+{
+    keys({65});
+    robot.key(form, 46, CtrlKey);
+    EXPECT_EQ(taken(), "key:65:0 char:97 key:17:2 key:46:2 ");
+    const std::tuple<int, quint32, std::string> cases[] = {{0x424, 38, "key:65:0 "}, {Qt::Key_Q, 38, "key:81:0 "},
+        {Qt::Key_Ampersand, 10, "key:49:0 "}, {Qt::Key_Comma, 58, "key:0:0 "}, {0x416, 47, "key:0:0 "},
+        {Qt::Key_MediaPlay, 172, "key:0:0 "}};
+    for (const auto& [symbol, place, heard] : cases) {
+        QKeyEvent event(QEvent::KeyPress, symbol, Qt::NoModifier, place, 0, 0);
+        QApplication::sendEvent(&form.view()->window(), &event);
+        EXPECT_EQ(taken(), heard) << symbol;
+    }
+}
+
+TEST_F(Input, AFormWithPreviewTakesKeysFirst)
+{
+    Form keen(desktop, {.Name = "Keen", .Width = 3000, .Height = 1500, .KeyPreview = true});
+    PictureBox inner(&keen, {.Name = "inner", .Width = 1500, .Height = 600});
+    note(keen.KeyDown, "key");
+    note(inner.KeyDown, "inner");
+    keen.show();
+    inner.SetFocus();
+    std::string expected;
+    for (const int code : {13, 27, 32, 33, 34, 35, 36, 37, 38, 39, 40, 46, 48, 57, 65, 90, 93, 107, 109, 113, 122}) {
+        robot.key(keen, code);
+        expected += "key:" + std::to_string(code) + ":0 ";
+    }
+    EXPECT_EQ(taken(), expected);
+}
+
+TEST_F(Input, ScreenReadersKnowWhatIsDrawnByNameRoleActionAndValue)
+{
+    first.AccessibleName = "First thing";
+    QAccessibleInterface* surface = QAccessible::queryAccessibleInterface(&form.view()->client());
+    QAccessibleInterface* button = surface->child(1); // behind the box
+    EXPECT_EQ(button->text(QAccessible::Name), "First thing");
+    EXPECT_EQ(button->role(), QAccessible::Button);
+    button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(taken(), "first ");
+    for (const auto& [width, percent] : {std::pair{0.0F, 0}, {100.0F, 50}, {300.0F, 100}}) {
+        fillBar(box, bar, width);
+        EXPECT_EQ(bar.Width(), width);
+        EXPECT_EQ(surface->child(0)->valueInterface()->currentValue().toInt(), percent);
+    }
 }
 
 } // namespace trovarium
