@@ -2,6 +2,7 @@
 #include "platform/qt/toolkit/FormView.h"
 #include "platform/toolkit/FormSlot.h"
 #include "platform/toolkit/PictureBox.h"
+#include "platform/toolkit/Timer.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -44,6 +45,26 @@ protected:
     FormSlot<Page> c{desktop, maker("C")};
 };
 
+class Timers : public Stage {
+protected:
+    Timers()
+    {
+        note(timer.Tick, "tick");
+        clock.Tick.connect([this] { ++time; });
+        other.load();
+    }
+
+    void passTime()
+    {
+        EXPECT_TRUE(robot.until([&, end = time + 5] { return time >= end; }));
+    }
+
+    Timer timer{&form, {.Name = "timer", .Interval = 3, .Enabled = true}};
+    Form other{desktop, {.Name = "Other", .Width = 1500, .Height = 1500}};
+    Timer clock{&other, {.Name = "clock", .Interval = 3, .Enabled = true}};
+    int time = 0;
+};
+
 } // namespace
 
 TEST_F(Lifecycle, AFormLoadsWhenItIsShownAndIsListedUntilItIsClosed)
@@ -56,7 +77,6 @@ TEST_F(Lifecycle, AFormLoadsWhenItIsShownAndIsListedUntilItIsClosed)
     for (const int index : {-1, 2})
         EXPECT_EQ(failureOf([&] { desktop.formsItem(index); }), "Subscript out of range") << index;
     b().unload();
-    EXPECT_EQ(&desktop.formsItem(0), &a());
     when["A.unload"] = [this] { a().unload(); }; // nothing, in its own Unload
     robot.close(a());
     EXPECT_EQ(desktop.formsCount(), 0);
@@ -130,7 +150,7 @@ TEST_F(Lifecycle, OnlyTheInnermostModalFormTakesInputAndOneUnloadedUnderItReturn
         "B.gone C.gone A.click A.activate ");
 }
 
-TEST_F(Lifecycle, TheLastUnloadEndsTheLoopWithZeroUnlessAnotherFormIsShown)
+TEST_F(Lifecycle, TheLoopEndsWithTheLastUnloadOrInTheMidstOfNestedLoopsWithTheProgram)
 {
     a().show();
     robot.atNextTurn([&] {
@@ -142,16 +162,12 @@ TEST_F(Lifecycle, TheLastUnloadEndsTheLoopWithZeroUnlessAnotherFormIsShown)
     });
     EXPECT_EQ(desktop.run(), 0);
     EXPECT_EQ(taken(), "A.load A.activate A.click A.unload B.load A.gone B.activate B.unload B.gone ");
-}
-
-TEST_F(Lifecycle, TheEndOfTheProgramLeavesEveryNestedLoopAndNoHandlerRunsAfterIt)
-{
-    a().show();
     when["C.click"] = [&] { desktop.endProgram(7); };
     const auto ending = [&] {
         c().box.Click.raise();
         diary += "never ";
     };
+    a().show();
     robot.atNextTurn([&] {
         inHandler(a(), [&] {
             robot.whenShown("B", [&] {
@@ -204,9 +220,51 @@ TEST_F(Lifecycle, AFormStandsOnTheScreenOfTheActiveOneAndItsSizeIsThatOfTheWhole
     a().Height = 3000;
     EXPECT_EQ(a().Height(), 3000);
     EXPECT_EQ(a().ScaleHeight(), 3000 - frame);
-    b().show();
-    const QPoint off = b().view()->window().geometry().center() - second.center();
-    EXPECT_LE(off.manhattanLength(), 10) << "in the middle, but for its frame";
+}
+
+TEST_F(Timers, TickOnlyWhileTheFormIsLoadedAndTheyAreOn)
+{
+    const auto ticks = [this] {
+        taken();
+        passTime();
+        return !taken().empty();
+    };
+    EXPECT_FALSE(ticks()) << "not loaded";
+    form.load();
+    EXPECT_TRUE(ticks());
+    timer.Interval = 0;
+    EXPECT_FALSE(ticks()) << "no interval";
+    timer.Interval = 3;
+    EXPECT_TRUE(ticks());
+    form.unload();
+    EXPECT_FALSE(ticks()) << "unloaded";
+    EXPECT_EQ(failureOf([&] { timer.Interval = -1; }), "Invalid property value");
+}
+
+TEST_F(Timers, ATickThatFallsDueInALongHandlerComesOnceAndNotInsideIt)
+{
+    when["tick"] = [this] {
+        diary += "( ";
+        passTime();
+        timer.Enabled = diary == "tick ( "; // after the second no more
+        diary += ") ";
+    };
+    form.load();
+    ASSERT_TRUE(robot.until([&] { return !timer.Enabled(); }));
+    passTime();
+    EXPECT_EQ(taken(), "tick ( ) tick ( ) ");
+}
+
+TEST_F(Timers, RunWhileAFormIsModalAndMayUnloadTheirOwn)
+{
+    when["tick"] = [this] {
+        form.unload();
+        other.hide();
+    };
+    form.load();
+    other.showModal();
+    EXPECT_EQ(taken(), "tick ");
+    EXPECT_FALSE(form.isLoaded());
 }
 
 } // namespace trovarium
