@@ -1,6 +1,7 @@
 #include "platform/Stage.h"
 #include "platform/qt/toolkit/FormView.h"
 #include "platform/toolkit/Image.h"
+#include "platform/toolkit/Line.h"
 #include "platform/toolkit/Menu.h"
 #include "platform/toolkit/PictureBox.h"
 #include "platform/toolkit/PictureButton.h"
@@ -17,7 +18,7 @@ namespace trovarium {
 namespace {
 
 // A pixel-scaled box of 200 by 160 pixels on a twip-scaled form, with two images that overlap in it and a
-// shape over both, and beside it two buttons.
+// shape and a line over both, and beside it two buttons.
 class Input : public Stage {
 protected:
     Input()
@@ -45,6 +46,7 @@ protected:
     Image low{&box, {.Name = "low", .Left = 150, .Top = 150, .Width = 900, .Height = 900}};
     Image high{&box, {.Name = "high", .Left = 600, .Top = 600, .Width = 900, .Height = 900}};
     Shape bar{&box, {.Name = "bar", .Width = 2000, .Height = 2000}};
+    Line line{&box, {.Name = "line", .Width = 2000, .Height = 2000}};
     PictureButton first{&form, {.Name = "first", .Left = 3600, .Width = 900, .Height = 450}};
     PictureButton second{&form, {.Name = "second", .Left = 4800, .Width = 900, .Height = 450}};
     Menu menu{&form, {.Name = "menu", .Caption = "Pop", .Visible = false}};
@@ -77,15 +79,12 @@ TEST_F(Input, APressGoesToTheTopmostVisibleItemInItsOwnScaleAndADisabledOneSwall
 
 TEST_F(Input, APressedItemKeepsTheMouseEvenOutsideTheWindowAndHidden)
 {
-    robot.moveTo(high, At{40, 40});
     robot.press(low, LeftButton, NoKeys, At{20, 20});
     robot.moveTo(low, At{-500, 20});
     low.Visible = false;
     robot.moveTo(high, At{50, 50});
     robot.release();
-    EXPECT_EQ(taken(),
-        "high.move:0:0:600:600 low.down:1:0:300:300 low.move:1:0:-7500:300 low.move:1:0:1200:1200 "
-        "low.up:1:0:1200:1200 ")
+    EXPECT_EQ(taken(), "low.down:1:0:300:300 low.move:1:0:-7500:300 low.move:1:0:1200:1200 low.up:1:0:1200:1200 ")
         << "and no click, since it was let go elsewhere";
 }
 
@@ -147,8 +146,7 @@ TEST_F(Input, AFormGetsTheKeysThatNothingElseTakesByTheirPlaceWhereTheSymbolHasN
     robot.key(form, 46, CtrlKey);
     EXPECT_EQ(taken(), "key:65:0 char:97 key:17:2 key:46:2 ");
     const std::tuple<int, quint32, std::string> cases[] = {{0x424, 38, "key:65:0 "}, {Qt::Key_Q, 38, "key:81:0 "},
-        {Qt::Key_Ampersand, 10, "key:49:0 "}, {Qt::Key_Comma, 58, "key:0:0 "}, {0x416, 47, "key:0:0 "},
-        {Qt::Key_MediaPlay, 172, "key:0:0 "}};
+        {Qt::Key_Ampersand, 10, "key:49:0 "}, {Qt::Key_Comma, 58, "key:0:0 "}, {Qt::Key_MediaPlay, 172, "key:0:0 "}};
     for (const auto& [symbol, place, heard] : cases) {
         QKeyEvent event(QEvent::KeyPress, symbol, Qt::NoModifier, place, 0, 0);
         QApplication::sendEvent(&form.view()->window(), &event);

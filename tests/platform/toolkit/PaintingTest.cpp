@@ -127,7 +127,6 @@ TEST_F(Painting, ABoxPaintsAndGivesItsImageWithoutAWindow)
     box.PaintPicture(plain(Qt::green), 5, 0, 10, 40);
     EXPECT_EQ(inBox(4, 39), Qt::red);
     EXPECT_EQ(inBox(5, 20), Qt::green);
-    EXPECT_EQ(inBox(15, 20), Qt::black);
     box.Cls();
     EXPECT_EQ(inBox(4, 39), Qt::black);
     for (int stroke = 0; stroke < 10 * 40; ++stroke) // more than it keeps apart
@@ -150,9 +149,7 @@ TEST_F(Painting, AFilmShowsInItsBoxInTheTurnInWhichItComesAndMayOutliveTheForm)
     EXPECT_TRUE(desktop.waitUntil([&] { return paints.take() > 0; }, 20'000));
     thread.join();
     film->put({3, 2, std::vector<std::uint32_t>(5)}); // too short, and dropped
-    const Shot shot = robot.shot(form);               // the box is 40 by 40 pixels at 150,10
-    EXPECT_EQ(shot.at(170, 10), Red);
-    EXPECT_EQ(shot.count(Red), 20 * 20);
+    EXPECT_EQ(robot.shot(form).count(Red), 20 * 20);  // the box is 40 by 40 pixels
     form.unload();
     film->put(red);
     EXPECT_EQ(inBox(20, 19), Qt::red) << "a thumbnail in work is finished";
