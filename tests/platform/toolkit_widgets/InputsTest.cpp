@@ -30,11 +30,6 @@ protected:
     }
 
     void click(Control& control) { robot.click(control, LeftButton, NoKeys, At{8, 10}); }
-    void paste(const char* text)
-    {
-        QApplication::clipboard()->setText(text);
-        robot.key(form, 'V', CtrlKey);
-    }
 
     TextBox box{&form, {.Name = "box", .Width = 3000, .Height = 285, .Caption = "Image"}};
     Button ok{&form, {.Name = "ok", .Top = 400, .Width = 1500, .Height = 400, .Caption = "&OK"}};
@@ -53,11 +48,9 @@ TEST_F(InputsTest, EnterAndEscapePressDefaultAndCancelFromAnotherControl)
     cancel.Cancel = true;
     show();
     click(ok);
-    ok.SetFocus();
-    keys({32, 13});
     check.SetFocus();
     keys({13, 27});
-    EXPECT_EQ(taken(), "OK OK OK OK Cancel ");
+    EXPECT_EQ(taken(), "OK OK Cancel ");
     cancel.SetFocus();
     keys({13});
     EXPECT_EQ(taken(), "Cancel ") << "a button with the focus goes before the default one";
@@ -115,13 +108,11 @@ TEST_F(InputsTest, LineEndsBecomeBlanksAndAtTheLimitOfCharactersNothingGoesIn)
     robot.type(form, "xy");
     box.MaxLength = 3;
     EXPECT_EQ(box.Text(), "xabc") << "what is there stays";
-    box.MaxLength = 4;
+    box.MaxLength = 5;
     keys({36, 46});
-    paste("12\r\n34");
-    EXPECT_EQ(box.Text(), "1abc") << "a paste is cut to what fits";
-    box.MaxLength = 0;
-    paste("\r\n2");
-    EXPECT_EQ(box.Text(), "1 2abc");
+    QApplication::clipboard()->setText("1\r\n23");
+    robot.key(form, 'V', CtrlKey);
+    EXPECT_EQ(box.Text(), "1 abc") << "a paste is cut to what fits";
 }
 
 TEST_F(InputsTest, KeyPressComesBeforeTheTextChangesAndAHandlerMayMendItOrUnloadTheForm)
@@ -157,10 +148,10 @@ TEST_F(InputsTest, AComboHoldsATextAndChoices)
     }
     combo.ListIndex = 2;
     combo.ListIndex = 0;
-    for (const int index : {-2, 3})
+    for (const int index : {-2, 3}) {
         EXPECT_EQ(failureOf([&] { combo.ListIndex = index; }), "Invalid property array index");
-    for (const int index : {-1, 3})
         EXPECT_EQ(failureOf([&] { (void)combo.List(index); }), "Invalid property array index");
+    }
     EXPECT_EQ(combo.List(0), "Rome");
     combo.Text = "";
     EXPECT_EQ(taken(), "Change:Paris Change:paris Change:Paris in May Click:Rome Change: ");
@@ -169,9 +160,8 @@ TEST_F(InputsTest, AComboHoldsATextAndChoices)
     robot.type(form, "par");
     keys({13});
     EXPECT_EQ(taken(), "Change:p Change:pa Change:par ") << "no choice is put in its place";
-    EXPECT_EQ(combo.ListCount(), 3) << "nor is it added to the list";
-    keys({40, 40, 40});
-    EXPECT_EQ(taken(), "Click:Rome Click:Paris Click:Paris in May ");
+    keys({40, 40, 40, 40});
+    EXPECT_EQ(taken(), "Click:Rome Click:Paris Click:Paris in May ") << "nor is it added to the list";
     robot.wheel(combo, -1);
     EXPECT_EQ(combo.Text(), "Paris in May") << "the wheel on its way over chooses nothing";
     combo.Clear();
