@@ -4,30 +4,41 @@
 
 #include <QPainter>
 
+#include <functional>
+
 namespace trovarium {
 
 namespace {
 
 constexpr QRgb Backdrop = 0xff102030;
 
-// On a surface of `size` device-independent pixels, of which only `part` is painted where it isn't empty.
-QImage painted(const Picture& picture, QSize size, const QRectF& target, double ratio = 1, const QRect& part = {})
-{
-    QImage image(size * ratio, QImage::Format_RGB32);
-    image.setDevicePixelRatio(ratio);
-    image.fill(Backdrop);
-    QPainter painter(&image);
-    if (!part.isEmpty())
-        painter.setClipRect(part);
-    PicturePainter().paint(painter, picture, target);
-    painter.end();
-    image.setDevicePixelRatio(1);
-    return image;
-}
+class PicturePainterTest : public PictureFolder {
+protected:
+    // On a surface of `size` device-independent pixels, with a painter that was prepared.
+    QImage painted(
+        const Picture& picture, QSize size, const QRectF& target, double ratio = 1,
+        const std::function<void(QPainter&)>& prepare = [](QPainter&) {})
+    {
+        QImage image(size * ratio, QImage::Format_RGB32);
+        image.setDevicePixelRatio(ratio);
+        image.fill(Backdrop);
+        QPainter painter(&image);
+        prepare(painter);
+        const QTransform before = painter.worldTransform();
+        m_pictures.paint(painter, picture, target);
+        EXPECT_EQ(painter.worldTransform(), before);
+        painter.end();
+        image.setDevicePixelRatio(1);
+        return image;
+    }
+
+private:
+    PicturePainter m_pictures;
+};
 
 } // namespace
 
-TEST(PicturePainter, AReducedPictureIsTheAverageOfItsAreas)
+TEST_F(PicturePainterTest, AReducedPictureIsTheAverageOfItsAreas)
 {
     const QImage scene = testScene(120, 80);
     const QImage small = painted(pictureFromImage(scene), QSize(40, 30), QRectF(4, 3, 30, 20));
@@ -42,7 +53,7 @@ TEST(PicturePainter, AReducedPictureIsTheAverageOfItsAreas)
         EXPECT_EQ(small.pixel(outside), Backdrop);
 }
 
-TEST(PicturePainter, APictureIsPaintedPixelByPixelAndEnlargedTheSameWhicheverPartIsVisible)
+TEST_F(PicturePainterTest, APictureIsPaintedPixelByPixelAndEnlargedTheSameWhicheverPartIsVisible)
 {
     const QImage scene = testScene(60, 40);
     const Picture picture = pictureFromImage(scene);
@@ -53,7 +64,8 @@ TEST(PicturePainter, APictureIsPaintedPixelByPixelAndEnlargedTheSameWhicheverPar
     const QRectF target(-31, -17, 180, 120);
     const QImage whole = painted(picture, QSize(100, 80), target);
     for (const QRect& part : {QRect(0, 0, 10, 10), QRect(37, 21, 23, 31), QRect(99, 79, 1, 1)}) {
-        const QImage image = painted(picture, QSize(100, 80), target, 1, part);
+        const QImage image =
+            painted(picture, QSize(100, 80), target, 1, [&](QPainter& painter) { painter.setClipRect(part); });
         EXPECT_LT(meanDifference(image.copy(part), whole.copy(part)), 0.5);
         EXPECT_EQ(image.pixel(50, 70), Backdrop);
     }
@@ -64,22 +76,14 @@ TEST(PicturePainter, APictureIsPaintedPixelByPixelAndEnlargedTheSameWhicheverPar
     EXPECT_LT(meanDifference(middles, scene.copy(11, 6, 30, 25)), 2);
 }
 
-TEST(PicturePainter, PaintsWhereTheTransformSaysAndNeverTakesKeptPixelsForAnotherPicture)
+TEST_F(PicturePainterTest, PaintsWhereTheTransformSaysAndNeverTakesKeptPixelsForAnotherPicture)
 {
-    PicturePainter pictures;
+    const auto moved = [](QPainter& painter) { painter.setWorldTransform(QTransform(2, 0, 0, 2, 10, 5)); };
     QImage plain(30, 30, QImage::Format_RGB32);
     for (int i = 0; i < 50; ++i) {
         plain.fill(qRgb(i * 5, 0, 255 - i * 5));
-        QImage image(80, 80, QImage::Format_RGB32);
-        image.fill(Backdrop);
-        image.setDevicePixelRatio(2);
-        QPainter painter(&image);
-        painter.translate(10, 5);
-        painter.scale(2, 2);
-        pictures.paint(painter, pictureFromImage(plain), QRectF(0, 0, 10, 10));
-        painter.fillRect(QRectF(0, 0, 1, 1), Qt::black); // the painter is as it was
-        painter.end();
-        ASSERT_EQ(image.pixel(20, 10), 0xff000000);
+        const QImage image = painted(pictureFromImage(plain), QSize(40, 40), QRectF(0, 0, 10, 10), 2, moved);
+        ASSERT_EQ(image.pixel(20, 10), plain.pixel(0, 0)) << i;
         ASSERT_EQ(image.pixel(59, 49), plain.pixel(0, 0)) << i;
         ASSERT_EQ(image.pixel(60, 49), Backdrop);
         ASSERT_EQ(image.pixel(19, 20), Backdrop);
@@ -89,10 +93,8 @@ TEST(PicturePainter, PaintsWhereTheTransformSaysAndNeverTakesKeptPixelsForAnothe
     EXPECT_EQ(painted(pictureFromImage(quarters(9, 9)), QSize(20, 20), QRectF(3, 3, 0, 5)), untouched);
 }
 
-TEST(PicturePainter, ADrawingIsSharpOnADenseScreen)
+TEST_F(PicturePainterTest, ADrawingIsSharpOnADenseScreen)
 {
-    FileService files;
-    PictureService pictures(files);
     const Picture icon = pictures.artwork("icon");
     const QImage dense = painted(icon, QSize(64, 64), QRectF(0, 0, 64, 64), 2);
     EXPECT_EQ(dense, painted(icon, QSize(128, 128), QRectF(0, 0, 128, 128))) << "drawn at the screen's resolution";
