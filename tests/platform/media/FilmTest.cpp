@@ -37,11 +37,6 @@ int frameOn(const FilmSurface& surface) // -1 for none
     return frame ? static_cast<int>((frame->pixels[64 * 24 + 32] & 0xff) * 219 / 255.0 / 8 + 0.5) : -1;
 }
 
-bool comes(const FilmSurface& surface, int frame)
-{
-    return testDesktop().waitUntil([&] { return frameOn(surface) == frame; }, 2000);
-}
-
 std::string clip(const std::string& name)
 {
     return fromNativePath(FILMS "/" + name);
@@ -60,7 +55,7 @@ TEST(Films, PlayPauseSeekAndEnd)
         EXPECT_EQ(0, frameOn(*film.surface)) << "the first frame is there at once";
         EXPECT_EQ(0xff, film.surface->shown().frame->pixels[0] >> 24);
         graph.put_CurrentPosition(0.48);
-        EXPECT_TRUE(comes(*film.surface, 12));
+        EXPECT_TRUE(testDesktop().waitUntil([&] { return frameOn(*film.surface) == 12; }, 2000));
         EXPECT_NEAR(0.48, graph.get_CurrentPosition(), 0.021);
 
         graph.Run();
@@ -80,10 +75,10 @@ TEST(Films, PlayPauseSeekAndEnd)
         graph.Run();
         EXPECT_EQ(1, graph.WaitForCompletion(3000));
         EXPECT_EQ(graph.get_Duration(), graph.get_CurrentPosition());
-        EXPECT_TRUE(comes(*next, 24));
+        EXPECT_TRUE(testDesktop().waitUntil([&] { return frameOn(*next) == 24; }, 2000));
         graph.put_CurrentPosition(0);
         EXPECT_EQ(0, graph.WaitForCompletion(0));
-        EXPECT_TRUE(comes(*next, 0));
+        EXPECT_TRUE(testDesktop().waitUntil([&] { return frameOn(*next) == 0; }, 2000));
         graph.put_CurrentPosition(9);
         EXPECT_EQ(graph.get_Duration(), graph.get_CurrentPosition()) << "beyond the end is the end";
     }

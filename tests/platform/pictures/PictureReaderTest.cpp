@@ -12,12 +12,6 @@ namespace trovarium {
 
 namespace {
 
-constexpr QRgb Black = 0xff000000;
-constexpr QRgb Red = 0xffff0000;
-constexpr QRgb Green = 0xff00ff00;
-constexpr QRgb Blue = 0xff0000ff;
-constexpr QRgb White = 0xffffffff;
-
 // Little-endian, `length` bytes.
 std::string little(std::int64_t value, int length)
 {
@@ -91,10 +85,9 @@ std::string wmfFile(const std::string& records, const WmfWords& box = {})
 std::string wmfScene()
 {
     const auto brush = [](int red, int blue) { return wmfRecord(0x02FC, {0, red, blue, 0}) + wmfRecord(0x012D, {0}); };
-    const std::string bitmap = bitmapFile(1, 2, 24, "\xFF\0\0\0\0\xFF\0\0"s).substr(14);
-    WmfWords blit = {0x0020, 0x00CC, 0, 2, 1, 0, 0, 400, 200, 450, 850};
-    for (std::size_t i = 0; i < bitmap.size(); i += 2)
-        blit.push_back(static_cast<unsigned char>(bitmap[i]) | static_cast<unsigned char>(bitmap[i + 1]) << 8);
+    // From the operation on where it goes, then its header and lines.
+    const WmfWords blit = {0x0020, 0x00CC, 0, 2, 1, 0, 0, 400, 200, 450, 850, 40, 0, 1, 0, 2, 0, 1, 24, 0, 0, 0, 0, 0,
+        0, 0, 0, 0, 0, 0, 0, 0xFF, 0, 0xFF00, 0};
     const WmfWords hole = {2, 4, 4, 0, 150, 400, 150, 400, 550, 0, 550, 200, 300, 300, 300, 300, 450, 200, 450};
     return wmfRecord(0x020B, {50, -100}) + wmfRecord(0x020C, {800, 1200}) + brush(0xFF, 0)
         + wmfRecord(0x02FA, {5, 0, 0, 0, 0}) + wmfRecord(0x012D, {1})       // no pen
@@ -108,7 +101,7 @@ protected:
     QImage loaded(std::string_view bytes) { return renderedImage(pictures.load(put("picture", bytes))); }
     std::string loadFailure(std::string_view bytes)
     {
-        return failureOf([&, path = put("picture", bytes)] { pictures.load(path); });
+        return failureOf([&] { loaded(bytes); });
     }
 };
 
@@ -142,12 +135,9 @@ TEST_F(PictureReader, EveryKindOfJpegKeepsItsColours)
     EXPECT_LT(meanDifference(loaded(jpegBytes(grey)), grey.convertToFormat(QImage::Format_RGB32)), 3);
     const std::string adobe = "\xFF\xEE\0\x0E"s + "Adobe\0\x64\0\0\0\0"s;
     const std::pair<std::string, QRgb> inks[] = {
-        {"", qRgb(1, 14, 7)}, {adobe + '\0', qRgb(226, 15, 120)}, {adobe + '\2', qRgb(14, 0, 201)}};
-    for (const auto& [marker, colour] : inks) {
-        QImage plain(8, 8, QImage::Format_RGB32);
-        plain.fill(colour);
-        EXPECT_LT(meanDifference(loaded(inkJpeg(marker)), plain), 1) << qRed(colour);
-    }
+        {"", qRgb(1, 14, 7)}, {adobe + '\0', qRgb(226, 15, 120)}, {adobe + '\2', qRgb(14, 0, 200)}};
+    for (const auto& [marker, colour] : inks)
+        EXPECT_EQ(loaded(inkJpeg(marker)).pixel(7, 7), colour);
 }
 
 TEST_F(PictureReader, AReducedPictureLooksLikeTheWholeOneBroughtDown)
@@ -211,11 +201,10 @@ TEST_F(PictureReader, EveryKindOfBitmapIsReadWhenItIsWhole)
         EXPECT_EQ(loadFailure(file.substr(0, file.size() - 1)), side == 4 ? "" : "Invalid picture") << "runs may end";
     }
     const QImage two = loaded(bitmapFile(8, 1, 1, "\x0F\0\0\0"s, little(0xffffff00000000, 8)));
-    EXPECT_EQ(std::pair(two.pixel(3, 0), two.pixel(4, 0)), std::pair(Black, White));
+    EXPECT_TRUE(two.pixelColor(3, 0) == Qt::black && two.pixelColor(4, 0) == Qt::white);
     const QImage blended = loaded(bitmapFile(2, 1, 32, little(0x80ff0000, 8), alpha, 3, 56));
-    EXPECT_NEAR(qGreen(blended.pixel(0, 0)), 127, 1) << "on white";
-    EXPECT_EQ(qRed(blended.pixel(0, 0)), 255);
-    EXPECT_EQ(blended.pixel(1, 0), White);
+    EXPECT_EQ(blended.pixel(0, 0), qRgb(255, 127, 127)) << "on white";
+    EXPECT_EQ(blended.pixelColor(1, 0), Qt::white);
 }
 
 TEST_F(PictureReader, AFileThatPromisesTooMuchIsRefusedByItsHeader)
@@ -228,9 +217,7 @@ TEST_F(PictureReader, AFileThatPromisesTooMuchIsRefusedByItsHeader)
     WmfWords zigzag = {4000};
     for (int i = 0; i < 4000; ++i)
         zigzag.insert(zigzag.end(), {i / 4, i % 2 * 800});
-    std::string manyRecords;
-    for (int i = 0; i < 1'000'000; ++i)
-        manyRecords += "\3\0\0\0\x26\6"s;
+    const std::string manyRecords = QByteArray("\3\0\0\0\x26\6", 6).repeated(1'000'000).toStdString();
     const std::array bombs = {bitmapFile(100000, 100000, 24, lines), bitmapFile(20000, 20000, 8, lines, {}, 1),
         bitmapFile(0, 10, 24, lines), bitmapFile(-4, 4, 24, lines), gifBytes(20000, 20000),
         gifBytes(4, 4, 65000, 65000), jpegOf("\x4E\x20\x4E\x20"), jpegOf(std::string(4, '\0')),
@@ -245,15 +232,12 @@ TEST_F(PictureReader, AFileThatPromisesTooMuchIsRefusedByItsHeader)
 TEST_F(PictureReader, AGifShowsItsFirstImageAndOnlyFourFormatsAreTriedByTheirContent)
 {
     EXPECT_EQ(loaded(gifBytes(2, 2)), quarters(2, 2));
-    EXPECT_EQ(loaded(gifBytes(2, 2, 0, 0, 2)).pixel(0, 1), White) << "transparent";
+    EXPECT_EQ(loaded(gifBytes(2, 2, 0, 0, 2)).pixelColor(0, 1), Qt::white) << "transparent";
     const QImage small = loaded(gifBytes(40, 30, 10, 20));
     EXPECT_EQ(small.size(), QSize(40, 30));
     EXPECT_EQ(small.copy(10, 20, 2, 2), quarters(2, 2));
-    for (const char* format : {"PNG", "PPM", "XPM"}) {
-        ASSERT_TRUE(quarters(8, 8).save(QString::fromStdString(native("p.jpg")), format));
-        EXPECT_EQ(loadFailure(read("p.jpg")), "Invalid picture") << format;
-    }
-    for (const char* text : {"", "B", "GIF88a", "<svg xmlns='http://www.w3.org/2000/svg' width='4' height='4'/>"})
+    for (const char* text : {"", "B", "GIF88a", "P3 1 1 9 1 2 3", "<svg xmlns='http://www.w3.org/2000/svg' width='4'/>",
+             R"(/* XPM */ char* x[] = {"1 1 1 1", "a c #123456", "a"};)"})
         EXPECT_EQ(loadFailure(text), "Invalid picture") << text;
 }
 
@@ -273,9 +257,12 @@ TEST_F(PictureReader, AMetafileIsPaintedInItsOwnSize)
         SCOPED_TRACE(size.width());
         const QImage image = loaded(file);
         ASSERT_EQ(image.size(), size);
-        const auto at = [&](int x, int y) { return image.pixel(x * image.width() / 120, y * image.height() / 80); };
+        const auto at = [&](int x, int y) {
+            return image.pixelColor(x * image.width() / 120, y * image.height() / 80);
+        };
         const std::array pixels = {at(2, 2), at(15, 15), at(35, 35), at(70, 10), at(70, 70), at(105, 43), at(105, 77)};
-        EXPECT_EQ(pixels, (std::array{White, Red, White, Blue, White, Green, Blue}));
+        EXPECT_EQ(
+            pixels, (std::array<QColor, 7>{Qt::white, Qt::red, Qt::white, Qt::blue, Qt::white, Qt::green, Qt::blue}));
         const Picture reduced = pictures.loadReduced(inside("picture"), 8);
         EXPECT_EQ(reduced.width(), size.width());
         EXPECT_EQ(reduced.data()->pixels.width(), 32);
@@ -287,12 +274,9 @@ TEST_F(PictureReader, DamagedFilesFailOrShowSomethingSteady)
 {
     constexpr int Rounds = 300;
     const QImage scene = testScene(64, 48);
-    std::string runs;
-    for (int y = 0; y < 48; ++y)
-        runs += "\x40\1\0\0"s;
-    pictures.saveBitmap(pictureFromImage(scene), inside("p.bmp"));
-    const std::array<std::string, 6> seeds = {jpegBytes(scene), jpegBytes(scene, true), gifBytes(64, 48, 10, 20, 1),
-        read("p.bmp"), bitmapFile(64, 48, 8, runs, std::string(1024, '\x55'), 1),
+    const std::string ones(64 * 3 * 48, '\1');
+    const std::string seeds[] = {jpegBytes(scene), jpegBytes(scene, true), gifBytes(64, 48, 10, 20, 1),
+        bitmapFile(64, 48, 24, ones), bitmapFile(64, 48, 8, ones, std::string(1024, '\x55'), 1),
         wmfFile(wmfScene(), {0, 0, 1200, 800, 960})};
     std::minstd_rand random(7);
     const auto below = [&](std::size_t limit) { return random() % limit; };
@@ -309,8 +293,8 @@ TEST_F(PictureReader, DamagedFilesFailOrShowSomethingSteady)
             std::array<QImage, 2> images;
             for (QImage& image : images) {
                 mallopt(M_PERTURB, &image == &images[0] ? 0x11 : 0xEE);
-                const auto failure = attempt([&] { image = pictures.load(path).data()->pixels; });
-                EXPECT_NE(failure.has_value(), !image.isNull());
+                const std::string told = failureOf([&] { image = pictures.load(path).data()->pixels; });
+                EXPECT_EQ(told.empty(), !image.isNull());
             }
             mallopt(M_PERTURB, 0);
             EXPECT_EQ(images[0], images[1]);

@@ -6,8 +6,12 @@
 
 #include <gtest/gtest.h>
 
-#include <QImage>
+#include <QBuffer>
+#include <QImageWriter>
 
+#include <cmath>
+#include <cstdlib>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -28,15 +32,53 @@ protected:
     PictureService pictures{files};
 };
 
-std::string jpegBytes(const QImage& image, bool progressive = false);
+inline std::string jpegBytes(const QImage& image, bool progressive = false)
+{
+    QBuffer buffer;
+    QImageWriter writer(&buffer, "jpg");
+    writer.setQuality(95);
+    writer.setProgressiveScanWrite(progressive);
+    EXPECT_TRUE(writer.write(image));
+    return buffer.data().toStdString();
+}
 
 // Coloured quarters: red and green above blue and white.
-QImage quarters(int width, int height);
+inline QImage quarters(int width, int height)
+{
+    QImage image(2, 2, QImage::Format_RGB32);
+    image.setPixel(0, 0, 0xffff0000);
+    image.setPixel(1, 0, 0xff00ff00);
+    image.setPixel(0, 1, 0xff0000ff);
+    image.setPixel(1, 1, 0xffffffff);
+    return image.scaled(width, height);
+}
 
 // A still life of gradients, edges and fine texture, the same at every call.
-QImage testScene(int width, int height);
+inline QImage testScene(int width, int height)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    std::minstd_rand random;
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const int grain = static_cast<int>(random() >> 16U) % 32;
+            const bool leaf = std::hypot(x - width / 3.0, y - height / 2.0) < height / 4.0;
+            const int red = leaf ? 180 : 50;
+            const int green = leaf ? 60 : x * 200 / width;
+            image.setPixel(x, y, qRgb(red + grain, green + grain, y * 200 / height + grain));
+        }
+    return image;
+}
 
 // Mean difference of all channels of opaque pixels, 0 to 255; 255 when the sizes differ.
-double meanDifference(const QImage& a, const QImage& b);
+inline double meanDifference(const QImage& a, const QImage& b)
+{
+    if (a.size() != b.size() || a.isNull())
+        return 255;
+    double sum = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int i = 0; i < 4 * a.width(); ++i)
+            sum += std::abs(a.constScanLine(y)[i] - b.constScanLine(y)[i]);
+    return sum / (3.0 * a.width() * a.height());
+}
 
 } // namespace trovarium
