@@ -11,9 +11,7 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <memory>
 #include <random>
-#include <string>
 #include <sys/stat.h>
 
 namespace trovarium {
@@ -37,10 +35,7 @@ int frameOn(const FilmSurface& surface) // -1 for none
     return frame ? static_cast<int>((frame->pixels[64 * 24 + 32] & 0xff) * 219 / 255.0 / 8 + 0.5) : -1;
 }
 
-std::string clip(const std::string& name)
-{
-    return fromNativePath(FILMS "/" + name);
-}
+const std::string Clips = fromNativePath(FILMS "/");
 
 } // namespace
 
@@ -48,7 +43,7 @@ TEST(Films, PlayPauseSeekAndEnd)
 {
     for (const char* name : {"silent.avi", "silent.mov", "silent.mpg", "sound.avi", "sound.mov", "sound.mpg"}) {
         SCOPED_TRACE(name);
-        const Film film(clip(name));
+        const Film film(Clips + name);
         FilgraphManager& graph = *film.graph;
         EXPECT_NEAR(1.0, graph.get_Duration(), 0.1);
         EXPECT_NEAR(0.0, graph.get_CurrentPosition(), 0.02);
@@ -82,7 +77,7 @@ TEST(Films, PlayPauseSeekAndEnd)
         graph.put_CurrentPosition(9);
         EXPECT_EQ(graph.get_Duration(), graph.get_CurrentPosition()) << "beyond the end is the end";
     }
-    const Film film(clip("upright.mov")); // as it was taken, brighter above than below
+    const Film film(Clips + "upright.mov"); // as it was taken, brighter above than below
     const FilmFrame& frame = *film.surface->shown().frame;
     EXPECT_EQ(std::pair(48, 64), std::pair(frame.width, frame.height));
     EXPECT_GT(frame.pixels[48 * 16 + 24] & 0xff, 180u);
@@ -94,7 +89,7 @@ TEST(Films, OpenNothingButAFilm)
     const TemporaryFolder folder;
     folder.write("list.avi", "#EXTM3U\n" FILMS "/silent.avi\n");
     folder.write("parts.avi", "ffconcat version 1.0\nfile silent.avi\n");
-    testDesktop().files().copy(clip("silent.avi"), folder.inside("silent.avi"));
+    testDesktop().files().copy(Clips + "silent.avi", folder.inside("silent.avi"));
     mkfifo(folder.native("pipe.avi").c_str(), 0600);
     for (const auto& [name, told] : {std::pair{"list.avi", "Invalid picture"}, {"parts.avi", "Invalid picture"},
              {"pipe.avi", "File not found"}, {"absent.avi", "File not found"}}) {
@@ -113,7 +108,7 @@ TEST(Films, DamageNeitherCrashesNorHangs)
     std::mt19937 random(10);
     for (const char* name : {"sound.avi", "sound.mov", "sound.mpg"})
         for (int left = wanted != nullptr ? std::atoi(wanted) : 20; left > 0; --left) {
-            testDesktop().files().copy(clip(name), folder.inside("damaged"));
+            testDesktop().files().copy(Clips + name, folder.inside("damaged"));
             std::string bytes = folder.read("damaged");
             for (unsigned n = random() % 200; n > 0; --n)
                 bytes[random() % (n % 2 == 0 ? bytes.size() : 1000)] = static_cast<char>(random());

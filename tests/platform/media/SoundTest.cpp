@@ -17,7 +17,6 @@ namespace trovarium {
 namespace {
 
 using namespace std::string_literals;
-using Act = MusicCommand::Act;
 
 constexpr double Bass = 110; // hertz; of an organ, for 20 seconds
 const std::string Piece =
@@ -32,8 +31,7 @@ std::string clip(double hertz)
 }
 
 // What is mixed goes into a file.
-class Sound : public testing::Test {
-protected:
+struct Sound : testing::Test {
     bool isLoud(double hertz) const
     {
         const std::string mixed = std::string(8192, '\0') + folder.read("tap");
@@ -99,10 +97,10 @@ TEST_F(Sound, GoesOnBehindDamagedFiles)
             bytes[random() % std::min<std::size_t>(bytes.size(), 64)] = static_cast<char>(random());
         folder.write("damaged", bytes.substr(0, random() % (2 * bytes.size()))); // half of them are cut off
         device.playClip(folder.native("damaged"));
-        device.carryOut({Act::Open, "x", folder.native("damaged")});
-        device.carryOut({Act::Play, "x", {}});
+        device.carryOut({MusicCommand::Act::Open, "x", folder.native("damaged")});
+        device.carryOut({MusicCommand::Act::Play, "x", {}});
         ASSERT_TRUE(testDesktop().waitUntil([&, start = mixed()] { return mixed() > start + 16'384; }, 5000)) << round;
-        device.carryOut({Act::Close, "x", {}});
+        device.carryOut({MusicCommand::Act::Close, "x", {}});
     }
 }
 

@@ -10,8 +10,7 @@ namespace {
 
 constexpr QRgb Backdrop = 0xff102030;
 
-class PicturePainterTest : public PictureFolder {
-protected:
+struct PicturePainterTest : PictureFolder {
     // On a surface of `size` device-independent pixels, of which `clip` is painted, or all where it is empty.
     QImage painted(const Picture& picture, QSize size, const QRectF& target, double ratio = 1, const QRect& clip = {},
         const QTransform& transform = {})
@@ -19,17 +18,17 @@ protected:
         QImage image(size * ratio, QImage::Format_RGB32);
         image.setDevicePixelRatio(ratio);
         image.fill(Backdrop);
-        QPainter painter(&image);
-        painter.setClipRect(clip, clip.isEmpty() ? Qt::NoClip : Qt::ReplaceClip);
-        painter.setWorldTransform(transform);
-        m_pictures.paint(painter, picture, target);
-        EXPECT_EQ(painter.worldTransform(), transform);
-        painter.end();
+        QPainter surface(&image);
+        surface.setClipRect(clip, clip.isEmpty() ? Qt::NoClip : Qt::ReplaceClip);
+        surface.setWorldTransform(transform);
+        painter.paint(surface, picture, target);
+        EXPECT_EQ(surface.worldTransform(), transform);
+        surface.end();
         image.setDevicePixelRatio(1);
         return image;
     }
 
-    PicturePainter m_pictures;
+    PicturePainter painter;
 };
 
 } // namespace

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <malloc.h>
-#include <random>
 
 using namespace std::string_literals;
 
@@ -22,12 +21,11 @@ std::string little(std::int64_t value, int length)
 }
 
 // The same file with an orientation behind another tag in its EXIF data.
-std::string withOrientation(const std::string& jpeg, int orientation, bool bigEndian)
+std::string withOrientation(const std::string& jpeg, char orientation, bool bigEndian)
 {
-    const std::string value = little(orientation, 1);
     const std::string exif = bigEndian
-        ? "MM\0\x2A\0\0\0\x08\0\2\1\0\0\4\0\0\0\1\0\0\0\7\1\x12\0\3\0\0\0\1\0"s + value + std::string(6, '\0')
-        : "II\x2A\0\x08\0\0\0\2\0\0\1\4\0\1\0\0\0\7\0\0\0\x12\1\3\0\1\0\0\0"s + value + std::string(7, '\0');
+        ? "MM\0\x2A\0\0\0\x08\0\2\1\0\0\4\0\0\0\1\0\0\0\7\1\x12\0\3\0\0\0\1\0"s + orientation + std::string(6, '\0')
+        : "II\x2A\0\x08\0\0\0\2\0\0\1\4\0\1\0\0\0\7\0\0\0\x12\1\3\0\1\0\0\0"s + orientation + std::string(7, '\0');
     return jpeg.substr(0, 2) + "\xFF\xE1\0\x2E"s + "Exif\0\0"s + exif + jpeg.substr(2);
 }
 
@@ -96,8 +94,7 @@ std::string wmfScene()
         + wmfRecord(0x0127, {-1}) + wmfRecord(0x0F43, blit);
 }
 
-class PictureReader : public PictureFolder {
-protected:
+struct PictureReader : PictureFolder {
     QImage loaded(std::string_view bytes) { return renderedImage(pictures.load(put("picture", bytes))); }
     std::string loadFailure(std::string_view bytes)
     {
@@ -114,8 +111,8 @@ TEST_F(PictureReader, APhotographStandsUprightByItsOrientation)
     const std::string stored = jpegBytes(testScene(150, 74));
     const QImage upright = loaded(stored);
     for (const bool bigEndian : {false, true})
-        for (int orientation = 0; orientation <= 9; ++orientation) {
-            SCOPED_TRACE(orientation);
+        for (char orientation = 0; orientation <= 9; ++orientation) {
+            SCOPED_TRACE(int{orientation});
             const bool mirrored = orientation == 2 || orientation == 4 || orientation == 5 || orientation == 7;
             const QTransform turn = QTransform().rotate(Degrees.at(static_cast<std::size_t>(orientation)));
             const QImage expected = upright.mirrored(mirrored, false).transformed(turn);
@@ -166,7 +163,6 @@ TEST_F(PictureReader, ATornJpegShowsWhatThereIsAndOneWithoutImageDataIsNone)
     for (const std::string& file : {whole, jpegBytes(scene, true)}) {
         const QImage torn = loaded(file.substr(0, file.size() / 2));
         EXPECT_LT(meanDifference(torn.copy(0, 0, 320, 60), scene.copy(0, 0, 320, 60)), 16);
-        EXPECT_EQ(torn.size(), scene.size());
         EXPECT_TRUE(file != whole || torn.pixel(160, 239) == qRgb(128, 128, 128));
     }
     const std::size_t scan = whole.find("\xFF\xDA");
@@ -293,8 +289,8 @@ TEST_F(PictureReader, DamagedFilesFailOrShowSomethingSteady)
             std::array<QImage, 2> images;
             for (QImage& image : images) {
                 mallopt(M_PERTURB, &image == &images[0] ? 0x11 : 0xEE);
-                const std::string told = failureOf([&] { image = pictures.load(path).data()->pixels; });
-                EXPECT_EQ(told.empty(), !image.isNull());
+                const bool fails = attempt([&] { image = pictures.load(path).data()->pixels; }).has_value();
+                EXPECT_EQ(fails, image.isNull());
             }
             mallopt(M_PERTURB, 0);
             EXPECT_EQ(images[0], images[1]);

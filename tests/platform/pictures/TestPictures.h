@@ -18,8 +18,7 @@
 namespace trovarium {
 
 // A folder of pictures with the services that read them.
-class PictureFolder : public testing::Test, public TemporaryFolder {
-protected:
+struct PictureFolder : testing::Test, TemporaryFolder {
     // The path inside the program of a file that is written anew.
     std::string put(std::string_view name, std::string_view bytes) const
     {
@@ -45,12 +44,8 @@ inline std::string jpegBytes(const QImage& image, bool progressive = false)
 // Coloured quarters: red and green above blue and white.
 inline QImage quarters(int width, int height)
 {
-    QImage image(2, 2, QImage::Format_RGB32);
-    image.setPixel(0, 0, 0xffff0000);
-    image.setPixel(1, 0, 0xff00ff00);
-    image.setPixel(0, 1, 0xff0000ff);
-    image.setPixel(1, 1, 0xffffffff);
-    return image.scaled(width, height);
+    static constexpr QRgb Colours[] = {0xffff0000, 0xff00ff00, 0xff0000ff, 0xffffffff};
+    return QImage(reinterpret_cast<const uchar*>(Colours), 2, 2, QImage::Format_RGB32).scaled(width, height);
 }
 
 // A still life of gradients, edges and fine texture, the same at every call.
