@@ -65,11 +65,14 @@ TEST_F(PicturePainterTest, APictureIsPaintedPixelByPixelAveragedOrEnlargedTheSam
 
 TEST_F(PicturePainterTest, PaintsWhereTheTransformSaysAndNeverTakesKeptPixelsForAnotherPicture)
 {
+    Picture last, shown;
     QImage plain(30, 30, QImage::Format_RGB32);
     for (int i = 0; i < 50; ++i) {
         plain.fill(qRgb(i * 5, 0, 255 - i * 5));
+        last = shown;
+        shown = pictureFromImage(plain);
         const QTransform twice(2, 0, 0, 2, 10, 5);
-        const QImage image = painted(pictureFromImage(plain), QSize(40, 40), QRectF(0, 0, 10, 10), 2, {}, twice);
+        const QImage image = painted(shown, QSize(40, 40), QRectF(0, 0, 10, 10), 2, {}, twice);
         ASSERT_EQ(image.pixel(20, 10), plain.pixel(0, 0)) << i;
         ASSERT_EQ(image.pixel(59, 49), plain.pixel(0, 0)) << i;
         ASSERT_EQ(image.pixel(60, 49), Backdrop);
