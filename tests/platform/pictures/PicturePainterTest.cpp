@@ -66,7 +66,7 @@ TEST_F(PicturePainterTest, APictureIsPaintedPixelByPixelAveragedOrEnlargedTheSam
 TEST_F(PicturePainterTest, PaintsWhereTheTransformSaysAndNeverTakesKeptPixelsForAnotherPicture)
 {
     Picture last, shown;
-    QImage plain(30, 30, QImage::Format_RGB32);
+    QImage plain(60, 60, QImage::Format_RGB32);
     for (int i = 0; i < 50; ++i) {
         plain.fill(qRgb(i * 5, 0, 255 - i * 5));
         last = shown;
