@@ -64,8 +64,7 @@ void MainWindow::putPhotos(const Names& lines)
     for (const std::string& name : lines) {
         test.put(test.paths().PhotoPath + name, plainBitmap(40, 30));
         test.put(test.paths().ThumbnailPath + name, plainBitmap(20, 15));
-        const std::string info = joinedLines({"PhotoPath=\\Photos\\" + name, "TITLE=" + name});
-        test.put(test.paths().InfoPath + name + ".info", info);
+        test.put(test.paths().InfoPath + name + ".info", joinedLines({"PhotoPath=\\Photos\\" + name, "TITLE=" + name}));
     }
 }
 
@@ -85,11 +84,6 @@ void MainWindow::open()
 {
     main().show();
     desktop.DoEvents();
-}
-
-void MainWindow::pressRow(int row, int button)
-{
-    robot.click(main().pctAlbumList(row), button);
 }
 
 void MainWindow::pressRowNamed(const std::string& group)
@@ -122,11 +116,6 @@ Names MainWindow::cells()
         shown.push_back(main().lbThumbnailFile(cell).Caption());
     }
     return shown;
-}
-
-Positions MainWindow::framedCells()
-{
-    return where(16, [this](int cell) { return main().shpThumbnailSelect(cell).Visible(); });
 }
 
 Positions MainWindow::selectedPositions()

@@ -43,15 +43,20 @@ protected:
     GroupOnShow& group() { return test.album().group; }
     ViewState& view() { return test.album().view; }
 
-    void pressRow(int row, int button = LeftButton);
+    void pressRow(int row, int button = LeftButton) { robot.click(main().pctAlbumList(row), button); }
     void pressRowNamed(const std::string& group);
     Names rows(); // captions of the rows on show
     Positions brightRows();
-    Names cells();           // file names of the cells on show
-    Positions framedCells(); // with a selection frame
+    Names cells(); // file names of the cells on show
     Positions selectedPositions();
     Names logLines(); // without their time
     void select(const Positions& positions);
+    std::string askRemoval()
+    {
+        return "Are you sure you want to remove selected photograph(s) from the program? The removed photograph(s) "
+               "will be place in the following folder -> "
+            + toNativePath(test.paths().PhotoPath + "Removed");
+    }
     std::string page() { return main().lbStatusPage.Caption(); }
 
     Desktop& desktop;
