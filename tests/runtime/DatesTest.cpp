@@ -25,6 +25,7 @@ TEST(Dates, StampsAreLocalAndTwoDigitsEach)
     EXPECT_EQ(logLineStamp(summer), "06/30/03  02:14:05PM");
     EXPECT_EQ(timeOfDayStamp(summer), "141405");
     EXPECT_EQ(dateText(summer), "2003-06-30 14:14:05 +02:00:00");
+    EXPECT_EQ(dateText(at(253402214400)), "9999-12-31 01:00:00 +01:00:00");
     EXPECT_EQ(logLineStamp(at(11L * 3600)), "01/01/70  12:00:00PM");
     EXPECT_EQ(logLineStamp(at(-3600)), "01/01/70  12:00:00AM");
 }

@@ -53,38 +53,30 @@ TEST_F(InfoFile, ReadsItsLinesAsTheFormatTells)
     }
 }
 
-TEST_F(InfoFile, IsWrittenAsTenLinesAndANewOneIsTitledWithItsOwnPath)
+TEST_F(InfoFile, IsWrittenAsTenLinesWhereItWasReadAndWholeOrNotAtAll)
 {
-    test.showGroup({"x.jpg", "a.jpg"});
+    test.showGroup({"x.jpg", "A.jpg"});
     album.info = {"/x\\Łódź.jpg", "Zürich", "P", "1999", "Q", "R=1", "", "U", -640, 0};
-    ASSERT_TRUE(SaveImageInfo(album, 2));
+    test.put(path, "TITLE=old\r\n");
+    for (const FileOperation failing : {Open, Print, Close}) {
+        test.failAt(failing);
+        EXPECT_FALSE(SaveImageInfo(album, 2) || CreateInfoFile(test.files(), path, "x"));
+        test.files().setFaultHook({});
+        EXPECT_EQ(test.bytes(path), "TITLE=old\r\n");
+    }
+    EXPECT_TRUE(SaveImageInfo(album, 2) && !SaveImageInfo(album, 3));
+    EXPECT_EQ(test.files().list(test.paths().InfoPath + "*"), std::vector<std::string>{"a.jpg.info"});
     EXPECT_EQ(test.bytes(path),
         "PhotoPath=/x\\Łódź.jpg\r\nTITLE=Z\xFCrich\r\nPHOTOGRAPHER=P\r\nYEAR=1999\r\nPEOPLE=Q\r\nPLACE=R=1\r\n"
         "EVENT=\r\nKEYWORDS=U\r\nImageWidth=-640\r\nImageHeight=0\r\n");
     PhotoInfo read{"", "", "", "", "", "", "left over", "", 0, 0};
     EXPECT_TRUE(readInfoFile(album, "a.jpg.info", read));
     EXPECT_EQ(shown(read), shown(album.info));
-    EXPECT_FALSE(SaveImageInfo(album, 3));
 
     ASSERT_TRUE(CreateInfoFile(test.files(), path, "\\Photos\\a.jpg"));
     EXPECT_EQ(test.bytes(path),
         joinedLines({"PhotoPath=\\Photos\\a.jpg", "TITLE=" + path,
             "PHOTOGRAPHER=", "YEAR=", "PEOPLE=", "PLACE=", "EVENT=", "KEYWORDS=", "ImageWidth=", "ImageHeight="}));
-}
-
-TEST_F(InfoFile, AFailingWriteLeavesWhatWasThereAndASaveGoesWhereItWasRead)
-{
-    test.showGroup({"A.jpg"});
-    test.put(test.paths().InfoPath + "a.JPG.info", "TITLE=old\r\n");
-    const auto before = test.allFiles();
-    for (const FileOperation failing : {Open, Print, Close}) {
-        test.failAt(failing);
-        EXPECT_FALSE(SaveImageInfo(album, 1) || CreateInfoFile(test.files(), path, "x"));
-        test.files().setFaultHook({});
-        EXPECT_EQ(test.allFiles(), before) << "half a file";
-    }
-    EXPECT_TRUE(SaveImageInfo(album, 1));
-    EXPECT_EQ(test.files().list(test.paths().InfoPath + "*"), std::vector<std::string>{"a.JPG.info"});
 }
 
 TEST_F(InfoFile, GivesTheLinkOfTheFirstLineThatBeginsWithItsKey)
