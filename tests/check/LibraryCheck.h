@@ -3,6 +3,7 @@
 #include "check/GroupRepair.h"
 #include "check/RepairPasses.h"
 #include "check/VideoPlayer.h"
+#include "check/frmFirstTime.h"
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
 #include "platform/media/FilmSurface.h"
@@ -17,12 +18,11 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
+#include <filesystem>
 
 namespace trovarium {
+
+using Names = std::vector<std::string>;
 
 // Notes what it was told, and shows each clip as white all over; nothing of one that is called "damaged".
 class RecordedPlayer : public VideoPlayer {
@@ -57,10 +57,10 @@ protected:
     {
         ASSERT_TRUE(CreateInfoFile(desktop.files(), infoFile(name), "\\Photos\\" + name));
     }
-    void addPhotosWithInfo(const std::vector<std::string>& names)
+    void addPhotosWithInfo(const Names& names, int width = 8, int height = 6)
     {
         for (const std::string& name : names) {
-            addPhoto(name);
+            addPhoto(name, width, height);
             addInfoFile(name);
         }
     }
@@ -75,18 +75,19 @@ protected:
     std::string infoFile(const std::string& name) { return test.paths().InfoPath + name + ".info"; }
     std::string removedInfoFile(const std::string& name) { return infoFile("Removed\\" + name); }
     std::string groupList(const std::string& fileName) { return test.paths().SlideGroupPath + fileName; }
-    std::string allPhotos() { return test.bytes(groupList("  All Photos  .lst")); }
-    // How often the log tells of this failure.
-    int logged(const std::string& procedure, const std::string& description)
+    bool logged(const std::string& procedure, const std::string& description)
     {
-        const std::string line = "An error has occurred in '" + procedure + "'. Error = " + description + "\r\n";
-        const std::string text = test.log();
-        int count = 0;
-        for (std::size_t at = text.find(line); at != std::string::npos; at = text.find(line, at + 1))
-            ++count;
-        return count;
+        return test.log().find("error has occurred in '" + procedure + "'. Error = " + description + "\r\n")
+            != std::string::npos;
     }
     Instant dateOf(const std::string& path) { return desktop.files().modified(path); }
+    bool isUpToDate(const std::string& name) { return dateOf(thumbnail(name)) == dateOf(photo(name)); }
+    // As for a new case.
+    void remove(const Names& paths)
+    {
+        for (const std::string& path : paths)
+            std::filesystem::remove(toNativePath(path));
+    }
 
     // The check of one start: the passes, then the repair of the groups unless it was skipped.
     void start()
@@ -100,7 +101,7 @@ protected:
         splash().unload();
     }
     // Builds the thumbnails of these photographs, as any caller of the builder does.
-    void build(const std::vector<std::string>& names)
+    void build(const Names& names)
     {
         CheckedArray<std::string> list;
         for (const std::string& name : names)

@@ -39,10 +39,14 @@ protected:
         for (const std::string& name : names)
             folder.write("in/" + name, plainBitmap(20, static_cast<int>(name.size())));
         desktop.files().setModified(folder.inside("in\\" + names[0]), Instant(std::chrono::seconds(1000000000)));
+        for (const std::string name : {"1.jpg", "2.jpg"}) {
+            folder.write("Library/Photos/" + name, plainBitmap(4, 3));
+            folder.write("Library/Photo_Info/" + name + ".info", "PhotoPath=\\Photos\\" + name + "\r\nTITLE=mine\r\n");
+        }
+        folder.write("Library/Photo_SlideGroups/Gr\u00F6\u00DFe \u5C71.lst", "1.jpg\r\n2.jpg\r\n");
     }
     std::size_t countIn(const std::string& place) const { return everything("Library/" + place + "/").size(); }
-    // The first of the two has this place in both groups.
-    void travel(int first = 0)
+    void travel()
     {
         main = &program->mainWindow()();
         in<frmImport>(main->mnuFileImport, "frmImport", [&](frmImport& form) {
@@ -53,8 +57,8 @@ protected:
             robot.click(form.cmdAddFile);
             robot.click(form.cmdImport);
         });
-        fillIn(first, "\u00C4");
-        fillIn(first + 1, "\u00C4, \u5C71");
+        fillIn(2, "\u00C4");
+        fillIn(3, "\u00C4, \u5C71");
         in<frmSearch>(main->mnuEditSearchAppend, "frmSearch", [&](frmSearch& form) {
             form.txtTitle.Text = "\u00E4";
             robot.click(form.cmdSearch);
@@ -62,8 +66,8 @@ protected:
             robot.click(form.cmdSave);
         });
         robot.click(main->pctAlbumList(1));
-        robot.click(main->imgThumbnail(first));
-        robot.click(main->imgThumbnail(first + 1), LeftButton, CtrlKey);
+        robot.click(main->imgThumbnail(2));
+        robot.click(main->imgThumbnail(3), LeftButton, CtrlKey);
         in<frmExport>(main->mnuFileExport, "frmExport", [&](frmExport& form) {
             form.Dir1.Path = folder.inside("out");
             form.chkExport(2).Value = 1;
@@ -78,38 +82,17 @@ protected:
     frmMain* main = nullptr;
 };
 
-TEST_F(RoundTrip, BringsOutWhatWentIn)
-{
-    prepare();
-    start();
-    travel();
-    for (const std::string& name : names) {
-        EXPECT_EQ(folder.read("out/" + name), folder.read("in/" + name));
-        EXPECT_EQ(fs::last_write_time(folder.native("out/" + name)), fs::last_write_time(folder.native("in/" + name)));
-        EXPECT_EQ(folder.read("out/" + name + ".info"), folder.read("Library/Photo_Info/" + name + ".info"));
-    }
-    EXPECT_EQ(folder.read("out/Trovarium_Info.csv"),
-        "CSV\r\nInfoFile,Event,Keywords,People,Photographer,Place,Title,Year,ImageWidth,ImageHeight\r\n"
-        "Z\xFCrich.jpg.info,Ren\xE9,Ren\xE9,Ren\xE9,Ren\xE9,Ren\xE9,\xC4,1998,,\r\n"
-        "\u5C71.bmp.info,Ren\u00E9,Ren\u00E9,Ren\u00E9,Ren\u00E9,Ren\u00E9,\u00C4, \u5C71,1998,,\r\n");
-}
-
-TEST_F(RoundTrip, KilledAtAnyWriteLosesNothingAndTheNextStartRepairsTheRest)
+TEST_F(RoundTrip, BringsOutWhatWentInAndKilledAtAnyWriteLosesNothingAndTheNextStartRepairsTheRest)
 {
     if (getenv(FolderVariable)) {
         start();
-        actUntilKilled(desktop.files(), [this] { travel(2); });
+        actUntilKilled(desktop.files(), [this] { travel(); });
     }
     int step = 0;
     int code = Killed;
     while (code == Killed) {
         SCOPED_TRACE(++step);
         prepare();
-        for (const std::string name : {"1.jpg", "2.jpg"}) {
-            folder.write("Library/Photos/" + name, plainBitmap(4, 3));
-            folder.write("Library/Photo_Info/" + name + ".info", "PhotoPath=\\Photos\\" + name + "\r\nTITLE=mine\r\n");
-        }
-        folder.write("Library/Photo_SlideGroups/Gr\u00F6\u00DFe \u5C71.lst", "1.jpg\r\n2.jpg\r\n");
         const std::set<std::string> before = everything();
         code = runUntilKilled(folder.path(), 0, step);
         EXPECT_EQ(start(), 0);
@@ -126,6 +109,15 @@ TEST_F(RoundTrip, KilledAtAnyWriteLosesNothingAndTheNextStartRepairsTheRest)
     }
     EXPECT_EQ(code, 0);
     EXPECT_GT(step, 40);
+    for (const std::string& name : names) {
+        EXPECT_EQ(folder.read("out/" + name), folder.read("in/" + name));
+        EXPECT_EQ(fs::last_write_time(folder.native("out/" + name)), fs::last_write_time(folder.native("in/" + name)));
+        EXPECT_EQ(folder.read("out/" + name + ".info"), folder.read("Library/Photo_Info/" + name + ".info"));
+    }
+    EXPECT_EQ(folder.read("out/Trovarium_Info.csv"),
+        "CSV\r\nInfoFile,Event,Keywords,People,Photographer,Place,Title,Year,ImageWidth,ImageHeight\r\n"
+        "Z\xFCrich.jpg.info,Ren\xE9,Ren\xE9,Ren\xE9,Ren\xE9,Ren\xE9,\xC4,1998,,\r\n"
+        "\u5C71.bmp.info,Ren\u00E9,Ren\u00E9,Ren\u00E9,Ren\u00E9,Ren\u00E9,\u00C4, \u5C71,1998,,\r\n");
 }
 
 } // namespace trovarium
