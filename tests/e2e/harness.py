@@ -3,10 +3,7 @@
 from __future__ import annotations
 
 import os
-import subprocess
 import sys
-import tempfile
-import traceback
 from itertools import count
 from pathlib import Path
 from typing import Callable, Iterable
@@ -116,18 +113,16 @@ class View:
 
     def shows(self, what: str, colours: Colours, act: Callable[[], object] = lambda: None) -> None:
         """Acts until each place looks like its colour."""
-        wrong: dict[Place, tuple] = {}
+        seen: dict[Place, Colour] = {}
 
         def as_expected() -> bool:
-            seen = self.colours(colours)
-            wrong.clear()
-            wrong.update((at, (seen[at], colour)) for at, colour in colours.items() if not looks_like(seen[at], colour))
-            return not wrong
+            seen.update(self.colours(colours))
+            return all(looks_like(seen[place], colour) for place, colour in colours.items())
 
         try:
             until(what, as_expected, act)
         except AssertionError as failure:
-            raise AssertionError(f"{failure}\nplace: (seen, expected) = {wrong}") from None
+            raise AssertionError(f"{failure}\nseen: {seen}\nexpected: {colours}") from None
 
     def shows_page(self, what: str, numbers: list[int], act: Callable[[], object] = lambda: None) -> None:
         """The photographs with these numbers, from the first cell on, and no further one."""
@@ -170,16 +165,3 @@ def colour_of(number: int) -> Colour:
 
 def equal(what: str, seen: object, expected: object) -> None:
     assert seen == expected, f"{what}\n  seen:     {seen!r}\n  expected: {expected!r}"
-
-
-def scenario(play: Callable[[VirtualDesktop, Library], None]) -> None:
-    """Plays one scenario with the program that the command line names; the exit code tells how it went."""
-    program = Path(sys.argv[1]).resolve()
-    with tempfile.TemporaryDirectory() as folder:
-        try:
-            with VirtualDesktop() as desktop:
-                play(desktop, Library(Path(folder), program))
-        except AssertionError:
-            traceback.print_exc()
-            sys.exit(1)
-    print("passed")

@@ -1,10 +1,9 @@
 // Random presses, drags, keys, menu choices and answers on the real program, with a library of its own.
 //
-//     monkey [STEPS] [SEED] [trace]
+//     monkey [STEPS] [SEED]
 //
 // Acts on any control of whatever form is open. Fails when a failure reaches the dispatch that no handler is
-// meant to let pass, and when a photograph is neither in its folder nor in the one of the removed ones at the
-// end. `trace` names each act beforehand.
+// meant to let pass, and when a photograph is neither in its folder nor in the one of the removed ones at the end.
 
 #include "platform/files/FileService.h"
 #include "platform/qt/toolkit/DesktopState.h"
@@ -23,6 +22,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -54,14 +54,19 @@ class Monkey : public Prompts {
     }
 
 public:
-    Monkey(Desktop& desktop, int steps, unsigned seed, bool traces)
+    Monkey(Desktop& desktop, int steps, unsigned seed)
         : m_desktop(desktop)
         , m_stepsLeft(steps)
         , m_dice(seed)
-        , m_traces(traces)
         , m_robot(desktop)
     {
         desktop.setPrompts(this);
+        m_turn.callOnTimeout([this] {
+            m_turn.start(); // anew, so that the next act comes in whatever loop runs then
+            ++m_depth;
+            m_desktop.guarded([this] { act(); });
+            --m_depth;
+        });
         // The dialogs look about the machine: a scan, an export or an import touches nothing outside.
         desktop.files().setFaultHook([cage = m_folder.inside()](FileOperation operation, std::string_view path) {
             if (operation != FileOperation::Exists && !path.starts_with(cage))
@@ -84,16 +89,13 @@ public:
             fillUp();
             Album album(m_desktop.files());
             Program program(m_desktop, album, m_folder.inside("Library"));
-            m_isRunning = true;
-            arm();
+            m_turn.start();
             m_desktop.guarded([&] { program.Main(); });
             while (m_stepsLeft > 0 && !m_desktop.state().ended() && m_desktop.formsCount() > 0)
                 m_desktop.guarded([&] { m_desktop.DoEvents(); });
-            m_isRunning = false;
+            m_turn.stop();
             UnloadAllForms(m_desktop, "");
             m_desktop.state().endCode.reset();
-            while (m_isArmed)
-                m_desktop.DoEvents();
             m_desktop.state().graveyard.clear();
             m_desktop.state().activates.clear();
         }
@@ -144,22 +146,6 @@ private:
         }
     }
 
-    // The next act comes at the next turn of whatever loop runs then.
-    void arm()
-    {
-        if (std::exchange(m_isArmed, true))
-            return;
-        m_robot.atNextTurn([this] {
-            m_isArmed = false;
-            if (!m_isRunning)
-                return;
-            arm();
-            ++m_depth;
-            act();
-            --m_depth;
-        });
-    }
-
     void act()
     {
         const DesktopState& state = m_desktop.state();
@@ -178,11 +164,12 @@ private:
             use(form);
     }
 
+    // The last key may end the menu.
     void use(QMenu& menu, bool leaving)
     {
         for (int downs = below(12); downs > 0; --downs)
             QTest::keyClick(&menu, Qt::Key_Down);
-        QTest::keyClick(&menu, leaving || oneIn(10) ? Qt::Key_Escape : Qt::Key_Return);
+        QTest::keyPress(&menu, leaving || oneIn(10) ? Qt::Key_Escape : Qt::Key_Return);
     }
 
     void use(Form& form)
@@ -192,9 +179,6 @@ private:
         Control* control = controls.empty() ? nullptr : of(controls);
         const int what = below(20);
         const int shift = oneIn(2) ? NoKeys : below(4);
-        if (m_traces)
-            std::cout << m_stepsLeft << ' ' << what << ' ' << form.Name() << ' '
-                      << (control != nullptr ? control->Name() : "") << std::endl;
         if (what < 2 && !form.timers().empty())
             of(form.timers())->Tick.raise();
         else if (what < 4 && !form.menus().empty())
@@ -257,12 +241,10 @@ private:
     Desktop& m_desktop;
     int m_stepsLeft;
     std::mt19937 m_dice;
-    bool m_traces;
     Robot m_robot;
     TemporaryFolder m_folder;
     std::map<std::string, std::string> m_photographs;
-    bool m_isRunning = false;
-    bool m_isArmed = false;
+    QTimer m_turn;
     int m_depth = 0;
 };
 
@@ -279,7 +261,7 @@ int main(int argc, char** argv)
     Desktop desktop(argc, argv, files, Pace::Immediate);
     std::ostringstream reported;
     std::streambuf* const errors = std::cerr.rdbuf(reported.rdbuf());
-    Monkey monkey(desktop, argc > 1 ? std::atoi(argv[1]) : 4000, argc > 2 ? std::atoi(argv[2]) : 1, argc > 3);
+    Monkey monkey(desktop, argc > 1 ? std::atoi(argv[1]) : 4000, argc > 2 ? std::atoi(argv[2]) : 1);
     monkey.run();
     std::cerr.rdbuf(errors);
     std::cout << reported.str();

@@ -27,11 +27,8 @@ namespace {
 
 Qt::KeyboardModifiers modifiersOf(int shift)
 {
-    Qt::KeyboardModifiers modifiers;
-    modifiers.setFlag(Qt::ShiftModifier, (shift & ShiftKey) != 0);
-    modifiers.setFlag(Qt::ControlModifier, (shift & CtrlKey) != 0);
-    modifiers.setFlag(Qt::AltModifier, (shift & AltKey) != 0);
-    return modifiers;
+    static_assert(Qt::ShiftModifier == ShiftKey << 25 && Qt::ControlModifier == CtrlKey << 25);
+    return Qt::KeyboardModifiers::fromInt(shift << 25);
 }
 
 Qt::Key keyOf(int code)

@@ -30,7 +30,7 @@ inline std::string joinedLines(const std::vector<std::string>& lines)
 class TestAlbum {
 public:
     TestAlbum() // with a file service of its own
-        : TestAlbum(std::make_unique<FileService>())
+        : TestAlbum(m_ownFiles)
     {
     }
     explicit TestAlbum(FileService& files)
@@ -114,12 +114,6 @@ public:
     }
 
 private:
-    explicit TestAlbum(std::unique_ptr<FileService> files)
-        : TestAlbum(*files)
-    {
-        m_ownFiles = std::move(files);
-    }
-
     static std::string readWhole(const std::filesystem::path& path)
     {
         std::ifstream stream(path, std::ios::binary);
@@ -127,7 +121,7 @@ private:
     }
 
     TemporaryFolder m_folder;
-    std::unique_ptr<FileService> m_ownFiles;
+    FileService m_ownFiles;
     Album m_album;
 };
 
