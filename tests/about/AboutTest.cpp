@@ -33,9 +33,6 @@ TEST_F(AboutTest, ItTellsItsVersionAndStartsTheSystemsTool)
         EXPECT_EQ(form().lblVersion.Caption(), "Version " TROVARIUM_VERSION);
         prompts.expectNotice(unavailable);
         robot.click(form().cmdSysInfo);
-        put(tools + " Location", "MSINFO", folder + "/gone");
-        prompts.expectNotice(unavailable);
-        robot.click(form().cmdSysInfo);
         put(tools + " Location", "MSINFO", folder);
         robot.click(form().cmdSysInfo);
         EXPECT_TRUE(robot.until([&] { return std::filesystem::exists(folder + "/started"); }));
