@@ -109,7 +109,10 @@ TEST_F(SearchTest, AUserSearchesAndAppends)
         robot.key(search, EscapeKey);
     });
     robot.choose(main().mnuEditSearchAppend);
-    robot.whenShown("frmSearch", [&] { robot.click(search.lbExit); });
+    robot.whenShown("frmSearch", [&] {
+        robot.click(search.lbExit);
+        EXPECT_FALSE(search.isShown());
+    });
     robot.choose(main().mnuEditSearchAppend);
     EXPECT_EQ(rows(), (std::vector<std::string>{"  All Photos  ", "found", "My_Trip", "Trip"}));
 }
