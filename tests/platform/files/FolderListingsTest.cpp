@@ -63,31 +63,4 @@ TEST_F(Listings, AChangeWithinOneTickOfTheClockIsSeen)
     }
 }
 
-TEST_F(Listings, AChangeByOthersInTheTickOfOurOwnIsSeen)
-{
-    stamp(-1);
-    ASSERT_EQ(found("OWN"), "none");
-    carry(What::Made, "own", [&] {
-        folder.write("own", "");
-        stamp(1);
-    });
-    folder.write("other", "");
-    stamp(1);
-    EXPECT_EQ(found("OTHER"), "other");
-}
-
-TEST_F(Listings, AFolderThatIsGoneOrReplacedIsNotRemembered)
-{
-    const std::string sub = folder.native("sub");
-    std::filesystem::create_directory(sub);
-    folder.write("sub/old", "");
-    ASSERT_EQ(found("OLD", "/sub"), "old");
-    std::filesystem::rename(sub, folder.native("away"));
-    EXPECT_EQ(found("OLD", "/sub"), "none");
-    std::filesystem::create_directory(sub);
-    folder.write("sub/new", "");
-    EXPECT_EQ(found("OLD", "/sub"), "none");
-    EXPECT_EQ(found("NEW", "/sub"), "new");
-}
-
 } // namespace trovarium

@@ -26,20 +26,6 @@ TEST_F(FileNames, OddNamesGoAroundThroughEveryOperation)
     }
 }
 
-TEST_F(FileNames, BothSeparatorsAndDoubledOnesAreTaken)
-{
-    makeFolder("sub");
-    folder.write("sub/a.jpg", "1234");
-    const std::string& native = folder.path();
-    for (const std::string& path : Names{native + "/sub/a.jpg", native + "\\sub\\a.jpg", native + "\\\\sub\\\\a.jpg",
-             native + "/sub\\/a.jpg", "/\\" + native.substr(1) + "\\sub\\a.jpg", native + "\\sub\\.\\..\\sub\\a.jpg"})
-        EXPECT_EQ(files.length(path), 4) << path;
-    EXPECT_EQ(fromNativePath("/home/ann/x"), "/home\\ann\\x");
-    EXPECT_EQ(fromNativePath("/"), "/");
-    EXPECT_EQ(fromNativePath("/a/\xE9/"), "/a\\é\\");
-    EXPECT_EQ(toNativePath("/home\\ann/x"), "/home/ann/x");
-}
-
 TEST_F(FileNames, APathThatIsNotAbsoluteIsNeverLookedUpFromTheWorkingFolder)
 {
     const std::filesystem::path before = std::filesystem::current_path();
@@ -51,18 +37,6 @@ TEST_F(FileNames, APathThatIsNotAbsoluteIsNeverLookedUpFromTheWorkingFolder)
             {"remove !" + path, NoFolder}});
     std::filesystem::current_path(before);
     expect({{"exists !", "False"}, {"length !", NoFile}, {"copy a.jpg > !", NoFile}, {"exists a.jpg", "True"}});
-}
-
-TEST_F(FileNames, WhatIsMissingAndWhatCannotBe)
-{
-    folder.write("file", "");
-    const std::string endless(300, 'x');
-    for (const std::string name : {"none\\a.jpg", "file\\a.jpg"})
-        expect({{"length " + name, NoFolder}, {"empty " + name, NoFolder}, {"remove " + name, NoFolder},
-            {"rename file > " + name, NoFolder}});
-    expect({{"length none", NoFile}, {"length " + endless, NoFile}, {"empty " + endless, BadName},
-        {"copy file > " + endless, BadName}, {"length file\\", NoFile},
-        {"length " + std::string(400'000, '\\') + "d", NoFolder}, {"remove !/proc\\version", Denied}});
 }
 
 TEST_F(FileNames, WhatIsOnlyReadFallsBackToTheOneNameInAnotherCase)
@@ -109,16 +83,6 @@ TEST_F(FileNames, ANameThatIsNoUtf8IsKnownByItsWindows1252Reading)
     expect({{"rename Café \u0081.jpg > Thé.jpg", ""}, {"list *", "copy|Thé.jpg|é.gif"}, {"length é.gif", "2"},
         {"remove é.gif", ""}, {"length é.gif", "1"}}); // of two files that bear one name the other comes to light
     EXPECT_TRUE(std::filesystem::exists(folder.native("Thé.jpg"))) << "a new name is UTF-8";
-}
-
-TEST_F(FileNames, OwnChangesOfFilesAndFoldersAreSeenByTheFallBack)
-{
-    folder.write("old.jpg", "1");
-    expect({{"length OLD.JPG", "1"}, {"write made.jpg > 22", ""}, {"length MADE.JPG", "2"},
-        {"copy made.jpg > copied.jpg", ""}, {"length COPIED.JPG", "2"}, {"rename copied.jpg > renamed.jpg", ""},
-        {"length RENAMED.JPG", "2"}, {"length COPIED.JPG", NoFile}, {"remove old.jpg", ""}, {"length OLD.JPG", NoFile},
-        {"makeFolder sub", ""}, {"write SUB\\in.jpg > ", ""}, {"list Sub\\*", "in.jpg"}, {"length sub\\IN.jpg", "0"},
-        {"rename sub > two", ""}, {"length sub\\IN.jpg", NoFolder}, {"length two\\IN.jpg", "0"}});
 }
 
 } // namespace trovarium
