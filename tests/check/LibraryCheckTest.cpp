@@ -69,12 +69,6 @@ protected:
             addInfoFile(name);
         }
     }
-    void addUpToDateThumbnail(const std::string& name)
-    {
-        test.put(thumbnail(name), plainBitmap(100, 75));
-        desktop.files().setModified(thumbnail(name), dateOf(photo(name)));
-    }
-
     std::string photo(const std::string& name) { return test.paths().PhotoPath + name; }
     std::string thumbnail(const std::string& name) { return test.paths().ThumbnailPath + name; }
     std::string infoFile(const std::string& name) { return test.paths().InfoPath + name + ".info"; }
@@ -140,8 +134,8 @@ private:
 TEST_F(LibraryCheck, KeepsOrderAndDoublesOfWhatIsThereAndByAFailureTheListAsItStands)
 {
     const auto repair = [this] { RemoveMissingPhotosFromGroup(test.album(), desktop); };
-    for (const char* name : {"a.bmp", "b.bmp"})
-        addInfoFile(name);
+    addInfoFile("a.bmp");
+    addInfoFile("b.bmp");
     test.put(infoFile("empty.bmp"), "");
     using enum FileOperation;
     const std::string before = joinedLines({"b.bmp", "lost.bmp", "a.bmp", "", "empty.bmp", "b.bmp"});
@@ -213,8 +207,8 @@ TEST_F(LibraryCheck, OddNamesSettleEachWithFilesOfItsOwn)
 TEST_F(LibraryCheck, AnInformationFileWithoutItsPhotographIsSetAsideWhenThatIsWantedAndCanBeDone)
 {
     const Names gone{"gone1.bmp", "gone2.bmp"};
-    for (const std::string& name : gone)
-        addInfoFile(name);
+    addInfoFile(gone[0]);
+    addInfoFile(gone[1]);
     desktop.files().makeFolder(test.paths().InfoPath + "Removed");
     test.put(removedInfoFile("gone1.bmp"), "an older one");
     const std::string content = test.bytes(infoFile("gone1.bmp"));
@@ -328,14 +322,13 @@ TEST_F(LibraryCheck, AFailureEndsThePassAndReplacesNobodysWords)
 TEST_F(LibraryCheck, ThumbnailsThatDifferAtAllAreAskedFor)
 {
     test.setSetting("Options", "AutoFix", "False");
-    const Names names{"absent.bmp", "empty.bmp", "newer.bmp", "older.bmp", "same.bmp"};
-    addPhotosWithInfo(names);
-    for (const std::string& name : names)
-        addUpToDateThumbnail(name);
-    remove({thumbnail("absent.bmp")});
-    test.put(thumbnail("empty.bmp"), "");
-    for (const auto& [name, secondsLater] : {std::pair{"empty.bmp", 0}, {"newer.bmp", 1}, {"older.bmp", -1}})
+    for (const auto& [name, secondsLater] : {std::pair<std::string, int>{"absent.bmp", 0}, {"empty.bmp", 0},
+             {"newer.bmp", 1}, {"older.bmp", -1}, {"same.bmp", 0}}) {
+        addPhotosWithInfo({name});
+        test.put(thumbnail(name), name == "empty.bmp" ? "" : "made");
         desktop.files().setModified(thumbnail(name), dateOf(photo(name)) + std::chrono::seconds(secondsLater));
+    }
+    remove({thumbnail("absent.bmp")});
     addPhotosWithInfo({"SAME.bmp"}); // which has none of its own
     desktop.files().setModified(photo("SAME.bmp"), dateOf(photo("same.bmp")));
 
