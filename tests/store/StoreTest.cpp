@@ -225,7 +225,7 @@ TEST_F(InfoFile, IsWrittenAsTenLinesWhereItWasReadAndWholeOrNotAtAll)
             "PHOTOGRAPHER=", "YEAR=", "PEOPLE=", "PLACE=", "EVENT=", "KEYWORDS=", "ImageWidth=", "ImageHeight="}));
 }
 
-TEST_F(InfoFile, GivesTheLinkOfTheFirstLineThatBeginsWithItsKey)
+TEST_F(InfoFile, GivesTheLinkOfTheFirstLineWithItsKeyWhichHoldsWhenThePhotographIsThereAndNotEmpty)
 {
     const std::string inside = test.library() + "\\";
     // The fall-back asks the program's folder and not the setting.
@@ -247,15 +247,13 @@ TEST_F(InfoFile, GivesTheLinkOfTheFirstLineThatBeginsWithItsKey)
     test.failAt(LineInput);
     EXPECT_EQ(GetPhotoLink(album, "a.jpg.info"), "");
     EXPECT_EQ(test.files().freeFile(), 2) << "a read that fails leaves its file open";
-}
 
-TEST_F(InfoFile, ItsLinkHoldsWhenThePhotographIsThereAndNotEmpty)
-{
-    test.put(test.paths().PhotoPath + "full.jpg", "x");
-    test.put(test.paths().PhotoPath + "empty.jpg", "");
-    for (const auto& [link, holds] : {std::pair{test.paths().PhotoPath + "full.jpg", true},
-             {"\\Photos\\full.jpg", true}, {test.paths().PhotoPath + "empty.jpg", false},
-             {"\\Photos\\empty.jpg", false}, {"\\Photos\\none.jpg", false}, {"full.jpg", false}, {"", false}})
+    test.files().setFaultHook({});
+    test.put(own.PhotoPath + "full.jpg", "x");
+    test.put(own.PhotoPath + "empty.jpg", "");
+    for (const auto& [link, holds] : {std::pair{own.PhotoPath + "full.jpg", true}, {"\\Photos\\full.jpg", true},
+             {own.PhotoPath + "empty.jpg", false}, {"\\Photos\\empty.jpg", false}, {"\\Photos\\none.jpg", false},
+             {"full.jpg", false}, {"", false}})
         EXPECT_EQ(CheckPhotoLink(album, link), holds) << link;
     EXPECT_FALSE(isVideoFile("a.jpg") || isVideoFile("avi"));
     EXPECT_TRUE(isVideoFile("a.Avi") && isVideoFile("b.mov") && isVideoFile("c.MPG"));
