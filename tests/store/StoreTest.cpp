@@ -50,22 +50,6 @@ protected:
         readFolderSettings(album);
         CheckDirPaths(album, testDesktop());
     }
-    void putInfo(const std::string& name, const std::string& title, Instant date)
-    {
-        test.put(own.InfoPath + name + ".info", "TITLE=" + title + "\r\n");
-        test.files().setModified(own.InfoPath + name + ".info", date);
-    }
-    // Those of "a", "b" and "c".
-    std::string titles()
-    {
-        std::string all;
-        for (const std::string name : {"a", "b", "c"}) {
-            PhotoInfo info;
-            readInfoFile(album, name + ".info", info);
-            all += info.Title + "|";
-        }
-        return all;
-    }
     // The group on show; a star marks the selected ones.
     Lines read()
     {
@@ -131,6 +115,7 @@ TEST_F(GroupFile, LosesOnlyLinesThatAgreeInPositionAndName)
     for (const auto& [file, selected, kept] : {Case{{"a", "b", "c", "d"}, {2, 4}, {"a", "c"}},
              {{"a", "B", "c", "d", "e"}, {2}, {"a", "c", "d", "e"}}, {{"b", "c", "d"}, {2, 3}, {"b", "c", "d"}}}) {
         test.putGroup("G.lst", file);
+        std::filesystem::permissions(toNativePath(folder + "G.lst"), std::filesystem::perms::owner_all);
         test.put(folder + "temp.group", "left behind");
         test.showGroup({"a", "b", "c", "d"}, selected);
         for (const FileOperation failing : {Open, LineInput, Print, Close, Copy}) {
@@ -142,6 +127,8 @@ TEST_F(GroupFile, LosesOnlyLinesThatAgreeInPositionAndName)
         }
         EXPECT_TRUE(RemoveFromGroupFile(album, "G.lst"));
         EXPECT_EQ(bytes("G.lst"), joinedLines(kept));
+        EXPECT_EQ(
+            std::filesystem::status(toNativePath(folder + "G.lst")).permissions(), std::filesystem::perms::owner_all);
         EXPECT_EQ(lists(), Lines{"G.lst"});
     }
 }
@@ -238,7 +225,7 @@ TEST_F(InfoFile, IsWrittenAsTenLinesWhereItWasReadAndWholeOrNotAtAll)
             "PHOTOGRAPHER=", "YEAR=", "PEOPLE=", "PLACE=", "EVENT=", "KEYWORDS=", "ImageWidth=", "ImageHeight="}));
 }
 
-TEST_F(InfoFile, GivesTheLinkOfTheFirstLineThatBeginsWithItsKey)
+TEST_F(InfoFile, GivesTheLinkOfTheFirstLineWithItsKeyWhichHoldsWhenThePhotographIsThereAndNotEmpty)
 {
     const std::string inside = test.library() + "\\";
     // The fall-back asks the program's folder and not the setting.
@@ -260,15 +247,13 @@ TEST_F(InfoFile, GivesTheLinkOfTheFirstLineThatBeginsWithItsKey)
     test.failAt(LineInput);
     EXPECT_EQ(GetPhotoLink(album, "a.jpg.info"), "");
     EXPECT_EQ(test.files().freeFile(), 2) << "a read that fails leaves its file open";
-}
 
-TEST_F(InfoFile, ItsLinkHoldsWhenThePhotographIsThereAndNotEmpty)
-{
-    test.put(test.paths().PhotoPath + "full.jpg", "x");
-    test.put(test.paths().PhotoPath + "empty.jpg", "");
-    for (const auto& [link, holds] : {std::pair{test.paths().PhotoPath + "full.jpg", true},
-             {"\\Photos\\full.jpg", true}, {test.paths().PhotoPath + "empty.jpg", false},
-             {"\\Photos\\empty.jpg", false}, {"\\Photos\\none.jpg", false}, {"full.jpg", false}, {"", false}})
+    test.files().setFaultHook({});
+    test.put(own.PhotoPath + "full.jpg", "x");
+    test.put(own.PhotoPath + "empty.jpg", "");
+    for (const auto& [link, holds] : {std::pair{own.PhotoPath + "full.jpg", true}, {"\\Photos\\full.jpg", true},
+             {own.PhotoPath + "empty.jpg", false}, {"\\Photos\\empty.jpg", false}, {"\\Photos\\none.jpg", false},
+             {"full.jpg", false}, {"", false}})
         EXPECT_EQ(CheckPhotoLink(album, link), holds) << link;
     EXPECT_FALSE(isVideoFile("a.jpg") || isVideoFile("avi"));
     EXPECT_TRUE(isVideoFile("a.Avi") && isVideoFile("b.mov") && isVideoFile("c.MPG"));
@@ -315,40 +300,43 @@ TEST_F(LibraryFolders, TheReadOnlyTestLeavesNothingBehindAndSparesAFileOfItsName
 TEST_F(LibraryFolders, OfAReadOnlyOneTheTextsMoveAndKeepEditsUntilTheMediumIsNewer)
 {
     const Instant day{std::chrono::sys_days{std::chrono::year{2001} / 2 / 3}};
-    test.put(own.PhotoPath + "a.jpg", "12345");
+    const auto put = [&](const std::string& name, const std::string& text, Instant date) {
+        test.put(own.InfoPath + name, text);
+        FileService().setModified(own.InfoPath + name, date);
+    };
     for (const std::string name : {"a", "b", "c"})
-        putInfo(name, "medium", day);
+        put(name, "medium", day);
+    test.put(own.PhotoPath + "a.jpg", "12345");
     test.putGroup("Trip.lst", {"a.jpg"});
     test.setSetting("Installation", "Path", test.folder().native("not/there/yet")); // in the system's form
     const FaultHook readOnly = readOnlyBelow(test.library());
     test.files().setFaultHook([&](FileOperation operation, std::string_view path) {
         readOnly(operation, path);
-        if (operation == FileOperation::Copy && path.ends_with("b.info"))
+        if (operation == FileOperation::Copy && path.ends_with("b"))
             throw Failure(FailureKind::DiskFull);
     });
     start();
     const std::string moved = test.folder().inside("not\\there\\yet\\CD-5\\");
-    EXPECT_EQ(test.paths().InfoPath, moved + "Photo_Info\\");
+    const std::string info = test.paths().InfoPath;
+    EXPECT_EQ(info, moved + "Photo_Info\\");
     EXPECT_EQ(test.bytes(moved + "Photo_Slidegroups\\Trip.lst"), "a.jpg\r\n");
     EXPECT_EQ(test.paths().PhotoPath, own.PhotoPath);
-    EXPECT_EQ(titles(), "medium||medium|");
+    const auto texts = [&] {
+        return test.bytes(info + "a") + "|" + test.bytes(info + "b") + "|" + test.bytes(info + "c");
+    };
+    EXPECT_EQ(texts(), "medium||medium");
     logFailure(album, "Main", Failure(FailureKind::FileNotFound));
     EXPECT_EQ(test.log(), "");
 
-    test.files().setFaultHook({});
-    test.showGroup({"a"});
-    album.info.Title = "edited";
-    ASSERT_TRUE(SaveImageInfo(album, 1));
-    putInfo("c", "of the same date", day);
     test.files().setFaultHook(readOnly);
+    test.put(info + "a", "edited");
+    put("c", "of the same date", day);
     start();
-    EXPECT_EQ(titles(), "edited|medium|medium|");
-    test.files().setFaultHook({});
-    putInfo("b", "new medium", day + std::chrono::seconds(1));
-    test.files().setFaultHook(readOnly);
+    EXPECT_EQ(texts(), "edited|medium|medium");
+    put("b", "new medium", day + std::chrono::seconds(1));
     start();
-    EXPECT_EQ(titles(), "edited|new medium|medium|");
-    EXPECT_FALSE(MakeNestedFolders(album, moved + "Photo_Info\\a.info\\below a file\\"));
+    EXPECT_EQ(texts(), "edited|new medium|medium");
+    EXPECT_FALSE(MakeNestedFolders(album, info + "a\\below a file\\"));
     std::filesystem::resize_file(toNativePath(own.PhotoPath + "a.jpg"), 2'147'483'648);
     EXPECT_EQ(GetMediaFolderName(album, test.library()), "CD-236456") << "of more than the number holds";
 }
@@ -368,6 +356,9 @@ TEST_F(LibraryFolders, StandWhereTheSettingsPutThem)
             EXPECT_EQ(test.paths().*path, value) << key;
         }
     }
+    std::filesystem::remove_all(test.settingsFolder());
+    std::filesystem::create_directories(test.settingsFolder() + "/settings.txt");
+    EXPECT_FALSE(album.Settings().SetOWSetting("Trovarium", "Options", "AutoFix", "True"));
     EXPECT_FALSE(album.ReadOnlyLibrary);
 }
 
