@@ -92,22 +92,4 @@ TEST_F(PictureServiceTest, AnExpectedFileIsDecodedOnceAndNotShownWhenItHasChange
     EXPECT_TRUE(early.empty() || early.width() == 10);
 }
 
-TEST_F(PictureServiceTest, ExpectedFilesShowWhatAPlainLoadShowsAlsoWhenTheServiceEnds)
-{
-    std::vector<std::string> paths;
-    for (int i = 0; i < 40; ++i)
-        paths.push_back(put(std::to_string(i) + ".jpg", jpegBytes(testScene(120 + i, 90))));
-    for (std::size_t i = 0; i < paths.size(); ++i) {
-        const bool whole = i % 4 < 2;
-        const auto load = [&](PictureService& from) {
-            return (whole ? from.load(paths[i]) : from.loadReduced(paths[i], 20)).data();
-        };
-        PictureService plain(files);
-        pictures.expect({paths.begin() + static_cast<std::ptrdiff_t>(i), paths.end()}, whole ? 0 : 20);
-        EXPECT_EQ(load(plain)->naturalSize, QSize(120 + static_cast<int>(i), 90));
-        EXPECT_EQ(load(pictures)->pixels, load(plain)->pixels) << i;
-        plain.expect(paths);
-    }
-}
-
 } // namespace trovarium
