@@ -254,15 +254,4 @@ TEST_F(Timers, ATickThatFallsDueInALongHandlerComesOnceAndNotInsideIt)
     EXPECT_EQ(taken(), "tick ( ) tick ( ) ");
 }
 
-TEST_F(Timers, RunWhileAFormIsModalAndMayUnloadTheirOwn)
-{
-    when["tick"] = [this] {
-        form.unload();
-        other.hide();
-    };
-    form.load();
-    other.showModal();
-    EXPECT_EQ(taken(), "tick ");
-}
-
 } // namespace trovarium
