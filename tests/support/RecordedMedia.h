@@ -93,8 +93,6 @@ public:
         desktop.setMedia(this);
     }
     ~RecordedMedia() override { m_desktop.setMedia(nullptr); }
-    RecordedMedia(const RecordedMedia&) = delete;
-    RecordedMedia& operator=(const RecordedMedia&) = delete;
 
     std::unique_ptr<FilgraphManager> newFilgraphManager() override
     {
