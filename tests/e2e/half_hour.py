@@ -219,6 +219,9 @@ def first_start(desktop: VirtualDesktop, library: Library) -> None:
         user.take_out()
         user.read_help()
         equal("exit code of Exit on the File menu", program.exit(), 0)
+        for name in NAMES:
+            [kept] = library.photos.glob(f"**/{name}")
+            equal(f"{name} at the end", kept.read_bytes(), (library.root / "Camera" / name).read_bytes())
         equal("a sound in the show", any(library.tap.read_bytes()), True)
 
 

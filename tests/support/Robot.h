@@ -47,8 +47,6 @@ class Robot {
 public:
     explicit Robot(Desktop& desktop);
     ~Robot(); // what was told beforehand and never happened fails the test
-    Robot(const Robot&) = delete;
-    Robot& operator=(const Robot&) = delete;
 
     // Gives the keys held, for the release.
     int press(Control& control, int button = LeftButton, int shift = NoKeys, std::optional<At> at = {});
