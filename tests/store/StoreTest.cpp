@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <regex>
 #include <tuple>
 
 namespace trovarium {
@@ -366,10 +365,14 @@ TEST_F(Log, BeginsWithItsCreationAndTellsProcedureAndError)
 {
     logFailure(test.album(), "LoadGroupNames", Failure(FailureKind::PathNotFound));
     WriteLogLine(test.album(), logPath, "more");
-    EXPECT_TRUE(std::regex_match(test.log(),
-        std::regex("Created ../../.. ..:..\r\n../../..  ..:..:..[AP]M: An error has occurred in 'LoadGroupNames'[.] "
-                   "Error = Path not found\r\n../../..  ..:..:..[AP]M: more\r\n")))
-        << test.log();
+    std::string log = test.log();
+    std::replace_if(
+        log.begin(), log.end(), [](char c) { return c >= '0' && c <= '9'; }, '0');
+    for (std::size_t at = 0; (at = log.find("PM: ")) != std::string::npos;)
+        log[at] = 'A';
+    EXPECT_EQ(log,
+        "Created 00/00/00 00:00\r\n00/00/00  00:00:00AM: An error has occurred in 'LoadGroupNames'. Error = Path not "
+        "found\r\n00/00/00  00:00:00AM: more\r\n");
 }
 
 TEST_F(Log, LosesItsFirstLinesBeyondEightyThousandBytesAndNothingByAFailure)

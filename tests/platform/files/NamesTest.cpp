@@ -26,19 +26,6 @@ TEST_F(FileNames, OddNamesGoAroundThroughEveryOperation)
     }
 }
 
-TEST_F(FileNames, APathThatIsNotAbsoluteIsNeverLookedUpFromTheWorkingFolder)
-{
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(folder.path());
-    folder.write("a.jpg", "");
-    for (const std::string& path :
-        Names{"a.jpg", ".\\a.jpg", "\\a.jpg", "c:\\a.jpg", at("a.jpg") + std::string("\0x", 2)})
-        expect({{"exists !" + path, "False"}, {"length !" + path, NoFolder}, {"empty !" + path, NoFolder},
-            {"remove !" + path, NoFolder}});
-    std::filesystem::current_path(before);
-    expect({{"exists !", "False"}, {"length !", NoFile}, {"copy a.jpg > !", NoFile}, {"exists a.jpg", "True"}});
-}
-
 TEST_F(FileNames, WhatIsOnlyReadFallsBackToTheOneNameInAnotherCase)
 {
     folder.write("Fähre.JPG", "1234567");

@@ -54,17 +54,6 @@ TEST_F(ShellTest, TheProgramsFolderIsTheOneItWasStartedFrom)
         EXPECT_EQ(programPath(argument0), expected) << argument0;
 }
 
-TEST_F(ShellTest, TheInstalledCopyStandsInTheUsersDataFolder)
-{
-    const VariableForNow home("HOME", "/home/ann");
-    for (const char* folder : {"/data", "/data/", "//data/.//"}) {
-        const VariableForNow data("XDG_DATA_HOME", folder);
-        EXPECT_EQ(defaultInstallationPath(), "/data\\OmbrelaneWorks\\Trovarium") << folder;
-    }
-    const VariableForNow data("XDG_DATA_HOME", std::nullopt);
-    EXPECT_EQ(defaultInstallationPath(), "/home\\ann\\.local\\share\\OmbrelaneWorks\\Trovarium");
-}
-
 TEST_F(ShellTest, HandsADocumentOfAnyNameToTheDesktopAndStartsAProgramApart)
 {
     program("bin/xdg-open", "#!/bin/sh\nprintf %s \"$1\" >opened.new && mv opened.new opened\n");

@@ -143,20 +143,6 @@ TEST_F(Input, TabWalksOverWhatCanBeClickedAndKeysActOnIt)
     EXPECT_EQ(taken(), "key:16:1 box.down:1:0:100:80 key:32:0 char:32 ") << "a disabled button does nothing";
 }
 
-TEST_F(Input, AFormGetsTheKeysThatNothingElseTakesByTheirPlaceWhereTheSymbolHasNoCode)
-{
-    keys({65});
-    robot.key(form, 46, CtrlKey);
-    EXPECT_EQ(taken(), "key:65:0 char:97 key:17:2 key:46:2 ");
-    const std::tuple<int, quint32, std::string> cases[] = {{0x424, 38, "key:65:0 "}, {Qt::Key_Q, 38, "key:81:0 "},
-        {Qt::Key_Ampersand, 10, "key:49:0 "}, {Qt::Key_Comma, 58, "key:0:0 "}, {Qt::Key_MediaPlay, 172, "key:0:0 "}};
-    for (const auto& [symbol, place, heard] : cases) {
-        QKeyEvent event(QEvent::KeyPress, symbol, Qt::NoModifier, place, 0, 0);
-        QApplication::sendEvent(&form.view()->window(), &event);
-        EXPECT_EQ(taken(), heard) << symbol;
-    }
-}
-
 TEST_F(Input, ScreenReadersPressWhatIsDrawnAndReadABoxAsAProgressBar)
 {
     const QAccessibleInterface* surface = QAccessible::queryAccessibleInterface(&form.view()->client());

@@ -173,24 +173,6 @@ TEST_F(Painting, PlacesKeepTheirFractionsAndSizesFollowTheirContentInTheParentsS
     EXPECT_EQ(box.ScaleHeight(), 20);
 }
 
-TEST_F(Painting, ALabelGrowsAboutItsAlignmentOrCutsATextThatIsTooLong)
-{
-    text.Caption = "too many words to stand here";
-    const Shot shot = robot.shot(form);
-    text.Caption = "too many words to stand here, and more";
-    EXPECT_EQ(robot.shot(form), shot);
-    text.Raised = true;
-    EXPECT_NE(robot.shot(form), shot);
-    text.AutoSize = true;
-    const std::pair<Alignment, float> kept[] = {{Alignment::Left, 0}, {Alignment::Center, 0.5F}, {Alignment::Right, 1}};
-    for (const auto& [alignment, part] : kept) {
-        const float before = text.Left() + text.Width() * part;
-        text.Alignment = alignment;
-        text.Caption = text.Caption() + "&&";
-        EXPECT_FLOAT_EQ(text.Left() + text.Width() * part, before);
-    }
-}
-
 TEST_F(Painting, TheScreensPointerBeatsTheFormsAndThatTheControlsDefault)
 {
     const At item{15, 15};

@@ -72,27 +72,6 @@ protected:
     const std::string badIndex = "Invalid property array index";
 };
 
-TEST_F(ListsTest, ASortedListTakesItemsAtTheirPlaceAndThousandsComeAndGoAnywhere)
-{
-    fill({"pear", "Apple"});
-    list.ListIndex = 0;
-    list.Sorted = true;
-    EXPECT_EQ(itemsOf(list) + std::to_string(list.ListIndex()), "Apple pear -1");
-    fill({"  All Photos  ", "apple", "_b", "Pear", "apple"});
-    EXPECT_EQ(itemsOf(list), "  All Photos   Apple apple apple Pear pear _b ");
-    list.setList(1, "zebra");
-    list.setList(7, "at the end");
-    EXPECT_EQ(itemsOf(list), "  All Photos   zebra apple apple Pear pear _b at the end ") << "writing moves none";
-    list.Clear();
-    for (int i = 0; i < 3001; ++i)
-        list.AddItem(std::to_string(10000 + i * 1009 % 3001)); // each number once
-    for (int i = 0; i < 1400; ++i)
-        list.RemoveItem(i < 700 ? 0 : i); // the first 700, then every other behind the next 700
-    ASSERT_EQ(list.ListCount(), 1601);
-    for (int i = 0; i < 1601; ++i)
-        ASSERT_EQ(list.List(i), std::to_string(10700 + std::clamp(2 * i - 699, i, i + 700))) << i;
-}
-
 TEST_F(ListsTest, CodeChoosesOneOrSeveralAndTheChoiceFollowsItsItem)
 {
     list.Sorted = true;

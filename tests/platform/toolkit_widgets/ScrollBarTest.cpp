@@ -91,20 +91,6 @@ TEST_F(ScrollBarTest, ADragRaisesScrollAndOneChangeOnReleaseWhereItEndsElsewhere
     }
 }
 
-TEST_F(ScrollBarTest, AHandlerThatClosesTheBarForAMomentDoesNotBreakOffAHeldArrow)
-{
-    when["C"] = [&] {
-        bar.Enabled = false;
-        desktop.DoEvents();
-        bar.Enabled = true;
-    };
-    show();
-    robot.press(bar, LeftButton, NoKeys, downArrow);
-    EXPECT_TRUE(robot.until([&] { return bar.Value() == 5; }));
-    robot.release();
-    EXPECT_EQ(taken().substr(0, 32), "C:2 S:2 C:3 S:3 C:4 S:4 C:5 S:5 ") << "one step at a time";
-}
-
 } // namespace
 
 } // namespace trovarium
