@@ -29,17 +29,17 @@ protected:
     }
 
     // A photograph of the library of that size in pixels.
-    void putPhoto(const std::string& name, int width, int height, const std::vector<std::string>& lines = {})
+    void putPhoto(const std::string& name, int width, int height, const Names& lines = {})
     {
         test.put(test.paths().PhotoPath + name, plainBitmap(width, height));
-        putInfo(name, "\\Photos\\" + name, lines);
+        putInfo(name, lines);
     }
-    // An information file with `lines` behind the link.
-    void putInfo(const std::string& name, const std::string& link, const std::vector<std::string>& lines = {})
+    // The information alone, with `lines` behind the link.
+    void putInfo(const std::string& name, const Names& lines)
     {
-        test.put(test.paths().InfoPath + name + ".info", "PhotoPath=" + link + "\r\n" + joinedLines(lines));
+        test.put(test.paths().InfoPath + name + ".info", "PhotoPath=\\Photos\\" + name + "\r\n" + joinedLines(lines));
     }
-    void openAlbum(const std::vector<std::string>& names)
+    void openAlbum(const Names& names)
     {
         putGroup("  All Photos  ", names);
         putGroup("Alps", names);
