@@ -156,26 +156,6 @@ TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnceAndStaysOneUntilItsEnd)
     }
 }
 
-TEST_F(ThumbnailDragTest, ADragThatAMenuBreaksOffDropsNothing)
-{
-    openGroup(4);
-    for (const At& place : {At{400, 200}, onRow(2)}) {
-        robot.press(main().imgThumbnail(2));
-        robot.moveTo(main(), place);
-        robot.whenMenuOpens([&] {
-            EXPECT_FALSE(marksShow());
-            robot.dismissMenu();
-        });
-        robot.press(main().imgThumbnail(2), RightButton);
-        robot.release(); // goes to the menu
-        robot.moveTo(main().imgThumbnail(0));
-        EXPECT_FALSE(thumbnailDrag().ThumbnailDragging || marksShow());
-        EXPECT_EQ(main().imgThumbnail(2).MousePointer(), DefaultPointer);
-        robot.click(main().imgThumbnail(3), MiddleButton);
-    }
-    EXPECT_EQ(order("Alps") + linesOf("Rome").back(), "1234old.jpg");
-}
-
 TEST_F(ThumbnailDragTest, AThousandDragsKeepTheSameLines)
 {
     openGroup(40);

@@ -31,19 +31,6 @@ TEST_F(ThumbnailPagesTest, PagesBarAndTextsFollowTheSizeOfTheGroup)
     }
 }
 
-TEST_F(ThumbnailPagesTest, ACellWithoutAThumbnailHasItsNameAndNoPicture)
-{
-    openGroup(3);
-    const Names lines{"p1.jpg", "", "gone.jpg", "p3.jpg"};
-    test.put(test.paths().ThumbnailPath + "p3.jpg", "no picture");
-    putGroup("Alps", lines);
-    pressRowNamed("Rome");
-    pressRowNamed("Alps");
-    EXPECT_EQ(cells(), lines);
-    for (int cell = 0; cell < 4; ++cell)
-        EXPECT_EQ(main().imgThumbnail(cell).Picture().empty(), cell > 0) << "an old picture stays behind";
-}
-
 TEST_F(ThumbnailPagesTest, APageTakesTheFrameBackFromAPhotograph)
 {
     openGroup(2);
