@@ -13,6 +13,7 @@ namespace {
 
 constexpr float Down = 454; // pixels of the frame: 469 - 15
 constexpr float Raised = 305;
+constexpr Color ChosenRed{255, 0, 0};
 
 class InfoBoxTest : public ViewerWindow {
 protected:
@@ -87,8 +88,8 @@ TEST_F(InfoBoxTest, ThePanelSlidesPixelByPixelAndThePositionDecidesWhatMovesIt)
         else
             robot.click(main().optInfoPosition(index));
         for (int i = 0; i < 3; ++i) {
-            const OptionButton& option = main().optInfoPosition(i);
-            EXPECT_TRUE(option.Value() == (i == index) && (option.BackColor() == Color{255, 0, 0}) == (i == index));
+            EXPECT_EQ(main().optInfoPosition(i).Value(), i == index);
+            EXPECT_EQ(main().optInfoPosition(i).BackColor(), i == index ? ChosenRed : PanelGrey);
             EXPECT_EQ(entries[static_cast<std::size_t>(i)]->Checked(), i == index);
         }
         EXPECT_EQ(top(), atOnce);

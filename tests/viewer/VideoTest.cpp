@@ -113,9 +113,7 @@ TEST_F(VideoTest, WhateverFailsIsSilentAndAFilmOpenedWhileAnotherIsClosedIsClose
     while (!isGone)
         video.OpenVideo(test.paths().PhotoPath + "b.Mpg", builder.imgSize);
     video.VideoCommand("play");
-    const std::string all = told();
-    const std::size_t second = all.find("b.Mpg ", all.find("a.avi "));
-    EXPECT_EQ(all.substr(second - closed.size(), closed.size()), closed);
+    EXPECT_NE(told().find(closed + "b.Mpg "), std::string::npos);
 }
 
 } // namespace trovarium
