@@ -68,6 +68,14 @@ void MainWindow::putPhotos(const Names& lines)
     }
 }
 
+std::string MainWindow::numbersOf(const std::string& group)
+{
+    std::string text;
+    for (const std::string& line : linesOf(group))
+        text += line.at(1);
+    return text;
+}
+
 void MainWindow::openGroup(int photos, int more)
 {
     putPhotos(names(photos));

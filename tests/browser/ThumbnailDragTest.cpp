@@ -35,14 +35,6 @@ protected:
         EXPECT_EQ(main().shpDropPosition.Visible(), main().shpThumbnailSelect(16).Visible());
         return main().shpDropPosition.Visible();
     }
-    // The numbers of the photographs.
-    std::string numbersOf(const std::string& name)
-    {
-        std::string text;
-        for (const std::string& line : linesOf(name))
-            text += line.substr(1, line.find('.') - 1);
-        return text;
-    }
 };
 
 } // namespace
@@ -67,16 +59,18 @@ TEST(DropGeometryTest, ThePointerAimsAtAQuarterOfTheFrameAndTurnsPagesAtItsEdges
 TEST_F(ThumbnailDragTest, ADropMovesTheSelectionAsOneBlock)
 {
     openGroup(6, 8);
-    for (const auto& [cell, place, shift, order] : {std::tuple{4, leftOf(0), NoKeys, "512346"},
-             {0, At{232, 178}, NoKeys, "123465"}, // the right half of a cell of the second row
-             {0, {500, 440}, NoKeys, "234651"},   // past the end lands behind the last
-             {1, leftOf(1), NoKeys, "234651"}, {5, leftOf(2), CtrlKey, "243165"}}) {
-        drag(cell, place, shift);
+    for (const auto& [selected, cell, place, order] :
+        {std::tuple<Positions, int, At, const char*>{{}, 4, leftOf(0), "512346"},
+            {{}, 0, {232, 178}, "123465"}, // the right half of a cell of the second row
+            {{}, 0, {500, 440}, "234651"}, // past the end lands behind the last
+            {{}, 1, leftOf(1), "234651"}, {{1, 6}, 3, leftOf(2), "326145"}}) {
+        select(selected);
+        drag(cell, place, CtrlKey);
         EXPECT_EQ(numbersOf("Alps"), order);
     }
     robot.click(main().pctArrows(2));
     drag(2, leftOf(0));
-    EXPECT_EQ(numbersOf("Alps") + numbersOf("h1"), "243165324165") << "after a scroll the row is written";
+    EXPECT_EQ(numbersOf("Alps") + numbersOf("h1"), "326145632145") << "after a scroll the row is written";
 }
 
 TEST_F(ThumbnailDragTest, MoreThanTwoHundredTwipsStartADrag)
