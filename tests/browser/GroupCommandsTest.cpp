@@ -75,21 +75,6 @@ TEST_F(GroupCommandsTest, ANewGroupTakesANameThatIsFreeAndIsMendedAfterThat)
     EXPECT_EQ(group().CurrentGroupName, "Alps");
 }
 
-TEST_F(GroupCommandsTest, ANewGroupTakesCopiesOfTheSelectionOrTheSelectionAway)
-{
-    openGroup(4);
-    select({2, 4});
-    prompts.expectInput(AskName, "Spring");
-    main().groupCommands().CreateAlbumGroup(CreateWithCopies);
-    EXPECT_EQ(linesOf("Alps"), names(4));
-    prompts.expectInput(AskName, "Winter");
-    robot.whenMenuOpens([&] { robot.choose(main().mnuThumbMoveNewGroup); });
-    robot.press(main().imgThumbnail(1), RightButton);
-    EXPECT_EQ(linesOf("Winter"), (Names{"p2.jpg", "p4.jpg"}));
-    EXPECT_EQ(linesOf("Spring"), linesOf("Winter"));
-    EXPECT_EQ(linesOf("Alps"), (Names{"p1.jpg", "p3.jpg"}));
-}
-
 TEST_F(GroupCommandsTest, TheRowPressedLastIsDeletedWithItsMusic)
 {
     openGroup(2);
@@ -130,11 +115,11 @@ TEST_F(GroupCommandsTest, TheGroupOnShowIsRenamedWithItsMusic)
 TEST_F(GroupCommandsTest, WhatTheDiskRefusesIsLoggedUnderOneNameAndARenameNotAtAll)
 {
     openGroup(3);
+    main().groupList().SelectedGroupName = "Rome";
     test.failAt(FileOperation::Open, ".lst", FailureKind::PermissionDenied);
     prompts.expectInput(AskName, "Winter");
     main().groupCommands().CreateAlbumGroup(CreateEmpty);
     test.failAt(FileOperation::Delete, ".lst", FailureKind::PermissionDenied);
-    main().groupList().SelectedGroupName = "Rome";
     prompts.expectQuestion(AskDeletion, Answer::Yes);
     main().groupCommands().DeleteAlbumGroup();
     test.failAt(FileOperation::Rename, ".lst", FailureKind::PermissionDenied);
@@ -145,7 +130,7 @@ TEST_F(GroupCommandsTest, WhatTheDiskRefusesIsLoggedUnderOneNameAndARenameNotAtA
     EXPECT_EQ(logLines(), Names(2, "An error has occurred in 'CreateAlbumGroup'. Error = Permission denied"));
 }
 
-TEST_F(GroupsDialogTest, AReleaseInTheListCopiesAndEnterMovesAndItIsFilledAtEveryShowing)
+TEST_F(GroupsDialogTest, AReleaseCopiesEnterMovesTheButtonMakesAGroupAndAnEmptyListTakesTheEmptyName)
 {
     choose(main().mnuEditAdd, [&] {
         EXPECT_EQ(offered(), "Copy Bath: Bath Rome") << "not the one on show, nor all photographs";
@@ -153,37 +138,29 @@ TEST_F(GroupsDialogTest, AReleaseInTheListCopiesAndEnterMovesAndItIsFilledAtEver
         clickEntry(1);
     });
     EXPECT_EQ(linesOf("Rome"), (Names{"old.jpg", "p1.jpg", "p3.jpg"}));
-    EXPECT_EQ(linesOf("Alps"), names(4));
-    EXPECT_EQ(selectedPositions(), (Positions{1, 3}));
     choose(main().mnuEditMove, [&] { robot.close(groups()); });
-    EXPECT_EQ(linesOf("Alps"), names(4)) << "the close box cancels";
-    putGroup("Cork", {});
-    main().groupList().LoadGroupNames();
+    prompts.expectInput(AskName, "Ayr");
+    choose(main().mnuEditAdd, [&] { robot.click(groups().cmdNewGroup); });
+    EXPECT_EQ(linesOf("Ayr"), (Names{"p1.jpg", "p3.jpg"}));
+    EXPECT_EQ(cells(), names(4)) << "copies stay, and the close box cancels";
     choose(main().mnuEditMove, [&] {
-        EXPECT_EQ(offered(), "Move Bath: Bath Cork Rome");
+        EXPECT_EQ(offered(), "Move Ayr: Ayr Bath Rome") << "filled anew";
         groups().lstGroups.SetFocus();
         robot.key(groups(), AKey);
         EXPECT_TRUE(groups().isShown());
         robot.key(groups(), EnterKey);
     });
-    EXPECT_EQ(linesOf("Bath"), (Names{"p1.jpg", "p3.jpg"}));
-    EXPECT_EQ(linesOf("Alps"), (Names{"p2.jpg", "p4.jpg"}));
-    EXPECT_EQ(cells(), linesOf("Alps"));
+    EXPECT_EQ(linesOf("Ayr"), (Names{"p1.jpg", "p3.jpg", "p1.jpg", "p3.jpg"}));
     EXPECT_EQ(selectedPositions(), Positions{});
-}
-
-TEST_F(GroupsDialogTest, ItsButtonMakesAGroupForWhatItWasOpenedForAndAnEmptyListTakesTheEmptyName)
-{
-    for (Menu* entry : {&main().mnuEditAdd, &main().mnuEditMove}) {
-        prompts.expectInput(AskName, entry->Name());
-        choose(*entry, [&] { robot.click(groups().cmdNewGroup); });
-        EXPECT_EQ(linesOf(entry->Name()), (Names{"p1.jpg", "p3.jpg"}));
-        EXPECT_EQ(linesOf("Alps").size(), entry == &main().mnuEditMove ? 2U : 4U);
-    }
-    for (const char* name : {"Bath", "Rome", "mnuEditAdd", "mnuEditMove"})
+    select({1});
+    prompts.expectInput(AskName, "Ely");
+    choose(main().mnuEditMove, [&] { robot.click(groups().cmdNewGroup); });
+    EXPECT_EQ(linesOf("Ely"), Names{"p2.jpg"});
+    EXPECT_EQ(cells(), Names{"p4.jpg"});
+    for (const char* name : {"Ayr", "Bath", "Ely", "Rome"})
         test.files().remove(test.paths().SlideGroupPath + name + ".lst");
     main().groupList().LoadGroupNames();
-    select({2});
+    select({1});
     robot.whenShown("frmGroups", [&] {
         desktop.DoEvents();
         clickEntry(0);

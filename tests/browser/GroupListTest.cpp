@@ -3,8 +3,6 @@
 #include "browser/GroupListPane.h"
 #include "platform/toolkit/Desktop.h"
 
-#include <tuple>
-
 namespace trovarium {
 
 namespace {
@@ -13,17 +11,19 @@ constexpr const char* AllPhotos = "  All Photos  ";
 
 class GroupListTest : public MainWindow {
 protected:
-    // Groups "g1", "g2", ... besides that of all photographs, and which arrows show then.
-    void openGroups(int count, int photos = 3)
+    // Groups "g1", "g2", ... besides that of all photographs.
+    void openGroups(int count)
     {
         for (int i = 1; i <= count; ++i)
             putGroup("g" + std::to_string(i), {});
-        putGroup(AllPhotos, names(photos));
+        putGroup(AllPhotos, names(3));
         open();
     }
+    // Which arrows show above and below the first row of the list.
     std::string arrows()
     {
-        return std::string(main().pctArrows(0).Visible() ? "up" : "") + (main().pctArrows(2).Visible() ? "down" : "");
+        return (main().pctArrows(0).Visible() ? "up " : "") + rows().front()
+            + (main().pctArrows(2).Visible() ? " down" : "");
     }
 };
 
@@ -32,37 +32,35 @@ protected:
 TEST_F(GroupListTest, TheListMovesOneRowAClickAndStopsAtItsEnds)
 {
     openGroups(7);
-    EXPECT_EQ(arrows(), "");
+    EXPECT_EQ(arrows(), AllPhotos);
     putGroup("g8", {});
     putGroup("g9", {});
     main().groupList().LoadGroupNames();
     pressRow(0);
-    EXPECT_EQ(arrows(), "down");
+    EXPECT_EQ(arrows(), "  All Photos   down");
     robot.click(main().pctArrows(2));
-    EXPECT_EQ(rows(), (Names{"g1", "g2", "g3", "g4", "g5", "g6", "g7", "g8"}));
-    EXPECT_EQ(arrows(), "updown");
+    EXPECT_EQ(arrows() + rows().back(), "up g1 downg8");
     EXPECT_EQ(brightRows(), Positions{}) << "a redraw goes back to dark";
     EXPECT_EQ(main().groupList().CurrentGroupRow, 0);
     robot.click(main().pctArrows(2));
-    EXPECT_EQ(arrows(), "up");
-    EXPECT_FALSE(main().groupList().ScrollGroupNames(3)) << "beyond the end";
-    EXPECT_FALSE(main().groupList().ScrollGroupNames(-1)) << "before the start";
+    for (const int outside : {3, -1})
+        EXPECT_FALSE(main().groupList().ScrollGroupNames(outside));
     main().groupList().LoadGroupNames();
-    EXPECT_EQ(rows().front(), "g2") << "the names read anew stay where they are";
+    EXPECT_EQ(arrows(), "up g2") << "the names read anew stay where they are";
     pressRow(0);
     EXPECT_EQ(group().CurrentGroupName, "g2");
     EXPECT_EQ(view().CurrentIndex, 0) << "taken for the group on show, by its row";
     robot.click(main().pctArrows(0));
     robot.click(main().pctArrows(0));
-    EXPECT_EQ(rows().front() + arrows(), "  All Photos  down");
+    EXPECT_EQ(arrows(), "  All Photos   down");
     EXPECT_FALSE(main().pctArrows(1).Visible()) << "the pressed arrow is hidden again";
 }
 
-TEST_F(GroupListTest, APressOnARowOpensItsGroupOnPageOne)
+TEST_F(GroupListTest, APressOnARowOpensItsGroupOnPageOneAndARightPressItsMenu)
 {
     for (const char* file : {"Zebra.lst", "aardvark.lst", "Beach.lst", "temp.group"})
         test.putGroup(file, {});
-    test.putGroup("a.b.lst", names(20));
+    putGroup("a.b", names(20));
     putGroup("a", names(20));
     openGroups(0);
     EXPECT_EQ(rows(), (Names{AllPhotos, "a", "a", "aardvark", "Beach", "Zebra"}));
@@ -74,21 +72,7 @@ TEST_F(GroupListTest, APressOnARowOpensItsGroupOnPageOne)
     EXPECT_EQ(selectedPositions(), Positions{}) << "another group leaves nothing selected";
     main().VScroll1.Value = 2;
     view().CurrentIndex = 3;
-    pressRow(1);
-    EXPECT_EQ(page(), "Page 2 of 2") << "the group on show keeps its page";
-    EXPECT_EQ(selectedPositions(), Positions{3}) << "and marks the current photograph";
-    pressRow(0);
-    pressRow(1);
-    EXPECT_EQ(page(), "Page 1 of 2");
-}
-
-TEST_F(GroupListTest, ARightPressShowsTheMenuAndLeavesTheGroupOnShow)
-{
-    openGroups(9, 5);
-    select({2, 3});
-    view().CurrentIndex = 4;
-    for (const auto& [arrow, row, selected] : {std::tuple{2, 3, Positions{2, 3}}, {0, 0, {4}}}) {
-        robot.click(main().pctArrows(arrow));
+    for (const int row : {3, 0}) {
         view().ViewMode = ViewPhoto;
         robot.whenMenuOpens([&] {
             EXPECT_EQ(main().mnuGroupRemove.Enabled(), row != 0) << "by the row that is pressed";
@@ -97,10 +81,15 @@ TEST_F(GroupListTest, ARightPressShowsTheMenuAndLeavesTheGroupOnShow)
             robot.dismissMenu();
         });
         pressRow(row, RightButton);
-        EXPECT_EQ(group().CurrentGroupName, AllPhotos);
-        EXPECT_EQ(selectedPositions(), selected) << "a list that isn't scrolled marks the current photograph";
+        EXPECT_EQ(group().CurrentGroupName, "a");
+        EXPECT_EQ(selectedPositions(), Positions{3}) << "the current photograph is marked";
         EXPECT_EQ(view().ViewMode, ViewThumbnails);
     }
+    pressRow(1);
+    EXPECT_EQ(page(), "Page 2 of 2") << "the group on show keeps its page";
+    pressRow(0);
+    pressRow(1);
+    EXPECT_EQ(page(), "Page 1 of 2");
 }
 
 TEST_F(GroupListTest, AFolderThatCantBeListedIsLoggedAndTheHintNeverComes)

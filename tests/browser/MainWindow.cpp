@@ -62,10 +62,18 @@ Names MainWindow::names(int count, const std::string& stem)
 void MainWindow::putPhotos(const Names& lines)
 {
     for (const std::string& name : lines) {
-        test.put(test.paths().PhotoPath + name, plainBitmap(40, 30));
+        test.put(test.paths().PhotoPath + name, plainBitmap(40, 30) + name); // each with bytes of its own
         test.put(test.paths().ThumbnailPath + name, plainBitmap(20, 15));
         test.put(test.paths().InfoPath + name + ".info", joinedLines({"PhotoPath=\\Photos\\" + name, "TITLE=" + name}));
     }
+}
+
+std::string MainWindow::numbersOf(const std::string& group)
+{
+    std::string text;
+    for (const std::string& line : linesOf(group))
+        text += line.at(1);
+    return text;
 }
 
 void MainWindow::openGroup(int photos, int more)

@@ -32,6 +32,7 @@ protected:
     // Information file and thumbnail of each name.
     void putPhotos(const Names& lines);
     Names linesOf(const std::string& group) { return test.groupLines(group + ".lst"); }
+    std::string numbersOf(const std::string& group); // of the photographs of one digit
     // The window with the group "Alps" of so many photographs on show, "Rome" of one, and more, empty: "h1", "h2".
     void openGroup(int photos, int more = 0);
 

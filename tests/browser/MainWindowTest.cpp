@@ -35,8 +35,10 @@ TEST_F(MainWindowTest, EachEntryOpensWhatItNames)
     EXPECT_EQ(
         opened, "welcome import import export export search search midi midi wav show about copy copy move move ");
     main().Form_Activate(); // the welcome came once in the life of the installation
-    prompts.expectInput("Enter name for new group.", "");
-    main().mnuGroupNewGroup.Click.raise();
+    for (Menu* entry : {&main().mnuGroupNewGroup, &main().mnuThumbMoveNewGroup}) {
+        prompts.expectInput("Enter name for new group.", "");
+        entry->Click.raise();
+    }
     prompts.expectInput("Rename \"Alps\" group to ...", "");
     main().mnuGroupRenameGroup.Click.raise();
     robot.whenMenuOpens([&] { robot.dismissMenu(); });
