@@ -61,7 +61,7 @@ TEST_F(ImportRunTest, PhotographsGetInformationThumbnailsAndTheirPlaceAndNoneIsL
 
         expectErrors("p1.jpg");
         import({"p1.jpg"}, {Overwrite}, test.paths().PhotoPath);
-        EXPECT_EQ(photo("p1.jpg"), plainBitmap(40, 30)) << "never the one that is imported";
+        EXPECT_EQ(photo("p1.jpg"), plainBitmap(40, 30) + "p1.jpg") << "never the one that is imported";
         EXPECT_FALSE(test.isThere(test.paths().ThumbnailPath + "p1.jpg"));
         for (const std::string& path : {test.paths().PhotoPath + "c.jpg", test.paths().InfoPath + "c.jpg"})
             test.put(path, "old");
