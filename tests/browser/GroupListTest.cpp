@@ -7,18 +7,8 @@ namespace trovarium {
 
 namespace {
 
-constexpr const char* AllPhotos = "  All Photos  ";
-
 class GroupListTest : public MainWindow {
 protected:
-    // Groups "g1", "g2", ... besides that of all photographs.
-    void openGroups(int count)
-    {
-        for (int i = 1; i <= count; ++i)
-            putGroup("g" + std::to_string(i), {});
-        putGroup(AllPhotos, names(3));
-        open();
-    }
     // Which arrows show above and below the first row of the list.
     std::string arrows()
     {
@@ -31,25 +21,26 @@ protected:
 
 TEST_F(GroupListTest, TheListMovesOneRowAClickAndStopsAtItsEnds)
 {
-    openGroups(7);
-    EXPECT_EQ(arrows(), AllPhotos);
-    putGroup("g8", {});
-    putGroup("g9", {});
+    openGroup(3, 5);
+    EXPECT_EQ(arrows(), "  All Photos  ");
+    putGroup("h6", {});
+    putGroup("h7", {});
     main().groupList().LoadGroupNames();
     pressRow(0);
     EXPECT_EQ(arrows(), "  All Photos   down");
     robot.click(main().pctArrows(2));
-    EXPECT_EQ(arrows() + rows().back(), "up g1 downg8");
+    EXPECT_EQ(arrows() + rows().back(), "up Alps downh7");
     EXPECT_EQ(brightRows(), Positions{}) << "a redraw goes back to dark";
     EXPECT_EQ(main().groupList().CurrentGroupRow, 0);
     robot.click(main().pctArrows(2));
     for (const int outside : {3, -1})
         EXPECT_FALSE(main().groupList().ScrollGroupNames(outside));
     main().groupList().LoadGroupNames();
-    EXPECT_EQ(arrows(), "up g2") << "the names read anew stay where they are";
+    EXPECT_EQ(arrows(), "up h1") << "the names read anew stay where they are";
+    view().CurrentIndex = 2;
     pressRow(0);
-    EXPECT_EQ(group().CurrentGroupName, "g2");
-    EXPECT_EQ(view().CurrentIndex, 0) << "taken for the group on show, by its row";
+    EXPECT_EQ(group().CurrentGroupName, "h1");
+    EXPECT_EQ(view().CurrentIndex, 2) << "taken for the group on show, by its row";
     robot.click(main().pctArrows(0));
     robot.click(main().pctArrows(0));
     EXPECT_EQ(arrows(), "  All Photos   down");
@@ -62,8 +53,9 @@ TEST_F(GroupListTest, APressOnARowOpensItsGroupOnPageOneAndARightPressItsMenu)
         test.putGroup(file, {});
     putGroup("a.b", names(20));
     putGroup("a", names(20));
-    openGroups(0);
-    EXPECT_EQ(rows(), (Names{AllPhotos, "a", "a", "aardvark", "Beach", "Zebra"}));
+    putGroup("  All Photos  ", names(3));
+    open();
+    EXPECT_EQ(rows(), (Names{"  All Photos  ", "a", "a", "aardvark", "Beach", "Zebra"}));
     EXPECT_EQ(selectedPositions(), Positions{0}) << "the start selects no photograph and counts one";
     EXPECT_EQ(main().lbStatusSelected.Caption(), "Selected 1");
     EXPECT_EQ(main().lbCount.Caption(), "Group [  All Photos  ] Viewing 0 of 3");

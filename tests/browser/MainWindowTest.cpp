@@ -61,11 +61,11 @@ TEST_F(MainWindowTest, EachEntryOpensWhatItNames)
 TEST_F(MainWindowTest, ExitUnloadsTheWindowAndEndsTheProgram)
 {
     open();
-    bool isLast = false;
-    main().dialogs().unloadAllForms = [&] { isLast = !main().tmrInfoBox.Enabled(); };
     main().tmrInfoBox.Enabled = true;
+    main().dialogs().unloadAllForms = [&] { opened += main().tmrInfoBox.Enabled() ? "too early" : "all closed"; };
     EXPECT_EQ(desktop.guarded([&] { main().menus().mnuFileExit_Click(); }), 0);
-    EXPECT_TRUE(isLast && !isOpen());
+    EXPECT_EQ(opened, "all closed");
+    EXPECT_FALSE(isOpen());
 }
 
 } // namespace trovarium
