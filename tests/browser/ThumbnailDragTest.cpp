@@ -144,7 +144,7 @@ TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnceAndStaysOneUntilItsEnd)
     robot.whenMenuOpens([&] { robot.dismissMenu(); });
     robot.press(main().imgThumbnail(2), RightButton);
     robot.release();
-    robot.moveTo(main().imgThumbnail(0));
+    robot.moveTo(main().imgThumbnail(0), At{2, 2});
     EXPECT_FALSE(thumbnailDrag().ThumbnailDragging || marksShow());
     EXPECT_EQ(main().imgThumbnail(2).MousePointer() + std::stoi(numbersOf("Rome")), DefaultPointer + 9);
 }
