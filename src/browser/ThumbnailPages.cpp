@@ -15,10 +15,6 @@
 
 namespace trovarium {
 
-namespace {
-
-} // namespace
-
 ThumbnailPages::ThumbnailPages(frmMain& form, Album& album)
     : m_form(form)
     , m_album(album)

@@ -6,13 +6,12 @@ namespace trovarium {
 
 inline constexpr int Columns = 4; // of the page of thumbnails
 inline constexpr int Rows = 4;
-inline constexpr int DragFrame = 16; // in shpThumbnailSelect, behind those of the cells: follows the pointer
+inline constexpr int DragFrame = Columns * Rows; // in shpThumbnailSelect, behind those of the cells: in a drag
 
 inline constexpr int GroupRows = 8; // in pctAlbumList; behind them, out of sight, lie the looks of a row
 inline constexpr int BrightBar = 10;
 inline constexpr int DarkBar = 11;
 
-inline constexpr float StripHeight = 15;       // pixels of the information box that show while it is down
-inline constexpr float ParkedBeyondFrame = 20; // pixels from the frame's right edge to a film that isn't on show
+inline constexpr float StripHeight = 15; // pixels of the information box that show while it is down
 
 } // namespace trovarium

@@ -33,6 +33,7 @@ namespace {
 constexpr Color Yellow{255, 255, 0};
 constexpr float FileNameFont = 11; // pixels: a name of the usual length fits its cell
 constexpr float StatusFont = 10;   // pixels: "Photo 32767 of 32767" fits its panel
+constexpr float VideoParking = 20; // pixels beyond the frame's right edge
 
 // ---- the plans of the arrays, in twips ----
 
@@ -281,7 +282,7 @@ try {
 
 void frmMain::parkVideo()
 {
-    picVideoWindow.Left = pctWindow.ScaleWidth() + ParkedBeyondFrame;
+    picVideoWindow.Left = pctWindow.ScaleWidth() + VideoParking;
 }
 
 // The welcome comes once in the life of an installation.

@@ -84,7 +84,7 @@ try {
     m_form.cmdPlayAudioClip(0).Enabled = hasClip;
     m_form.cmdPlayAudioClip(1).Enabled = hasClip;
     if (unseen)
-        logFailure(m_album, "LoadInfoBox", *unseen);
+        throw Failure(*unseen);
 } catch (const Failure& failure) {
     logFailure(m_album, "LoadInfoBox", failure);
 }

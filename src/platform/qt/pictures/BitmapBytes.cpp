@@ -4,6 +4,8 @@
 #include <QImage>
 #include <QPainter>
 
+#include <new>
+
 namespace trovarium {
 
 std::string bitmapBytes(const QImage& image)
@@ -17,7 +19,8 @@ std::string bitmapBytes(const QImage& image)
     opaque.setDotsPerMeterY(PixelsPerMetre);
     QBuffer file;
     file.open(QIODevice::WriteOnly);
-    opaque.save(&file, "BMP");
+    if (!opaque.save(&file, "BMP"))
+        throw std::bad_alloc(); // no room for the pixels: nothing else stops a write into memory
     return file.data().toStdString();
 }
 
