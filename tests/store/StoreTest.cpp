@@ -341,7 +341,7 @@ TEST_F(Store, FoldersStandWhereTheSettingsPutThem)
     EXPECT_FALSE(album.Settings().SetOWSetting("Trovarium", "Options", "AutoFix", "True"));
 }
 
-TEST_F(Store, ALogBeginsWithItsCreationAndTellsProcedureAndError)
+TEST_F(Store, ALogBeginsWithItsCreationAndLosesItsFirstLinesBeyondEightyThousandBytesAndNothingByAFailure)
 {
     logFailure(album, "LoadGroupNames", Failure(FailureKind::FileNotFound));
     WriteLogLine(album, logPath, "more");
@@ -351,10 +351,7 @@ TEST_F(Store, ALogBeginsWithItsCreationAndTellsProcedureAndError)
     EXPECT_EQ(log,
         "Created 00/00/00 00:00\r\n00/00/00  00:00:00AM: An error has occurred in 'LoadGroupNames'. Error = File not "
         "found\r\n00/00/00  00:00:00AM: more\r\n");
-}
 
-TEST_F(Store, ALogLosesItsFirstLinesBeyondEightyThousandBytesAndNothingByAFailure)
-{
     std::string letters;
     for (int i = 0; i < 5000; ++i)
         letters += "Ł";
