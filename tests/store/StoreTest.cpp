@@ -215,7 +215,6 @@ TEST_F(Store, TheLinkIsThatOfTheFirstLineWithItsKeyAndHoldsWhenThePhotographIsTh
     EXPECT_EQ(GetPhotoLink(album, "a.jpg.info"), "");
     EXPECT_EQ(test.files().freeFile(), 2) << "a read that fails leaves its file open";
 
-    test.files().setFaultHook({});
     test.put(own.PhotoPath + "full.jpg", "x");
     test.put(own.PhotoPath + "empty.jpg", "");
     for (const auto& [link, holds] : {std::pair{own.PhotoPath + "full.jpg", true}, {"\\Photos\\full.jpg", true},
@@ -253,7 +252,6 @@ TEST_F(Store, TheReadOnlyTestSparesAFileOfItsNameAndNeitherItNorAKilledRunLeaves
     EXPECT_FALSE(IsFolderReadOnly(album, test.library() + "\\"));
     test.failAt(FileOperation::Exists);
     EXPECT_FALSE(IsFolderReadOnly(album, test.library()));
-    test.files().setFaultHook({});
     EXPECT_EQ(test.bytes(test.library() + "\\test.txt"), "mine");
     EXPECT_FALSE(album.ReadOnlyLibrary);
     EXPECT_TRUE(IsFolderReadOnly(album, test.library() + "\\none"));
