@@ -23,7 +23,6 @@ class Store : public testing::Test {
 protected:
     std::string bytes(std::string_view name) { return test.bytes(folder + std::string(name)); }
     Lines lists() { return test.files().list(folder + "*"); }
-    // As each start does it.
     void start()
     {
         readFolderSettings(album);
@@ -140,8 +139,7 @@ TEST(GroupName, IsMendedWhereAFileCannotBearItAndMarksTheGroupOfAllInAnyCase)
         EXPECT_EQ(text, mended);
     }
     EXPECT_EQ(groupNameOf("a.b.lst"), "a");
-    EXPECT_TRUE(isAllPhotosGroup("  all PHOTOS  "));
-    EXPECT_FALSE(isAllPhotosGroup("All Photos"));
+    EXPECT_TRUE(isAllPhotosGroup("  all PHOTOS  ") && !isAllPhotosGroup("All Photos"));
 }
 
 TEST_F(Store, AnInformationFileIsReadAsItsFormatTells)
