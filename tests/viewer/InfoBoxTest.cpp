@@ -4,7 +4,6 @@
 #include "viewer/InfoBox.h"
 
 #include <set>
-#include <tuple>
 
 namespace trovarium {
 

@@ -3,8 +3,6 @@
 #include "viewer/PhotoDisplay.h"
 #include "viewer/SlideShow.h"
 
-#include <tuple>
-
 namespace trovarium {
 
 struct PhotoDisplayTest : ViewerWindow {
@@ -42,6 +40,8 @@ TEST_F(PhotoDisplayTest, APictureIsReducedByTheFirstWholeNumberThatFitsStrictly)
         const auto divisor = static_cast<float>(reduction);
         EXPECT_TRUE(reduction == 0 ? frameShows(100, 60) : frameShows(width / divisor, height / divisor));
         EXPECT_EQ(picture.Picture(), reduction == 0 ? old : main().pctBox(0).Picture());
+        const std::vector<long> holder{(545 - width) * 5, (469 - height) * 5, width * 10, height * 10};
+        EXPECT_EQ(place(main().pctBox(0)), holder);
         EXPECT_EQ(cells(), Names{}) << "the thumbnails go away";
         EXPECT_EQ(main().lbInfo(6).Caption(), name);
     }
@@ -51,13 +51,13 @@ TEST_F(PhotoDisplayTest, APictureIsReducedByTheFirstWholeNumberThatFitsStrictly)
 TEST_F(PhotoDisplayTest, AFileThatCantBeShownKeepsThePictureAndItsInformation)
 {
     const Names bad{"TITLE=Bad"};
-    openAlbum({{"1.bmp", 100, 60, {"TITLE=Good"}}, {"FILM.Mov", 9, 9, bad}, {"gone.jpg", 9, 9, bad}, {"lost.bmp"}});
+    openAlbum({{"FILM.Mov", 9, 9, bad}, {"gone.jpg", 9, 9, bad}, {"lost.bmp"}, {"4.bmp", 100, 60, {"TITLE=Good"}}});
     test.put(test.paths().PhotoPath + "FILM.Mov", plainBitmap(300, 300).substr(0, 5000));
     for (const std::string& path : {test.paths().PhotoPath + "gone.jpg", test.paths().InfoPath + "lost.bmp.info"})
         test.files().remove(path);
-    display(1);
+    display(4);
     prompts.expectNotice("Invalid image file. Unable to open");
-    for (const int position : {2, 3}) {
+    for (const int position : {1, 2}) {
         EXPECT_FALSE(displayed(position, true));
         EXPECT_EQ(view().CurrentIndex, position) << "the index has moved";
         EXPECT_EQ(desktop.Screen().MousePointer(), DefaultPointer);

@@ -5,8 +5,6 @@
 #include "viewer/SlideShow.h"
 #include "viewer/frmSSP.h"
 
-#include <utility>
-
 namespace trovarium {
 
 // A group of two photographs and a film, and the dialog of the show. Shows tick every 30 ms, and are waited for.
