@@ -164,9 +164,14 @@ TEST_F(Start, MakesALibraryWithOneNoticeAndASkippedOneTakesOnlyTheHalfWrittenAwa
     EXPECT_EQ(everything(), before) << "skipped, but the half-written is taken away";
     EXPECT_EQ(album->paths.PhotoPath, folder.inside("Library") + "\\Photos\\");
 
-    program->mainWindow()().dialogs().showFullScreen();
+    frmMain& main = program->mainWindow()();
+    for (const auto& [entry, dialog] :
+        {std::pair{&main.mnuFileMidi, "frmAddMidiWav"}, {&main.mnuEditWaveLink, "frmAddMidiWav"},
+            {&main.mnuViewSlideshow, "frmSSP"}, {&main.mnuHelpAbout, "frmAbout"}})
+        in<Form>(*entry, dialog, [](Form&) {});
+    main.dialogs().showFullScreen();
     ASSERT_EQ(desktop.formsCount(), 2);
-    program->mainWindow()().unload();
+    main.unload();
     EXPECT_EQ(desktop.formsCount(), 0);
     EXPECT_EQ(desktop.run(), 0);
 }
