@@ -104,7 +104,7 @@ struct PictureReader : PictureFolder {
 
 } // namespace
 
-TEST_F(PictureReader, APhotographStandsUprightByItsOrientation)
+TEST_F(PictureReader, APhotographStandsUprightByItsOrientationAndEveryKindOfJpegKeepsItsColours)
 {
     constexpr std::array Degrees = {0, 0, 0, 180, 180, 270, 90, 90, 270, 0};
     // Neither side is a multiple of the rows that are turned at once.
@@ -112,19 +112,15 @@ TEST_F(PictureReader, APhotographStandsUprightByItsOrientation)
     const QImage upright = loaded(stored);
     for (const bool bigEndian : {false, true})
         for (char orientation = 0; orientation <= 9; ++orientation) {
-            SCOPED_TRACE(int{orientation});
             const bool mirrored = orientation == 2 || orientation == 4 || orientation == 5 || orientation == 7;
             const QTransform turn = QTransform().rotate(Degrees.at(static_cast<std::size_t>(orientation)));
             const QImage expected = upright.mirrored(mirrored, false).transformed(turn);
-            EXPECT_EQ(loaded(withOrientation(stored, orientation, bigEndian)), expected);
+            EXPECT_EQ(loaded(withOrientation(stored, orientation, bigEndian)), expected) << int{orientation};
             const Picture reduced = pictures.loadReduced(inside("picture"), 15);
             EXPECT_LT(reduced.data()->pixels.width(), expected.width());
             EXPECT_LT(meanDifference(renderedImage(reduced), expected), 20);
         }
-}
 
-TEST_F(PictureReader, EveryKindOfJpegKeepsItsColours)
-{
     const QImage scene = testScene(40, 30).scaled(160, 120, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     const QImage grey = scene.convertToFormat(QImage::Format_Grayscale8);
     for (const bool progressive : {false, true})
@@ -144,11 +140,10 @@ TEST_F(PictureReader, AReducedPictureLooksLikeTheWholeOneBroughtDown)
     for (const std::string& file : {jpegBytes(scene), jpegBytes(scene, true), read("bitmap")}) {
         const QImage whole = loaded(file);
         for (const int longerSide : {50, 100, 130, 200}) {
-            SCOPED_TRACE(longerSide);
             const Picture picture = pictures.loadReduced(inside("picture"), longerSide);
+            const int kept = picture.data()->pixels.width();
+            EXPECT_TRUE(kept >= 4 * longerSide && kept < 1600) << kept << " for " << longerSide;
             EXPECT_EQ(QSize(picture.width(), picture.height()), scene.size());
-            EXPECT_LT(picture.data()->pixels.width(), 1600);
-            EXPECT_GE(picture.data()->pixels.width(), 4 * longerSide);
             const QSize size(longerSide, longerSide * 3 / 4);
             const QImage expected = whole.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
             EXPECT_LT(meanDifference(drawnImage(*picture.data(), size), expected), 1.0);
@@ -208,7 +203,6 @@ TEST_F(PictureReader, AFileThatPromisesTooMuchIsRefusedByItsHeader)
     const std::string lines(64, '\x7F');
     std::string jpeg = jpegBytes(quarters(64, 64));
     const std::size_t frame = jpeg.find("\xFF\xC0");
-    ASSERT_NE(frame, std::string::npos);
     const auto jpegOf = [&](const std::string& size) { return jpeg.replace(frame + 5, 4, size); };
     WmfWords zigzag = {4000};
     for (int i = 0; i < 4000; ++i)
@@ -250,7 +244,6 @@ TEST_F(PictureReader, AMetafileIsPaintedInItsOwnSize)
         {wmfFile(inches + scene), {144, 96}},
     }};
     for (const auto& [file, size] : rows) {
-        SCOPED_TRACE(size.width());
         const QImage image = loaded(file);
         ASSERT_EQ(image.size(), size);
         const auto at = [&](int x, int y) {

@@ -10,9 +10,6 @@
 #include "support/ScriptedPrompts.h"
 
 #include <QAccessible>
-#include <QApplication>
-#include <QKeyEvent>
-#include <gtest/gtest-spi.h>
 
 namespace trovarium {
 
@@ -20,8 +17,7 @@ namespace {
 
 // A pixel-scaled box of 200 by 160 pixels on a twip-scaled form, with two images that overlap in it and a
 // shape and a line over both, and beside it two buttons.
-class Input : public Stage {
-protected:
+struct Input : Stage {
     Input()
         : Stage({.Name = "Input", .Width = 6000, .Height = 3000})
     {
@@ -39,8 +35,8 @@ protected:
         note(form.MouseDown, "form.down");
         note(form.KeyDown, "key");
         note(form.KeyPress, "char");
+        show();
     }
-    void SetUp() override { show(); }
 
     const At both{50, 50}; // of the lower one; the upper one covers it there
     PictureBox box{&form, {.Name = "box", .Left = 300, .Top = 300, .Width = 3000, .Height = 2400}, ScaleMode::Pixels};
@@ -56,7 +52,7 @@ protected:
 
 } // namespace
 
-TEST_F(Input, APressGoesToTheTopmostVisibleItemInItsOwnScaleAndADisabledOneSwallowsIt)
+TEST_F(Input, APressGoesToTheTopmostVisibleItemWhichKeepsTheMouseAndADisabledOneSwallowsIt)
 {
     robot.click(low, LeftButton, CtrlKey | ShiftKey, At{10, 20});
     robot.click(low, RightButton, AltKey, both);
@@ -74,14 +70,11 @@ TEST_F(Input, APressGoesToTheTopmostVisibleItemInItsOwnScaleAndADisabledOneSwall
     high.Enabled = true;
     box.Enabled = false;
     robot.click(high);
-    robot.click(box, LeftButton, NoKeys, At{190, 150});
     EXPECT_EQ(taken(), "");
-}
-
-TEST_F(Input, APressedItemKeepsTheMouseEvenOutsideTheWindowAndHidden)
-{
+    box.Enabled = true;
+    low.Visible = true;
     robot.press(low, LeftButton, NoKeys, At{20, 20});
-    robot.moveTo(low, At{-500, 20});
+    robot.moveTo(low, At{-500, 20}); // outside the window
     low.Visible = false;
     robot.moveTo(high, At{50, 50});
     robot.release();
@@ -121,10 +114,9 @@ TEST_F(Input, APressThatOpensAMenuShowsAModalFormOrAsksGetsNoRelease)
     EXPECT_EQ(taken(),
         "low.down:2:0:150:150 entry low.down:2:0:150:150 low.down:2:0:150:150 low.down:2:0:150:150 low.up:2:0:150:150 ")
         << "the next press is whole again";
-    EXPECT_NONFATAL_FAILURE(desktop.prompts().messageBox("unforeseen", Buttons::Ok, {}), "was not expected");
 }
 
-TEST_F(Input, TabWalksOverWhatCanBeClickedAndKeysActOnIt)
+TEST_F(Input, TabWalksOverWhatCanBeClickedAndKeysAndScreenReadersActOnIt)
 {
     keys({32}); // the first one has the focus from the start
     robot.tab(form);
@@ -141,20 +133,11 @@ TEST_F(Input, TabWalksOverWhatCanBeClickedAndKeysActOnIt)
     first.Enabled = false;
     keys({32});
     EXPECT_EQ(taken(), "key:16:1 box.down:1:0:100:80 key:32:0 char:32 ") << "a disabled button does nothing";
-}
-
-TEST_F(Input, ScreenReadersPressWhatIsDrawnAndReadABoxAsAProgressBar)
-{
     const QAccessibleInterface* surface = QAccessible::queryAccessibleInterface(&form.view()->client());
-    first.AccessibleName = "First thing";
-    EXPECT_EQ(surface->child(1)->text(QAccessible::Name), "First thing");
-    surface->child(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_EQ(taken(), "first ");
-    for (const auto& [width, percent] : {std::pair{0.0F, 0}, {100.0F, 50}, {300.0F, 100}}) {
-        fillBar(box, bar, width);
-        EXPECT_EQ(surface->child(0)->valueInterface()->currentValue().toInt(), percent);
-    }
-    EXPECT_EQ(surface->child(0)->role(), QAccessible::ProgressBar);
+    surface->child(2)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(taken(), "second ");
+    fillBar(box, bar, 100);
+    EXPECT_EQ(surface->child(0)->valueInterface()->currentValue().toInt(), 50) << "a box as a progress bar";
 }
 
 } // namespace trovarium

@@ -15,26 +15,23 @@ namespace trovarium {
 
 namespace {
 
-class PromptsTest : public Stage {
-protected:
-    void SetUp() override
+struct PromptsTest : Stage {
+    PromptsTest()
     {
         desktop.setPrompts(nullptr); // the real ones
         show();
     }
 
     static QDialog* box() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
-    static bool isOpen() { return box() != nullptr && box()->isVisible(); }
-    Answer asked(std::string_view text, const std::function<void(QDialog&)>& action, Buttons buttons = Buttons::YesNo,
-        std::string_view title = "")
+    // What the user does in the box that opens next.
+    void expect(const std::function<void(QDialog&)>& act)
     {
-        robot.when(isOpen, [&] { action(*box()); });
-        return desktop.prompts().messageBox(text, buttons, title);
+        robot.when([] { return box() != nullptr && box()->isVisible(); }, [act] { act(*box()); });
     }
-    std::string entered(const std::function<void(QDialog&)>& action)
+    Answer sure(const std::function<void(QDialog&)>& act)
     {
-        robot.when(isOpen, [&] { action(*box()); });
-        return desktop.prompts().inputBox("Enter name for new group.", "New Album Group", "new group");
+        expect(act);
+        return desktop.prompts().messageBox("Sure?", Buttons::YesNo, "");
     }
     static void press(QDialog& dialog, QDialogButtonBox::StandardButton button)
     {
@@ -42,9 +39,8 @@ protected:
     }
     static void key(QDialog& dialog, int key)
     {
-        QWidget* receiver = dialog.focusWidget() != nullptr ? dialog.focusWidget() : &dialog;
         QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-        QApplication::sendEvent(receiver, &press);
+        QApplication::sendEvent(dialog.focusWidget(), &press);
     }
     static QString textOf(const QDialog& dialog)
     {
@@ -55,49 +51,46 @@ protected:
 
 TEST_F(PromptsTest, AQuestionIsAnsweredByButtonEnterOrEscapeAndOutlivesItsFormButNotTheProgram)
 {
-    EXPECT_EQ(asked("Sure?", [](QDialog& dialog) { press(dialog, QDialogButtonBox::Yes); }), Answer::Yes);
-    EXPECT_EQ(asked("Sure?", [](QDialog& dialog) { press(dialog, QDialogButtonBox::No); }), Answer::No);
-    EXPECT_EQ(asked("Sure?", [](QDialog& dialog) { key(dialog, Qt::Key_Return); }), Answer::Yes);
-    EXPECT_EQ(asked("Sure?", [](QDialog& dialog) { key(dialog, Qt::Key_Escape); }), Answer::No);
-    EXPECT_EQ(asked("Sure?", [](QDialog& dialog) { dialog.close(); }), Answer::No);
+    EXPECT_EQ(sure([](QDialog& dialog) { press(dialog, QDialogButtonBox::No); }), Answer::No);
+    EXPECT_EQ(sure([](QDialog& dialog) { key(dialog, Qt::Key_Return); }), Answer::Yes);
+    EXPECT_EQ(sure([](QDialog& dialog) { key(dialog, Qt::Key_Escape); }), Answer::No);
+    EXPECT_EQ(sure([](QDialog& dialog) { dialog.close(); }), Answer::No);
     const auto unload = [&](QDialog& dialog) {
         form.unload();
         press(dialog, QDialogButtonBox::Yes);
     };
-    EXPECT_EQ(asked("Sure?", unload), Answer::Yes);
-    EXPECT_THROW(asked("Sure?", [](QDialog&) { testDesktop().endProgram(1); }), ProgramEnd);
+    EXPECT_EQ(sure(unload), Answer::Yes);
+    EXPECT_THROW(sure([](QDialog&) { testDesktop().endProgram(1); }), ProgramEnd);
     EXPECT_EQ(box(), nullptr);
 }
 
-TEST_F(PromptsTest, TextsAreShownAsTheyAre)
+TEST_F(PromptsTest, TextsAreShownAsTheyAreAndAnInputBoxGivesItsTextOrNothingWhenCancelled)
 {
-    const std::string title = "Removed unassociated INFO file(s)";
-    const auto look = [&](QDialog& dialog) {
+    expect([&](QDialog& dialog) {
         EXPECT_EQ(textOf(dialog), "<b>/home/ann/a & b</b>\n\nnext\nlast");
-        EXPECT_EQ(dialog.windowTitle().toStdString(), title);
+        EXPECT_EQ(dialog.windowTitle(), "Removed unassociated INFO file(s)");
         EXPECT_GT(dialog.width(), dialog.fontMetrics().horizontalAdvance(dialog.windowTitle())) << "the title is whole";
         key(dialog, Qt::Key_Escape);
-    };
-    EXPECT_EQ(asked("<b>/home/ann/a & b</b>\r\rnext\r\nlast", look, Buttons::Ok, title), Answer::Ok);
-    const auto lookAtMany = [](QDialog& dialog) {
+    });
+    Prompts& prompts = desktop.prompts();
+    const std::string text = "<b>/home/ann/a & b</b>\r\rnext\r\nlast";
+    EXPECT_EQ(prompts.messageBox(text, Buttons::Ok, "Removed unassociated INFO file(s)"), Answer::Ok);
+    expect([](QDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle(), "Trovarium");
         EXPECT_LT(dialog.height(), dialog.screen()->availableGeometry().height()) << "the buttons are in reach";
         press(dialog, QDialogButtonBox::Ok);
-    };
-    asked(std::string(500, '\r'), lookAtMany, Buttons::Ok);
-}
-
-TEST_F(PromptsTest, AnInputBoxGivesTheTextOrNothingWhenCancelled)
-{
-    const auto edit = [](QDialog& dialog) {
+    });
+    prompts.messageBox(std::string(500, '\r'), Buttons::Ok, "");
+    expect([](QDialog& dialog) {
         auto* field = dialog.findChild<QLineEdit*>();
         EXPECT_EQ(textOf(dialog) + "|" + dialog.windowTitle(), "Enter name for new group.|New Album Group");
         EXPECT_EQ(field->selectedText(), "new group") << "typing replaces it";
         field->setText("Rome\n1998");
         key(dialog, Qt::Key_Return);
-    };
-    EXPECT_EQ(entered(edit), "Rome 1998");
-    EXPECT_EQ(entered([](QDialog& dialog) { press(dialog, QDialogButtonBox::Cancel); }), "");
+    });
+    EXPECT_EQ(prompts.inputBox("Enter name for new group.", "New Album Group", "new group"), "Rome 1998");
+    expect([](QDialog& dialog) { press(dialog, QDialogButtonBox::Cancel); });
+    EXPECT_EQ(prompts.inputBox("", "", "new group"), "");
 }
 
 } // namespace
