@@ -44,18 +44,6 @@ struct Lifecycle : Stage {
     FormSlot<Page> c{desktop, maker("C")};
 };
 
-struct Timers : Stage {
-    void passTime()
-    {
-        EXPECT_TRUE(robot.until([&, end = time + 5] { return time >= end; }));
-    }
-
-    Timer timer{&form, {.Name = "timer", .Interval = 3, .Enabled = true}};
-    Form other{desktop, {.Name = "Other", .Width = 1500, .Height = 1500}};
-    Timer clock{&other, {.Name = "clock", .Interval = 3, .Enabled = true}};
-    int time = 0;
-};
-
 } // namespace
 
 TEST_F(Lifecycle, AFormIsListedUntilItIsClosedAndLivesUntilItsHandlerHasReturnedBesideANewOne)
@@ -201,12 +189,16 @@ TEST_F(Lifecycle, AFormStandsOnTheScreenOfTheActiveOneAndItsSizeIsThatOfTheWhole
     EXPECT_EQ(std::pair(a().Height(), a().ScaleHeight()), std::pair(3000.0F, 3000 - frame));
 }
 
-TEST_F(Timers, TickOnlyWhileTheFormIsLoadedAndTheyAreOnAndOnceBehindALongHandler)
+TEST_F(Lifecycle, ATimerTicksOnlyWhileItsFormIsLoadedAndItIsOnAndOnceBehindALongHandler)
 {
+    Timer timer(&form, {.Name = "timer", .Interval = 3, .Enabled = true});
     note(timer.Tick, "tick");
-    clock.Tick.connect([this] { ++time; });
-    other.load();
-    const auto ticks = [this] {
+    Timer clock(&a(), {.Name = "clock", .Interval = 3, .Enabled = true});
+    int time = 0;
+    clock.Tick.connect([&] { ++time; });
+    a().load();
+    const auto passTime = [&] { EXPECT_TRUE(robot.until([&, end = time + 5] { return time >= end; })); };
+    const auto ticks = [&] {
         taken();
         passTime();
         return !taken().empty();
@@ -221,7 +213,7 @@ TEST_F(Timers, TickOnlyWhileTheFormIsLoadedAndTheyAreOnAndOnceBehindALongHandler
     form.unload();
     EXPECT_FALSE(ticks()) << "unloaded";
     EXPECT_EQ(failureOf([&] { timer.Interval = -1; }), "Invalid property value");
-    when["tick"] = [this] {
+    when["tick"] = [&] {
         diary += "( ";
         passTime();
         timer.Enabled = diary == "tick ( "; // after the second no more

@@ -71,7 +71,7 @@ struct Painting : Stage {
 
 } // namespace
 
-TEST_F(Painting, LaterItemsLieAboveAndEdgesKeepWholePixels)
+TEST_F(Painting, LaterItemsLieAboveInWholePixelsAndTheScreensPointerBeatsTheItemsAndThatTheForms)
 {
     low.Stretch = false; // so its 20 pixels stand in the middle of its top edge
     const Shot shot = robot.shot(form);
@@ -86,11 +86,16 @@ TEST_F(Painting, LaterItemsLieAboveAndEdgesKeepWholePixels)
     bar.BorderColor = Blue;
     bar.BorderWidth = 2;
     bar.FillColor = White;
-    for (const int scale : {1, 2, 3}) {
-        const Shot scaled = robot.shot(form, scale);
-        EXPECT_EQ(scaled.count(White), 36 * 16 * scale * scale) << "scale " << scale;
-        EXPECT_EQ(scaled.count(Blue), (40 * 20 - 36 * 16) * scale * scale) << "scale " << scale;
-    }
+    const Shot scaled = robot.shot(form, 3);
+    EXPECT_EQ(scaled.count(White), 36 * 16 * 9);
+    EXPECT_EQ(scaled.count(Blue), (40 * 20 - 36 * 16) * 9);
+    form.MousePointer = NoDropPointer;
+    low.MousePointer = OwnPointer;
+    EXPECT_EQ(pointerOver(At{2, 2}), Qt::ForbiddenCursor);
+    desktop.Screen().MousePointer = HourglassPointer;
+    EXPECT_EQ(pointerOver(At{15, 15}), Qt::WaitCursor);
+    desktop.Screen().MousePointer = DefaultPointer;
+    EXPECT_EQ(pointerOver(At{15, 15}), Qt::BitmapCursor);
 }
 
 TEST_F(Painting, WhatMovesNoPixelPaintsNothingAndDoEventsPaintsWhatIsDirtyBeforeItReturns)
@@ -99,7 +104,7 @@ TEST_F(Painting, WhatMovesNoPixelPaintsNothingAndDoEventsPaintsWhatIsDirtyBefore
     desktop.DoEvents();
     Paints paints(form);
     for (int step = 0; step <= 3000; ++step) {
-        bar.Width = 40 * static_cast<float>(step) / 3000;
+        bar.Width = 40 * float(step) / 3000;
         desktop.DoEvents();
     }
     EXPECT_EQ(paints.take(), 1 + 40);
@@ -162,18 +167,6 @@ TEST_F(Painting, AFilmShowsInItsBoxInTheTurnInWhichItComesAndMayOutliveTheForm)
     box.Picture = {};
     film->put(red);
     EXPECT_EQ(inBox(20, 19), Qt::green) << "nor a late frame, until a film takes the box again";
-}
-
-TEST_F(Painting, TheScreensPointerBeatsTheFormsAndThatTheControlsDefault)
-{
-    const At item{15, 15};
-    form.MousePointer = NoDropPointer;
-    low.MousePointer = OwnPointer;
-    EXPECT_EQ(pointerOver(At{2, 2}), Qt::ForbiddenCursor);
-    desktop.Screen().MousePointer = HourglassPointer;
-    EXPECT_EQ(pointerOver(item), Qt::WaitCursor);
-    desktop.Screen().MousePointer = DefaultPointer;
-    EXPECT_EQ(pointerOver(item), Qt::BitmapCursor);
 }
 
 } // namespace trovarium

@@ -174,7 +174,8 @@ TEST_F(ListsTest, FilesAndFoldersAreReadWhenAskedOrSeenAndAgainForRefreshButNotW
     files.Refresh();
     folders.Refresh();
     files.setSelected(0, true);
-    for (const std::string& path : {folder.inside("gone"), folder.inside("a.jpg"), folder.inside("locked"), ""s, "e"s}) {
+    for (const std::string& path :
+        {folder.inside("gone"), folder.inside("a.jpg"), folder.inside("locked"), ""s, "e"s}) {
         const std::string expected = path.ends_with("locked") ? "Path/File access error" : "Path not found";
         EXPECT_EQ(failureOf([&] { files.Path = path; }), expected) << path;
         EXPECT_EQ(failureOf([&] { folders.Path = path; }), expected) << path;
