@@ -241,9 +241,7 @@ TEST_F(PictureReader, AMetafileIsPaintedInItsOwnSize)
     for (const auto& [file, size] : rows) {
         const QImage image = loaded(file);
         ASSERT_EQ(image.size(), size);
-        const auto at = [&](int x, int y) {
-            return image.pixelColor(x * image.width() / 120, y * image.height() / 80);
-        };
+        const auto at = [&](int x, int y) { return image.pixelColor(x * size.width() / 120, y * size.height() / 80); };
         const std::array pixels = {at(2, 2), at(15, 15), at(35, 35), at(70, 10), at(70, 70), at(105, 43), at(105, 77)};
         EXPECT_EQ(
             pixels, (std::array<QColor, 7>{Qt::white, Qt::red, Qt::white, Qt::blue, Qt::white, Qt::green, Qt::blue}));

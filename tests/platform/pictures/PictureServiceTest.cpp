@@ -88,13 +88,12 @@ TEST_F(PictureServiceTest, ExpectedFilesShowWhatAPlainLoadShowsAlsoWhenTheServic
     for (int i = 0; i < 40; ++i)
         paths.push_back(put(std::to_string(i) + ".jpg", jpegBytes(testScene(120 + i, 90))));
     for (std::size_t i = 0; i < paths.size(); ++i) {
-        const bool whole = i % 4 < 2;
+        const int side = i % 4 < 2 ? 0 : 20;
         const auto load = [&](PictureService& from) {
-            return (whole ? from.load(paths[i]) : from.loadReduced(paths[i], 20)).data();
+            return (side == 0 ? from.load(paths[i]) : from.loadReduced(paths[i], side)).data();
         };
         PictureService plain(files);
-        pictures.expect({paths.begin() + static_cast<std::ptrdiff_t>(i), paths.end()}, whole ? 0 : 20);
-        EXPECT_EQ(load(plain)->naturalSize, QSize(120 + static_cast<int>(i), 90));
+        pictures.expect({&paths[i], paths.data() + paths.size()}, side);
         EXPECT_EQ(load(pictures)->pixels, load(plain)->pixels) << i;
         plain.expect(paths);
     }

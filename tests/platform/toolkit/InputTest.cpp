@@ -78,24 +78,21 @@ TEST_F(Input, APressGoesToTheTopmostVisibleItemWhichKeepsTheMouseAndADisabledOne
     low.Visible = false;
     robot.moveTo(high, At{50, 50});
     robot.release();
-    EXPECT_EQ(taken(), "low.down:1:0:300:300 low.move:1:0:-7500:300 low.move:1:0:1200:1200 low.up:1:0:1200:1200 ")
-        << "and no click, since it was let go elsewhere";
+    EXPECT_EQ(taken(), "low.down:1:0:300:300 low.move:1:0:-7500:300 low.move:1:0:1200:1200 low.up:1:0:1200:1200 ");
 }
 
 TEST_F(Input, TheSecondPressOfADoubleClickIsADoubleClickWhereItIsKnown)
 {
-    robot.doubleClick(high, NoKeys, both);
-    EXPECT_EQ(taken(),
-        "high.down:1:0:750:750 high.up:1:0:750:750 high.click high.down:1:0:750:750 high.up:1:0:750:750 high.click ");
+    const std::string click = "high.down:1:0:300:300 high.up:1:0:300:300 high.click ";
+    robot.doubleClick(high, NoKeys, At{20, 20});
+    EXPECT_EQ(taken(), click + click);
     note(high.DblClick, "high.double");
     robot.doubleClick(low, NoKeys, At{10, 10});
     EXPECT_EQ(taken(), "low.down:1:0:150:150 low.up:1:0:150:150 low.click low.double low.up:1:0:150:150 ");
     low.ZOrder();
     when["low.click"] = [this] { low.Visible = false; }; // as a page that turns
     robot.doubleClick(low, NoKeys, both);
-    EXPECT_EQ(taken(),
-        "low.down:1:0:750:750 low.up:1:0:750:750 low.click high.down:1:0:300:300 high.up:1:0:300:300 high.click ")
-        << "two quick presses on two items";
+    EXPECT_EQ(taken(), "low.down:1:0:750:750 low.up:1:0:750:750 low.click " + click) << "quick presses on two items";
 }
 
 TEST_F(Input, APressThatOpensAMenuShowsAModalFormOrAsksGetsNoRelease)
@@ -111,9 +108,8 @@ TEST_F(Input, APressThatOpensAMenuShowsAModalFormOrAsksGetsNoRelease)
         when["low.down"] = act;
         robot.click(low, RightButton, NoKeys, At{10, 10});
     }
-    EXPECT_EQ(taken(),
-        "low.down:2:0:150:150 entry low.down:2:0:150:150 low.down:2:0:150:150 low.down:2:0:150:150 low.up:2:0:150:150 ")
-        << "the next press is whole again";
+    const std::string down = "low.down:2:0:150:150 ";
+    EXPECT_EQ(taken(), down + "entry " + down + down + down + "low.up:2:0:150:150 ") << "the last press is whole again";
 }
 
 TEST_F(Input, TabWalksOverWhatCanBeClickedAndKeysAndScreenReadersActOnIt)

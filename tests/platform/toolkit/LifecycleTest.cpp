@@ -77,7 +77,7 @@ TEST_F(Lifecycle, AFormIsListedUntilItIsClosedAndLivesUntilItsHandlerHasReturned
     EXPECT_EQ(taken(), "A.load A.click A.unload A.load A.gone ");
 }
 
-TEST_F(Lifecycle, ActivateComesAtTheNextTurnOnceForEachShowing)
+TEST_F(Lifecycle, ActivateComesOnceForEachShowingAndOnlyTheInnermostModalFormTakesInput)
 {
     a().show();
     desktop.repaintOnly();
@@ -93,18 +93,14 @@ TEST_F(Lifecycle, ActivateComesAtTheNextTurnOnceForEachShowing)
     for (int turn = 0; turn < 3; ++turn)
         desktop.DoEvents();
     EXPECT_EQ(taken(), "A.activate B.load B.activate B.unload B.gone ");
-}
-
-TEST_F(Lifecycle, OnlyTheInnermostModalFormTakesInputAndOneUnloadedUnderItReturnsAfterIt)
-{
-    a().show();
+    when.clear();
     robot.whenShown("B", [&] {
         robot.whenShown("C", [&] {
             for (Page* page : {&a(), &b(), &c()})
                 robot.click(page->box);
             robot.close(a()); // the window manager's keys don't get through either
             b().unload();
-            EXPECT_TRUE(c().isShown());
+            EXPECT_TRUE(c().isShown()) << "and the lower one returns after it";
             c().unload();
         });
         robot.click(b().box);
@@ -115,22 +111,27 @@ TEST_F(Lifecycle, OnlyTheInnermostModalFormTakesInputAndOneUnloadedUnderItReturn
     robot.click(a().box);
     desktop.DoEvents();
     EXPECT_EQ(taken(),
-        "A.load B.load A.activate B.activate B.click C.load C.activate C.click B.unload C.unload back "
+        "B.load B.activate B.click C.load C.activate C.click B.unload C.unload back "
         "B.gone C.gone A.click A.activate ");
 }
 
-TEST_F(Lifecycle, TheLoopEndsWithTheLastUnloadOrInTheMidstOfNestedLoopsWithTheProgram)
+TEST_F(Lifecycle, TheLoopGoesOnBehindAFailureAndEndsWithTheLastUnloadOrWithTheProgram)
 {
     a().show();
+    when["B.click"] = [] { throw std::runtime_error("from a library"); };
     robot.atNextTurn([&] {
         inHandler(a(), [&] {
             a().unload();
+            testing::internal::CaptureStderr();
+            EXPECT_EQ(desktop.guarded([] { throw Failure(FailureKind::DiskFull); }), 1);
+            b().box.Click.raise();
+            EXPECT_EQ(testing::internal::GetCapturedStderr(), "Disk full\nB.box: from a library\n");
             b().show();
         });
         robot.atNextTurn([&] { b().unload(); });
     });
     EXPECT_EQ(desktop.run(), 0);
-    EXPECT_EQ(taken(), "A.load A.activate A.click A.unload B.load A.gone B.activate B.unload B.gone ");
+    EXPECT_EQ(taken(), "A.load A.activate A.click A.unload B.click B.load A.gone B.activate B.unload B.gone ");
     const auto ending = [&] {
         desktop.endProgram(7);
         diary += "never ";
@@ -154,20 +155,6 @@ TEST_F(Lifecycle, TheLoopEndsWithTheLastUnloadOrInTheMidstOfNestedLoopsWithThePr
     EXPECT_EQ(taken(), "A.load A.activate A.click B.load B.activate B.click B.click ");
     EXPECT_TRUE(a.isLoaded()) << "nothing is unloaded at the end";
     EXPECT_THROW(desktop.DoEvents(), ProgramEnd);
-}
-
-TEST_F(Lifecycle, AFailureThatEscapesIsOneLineAndTheProgramGoesOn)
-{
-    a().show();
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(desktop.guarded([] { throw Failure(FailureKind::DiskFull); }), 1);
-    when["B.click"] = [] { throw std::runtime_error("from a library"); };
-    inHandler(a(), [&] {
-        b().box.Click.raise();
-        diary += "on ";
-    });
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Disk full\nB.box: from a library\n");
-    EXPECT_EQ(taken(), "A.load A.click B.click on ");
     EXPECT_EQ(desktop.guarded([&] { desktop.endProgram(3); }), 3);
 }
 

@@ -201,13 +201,12 @@ TEST_F(ListsTest, TheUserChoosesFilesAndGoesThroughTheFolders)
     files.SetFocus();
     keys({13});
     EXPECT_EQ(itemsOf(files) + taken(), "a [b.jpg] c File OpenFile ");
-    EXPECT_EQ(subfolders(), "A b ");
     const int b = folders.depth() + 1;
     click(folders, b); // only chooses
-    EXPECT_EQ(taken(), "");
+    EXPECT_EQ(subfolders() + taken(), "A b ");
     robot.doubleClick(folders, NoKeys, at(b));
     EXPECT_EQ(folders.rowPath(0) + folders.rowPath(folders.depth() - 2), "/" + folder.inside());
-    EXPECT_EQ(folders.rowPath(folders.depth() - 1) + " " + subfolders(), folder.inside("b") + " inner ");
+    EXPECT_EQ(folders.rowPath(folders.depth() - 1) + subfolders(), folder.inside("b") + "inner ");
     folders.SetFocus();
     keys({40, 13, 38, 13});
     const std::string toB = "Folder:" + folder.inside("b") + " ";
@@ -225,15 +224,11 @@ TEST_F(ListsTest, ADriveIsThePlaceThatHoldsTheFolderOrUnavailable)
         "nas:/pictures /mnt/nas nfs rw 0 0\nnas:/pictures /mnt/nas nfs rw 0 0\n");
     EXPECT_EQ(mountedMedia(folder.native("mounts")),
         (std::vector<std::string>{"/media/ann/HOLIDAY PICS", "/media/cdrom", "/mnt/nas"}));
-    EXPECT_TRUE(mountedMedia(folder.native("none")).empty());
-    EXPECT_EQ(drives.Drive(), folder.inside()) << "the user's folder";
-    EXPECT_EQ(drives.nameOf(folder.inside()), "Home");
-    EXPECT_EQ(drives.nameOf("/media\\ann\\HOLIDAY PICS"), "HOLIDAY PICS");
+    EXPECT_EQ(drives.nameOf(drives.Drive()) + drives.nameOf("/media\\ann\\HOLIDAY PICS"), "HomeHOLIDAY PICS");
     drives.Drive = folder.inside("deep\\down");
-    EXPECT_EQ(taken(), "");
     for (const char* path : {"/media\\ann\\NOTHERE\\Photos", "/run\\media\\ann\\NOTHERE", "/mnt\\NOTHERE", "E:", ""})
         EXPECT_EQ(failureOf([&] { drives.Drive = path; }), "Device unavailable") << path;
-    EXPECT_EQ(drives.Drive(), folder.inside());
+    EXPECT_EQ(drives.Drive() + taken(), folder.inside());
     {
         const VariableForNow none("HOME", "/mnt/nas/");
         EXPECT_EQ(mountedMedia(folder.native("mounts")).size(), 2U) << "the user's folder is no medium";
