@@ -47,30 +47,9 @@ struct InputsTest : Stage {
     ComboBox combo{&form, {.Name = "combo", .Top = 3600, .Width = 3000, .Height = 315}};
     PictureBox window{&form, {.Name = "window", .Left = 3200, .Width = 1200, .Height = 4500}};
     VScroll bar{&window, {.Name = "bar", .Left = 900, .Width = 255, .Height = 4500}};
-    const At downArrow{8, 296};
 };
 
-TEST_F(InputsTest, EnterAndEscapePressDefaultAndCancelFromAnotherControl)
-{
-    ok.Default = true;
-    cancel.Cancel = true;
-    show();
-    click(ok);
-    check.SetFocus();
-    keys({13, 27});
-    EXPECT_EQ(taken(), "OK OK Cancel ");
-    cancel.SetFocus();
-    keys({13});
-    EXPECT_EQ(taken(), "Cancel ") << "a button with the focus goes before the default one";
-    check.SetFocus();
-    ok.Enabled = false;
-    cancel.Visible = false;
-    keys({13, 27});
-    click(ok);
-    EXPECT_EQ(taken(), "");
-}
-
-TEST_F(InputsTest, BoxesAndOptionsClickForTheUserAndForCode)
+TEST_F(InputsTest, BoxesAndOptionsClickForTheUserAndForCodeAndEnterAndEscapePressButtonsFromThem)
 {
     check.preset();
     for (const int value : {0, 1, 1})
@@ -93,6 +72,20 @@ TEST_F(InputsTest, BoxesAndOptionsClickForTheUserAndForCode)
     lower.Value = false;
     click(lower);
     EXPECT_EQ(taken(), "check:0 upper:alone lower:alone lower:alone ") << "what code cleared may be chosen again";
+
+    ok.Default = true;
+    cancel.Cancel = true;
+    keys({13, 27});
+    click(ok);
+    cancel.SetFocus();
+    keys({13});
+    EXPECT_EQ(taken(), "OK Cancel OK Cancel ") << "a button with the focus goes before the default one";
+    check.SetFocus();
+    ok.Enabled = false;
+    cancel.Visible = false;
+    keys({13, 27});
+    click(ok);
+    EXPECT_EQ(taken(), "");
 }
 
 TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHandlerMayMendIt)
@@ -165,8 +158,30 @@ TEST_F(InputsTest, AComboHoldsATextAndChoices)
     EXPECT_EQ(combo.ListCount(), 0);
 }
 
-TEST_F(InputsTest, AScrollBarsChangeRunsInsideTheStatementAndItTurnsPagesOnlyWhereItIsShownAndEnabled)
+TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndChangeAloneForCode)
 {
+    bar.LargeChange = 2;
+    show();
+    click(bar, At{8, 296}); // the arrow
+    click(bar, At{8, 270});
+    bar.SetFocus();
+    keys({38, 33, 34});
+    robot.wheel(bar, 1);
+    robot.wheel(window, 1);
+    EXPECT_EQ(taken(), "C:2 S:2 C:4 S:4 C:3 S:3 C:1 S:1 C:3 S:3 C:5 S:5 C:7 S:7 ");
+    const Shot before = robot.shot(form);
+    bar.Value = 10;
+    desktop.DoEvents();
+    EXPECT_FALSE(robot.shot(form) == before) << "the thumb stands elsewhere";
+    bar.Enabled = false;
+    click(bar, At{8, 296});
+    keys({38});
+    robot.wheel(bar, -1);
+    robot.wheel(window, -1);
+    bar.Enabled = true;
+    keys({38});
+    EXPECT_EQ(taken(), "C:10 C:9 S:9 ") << "deaf while disabled, but it keeps the focus";
+
     bar.Value = 5;
     bar.Value = 5;
     bar.Max = 3;
@@ -185,31 +200,6 @@ TEST_F(InputsTest, AScrollBarsChangeRunsInsideTheStatementAndItTurnsPagesOnlyWhe
     window.Visible = false;
     bar.page(1);
     EXPECT_EQ(taken(), "");
-}
-
-TEST_F(InputsTest, AScrollBarsArrowTroughKeysAndWheelRaiseScrollBehindChange)
-{
-    bar.LargeChange = 2;
-    show();
-    click(bar, downArrow);
-    click(bar, At{8, 270});
-    bar.SetFocus();
-    keys({38, 33, 34});
-    robot.wheel(bar, 1);
-    robot.wheel(window, 1);
-    EXPECT_EQ(taken(), "C:2 S:2 C:4 S:4 C:3 S:3 C:1 S:1 C:3 S:3 C:5 S:5 C:7 S:7 ");
-    const Shot before = robot.shot(form);
-    bar.Value = 10;
-    desktop.DoEvents();
-    EXPECT_FALSE(robot.shot(form) == before) << "the thumb stands elsewhere";
-    bar.Enabled = false;
-    click(bar, downArrow);
-    keys({38});
-    robot.wheel(bar, -1);
-    robot.wheel(window, -1);
-    bar.Enabled = true;
-    keys({38});
-    EXPECT_EQ(taken(), "C:10 C:9 S:9 ") << "deaf while disabled, but it keeps the focus";
 }
 
 TEST_F(InputsTest, AScrollBarsDragRaisesScrollAndOneChangeOnReleaseWhereItEndsElsewhere)
