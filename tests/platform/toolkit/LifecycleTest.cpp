@@ -172,8 +172,10 @@ TEST_F(Lifecycle, AFormStandsOnTheScreenOfTheActiveOneAndItsSizeIsThatOfTheWhole
     EXPECT_EQ(a().Left(), 300.5F) << "the window's whole pixels don't come back";
     EXPECT_EQ(a().view()->window().frameGeometry().topLeft(), second.topLeft() + QPoint(20, 0));
     const float frame = a().Height() - 1500;
+    a().Width = 4500;
     a().Height = 3000;
-    EXPECT_EQ(std::pair(a().Height(), a().ScaleHeight()), std::pair(3000.0F, 3000 - frame));
+    EXPECT_EQ(std::pair(a().Width(), a().Height()), std::pair(4500.0F, 3000.0F));
+    EXPECT_EQ(a().ScaleHeight(), 3000 - frame);
 }
 
 TEST_F(Lifecycle, ATimerTicksOnlyWhileItsFormIsLoadedAndItIsOnAndOnceBehindALongHandler)
