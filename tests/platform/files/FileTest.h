@@ -7,7 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <map>
+#include <set>
+#include <sys/stat.h>
 
 namespace trovarium {
 
@@ -45,6 +48,25 @@ protected:
         return failure + told;
     }
     std::string at(const std::string& name) const { return name[0] == '!' ? name.substr(1) : folder.inside(name); }
+    void makeFolder(const std::string& native) const { std::filesystem::create_directory(folder.native(native)); }
+    void stamp(std::string_view native, timespec time) const
+    {
+        const timespec times[2] = {time, time};
+        ASSERT_EQ(utimensat(AT_FDCWD, folder.native(native).c_str(), times, 0), 0);
+    }
+    struct stat status(const std::string& native) const
+    {
+        struct stat found = {};
+        EXPECT_EQ(lstat(folder.native(native).c_str(), &found), 0) << native;
+        return found;
+    }
+    std::set<std::string> onDisk() const
+    {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+            names.insert(entry.path().filename().string());
+        return names;
+    }
 
     TemporaryFolder folder;
     FileService files;
@@ -53,12 +75,10 @@ private:
     using Verb = std::function<void(const std::string& path, const std::string& other)>;
     static constexpr int Number = 255;
 
-    static std::string joined(const Names& names)
+    void tell(const Names& names)
     {
-        std::string text;
         for (const std::string& name : names)
-            text += (text.empty() ? "" : "|") + name;
-        return text;
+            told += (told.empty() ? "" : "|") + name;
     }
 
     std::string told;
@@ -70,9 +90,9 @@ private:
         {"asItStands", [&](auto& path, auto&) { told = files.asItStands(path); }},
         {"attributes", [&](auto& path, auto&) { told = numberText(files.attributes(path)); }},
         {"modified", [&](auto& path, auto&) { told = numberText(files.modified(path).time_since_epoch().count()); }},
-        {"list", [&](auto& path, auto&) { told = joined(files.list(path)); }},
-        {"listExisting", [&](auto& path, auto&) { told = joined(files.listExisting(path)); }},
-        {"listFolders", [&](auto& path, auto&) { told = joined(files.listFolders(path)); }},
+        {"list", [&](auto& path, auto&) { tell(files.list(path)); }},
+        {"listExisting", [&](auto& path, auto&) { tell(files.listExisting(path)); }},
+        {"listFolders", [&](auto& path, auto&) { tell(files.listFolders(path)); }},
         {"read",
             [&](auto& path, auto&) {
                 files.open(path, OpenMode::Input, Number);
@@ -83,7 +103,6 @@ private:
                 files.open(path, OpenMode::Append, Number);
                 files.print(Number, line);
             }},
-        {"open", [&](auto& path, auto&) { files.open(path, OpenMode::Append, Number); }},
         {"empty", [&](auto& path, auto&) { files.open(path, OpenMode::Output, Number); }},
         {"write", [&](auto& path, auto& bytes) { files.writeWhole(path, bytes); }},
         {"replace", [&](auto& path, auto& other) { files.replaceContent(path, at(other)); }},

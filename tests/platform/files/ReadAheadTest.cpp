@@ -1,48 +1,44 @@
-#include "platform/files/FileService.h"
-#include "runtime/Failure.h"
-#include "support/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
+#include "platform/files/FileTest.h"
 
 namespace trovarium {
 
+using ReadAheadTest = FileTest;
+
 // Read in their order, with changes of the program's own on the way: what is read is always what stands there.
-TEST(ReadAhead, IsNotSeenButForTheTimeItTakes)
+TEST_F(ReadAheadTest, IsNotSeenButForTheTimeItTakes)
 {
     constexpr int Files = 900;
-    const TemporaryFolder folder;
-    FileService files;
-    std::vector<std::string> paths;
+    const auto threads = [] {
+        const std::filesystem::directory_iterator tasks("/proc/self/task");
+        return std::distance(begin(tasks), end(tasks));
+    };
+    Names paths;
     for (int i = 0; i < Files; ++i) {
-        const bool isLinked = i % 14 == 3;
-        const std::string file = (isLinked ? "linked " : "") + std::to_string(i);
-        folder.write(file, "old " + std::to_string(i) + "\r\n");
-        if (isLinked)
-            std::filesystem::create_symlink(file, folder.native(std::to_string(i)));
-        paths.push_back(folder.inside(std::to_string(i)));
+        const std::string name = std::to_string(i);
+        const std::string file = (i % 14 == 3 ? "linked " : "") + name;
+        folder.write(file, "old " + name + "\r\n");
+        if (file != name)
+            std::filesystem::create_symlink(file, folder.native(name));
+        paths.push_back(at(name));
     }
-    paths.push_back(folder.inside("gone"));
-    for (const int last : {Files + 1, Files / 2}) {
+    for (const int last : {Files, Files / 2}) {
+        const auto before = threads();
         const ReadingAhead ahead(files, paths, paths);
+        EXPECT_GT(threads(), before) << "somebody reads ahead";
         for (int i = 0; i < last; ++i) {
-            const std::string& path = paths[i];
-            if (i % 7 == 3)
-                files.writeWhole(path, "new " + std::to_string(i) + "\r\n", Sync::No);
-            if (i % 7 == 4)
-                attempt([&] { files.remove(path); });
-            if (i % 7 == 5)
+            const std::string name = std::to_string(i);
+            const int turn = i % 7;
+            if (turn == 3)
+                files.writeWhole(paths[i], "new " + name + "\r\n", Sync::No);
+            if (turn == 4)
+                attempt([&] { files.remove(paths[i]); });
+            if (turn == 5) // passed over
                 continue;
-            std::string line = "none";
-            attempt([&] {
-                EXPECT_EQ(files.length(path), 6 + static_cast<int>(std::to_string(i).size()));
-                files.open(path, OpenMode::Input, 1);
-                line = files.lineInput(1);
-                EXPECT_TRUE(files.endOfFile(1));
-            });
-            files.close(1);
-            const std::string expected =
-                i % 7 == 4 || i == Files ? "none" : (i % 7 == 3 ? "new " : "old ") + std::to_string(i);
-            ASSERT_EQ(line, expected);
+            if (turn == 6)
+                expect({{"date " + name, ""}, {"modified " + name, "1000000000"}});
+            const bool isThere = turn != 4;
+            EXPECT_EQ(did("length " + name), isThere ? std::to_string(6 + name.size()) : NoFile);
+            ASSERT_EQ(did("read " + name), isThere ? (turn == 3 ? "new " : "old ") + name : NoFile);
         }
     }
 }
