@@ -75,6 +75,11 @@ private:
     using Verb = std::function<void(const std::string& path, const std::string& other)>;
     static constexpr int Number = 255;
 
+    int opened(const std::string& path, OpenMode mode)
+    {
+        files.open(path, mode, Number);
+        return Number;
+    }
     void tell(const Names& names)
     {
         for (const std::string& name : names)
@@ -83,6 +88,15 @@ private:
 
     std::string told;
     const std::map<std::string, Verb> verbs{
+        // Behind the back of the program.
+        {"put", [&](auto& path, auto& bytes) { std::ofstream(toNativePath(path)) << bytes; }},
+        {"bytes", [&](auto& path, auto&) { told = folder.read(toNativePath(path).substr(folder.path().size() + 1)); }},
+        {"link", [&](auto& path, auto& to) { std::filesystem::create_symlink(to, toNativePath(path)); }},
+        {"hardLink",
+            [&](auto& path, auto& to) { std::filesystem::create_hard_link(folder.native(to), toNativePath(path)); }},
+        {"pipe", [&](auto& path, auto&) { told = numberText(mkfifo(toNativePath(path).c_str(), 0600)); }},
+        {"isLink", [&](auto& path, auto&) { told = booleanText(std::filesystem::is_symlink(toNativePath(path))); }},
+        // By it.
         {"length", [&](auto& path, auto&) { told = numberText(files.length(path)); }},
         {"exists", [&](auto& path, auto&) { told = booleanText(files.exists(path)); }},
         {"folderExists", [&](auto& path, auto&) { told = booleanText(files.folderExists(path)); }},
@@ -93,17 +107,9 @@ private:
         {"list", [&](auto& path, auto&) { tell(files.list(path)); }},
         {"listExisting", [&](auto& path, auto&) { tell(files.listExisting(path)); }},
         {"listFolders", [&](auto& path, auto&) { tell(files.listFolders(path)); }},
-        {"read",
-            [&](auto& path, auto&) {
-                files.open(path, OpenMode::Input, Number);
-                told = files.lineInput(Number);
-            }},
-        {"append",
-            [&](auto& path, auto& line) {
-                files.open(path, OpenMode::Append, Number);
-                files.print(Number, line);
-            }},
-        {"empty", [&](auto& path, auto&) { files.open(path, OpenMode::Output, Number); }},
+        {"read", [&](auto& path, auto&) { told = files.lineInput(opened(path, OpenMode::Input)); }},
+        {"append", [&](auto& path, auto& line) { files.print(opened(path, OpenMode::Append), line); }},
+        {"empty", [&](auto& path, auto&) { opened(path, OpenMode::Output); }},
         {"write", [&](auto& path, auto& bytes) { files.writeWhole(path, bytes); }},
         {"replace", [&](auto& path, auto& other) { files.replaceContent(path, at(other)); }},
         {"copy", [&](auto& path, auto& other) { files.copy(path, at(other)); }},

@@ -32,9 +32,9 @@ TEST_F(NumberedFiles, ALineEndsAtCrLfCrOrLfAndWithTheFile)
 
 TEST_F(NumberedFiles, NumbersRunFromOneTo255AndServeOnlyWhatTheyWereOpenedFor)
 {
-    folder.write("a", "one\r\n2");
-    expect({{"append a > ", ""}, {"append a > Köln", ""}, {"append a > Łódź", ""}});
-    EXPECT_EQ(folder.read("a"), "one\r\n2\r\n\r\nK\xF6ln\r\nŁódź\r\n") << "no line is joined to a last one without end";
+    // No line is joined to a last one without end.
+    expect({{"put a > one\r\n2", ""}, {"append a > ", ""}, {"append a > Köln", ""}, {"append a > Łódź", ""},
+        {"bytes a", "one\r\n2\r\n\r\nK\xF6ln\r\nŁódź\r\n"}});
     for (int number = 1; number <= 255; ++number) {
         EXPECT_EQ(files.freeFile(), number);
         files.open(at("a"), OpenMode::Input, number);
@@ -48,7 +48,7 @@ TEST_F(NumberedFiles, NumbersRunFromOneTo255AndServeOnlyWhatTheyWereOpenedFor)
         EXPECT_EQ(failureOf([&] { files.open(at("a"), OpenMode::Input, number); }), BadName);
     folder.write("b", "text");
     files.open(at("b"), OpenMode::Output, 7);
-    EXPECT_EQ(folder.read("b"), "") << "emptied at once";
+    EXPECT_EQ(folder.read("b"), "");
     for (const int number : {1, 8})
         EXPECT_EQ(failureOf([&] { files.print(number, ""); }), BadName);
     for (const int number : {7, 8})
@@ -59,17 +59,13 @@ TEST_F(NumberedFiles, NumbersRunFromOneTo255AndServeOnlyWhatTheyWereOpenedFor)
 
 TEST_F(NumberedFiles, AFileThatIsOpenIsNeitherEmptiedNorTakenAwayAndNoOtherThingIsAFile)
 {
-    folder.write("a", "text");
-    folder.write("b", "1");
-    std::filesystem::create_symlink("a", folder.native("link"));
+    expect({{"put a > text", ""}, {"put b > 1", ""}, {"link link > a", ""}});
     files.open(at("a"), OpenMode::Input, 1);
     expect({{"empty a", InUse}, {"empty link", InUse}, {"append a > x", InUse}, {"write a > ", InUse},
         {"remove a", Denied}, {"rename a > c", Denied}, {"copy a > c", Denied}, {"copy b > a", Denied},
         {"read a", "text"}});
     files.closeAll();
-    expect({{"replace a > b", ""}, {"read a", "1"}, {"remove a", ""}});
-    makeFolder("folder");
-    ASSERT_EQ(mkfifo(folder.native("pipe").c_str(), 0600), 0);
+    expect({{"replace a > b", ""}, {"read a", "1"}, {"remove a", ""}, {"makeFolder folder", ""}, {"pipe pipe", "0"}});
     for (const std::string path : {"folder", "pipe"})
         expect({{"exists " + path, "False"}, {"length " + path, NoFile}, {"remove " + path, NoFile},
             {"copy " + path + " > copy", NoFile}, {"read " + path, NoAccess}, {"empty " + path, NoAccess},
@@ -101,21 +97,21 @@ TEST_F(NumberedFiles, AWholeFileKeepsRightsOwnerAndLinksAndWhatWasThereWhereItFi
 {
     constexpr uid_t Nobody = 65534;
     makeFolder("sub");
+    const std::string was = "what was there before";
     for (const char* name : {"private", "sub/target", "foreign", "second"})
-        folder.write(name, "what was there before");
-    std::filesystem::create_symlink("sub/target", folder.native("link"));
-    std::filesystem::create_symlink("sub/made", folder.native("dangling"));
-    std::filesystem::create_hard_link(folder.native("second"), folder.native("first")); // written in place
+        folder.write(name, was);
+    // The second one is written in place.
+    expect({{"link link > sub/target", ""}, {"link dangling > sub/made", ""}, {"hardLink first > second", ""}});
     // One that belongs to somebody else, in a folder where anybody may write.
     ASSERT_EQ(chmod(folder.path().c_str(), 0777) | chmod(folder.native("foreign").c_str(), 0666), 0);
     ASSERT_EQ(chmod(folder.native("private").c_str(), 0602), 0);
     const ino_t before = status("private").st_ino;
     for (const std::string name : {"private", "second", "new"}) {
         const SmallDisk disk(50);
-        EXPECT_EQ(did("write " + name + " > " + std::string(100, 'x')), "Disk full") << name;
+        expect({{"write " + name + " > " + std::string(100, 'x'), "Disk full"}, {"exists new", "False"},
+            {"bytes private", was}, {"bytes second", was}});
     }
     EXPECT_EQ(onDisk().size(), 7U) << "something is left beside";
-    EXPECT_EQ(folder.read("private") + folder.read("second"), "what was there beforewhat was there before");
     for (const std::string name : {"private", "link", "dangling", "second", "foreign"}) {
         const uid_t user = geteuid();
         ASSERT_EQ(seteuid(user == 0 && name == "foreign" ? Nobody : user), 0);
@@ -127,7 +123,7 @@ TEST_F(NumberedFiles, AWholeFileKeepsRightsOwnerAndLinksAndWhatWasThereWhereItFi
     EXPECT_NE(status("private").st_ino, before) << "not written over, but replaced as a whole";
     EXPECT_EQ(status("private").st_mode & 07777U, 0602U);
     EXPECT_EQ(status("foreign").st_uid, geteuid());
-    EXPECT_TRUE(S_ISLNK(status("link").st_mode) && S_ISLNK(status("dangling").st_mode));
+    expect({{"isLink link", "True"}, {"isLink dangling", "True"}});
 }
 
 TEST_F(NumberedFiles, AnInjectedFaultIsWhatTheOperationFailsWith)
@@ -152,6 +148,45 @@ TEST_F(NumberedFiles, AnInjectedFaultIsWhatTheOperationFailsWith)
     }
     files.setFaultHook({});
     expect({{"list *", "a"}, {"read a", "line"}, {"modified a", "1000000001"}}); // nothing was done
+}
+
+// Read in their order, with changes of the program's own on the way: what is read is always what stands there.
+TEST_F(NumberedFiles, ReadingAheadIsNotSeenButForTheTimeItTakes)
+{
+    constexpr int Files = 900;
+    const auto threads = [] {
+        const std::filesystem::directory_iterator tasks("/proc/self/task");
+        return std::distance(begin(tasks), end(tasks));
+    };
+    Names paths;
+    for (int i = 0; i < Files; ++i) {
+        const std::string name = std::to_string(i);
+        const std::string file = (i % 14 == 3 ? "linked " : "") + name;
+        folder.write(file, "old " + name + "\r\n");
+        if (file != name)
+            std::filesystem::create_symlink(file, folder.native(name));
+        paths.push_back(at(name));
+    }
+    for (const int last : {Files, Files / 2}) {
+        const auto before = threads();
+        const ReadingAhead ahead(files, paths, paths);
+        EXPECT_GT(threads(), before) << "somebody reads ahead";
+        for (int i = 0; i < last; ++i) {
+            const std::string name = std::to_string(i);
+            const int turn = i % 7;
+            if (turn == 3)
+                files.writeWhole(paths[i], "new " + name + "\r\n", Sync::No);
+            if (turn == 4)
+                attempt([&] { files.remove(paths[i]); });
+            if (turn == 5) // passed over
+                continue;
+            if (turn == 6)
+                expect({{"date " + name, ""}, {"modified " + name, "1000000000"}});
+            const bool isThere = turn != 4;
+            EXPECT_EQ(did("length " + name), isThere ? std::to_string(6 + name.size()) : NoFile);
+            ASSERT_EQ(did("read " + name), isThere ? (turn == 3 ? "new " : "old ") + name : NoFile);
+        }
+    }
 }
 
 } // namespace trovarium
