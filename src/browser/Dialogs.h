@@ -7,7 +7,7 @@ namespace trovarium {
 // Opens the forms that the main window calls and that may call it back; filled in where the program is put together.
 struct Dialogs {
     std::function<void()> showFirstTime;      // modal
-    std::function<void(int mode)> showGroups; // modal: 1 copy, 2 move
+    std::function<void(int mode)> showGroups; // modal: CreateWithCopies or CreateByMoving
     std::function<void()> showExport;         // modal
     std::function<void()> showFullScreen;     // not modal
     std::function<void()> showSlideShow;      // modal

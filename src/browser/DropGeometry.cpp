@@ -1,6 +1,7 @@
 #include "browser/DropGeometry.h"
 
 #include "browser/ThumbnailPages.h"
+#include "browser/WindowPlan.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,8 +10,6 @@ namespace trovarium {
 
 namespace {
 
-constexpr int Columns = 4;
-constexpr int Rows = 4;
 constexpr int Cells = ThumbnailPages::CellCount;
 
 // Further left than this the pointer is on its way to the group list and turns no page.

@@ -152,12 +152,12 @@ void GroupCommands::mnuEditRemoveFromGroup_Click()
 
 void GroupCommands::mnuEditAdd_Click()
 {
-    m_form.dialogs().showGroups(1);
+    m_form.dialogs().showGroups(CreateWithCopies);
 }
 
 void GroupCommands::mnuEditMove_Click()
 {
-    m_form.dialogs().showGroups(2);
+    m_form.dialogs().showGroups(CreateByMoving);
 }
 
 void GroupCommands::mnuThumbAdd_Click()

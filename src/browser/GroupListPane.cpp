@@ -2,6 +2,7 @@
 
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
+#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
@@ -14,14 +15,6 @@
 #include "viewer/SlideShow.h"
 
 namespace trovarium {
-
-namespace {
-
-constexpr int RowCount = 8;
-constexpr int BrightBar = 10;
-constexpr int DarkBar = 11;
-
-} // namespace
 
 GroupListPane::GroupListPane(frmMain& form, Album& album)
     : m_form(form)
@@ -36,7 +29,7 @@ GroupListPane::GroupListPane(frmMain& form, Album& album)
 bool GroupListPane::LoadGroupNames()
 try {
     m_form.lstSlideGroups.Clear();
-    for (int row = 0; row < RowCount; ++row)
+    for (int row = 0; row < GroupRows; ++row)
         m_form.pctAlbumList(row).Visible = false;
     for (const std::string& fileName : m_album.files.list(m_album.paths.SlideGroupPath + "*.lst")) {
         std::string name = groupNameOf(fileName);
@@ -52,7 +45,7 @@ try {
     m_form.lstSlideGroups.AddItem(std::string(AllPhotosGroupName));
     showRow(0, std::string(AllPhotosGroupName));
     for (int i = 0; i < m_form.lstSlideGroups.ListCount(); ++i) {
-        if (i >= FirstGroupRow && i < FirstGroupRow + RowCount)
+        if (i >= FirstGroupRow && i < FirstGroupRow + GroupRows)
             showRow(i - FirstGroupRow, m_form.lstSlideGroups.List(i));
     }
     CheckGroupScrollArrows();
@@ -67,11 +60,11 @@ try {
     if (GroupScrollBusy)
         return false;
     GroupScrollBusy = true;
-    if (NewFirstRow > m_form.lstSlideGroups.ListCount() - RowCount || NewFirstRow < 0) {
+    if (NewFirstRow > m_form.lstSlideGroups.ListCount() - GroupRows || NewFirstRow < 0) {
         GroupScrollBusy = false;
         return false;
     }
-    for (int row = 0; row < RowCount; ++row)
+    for (int row = 0; row < GroupRows; ++row)
         showRow(row, m_form.lstSlideGroups.List(NewFirstRow + row));
     FirstGroupRow = NewFirstRow;
     CheckGroupScrollArrows();
@@ -86,7 +79,7 @@ try {
 void GroupListPane::CheckGroupScrollArrows()
 {
     m_form.pctArrows(0).Visible = FirstGroupRow >= 1;
-    m_form.pctArrows(2).Visible = m_form.lstSlideGroups.ListCount() > FirstGroupRow + RowCount;
+    m_form.pctArrows(2).Visible = m_form.lstSlideGroups.ListCount() > FirstGroupRow + GroupRows;
 }
 
 // The walk counts entries of the list and asks the rows, so that a name on none of the eight rows of a longer
@@ -147,7 +140,7 @@ void GroupListPane::openRow(int Index, std::int16_t old)
         m_form.VScroll1.Value = 1;
     }
     if (m_form.pages().LoadSlideGroup(m_form.lbAlbumList(Index).Caption() + ".lst")) {
-        for (int row = 0; row < RowCount; ++row)
+        for (int row = 0; row < GroupRows; ++row)
             m_form.pctAlbumList(row).Picture = m_form.pctAlbumList(DarkBar).Picture();
         m_form.pctAlbumList(Index).Picture = m_form.pctAlbumList(BrightBar).Picture();
     }

@@ -6,6 +6,7 @@
 #include "browser/Selection.h"
 #include "browser/ThumbnailDrag.h"
 #include "browser/ThumbnailPages.h"
+#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/Keys.h"
 #include "store/Album.h"
@@ -22,8 +23,6 @@ namespace trovarium {
 namespace {
 
 constexpr int Cells = ThumbnailPages::CellCount;
-constexpr int Columns = 4;
-constexpr int LastRow = 7;
 
 // How many positions an arrow goes; 0 for another key.
 int stepOf(int KeyCode)
@@ -204,7 +203,7 @@ bool Keyboard::isPhotographOnShow() const
 
 int Keyboard::focusedRow() const
 {
-    for (int row = 0; row <= LastRow; ++row) {
+    for (int row = 0; row < GroupRows; ++row) {
         if (m_form.pctAlbumList(row).hasFocus())
             return row;
     }
@@ -246,7 +245,7 @@ void Keyboard::stepPhotograph(int step)
 // Beyond the first and the last row the list scrolls under the focus.
 void Keyboard::moveToRow(int row)
 {
-    if (row >= 0 && row <= LastRow)
+    if (row >= 0 && row < GroupRows)
         m_form.pctAlbumList(row).SetFocus();
     else if (const int arrow = row < 0 ? 0 : 2; m_form.pctArrows(arrow).Visible())
         m_form.groupList().pctArrows_Click(arrow);

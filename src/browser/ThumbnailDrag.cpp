@@ -5,6 +5,7 @@
 #include "browser/GroupListPane.h"
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
+#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
@@ -18,8 +19,6 @@ namespace trovarium {
 namespace {
 
 constexpr float DragThreshold = 200; // twips, in either direction
-constexpr int RowCount = 8;
-constexpr int DragFrame = 16;
 
 } // namespace
 
@@ -140,7 +139,7 @@ void ThumbnailDrag::dragOverList(int Index, float X, float Y)
 // Pixels of the form. Hidden rows take part just as visible ones.
 int ThumbnailDrag::rowAt(float x, float y) const
 {
-    for (int i = 0; i < RowCount; ++i) {
+    for (int i = 0; i < GroupRows; ++i) {
         const PictureBox& row = m_form.pctAlbumList(i);
         if (x > row.Left() && x < row.Left() + row.Width() && y > row.Top() && y < row.Top() + row.Height())
             return i;

@@ -15,12 +15,6 @@
 
 namespace trovarium {
 
-namespace {
-
-constexpr float ParkedBeyondFrame = 20; // pixels
-
-} // namespace
-
 ThumbnailPages::ThumbnailPages(frmMain& form, Album& album)
     : m_form(form)
     , m_album(album)
@@ -105,7 +99,7 @@ void ThumbnailPages::takeBackFrame()
 {
     attempt([&] { m_form.imgbox.Visible = false; });
     attempt([&] { m_form.picVideoWindow.Visible = false; });
-    attempt([&] { m_form.picVideoWindow.Left = m_form.pctWindow.ScaleWidth() + ParkedBeyondFrame; });
+    attempt([&] { m_form.parkVideo(); });
     attempt([&] { m_form.video().VideoCommand("stop"); });
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "browser/WindowPlan.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -13,7 +15,7 @@ class frmMain;
 // 1-based, cells 0 to 15.
 class ThumbnailPages {
 public:
-    static constexpr int CellCount = 16;
+    static constexpr int CellCount = Columns * Rows;
 
     ThumbnailPages(frmMain& form, Album& album);
 

@@ -33,7 +33,7 @@ frmGroups::frmGroups(Desktop& desktop, Album& album, frmMain& main)
 void frmGroups::showFor(std::int32_t Mode)
 {
     load();
-    Caption = Mode == MoveMode ? "Move photo(s) to ..." : "Copy photo(s) to ...";
+    Caption = Mode == CreateByMoving ? "Move photo(s) to ..." : "Copy photo(s) to ...";
     SetMode(Mode);
     showModal();
 }
@@ -45,7 +45,7 @@ void frmGroups::SetMode(std::int32_t Mode)
 
 void frmGroups::Form_Load()
 {
-    GroupDialogMode = CopyMode;
+    GroupDialogMode = CreateWithCopies;
 }
 
 void frmGroups::Form_Activate()

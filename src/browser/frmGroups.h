@@ -1,5 +1,6 @@
 #pragma once
 
+#include "browser/GroupCommands.h"
 #include "platform/toolkit/Button.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/ListBox.h"
@@ -15,16 +16,13 @@ class frmMain;
 // is the choice; the close box is the way to cancel.
 class frmGroups : public Form {
 public:
-    static constexpr std::int16_t CopyMode = 1;
-    static constexpr std::int16_t MoveMode = 2;
-
     frmGroups(Desktop& desktop, Album& album, frmMain& main);
 
     ListBox lstGroups{this, {.Name = "lstGroups", .Left = 0, .Top = 0, .Width = 2295, .Height = 3180}};
     Button cmdNewGroup{this,
         {.Name = "cmdNewGroup", .Left = 60, .Top = 3240, .Width = 2175, .Height = 315, .Caption = "&Create New Group"}};
 
-    // Shows it modal for copying (1) or moving (2).
+    // Shows it modal for CreateWithCopies or CreateByMoving.
     void showFor(std::int32_t Mode);
 
     void SetMode(std::int32_t Mode);
@@ -38,7 +36,7 @@ public:
 private:
     Album& m_album;
     frmMain& m_main;
-    std::int16_t GroupDialogMode = CopyMode; // what a new group is made for; the caption tells the list
+    std::int16_t GroupDialogMode = CreateWithCopies; // what a new group is made for; the caption tells the list
     bool GroupDialogBusy = false;
 };
 

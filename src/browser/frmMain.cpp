@@ -8,6 +8,7 @@
 #include "browser/Selection.h"
 #include "browser/ThumbnailDrag.h"
 #include "browser/ThumbnailPages.h"
+#include "browser/WindowPlan.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
@@ -30,31 +31,29 @@ namespace trovarium {
 namespace {
 
 constexpr Color Yellow{255, 255, 0};
-constexpr int DragFrame = 16;
 constexpr float FileNameFont = 11; // pixels: a name of the usual length fits its cell
 constexpr float StatusFont = 10;   // pixels: "Photo 32767 of 32767" fits its panel
-constexpr float StripHeight = 15;  // pixels of the information box that show while it is down
 constexpr float VideoParking = 20; // pixels beyond the frame's right edge
 
 // ---- the plans of the arrays, in twips ----
 
-// Rows 0 to 7; the bars 10 and 11 stay out of sight.
+// The bars stay out of sight.
 Plan barPlan(int index)
 {
     const auto offset = static_cast<float>(index);
-    if (index < 8)
+    if (index < GroupRows)
         return {.Left = 240, .Top = 1200 + 480 * offset, .Width = 2085, .Height = 465};
-    return {.Left = -1860, .Top = 6180 + 480 * (offset - 10), .Width = 2085, .Height = 465, .Visible = false};
+    return {.Left = -1860, .Top = 6180 + 480 * (offset - BrightBar), .Width = 2085, .Height = 465, .Visible = false};
 }
 
 float cellLeft(int cell)
 {
-    return 360 + 1920 * static_cast<float>(cell % 4);
+    return 360 + 1920 * static_cast<float>(cell % Columns);
 }
 
 float cellTop(int cell)
 {
-    const int row = cell / 4;
+    const int row = cell / Columns;
     return 240 + 1680 * static_cast<float>(row);
 }
 
@@ -108,9 +107,9 @@ frmMain::frmMain(Desktop& desktop, Album& album, VideoControls& video, Dialogs d
     , m_video(video)
     , m_dialogs(std::move(dialogs))
 {
-    pctAlbumList.add(this, 10, barPlan(10));
-    pctAlbumList.add(this, 11, barPlan(11));
-    for (int row = 0; row < 8; ++row)
+    pctAlbumList.add(this, BrightBar, barPlan(BrightBar));
+    pctAlbumList.add(this, DarkBar, barPlan(DarkBar));
+    for (int row = 0; row < GroupRows; ++row)
         lbAlbumList.add(
             &pctAlbumList(row), row, {.Left = 240, .Top = 120, .Width = 1635, .Height = 195, .Caption = "Label3"});
     lstSlideGroups.Sorted = true;
@@ -137,13 +136,13 @@ void frmMain::paintWindow()
     PictureService& art = desktop().pictures();
     Icon = art.artwork("icon");
     Picture = art.artwork("background");
-    pctAlbumList(10).Picture = art.artwork("bar-bright");
-    pctAlbumList(11).Picture = art.artwork("bar-dark");
+    pctAlbumList(BrightBar).Picture = art.artwork("bar-bright");
+    pctAlbumList(DarkBar).Picture = art.artwork("bar-dark");
     pctBrightSmall.Picture = art.artwork("small-bright");
     pctDarkSmall.Picture = art.artwork("small-dark");
-    for (int row = 0; row < 8; ++row) {
+    for (int row = 0; row < GroupRows; ++row) {
         pctAlbumList(row).BackColor = groundBehindRow(row);
-        pctAlbumList(row).Picture = pctAlbumList(11).Picture();
+        pctAlbumList(row).Picture = pctAlbumList(DarkBar).Picture();
         lbAlbumList(row).ForeColor = White;
     }
     pctArrows(0).Picture = art.artwork("arrow-up");
@@ -151,7 +150,7 @@ void frmMain::paintWindow()
     pctArrows(2).Picture = art.artwork("arrow-down");
     pctArrows(3).Picture = art.artwork("arrow-down-pressed");
     for (PictureButton* button : {&cmdSlideshow, &cmdFullScreen})
-        button->Picture = pctAlbumList(11).Picture();
+        button->Picture = pctAlbumList(DarkBar).Picture();
     for (PictureButton* button : {&cmdZoomOut, &cmdZoomIn, &pctPrev, &pctNext})
         button->Picture = pctDarkSmall.Picture();
     lbButtonText.forEach([](int, Label& label) {
@@ -275,10 +274,15 @@ try {
     framInfo.Top = pctWindow.ScaleHeight() - StripHeight;
     Left = (desktop().Screen().Width() - Width()) * 0.5F;
     Top = (desktop().Screen().Height() - Height()) * 0.5F;
-    picVideoWindow.Left = pctWindow.ScaleWidth() + VideoParking;
+    parkVideo();
     pctAlbumList(m_groupList->CurrentGroupRow).SetFocus();
 } catch (const Failure& failure) {
     logFailure(m_album, "Form_Load", failure);
+}
+
+void frmMain::parkVideo()
+{
+    picVideoWindow.Left = pctWindow.ScaleWidth() + VideoParking;
 }
 
 // The welcome comes once in the life of an installation.

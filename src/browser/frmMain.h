@@ -61,6 +61,9 @@ public:
     AudioControls& audio() { return *m_audio; }
     Dialogs& dialogs() { return m_dialogs; }
 
+    // Puts the film's box beyond the frame, where nobody sees it.
+    void parkVideo();
+
     void Form_Load();
     void Form_Activate();
     void Form_Unload();

@@ -1,5 +1,6 @@
 #include "viewer/FullScreen.h"
 
+#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "store/Album.h"
 #include "store/Log.h"
@@ -21,9 +22,9 @@ try {
         m_form.photoDisplay().openFromThumbnails();
         m_album.view.ViewMode = ViewPhoto;
     }
-    m_form.cmdFullScreen.Picture = m_form.pctAlbumList(10).Picture();
+    m_form.cmdFullScreen.Picture = m_form.pctAlbumList(BrightBar).Picture();
     m_form.dialogs().showFullScreen();
-    m_form.cmdFullScreen.Picture = m_form.pctAlbumList(11).Picture();
+    m_form.cmdFullScreen.Picture = m_form.pctAlbumList(DarkBar).Picture();
     m_album.view.ViewMode = ViewFullScreen;
 } catch (const Failure& failure) {
     logFailure(m_album, "cmdFullScreen_Click", failure);

@@ -1,5 +1,6 @@
 #include "viewer/InfoBox.h"
 
+#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
@@ -13,8 +14,23 @@ namespace trovarium {
 
 namespace {
 
-constexpr float StripHeight = 15; // pixels of the panel that show when it is down
 constexpr Color ChosenRed{255, 0, 0};
+
+// What can be edited. All but the last have a label of the same number in lbInfo.
+struct Field {
+    TextBox frmMain::*box;
+    std::string PhotoInfo::*text;
+};
+constexpr Field Fields[] = {
+    {&frmMain::txtYear, &PhotoInfo::Year},
+    {&frmMain::txtPlace, &PhotoInfo::Place},
+    {&frmMain::txtEvent, &PhotoInfo::Event},
+    {&frmMain::txtPeople, &PhotoInfo::People},
+    {&frmMain::txtPhotographer, &PhotoInfo::Photographer},
+    {&frmMain::txtkeywords, &PhotoInfo::Keywords},
+    {&frmMain::txtTitle, &PhotoInfo::Title},
+};
+constexpr int LabelledFields = 6;
 
 } // namespace
 
@@ -58,14 +74,9 @@ try {
 
 void InfoBox::LoadInfoBox()
 try {
-    const PhotoInfo& info = m_album.info;
-    m_form.lbTitle.Caption = info.Title;
-    m_form.lbInfo(0).Caption = info.Year;
-    m_form.lbInfo(1).Caption = info.Place;
-    m_form.lbInfo(2).Caption = info.Event;
-    m_form.lbInfo(3).Caption = info.People;
-    m_form.lbInfo(4).Caption = info.Photographer;
-    m_form.lbInfo(5).Caption = info.Keywords;
+    m_form.lbTitle.Caption = m_album.info.Title;
+    for (int i = 0; i < LabelledFields; ++i)
+        m_form.lbInfo(i).Caption = m_album.info.*Fields[i].text;
     const std::string name = m_album.group.GroupList(m_album.view.CurrentIndex);
     m_form.lbInfo(6).Caption = name;
     bool hasClip = false; // also where that can't be seen: the buttons must not stay those of the photograph before
@@ -73,7 +84,7 @@ try {
     m_form.cmdPlayAudioClip(0).Enabled = hasClip;
     m_form.cmdPlayAudioClip(1).Enabled = hasClip;
     if (unseen)
-        logFailure(m_album, "LoadInfoBox", *unseen);
+        throw Failure(*unseen);
 } catch (const Failure& failure) {
     logFailure(m_album, "LoadInfoBox", failure);
 }
@@ -123,37 +134,20 @@ void InfoBox::leaveEditState()
 
 void InfoBox::takeTexts()
 {
-    PhotoInfo& info = m_album.info;
-    info.Year = m_form.txtYear.Text();
-    info.Place = m_form.txtPlace.Text();
-    info.Event = m_form.txtEvent.Text();
-    info.People = m_form.txtPeople.Text();
-    info.Photographer = m_form.txtPhotographer.Text();
-    info.Keywords = m_form.txtkeywords.Text();
-    info.Title = m_form.txtTitle.Text();
+    for (const Field& field : Fields)
+        m_album.info.*field.text = (m_form.*field.box).Text();
 }
 
 void InfoBox::fillTexts()
 {
-    const PhotoInfo& info = m_album.info;
-    m_form.txtYear.Text = info.Year;
-    m_form.txtPlace.Text = info.Place;
-    m_form.txtEvent.Text = info.Event;
-    m_form.txtPeople.Text = info.People;
-    m_form.txtPhotographer.Text = info.Photographer;
-    m_form.txtkeywords.Text = info.Keywords;
-    m_form.txtTitle.Text = info.Title;
+    for (const Field& field : Fields)
+        (m_form.*field.box).Text = m_album.info.*field.text;
 }
 
 void InfoBox::showTexts(bool visible)
 {
-    m_form.txtYear.Visible = visible;
-    m_form.txtPlace.Visible = visible;
-    m_form.txtEvent.Visible = visible;
-    m_form.txtPeople.Visible = visible;
-    m_form.txtPhotographer.Visible = visible;
-    m_form.txtkeywords.Visible = visible;
-    m_form.txtTitle.Visible = visible;
+    for (const Field& field : Fields)
+        (m_form.*field.box).Visible = visible;
 }
 
 void InfoBox::cmdEditPhotoInfo_Click()
@@ -185,7 +179,7 @@ void InfoBox::enableRest(bool enabled)
     m_form.cmdSlideshow.Enabled = enabled;
     m_form.cmdZoomIn.Enabled = enabled;
     m_form.cmdZoomOut.Enabled = enabled;
-    for (int i = 0; i <= 7; ++i) {
+    for (int i = 0; i < GroupRows; ++i) {
         m_form.pctAlbumList(i).Enabled = enabled;
         if (i < 3)
             m_form.optInfoPosition(i).Enabled = enabled;

@@ -28,7 +28,6 @@ constexpr std::int16_t SmallestReduction = 20; // 1/20
 constexpr float VideoLeft = 20;
 constexpr float VideoWidth = 497;
 constexpr float VideoHeight = 373;
-constexpr float ParkedBeyondFrame = 20;
 
 // ".MOV" is compared with five characters and so never matches: such a file is taken for a picture here.
 bool playsAsVideo(std::string_view path)
@@ -82,7 +81,7 @@ try {
     }
     if (videoOnShow) {
         m_form.picVideoWindow.Visible = false;
-        m_form.picVideoWindow.Left = m_form.pctWindow.ScaleWidth() + ParkedBeyondFrame;
+        m_form.parkVideo();
         m_form.video().VideoCommand("stop");
     } else {
         m_form.imgbox.Visible = false;
@@ -176,7 +175,7 @@ void PhotoDisplay::show(bool videoOnShow, bool& Result)
     } else {
         m_form.imgbox.Visible = true;
         m_form.picVideoWindow.Visible = false;
-        m_form.picVideoWindow.Left = m_form.pctWindow.ScaleWidth() + ParkedBeyondFrame;
+        m_form.parkVideo();
         m_form.video().VideoCommand("stop");
     }
     m_form.VScroll1.Enabled = false;

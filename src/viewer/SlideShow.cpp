@@ -2,6 +2,7 @@
 
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
+#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Keys.h"
@@ -24,10 +25,10 @@ SlideShow::SlideShow(frmMain& form, Album& album)
 
 void SlideShow::cmdSlideshow_Click()
 try {
-    m_form.cmdSlideshow.Picture = m_form.pctAlbumList(10).Picture();
+    m_form.cmdSlideshow.Picture = m_form.pctAlbumList(BrightBar).Picture();
     m_form.selection().SetGroupListSelect(-1, NoKeys);
     m_form.dialogs().showSlideShow();
-    m_form.cmdSlideshow.Picture = m_form.pctAlbumList(11).Picture();
+    m_form.cmdSlideshow.Picture = m_form.pctAlbumList(DarkBar).Picture();
 } catch (const Failure& failure) {
     logFailure(m_album, "cmdSlideshow_Click", failure);
 }

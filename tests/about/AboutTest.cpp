@@ -3,7 +3,6 @@
 #include "browser/MainWindow.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Keys.h"
-#include "support/Surroundings.h"
 
 #include <filesystem>
 
@@ -34,9 +33,6 @@ TEST_F(AboutTest, ItTellsItsVersionAndStartsTheSystemsTool)
         EXPECT_EQ(form().lblVersion.Caption(), "Version " TROVARIUM_VERSION);
         prompts.expectNotice(unavailable);
         robot.click(form().cmdSysInfo);
-        put(tools + " Location", "MSINFO", folder + "/gone");
-        prompts.expectNotice(unavailable);
-        robot.click(form().cmdSysInfo);
         put(tools + " Location", "MSINFO", folder);
         robot.click(form().cmdSysInfo);
         EXPECT_TRUE(robot.until([&] { return std::filesystem::exists(folder + "/started"); }));
@@ -62,28 +58,8 @@ TEST_F(AboutTest, ValuesAreReadByTheirKind)
         EXPECT_EQ(value, text);
     }
     put("key", "name", longest + "a");
-    for (const char* name : {"name", "absent"}) {
-        value = "old";
-        EXPECT_FALSE(form().GetKeyValue(HkeyLocalMachine, "key", name, value)) << name;
-        EXPECT_EQ(value, "");
-    }
-}
-
-TEST_F(AboutTest, HelpAsksForThePageOfTheLibraryAndSaysNothingWithoutOne)
-{
-    const std::string folder = test.folder().path();
-    test.folder().write("xdg-open", "#!/bin/sh\nprintf %s \"$1\" >\"${0%/*}/new\" && mv \"${0%/*}/new\" \"$0.txt\"\n");
-    std::filesystem::permissions(folder + "/xdg-open", std::filesystem::perms::owner_all);
-    const VariableForNow path("PATH", folder + ":" + getenv("PATH"));
-    test.paths().ProgramFolder = test.library();
-    openGroup(1);
-    robot.choose(main().mnuHelpContents);
-    std::filesystem::create_directory(folder + "/Library/help");
-    test.folder().write("Library/help/index.html", "");
-    robot.choose(main().mnuHelpContents);
-    ASSERT_TRUE(robot.until([&] { return std::filesystem::exists(folder + "/xdg-open.txt"); }));
-    EXPECT_EQ(test.folder().read("xdg-open.txt"), "file://" + folder + "/Library/help/index.html");
-    EXPECT_TRUE(logLines().empty());
+    EXPECT_FALSE(form().GetKeyValue(HkeyLocalMachine, "key", "name", value));
+    EXPECT_EQ(value, "");
 }
 
 } // namespace trovarium

@@ -62,11 +62,18 @@ Names MainWindow::names(int count, const std::string& stem)
 void MainWindow::putPhotos(const Names& lines)
 {
     for (const std::string& name : lines) {
-        test.put(test.paths().PhotoPath + name, plainBitmap(40, 30));
+        test.put(test.paths().PhotoPath + name, plainBitmap(40, 30) + name); // each with bytes of its own
         test.put(test.paths().ThumbnailPath + name, plainBitmap(20, 15));
-        const std::string info = joinedLines({"PhotoPath=\\Photos\\" + name, "TITLE=" + name});
-        test.put(test.paths().InfoPath + name + ".info", info);
+        test.put(test.paths().InfoPath + name + ".info", joinedLines({"PhotoPath=\\Photos\\" + name, "TITLE=" + name}));
     }
+}
+
+std::string MainWindow::numbersOf(const std::string& group)
+{
+    std::string text;
+    for (const std::string& line : linesOf(group))
+        text += line.at(1);
+    return text;
 }
 
 void MainWindow::openGroup(int photos, int more)
@@ -85,11 +92,6 @@ void MainWindow::open()
 {
     main().show();
     desktop.DoEvents();
-}
-
-void MainWindow::pressRow(int row, int button)
-{
-    robot.click(main().pctAlbumList(row), button);
 }
 
 void MainWindow::pressRowNamed(const std::string& group)
@@ -122,11 +124,6 @@ Names MainWindow::cells()
         shown.push_back(main().lbThumbnailFile(cell).Caption());
     }
     return shown;
-}
-
-Positions MainWindow::framedCells()
-{
-    return where(16, [this](int cell) { return main().shpThumbnailSelect(cell).Visible(); });
 }
 
 Positions MainWindow::selectedPositions()

@@ -32,6 +32,7 @@ protected:
     // Information file and thumbnail of each name.
     void putPhotos(const Names& lines);
     Names linesOf(const std::string& group) { return test.groupLines(group + ".lst"); }
+    std::string numbersOf(const std::string& group); // of the photographs of one digit
     // The window with the group "Alps" of so many photographs on show, "Rome" of one, and more, empty: "h1", "h2".
     void openGroup(int photos, int more = 0);
 
@@ -43,15 +44,20 @@ protected:
     GroupOnShow& group() { return test.album().group; }
     ViewState& view() { return test.album().view; }
 
-    void pressRow(int row, int button = LeftButton);
+    void pressRow(int row, int button = LeftButton) { robot.click(main().pctAlbumList(row), button); }
     void pressRowNamed(const std::string& group);
     Names rows(); // captions of the rows on show
     Positions brightRows();
-    Names cells();           // file names of the cells on show
-    Positions framedCells(); // with a selection frame
+    Names cells(); // file names of the cells on show
     Positions selectedPositions();
     Names logLines(); // without their time
     void select(const Positions& positions);
+    std::string askRemoval()
+    {
+        return "Are you sure you want to remove selected photograph(s) from the program? The removed photograph(s) "
+               "will be place in the following folder -> "
+            + toNativePath(test.paths().PhotoPath + "Removed");
+    }
     std::string page() { return main().lbStatusPage.Caption(); }
 
     Desktop& desktop;

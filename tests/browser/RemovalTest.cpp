@@ -16,17 +16,14 @@ protected:
         test.put(clip("p2.jpg"), "RIFF");
         putGroup("  All Photos  ", names(5));
         putGroup("Alps", whole);
-        putGroup("Rome", {"p1.jpg", "p2.jpg"});
+        putGroup("Rome", {"p1.jpg", "p3.jpg"});
         open();
         pressRowNamed("Alps");
     }
     void remove(const Positions& positions, Answer answer = Answer::Yes)
     {
         select(positions);
-        prompts.expectQuestion("Are you sure you want to remove selected photograph(s) from the program? The removed "
-                               "photograph(s) will be place in the following folder -> "
-                + toNativePath(test.paths().PhotoPath + "Removed"),
-            answer);
+        prompts.expectQuestion(askRemoval(), answer);
         robot.choose(main().mnuEditRemoveFromAlbum);
         EXPECT_EQ(main().MousePointer() + desktop.Screen().MousePointer(), DefaultPointer + DefaultPointer);
     }
@@ -40,42 +37,29 @@ protected:
 
 } // namespace
 
-TEST_F(RemovalTest, APhotographOfThreeGroupsLeavesThemAll)
+TEST_F(RemovalTest, APhotographLeavesAllItsGroups)
 {
     const auto untouched = test.allFiles();
     remove({1}, Answer::No);
-    EXPECT_EQ(test.allFiles(), untouched);
     remove({});
     EXPECT_EQ(test.allFiles(), untouched);
 
-    const std::map<std::string, std::string> before{{photo("p2.jpg"), test.bytes(photo("p2.jpg"))},
-        {info("p2.jpg"), test.bytes(info("p2.jpg"))}, {clip("p2.jpg"), "RIFF"}};
     remove({1, 3, 4}); // the same one twice
-    EXPECT_TRUE(test.isThere(linked) && test.isThere(asideOf(info("linked.jpg"))))
-        << "what is linked stays on the disk";
-    EXPECT_EQ(prompts.asked().front().title, "Remove photos from Album");
-    for (const auto& [path, bytes] : before) {
-        EXPECT_FALSE(test.isThere(path)) << path;
-        EXPECT_EQ(test.bytes(asideOf(path)), bytes) << path;
-    }
-    EXPECT_FALSE(test.isThere(test.paths().ThumbnailPath + "p2.jpg"));
+    EXPECT_TRUE(test.isThere(linked) && test.isThere(asideOf(info("linked.jpg")))) << "only what is linked stays";
+    EXPECT_EQ(test.bytes(asideOf(clip("p2.jpg"))), "RIFF");
+    EXPECT_FALSE(test.isThere(photo("p2.jpg")) || test.isThere(test.paths().ThumbnailPath + "p2.jpg"));
     EXPECT_EQ(linesOf("  All Photos  "), (Names{"p1.jpg", "p3.jpg", "p4.jpg", "p5.jpg"}));
     EXPECT_EQ(linesOf("Alps"), Names{"p3.jpg"});
-    EXPECT_EQ(linesOf("Rome"), Names{"p1.jpg"});
     EXPECT_EQ(cells(), Names{"p3.jpg"});
 }
 
-TEST_F(RemovalTest, AFlagBeyondAListThatCouldNotBeReadStopsNoStep)
+TEST_F(RemovalTest, AFullDiskOrAnUnreadableListStopsNoStep)
 {
-    test.files().remove(test.paths().SlideGroupPath + "Rome.lst");
-    pressRowNamed("Rome"); // still the page of the group before
+    test.failAt(FileOperation::LineInput, "Rome.lst", FailureKind::DeviceIo, 2);
+    pressRowNamed("Rome"); // breaks off behind its first line; the flags are still those of the group before
     remove({1});
-    EXPECT_TRUE(test.isThere(photo("p2.jpg")));
-    EXPECT_EQ(linesOf("Alps"), whole);
-}
-
-TEST_F(RemovalTest, AFullDiskStopsNoStep)
-{
+    EXPECT_TRUE(test.isThere(photo("p1.jpg"))) << "nobody chose it";
+    pressRowNamed("Alps");
     desktop.files().setFaultHook([](FileOperation operation, std::string_view path) {
         if (operation == FileOperation::MakeFolder
             || (operation == FileOperation::Copy && path.find("\\Removed\\") != path.npos))

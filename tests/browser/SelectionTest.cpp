@@ -22,13 +22,9 @@ TEST_F(SelectionTest, PressesSelectAsInAFileList)
             {"Ctrl adds", {{2, NoKeys}, {5, CtrlKey}}, {3, 6}, 2},
             {"Ctrl takes away", {{2, NoKeys}, {5, CtrlKey}, {2, CtrlKey}}, {6}, 1},
             {"Shift extends down", {{1, NoKeys}, {4, ShiftKey}}, {2, 3, 4, 5}, 4},
-            {"Shift extends up", {{4, NoKeys}, {1, ShiftKey}}, {2, 3, 4, 5}, 4},
             {"Shift without an anchor starts at the first", {{2, ShiftKey}}, {1, 2, 3}, 3},
-            {"Shift leaves the anchor where it ended", {{1, NoKeys}, {3, ShiftKey}, {5, ShiftKey}}, {2, 3, 4, 5, 6}, 5},
             {"a range counts the selected ones again", {{1, NoKeys}, {3, ShiftKey}, {1, ShiftKey}}, {2, 3, 4}, 5},
-            {"Shift on the anchor changes nothing", {{3, NoKeys}, {3, ShiftKey}}, {4}, 1},
             {"both keys add and count again", {{3, NoKeys}, {3, Both}, {6, Both}}, {4, 7}, 3},
-            {"and set the anchor", {{3, NoKeys}, {6, Both}, {8, ShiftKey}}, {4, 7, 8, 9}, 4},
             {"Alt changes nothing", {{3, NoKeys}, {6, AltKey}}, {4}, 1},
             {"a plain press drops a selection of many", {{0, NoKeys}, {4, ShiftKey}, {2, NoKeys}}, {3}, 1}}) {
         SCOPED_TRACE(what);
@@ -48,9 +44,12 @@ TEST_F(SelectionTest, FramesShowOnThePageThatHoldsThePositions)
 {
     openGroup(40);
     select({2, 17, 18, 40});
-    for (const auto& [page, framed] : {std::pair{1, Positions{1}}, {2, {0, 1}}, {3, {7}}}) {
+    for (const auto& [page, framed] : {std::pair{1, " 1"}, {2, " 0 1"}, {3, " 7"}}) {
         main().VScroll1.Value = page;
-        EXPECT_EQ(framedCells(), framed);
+        std::string shown;
+        for (int cell = 0; cell < 16; ++cell)
+            shown += main().shpThumbnailSelect(cell).Visible() ? " " + std::to_string(cell) : "";
+        EXPECT_EQ(shown, framed);
     }
     test.showGroup(Names(32768, "p.jpg"), {7});
     select({});
@@ -61,14 +60,13 @@ TEST_F(SelectionTest, FramesShowOnThePageThatHoldsThePositions)
 TEST_F(SelectionTest, ARightPressJoinsTheSelectionAndOpensTheMenu)
 {
     openGroup(6, 8);
-    robot.click(main().pctArrows(2)); // so that row 0 isn't that of all photographs
+    robot.click(main().pctArrows(2));
     select({2, 5});
-    for (const int row : {1, 0}) {
-        main().groupList().CurrentGroupRow = static_cast<std::int16_t>(row);
+    for (const bool canLeave : {true, false}) {
+        main().groupList().CurrentGroupRow = canLeave ? 1 : 0; // by its number, whatever group the row shows
         robot.whenMenuOpens([&] {
-            // By the number of the row, whatever group it shows.
-            EXPECT_EQ(main().mnuThumbMove.Enabled(), row != 0);
-            EXPECT_EQ(main().mnuThumbRemove.Enabled(), row != 0);
+            EXPECT_EQ(main().mnuThumbMove.Enabled(), canLeave);
+            EXPECT_EQ(main().mnuThumbRemove.Enabled(), canLeave);
             EXPECT_TRUE(main().mnuThumbAdd.Enabled());
             robot.dismissMenu();
         });

@@ -1,4 +1,5 @@
-"""A new user's first half hour: photographs and clips come in, are sorted, described, heard, found and taken out.
+"""A new user's first half hour, with mouse and keys: photographs and clips come in, are sorted, described, given
+sound, shown, found again and taken out; and the next start.
 
     half_hour.py PROGRAM
 """
@@ -7,151 +8,260 @@ from __future__ import annotations
 
 import os
 import subprocess
+import sys
+import tempfile
 from pathlib import Path
 
-from hands_on import NAMES as FIRST_NAMES
-from hands_on import Session
-from harness import ALL_PHOTOS, YELLOW, Library, equal, make_photograph, scenario
-from virtual_desktop import VirtualDesktop, Window, until
+from harness import ALL_PHOTOS, WHITE, YELLOW, Library, View, colour_of, equal
+from virtual_desktop import Program, VirtualDesktop, Window, until
 
-NAMES = [f"Photo {number:02}.jpg" for number in range(40)]
-CLIPS = ["Surf.mpg", "Sea.avi"]  # in the order of a scan
-SONG = b"MThd\0\0\0\6\0\0\0\1\0\x60MTrk\0\0\0\x10\0\xC0\x13\0\x90\x45\x7F\x8F\0\x80\x45\0\0\xFF\x2F\0"
-# Pixels of the dialogs.
-COPIES, AUTO_SCAN, LAST_ROW = (36, 520), (198, 403), (500, 296)
-FIRST_FILE, ADD, FIRST_ROW, ROW_HEIGHT = (60, 230), (388, 249), (480, 54), 14
-GROUP_NAME = (184, 350)
+PHOTOS = [f"Photo {number:02}.jpg" for number in range(40)]
+NAMES = [*PHOTOS, "Photo 40.avi", "Photo 41.mov"]
+# One note of an organ, thirty seconds long.
+MIDI = b"MThd\0\0\0\6\0\0\0\1\0\x60MTrk\0\0\0\x10\0\xC0\x10\0\x90\x45\x7F\xAD\0\x80\x45\0\0\xFF\x2F\0"
+LOW_EDIT_BUTTON, RAISED_EDIT_BUTTON, TITLE = (238, 501), (238, 352), (704, 522)
 
 
-def clip(target: Path, *kind: str) -> None:
-    sources = [part for source in ("testsrc=s=160x120:d=2", "sine=440:d=2") for part in ("-f", "lavfi", "-i", source)]
-    subprocess.run(["ffmpeg", "-v", "error", *sources, *kind, target], check=True)
+def make(path: Path, number: int) -> None:
+    """A picture in the colour of its number, or a clip that turns white after a second and a half."""
+    colours, seconds, kind = (["0x%02x%02x%02x" % colour_of(number)], 0.04, [])
+    if number >= len(PHOTOS):
+        colours, seconds, kind = [*colours, "white"], 1.5, ["-filter_complex", "concat,format=yuv420p"]
+    inputs = [part for c in colours for part in ("-f", "lavfi", "-i", f"color={c}:s=320x240:r=25:d={seconds}")]
+    subprocess.run(["ffmpeg", "-v", "error", *inputs, *kind, "-q:v", "1", path], check=True)
 
 
-def prepare(desktop: VirtualDesktop, library: Library) -> Path:
-    """What the user has: pictures and sounds in one folder, and a way to read help."""
-    folder = library.root.parent / "home" / "Pictures"
-    (folder / "out").mkdir(parents=True)
-    for number, name in enumerate(NAMES):
-        make_photograph(folder / name, number, 400, 400, 1_000_000_000)
-    clip(folder / CLIPS[0], "-c:v", "mpeg1video", "-c:a", "mp2")
-    clip(folder / CLIPS[1], "-c:v", "mpeg4", "-c:a", "pcm_s16le")
-    subprocess.run(["ffmpeg", "-v", "error", "-f", "lavfi", "-i", "sine=880:d=1", folder / "tone.wav"], check=True)
-    (folder / "song.mid").write_bytes(SONG)
-    opener = folder.parent / "bin" / "xdg-open"
-    opener.parent.mkdir()
-    opener.write_text('#!/bin/sh\nprintf %s "$1" >"${0%/*}/new" && mv "${0%/*}/new" "${0%/*}/opened"\n')
-    opener.chmod(0o700)
-    (library.root / "help").symlink_to(Path(__file__).resolve().parents[2] / "help")
-    places = {"Import": folder, "Sound": folder, "Export": folder / "out"}
-    settings = folder.parent / "config" / "OmbrelaneWorks" / "settings.txt"
-    settings.parent.mkdir(parents=True)
-    for section, place in places.items():
-        path = "/" + str(place)[1:].replace("/", "\\")
-        with settings.open("a") as file:
-            file.write(f"[SOFTWARE\\OmbrelaneWorks\\Trovarium\\{section}]\nLastPath={path}\n")
-    desktop.environment["PATH"] = f"{opener.parent}:{os.environ['PATH']}"
-    desktop.environment.update(SDL_AUDIODRIVER="disk", SDL_DISKAUDIOFILE=str(folder.parent / "tap"))
-    return folder
+class User:
+    def __init__(self, desktop: VirtualDesktop, library: Library, program: Program) -> None:
+        self.desktop = desktop
+        self.library = library
+        self.main = View(desktop, program.main_window())
+        self.camera = library.root / "Camera"
 
+    def other_window(self) -> Window | None:
+        return next((other for other in self.desktop.windows() if not other.is_main), None)
 
-class HalfHour(Session):
-    def dialog(self, menu: str, entry: str, title: str) -> Window:
-        self.desktop.choose(self.window.window, menu, entry)
-        found = until(title, lambda: next((w for w in self.desktop.windows() if w.name == title), None))
-        self.desktop.activate(found)
-        return found
+    def opens(self, menu: str, entry: str) -> View:
+        """The window that the entry of the menu opens, by their access keys."""
+        self.desktop.choose(self.main.window, menu, entry)
+        return View(self.desktop, until("a dialog", self.other_window))
 
-    def has_ink(self, dialog: Window, x: int, y: int) -> bool:
-        """Whether a text crosses the line to the right of this place."""
-        picture = self.desktop.picture(dialog)
-        return picture is not None and any(max(picture.at(x + step, y)) < 100 for step in range(60))
+    def answer(self, menu: str, entry: str, *keys: str) -> None:
+        self.desktop.dismiss(self.opens(menu, entry).window, *keys)
 
-    def import_all(self) -> None:
-        dialog = self.dialog("f", "i", "Import Media")
-        self.desktop.mouse(dialog, *COPIES, "click", "1")
-        self.desktop.mouse(dialog, *AUTO_SCAN, "click", "1")
-        until("a full list", lambda: self.has_ink(dialog, *LAST_ROW))
-        self.desktop.type(dialog, "alt+i")
-        until("42 thumbnails", lambda: len(list(self.library.thumbnails.iterdir())) == len(NAMES + CLIPS))
-        whole = "".join(f"{name}\r\n" for name in NAMES + CLIPS).encode()
-        until("all of them in one list", lambda: self.library.group(ALL_PHOTOS) == whole)
-        self.desktop.close(dialog)
-        self.window.shows_page("the first sixteen", list(range(16)))
+    def holds(self, group: str, numbers: list[int]) -> None:
+        expected = [NAMES[number] for number in numbers]
+        until(f"the list {group} to be {expected}", lambda: self.library.group(group) == expected)
 
-    def make_groups(self) -> None:
-        self.answer("f", "c", "ctrl+a", "A", "l", "p", "s", "Return")
-        self.answer("f", "c", "ctrl+a", "T", "r", "i", "p", "Return")
+    def open_group(self, row: int, numbers: list[int]) -> None:
+        """A row whose group's first page differs from what is on show."""
+        self.main.shows_page(f"the group of row {row}", numbers, lambda: self.main.click(View.group_row(row)))
+
+    def select(self, cell: int, held: str = "") -> None:
+        rim = {View.cell(cell, View.RIM): WHITE}
+        self.main.shows(f"the frame around cell {cell}", rim, lambda: self.main.click(View.cell(cell), held))
+
+    def copy_to_row(self, cell: int, row: int, held: str = "") -> None:
+        mark = View.cell(0, View.MARK_BEHIND)  # gone while the pointer is beside the frame
+        way = [(View.cell(0, View.RIGHT_HALF), {mark: YELLOW}), (View.group_row(row), {mark: None})]
+        self.main.drag(View.cell(cell), *way, held=held)
+
+    # ---- the half hour ----
+
+    def take_in(self) -> None:
+        dialog = self.opens("f", "i")
+
+        def choose_all() -> None:
+            dialog.keys("C", "Return")
+            dialog.click((88, 230))
+            dialog.keys("ctrl+a", "alt+d")
+
+        until("a long list", lambda: dialog.has_ink((500, 334), 60), choose_all)
+        until("copies", lambda: not dialog.has_ink((31, 522), 12), lambda: dialog.click((36, 522)))
+        until("the import", lambda: any(self.library.infos.iterdir()), lambda: dialog.keys("alt+i"))
+        self.holds(ALL_PHOTOS, list(range(len(NAMES))))
+        self.desktop.close(dialog.window)
+        for name in NAMES:
+            equal(f"the copy of {name}", (self.library.photos / name).read_bytes(), (self.camera / name).read_bytes())
+            folders = [folder.name for folder in self.library.root.glob("Photo*") for _ in folder.glob(name + "*")]
+            equal(f"where {name} has files", sorted(folders), ["Photo_Info", "Photo_Thumbnails", "Photos"])
+
+    def rearrange(self) -> list[int]:
+        """Three photographs go across the edge of a page; gives the new order."""
+        self.main.shows_page("page 1", list(range(16)))
+        self.select(1)
+        self.select(3, "ctrl")
+        # The press that drags is the third one selected; below the frame's edge the page turns.
+        second = {View.cell(k): colour_of(16 + k) for k in range(16)}
+        way = [
+            (View.cell(6, View.RIGHT_HALF), {View.cell(6, View.MARK_BEHIND): YELLOW}),
+            ((View.cell(0)[0], 40 + 469 + 4), second),
+            (View.cell(0, View.RIGHT_HALF), {View.cell(0, View.MARK_BEHIND): YELLOW}),
+        ]
+        self.main.drag(View.cell(5), *way, held="ctrl")
+        order = [0, 2, 4, *range(6, 17), 1, 3, 5, *range(17, len(NAMES))]
+        self.holds(ALL_PHOTOS, order)
+        self.main.shows_page("page 2 in its new order", order[16:32])
+        return order
+
+    def make_groups(self, order: list[int]) -> None:
+        self.answer("f", "c", "ctrl+a", "Z", "o", "o", "Return")
+        self.holds("Zoo", [])
+        self.open_group(1, [])
+        self.answer("f", "n", "ctrl+a", "T", "r", "i", "p", "Return")
         self.holds("Trip", [])
-        window = self.window
-        self.open_group(0, list(range(16)))
+        equal("the list under its old name", self.library.group("Zoo"), None)
+        self.open_group(0, order[:16])
         self.select(0)
-        mark = window.cell(4, window.MARK_BEHIND)
-        way = [(window.cell(4, window.RIGHT_HALF), {mark: YELLOW}), (window.group_row(2), {mark: None})]
-        window.drag(window.cell(1), *way, held="ctrl")
-        self.holds("Trip", [0, 1])
+        self.select(1, "ctrl")
+        self.copy_to_row(2, 1, held="ctrl")
+        self.holds("Trip", [0, 2, 4])
+        for page in (order[16:32], order[32:]):
+            self.main.shows_page("the page below", page, lambda: self.main.click(View.SCROLLBAR_DOWN))
+        self.copy_to_row(order[32:].index(40), 1)
+        self.holds("Trip", [0, 2, 4, 40])
 
-    def link(self, menu: str, title: str, row: int, target: Path, source: Path) -> None:
-        dialog = self.dialog(menu, "a", title)
-        for place in (FIRST_FILE, (FIRST_ROW[0], FIRST_ROW[1] + row * ROW_HEIGHT), ADD):
-            self.desktop.mouse(dialog, *place, "click", "1")
-        self.desktop.type(dialog, "alt+m")
-        until(str(target), lambda: target.exists() and target.read_bytes() == source.read_bytes())
-        self.desktop.close(dialog)
+    def describe(self) -> None:
+        self.open_group(1, [0, 2, 4, 40])
+        photograph = {View.FRAME_CENTRE: colour_of(2)}
+        self.main.shows("the photograph", photograph, lambda: self.main.double_click(View.cell(1)))
+        self.main.shows("text boxes", {TITLE: WHITE}, lambda: self.main.click(LOW_EDIT_BUTTON))
+        until("the title", lambda: self.main.has_ink((228, 522), 96), lambda: self.main.write(TITLE, "Abend am See"))
+        info, line = self.library.infos / f"{NAMES[2]}.info", b"\r\nTITLE=Abend am See\r\n"
+        until("the title saved", lambda: line in info.read_bytes(), lambda: self.main.click(RAISED_EDIT_BUTTON))
+        full = View(self.desktop, until("the full screen", self.other_window, lambda: self.main.keys("F11")))
+        full.shows("the photograph on it", {(640, 512): colour_of(2)})
+        until("the way back", lambda: not self.other_window(), lambda: full.click((640, 512)))
+        for number in (4, 40):
+            self.main.shows("the next one", {View.FRAME_CENTRE: colour_of(number)}, lambda: self.main.click(View.NEXT))
+        self.main.shows("the clip a moment later", {View.FRAME_CENTRE: WHITE})
 
-    def watch(self, tap: Path) -> None:
-        self.open_group(2, [0, 1])
-        dialog = self.dialog("v", "s", "Start Slideshow")
-        self.desktop.type(dialog, "0", "period", "5", "Tab", "space", "Return")
-        until("sound in the tap", lambda: tap.exists() and any(tap.read_bytes()))
-        self.window.shows_page("the end of the show", [0, 1])
+    def link(self, menu: str, row: int, source: str, target: Path) -> None:
+        dialog = self.opens(menu, "a")
+
+        def pair() -> None:
+            dialog.keys("C", "Return")
+            for place in ((88, 230), (500, 54 + 14 * row), (388, 249), (554, 470)):
+                dialog.click(place)
+
+        until(f"{target}", target.exists, pair)
+        equal("what was linked", target.read_bytes(), (self.camera / source).read_bytes())
+        self.desktop.close(dialog.window)
+
+    def watch(self) -> None:
+        self.open_group(1, [0, 2, 4, 40])
+        self.select(0)
+        dialog = self.opens("v", "s")
+        until("the main window", lambda: not dialog.has_ink((31, 92), 12), lambda: dialog.click((36, 92)))
+
+        def begin() -> None:
+            dialog.write((186, 59), "1.5")
+            dialog.keys("Return")
+
+        until("the show", lambda: not self.other_window(), begin)
+        for number in (0, 2, 4, 40):
+            self.main.shows(f"slide {number}", {View.FRAME_CENTRE: colour_of(number)})
+        self.main.shows_page("the end of the show", [0, 2, 4, 40])
 
     def find(self) -> None:
-        dialog = self.dialog("e", "f", "Create Album Groups")
-        self.desktop.type(dialog, "Tab", "a", "b", "e", "n", "d", "Return")
-        self.desktop.mouse(dialog, *GROUP_NAME, "click", "1")
-        self.desktop.type(dialog, "F", "u", "n", "d", "alt+a")
-        self.holds("Fund", [1])
-        self.desktop.close(dialog)
+        dialog = self.opens("e", "f")
 
-    def take_out(self, out: Path) -> None:
-        self.open_group(2, [1])
-        self.desktop.type(self.window.window, "ctrl+a")
-        dialog = self.dialog("f", "e", "Export Media")
-        self.desktop.type(dialog, "alt+x")
-        copy, original = out / NAMES[1], self.library.photos / NAMES[1]
-        until("the copy", lambda: copy.exists() and copy.read_bytes() == original.read_bytes())
-        self.desktop.close(dialog)
+        def find_and_append() -> None:
+            dialog.write((180, 82), "abend")
+            dialog.keys("Return")
+            dialog.write((180, 350), "Abende")
+            dialog.keys("alt+a")
+
+        until("the list of what was found", lambda: self.library.group("Abende") == [NAMES[2]], find_and_append)
+        self.desktop.close(dialog.window)
+
+    def take_out(self) -> None:
+        """A copy to a memory stick; then the photograph leaves the library, and its group goes."""
+        self.open_group(1, [2])
+        self.select(0)
+        dialog = self.opens("f", "e")
+        copy = self.library.root / "Stick" / NAMES[2]
+        until("the export", copy.exists, lambda: [dialog.keys("S", "Return"), dialog.keys("alt+x")])
+        equal("the exported photograph", copy.read_bytes(), (self.camera / NAMES[2]).read_bytes())
+        self.desktop.close(dialog.window)
+        self.answer("e", "p", "alt+y")
+        self.holds("Abende", [])
+        equal("the photograph in its folder", (self.library.photos / NAMES[2]).exists(), False)
+        removed = self.library.photos / "Removed" / NAMES[2]
+        equal("the one set aside", removed.read_bytes(), (self.camera / NAMES[2]).read_bytes())
+        self.answer("f", "r", "alt+y")
+        until("the list to go", lambda: self.library.group("Abende") is None)
+
+    def read_help(self) -> None:
+        page = self.library.page
+        until("help", page.exists, lambda: self.desktop.choose(self.main.window, "h", "c"))
+        equal("the page of help", page.read_text().endswith("/Album/help/index.html"), True)
 
 
-def play(desktop: VirtualDesktop, library: Library) -> None:
-    equal("the names that the session knows", NAMES[: len(FIRST_NAMES)], FIRST_NAMES)
-    folder = prepare(desktop, library)
+def first_start(desktop: VirtualDesktop, library: Library) -> None:
     with library.start(desktop) as program:
         program.main_window()
         program.close_notice()
-        user = HalfHour(desktop, library, program)
-        user.import_all()
-        user.make_groups()
-        user.edit_and_full_screen()
-        clips, songs = library.root / "Photo_Audio", library.root / "Photo_Midi"
-        user.open_group(2, [0, 1])
-        user.select(0)
-        user.link("e", "Import-Link Wav Clip to Photo", 0, clips / f"{NAMES[0]}.wav", folder / "tone.wav")
-        user.link("f", "Import-Link Midi Song to Group", 2, songs / "Trip.mid", folder / "song.mid")
-        user.watch(folder.parent / "tap")
+        folders = {"Photos", "Photo_Thumbnails", "Photo_Info", "Photo_SlideGroups", "Photo_Audio", "Photo_Midi"}
+        own = {"trovarium", "help", "Camera", "Stick"}
+        equal("what stands in the library", set(os.listdir(library.root)), folders | own)
+        equal("the files in its folders", list(library.states()), [f"Photo_SlideGroups/{ALL_PHOTOS}.lst"])
+        user = User(desktop, library, program)
+        user.take_in()
+        user.make_groups(user.rearrange())
+        user.describe()
+        user.open_group(1, [0, 2, 4, 40])
+        user.select(1)
+        user.link("e", 0, "bell.wav", library.root / "Photo_Audio" / f"{NAMES[2]}.wav")
+        user.link("f", 1, "song.mid", library.root / "Photo_Midi" / "Trip.mid")
+        user.watch()
         user.find()
-        user.take_out(folder / "out")
-        user.answer("e", "p", "alt+y")
-        until("the photograph set aside", lambda: (library.photos / "Removed" / NAMES[1]).exists())
-        opened = folder.parent / "bin" / "opened"
-        until("help", opened.exists, lambda: desktop.choose(user.window.window, "h", "c"))
-        equal("the page of help", opened.read_text().endswith("/Album/help/index.html"), True)
+        user.take_out()
+        user.read_help()
         equal("exit code of Exit on the File menu", program.exit(), 0)
+        for name in NAMES:
+            [kept] = library.photos.glob(f"**/{name}")
+            equal(f"{name} at the end", kept.read_bytes(), (library.root / "Camera" / name).read_bytes())
+        equal("a sound in the show", any(library.tap.read_bytes()), True)
+
+
+def next_start(desktop: VirtualDesktop, library: Library) -> None:
+    """A photograph that was put there by hand is taken in, what is gone is mended; it ends while a clip plays."""
+    before = library.states()
+    make(library.photos / "Zebra.jpg", 7)
+    # Aside, so that the new one can't get the same number on disk.
+    (library.root / "Photo_Thumbnails" / NAMES[0]).rename(library.root / "old")
+    with library.start(desktop) as program:
+        user = User(desktop, library, program)
+        equal("the open windows, without a notice", desktop.windows(), [user.main.window])
+        user.open_group(1, [0, 4, 40])
+        user.main.shows("the clip", {View.FRAME_CENTRE: WHITE}, lambda: user.main.double_click(View.cell(2)))
+        desktop.close(user.main.window)
+        equal("exit code after the close box", program.wait(), 0)
+    after = library.states()
+    changed = {name for name in before.keys() | after.keys() if before.get(name) != after.get(name)}
+    lists = {f"Photo_SlideGroups/{ALL_PHOTOS}.lst", "Photo_SlideGroups/Trip.lst"}
+    taken_in = {"Photos/Zebra.jpg", "Photo_Info/Zebra.jpg.info"}
+    equal("what changed", changed, lists | taken_in | {f"Photo_Thumbnails/{NAMES[0]}"})
     # A press on the row of a group that has become shorter is logged.
     log = (library.root / "Trovarium.Log").read_text().splitlines()[1:]
     equal("the log", [line for line in log if "'SetGroupListSelect'" not in line], [])
 
 
+def prepare(library: Library) -> None:
+    """What the user has: a camera's photographs and clips with sound to go with them, and an empty memory stick."""
+    camera = library.root / "Camera"
+    for folder in (camera, library.root / "Stick"):
+        folder.mkdir()
+    for number, name in enumerate(NAMES):
+        make(camera / name, number)
+    subprocess.run(["ffmpeg", "-v", "error", "-f", "lavfi", "-i", "sine=2000:d=0.6", camera / "bell.wav"], check=True)
+    (camera / "song.mid").write_bytes(MIDI)
+
+
 if __name__ == "__main__":
-    scenario(play)
+    with tempfile.TemporaryDirectory() as own, VirtualDesktop() as screen:
+        album = Library(Path(own), Path(sys.argv[1]).resolve())
+        prepare(album)
+        first_start(screen, album)
+        next_start(screen, album)

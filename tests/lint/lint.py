@@ -1,7 +1,9 @@
 """Fails on an include against the levels, a library's header outside its folder, a handler that nothing calls, an
 event that is wired twice, and a file that is too long; and when it would miss one of these.
 
-    lint.py ROOT
+    lint.py ROOT [share]
+
+With `share` fails when the tests have grown beyond their share.
 """
 
 from __future__ import annotations
@@ -26,6 +28,7 @@ HEADERS = {
 }
 BEHIND = re.compile(r"platform/(?!files/|pictures/|toolkit/|media/|system/)\w+/")
 LONGEST = 600  # lines
+MOST_TESTS = 0.36  # of the program
 
 
 def check_includes(path: str, text: str) -> list[str]:
@@ -116,8 +119,20 @@ def missed(sources: dict[str, str]) -> list[str]:
     return [f"missed: {fault}" for fault, found, told in faults if len(found) != 1 or told not in found[0]]
 
 
+def share(root: Path) -> int:
+    """Prints how much there is of the tests against the program, in lines that aren't empty."""
+    tests, program = (
+        sum(bool(line.strip()) for file in (root / folder).rglob("*") if file.is_file() for line in file.open("rb"))
+        for folder in ("tests", "src")
+    )
+    print(f"tests {tests} lines, src {program}: {tests / program:.1%}")
+    return 1 if tests > MOST_TESTS * program else 0
+
+
 def main() -> int:
     root = Path(sys.argv[1])
+    if "share" in sys.argv[2:]:
+        return share(root)
     files = [path for folder in ("src", "tests", "bench") for path in sorted((root / folder).rglob("*.[hc]*"))]
     texts = {path.relative_to(root).as_posix(): path.read_text() for path in files}
     reports = [f"{path} has more than {LONGEST} lines" for path, text in texts.items() if text.count("\n") > LONGEST]

@@ -56,7 +56,8 @@ TEST_F(SearchTest, AFieldAsksOnlyTheLinesThatAreThere)
     put("a", {"PhotoPath=paris", "TITLE=Paris in May", "YEAR=2001.9", "PLACE=N\xEEmes", "PEOPLE=Lee"});
     put("b", {"PhotoPath=paris", "title=Joanne", "PLACE=Rome", "EVENT=Fair", "KEYWORDS=sea", "PHOTOGRAPHER=Kim"});
     put("c", {"Year=1998", "EVENT=", "title = Paris", "ImageWidth=77"});
-    put("d", {"YEAR=2001", "TITLE=*", "TITLE=last"});
+    put("d", {"YEAR=1990", "TITLE=*", "TITLE=last"});
+    test.put(test.paths().InfoPath + "e.txt", "TITLE=Paris");
     TextBox &title = search.txtTitle, &name = search.txtFilename;
     const std::tuple<TextBox&, std::string, std::string> rows[] = {{title, "paris", "a c "}, {title, "Ann", "b c "},
         {title, "title=", "a b c d "}, {title, "P*s", "c "}, {title, "last", "c "},
@@ -71,7 +72,7 @@ TEST_F(SearchTest, AFieldAsksOnlyTheLinesThatAreThere)
         EXPECT_EQ(append(), expected) << field.Name() << " " << text;
     }
     search.SortResultsByYear();
-    EXPECT_EQ(append(), "c a b d ") << "2001.9 counts as 2001, and b takes the year of the file before";
+    EXPECT_EQ(append(), "d c a b ") << "2001.9 counts as 2001, and b takes the year of the file before";
 }
 
 TEST_F(SearchTest, AUserSearchesAndAppends)
@@ -103,9 +104,14 @@ TEST_F(SearchTest, AUserSearchesAndAppends)
         EXPECT_EQ(append("My_Trip"), "p7.jpg p7.jpg ");
         append("Trip");
         EXPECT_EQ(test.bytes(test.paths().SlideGroupPath + "Trip.LST"), "old.jpg\r\np7.jpg\r\n");
-        search.cmdImport_Click();
+        robot.click(search.cmdImport);
         EXPECT_EQ(group().CurrentGroupName, "import") << "with none before";
         robot.key(search, EscapeKey);
+    });
+    robot.choose(main().mnuEditSearchAppend);
+    robot.whenShown("frmSearch", [&] {
+        robot.click(search.lbExit);
+        EXPECT_FALSE(search.isShown());
     });
     robot.choose(main().mnuEditSearchAppend);
     EXPECT_EQ(rows(), (std::vector<std::string>{"  All Photos  ", "found", "My_Trip", "Trip"}));

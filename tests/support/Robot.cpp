@@ -19,7 +19,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 
 namespace trovarium {
@@ -28,11 +27,8 @@ namespace {
 
 Qt::KeyboardModifiers modifiersOf(int shift)
 {
-    Qt::KeyboardModifiers modifiers;
-    modifiers.setFlag(Qt::ShiftModifier, (shift & ShiftKey) != 0);
-    modifiers.setFlag(Qt::ControlModifier, (shift & CtrlKey) != 0);
-    modifiers.setFlag(Qt::AltModifier, (shift & AltKey) != 0);
-    return modifiers;
+    static_assert(Qt::ShiftModifier == ShiftKey << 25 && Qt::ControlModifier == CtrlKey << 25);
+    return Qt::KeyboardModifiers::fromInt(shift << 25);
 }
 
 Qt::Key keyOf(int code)
@@ -45,26 +41,34 @@ Qt::Key keyOf(int code)
     return found != keys.end() ? found->second : Qt::Key(code < 112 ? code : Qt::Key_F1 + code - 112);
 }
 
-QPointF onWindow(const Control& control, const std::optional<At>& at)
+// A place of a window. Nothing is done on what is in no window.
+struct Spot {
+    QPointer<QWidget> window{};
+    QPointF at{};
+
+    QWidget* receiver() const
+    {
+        QWidget* child = window->childAt(at.toPoint());
+        return child != nullptr ? child : window.data();
+    }
+};
+
+Spot spotOf(const Control& control, const std::optional<At>& at)
 {
     if (control.view() == nullptr) {
         ADD_FAILURE() << control.Name() << " is not in a window";
         return {};
     }
     const QRectF place = placeInPixels(control);
+    const QPointF onSurface = at ? place.topLeft() + QPointF(at->x, at->y) : place.center();
     const SurfaceView& surface = *control.parent().surface();
-    return surface.mapTo(surface.window(), at ? place.topLeft() + QPointF(at->x, at->y) : place.center());
+    return {surface.window(), surface.mapTo(surface.window(), onSurface)};
 }
 
-QPointF onWindow(Form& form, At at)
+Spot spotOf(Form& form, At at)
 {
-    return form.view()->client().mapTo(&form.view()->window(), QPointF(at.x, at.y));
-}
-
-QWidget& under(QWidget& window, QPointF at)
-{
-    QWidget* child = window.childAt(at.toPoint());
-    return child != nullptr ? *child : window;
+    QWidget& window = form.view()->window();
+    return {&window, form.view()->client().mapTo(&window, QPointF(at.x, at.y))};
 }
 
 QAction* actionOf(const QWidget& widget, const Menu& menu)
@@ -108,27 +112,26 @@ struct Robot::State {
         QApplication::sendEvent(&to, &event);
     }
 
-    void press(QWidget& window, QPointF at, QEvent::Type type, Qt::MouseButton pressed, int shift)
+    int press(const Spot& spot, QEvent::Type type, int pressed, int shift)
     {
-        receiver = &under(window, at);
-        button = pressed;
-        last = at;
-        send(*receiver, type, at, button, button, shift);
+        if (spot.window) {
+            receiver = spot.receiver();
+            button = Qt::MouseButton(pressed);
+            last = spot.at;
+            send(*receiver, type, last, button, button, shift);
+        }
+        return shift;
     }
 
-    void move(QWidget& window, QPointF at, int shift)
+    void move(const Spot& spot, int shift)
     {
-        QWidget* to = button != Qt::NoButton ? receiver.data() : &under(window, at);
-        last = at;
-        if (to != nullptr)
-            send(*to, QEvent::MouseMove, at, Qt::NoButton, button, shift);
+        if (!spot.window)
+            return;
+        last = spot.at;
+        if (QWidget* to = button != Qt::NoButton ? receiver.data() : spot.receiver())
+            send(*to, QEvent::MouseMove, last, Qt::NoButton, button, shift);
     }
 };
-
-int Shot::count(Color color) const
-{
-    return static_cast<int>(std::count(m_pixels.begin(), m_pixels.end(), color));
-}
 
 Robot::Robot(Desktop& desktop)
     : m_state(new State{desktop})
@@ -141,29 +144,24 @@ Robot::~Robot()
         ADD_FAILURE() << "never happened: " << waiting->objectName().toStdString();
 }
 
-void Robot::press(Control& control, int button, int shift, std::optional<At> at)
+int Robot::press(Control& control, int button, int shift, std::optional<At> at)
 {
-    const QPointF place = onWindow(control, at);
-    if (control.view() != nullptr)
-        m_state->press(
-            control.form().view()->window(), place, QEvent::MouseButtonPress, Qt::MouseButton(button), shift);
+    return m_state->press(spotOf(control, at), QEvent::MouseButtonPress, button, shift);
 }
 
-void Robot::press(Form& form, At at, int button, int shift)
+int Robot::press(Form& form, At at, int button, int shift)
 {
-    m_state->press(form.view()->window(), onWindow(form, at), QEvent::MouseButtonPress, Qt::MouseButton(button), shift);
+    return m_state->press(spotOf(form, at), QEvent::MouseButtonPress, button, shift);
 }
 
 void Robot::moveTo(Control& control, std::optional<At> at, int shift)
 {
-    const QPointF place = onWindow(control, at);
-    if (control.view() != nullptr)
-        m_state->move(control.form().view()->window(), place, shift);
+    m_state->move(spotOf(control, at), shift);
 }
 
 void Robot::moveTo(Form& form, At at, int shift)
 {
-    m_state->move(form.view()->window(), onWindow(form, at), shift);
+    m_state->move(spotOf(form, at), shift);
 }
 
 void Robot::release(int shift)
@@ -173,38 +171,22 @@ void Robot::release(int shift)
         State::send(*receiver, QEvent::MouseButtonRelease, m_state->last, button, Qt::NoButton, shift);
 }
 
-void Robot::click(Control& control, int button, int shift, std::optional<At> at)
-{
-    press(control, button, shift, at);
-    release(shift);
-}
-
-void Robot::click(Form& form, At at, int button, int shift)
-{
-    press(form, at, button, shift);
-    release(shift);
-}
-
 void Robot::doubleClick(Control& control, int shift, std::optional<At> at)
 {
-    const QPointF place = onWindow(control, at);
-    const QPointer<QWidget> window(control.view() != nullptr ? &control.form().view()->window() : nullptr);
-    click(control, LeftButton, shift, at);
-    if (!window || !window->isVisible())
-        return;
-    m_state->press(*window, place, QEvent::MouseButtonDblClick, Qt::LeftButton, shift);
-    release(shift);
+    const Spot spot = spotOf(control, at);
+    release(m_state->press(spot, QEvent::MouseButtonPress, LeftButton, shift));
+    if (spot.window && spot.window->isVisible())
+        release(m_state->press(spot, QEvent::MouseButtonDblClick, LeftButton, shift));
 }
 
 void Robot::wheel(Control& control, int notchesDown)
 {
-    QWidget& window = control.form().view()->window();
-    const QPointF place = onWindow(control, {});
-    QWidget& receiver = under(window, place);
-    QWheelEvent event(receiver.mapFrom(&window, place), window.mapToGlobal(place), {},
-        QPoint(0, -notchesDown * QWheelEvent::DefaultDeltasPerStep), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
-        false);
-    QApplication::sendEvent(&receiver, &event);
+    const Spot spot = spotOf(control, {});
+    const QPoint turn(0, -notchesDown * QWheelEvent::DefaultDeltasPerStep);
+    QWidget& to = *spot.receiver();
+    QWheelEvent event(to.mapFrom(spot.window, spot.at), spot.window->mapToGlobal(spot.at), {}, turn, Qt::NoButton,
+        Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&to, &event);
 }
 
 void Robot::key(Form& form, int keyCode, int shift)
@@ -266,17 +248,6 @@ void Robot::dismissMenu()
     if (QApplication::activePopupWidget() == nullptr)
         ADD_FAILURE() << "no menu is open";
     closeMenus();
-}
-
-std::optional<std::vector<std::string>> Robot::openMenu() const
-{
-    const auto* open = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    if (open == nullptr)
-        return {};
-    std::vector<std::string> names;
-    for (const QAction* action : open->actions())
-        names.push_back(action->objectName().toStdString());
-    return names;
 }
 
 void Robot::close(Form& form)
@@ -344,12 +315,11 @@ Shot Robot::shot(Form& form, int scale)
     image.setDevicePixelRatio(scale);
     client.render(&image);
     std::vector<Color> pixels;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x) {
-            const QRgb pixel = image.pixel(x, y);
-            pixels.push_back({static_cast<unsigned char>(qRed(pixel)), static_cast<unsigned char>(qGreen(pixel)),
-                static_cast<unsigned char>(qBlue(pixel))});
-        }
+    image.convertTo(QImage::Format_RGB888); // bytes that lie as those of a Color
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* line = reinterpret_cast<const Color*>(image.constScanLine(y));
+        pixels.insert(pixels.end(), line, line + image.width());
+    }
     return {image.width(), image.height(), std::move(pixels)};
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/toolkit/Units.h"
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -27,25 +28,14 @@ struct At {
 };
 
 // What a window shows, in pixels of a device.
-class Shot {
-public:
-    Shot(int width, int height, std::vector<Color> pixels)
-        : m_width(width)
-        , m_height(height)
-        , m_pixels(std::move(pixels))
-    {
-    }
+struct Shot {
+    int width = 0;
+    int height = 0;
+    std::vector<Color> pixels;
 
-    int width() const { return m_width; }
-    int height() const { return m_height; }
-    Color at(int x, int y) const { return m_pixels.at(static_cast<std::size_t>(y) * m_width + x); }
-    int count(Color color) const;
+    Color at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y) * width + x); }
+    auto count(Color color) const { return std::count(pixels.begin(), pixels.end(), color); }
     bool operator==(const Shot&) const = default;
-
-private:
-    int m_width;
-    int m_height;
-    std::vector<Color> m_pixels;
 };
 
 // A user's hand: its events take the way of the real mouse and keyboard, so that what is covered, disabled
@@ -57,16 +47,19 @@ class Robot {
 public:
     explicit Robot(Desktop& desktop);
     ~Robot(); // what was told beforehand and never happened fails the test
-    Robot(const Robot&) = delete;
-    Robot& operator=(const Robot&) = delete;
 
-    void press(Control& control, int button = LeftButton, int shift = NoKeys, std::optional<At> at = {});
-    void press(Form& form, At at, int button = LeftButton, int shift = NoKeys);
+    // Gives the keys held, for the release.
+    int press(Control& control, int button = LeftButton, int shift = NoKeys, std::optional<At> at = {});
+    int press(Form& form, At at, int button = LeftButton, int shift = NoKeys);
     void moveTo(Control& control, std::optional<At> at = {}, int shift = NoKeys);
     void moveTo(Form& form, At at, int shift = NoKeys);
     void release(int shift = NoKeys);
-    void click(Control& control, int button = LeftButton, int shift = NoKeys, std::optional<At> at = {});
-    void click(Form& form, At at, int button = LeftButton, int shift = NoKeys);
+    // Takes what `press` takes.
+    template <class... Press>
+    void click(Press&&... how)
+    {
+        release(press(how...));
+    }
     void doubleClick(Control& control, int shift = NoKeys, std::optional<At> at = {});
     void wheel(Control& control, int notchesDown);
 
@@ -77,8 +70,7 @@ public:
 
     // Opens the menus that lead to the entry, from the bar or from the open pop-up menu, and clicks it.
     void choose(Menu& entry);
-    void dismissMenu();                                       // the open pop-up menu, nothing chosen
-    std::optional<std::vector<std::string>> openMenu() const; // the names of its entries
+    void dismissMenu(); // the open pop-up menu, nothing chosen
     // By the window's close box.
     void close(Form& form);
 

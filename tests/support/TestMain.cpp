@@ -3,35 +3,18 @@
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Form.h"
 #include "support/Robot.h"
+#include "support/ScriptedPrompts.h"
 
 #include <QCoreApplication>
 #include <QTemporaryFile>
 
 #include <gtest/gtest.h>
 
-#include <memory>
-#include <string>
-
 namespace trovarium {
 
 namespace {
 
 Desktop* theDesktop = nullptr;
-
-// A question that no test has foreseen would wait for an answer for ever.
-class NoPrompts : public Prompts {
-public:
-    Answer messageBox(std::string_view text, Buttons, std::string_view) override
-    {
-        ADD_FAILURE() << "unexpected message: " << text;
-        return Answer::No;
-    }
-    std::string inputBox(std::string_view prompt, std::string_view, std::string_view) override
-    {
-        ADD_FAILURE() << "unexpected question: " << prompt;
-        return {};
-    }
-};
 
 // Every test finds the desktop as the first one did.
 class CleanDesktop : public testing::EmptyTestEventListener {
@@ -48,7 +31,7 @@ class CleanDesktop : public testing::EmptyTestEventListener {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    NoPrompts m_prompts;
+    ScriptedPrompts m_prompts; // a question that no test has foreseen would wait for an answer for ever
 };
 
 } // namespace

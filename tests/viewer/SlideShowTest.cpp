@@ -11,15 +11,15 @@
 
 namespace trovarium {
 
-// A group of three photographs and the dialog of the show. Shows tick every 30 ms, and are waited for.
+// A group of two photographs and a film, and the dialog of the show. Shows tick every 30 ms, and are waited for.
 class SlideShowTest : public ViewerWindow {
 protected:
     SlideShowTest()
     {
         main().dialogs().showSlideShow = [this] { form().showModal(); };
-        for (const std::string& name : names(3))
+        for (const std::string name : {"p1.jpg", "p2.jpg", "p3.avi"})
             putPhoto(name, 40, 30);
-        openAlbum(names(3));
+        openAlbum({"p1.jpg", "p2.jpg", "p3.avi"});
     }
 
     // Begins a show, with the boxes unchecked whose digits stand in `without`.
@@ -28,6 +28,7 @@ protected:
         media.told.clear();
         robot.whenShown("frmSSP", [&] {
             EXPECT_TRUE(selectedPositions().empty());
+            EXPECT_EQ(main().cmdSlideshow.Picture(), main().pctAlbumList(10).Picture());
             EXPECT_EQ(form().txtSlideShowInterval.Text(), "5");
             robot.type(form(), interval); // in place of it
             for (const char box : without)
@@ -38,20 +39,23 @@ protected:
                 robot.key(form(), EscapeKey);
         });
         robot.click(main().lbButtonText(7));
+        EXPECT_EQ(main().cmdSlideshow.Picture(), main().pctAlbumList(11).Picture());
     }
     bool isOver() { return !main().tmrSlideShow.Enabled(); }
-    bool thumbnailsAreBack() { return main().imgThumbnail(0).Visible() && !main().imgbox.Visible() && !isFullScreen(); }
+    void expectItsEnd()
+    {
+        ASSERT_TRUE(robot.until([&] { return isOver(); }));
+        EXPECT_TRUE(main().imgThumbnail(0).Visible() && !isFullScreen() && !view().SlideShowRunning);
+        EXPECT_FALSE(main().imgbox.Visible() || main().picVideoWindow.Visible());
+        EXPECT_EQ(view().CurrentIndex, 3);
+    }
     // Photographs by their position as the clips told them, "w" for the empty place before the first, "0" for a clip
-    // cut off, "(" and ")" for the music.
+    // cut off; the music: "op" when it begins, "c" when it is closed.
     std::string heard()
     {
         std::string all;
         for (const std::string& told : std::exchange(media.told, {}))
-            all += told == "sound 0"              ? "0"
-                : told.starts_with("music open")  ? "("
-                : told.starts_with("music close") ? ")"
-                : told.starts_with("sound")       ? told.substr(told.rfind('\\') + 2, 1)
-                                                  : "";
+            all += told[told == "sound 0" || told.starts_with("music") ? 6 : told.rfind('\\') + 2];
         return all;
     }
 
@@ -64,42 +68,32 @@ TEST_F(SlideShowTest, AShowWalksTheGroupWithSoundAndMusicInEitherWindow)
 {
     select({2});
     begin("0.03", "0");
-    EXPECT_EQ(main().cmdSlideshow.Picture(), main().pctAlbumList(11).Picture());
-    ASSERT_TRUE(robot.until([&] { return isOver(); }));
-    EXPECT_TRUE(thumbnailsAreBack() && view().ViewMode == ViewThumbnails && !view().SlideShowRunning);
+    expectItsEnd();
+    EXPECT_EQ(view().ViewMode, ViewThumbnails);
     EXPECT_TRUE(media.told.at(0).starts_with("music open \"" + test.paths().MidiPath + "Alps.mid\" type sequencer"));
     EXPECT_EQ(media.told.at(1), "music play " + media.told.at(0).substr(media.told.at(0).rfind(' ') + 1));
     // From the page of thumbnails the current photograph comes first, and the last one is heard again at the end.
-    EXPECT_EQ(heard(), "(010203030)");
+    EXPECT_EQ(heard(), "op010203030c");
 
     display(2);
     begin("0.03", "3");
     ASSERT_TRUE(isFullScreen());
-    ASSERT_TRUE(robot.until([&] { return isOver(); }));
-    EXPECT_TRUE(thumbnailsAreBack());
-    EXPECT_EQ(heard(), "03030)0)");
+    expectItsEnd();
+    EXPECT_EQ(heard(), "03030c0c");
 
     // From the start: the empty place before the first photograph is asked for first.
     begin("0.03", "02");
-    ASSERT_TRUE(robot.until([&] { return isOver(); }));
-    EXPECT_EQ(heard(), "(0w010203030)");
-}
+    expectItsEnd();
+    EXPECT_EQ(heard(), "op0w010203030c");
 
-TEST_F(SlideShowTest, EscapeInFullScreenLeavesTheTimerAndAClickEndsAll)
-{
     display(1);
-    begin("60", "");
+    begin("60", "4");
     robot.key(fullScreen(), EscapeKey);
     EXPECT_FALSE(isFullScreen() || view().SlideShowRunning || isOver());
-    EXPECT_EQ(heard(), "(020)");
-    main().tmrSlideShow.Interval = 30; // and the pictures go on, unheard
-    ASSERT_TRUE(robot.until([&] { return isOver(); }));
-    EXPECT_EQ(view().CurrentIndex, 3);
-    EXPECT_EQ(heard(), "0)");
-
+    EXPECT_EQ(heard(), "op0c");
     setShowTimer(true);
     pressRowNamed("Alps");
-    EXPECT_TRUE(isOver() && !view().SlideShowRunning);
+    EXPECT_TRUE(isOver() && !view().SlideShowRunning) << "a click ends it";
 }
 
 TEST_F(SlideShowTest, TheDelayIsALeadingNumberBelow61)
@@ -114,25 +108,9 @@ TEST_F(SlideShowTest, TheDelayIsALeadingNumberBelow61)
         EXPECT_EQ(view().SlideShowRunning, !refused) << text;
         main().slideShow().StopSlideShow();
     }
-}
-
-TEST_F(SlideShowTest, AFailingDeviceIsLoggedAndEndsNothing)
-{
-    struct : SilentMedia {
-        void sndPlaySound(std::string_view) override { throw Failure(FailureKind::DeviceUnavailable); }
-        void mciSendString(std::string_view) override { throw Failure(FailureKind::DeviceUnavailable); }
-    } failing;
-    desktop.setMedia(&failing);
-    display(1);
-    main().audio().PlayMidi("a.mid");
-    main().audio().PlayMidi("b.mid");
-    main().audio().PlayWav("a.wav");
-    main().slideShow().StopSlideShow();
-    std::vector<std::string> expected;
-    for (const char* procedure : {"PlayMidi", "StopMidi", "PlayMidi", "PlayWav", "StopWav", "StopMidi"})
-        expected.push_back(logged(procedure, "Device unavailable"));
-    EXPECT_EQ(logLines(), expected);
-    desktop.setMedia(&media);
+    main().dialogs().showSlideShow = [] { throw Failure(FailureKind::DeviceIo); };
+    robot.choose(main().mnuViewSlideshow);
+    EXPECT_EQ(logLines(), Names{logged("cmdSlideshow_Click", "Device I/O error")});
 }
 
 } // namespace trovarium

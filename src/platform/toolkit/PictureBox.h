@@ -23,8 +23,8 @@ public:
 
 private:
     const trovarium::Picture& picture() const { return m_picture; }
-    void setPicture(
-        trovarium::Picture value); // clears the canvas and shuts the film's surface; AutoSize takes its natural size
+    // Clears the canvas and shuts the film's surface; AutoSize takes its natural size.
+    void setPicture(trovarium::Picture value);
     bool autoSize() const { return m_autoSize; }
     void setAutoSize(bool value);
 

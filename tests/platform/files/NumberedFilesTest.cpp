@@ -122,30 +122,6 @@ TEST_F(NumberedFiles, AWholeFileKeepsRightsOwnerAndLinksAndWhatWasThereWhereItFi
     expect({{"isLink link", "True"}, {"isLink dangling", "True"}});
 }
 
-TEST_F(NumberedFiles, AnInjectedFaultIsWhatTheOperationFailsWith)
-{
-    using enum FileOperation;
-    folder.write("a", "line");
-    stamp("a", {1000000001, 0});
-    FileOperation failing = Open;
-    files.setFaultHook([&](FileOperation operation, std::string_view path) {
-        if (operation == failing && path.starts_with(folder.inside()))
-            throw Failure(FailureKind::DiskFull);
-    });
-    const std::vector<std::pair<FileOperation, std::string>> cases{{Open, "empty b"}, {Open, "write b > x"},
-        {LineInput, "read a"}, {SetDate, "date a"}, {Copy, "copy a > b"}, {Copy, "replace b > a"}, {Delete, "remove a"},
-        {Rename, "rename a > b"}, {MakeFolder, "makeFolder c"}, {Attributes, "attributes a"},
-        {Attributes, "same a > a"}, {Print, "write b > x"}, {Close, "write b > x"}, {Close, "write a > line"},
-        {Close, "write a > other"}, {List, "list *"}, {Exists, "exists a"}, {Exists, "folderExists "},
-        {Length, "length a"}, {Date, "modified a"}};
-    for (const auto& [operation, deed] : cases) {
-        failing = operation;
-        EXPECT_EQ(did(deed), "Disk full") << deed;
-    }
-    files.setFaultHook({});
-    expect({{"list *", "a"}, {"read a", "line"}, {"modified a", "1000000001"}}); // nothing was done
-}
-
 // Read in their order, with changes of the program's own on the way: what is read is always what stands there.
 TEST_F(NumberedFiles, ReadingAheadIsNotSeenButForTheTimeItTakes)
 {

@@ -1,13 +1,13 @@
-#include "platform/media/MusicCommand.h"
 #include "platform/sdl/SoundDevice.h"
 #include "platform/sdl/SoundPlayer.h"
+#include "platform/toolkit/Desktop.h"
+#include "support/Robot.h"
 #include "support/Surroundings.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <complex>
 #include <random>
 #include <sys/stat.h>
@@ -17,7 +17,6 @@ namespace trovarium {
 namespace {
 
 using namespace std::string_literals;
-using Act = MusicCommand::Act;
 
 constexpr double Bass = 110; // hertz; of an organ, for 20 seconds
 const std::string Piece =
@@ -32,16 +31,7 @@ std::string clip(double hertz)
 }
 
 // What is mixed goes into a file.
-class Sound : public testing::Test {
-protected:
-    template <class Condition>
-    static bool comes(Condition holds)
-    {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-        while (!holds() && std::chrono::steady_clock::now() < end) { }
-        return holds();
-    }
-
+struct Sound : testing::Test {
     bool isLoud(double hertz) const
     {
         const std::string mixed = std::string(8192, '\0') + folder.read("tap");
@@ -58,51 +48,38 @@ protected:
 
 } // namespace
 
-TEST(MusicCommand, IsReadInItsThreeForms)
-{
-    const std::pair<std::string_view, std::optional<MusicCommand>> rows[] = {
-        {R"(open "/a\b" c.mid" type sequencer alias 12Midi)", {{Act::Open, "12Midi", R"(/a\b" c.mid)"}}},
-        {R"(open " type sequencer alias x)", {}},
-        {"play x", {{Act::Play, "x", {}}}},
-        {"close x", {{Act::Close, "x", {}}}},
-        {"close ", {}},
-    };
-    for (const auto& [command, read] : rows)
-        EXPECT_EQ(parseMusicCommand(command), read) << command;
-}
-
 TEST_F(Sound, MixesOneClipWithOnePiece)
 {
     folder.write("high.wav", clip(3000));
     folder.write("low.wav", clip(1000));
-    folder.write("a.mid", Piece);
+    folder.write("a\" b.mid", Piece);
     ASSERT_EQ(mkfifo(folder.native("pipe").c_str(), 0600), 0);
     const auto threads = [] { return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {}); };
     const auto before = threads();
-    FileService files;
+    EXPECT_FALSE(parseMusicCommand(R"(open " type sequencer alias x)"));
+    EXPECT_FALSE(parseMusicCommand("close "));
+    const FileService files;
     SoundPlayer player(files);
     player.sndPlaySound("0");
-    player.mciSendString("close ");
+    player.mciSendString("close x");
     EXPECT_LE(threads(), before) << "nothing sounds that could be stopped";
-    player.mciSendString("open \"" + folder.inside("A.mid") + "\" type sequencer alias x");
-    struct {
-        std::string order;
-        std::vector<double> on, off; // the tones that then sound, and that don't
-    } const rows[] = {
-        {folder.inside("high.wav"), {3000}, {1000, Bass}},
+    player.mciSendString("open \"" + folder.inside("A\" b.mid") + "\" type sequencer alias x");
+    using Tones = std::vector<double>; // that then sound, and that don't
+    const std::tuple<std::string, Tones, Tones> rows[] = {
         {folder.inside("low.wav"), {1000}, {3000, Bass}},
         {"play x", {1000, Bass}, {}},
-        {folder.inside("pipe"), {Bass}, {1000}},
+        {folder.inside("high.wav"), {3000, Bass}, {1000}},
+        {folder.inside("pipe"), {Bass}, {3000}},
         {folder.inside("high.wav"), {3000, Bass}, {}},
         {"close x", {3000}, {Bass}},
         {"close x", {3000}, {}},
         {"0", {}, {3000}},
     };
-    const auto loud = [this](double hertz) { return isLoud(hertz); };
-    for (const auto& row : rows) {
-        row.order.ends_with(" x") ? player.mciSendString(row.order) : player.sndPlaySound(row.order);
-        const auto holds = [&] { return std::ranges::all_of(row.on, loud) && std::ranges::none_of(row.off, loud); };
-        EXPECT_TRUE(comes(holds)) << row.order;
+    for (const auto& [order, on, off] : rows) {
+        order.ends_with(" x") ? player.mciSendString(order) : player.sndPlaySound(order);
+        const auto loud = [this](double hertz) { return isLoud(hertz); };
+        const auto holds = [&] { return std::ranges::all_of(on, loud) && std::ranges::none_of(off, loud); };
+        EXPECT_TRUE(testDesktop().waitUntil(holds, 5000)) << order;
     }
 }
 
@@ -113,18 +90,17 @@ TEST_F(Sound, GoesOnBehindDamagedFiles)
     const char* const rounds = getenv("DAMAGED_SOUNDS");
     std::minstd_rand random;
     SoundDevice device;
-    const std::string path = folder.native("damaged");
     const auto mixed = [&] { return std::filesystem::file_size(folder.native("tap")); };
     for (int round = rounds == nullptr ? 20 : atoi(rounds); round > 0; --round) {
         std::string bytes = round % 2 == 0 ? clip(1000) : Piece;
         for (int change = 0; change < 4; ++change)
             bytes[random() % std::min<std::size_t>(bytes.size(), 64)] = static_cast<char>(random());
         folder.write("damaged", bytes.substr(0, random() % (2 * bytes.size()))); // half of them are cut off
-        device.playClip(path);
-        device.carryOut({Act::Open, "x", path});
-        device.carryOut({Act::Play, "x", {}});
-        ASSERT_TRUE(comes([&, start = mixed()] { return mixed() > start + 16'384; })) << round;
-        device.carryOut({Act::Close, "x", {}});
+        device.playClip(folder.native("damaged"));
+        device.carryOut({MusicCommand::Act::Open, "x", folder.native("damaged")});
+        device.carryOut({MusicCommand::Act::Play, "x", {}});
+        ASSERT_TRUE(testDesktop().waitUntil([&, start = mixed()] { return mixed() > start + 16'384; }, 5000)) << round;
+        device.carryOut({MusicCommand::Act::Close, "x", {}});
     }
 }
 

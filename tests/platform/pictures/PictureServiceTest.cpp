@@ -2,149 +2,112 @@
 #include "platform/qt/pictures/DecodeAhead.h"
 #include "platform/qt/pictures/PictureData.h"
 #include "platform/qt/pictures/PictureFile.h"
+#include "platform/toolkit/Desktop.h"
 #include "support/FailureOf.h"
-
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <filesystem>
-#include <string>
-#include <vector>
+#include "support/Robot.h"
 
 #include <sys/stat.h>
 
 namespace trovarium {
 
-namespace {
+using PictureServiceTest = PictureFolder;
 
-class ExpectedFiles : public PictureFolder, public testing::Test {
-protected:
-    std::string putPlain(std::string_view name, QRgb colour)
-    {
-        QImage image(64, 64, QImage::Format_RGB32);
-        image.fill(colour);
-        return put(name, jpegBytes(image));
-    }
-    QRgb colourOf(const Picture& picture) { return picture.data()->pixels.pixel(0, 0); }
-    Picture take(DecodeAhead& ahead, std::string_view name, int longerSide = 0)
-    {
-        return ahead.take({native(name), longerSide}, PictureFile(native(name)).stamp());
-    }
-};
-
-constexpr QRgb Blue = 0xff0000fe; // as a JPEG keeps it
-
-} // namespace
-
-TEST(PictureService, OnlyRegularFilesAreOpened)
+TEST_F(PictureServiceTest, OnlyRegularFilesAreOpened)
 {
-    PictureFolder folder;
-    std::filesystem::create_directory(folder.native("folder"));
-    ASSERT_EQ(mkfifo(folder.native("pipe").c_str(), 0600), 0);
-    std::filesystem::create_symlink(folder.native("gone"), folder.native("broken"));
-    std::filesystem::create_symlink("/dev/zero", folder.native("device"));
+    std::filesystem::create_directory(native("folder"));
+    ASSERT_EQ(mkfifo(native("pipe").c_str(), 0600), 0);
+    std::filesystem::create_symlink(native("gone"), native("broken"));
+    std::filesystem::create_symlink("/dev/zero", native("device"));
     for (const char* name : {"absent.jpg", "folder", "pipe", "broken", "device"})
-        EXPECT_EQ(failureOf([&] { folder.pictures.load(folder.path(name)); }), "File not found") << name;
-    EXPECT_EQ(failureOf([&] { folder.pictures.load(""); }), "File not found");
-    EXPECT_EQ(failureOf([&] { folder.pictures.loadReduced("", 100); }), "File not found");
+        EXPECT_EQ(failureOf([&] { pictures.load(inside(name)); }), "File not found") << name;
+    EXPECT_EQ(failureOf([&] { pictures.loadReduced("", 100); }), "File not found");
 
-    folder.put("real.jpg", jpegBytes(quarters(20, 10)));
-    std::filesystem::create_symlink(folder.native("real.jpg"), folder.native("link"));
-    EXPECT_EQ(folder.pictures.load(folder.path("link")).width(), 20);
+    put("real.jpg", jpegBytes(quarters(20, 10)));
+    std::filesystem::create_symlink(native("real.jpg"), native("link"));
+    EXPECT_EQ(pictures.load(inside("link")).width(), 20);
 }
 
-TEST(PictureService, AFailingDiskFailsTheLoadAndTheSave)
+TEST_F(PictureServiceTest, AFailingDiskFailsTheLoadAndTheSave)
 {
-    PictureFolder folder;
-    const std::string path = folder.put("p.jpg", jpegBytes(quarters(20, 10)));
+    const std::string path = put("p.jpg", jpegBytes(quarters(20, 10)));
+    const std::string target = put("old.bmp", "old");
     std::vector<std::string> announced;
-    folder.files.setFaultHook([&](FileOperation operation, std::string_view at) {
+    files.setFaultHook([&](FileOperation operation, std::string_view at) {
         announced.emplace_back(at);
-        if (operation == FileOperation::Picture)
-            throw Failure(FailureKind::DeviceIo);
-        if (operation == FileOperation::Print)
-            throw Failure(FailureKind::DiskFull);
+        if (operation == FileOperation::Picture || operation == FileOperation::Print)
+            throw Failure(operation == FileOperation::Picture ? FailureKind::DeviceIo : FailureKind::DiskFull);
     });
-    EXPECT_EQ(failureOf([&] { folder.pictures.load(path); }), "Device I/O error");
-    const std::string target = folder.put("old.bmp", "old");
-    EXPECT_EQ(failureOf([&] { folder.pictures.saveBitmap(pictureFromImage(quarters(4, 4)), target); }), "Disk full");
+    EXPECT_EQ(failureOf([&] { pictures.load(path); }), "Device I/O error");
+    EXPECT_EQ(failureOf([&] { pictures.saveBitmap(pictureFromImage(quarters(4, 4)), target); }), "Disk full");
     EXPECT_EQ(announced, (std::vector<std::string>{path, target, target}));
-    EXPECT_EQ(folder.bytes("old.bmp"), "old");
-    folder.files.setFaultHook({});
-    EXPECT_EQ(folder.pictures.load(path).width(), 20);
+    EXPECT_EQ(read("old.bmp"), "old");
+    files.setFaultHook({});
+    EXPECT_EQ(pictures.load(path).width(), 20);
 }
 
-TEST(PictureService, ASavedBitmapComesBackPixelByPixel)
+TEST_F(PictureServiceTest, ASavedBitmapComesBackPixelByPixel)
 {
-    PictureFolder folder;
     for (const QSize size : {QSize(1, 1), QSize(2, 3), QSize(5, 4), QSize(100, 75)}) {
-        const QImage scene = testScene(size.width(), size.height());
-        const std::string path = folder.put("photograph.jpg", "what was there before, and longer than a small picture");
-        folder.pictures.saveBitmap(pictureFromImage(scene), path);
-        const std::string file = folder.bytes("photograph.jpg");
-        EXPECT_EQ(file.substr(0, 2), "BM");
-        EXPECT_EQ(file.size(), static_cast<std::size_t>(54 + (size.width() * 3 + 3) / 4 * 4 * size.height()));
-        EXPECT_EQ(renderedImage(folder.pictures.load(path)), scene);
+        QImage scene = testScene(size.width(), size.height());
+        const std::string path = put("photograph.jpg", "what was there before, and longer than a small picture");
+        pictures.saveBitmap(pictureFromImage(scene), path);
+        EXPECT_EQ(read("photograph.jpg").size(), 54u + (size.width() * 3 + 3) / 4 * 4 * size.height());
+        EXPECT_EQ(renderedImage(pictures.load(path)), scene);
+        scene.setDevicePixelRatio(2);
+        pictures.saveBitmap(pictureFromImage(scene), path);
+        EXPECT_EQ(pictures.load(path).height(), std::max(1, (size.height() + 1) / 2)) << "its natural size";
     }
-    QImage dense = testScene(200, 150);
-    dense.setDevicePixelRatio(2);
-    folder.pictures.saveBitmap(pictureFromImage(dense), folder.path("dense.bmp"));
-    EXPECT_EQ(folder.pictures.load(folder.path("dense.bmp")).height(), 75) << "its natural size";
-    EXPECT_EQ(failureOf([&] { folder.pictures.saveBitmap(Picture(), folder.path("x.bmp")); }), "Invalid picture");
-    EXPECT_FALSE(std::filesystem::exists(folder.native("x.bmp")));
+    EXPECT_EQ(failureOf([&] { pictures.saveBitmap(Picture(), inside("x.bmp")); }), "Invalid picture");
+    EXPECT_FALSE(std::filesystem::exists(native("x.bmp")));
 }
 
-TEST_F(ExpectedFiles, AreDecodedOnceAndHandedOver)
+TEST_F(PictureServiceTest, AnExpectedFileIsDecodedOnceAndNotShownWhenItHasChangedMeanwhile)
 {
-    putPlain("a.jpg", Blue);
+    const std::string first = jpegBytes(quarters(20, 10));
+    std::string second = jpegBytes(quarters(10, 20));
+    second.resize(first.size());
+    const std::string path = put("a.jpg", first);
     DecodeAhead ahead;
+    const auto take = [&](int longerSide) {
+        return ahead.take({native("a.jpg"), longerSide}, PictureFile(native("a.jpg")).stamp());
+    };
     // It blocks once the work is under way: asked again until it was.
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     Picture early;
-    while (early.empty() && std::chrono::steady_clock::now() < deadline) {
+    const auto underWay = [&] {
         ahead.expect({{native("a.jpg"), 0}});
-        early = take(ahead, "a.jpg");
-    }
-    EXPECT_FALSE(early.empty());
-    EXPECT_TRUE(take(ahead, "a.jpg").empty()) << "what was taken is no longer kept";
-    EXPECT_TRUE(take(ahead, "a.jpg", 100).empty());
-}
+        early = take(0);
+        return !early.empty();
+    };
+    EXPECT_TRUE(testDesktop().waitUntil(underWay, 20'000));
+    EXPECT_EQ(early.width(), 20);
+    EXPECT_TRUE(take(0).empty()) << "what was taken is no longer kept";
 
-TEST_F(ExpectedFiles, AreNotShownWhenTheFileHasChangedMeanwhile)
-{
-    const std::string path = putPlain("a.jpg", Blue);
-    DecodeAhead ahead;
     ahead.expect({{native("a.jpg"), 0}});
-    const FileStamp before = PictureFile(native("a.jpg")).stamp();
-    putPlain("b.jpg", 0xffffffff);
-    std::filesystem::rename(native("b.jpg"), native("a.jpg"));
-    EXPECT_NE(PictureFile(native("a.jpg")).stamp(), before);
-
     pictures.expect({path});
-    putPlain("c.jpg", 0xff000000);
-    std::filesystem::rename(native("c.jpg"), native("a.jpg"));
-    EXPECT_EQ(colourOf(pictures.load(path)), 0xff000000);
-    const Picture early = take(ahead, "a.jpg");
-    EXPECT_TRUE(early.empty() || colourOf(early) == 0xff000000);
+    EXPECT_TRUE(take(100).empty());
+    put("b.jpg", second);
+    std::filesystem::rename(native("b.jpg"), native("a.jpg"));
+    EXPECT_EQ(pictures.load(path).width(), 10);
+    early = take(0);
+    EXPECT_TRUE(early.empty() || early.width() == 10);
 }
 
-TEST_F(ExpectedFiles, ShowWhatAPlainLoadShowsAlsoWhenOthersAreExpectedOrTheServiceEnds)
+TEST_F(PictureServiceTest, ExpectedFilesShowWhatAPlainLoadShowsAlsoWhenTheServiceEnds)
 {
     std::vector<std::string> paths;
-    for (int i = 0; i < 24; ++i)
+    for (int i = 0; i < 40; ++i)
         paths.push_back(put(std::to_string(i) + ".jpg", jpegBytes(testScene(120 + i, 90))));
-    for (const int longerSide : {0, 20})
-        for (std::size_t i = 0; i < paths.size(); ++i) {
-            pictures.expect({paths.begin() + static_cast<std::ptrdiff_t>(i), paths.end()}, longerSide);
-            const auto load = [&](PictureService& service) {
-                return longerSide > 0 ? service.loadReduced(paths[i], longerSide) : service.load(paths[i]);
-            };
-            PictureService plain(files);
-            const Picture expected = load(plain);
-            EXPECT_EQ(expected.width(), 120 + static_cast<int>(i));
-            EXPECT_EQ(load(pictures).data()->pixels, expected.data()->pixels) << i;
-            plain.expect(paths);
-        }
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const bool whole = i % 4 < 2;
+        const auto load = [&](PictureService& from) {
+            return (whole ? from.load(paths[i]) : from.loadReduced(paths[i], 20)).data();
+        };
+        PictureService plain(files);
+        pictures.expect({paths.begin() + static_cast<std::ptrdiff_t>(i), paths.end()}, whole ? 0 : 20);
+        EXPECT_EQ(load(plain)->naturalSize, QSize(120 + static_cast<int>(i), 90));
+        EXPECT_EQ(load(pictures)->pixels, load(plain)->pixels) << i;
+        plain.expect(paths);
+    }
 }
 
 } // namespace trovarium

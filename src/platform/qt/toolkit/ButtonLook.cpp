@@ -1,8 +1,5 @@
 #include "platform/qt/toolkit/ButtonLook.h"
 
-#include "platform/qt/toolkit/View.h"
-
-#include <QAbstractButton>
 #include <QFontMetrics>
 #include <QPalette>
 
@@ -54,12 +51,6 @@ void showCaption(QAbstractButton& button, const std::string& caption, int taken)
     }
     button.setFont(font);
     button.setText(text);
-}
-
-void nameByToolTip(QAbstractButton& button, const Control& control)
-{
-    if (button.text().isEmpty() && control.AccessibleName().empty())
-        button.setAccessibleName(toQString(control.ToolTipText()));
 }
 
 } // namespace trovarium

@@ -1,7 +1,6 @@
 #include "platform/qt/pictures/PictureData.h"
 #include "platform/qt/toolkit/ButtonLook.h"
 #include "platform/qt/toolkit/DesktopState.h"
-#include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Button.h"
 
 #include <QAbstractItemView>
@@ -9,8 +8,6 @@
 #include <QKeyEvent>
 #include <QPixmap>
 #include <QPushButton>
-
-#include <memory>
 
 namespace trovarium {
 
@@ -65,51 +62,29 @@ private:
     Button& m_button;
 };
 
-class ButtonView : public WidgetView {
+class ButtonView final : public CaptionedView<Button, QPushButton> {
 public:
     explicit ButtonView(Button& button)
-        : ButtonView(button, new QPushButton(surfaceWidget(button)))
+        : CaptionedView(button, EdgeWidth)
+        , m_keys(button)
     {
-    }
-
-    void apply(Change change) override
-    {
-        switch (change) {
-        case Change::Geometry:
-            WidgetView::apply(change);
-            [[fallthrough]];
-        case Change::Text:
-            showCaption(*m_push, m_button.Caption(), EdgeWidth);
-            break;
-        case Change::Appearance:
-            m_push->setIcon(faceIcon(m_button.Picture()));
-            m_push->setIconSize({m_button.Picture().width(), m_button.Picture().height()});
-            m_push->setDefault(m_button.Default());
-            break;
-        default:
-            WidgetView::apply(change);
-            nameByToolTip(*m_push, m_button);
-        }
+        this->button()->setAutoDefault(true); // Enter presses it while it has the focus
+        showAll();
+        this->button()->window()->installEventFilter(&m_keys);
+        QObject::connect(this->button(), &QPushButton::clicked, this->button(),
+            [this] { fromDesktop(kind(), [&] { kind().Click.raise(); }); });
     }
 
 private:
-    ButtonView(Button& button, QPushButton* push)
-        : WidgetView(button, push)
-        , m_button(button)
-        , m_push(push)
-        , m_keys(std::make_unique<WindowKeys>(button))
+    void showLook() override
     {
-        m_push->setAutoDefault(true); // Enter presses it while it has the focus
-        for (const Change change : {Change::Text, Change::Appearance, Change::Hint})
-            ButtonView::apply(change);
-        m_push->window()->installEventFilter(m_keys.get());
-        QObject::connect(
-            m_push, &QPushButton::clicked, m_push, [this] { fromDesktop(m_button, [&] { m_button.Click.raise(); }); });
+        const Picture face = kind().Picture();
+        button()->setIcon(faceIcon(face));
+        button()->setIconSize({face.width(), face.height()});
+        button()->setDefault(kind().Default());
     }
 
-    Button& m_button;
-    QPushButton* m_push;
-    std::unique_ptr<WindowKeys> m_keys;
+    WindowKeys m_keys;
 };
 
 } // namespace

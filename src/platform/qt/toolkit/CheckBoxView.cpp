@@ -1,6 +1,5 @@
 #include "platform/qt/toolkit/ButtonLook.h"
 #include "platform/qt/toolkit/DesktopState.h"
-#include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/CheckBox.h"
 
 #include <QCheckBox>
@@ -12,50 +11,23 @@ namespace {
 
 constexpr int MarkWidth = 20; // pixels in front of the caption
 
-class CheckBoxView : public WidgetView {
+class CheckBoxView final : public CaptionedView<CheckBox, QCheckBox> {
 public:
     explicit CheckBoxView(CheckBox& box)
-        : CheckBoxView(box, new QCheckBox(surfaceWidget(box)))
+        : CaptionedView(box, MarkWidth)
     {
-    }
-
-    void apply(Change change) override
-    {
-        switch (change) {
-        case Change::Geometry:
-            WidgetView::apply(change);
-            [[fallthrough]];
-        case Change::Text:
-            showCaption(*m_check, m_box.Caption(), MarkWidth);
-            break;
-        case Change::Content: {
-            const QSignalBlocker quiet(m_check);
-            m_check->setChecked(m_box.Value() != 0);
-            break;
-        }
-        case Change::Appearance:
-            setBackColor(*m_check, m_box.BackColor());
-            break;
-        default:
-            WidgetView::apply(change);
-            nameByToolTip(*m_check, m_box);
-        }
+        showAll();
+        QObject::connect(button(), &QCheckBox::clicked, button(),
+            [this](bool checked) { fromDesktop(kind(), [&] { kind().Value = checked ? 1 : 0; }); });
     }
 
 private:
-    CheckBoxView(CheckBox& box, QCheckBox* check)
-        : WidgetView(box, check)
-        , m_box(box)
-        , m_check(check)
+    void showValue() override
     {
-        for (const Change change : {Change::Text, Change::Content, Change::Appearance, Change::Hint})
-            CheckBoxView::apply(change);
-        QObject::connect(m_check, &QCheckBox::clicked, m_check,
-            [this](bool checked) { fromDesktop(m_box, [&] { m_box.Value = checked ? 1 : 0; }); });
+        const QSignalBlocker quiet(button());
+        button()->setChecked(kind().Value() != 0);
     }
-
-    CheckBox& m_box;
-    QCheckBox* m_check;
+    void showLook() override { setBackColor(*button(), kind().BackColor()); }
 };
 
 } // namespace

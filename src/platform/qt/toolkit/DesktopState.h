@@ -29,6 +29,15 @@ class SurfaceView;
 class TimerView;
 
 // What stands behind Desktop. Everything here runs on the one thread of the program.
+//
+// Words:  frame      code of our own on the stack below which a loop of the desktop may run (`Frame`)
+//         graveyard  unloaded forms wait there for the last frame to end: a handler of theirs may still run
+//         wall       `fromDesktop` and `runHandler`: nothing is thrown through the desktop's own frames
+//         turn       one pass of the loop; what is queued runs in the next one
+//         slot       the share of a second in which the windows are painted once; of a form: see FormSlot
+//         activate   a form that became the front one has an Activate event to come, delivered in a turn
+//         closedToEvents  windows paint, but what would run a handler is postponed to a later turn
+//         capture    the pressed item gets all of the mouse until its release
 struct DesktopState {
     using Clock = std::chrono::steady_clock;
 

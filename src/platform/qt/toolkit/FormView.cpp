@@ -40,13 +40,11 @@ public:
 
     void mouseDown(int button, int shift, QPointF pixels) override
     {
-        const QPointF at = pixels * TwipsPerPixel;
-        m_form.MouseDown.raise(button, shift, inScale(at.x()), inScale(at.y()));
+        raiseAt(m_form.MouseDown, button, shift, pixels, m_form);
     }
     void mouseMove(int button, int shift, QPointF pixels) override
     {
-        const QPointF at = pixels * TwipsPerPixel;
-        m_form.MouseMove.raise(button, shift, inScale(at.x()), inScale(at.y()));
+        raiseAt(m_form.MouseMove, button, shift, pixels, m_form);
     }
     void click() override { m_form.Click.raise(); }
 
@@ -62,8 +60,6 @@ protected:
     }
 
 private:
-    float inScale(qreal twips) const { return m_form.fromTwips(static_cast<float>(twips)); }
-
     Form& m_form;
     PicturePainter m_painter;
 };

@@ -40,6 +40,10 @@ public:
     int pointer() const override;
     std::string toolTip() const override;
 
+protected:
+    // Of the item as it lies now, so that a handler that moves it sees the start point again.
+    QPointF fromCorner(QPointF pixels) const { return pixels - place().topLeft(); }
+
 private:
     void follow(bool always);
 

@@ -53,8 +53,7 @@ private:
     void keyPressed(int ascii) override { m_box.KeyPress.raise(ascii); }
     void mouseReleased(int button, int shift, QPointF pixels) override
     {
-        m_box.MouseUp.raise(button, shift, static_cast<float>(pixels.x()) * TwipsPerPixel,
-            static_cast<float>(pixels.y()) * TwipsPerPixel);
+        raiseAt(m_box.MouseUp, button, shift, pixels);
     }
 
     ListBox& m_box;

@@ -133,6 +133,19 @@ QRectF placeInPixels(const Control& control)
         parent.toPixels(control.Width()), parent.toPixels(control.Height())};
 }
 
+void raiseAt(Event<int, int, float, float>& event, int button, int shift, QPointF pixels)
+{
+    const QPointF at = pixels * TwipsPerPixel;
+    event.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+}
+
+void raiseAt(Event<int, int, float, float>& event, int button, int shift, QPointF pixels, const Container& scale)
+{
+    const QPointF at = pixels * TwipsPerPixel;
+    event.raise(
+        button, shift, scale.fromTwips(static_cast<float>(at.x())), scale.fromTwips(static_cast<float>(at.y())));
+}
+
 int shiftKeys(Qt::KeyboardModifiers modifiers)
 {
     return (modifiers.testFlag(Qt::ShiftModifier) ? ShiftKey : 0)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/toolkit/Control.h"
+#include "platform/toolkit/Event.h"
 
 #include <QCursor>
 #include <QPointer>
@@ -73,6 +74,11 @@ QColor toQColor(Color color);
 
 // The control's place in pixels of its parent, fractions kept.
 QRectF placeInPixels(const Control& control);
+
+// Raises a mouse event at a place that is given in pixels of what raises it; its handler gets twips, or the scale of
+// a container.
+void raiseAt(Event<int, int, float, float>& event, int button, int shift, QPointF pixels);
+void raiseAt(Event<int, int, float, float>& event, int button, int shift, QPointF pixels, const Container& scale);
 
 // The desktop's modifiers and buttons as handlers get them, and the other way round.
 int shiftKeys(Qt::KeyboardModifiers modifiers);

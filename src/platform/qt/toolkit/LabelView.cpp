@@ -143,13 +143,11 @@ public:
     void mouseDown(int button, int shift, QPointF pixels) override
     {
         setDown(button == LeftButton);
-        const QPointF at = (pixels - place().topLeft()) * TwipsPerPixel;
-        m_label.MouseDown.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+        raiseAt(m_label.MouseDown, button, shift, fromCorner(pixels));
     }
     void mouseMove(int button, int shift, QPointF pixels) override
     {
-        const QPointF at = (pixels - place().topLeft()) * TwipsPerPixel;
-        m_label.MouseMove.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+        raiseAt(m_label.MouseMove, button, shift, fromCorner(pixels));
     }
     void mouseUp(int, int, QPointF) override { setDown(false); }
     void click() override { m_label.Click.raise(); }

@@ -1,5 +1,6 @@
 #include "platform/toolkit/Frame.h"
 
+#include "platform/qt/toolkit/ContainerView.h"
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/qt/toolkit/Pointers.h"
 #include "platform/qt/toolkit/SurfaceView.h"
@@ -33,8 +34,7 @@ public:
 
     void mouseMove(int button, int shift, QPointF pixels) override
     {
-        const QPointF at = pixels * TwipsPerPixel;
-        m_frame.MouseMove.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+        raiseAt(m_frame.MouseMove, button, shift, pixels);
     }
 
 protected:
@@ -57,42 +57,32 @@ private:
     Frame& m_frame;
 };
 
-class FrameView : public WidgetView {
+class FrameView : public ContainerView {
 public:
     FrameView(Frame& frame, FrameSurface* surface)
-        : WidgetView(frame, surface)
+        : ContainerView(frame, surface)
         , m_frame(frame)
-        , m_surface(surface)
     {
         nameByCaption();
-    }
-    ~FrameView() override
-    {
-        if (m_surface)
-            m_surface->detach();
     }
 
     void apply(Change change) override
     {
-        WidgetView::apply(change);
-        if (change == Change::Text)
-            nameByCaption();
-        if (change == Change::Text || change == Change::Appearance)
-            m_surface->addDirty(m_surface->rect());
-        if (change == Change::Hint)
-            pointerChangedOn(m_frame);
+        ContainerView::apply(change);
+        if (change != Change::Text)
+            return;
+        nameByCaption();
+        surface()->addDirty(surface()->rect());
     }
-    void pointerChanged() override { m_surface->updatePointer(); }
 
 private:
     void nameByCaption()
     {
         if (m_frame.AccessibleName().empty())
-            m_surface->setAccessibleName(toQString(m_frame.Caption()));
+            surface()->setAccessibleName(toQString(m_frame.Caption()));
     }
 
     Frame& m_frame;
-    QPointer<FrameSurface> m_surface;
 };
 
 } // namespace

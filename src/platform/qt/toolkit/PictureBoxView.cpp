@@ -4,6 +4,7 @@
 #include "platform/qt/pictures/PictureData.h"
 #include "platform/qt/pictures/PicturePainter.h"
 #include "platform/qt/toolkit/Canvas.h"
+#include "platform/qt/toolkit/ContainerView.h"
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/qt/toolkit/FilmPainting.h"
 #include "platform/qt/toolkit/Pointers.h"
@@ -74,15 +75,15 @@ public:
 
     void mouseDown(int button, int shift, QPointF pixels) override
     {
-        m_box.MouseDown.raise(button, shift, inScale(pixels.x()), inScale(pixels.y()));
+        raiseAt(m_box.MouseDown, button, shift, inside(pixels), m_box);
     }
     void mouseMove(int button, int shift, QPointF pixels) override
     {
-        m_box.MouseMove.raise(button, shift, inScale(pixels.x()), inScale(pixels.y()));
+        raiseAt(m_box.MouseMove, button, shift, inside(pixels), m_box);
     }
     void mouseUp(int button, int shift, QPointF pixels) override
     {
-        m_box.MouseUp.raise(button, shift, inScale(pixels.x()), inScale(pixels.y()));
+        raiseAt(m_box.MouseUp, button, shift, inside(pixels), m_box);
     }
     void click() override { m_box.Click.raise(); }
     bool takesKeys() const override { return m_box.KeyDown.isWired(); }
@@ -113,48 +114,34 @@ protected:
     }
 
 private:
-    float inScale(qreal pixels) const
-    {
-        return m_box.fromTwips((static_cast<float>(pixels) - m_box.edge()) * TwipsPerPixel);
-    }
+    QPointF inside(QPointF pixels) const { return pixels - QPointF(m_box.edge(), m_box.edge()); }
 
     PictureBox& m_box;
     Canvas& m_canvas;
     PicturePainter m_painter;
 };
 
-class PictureBoxView : public WidgetView {
+class PictureBoxView : public ContainerView {
 public:
     PictureBoxView(PictureBox& box, PictureBoxSurface* surface)
-        : WidgetView(box, surface)
+        : ContainerView(box, surface)
         , m_box(box)
-        , m_surface(surface)
     {
         m_box.filmSurface()->tell([this] {
             QMetaObject::invokeMethod(
                 &m_turn, [this] { paintAnew(); }, Qt::QueuedConnection);
         });
     }
-    ~PictureBoxView() override
-    {
-        m_box.filmSurface()->tell({});
-        if (m_surface)
-            m_surface->detach();
-    }
+    ~PictureBoxView() override { m_box.filmSurface()->tell({}); }
 
     void apply(Change change) override
     {
-        WidgetView::apply(change);
-        if (change == Change::Content || change == Change::Appearance)
-            m_surface->addDirty(m_surface->rect());
+        ContainerView::apply(change);
         if (change == Change::Appearance)
             placeChildren(); // the border may have come or gone
-        if (change == Change::Hint)
-            pointerChangedOn(m_box);
         if (change == Change::Text)
             tellValue();
     }
-    void pointerChanged() override { m_surface->updatePointer(); }
 
 private:
     void placeChildren()
@@ -167,18 +154,17 @@ private:
 
     void tellValue()
     {
-        QAccessibleValueChangeEvent event(m_surface, m_box.AccessibleValue());
+        QAccessibleValueChangeEvent event(surface(), m_box.AccessibleValue());
         QAccessible::updateAccessibility(&event);
     }
 
     void paintAnew()
     {
-        if (m_surface)
-            m_surface->update();
+        if (surface() != nullptr)
+            surface()->update();
     }
 
     PictureBox& m_box;
-    QPointer<PictureBoxSurface> m_surface;
     QObject m_turn; // what calls from a film's thread hang on
 };
 

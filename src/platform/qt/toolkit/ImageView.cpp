@@ -46,26 +46,20 @@ public:
 
     void mouseDown(int button, int shift, QPointF pixels) override
     {
-        const QPointF at = twips(pixels);
-        m_image.MouseDown.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+        raiseAt(m_image.MouseDown, button, shift, fromCorner(pixels));
     }
     void mouseMove(int button, int shift, QPointF pixels) override
     {
-        const QPointF at = twips(pixels);
-        m_image.MouseMove.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+        raiseAt(m_image.MouseMove, button, shift, fromCorner(pixels));
     }
     void mouseUp(int button, int shift, QPointF pixels) override
     {
-        const QPointF at = twips(pixels);
-        m_image.MouseUp.raise(button, shift, static_cast<float>(at.x()), static_cast<float>(at.y()));
+        raiseAt(m_image.MouseUp, button, shift, fromCorner(pixels));
     }
     void click() override { m_image.Click.raise(); }
     void doubleClick() override { m_image.DblClick.raise(); }
 
 private:
-    // Relative to the item as it lies now, so that a handler that moves it sees the start point again.
-    QPointF twips(QPointF pixels) const { return (pixels - place().topLeft()) * TwipsPerPixel; }
-
     Image& m_image;
     PicturePainter m_painter;
 };

@@ -1,0 +1,439 @@
+#include "check/FileDateTime.h"
+#include "check/GroupRepair.h"
+#include "check/RepairPasses.h"
+#include "check/VideoPlayer.h"
+#include "check/frmFirstTime.h"
+#include "check/frmSplash.h"
+#include "check/frmThumbnail.h"
+#include "platform/media/FilmSurface.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/PictureBox.h"
+#include "runtime/Dates.h"
+#include "store/GroupFile.h"
+#include "store/InfoFile.h"
+#include "support/PlainBitmap.h"
+#include "support/Robot.h"
+#include "support/ScriptedPrompts.h"
+#include "support/TestAlbum.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <tuple>
+
+namespace trovarium {
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+// Notes what it was told, and shows each clip as white all over; nothing of one that is called "damaged".
+class RecordedPlayer : public VideoPlayer {
+public:
+    void OpenVideo(std::string_view path, PictureBox& window) override
+    {
+        told += path.substr(path.rfind('\\') + 1);
+        window.filmSurface()->open();
+        window.filmSurface()->moveTo({0, 0, static_cast<int>(window.Width()), static_cast<int>(window.Height())});
+        if (path.find("damaged") == std::string_view::npos)
+            window.filmSurface()->put({1, 1, {0xffffffff}});
+    }
+    void VideoCommand(std::string_view command) override { told += " " + std::string(command); }
+
+    std::string told;
+};
+
+// A library with the forms of its check, put together as the start-up does it. Paths of photographs,
+// thumbnails and information files are made from the photograph's name.
+class LibraryCheck : public testing::Test {
+protected:
+    ~LibraryCheck() override { desktop.files().setFaultHook({}); }
+
+    // Photographs are bitmaps; each has another date unless one is given.
+    void addPhoto(const std::string& name, int width = 8, int height = 6)
+    {
+        test.put(photo(name), plainBitmap(width, height));
+        // Far from now, so that a date that was not set shows.
+        desktop.files().setModified(photo(name), Instant(std::chrono::seconds(1'000'000'000 + 4001 * ++m_photos)));
+    }
+    void addInfoFile(const std::string& name)
+    {
+        ASSERT_TRUE(CreateInfoFile(desktop.files(), infoFile(name), "\\Photos\\" + name));
+    }
+    void addPhotosWithInfo(const Names& names, int width = 8, int height = 6)
+    {
+        for (const std::string& name : names) {
+            addPhoto(name, width, height);
+            addInfoFile(name);
+        }
+    }
+    std::string photo(const std::string& name) { return test.paths().PhotoPath + name; }
+    std::string thumbnail(const std::string& name) { return test.paths().ThumbnailPath + name; }
+    std::string infoFile(const std::string& name) { return test.paths().InfoPath + name + ".info"; }
+    std::string removedInfoFile(const std::string& name) { return infoFile("Removed\\" + name); }
+    std::string groupList(const std::string& fileName) { return test.paths().SlideGroupPath + fileName; }
+    bool logged(const std::string& words) { return test.log().find(words + "\r\n") != std::string::npos; }
+    Instant dateOf(const std::string& path) { return desktop.files().modified(path); }
+    bool isUpToDate(const std::string& name) { return dateOf(thumbnail(name)) == dateOf(photo(name)); }
+    // Whether width and height stand so in the head of the bitmap.
+    bool measures(const std::string& name, int width, int height)
+    {
+        return test.bytes(thumbnail(name)).substr(18, 8) == plainBitmap(width, height).substr(18, 8);
+    }
+    // Whether all pixels are alike.
+    bool isBlank(const std::string& name)
+    {
+        const std::string bytes = test.bytes(thumbnail(name));
+        return bytes.find_first_not_of(bytes.at(54), 54) == std::string::npos;
+    }
+    // As for a new case.
+    void remove(const Names& paths)
+    {
+        for (const std::string& path : paths)
+            std::filesystem::remove(toNativePath(path));
+    }
+
+    // The check of one start: the passes, then the repair of the groups unless it was skipped.
+    void start()
+    {
+        test.album().AutoCheckBypass = false;
+        splash().load();
+        splash().show();
+        RepairPasses(test.album(), splash(), builder).CheckFolderContents();
+        if (!test.album().AutoCheckBypass)
+            RemoveMissingPhotosFromGroup(test.album(), desktop);
+        splash().unload();
+    }
+    // Builds the thumbnails of these photographs, as any caller of the builder does.
+    void build(const Names& names)
+    {
+        CheckedArray<std::string> list;
+        for (const std::string& name : names)
+            list.append(name);
+        builder().load();
+        builder().SetMissingList(list);
+        builder().showModal();
+    }
+
+    Desktop& desktop = testDesktop();
+    TestAlbum test{desktop.files()};
+    ScriptedPrompts prompts{desktop};
+    RecordedPlayer player;
+    FormSlot<frmThumbnail> builder{
+        desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), player); }};
+    FormSlot<frmSplash> splash{desktop, [this] { return std::make_unique<frmSplash>(desktop, test.album()); }};
+
+private:
+    int m_photos = 0;
+};
+
+} // namespace
+
+TEST_F(LibraryCheck, KeepsOrderAndDoublesOfWhatIsThereAndByAFailureTheListAsItStands)
+{
+    const auto repair = [this] { RemoveMissingPhotosFromGroup(test.album(), desktop); };
+    addInfoFile("a.bmp");
+    addInfoFile("b.bmp");
+    test.put(infoFile("empty.bmp"), "");
+    using enum FileOperation;
+    const std::string before = joinedLines({"b.bmp", "lost.bmp", "a.bmp", "", "empty.bmp", "b.bmp"});
+    test.put(groupList("Rome.lst"), before);
+    for (const auto& [operation, ending] : {std::pair{Open, "Rome.lst"}, {LineInput, "Rome.lst"}, {Close, "Rome.lst"},
+             {Open, "TmpGroup.lst"}, {Print, "TmpGroup.lst"}, {Close, "TmpGroup.lst"}, {Copy, "Rome.lst"},
+             {Length, "b.bmp.info"}, {List, "Photo_Info\\*.*"}}) {
+        SCOPED_TRACE(testing::Message() << static_cast<int>(operation) << ending);
+        test.failAt(operation, ending);
+        repair();
+        desktop.files().setFaultHook({});
+        EXPECT_EQ(test.bytes(groupList("Rome.lst")), before);
+        EXPECT_FALSE(test.isThere(groupList("TmpGroup.lst")));
+        EXPECT_EQ(desktop.files().freeFile(), 1) << "a file was left open";
+        EXPECT_EQ(desktop.Screen().MousePointer(), DefaultPointer);
+    }
+    const std::string infoPath = std::exchange(test.paths().InfoPath, test.library() + "\\Unplugged\\");
+    repair();
+    test.paths().InfoPath = infoPath;
+    test.album().AutoCheckBypass = true;
+    repair();
+    EXPECT_EQ(test.bytes(groupList("Rome.lst")), before);
+    test.album().AutoCheckBypass = false;
+    test.putGroup("TmpGroup.lst", {"a.bmp"}); // of an earlier run, no group
+    test.put(groupList("notes.txt"), before);
+    repair();
+    for (const char* list : {"Rome.lst", "notes.txt"})
+        EXPECT_EQ(test.groupLines(list), (Names{"b.bmp", "a.bmp", "b.bmp"}));
+    EXPECT_FALSE(test.isThere(groupList("TmpGroup.lst")));
+    test.paths().SlideGroupPath.clear();
+    prompts.expectNotice("Critical Error-SubRemoveMissingPhotosFromGroup: SlideGroup path is blank!");
+    EXPECT_EQ(desktop.guarded(repair), 1);
+}
+
+TEST_F(LibraryCheck, OddNamesSettleEachWithFilesOfItsOwn)
+{
+    const Names kept{"aXb.bmp", "CASE.BMP", "Case.bmp"};
+    const Names odd{
+        " blank.bmp", "a*b.bmp", "a=b.bmp", "what?.bmp", std::string(246, 'n') + ".bmp", "Café.bmp", "漢字.bmp"};
+    // The last leaves no room for the ending of an information file.
+    const Names leftAlone{".hidden.bmp", std::string(251, 'x') + ".bmp"};
+    Names names = kept;
+    names.insert(names.end(), odd.begin(), odd.end());
+    int width = 10;
+    for (const Names& some : {names, leftAlone})
+        for (const std::string& name : some)
+            addPhoto(name, width++, 100);
+    std::filesystem::rename(toNativePath(photo("Café.bmp")), toNativePath(photo("Caf\xE9.bmp")));
+    start();
+    test.putGroup("Trip.lst", names);
+    start();
+    width = 10;
+    for (const std::string& name : names) {
+        EXPECT_TRUE(measures(name, width++, 100) && isUpToDate(name)) << name;
+    }
+    for (const std::string& name : leftAlone)
+        EXPECT_FALSE(test.isThere(thumbnail(name))) << name;
+    EXPECT_EQ(test.groupLines("Trip.lst"), names);
+
+    for (const std::string& name : odd)
+        desktop.files().remove(photo(name));
+    start();
+    for (const std::string& name : odd)
+        EXPECT_TRUE(test.isThere(removedInfoFile(name)) && !test.isThere(infoFile(name))) << name;
+    EXPECT_EQ(test.groupLines("Trip.lst"), kept);
+    EXPECT_EQ(test.groupLines(AllPhotosGroup), kept);
+}
+
+TEST_F(LibraryCheck, AnInformationFileWithoutItsPhotographIsSetAsideWhenThatIsWantedAndCanBeDone)
+{
+    const Names gone{"gone1.bmp", "gone2.bmp"};
+    addInfoFile(gone[0]);
+    addInfoFile(gone[1]);
+    desktop.files().makeFolder(test.paths().InfoPath + "Removed");
+    test.put(removedInfoFile("gone1.bmp"), "an older one");
+    const std::string content = test.bytes(infoFile("gone1.bmp"));
+    const Names questions{"Trovarium has detected 2 INFO file(s) without corresponding photo/image file(s).\rMove the "
+                          "INFO files to the 'Removed' folder?",
+        "Are you sure?"};
+    test.setSetting("Options", "AutoFix", "False");
+    test.album().ReadOnlyLibrary = true; // no thumbnails in the way
+    test.failAt(FileOperation::Copy, "gone2.bmp.info", FailureKind::DiskFull);
+    using enum Answer;
+    for (const std::vector<Answer>& answers : {std::vector{No}, {Yes, No}, {Yes, Yes}}) {
+        const bool isMoved = answers == std::vector{Yes, Yes};
+        test.putGroup("Rome.lst", gone);
+        for (std::size_t i = 0; i < answers.size(); ++i)
+            prompts.expectQuestion(questions[i], answers[i]);
+        start();
+        prompts.verify();
+        EXPECT_EQ(test.isThere(infoFile("gone1.bmp")), !isMoved);
+        EXPECT_EQ(test.bytes(removedInfoFile("gone1.bmp")), isMoved ? content : "an older one");
+        EXPECT_TRUE(test.isThere(infoFile("gone2.bmp")));
+        for (const std::string_view list : {AllPhotosGroup, std::string_view("Rome.lst")})
+            EXPECT_EQ(test.groupLines(list), isMoved ? Names{"gone2.bmp"} : gone) << list;
+    }
+    EXPECT_EQ(prompts.asked()[0].title + prompts.asked()[2].title,
+        "Missing Photo/Image File(s)Removed unassociated INFO file(s)");
+}
+
+TEST_F(LibraryCheck, SkippingDropsWhatThePassInHandGatheredAndAllThatFollows)
+{
+    const Names files{removedInfoFile("gone.bmp"), infoFile("gone.bmp"), thumbnail("a.bmp"), thumbnail("b.bmp"),
+        infoFile("new1.bmp"), infoFile("new2.bmp"), groupList("  All Photos  .lst")};
+    for (const char* name : {"a.bmp", "b.bmp", "new1.bmp", "new2.bmp"})
+        addPhoto(name);
+    using enum FileOperation;
+    for (const auto& [operation, ending, there, share] :
+        {std::tuple{Length, "Photo_Info\\gone.bmp.info", "-+-----", 0.125F},
+            {Length, "Photo_Thumbnails\\b.bmp", "+------", 0.25F},
+            {Open, "Photo_Info\\new1.bmp.info", "+-+++--", 0.5F + 1 / 12.0F},
+            {Print, "  All Photos  .lst", "+-+++++", 0.75F + 2 / 12.0F}}) {
+        for (const char* name : {"a.bmp", "b.bmp", "gone.bmp"})
+            addInfoFile(name);
+        test.putGroup("Rome.lst", {"a.bmp", "lost.bmp"});
+        float bar = 0;
+        desktop.files().setFaultHook([&, where = operation, end = ending](FileOperation done, std::string_view path) {
+            if (done != where || !path.ends_with(end))
+                return;
+            Robot(desktop).click(splash().cmdByPassAutoCheck);
+            bar = splash().pctProgress.Width() / splash().shpProgress.Width();
+        });
+        start();
+        desktop.files().setFaultHook({});
+        EXPECT_NEAR(bar, share, 0.001) << ending;
+        std::string found;
+        for (const std::string& file : files)
+            found += test.isThere(file) ? "+" : "-";
+        EXPECT_EQ(found, there) << ending;
+        EXPECT_EQ(test.groupLines("Rome.lst"), (Names{"a.bmp", "lost.bmp"})) << "no group is repaired";
+        remove({files.begin(), files.end() - 1});
+    }
+    EXPECT_EQ(test.groupLines(AllPhotosGroup), (Names{"a.bmp", "b.bmp", "new1.bmp", "new2.bmp"}))
+        << "written to its end";
+}
+
+TEST_F(LibraryCheck, TheSplashFormTellsItsVersionAndSkipsAtTheFirstFileIfNeedBe)
+{
+    for (const char* name : {"gone1.bmp", "gone2.bmp"})
+        addInfoFile(name);
+    splash().show();
+    EXPECT_EQ(splash().lblVersion.Caption(), "Version " TROVARIUM_VERSION);
+    Robot robot(desktop);
+    robot.atNextTurn([&] { robot.click(splash().cmdByPassAutoCheck); });
+    RepairPasses(test.album(), splash(), builder).CheckFolderContents();
+    for (const float beyond : {1.5F, -0.1F})
+        splash().UpdateSplashProgress(beyond, 1);
+    EXPECT_EQ(splash().pctProgress.Width(), splash().shpProgress.Width());
+    EXPECT_TRUE(test.isThere(infoFile("gone1.bmp")));
+    EXPECT_EQ(test.groupLines(AllPhotosGroup), Names());
+    const frmFirstTime firstTime(desktop);
+    EXPECT_TRUE(firstTime.Label5.WordWrap() && firstTime.Label7.WordWrap());
+    EXPECT_FALSE(firstTime.Picture().empty() || splash().Picture().empty() || builder().Picture().empty());
+    splash().tmrSplash.Enabled = true;
+    splash().Unload.raise();
+    EXPECT_FALSE(splash().tmrSplash.Enabled());
+    splash().tmrSplash.Tick.raise();
+    EXPECT_FALSE(splash.isLoaded());
+}
+
+TEST_F(LibraryCheck, AFailureEndsThePassAndReplacesNobodysWords)
+{
+    addPhoto("only.bmp");
+    test.setSetting("Options", "AutoFix", "perhaps");
+    start();
+    EXPECT_TRUE(logged("'CheckFolderContents'. Error = Type mismatch"));
+    test.setSetting("Options", "AutoFix", "False"); // a question would fail the test
+    start();
+    EXPECT_TRUE(test.isThere(infoFile("only.bmp")));
+    EXPECT_TRUE(logged("'InfoFilesExist'. Error = Overflow")); // as with each single photograph
+    start();
+    EXPECT_TRUE(logged("'PhotoFilesExist'. Error = Overflow") && logged("'ThumbnailFilesExist'. Error = Overflow"));
+    EXPECT_FALSE(test.isThere(thumbnail("only.bmp")));
+    EXPECT_EQ(test.groupLines(AllPhotosGroup), Names{"only.bmp"});
+
+    addPhoto("other.bmp");
+    test.put(infoFile("only.bmp"), "PLACE=Oslo\r\n");
+    test.failAt(FileOperation::Exists, "only.bmp.info");
+    start();
+    EXPECT_EQ(test.bytes(infoFile("only.bmp")), "PLACE=Oslo\r\n");
+    EXPECT_FALSE(test.isThere(infoFile("other.bmp"))) << "the pass ends";
+}
+
+TEST_F(LibraryCheck, ThumbnailsThatDifferAtAllAreAskedFor)
+{
+    test.setSetting("Options", "AutoFix", "False");
+    for (const auto& [name, secondsLater] : {std::pair<std::string, int>{"absent.bmp", 0}, {"empty.bmp", 0},
+             {"newer.bmp", 1}, {"older.bmp", -1}, {"same.bmp", 0}}) {
+        addPhotosWithInfo({name});
+        test.put(thumbnail(name), name == "empty.bmp" ? "" : "made");
+        desktop.files().setModified(thumbnail(name), dateOf(photo(name)) + std::chrono::seconds(secondsLater));
+    }
+    remove({thumbnail("absent.bmp")});
+    addPhotosWithInfo({"SAME.bmp"}); // which has none of its own
+    desktop.files().setModified(photo("SAME.bmp"), dateOf(photo("same.bmp")));
+
+    const std::string question =
+        "Trovarium has detected 5 photo/image file(s) with missing or out-of-date corresponding "
+        "thumbnail(s). Press 'YES' create thumbnail(s). Press 'NO' to ignore.";
+    prompts.expectQuestion(question, Answer::No);
+    start();
+    EXPECT_FALSE(test.isThere(thumbnail("absent.bmp")));
+    prompts.expectQuestion(question, Answer::Yes);
+    start();
+    EXPECT_EQ(prompts.asked()[1].title, "Build Thumbnails");
+    start(); // asks nothing more
+    test.album().ReadOnlyLibrary = true;
+    remove({thumbnail("same.bmp")});
+    start();
+}
+
+TEST_F(LibraryCheck, TheLongerSideIsAHundredPixelsAndTheDateThePhotographs)
+{
+    build(Names(32768, "a.bmp")); // more than a walk counts
+    build({});
+    EXPECT_FALSE(builder.isLoaded() || test.isThere(thumbnail("a.bmp")));
+    using Sizes = std::tuple<int, int, int, int>;
+    for (const auto& [width, height, shownWidth, shownHeight] :
+        {Sizes{200, 100, 100, 50}, {300, 300, 100, 100}, {4, 2, 100, 50}, {900, 3, 100, 1}, {3, 900, 1, 100}}) {
+        addPhotosWithInfo({"a.bmp"}, width, height);
+        build({"C:\\ignored\\a.bmp"});
+        EXPECT_TRUE(measures("a.bmp", shownWidth, shownHeight)) << width << "x" << height;
+        EXPECT_TRUE(isUpToDate("a.bmp") && !isBlank("a.bmp"));
+    }
+    const std::string outside = test.folder().inside("linked.bmp");
+    desktop.files().copy(photo("a.bmp"), outside);
+    test.put(infoFile("name.bmp"), "PhotoPath=" + outside + "\r\n");
+    build({"name.bmp"});
+    EXPECT_TRUE(measures("name.bmp", 1, 100) && dateOf(thumbnail("name.bmp")) == dateOf(outside));
+}
+
+TEST_F(LibraryCheck, APictureThatCannotBeReadGetsAnEmptyThumbnailOnceAndTheDiskMayBeFull)
+{
+    addPhotosWithInfo({"bad.jpg", "good.bmp", "late.bmp", "torn.bmp"});
+    addInfoFile("gone.bmp");
+    test.put(photo("bad.jpg"), "no picture at all");
+    test.put(photo("torn.bmp"), plainBitmap(80, 80).substr(0, 60));
+    // Behind a good one, so that a canvas that was not cleared shows.
+    build({"good.bmp", "bad.jpg", "torn.bmp", "gone.bmp"});
+    for (const char* name : {"bad.jpg", "gone.bmp", "torn.bmp"})
+        EXPECT_TRUE(isBlank(name)) << name;
+    test.put(thumbnail("bad.jpg"), "made");
+    desktop.files().setModified(thumbnail("bad.jpg"), dateOf(photo("bad.jpg")));
+
+    remove({infoFile("gone.bmp"), thumbnail("good.bmp")});
+    test.failAt(FileOperation::Print, "Photo_Thumbnails\\good.bmp");
+    start();
+    EXPECT_FALSE(test.isThere(thumbnail("good.bmp")));
+    EXPECT_TRUE(isUpToDate("late.bmp"));
+    // Without its date it reads as out of date, and the next start builds it again.
+    test.failAt(FileOperation::SetDate, "Photo_Thumbnails\\good.bmp");
+    start();
+    EXPECT_FALSE(isUpToDate("good.bmp"));
+    desktop.files().setFaultHook({});
+    start();
+    EXPECT_TRUE(isUpToDate("good.bmp"));
+    EXPECT_EQ(test.bytes(thumbnail("bad.jpg")), "made") << "built again at each start";
+    EXPECT_FALSE(SetFileDateTime(desktop.files(), photo("good.bmp"), "no date")
+        || SetFileDateTime(desktop.files(), photo("none.bmp"), dateText(now())));
+    EXPECT_TRUE(SetFileDateTime(desktop.files(), photo("good.bmp"), dateText(now())));
+}
+
+TEST_F(LibraryCheck, AClipGetsTheFrameAtWhichItWasPausedAndADamagedOneNothingOfTheFileBefore)
+{
+    addPhotosWithInfo({"0.bmp"}, 50, 50);
+    addPhotosWithInfo({"a.mpg", "b.MOV", "damaged.Avi"});
+    start(); // one that was left without a thumbnail is found
+    EXPECT_EQ(player.told, "a.mpg play pauseb.MOV play pausedamaged.Avi play pause");
+    for (const std::string name : {"a.mpg", "b.MOV", "damaged.Avi"}) {
+        EXPECT_TRUE(measures(name, 100, 75) && isBlank(name) && isUpToDate(name)) << name;
+        EXPECT_EQ(test.bytes(thumbnail(name)).ends_with("\xff\xff\xff"), name != "damaged.Avi") << name;
+    }
+}
+
+TEST_F(LibraryCheck, TheBuilderShowsThePictureInWorkAndStopsBehindItWhenItsWindowIsClosed)
+{
+    addPhotosWithInfo({"a.bmp", "b.bmp", "c.bmp", "d.bmp"});
+    addPhoto("new.bmp");
+    std::string shown;
+    desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+        if (operation == FileOperation::Picture && path.ends_with("c.bmp"))
+            Robot(desktop).close(builder());
+        if (operation != FileOperation::SetDate || path.ends_with("c.bmp"))
+            return;
+        frmThumbnail& form = builder();
+        form.Form_Activate(); // while it builds already
+        shown += form.lbFilename.Caption() + form.lbPhotoSize(0).Caption() + form.lbPhotoSize(1).Caption();
+        EXPECT_FLOAT_EQ(form.pctProgress.Width() / form.shpProgress.Width(), path.ends_with("b.bmp") ? 0.25F : 0);
+        EXPECT_GE(form.pctSize.Left(), form.ScaleWidth());
+    });
+    start();
+    desktop.files().setFaultHook({});
+    EXPECT_EQ(shown, "a.bmp(width=8)(height=6)b.bmp(width=8)(height=6)");
+    EXPECT_TRUE(isUpToDate("c.bmp") && !isBlank("c.bmp"));
+    EXPECT_FALSE(test.isThere(thumbnail("d.bmp")));
+    EXPECT_TRUE(test.isThere(infoFile("new.bmp"))) << "the start goes on";
+    start();
+    EXPECT_TRUE(isUpToDate("d.bmp"));
+}
+
+} // namespace trovarium

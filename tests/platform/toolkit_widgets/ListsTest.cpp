@@ -1,0 +1,281 @@
+#include "platform/toolkit/ComboBox.h"
+#include "platform/toolkit/DriveList.h"
+#include "platform/toolkit/FileList.h"
+#include "platform/toolkit/FolderList.h"
+#include "platform/toolkit/ListBox.h"
+
+#include "platform/Stage.h"
+#include "platform/system/MountedMedia.h"
+#include "platform/toolkit/Button.h"
+#include "support/Surroundings.h"
+#include "support/TemporaryFolder.h"
+
+#include <algorithm>
+
+namespace trovarium {
+
+namespace {
+
+class ListsTest : public Stage {
+protected:
+    ListsTest()
+    {
+        note(list.Click, "Click");
+        note(list.DblClick, "Open");
+        note(list.MouseUp, "Up");
+        note(list.KeyDown, "Down");
+        note(list.KeyPress, "Press");
+        note(files.Click, "File");
+        note(files.DblClick, "OpenFile");
+        note(folders.Change, "Folder", [this] { return folders.Path(); });
+        note(drives.Change, "Drive", [this] { return drives.Drive(); });
+    }
+
+    void fill(std::initializer_list<const char*> items)
+    {
+        for (const char* item : items)
+            list.AddItem(item);
+    }
+    // The folders first, then the files in them.
+    void make(std::initializer_list<const char*> names, std::initializer_list<const char*> fileNames) const
+    {
+        for (const char* name : names)
+            std::filesystem::create_directories(folder.native(name));
+        for (const char* name : fileNames)
+            folder.write(name, "x");
+    }
+    // The items of a list, the selected ones in brackets.
+    static std::string itemsOf(const auto& list)
+    {
+        std::string text;
+        for (int i = 0; i < list.ListCount(); ++i)
+            text += (list.Selected(i) ? "[" + list.List(i) + "]" : list.List(i)) + " ";
+        return text;
+    }
+    // The rows of the folder list behind the way to the folder.
+    std::string subfolders() const
+    {
+        std::string names;
+        for (int row = folders.depth(); row < folders.ListCount(); ++row)
+            names += folders.rowPath(row).substr(folders.Path().size() + 1) + " ";
+        return names;
+    }
+    void click(Control& rows, int row, int shift = NoKeys) { robot.click(rows, LeftButton, shift, at(row)); }
+    static At at(int row) { return {40, 8.0F + 16.0F * static_cast<float>(row)}; }
+
+    TemporaryFolder folder;
+    const VariableForNow home{"HOME", folder.path()};
+    ListBox list{&form, {.Name = "list", .Width = 2000, .Height = 3000}};
+    DriveList drives{&form, {.Name = "drives", .Left = 2200, .Width = 2000, .Height = 315}};
+    FolderList folders{&form, {.Name = "folders", .Top = 3100, .Width = 4200, .Height = 2000}};
+    FileList files{&form, {.Name = "files", .Top = 5200, .Width = 4200, .Height = 1500}};
+    const std::string badIndex = "Invalid property array index";
+};
+
+TEST_F(ListsTest, CodeChoosesOneOrSeveralAndTheChoiceFollowsItsItem)
+{
+    list.Sorted = true;
+    fill({"b", "d"});
+    list.ListIndex = 1;
+    fill({"a", "e"});
+    EXPECT_EQ(list.Text(), "d");
+    list.RemoveItem(0);
+    EXPECT_EQ(list.Text(), "d");
+    list.RemoveItem(list.ListIndex());
+    EXPECT_EQ(std::to_string(list.ListIndex()) + list.Text() + taken(), "-1Click ");
+    fill({"a"});
+    list.setSelected(0, true);
+    list.setSelected(2, true);
+    EXPECT_EQ(itemsOf(list), "a b [e] ") << "one at a time";
+    EXPECT_EQ(list.ListIndex(), 2);
+    list.MultiSelect = true;
+    list.setSelected(0, true);
+    EXPECT_EQ(itemsOf(list), "[a] b [e] ");
+    for (const int index : {-1, 3}) {
+        EXPECT_EQ(failureOf([&] { (void)list.List(index); }), badIndex) << index;
+        EXPECT_EQ(failureOf([&] { list.setSelected(index, true); }), badIndex) << index;
+        EXPECT_EQ(failureOf([&] { list.RemoveItem(index); }), badIndex) << index;
+    }
+    EXPECT_EQ(failureOf([&] { list.ListIndex = 3; }), badIndex);
+    EXPECT_EQ(failureOf([&] { list.setList(4, "x"); }), badIndex);
+    list.Clear();
+    EXPECT_EQ(itemsOf(list) + std::to_string(list.ListIndex()), "-1");
+}
+
+TEST_F(ListsTest, PressesAndKeysChooseTheRow)
+{
+    fill({"a", "b", "c"});
+    show();
+    const Shot rows = robot.shot(form);
+    list.ListIndex = 0;
+    EXPECT_TRUE(robot.until([&] { return !(robot.shot(form) == rows); }));
+    click(list, 1, CtrlKey);
+    click(list, 1);
+    EXPECT_EQ(taken(), "Click Click Up:1:2:600:360 Up:1:0:600:360 ") << "the choice is the same";
+    list.SetFocus();
+    keys({40, 13});
+    EXPECT_EQ(list.Text() + taken(), "cDown:40:0 Click Down:13:0 Press:13 ") << "keys are told before they act";
+    click(list, 9);
+    EXPECT_EQ(list.Text() + taken(), "cUp:1:0:600:2280 ") << "a press below the last row keeps the choice";
+    desktop.DoEvents();
+    keys({38});
+    EXPECT_EQ(list.Text(), "b") << "and the keyboard goes on from it";
+    list.Clear();
+    fill({"x", "y"}); // not painted yet
+    click(list, 1);
+    taken();
+    list.Enabled = false;
+    click(list, 0);
+    EXPECT_EQ(itemsOf(list) + taken(), "x [y] ");
+}
+
+TEST_F(ListsTest, AHandlerMayRemoveTheRowsChosenByShiftAndCtrlAndUnloadTheForm)
+{
+    list.MultiSelect = true;
+    fill({"a", "b", "x", "c", "d"});
+    when["Down"] = [&] {
+        list.Enabled = false;
+        for (int i = list.ListCount() - 1; i >= 0; --i)
+            if (list.Selected(i))
+                list.RemoveItem(i);
+        list.Enabled = true;
+    };
+    show();
+    click(list, 1);
+    click(list, 3, ShiftKey);
+    click(list, 2, CtrlKey);
+    EXPECT_EQ(itemsOf(list), "a [b] x [c] d ");
+    keys({46});
+    click(list, 1);
+    keys({46});
+    EXPECT_EQ(itemsOf(list), "a d ") << "the list has kept the focus";
+    when["Open"] = [&] { form.unload(); };
+    robot.doubleClick(list, NoKeys, at(1));
+    EXPECT_FALSE(form.isLoaded());
+    EXPECT_EQ(itemsOf(list), "a [d] ");
+}
+
+TEST_F(ListsTest, EnterAmongRowsPressesNoDefaultButton)
+{
+    Button ok{&form, {.Name = "ok", .Width = 1500, .Height = 300}};
+    ComboBox combo{&form, {.Name = "combo", .Width = 1500, .Height = 300}};
+    note(ok.Click, "OK");
+    ok.Default = true;
+    fill({"row"});
+    show();
+    for (Control* rows : std::initializer_list<Control*>{&combo, &drives, &files, &list}) {
+        rows->SetFocus();
+        EXPECT_TRUE(rows->hasFocus());
+        keys({13});
+        EXPECT_EQ(taken(), rows == &list ? "Down:13:0 Press:13 " : "") << rows->Name();
+    }
+}
+
+TEST_F(ListsTest, FilesAndFoldersAreReadWhenAskedOrSeenAndAgainForRefresh)
+{
+    make({"d.jpg"}, {"b.JPG", "a.jpg", "c.txt", ".hidden.jpg"});
+    int readings = 0;
+    desktop.files().setFaultHook(
+        [&](FileOperation operation, std::string_view) { readings += operation == FileOperation::List ? 1 : 0; });
+    files.Visible = false;
+    show();
+    files.Refresh();
+    folders.Path = folder.inside() + "\\";
+    files.Path = folder.inside() + "\\";
+    EXPECT_EQ(folders.Path() + files.Path(), folder.inside() + folder.inside()) << "no separator at the end";
+    desktop.repaintOnly();
+    EXPECT_EQ(taken() + std::to_string(readings), "1") << "both are there already, and the folders have been seen";
+    EXPECT_EQ(subfolders() + itemsOf(files), "d.jpg a.jpg b.JPG c.txt ");
+    EXPECT_EQ(readings, 2);
+    files.Pattern = "*.abcde;*.jpg";
+    EXPECT_EQ(itemsOf(files), "a.jpg b.JPG ");
+    make({"e"}, {"e.jpg"});
+    files.Path = folder.inside();
+    EXPECT_EQ(subfolders() + itemsOf(files), "d.jpg a.jpg b.JPG ") << "the same path";
+    files.Refresh();
+    folders.Refresh();
+    EXPECT_EQ(subfolders() + itemsOf(files), "d.jpg e a.jpg b.JPG e.jpg ");
+}
+
+TEST_F(ListsTest, APathThatCannotBeListedLeavesAllAsItWas)
+{
+    make({"sub", "locked"}, {"a", "sub/b"});
+    files.setSelected(0, true);
+    desktop.files().setFaultHook([](FileOperation operation, std::string_view path) {
+        if (operation == FileOperation::List && path.ends_with("locked"))
+            throw Failure(FailureKind::PathFileAccess);
+    });
+    for (const char* name : {"gone", "a", "locked"}) {
+        const std::string expected = name == std::string("locked") ? "Path/File access error" : "Path not found";
+        EXPECT_EQ(failureOf([&] { files.Path = folder.inside(name); }), expected) << name;
+        EXPECT_EQ(failureOf([&] { folders.Path = folder.inside(name); }), expected) << name;
+    }
+    for (const char* path : {"relative", ""})
+        EXPECT_EQ(failureOf([&] { files.Path = path; }), "Path not found") << path;
+    EXPECT_EQ(folders.Path() + files.Path(), folder.inside() + folder.inside());
+    EXPECT_EQ(itemsOf(files) + subfolders() + taken(), "[a] locked sub ");
+    files.Path = folder.inside("sub");
+    std::filesystem::remove_all(folder.native("sub"));
+    files.Refresh();
+    EXPECT_EQ(itemsOf(files), "") << "a folder that is gone has no files";
+    EXPECT_EQ(failureOf([&] { (void)files.List(0); }), badIndex);
+    EXPECT_EQ(failureOf([&] { (void)folders.rowPath(folders.ListCount()); }), badIndex);
+}
+
+TEST_F(ListsTest, TheUserChoosesFilesAndGoesThroughTheFolders)
+{
+    make({"b/inner", "A", ".hidden"}, {"a", "b.jpg", "c"});
+    show();
+    click(files, 0);
+    click(files, 2, CtrlKey);
+    EXPECT_EQ(itemsOf(files) + taken(), "[a] b.jpg [c] File File ");
+    robot.doubleClick(files, NoKeys, at(1));
+    EXPECT_EQ(itemsOf(files) + taken(), "a [b.jpg] c File OpenFile ");
+    EXPECT_EQ(subfolders(), "A b ");
+    const int b = folders.depth() + 1;
+    click(folders, b);
+    EXPECT_EQ(taken(), "") << "one click only chooses";
+    robot.doubleClick(folders, NoKeys, at(b));
+    EXPECT_EQ(folders.rowPath(0) + folders.rowPath(folders.depth() - 2), "/" + folder.inside());
+    EXPECT_EQ(folders.rowPath(folders.depth() - 1) + " " + subfolders(), folder.inside("b") + " inner ");
+    folders.SetFocus();
+    keys({40, 13, 38, 13});
+    const std::string toB = "Folder:" + folder.inside("b") + " ";
+    EXPECT_EQ(taken(), toB + "Folder:" + folder.inside("b\\inner") + " " + toB);
+    folders.Path = "/";
+    EXPECT_EQ(folders.depth(), 1);
+    EXPECT_EQ(folders.rowPath(1).find_last_of("/\\"), 0U);
+}
+
+TEST_F(ListsTest, ADriveIsThePlaceThatHoldsTheFolderOrUnavailable)
+{
+    folder.write("mounts",
+        "/dev/sda1 / ext4 rw 0 0\ntmpfs /media tmpfs rw 0 0\n/dev/sda2 /mediathek ext4 rw 0 0\n"
+        "/dev/sdb1 /media/ann/HOLIDAY\\040PICS vfat rw 0 0\n/dev/sr0 /media/cdrom iso9660 ro 0 0\n"
+        "nas:/pictures /mnt/nas nfs rw 0 0\nnas:/pictures /mnt/nas nfs rw 0 0\n");
+    EXPECT_EQ(mountedMedia(folder.native("mounts")),
+        (std::vector<std::string>{"/media/ann/HOLIDAY PICS", "/media/cdrom", "/mnt/nas"}));
+    EXPECT_TRUE(mountedMedia(folder.native("none")).empty());
+    EXPECT_EQ(drives.Drive(), folder.inside()) << "the user's folder";
+    EXPECT_EQ(drives.nameOf(folder.inside()), "Home");
+    EXPECT_EQ(drives.nameOf("/media\\ann\\HOLIDAY PICS"), "HOLIDAY PICS");
+    drives.Drive = folder.inside("deep\\down");
+    EXPECT_EQ(taken(), "");
+    for (const char* path : {"/media\\ann\\NOTHERE\\Photos", "/run\\media\\ann\\NOTHERE", "/mnt\\NOTHERE", "E:", ""})
+        EXPECT_EQ(failureOf([&] { drives.Drive = path; }), "Device unavailable") << path;
+    EXPECT_EQ(drives.Drive(), folder.inside());
+    {
+        const VariableForNow none("HOME", "/mnt/nas/");
+        EXPECT_EQ(mountedMedia(folder.native("mounts")).size(), 2U) << "the user's folder is no medium";
+        drives.Drive = "/usr";
+    }
+    show();
+    drives.Drive = "/";
+    drives.SetFocus();
+    keys({35}); // End, among one place more
+    EXPECT_EQ(taken(), "Drive:/ Drive:" + drives.places().back() + " ");
+}
+
+} // namespace
+
+} // namespace trovarium

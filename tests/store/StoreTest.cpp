@@ -1,0 +1,410 @@
+#include "store/GroupFile.h"
+#include "store/InfoFile.h"
+#include "store/LibraryFolders.h"
+#include "store/Log.h"
+#include "support/FailureOf.h"
+#include "support/Robot.h"
+#include "support/TestAlbum.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <tuple>
+
+namespace trovarium {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+using enum FileOperation;
+
+std::string shown(const PhotoInfo& info)
+{
+    std::string text;
+    for (const std::string& field :
+        {info.PhotoLink, info.Title, info.Photographer, info.Year, info.People, info.Place, info.Event, info.Keywords})
+        text += field + "|";
+    return text + std::to_string(info.ImageWidth) + "x" + std::to_string(info.ImageHeight);
+}
+
+constexpr std::size_t Line = 103;
+
+// A log of exactly `size` bytes: a header that fills up, and lines that differ.
+std::string filled(std::size_t size)
+{
+    std::string text = std::string(size % Line + Line - 2, 'h') + "\r\n";
+    while (text.size() < size)
+        text += std::to_string(1'000'000 + text.size()) + std::string(Line - 9, '.') + "\r\n";
+    return text;
+}
+
+class Store : public testing::Test {
+protected:
+    std::string bytes(std::string_view name) { return test.bytes(folder + std::string(name)); }
+    Lines lists() { return test.files().list(folder + "*"); }
+    // As each start does it.
+    void start()
+    {
+        readFolderSettings(album);
+        CheckDirPaths(album, testDesktop());
+    }
+    // The group on show; a star marks the selected ones.
+    Lines read()
+    {
+        Lines lines;
+        for (int i = 0; i <= group.GroupList.upperBound(); ++i)
+            lines.push_back(group.GroupList(i) + (group.GroupSelect(i) == 0 ? "" : "*"));
+        return lines;
+    }
+
+    TestAlbum test;
+    Album& album = test.album();
+    GroupOnShow& group = album.group;
+    const AlbumPaths own = test.paths();
+    const std::string folder = own.SlideGroupPath;
+    const std::string path = own.InfoPath + "a.jpg.info";
+    const std::string logPath = test.library() + "\\Trovarium.Log";
+};
+
+using GroupFile = Store;
+using InfoFile = Store;
+using LibraryFolders = Store;
+using Log = Store;
+
+} // namespace
+
+TEST_F(GroupFile, IsReadLineByLineAndOneThatWasNotOrIsTooLongForAWalkIsNeverRewritten)
+{
+    const auto changesNothing = [this](const std::string& before) {
+        EXPECT_FALSE(ReorderGroupFile(album, "G.lst", 2) || AddToGroup(album, "G.lst"));
+        EXPECT_FALSE(RemoveFromGroupFile(album, "G.lst"));
+        EXPECT_TRUE(bytes("G.lst") == before);
+        EXPECT_EQ(test.files().freeFile(), 1);
+    };
+    test.put(folder + "G.lst", "");
+    EXPECT_TRUE(readGroupList(album, "G.lst"));
+    EXPECT_EQ(read(), Lines{""});
+    test.put(folder + "G.lst", "a.jpg\r\n\r\n b.jpg \nZ\xFCrich.jpg\r\nŁódź.jpg");
+    test.showGroup({"old", "old"}, {1, 2});
+    EXPECT_TRUE(readGroupList(album, "G.lst"));
+    EXPECT_EQ(read(), (Lines{"", "a.jpg", "", " b.jpg ", "Zürich.jpg", "Łódź.jpg"}));
+
+    test.putGroup("G.lst", {"a", "b"});
+    test.showGroup({"c"}, {1}); // as many as are read
+    test.failAt(LineInput, "", FailureKind::DeviceIo, 2);
+    EXPECT_FALSE(readGroupList(album, "G.lst"));
+    EXPECT_EQ(read(), (Lines{"", "a*"})) << "the old flags stay";
+    test.files().setFaultHook({});
+    changesNothing(joinedLines({"a", "b"}));
+    EXPECT_FALSE(readGroupList(album, "none.lst"));
+    EXPECT_EQ(read(), Lines{""});
+    EXPECT_EQ(test.log(), "");
+
+    const Lines lines(32768, "p.jpg");
+    test.putGroup("G.lst", lines);
+    ASSERT_TRUE(readGroupList(album, "G.lst"));
+    group.GroupSelect(1) = 1;
+    changesNothing(joinedLines(lines));
+}
+
+TEST_F(GroupFile, LosesOnlyLinesThatAgreeInPositionAndName)
+{
+    using Case = std::tuple<Lines, std::vector<int>, Lines>;
+    for (const auto& [file, selected, kept] : {Case{{"a", "b", "c", "d"}, {2, 4}, {"a", "c"}},
+             {{"a", "B", "c", "d", "e"}, {2}, {"a", "c", "d", "e"}}, {{"b", "c", "d"}, {2, 3}, {"b", "c", "d"}}}) {
+        test.putGroup("G.lst", file);
+        std::filesystem::permissions(toNativePath(folder + "G.lst"), std::filesystem::perms::owner_all);
+        test.put(folder + "temp.group", "left behind");
+        test.showGroup({"a", "b", "c", "d"}, selected);
+        for (const FileOperation failing : {Open, LineInput, Print, Close, Copy}) {
+            test.failAt(failing);
+            EXPECT_FALSE(RemoveFromGroupFile(album, "G.lst"));
+            test.files().setFaultHook({});
+            EXPECT_EQ(bytes("G.lst"), joinedLines(file));
+            EXPECT_EQ(test.files().freeFile(), 1);
+        }
+        EXPECT_TRUE(RemoveFromGroupFile(album, "G.lst"));
+        EXPECT_EQ(bytes("G.lst"), joinedLines(kept));
+        EXPECT_EQ(
+            std::filesystem::status(toNativePath(folder + "G.lst")).permissions(), std::filesystem::perms::owner_all);
+        EXPECT_EQ(lists(), Lines{"G.lst"});
+    }
+}
+
+TEST_F(GroupFile, MovesTheSelectedLinesAsOneBlock)
+{
+    using Case = std::tuple<std::vector<int>, int, std::string>;
+    for (const auto& [selected, dropPosition, names] :
+        {Case{{2, 4}, -1, "bdace"}, {{2, 4}, 1, "abdce"}, {{3, 5}, 3, "abced"}, {{1, 3}, -3, "bacde"},
+            {{1, 2}, -6, "cdeab"}, {{2}, 0, "bacde"}, {{1, 4}, -1, "adbce"}, {{1}, 40000, "bcdea"}, {{}, 2, "abcde"}}) {
+        test.showGroup({"a", "b", "c", "d", "e"}, selected);
+        EXPECT_TRUE(ReorderGroupFile(album, "G.lst", dropPosition));
+        std::string order = bytes("G.lst");
+        std::erase_if(order, [](char c) { return c == '\r' || c == '\n'; });
+        EXPECT_EQ(order, names) << "dropped at " << dropPosition;
+    }
+}
+
+TEST_F(GroupFile, AListOfAnotherCaseIsTheOneThatIsMeant)
+{
+    test.putGroup("Trip.LST", {"a", "b"});
+    test.showGroup({"a", "b"}, {0, 1}); // element 0 is no photograph, but its flag counts
+    EXPECT_TRUE(AddToGroup(album, "Trip.lst"));
+    EXPECT_EQ(bytes("Trip.LST"), joinedLines({"a", "b", "", "a"}));
+    EXPECT_TRUE(RemoveFromGroupFile(album, "Trip.lst"));
+    EXPECT_TRUE(ReorderGroupFile(album, "Trip.lst", 2));
+    EXPECT_EQ(bytes("Trip.LST"), joinedLines({"b", "a"}));
+    EXPECT_EQ(lists(), Lines{"Trip.LST"});
+    renameGroupList(album, "Trip.lst", "trip.lst");
+    EXPECT_EQ(lists(), Lines{"trip.lst"});
+    test.putGroup("Rome.LST", {});
+    EXPECT_EQ(failureOf([&] { renameGroupList(album, "Trip.lst", "Rome.lst"); }), "File already exists");
+    EXPECT_EQ(lists(), (Lines{"Rome.LST", "trip.lst"}));
+}
+
+TEST(GroupName, IsMendedWhereAFileCannotBearItAndMarksTheGroupOfAllInAnyCase)
+{
+    for (const auto& [name, mended] :
+        {std::pair{"a.b/c", "a_b_c"}, {"\"|.<>?*:/\\", "__________"}, {" Zürich & co ", " Zürich & co "}}) {
+        std::string text = name;
+        EXPECT_EQ(CheckGroupName(text), std::string_view(name) == mended) << name;
+        EXPECT_EQ(text, mended);
+    }
+    EXPECT_EQ(groupNameOf("a.b.lst"), "a");
+    EXPECT_TRUE(isAllPhotosGroup("  all PHOTOS  "));
+    EXPECT_FALSE(isAllPhotosGroup("All Photos"));
+}
+
+TEST_F(InfoFile, ReadsItsLinesAsTheFormatTells)
+{
+    using Case = std::tuple<std::string, bool, std::string>;
+    // Without a file link and size stay as they were.
+    for (const auto& [bytes, whole, read] :
+        {Case{"-", false, "last||||||||7x8"}, {"photopath=/x\r\nImagewidth=1\r\nIMAGEHEIGHT=2", true, "/x||||||||1x2"},
+            {"TITLE=one\nTITLE= two \rno equals sign\nKEYWORDS=a=b", true, "last| two ||||||a=b|7x8"},
+            {" TITLE=x\r\nTITLE =x\r\nPHOTOPATHX=x\r\n=x\r\n", true, "last||||||||7x8"},
+            {"PLACE=Z\xFCrich\r\nPEOPLE=\xC5\x81ukasz\r\n", true, "last||||Łukasz|Zürich|||7x8"},
+            {"ImageWidth=12.5px\r\nImageHeight=\r\n", true, "last||||||||12x0"},
+            {"ImageWidth=32767.4\r\nImageHeight=-32768\r\n", true, "last||||||||32767x-32768"},
+            {"YEAR=1\r\nImageWidth=32768\r\nTITLE=late\r\n", false, "last|||1|||||7x8"},
+            {"ImageHeight=32767.5\r\n", false, "last||||||||7x8"}}) {
+        if (bytes != "-")
+            test.put(path, bytes);
+        PhotoInfo info{"last", "t", "ph", "y", "pe", "pl", "e", "k", 7, 8};
+        EXPECT_EQ(readInfoFile(album, "a.jpg.info", info), whole);
+        EXPECT_EQ(shown(info), read) << bytes;
+        EXPECT_EQ(test.files().freeFile(), 1) << bytes;
+    }
+}
+
+TEST_F(InfoFile, IsWrittenAsTenLinesWhereItWasReadAndWholeOrNotAtAll)
+{
+    test.showGroup({"x.jpg", "A.jpg"});
+    album.info = {"/x\\Łódź.jpg", "Zürich", "P", "1999", "Q", "R=1", "", "U", -640, 0};
+    test.put(path, "TITLE=old\r\n");
+    for (const FileOperation failing : {Open, Print, Close}) {
+        test.failAt(failing);
+        EXPECT_FALSE(SaveImageInfo(album, 2) || CreateInfoFile(test.files(), path, "x"));
+        test.files().setFaultHook({});
+        EXPECT_EQ(test.bytes(path), "TITLE=old\r\n");
+    }
+    EXPECT_TRUE(SaveImageInfo(album, 2) && !SaveImageInfo(album, 3));
+    EXPECT_EQ(test.files().list(test.paths().InfoPath + "*"), std::vector<std::string>{"a.jpg.info"});
+    EXPECT_EQ(test.bytes(path),
+        "PhotoPath=/x\\Łódź.jpg\r\nTITLE=Z\xFCrich\r\nPHOTOGRAPHER=P\r\nYEAR=1999\r\nPEOPLE=Q\r\nPLACE=R=1\r\n"
+        "EVENT=\r\nKEYWORDS=U\r\nImageWidth=-640\r\nImageHeight=0\r\n");
+    PhotoInfo read{"", "", "", "", "", "", "left over", "", 0, 0};
+    EXPECT_TRUE(readInfoFile(album, "a.jpg.info", read));
+    EXPECT_EQ(shown(read), shown(album.info));
+
+    ASSERT_TRUE(CreateInfoFile(test.files(), path, "\\Photos\\a.jpg"));
+    EXPECT_EQ(test.bytes(path),
+        joinedLines({"PhotoPath=\\Photos\\a.jpg", "TITLE=" + path,
+            "PHOTOGRAPHER=", "YEAR=", "PEOPLE=", "PLACE=", "EVENT=", "KEYWORDS=", "ImageWidth=", "ImageHeight="}));
+}
+
+TEST_F(InfoFile, GivesTheLinkOfTheFirstLineWithItsKeyWhichHoldsWhenThePhotographIsThereAndNotEmpty)
+{
+    const std::string inside = test.library() + "\\";
+    // The fall-back asks the program's folder and not the setting.
+    test.paths().PhotoPath = "/elsewhere\\";
+    for (const auto& [bytes, link] :
+        {std::pair<std::string, std::string>{"PhotoPath=\\a.jpg\r\nPhotoPath=x\r\n", inside + "\\a.jpg"},
+            {"TITLE=x\r\nphotopath=\\Photos/a.jpg", inside + "\\Photos\\a.jpg"},
+            {"PhotoPath=/home/ann/Zürich b.jpg\r\n", "/home\\ann\\Zürich b.jpg"}, {"PHOTOPATHX=value\r\n", "=value"},
+            {"PHOTOPATH\xE9=\\value\r\n", "=\\value"}, {"PhotoPath\r\n", ""},
+            {" PhotoPath=x\r\nTITLE=PhotoPath=x\r\n", inside + "Photos\\a.jpg"}, {"", inside + "Photos\\a.jpg"}}) {
+        test.put(path, bytes);
+        EXPECT_EQ(GetPhotoLink(album, "a.jpg.info"), link) << bytes;
+        EXPECT_EQ(test.files().freeFile(), 1) << bytes;
+    }
+    EXPECT_EQ(test.log(), "");
+    EXPECT_EQ(GetPhotoLink(album, "none.jpg.info"), "");
+    EXPECT_NE(test.log().find("in 'GetPhotoLink'. Error = File not found\r\n"), std::string::npos);
+    test.put(path, "x\r\n");
+    test.failAt(LineInput);
+    EXPECT_EQ(GetPhotoLink(album, "a.jpg.info"), "");
+    EXPECT_EQ(test.files().freeFile(), 2) << "a read that fails leaves its file open";
+
+    test.files().setFaultHook({});
+    test.put(own.PhotoPath + "full.jpg", "x");
+    test.put(own.PhotoPath + "empty.jpg", "");
+    for (const auto& [link, holds] : {std::pair{own.PhotoPath + "full.jpg", true}, {"\\Photos\\full.jpg", true},
+             {own.PhotoPath + "empty.jpg", false}, {"\\Photos\\empty.jpg", false}, {"\\Photos\\none.jpg", false},
+             {"full.jpg", false}, {"", false}})
+        EXPECT_EQ(CheckPhotoLink(album, link), holds) << link;
+    EXPECT_FALSE(isVideoFile("a.jpg") || isVideoFile("avi"));
+    EXPECT_TRUE(isVideoFile("a.Avi") && isVideoFile("b.mov") && isVideoFile("c.MPG"));
+}
+
+TEST_F(LibraryFolders, PathsAreSplitAtTheLastBackslashAndParsedIntoTrimmedFields)
+{
+    EXPECT_EQ(SplitPath("/ann\\a.jpg").Folder + "|" + SplitPath("/ann\\a.jpg").FileName, "/ann\\|a.jpg");
+    EXPECT_EQ(SplitPath("a.jpg").Folder + "|" + SplitPath("a.jpg").FileName, "|a.jpg");
+    using Case = std::tuple<std::string_view, std::string_view, std::int16_t, std::string_view>;
+    for (const auto& [text, delimiters, maxFields, parsed] :
+        {Case{"/home\\ Zoë \\\\ x\\ y ", "\\", 20, "/home|Zoë||x|y"}, {"a,b;c", ",;", 20, "a|b|c"},
+            {"a,b,c,d", ",", 2, "a|b"}, {"", ",", 20, ""}}) {
+        FieldArray fields{"left over"};
+        ParseFields(album, text, delimiters, fields, maxFields);
+        std::string joined;
+        for (const std::string& field : fields)
+            joined += field + "|";
+        EXPECT_EQ(joined.substr(0, joined.find_last_not_of('|') + 1), parsed);
+    }
+    FieldArray fields;
+    ParseFields(album, "a", ",", fields, 22);
+    EXPECT_NE(test.log().find("in 'Form_Click'. Error = Subscript out of range\r\n"), std::string::npos);
+}
+
+TEST_F(LibraryFolders, TheReadOnlyTestLeavesNothingBehindAndSparesAFileOfItsName)
+{
+    const auto before = test.allFiles();
+    EXPECT_FALSE(IsFolderReadOnly(album, test.library()) || IsFolderReadOnly(album, ""));
+    EXPECT_EQ(test.allFiles(), before);
+    test.put(test.library() + "\\test.txt", "mine");
+    EXPECT_FALSE(IsFolderReadOnly(album, test.library() + "\\"));
+    test.failAt(FileOperation::Exists);
+    EXPECT_FALSE(IsFolderReadOnly(album, test.library()));
+    test.files().setFaultHook({});
+    EXPECT_EQ(test.bytes(test.library() + "\\test.txt"), "mine");
+    EXPECT_FALSE(album.ReadOnlyLibrary);
+    EXPECT_TRUE(IsFolderReadOnly(album, test.library() + "\\none"));
+    EXPECT_FALSE(IsFolderReadOnly(album, test.library()));
+    EXPECT_TRUE(album.ReadOnlyLibrary);
+}
+
+// Nothing below the program's folder can be written: not the test, not the log, not a scratch file.
+TEST_F(LibraryFolders, OfAReadOnlyOneTheTextsMoveAndKeepEditsUntilTheMediumIsNewer)
+{
+    const Instant day{std::chrono::sys_days{std::chrono::year{2001} / 2 / 3}};
+    const auto put = [&](const std::string& name, const std::string& text, Instant date) {
+        test.put(own.InfoPath + name, text);
+        FileService().setModified(own.InfoPath + name, date);
+    };
+    for (const std::string name : {"a", "b", "c"})
+        put(name, "medium", day);
+    test.put(own.PhotoPath + "a.jpg", "12345");
+    test.putGroup("Trip.lst", {"a.jpg"});
+    test.setSetting("Installation", "Path", test.folder().native("not/there/yet")); // in the system's form
+    const FaultHook readOnly = readOnlyBelow(test.library());
+    test.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+        readOnly(operation, path);
+        if (operation == FileOperation::Copy && path.ends_with("b"))
+            throw Failure(FailureKind::DiskFull);
+    });
+    start();
+    const std::string moved = test.folder().inside("not\\there\\yet\\CD-5\\");
+    const std::string info = test.paths().InfoPath;
+    EXPECT_EQ(info, moved + "Photo_Info\\");
+    EXPECT_EQ(test.bytes(moved + "Photo_Slidegroups\\Trip.lst"), "a.jpg\r\n");
+    EXPECT_EQ(test.paths().PhotoPath, own.PhotoPath);
+    const auto texts = [&] {
+        return test.bytes(info + "a") + "|" + test.bytes(info + "b") + "|" + test.bytes(info + "c");
+    };
+    EXPECT_EQ(texts(), "medium||medium");
+    logFailure(album, "Main", Failure(FailureKind::FileNotFound));
+    EXPECT_EQ(test.log(), "");
+
+    test.files().setFaultHook(readOnly);
+    test.put(info + "a", "edited");
+    put("c", "of the same date", day);
+    start();
+    EXPECT_EQ(texts(), "edited|medium|medium");
+    put("b", "new medium", day + std::chrono::seconds(1));
+    start();
+    EXPECT_EQ(texts(), "edited|new medium|medium");
+    EXPECT_FALSE(MakeNestedFolders(album, info + "a\\below a file\\"));
+    std::filesystem::resize_file(toNativePath(own.PhotoPath + "a.jpg"), 2'147'483'648);
+    EXPECT_EQ(GetMediaFolderName(album, test.library()), "CD-236456") << "of more than the number holds";
+}
+
+TEST_F(LibraryFolders, StandWhereTheSettingsPutThem)
+{
+    EXPECT_EQ(own.ThumbnailPath + own.AudioPath + own.MidiPath,
+        test.library() + "\\Photo_Thumbnails\\" + test.library() + "\\Photo_Audio\\" + test.library()
+            + "\\Photo_Midi\\");
+    for (const auto& [path, key] :
+        {std::pair{&AlbumPaths::PhotoPath, "Photos"}, {&AlbumPaths::ThumbnailPath, "Thumbnails"},
+            {&AlbumPaths::InfoPath, "Info"}, {&AlbumPaths::SlideGroupPath, "SlideGroups"},
+            {&AlbumPaths::AudioPath, "AudioClips"}, {&AlbumPaths::MidiPath, "MidiMusic"}}) {
+        for (const std::string value : {"", "/elsewhere"}) { // no backslash is added
+            test.setSetting("SourceFolders", key, value);
+            start();
+            EXPECT_EQ(test.paths().*path, value) << key;
+        }
+    }
+    std::filesystem::remove_all(test.settingsFolder());
+    std::filesystem::create_directories(test.settingsFolder() + "/settings.txt");
+    EXPECT_FALSE(album.Settings().SetOWSetting("Trovarium", "Options", "AutoFix", "True"));
+    EXPECT_FALSE(album.ReadOnlyLibrary);
+}
+
+TEST_F(Log, BeginsWithItsCreationAndTellsProcedureAndError)
+{
+    logFailure(test.album(), "LoadGroupNames", Failure(FailureKind::PathNotFound));
+    WriteLogLine(test.album(), logPath, "more");
+    std::string log = test.log();
+    std::replace_if(
+        log.begin(), log.end(), [](char c) { return c >= '0' && c <= '9'; }, '0');
+    for (std::size_t at = 0; (at = log.find("PM: ")) != std::string::npos;)
+        log[at] = 'A';
+    EXPECT_EQ(log,
+        "Created 00/00/00 00:00\r\n00/00/00  00:00:00AM: An error has occurred in 'LoadGroupNames'. Error = Path not "
+        "found\r\n00/00/00  00:00:00AM: more\r\n");
+}
+
+TEST_F(Log, LosesItsFirstLinesBeyondEightyThousandBytesAndNothingByAFailure)
+{
+    const std::string beyond = filled(80'001);
+    const std::string header = beyond.substr(0, 80'001 % Line + Line);
+    std::string twoByteLetters = header;
+    for (int i = 0; i < 10'000; ++i)
+        twoByteLetters += i % 200 == 199 ? "Ł\r\n" : "Ł";
+    const std::string rest = std::string(70'000, 'x') + "\r\n";
+    for (const auto& [before, kept] : {std::pair{filled(80'000), filled(80'000)},
+             // Ninety-nine lines are one character short of the 10,000, so the hundredth goes too.
+             {beyond, header + beyond.substr(header.size() + 100 * Line)},
+             // Characters count, not bytes.
+             {twoByteLetters + rest, header + rest}}) {
+        test.put(logPath, before);
+        WriteLogLine(test.album(), logPath, "new");
+        const std::string text = test.log();
+        EXPECT_TRUE(text.ends_with("M: new\r\n"));
+        EXPECT_EQ(text.substr(0, text.rfind('\n', text.size() - 2) + 1), kept);
+        EXPECT_FALSE(test.isThere(test.library() + "\\LogFile.tmp"));
+    }
+    for (const auto& [operation, name] : {std::pair{Open, "Trovarium.Log"}, {Open, "LogFile.tmp"},
+             {Print, "LogFile.tmp"}, {Close, "LogFile.tmp"}, {Delete, "Trovarium.Log"}}) {
+        test.put(logPath, beyond);
+        test.files().open(test.library() + "\\reporting", OpenMode::Output, 1);
+        test.failAt(operation, name);
+        WriteLogLine(test.album(), logPath, "new");
+        test.files().setFaultHook({});
+        EXPECT_TRUE(test.log() == beyond) << name;
+        EXPECT_EQ(test.files().freeFile(), 1) << name;
+    }
+}
+
+} // namespace trovarium
