@@ -25,6 +25,15 @@ TEST_F(NumberedFiles, ALineEndsAtCrLfCrOrLfAndWithTheFile)
         EXPECT_EQ(failureOf([&] { files.lineInput(1); }), "Input past end of file");
         files.close(1);
     }
+    // One that grows is read to where it ended when it was opened.
+    folder.write("a", "one\r\ntwo");
+    files.open(at("a"), OpenMode::Input, 1);
+    for (const char* line : {"one", "two"}) {
+        std::ofstream(folder.native("a"), std::ios::app) << "\r\nmore";
+        EXPECT_EQ(files.lineInput(1), line);
+    }
+    EXPECT_TRUE(files.endOfFile(1));
+    files.close(1);
     folder.write("a", "");
     std::filesystem::resize_file(folder.native("a"), std::uintmax_t{1} << 30);
     EXPECT_EQ(did("read a"), "Out of memory");
