@@ -112,10 +112,13 @@ TEST_F(RegistryAccessTest, WritesACounterInPlaceAndAllElseAnew)
 TEST_F(RegistryAccessTest, StandsInTheUsersConfigurationFolder)
 {
     const VariableForNow home("HOME", folder.native("home"));
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.path());
     for (const std::string& place : {folder.native("config"), std::string("relative")}) {
         const VariableForNow config("XDG_CONFIG_HOME", place);
         RegistryAccess().WriteValue(HkeyLocalMachine, Options, "Place", place);
     }
+    std::filesystem::current_path(before);
     EXPECT_EQ(folder.read("config/OmbrelaneWorks/settings.txt"), Head + "Place=" + folder.native("config\n"));
     EXPECT_EQ(folder.read("home/.config/OmbrelaneWorks/settings.txt"), Head + "Place=relative\n");
 }
