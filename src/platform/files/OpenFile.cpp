@@ -119,7 +119,7 @@ bool OpenFile::fill()
 {
     if (m_endReached)
         return false;
-    const auto wanted = std::min(static_cast<std::size_t>(std::max<off_t>(m_unread, 0)) + 1, BufferBytes);
+    const auto wanted = std::min(static_cast<std::size_t>(m_unread), BufferBytes);
     m_buffer.resize(wanted);
     m_taken = 0;
     ssize_t count = 0;
@@ -130,7 +130,8 @@ bool OpenFile::fill()
     if (count < 0)
         failNow(Attempted::Access);
     m_unread -= count;
-    // The length that the file had is all of it: small files are read at one go.
+    // The length that the file had is all of it: small files are read at one go, and what another program adds
+    // meanwhile is not read in parts.
     m_endReached = count == 0 || m_unread == 0;
     return count > 0;
 }

@@ -7,7 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <map>
+#include <set>
+#include <sys/stat.h>
 
 namespace trovarium {
 
@@ -45,6 +48,25 @@ protected:
         return failure + told;
     }
     std::string at(const std::string& name) const { return name[0] == '!' ? name.substr(1) : folder.inside(name); }
+    void makeFolder(const std::string& native) const { std::filesystem::create_directory(folder.native(native)); }
+    void stamp(std::string_view native, timespec time) const
+    {
+        const timespec times[2] = {time, time};
+        ASSERT_EQ(utimensat(AT_FDCWD, folder.native(native).c_str(), times, 0), 0);
+    }
+    struct stat status(const std::string& native) const
+    {
+        struct stat found = {};
+        EXPECT_EQ(lstat(folder.native(native).c_str(), &found), 0) << native;
+        return found;
+    }
+    std::set<std::string> onDisk() const
+    {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+            names.insert(entry.path().filename().string());
+        return names;
+    }
 
     TemporaryFolder folder;
     FileService files;
@@ -53,16 +75,28 @@ private:
     using Verb = std::function<void(const std::string& path, const std::string& other)>;
     static constexpr int Number = 255;
 
-    static std::string joined(const Names& names)
+    int opened(const std::string& path, OpenMode mode)
     {
-        std::string text;
+        files.open(path, mode, Number);
+        return Number;
+    }
+    void tell(const Names& names)
+    {
         for (const std::string& name : names)
-            text += (text.empty() ? "" : "|") + name;
-        return text;
+            told += (told.empty() ? "" : "|") + name;
     }
 
     std::string told;
     const std::map<std::string, Verb> verbs{
+        // Behind the back of the program.
+        {"put", [&](auto& path, auto& bytes) { std::ofstream(toNativePath(path)) << bytes; }},
+        {"bytes", [&](auto& path, auto&) { told = folder.read(toNativePath(path).substr(folder.path().size() + 1)); }},
+        {"link", [&](auto& path, auto& to) { std::filesystem::create_symlink(to, toNativePath(path)); }},
+        {"hardLink",
+            [&](auto& path, auto& to) { std::filesystem::create_hard_link(folder.native(to), toNativePath(path)); }},
+        {"pipe", [&](auto& path, auto&) { told = numberText(mkfifo(toNativePath(path).c_str(), 0600)); }},
+        {"isLink", [&](auto& path, auto&) { told = booleanText(std::filesystem::is_symlink(toNativePath(path))); }},
+        // By it.
         {"length", [&](auto& path, auto&) { told = numberText(files.length(path)); }},
         {"exists", [&](auto& path, auto&) { told = booleanText(files.exists(path)); }},
         {"folderExists", [&](auto& path, auto&) { told = booleanText(files.folderExists(path)); }},
@@ -70,21 +104,12 @@ private:
         {"asItStands", [&](auto& path, auto&) { told = files.asItStands(path); }},
         {"attributes", [&](auto& path, auto&) { told = numberText(files.attributes(path)); }},
         {"modified", [&](auto& path, auto&) { told = numberText(files.modified(path).time_since_epoch().count()); }},
-        {"list", [&](auto& path, auto&) { told = joined(files.list(path)); }},
-        {"listExisting", [&](auto& path, auto&) { told = joined(files.listExisting(path)); }},
-        {"listFolders", [&](auto& path, auto&) { told = joined(files.listFolders(path)); }},
-        {"read",
-            [&](auto& path, auto&) {
-                files.open(path, OpenMode::Input, Number);
-                told = files.lineInput(Number);
-            }},
-        {"append",
-            [&](auto& path, auto& line) {
-                files.open(path, OpenMode::Append, Number);
-                files.print(Number, line);
-            }},
-        {"open", [&](auto& path, auto&) { files.open(path, OpenMode::Append, Number); }},
-        {"empty", [&](auto& path, auto&) { files.open(path, OpenMode::Output, Number); }},
+        {"list", [&](auto& path, auto&) { tell(files.list(path)); }},
+        {"listExisting", [&](auto& path, auto&) { tell(files.listExisting(path)); }},
+        {"listFolders", [&](auto& path, auto&) { tell(files.listFolders(path)); }},
+        {"read", [&](auto& path, auto&) { told = files.lineInput(opened(path, OpenMode::Input)); }},
+        {"append", [&](auto& path, auto& line) { files.print(opened(path, OpenMode::Append), line); }},
+        {"empty", [&](auto& path, auto&) { opened(path, OpenMode::Output); }},
         {"write", [&](auto& path, auto& bytes) { files.writeWhole(path, bytes); }},
         {"replace", [&](auto& path, auto& other) { files.replaceContent(path, at(other)); }},
         {"copy", [&](auto& path, auto& other) { files.copy(path, at(other)); }},

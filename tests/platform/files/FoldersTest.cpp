@@ -1,54 +1,26 @@
 #include "platform/files/FileTest.h"
+#include "platform/files/FolderListings.h"
 
 #include <ctime>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace trovarium {
 
-namespace {
-
-// A second file system, where the machine has one that everybody may write to.
-constexpr const char* OtherFileSystem = "/dev/shm";
-
-class Folders : public FileTest {
-protected:
-    void stamp(std::string_view name, timespec time) const
-    {
-        const timespec times[2] = {time, time};
-        ASSERT_EQ(utimensat(AT_FDCWD, folder.native(name).c_str(), times, 0), 0);
-    }
-    Names onDisk() const
-    {
-        Names names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
-            names.push_back(entry.path().filename().string());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-};
-
-} // namespace
+using Folders = FileTest;
 
 TEST_F(Folders, PatternsMatchNamesWithoutRegardToCase)
 {
-    for (const char* name : {"a.jpg", "B.JPG", "c.jpeg", "ab.gif", "none", "x.tar.gz", "é.jpg", "漢.bmp", "[1].jpg"})
+    for (const char* name : {"a.jpg", "B.JPG", "c.jpeg", "ab.gif", "x.tar.gz", "é.jpg", "漢.bmp", "[1].jpg"})
         folder.write(name, "");
-    const std::string sorted = "a.jpg|ab.gif|B.JPG|c.jpeg|none|x.tar.gz|[1].jpg|é.jpg|漢.bmp";
-    expect({{"list *.*", sorted}, {"list *", sorted}, {"list ", sorted}, {"list *.abcde;*.*", sorted},
+    expect({{"list *.*", "a.jpg|ab.gif|B.JPG|c.jpeg|x.tar.gz|[1].jpg|é.jpg|漢.bmp"},
         {"list *.jpg", "a.jpg|B.JPG|[1].jpg|é.jpg"}, {"list ?.jpg", "a.jpg|B.JPG|é.jpg"}, {"list É.*", "é.jpg"},
-        {"list ?.bmp", "漢.bmp"}, {"list ??.bmp", ""}, {"list *?a*", "x.tar.gz"},
-        {"list *.gif; *.bmp", "ab.gif|漢.bmp"}, {"list [1].jpg", "[1].jpg"}, {"list b.jpg", "B.JPG"},
-        {"list *.abcde", ""}, {"list a*b*.g*f*", "ab.gif"}, {"list x.*.gz", "x.tar.gz"}, {"list *.gz.", ""},
-        {"list ;", ""}, {"listExisting b.jpg", "B.JPG"}, {"listExisting *.none", ""}, {"listFolders none", ""}});
+        {"list ??.bmp", ""}, {"list *?a*", "x.tar.gz"}, {"list *.gif; *.bmp", "ab.gif|漢.bmp"},
+        {"list [1].jpg", "[1].jpg"}, {"list a*b*.g*f*", "ab.gif"}, {"list ;", ""}, {"listExisting b.jpg", "B.JPG"},
+        {"listExisting *.none", ""}, {"listFolders none", ""}});
     for (const std::string path : {"none\\*.*", "a.jpg\\*.*", "!relative\\*.*", "!"})
         expect({{"list " + path, ""}, {"listExisting " + path, NoFolder}});
     folder.write(std::string(200, 'a'), "");
-    std::string stars;
-    for (int count = 0; count < 60; ++count)
-        stars += "a*";
-    EXPECT_EQ(did("list " + stars + "b"), "") << "and ends in good time";
+    expect({{"list a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b", ""}}); // and in good time
 }
 
 TEST_F(Folders, OnlyPlainFilesAndFoldersThatCanBeNamedAreListed)
@@ -56,117 +28,168 @@ TEST_F(Folders, OnlyPlainFilesAndFoldersThatCanBeNamedAreListed)
     for (const char* name : {"plain", ".hidden", "back\\slash", "line\nend", "line\rend"})
         folder.write(name, "");
     for (const char* name : {"sub", ".hiddensub", "sub\\odd"})
-        std::filesystem::create_directory(folder.native(name));
-    folder.write("sub/a.jpg", "");
-    ASSERT_EQ(mkfifo(folder.native("pipe").c_str(), 0600), 0);
-    const Deeds links{{"link to file", "plain"}, {"link to folder", "sub"}, {"dangling", "none"}, {"loop", "loop"}};
-    for (const auto& [name, target] : links)
-        std::filesystem::create_symlink(target, folder.native(name));
-    Names all;
-    for (const FolderEntry& entry : files.listAll(at("*"))) {
-        const int attributes = files.attributes(at(entry.name), entry.kind);
-        EXPECT_EQ(attributes, files.attributes(at(entry.name)));
-        all.push_back(entry.name + (attributes == DirectoryAttribute ? "/" : ""));
-    }
-    EXPECT_EQ(all, (Names{"./", "../", "link to file", "plain", "sub/"}));
-    expect({{"list *", "link to file|plain"}, {"listFolders ", "sub"}, {"attributes none", NoFile},
-        {"exists link to file", "True"}, {"exists dangling", "False"}, {"exists loop", "False"},
-        {"exists .hidden", "True"}, {"list link to folder\\*", "a.jpg"}, {"folderExists link to folder", "True"},
-        {"folderExists sub\\a.jpg", "False"}});
+        makeFolder(name);
+    expect({{"pipe pipe", "0"}, {"link to file > plain", ""}, {"link to folder > sub", ""},
+        {"link dangling > none", ""}, {"link loop > loop", ""}});
+    std::string all;
+    for (const FolderEntry& entry : files.listAll(at("*")))
+        all += entry.name + "|" + numberText(files.attributes(at(entry.name), entry.kind)) + "|";
+    EXPECT_EQ(all, ".|16|..|16|plain|0|sub|16|to file|0|");
+    expect({{"list *", "plain|to file"}, {"listFolders ", "sub"}, {"exists to file", "True"},
+        {"exists dangling", "False"}, {"exists loop", "False"}, {"exists .hidden", "True"},
+        {"folderExists to folder", "True"}, {"folderExists plain", "False"}, {"attributes none", NoFile},
+        {"attributes plain", "0"}, {"attributes sub", "16"}});
 }
 
-TEST_F(Folders, ACopyIsWholeDatedAsItsSourceAndReplacesItsTarget)
+TEST_F(Folders, ACopyIsWholeAndDatedAsItsSourceAndADateIsSetAlone)
 {
-    std::string bytes(3000000, '\0');
-    for (std::size_t index = 0; index < bytes.size(); ++index)
-        bytes[index] = static_cast<char>(index * 7 / 5);
-    folder.write("source", bytes);
-    folder.write("empty", "");
-    folder.write("target", "something that was there");
-    stamp("source", {1000000000, 123456789});
-    expect({{"copy source > target", ""}, {"modified target", "1000000000"}});
-    EXPECT_EQ(folder.read("target"), bytes);
-    expect({{"copy empty > target", ""}, {"length target", "0"}});
-    EXPECT_EQ(onDisk(), (Names{"empty", "source", "target"}));
+    std::string bytes;
+    while (bytes.size() < 3000000)
+        bytes += numberText(bytes.size());
+    expect({{"put source > " + bytes, ""}, {"put target > something that was there", ""}});
+    stamp("source", {-5, 500000000});
+    ASSERT_EQ(chmod(folder.native("source").c_str(), 0444), 0);
+    expect({{"copy source > target", ""}, {"modified target", "-5"}});
+    const struct stat copied = status("target");
+    EXPECT_EQ(copied.st_mtim.tv_nsec, 500000000);
+    EXPECT_TRUE(copied.st_atim.tv_sec > 0 && (copied.st_mode & 0600U) == 0600U) << "and it can be written";
+    expect({{"date target", ""}, {"modified target", "1000000000"}});
+    EXPECT_EQ(status("target").st_atim.tv_sec, copied.st_atim.tv_sec);
+    EXPECT_TRUE(folder.read("target") == bytes);
 }
 
 TEST_F(Folders, ACopyThatFailsLeavesTheTargetAndARenameNeverReplaces)
 {
-    folder.write("a", "text");
-    folder.write("b", "target");
-    std::filesystem::create_directory(folder.native("sub"));
-    std::filesystem::create_hard_link(folder.native("a"), folder.native("hard"));
-    std::filesystem::create_symlink("a", folder.native("soft"));
-    std::filesystem::create_symlink("none", folder.native("dangling"));
-    for (const std::string name : {"a", "hard", "soft", "sub"}) // the last but one under other names
+    expect({{"put a > text", ""}, {"put b > target", ""}, {"makeFolder sub", ""}, {"hardLink A > a", ""},
+        {"link soft > a", ""}, {"link dangling > none", ""}});
+    for (const std::string name : {"a", "A", "soft", "sub"}) // the first three are one file
         expect({{"copy a > " + name, Denied}, {"rename b > " + name, Taken}});
-    expect({{"copy none > b", NoFile}, {"rename a > dangling", Taken}, {"rename none > c", NoFile},
-        {"same A > a", "True"}, {"same hard > a", "True"}, {"same soft > a", "True"}, {"same a > b", "False"},
+    expect({{"copy none > b", NoFile}, {"rename a > A", Taken}, {"rename a > dangling", Taken},
+        {"rename none > c", NoFile}, {"same A > a", "True"}, {"same soft > a", "True"}, {"same a > b", "False"},
         {"same a > none", "False"}, {"same a > none\\a", "False"}});
-    EXPECT_EQ(folder.read("a") + folder.read("b"), "texttarget");
-    EXPECT_EQ(onDisk(), (Names{"a", "b", "dangling", "hard", "soft", "sub"}));
-    expect({{"copy b > soft", ""}, {"rename a > A", ""}, {"rename A > sub\\moved", ""}});
-    EXPECT_EQ(folder.read("sub/moved"), "text") << "the link is replaced and not what it leads to";
-    EXPECT_EQ(folder.read("soft"), "target");
+    EXPECT_EQ(onDisk(), (std::set<std::string>{"A", "a", "b", "dangling", "soft", "sub"}));
+    expect({{"copy b > soft", ""}, {"read soft", "target"}, {"read a", "text"}, {"rename A > sub\\moved", ""},
+        {"read sub\\moved", "text"}});
 }
 
 TEST_F(Folders, ARenameBetweenFileSystemsMovesTheFile)
 {
-    struct stat here = {};
-    struct stat there = {};
-    if (stat(folder.path().c_str(), &here) != 0 || stat(OtherFileSystem, &there) != 0 || here.st_dev == there.st_dev
-        || access(OtherFileSystem, W_OK) != 0)
-        GTEST_SKIP() << "one file system only";
-    const std::string name = std::string(OtherFileSystem) + "/trovarium-test-" + std::to_string(getpid());
+    std::string made = "/dev/shm/trovarium-test-XXXXXX"; // another file system, where the machine has it
+    const TemporaryFolder there(mkdtemp(made.data()));   // else one more folder here
+    const std::string far = "!" + there.inside("b");
     folder.write("a", "text");
     stamp("a", {1000000000, 0});
-    expect({{"rename a > !" + name, ""}, {"exists a", "False"}, {"modified !" + name, "1000000000"},
-        {"write a > second", ""}, {"rename a > !" + name, Taken}, {"read a", "second"}, {"remove a", ""},
-        {"rename !" + name + " > a", ""}, {"read a", "text"}});
-    EXPECT_FALSE(std::filesystem::exists(name));
-}
-
-TEST_F(Folders, DatesAreFlooredToTheSecondAndSetAlone)
-{
-    folder.write("a", "");
-    stamp("a", {-5, 500000000});
-    expect({{"modified a", "-5"}, {"date a", ""}});
-    struct stat after = {};
-    ASSERT_EQ(stat(folder.native("a").c_str(), &after), 0);
-    EXPECT_EQ(after.st_mtim.tv_sec, 1000000000);
-    EXPECT_EQ(after.st_mtim.tv_nsec, 0);
-    EXPECT_EQ(after.st_atim.tv_sec, -5);
+    expect({{"rename a > " + far, ""}, {"exists a", "False"}, {"modified " + far, "1000000000"},
+        {"write a > second", ""}, {"rename a > " + far, Taken}, {"read a", "second"}, {"remove a", ""},
+        {"rename " + far + " > a", ""}, {"read a", "text"}, {"exists " + far, "False"}});
 }
 
 TEST_F(Folders, WhatAKilledRunLeftHiddenIsRemovedAndNothingElse)
 {
     const std::string dead = ".new-99999999-"; // no process has such a number
+    const std::string young = dead + "2";      // another machine may be writing it
     const std::string alive = ".new-" + std::to_string(getpid()) + "-0";
-    const std::string young = dead + "2"; // another machine may be writing it
-    Names left{alive, dead, dead + "1x", young, ".new-1", dead + "link", "new-99999999-0"};
-    for (const std::string& name : left)
-        folder.write(name, "");
-    folder.write(dead + "0", "half");
-    for (const std::string& name : {alive, dead, dead + "0", dead + "1x", dead + "link"})
-        stamp(name, {std::time(nullptr) - 25 * 3600, 0});
-    stamp(young, {std::time(nullptr) - 23 * 3600, 0});
-    std::filesystem::create_symlink("none", folder.native(dead + "3"));
-    std::filesystem::create_directory(folder.native(dead + "4"));
-    files.removeLeftOvers(folder.inside() + "\\");
-    EXPECT_TRUE(std::filesystem::exists(folder.native(dead + "0"))) << "not before a listing met it";
-    files.list(at("*"));
-    files.removeLeftOvers(folder.inside() + "\\");
-    left.insert(left.end(), {dead + "3", dead + "4"});
-    std::sort(left.begin(), left.end());
+    makeFolder("sub");
+    for (const std::string& name :
+        {alive, dead, dead + "0", dead + "1x", young, std::string(".new--99999999-0"), "sub/" + dead + "0"}) {
+        folder.write(name, "half");
+        stamp(name, {std::time(nullptr) - (name == young ? 23 : 25) * 3600, 0});
+    }
+    expect({{"link " + dead + "3 > none", ""}, {"makeFolder " + dead + "4", ""}, {"list *", ""}, {"list sub\\*", ""}});
+    std::set<std::string> left = onDisk();
+    left.erase(dead + "0");
+    files.removeLeftOvers(folder.inside());
     EXPECT_EQ(onDisk(), left);
+    EXPECT_EQ(did("bytes sub\\" + dead + "0"), "half") << "another folder's";
 }
 
-TEST_F(Folders, AFolderIsMadeOneLevelAtATime)
+TEST_F(Folders, OwnChangesDontCauseAListingEachAndThoseOfOthersAreSeenInTheTickOfOurOwn)
 {
-    folder.write("file", "");
-    expect({{"makeFolder new", ""}, {"makeFolder new\\below\\", ""}, {"makeFolder new", NoAccess},
-        {"makeFolder new\\", NoAccess}, {"makeFolder file", NoAccess}, {"makeFolder !/", NoAccess},
+    constexpr int ManyFiles = 600; // more than a listing has that may be read again at once
+    using What = FolderListings::Edit::What;
+    FolderListings listings;
+    const auto found = [&](const std::string& name) {
+        return listings.readableName(folder.path(), name).value_or("none");
+    };
+    const auto carry = [&](What what, const std::string& leaf, const std::function<void()>& change) {
+        listings.carry({{what, NativePath{folder.path(), leaf}}}, change);
+    };
+    const auto put = [&](const std::string& name) {
+        folder.write(name, "");
+        stamp(".", {4'000'000'000, 0}); // fresh for the whole test, and borne by every change
+    };
+    stamp(".", {1'000'000'000, 0});
+    EXPECT_EQ(found("OWN"), "none");
+    carry(What::Made, "own", [&] { put("own"); });
+    for (const std::string end : {"1", "2"}) {
+        put("other" + end);
+        EXPECT_EQ(found("OTHER" + end), "other" + end);
+    }
+    for (int number = 0; number < ManyFiles; ++number)
+        folder.write("old" + std::to_string(number), "");
+    ASSERT_EQ(found("OLD0"), "old0");
+    for (int number = 0; number < ManyFiles; ++number) {
+        const std::string end = std::to_string(number);
+        EXPECT_EQ(found("NEW" + end), "none");
+        carry(What::Made, "new" + end, [&] { folder.write("new" + end, ""); });
+        EXPECT_EQ(found("NEW" + end), "new" + end);
+        carry(What::Gone, "old" + end, [&] { std::filesystem::remove(folder.native("old" + end)); });
+        EXPECT_EQ(found("OLD" + end), "none");
+    }
+    EXPECT_THROW(carry(What::Gone, "new0", [] { throw Failure(FailureKind::PermissionDenied); }), Failure);
+    EXPECT_EQ(found("NEW0"), "new0");
+    EXPECT_LE(listings.foldersRead(), std::size_t{ManyFiles} / 4);
+}
+
+TEST_F(Folders, OddNamesGoAroundAndWhatIsMissingOrCannotBeIsTold)
+{
+    expect({{"put file > bytes", ""}, {"makeFolder sub", ""}});
+    for (const std::string name :
+        {"a*b?.jpg", " blanks  in ", "Köln 漢字.jpg", ".hidden", "-rf", "100%", "sub/\\a", "sub\\.\\..\\sub\\a"})
+        expect({{"copy file > " + name, ""}, {"rename " + name + " > moved", ""}, {"write " + name + " > new", ""},
+            {"date " + name, ""}, {"read " + name, "new"}, {"remove " + name, ""}, {"remove moved", ""}});
+    for (const std::string& path : Names{"file", ".\\file", "\\" + at("file").substr(1), at("file") + '\0'})
+        expect({{"exists !" + path, "False"}, {"length !" + path, NoFolder}});
+    const std::string endless(300, 'x');
+    for (const std::string name : {"none\\a.jpg", "file\\a.jpg"})
+        expect({{"length " + name, NoFolder}, {"empty " + name, NoFolder}, {"remove " + name, NoFolder},
+            {"rename file > " + name, NoFolder}, {"asItStands " + name, at(name)}});
+    expect({{"length none", NoFile}, {"length " + endless, NoFile}, {"empty " + endless, BadName},
+        {"copy file > " + endless, BadName}, {"length file\\", NoFile}, {"length !", NoFile}, {"copy file > !", NoFile},
+        {"length " + std::string(5'000, '\\') + "d", NoFolder}, {"makeFolder new", ""}, {"makeFolder sub", NoAccess},
+        {"makeFolder new\\below\\", ""}, {"makeFolder file", NoAccess}, {"makeFolder !/", NoAccess},
         {"makeFolder a\\b", NoFolder}, {"listFolders new", "below"}});
+}
+
+TEST_F(Folders, WhatIsReadFallsBackToTheOneNameInAnotherCaseAndWhatIsWrittenMeansExactlyTheName)
+{
+    std::filesystem::create_directories(folder.native("SUB/Caf\xE9"));
+    expect({{"put FÄ.JPG > keep", ""}, {"put source > new", ""}, {"read fä.jpg", "keep"},
+        {"asItStands fä.jpg", at("FÄ.JPG")}, {"copy fä.jpg > copy", ""}, {"length COPY", "4"},
+        {"exists fä.jpg", "False"}, {"remove fä.jpg", NoFile}, {"remove ?Ä.*", NoFile},
+        {"rename fä.jpg > b.jpg", NoFile}, {"date fä.jpg", NoFile}, {"rename copy > b", ""}, {"length COPY", NoFile},
+        {"makeFolder Sub", NoAccess}, {"write sub\\CAFÉ\\a > 1", ""}, {"length Sub\\Café\\A", "1"},
+        {"rename SUB\\Café > two", ""}, {"length SUB\\Café\\A", NoFolder}, {"length TWO\\A", "1"}});
+    EXPECT_EQ(files.nativeForReading(at("fä.jpg")), folder.native("FÄ.JPG"));
+    // The exact name wins, and then none is *the* one that differs in case.
+    expect({{"copy source > fä.jpg", ""}, {"append fä.JPG > line", ""}, {"bytes FÄ.JPG", "keep"},
+        {"bytes fä.jpg", "new"}, {"bytes fä.JPG", "line\r\n"}, {"length FÄ.jpg", NoFile},
+        {"asItStands fä.jpg", at("fä.jpg")}, {"asItStands FÄ.jpg", at("FÄ.jpg")}});
+}
+
+TEST_F(Folders, ANameThatIsNoUtf8IsKnownByItsWindows1252Reading)
+{
+    folder.write("Caf\xE9 \x81.jpg", "12345");
+    folder.write("\xE9", "1");
+    folder.write("é", "22");
+    expect({{"list *.jpg", "Café \u0081.jpg"}, {"length CAFÉ \u0081.JPG", "5"}, {"exists CAFÉ \u0081.jpg", "False"},
+        {"append Café \u0081.jpg > 6", ""}, {"copy Café \u0081.jpg > copy", ""},
+        {"rename copy > Café \u0081.jpg", Taken}, {"length Café \u0081.jpg", "10"}});
+    // Of two files that bear one name the other comes to light when the first is gone.
+    expect({{"rename Café \u0081.jpg > Thé.jpg", ""}, {"list *", "copy|Thé.jpg|é"}, {"length é", "2"}, {"remove é", ""},
+        {"append é > 3", ""}});
+    EXPECT_EQ(onDisk(), (std::set<std::string>{"Thé.jpg", "copy", "\xE9"})) << "a new name is UTF-8";
+    EXPECT_EQ(folder.read("\xE9"), "1\r\n3\r\n");
 }
 
 } // namespace trovarium

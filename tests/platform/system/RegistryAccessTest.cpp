@@ -1,164 +1,126 @@
 #include "platform/system/RegistryAccess.h"
-
-#include "support/FailureOf.h"
+#include "platform/files/FileTest.h"
 #include "support/SmallDisk.h"
 #include "support/Surroundings.h"
-#include "support/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <sys/stat.h>
 
 namespace trovarium {
 
 namespace {
 
-constexpr std::string_view Options = "SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options";
-constexpr std::string_view Import = "SOFTWARE\\OmbrelaneWorks\\Trovarium\\Import";
+const std::string Options = "SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options";
+const std::string Head = "[" + Options + "]\n";
 
-class RegistryAccessTest : public testing::Test {
+class RegistryAccessTest : public FileTest {
 protected:
-    std::string valueOf(std::string_view keyPath, std::string_view name)
+    std::string valueOf(std::string_view keyPath, std::string_view name, std::uint32_t root = HkeyLocalMachine)
     {
         std::string value = "untouched";
-        return store.ReadValue(HkeyLocalMachine, keyPath, name, value) ? value : "absent, " + value;
+        return store.ReadValue(root, keyPath, name, value) ? value : "absent, " + value;
     }
     // What the write fails with.
     std::string write(std::string_view keyPath, std::string_view name, std::string_view value)
     {
         return failureOf([&] { EXPECT_TRUE(store.WriteValue(HkeyLocalMachine, keyPath, name, value)); });
     }
-    std::size_t filesInFolder() const
-    {
-        const std::filesystem::directory_iterator entries(folder.path());
-        return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
-    }
 
-    TemporaryFolder folder;
     RegistryAccess store{folder.path()};
 };
 
 TEST_F(RegistryAccessTest, AWrittenValueStandsAsALineUnderItsSection)
 {
     EXPECT_EQ(valueOf(Options, "AutoFix"), "absent, untouched");
-    EXPECT_EQ(filesInFolder(), 0U) << "reading makes no file";
+    EXPECT_TRUE(onDisk().empty()) << "reading makes no file";
     write(Options, "AutoFix", "True");
-    write(Import, "LastPath", "/home\\ann\\Pictures");
+    write("Import", "LastPath", "/home\\ann\\Pictures");
     write(Options, "FirstTime", "False");
-    write(Options, "AutoFix", "False");
-    std::string value;
-    EXPECT_FALSE(store.ReadValue(0x80000001, Options, "AutoFix", value)) << "another root is another store";
+    write("software\\ombrelaneworks\\TROVARIUM\\options", "AUTOFIX", "False");
+    EXPECT_EQ(valueOf(Options, "AutoFix", 0x80000001), "absent, untouched") << "another root is another store";
     EXPECT_EQ(folder.read("settings.txt"),
-        "[SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options]\n"
-        "AutoFix=False\n"
-        "FirstTime=False\n"
-        "\n"
-        "[SOFTWARE\\OmbrelaneWorks\\Trovarium\\Import]\n"
-        "LastPath=/home\\ann\\Pictures\n");
-    EXPECT_EQ(filesInFolder(), 1U) << "no scratch file stays";
-    write("software\\ombrelaneworks\\TROVARIUM\\options", "AUTOFIX", "True");
-    EXPECT_EQ(valueOf(Options, "AutoFix"), "True") << "names compare without regard to case";
+        Head + "AUTOFIX=False\nFirstTime=False\n\n[Import]\nLastPath=/home\\ann\\Pictures\n");
+    EXPECT_EQ(onDisk().size(), 1U) << "no scratch file stays";
+    const Names texts{"", " ", " both ends ", "a=b=c", "[section]", "]", "100%", "%41", "two\r\nlines\nand\rmore",
+        "tab\tbell\a\x7F", "ä€", std::string("nul\0l", 5), "# none", "\\"};
+    for (const std::string& text : texts)
+        EXPECT_EQ(write(Options, text, "name " + text) + write(text, "Value", text), "");
+    for (const std::string& text : texts)
+        EXPECT_EQ(valueOf(Options, text) + valueOf(text, "Value"), "name " + text + text);
 }
 
-TEST_F(RegistryAccessTest, ComesBackWithWhatALineCannotHold)
+TEST_F(RegistryAccessTest, ReadsWhatAPersonWroteAndANumberAsFourBytes)
 {
-    const std::vector<std::string> texts{"", " ", " blanks at both ends ", "a=b=c", "[section]", "]", "100%", "%41",
-        "two\r\nlines\nand\rmore", "tab\tbell\a", "\xC3\xA4\xE2\x82\xAC", std::string("nul\0l", 5), "# no comment",
-        "\\"};
-    for (const std::string& text : texts) {
-        write(Options, text, "name " + text);
-        write(text, "Value", text);
-    }
-    for (const std::string& text : texts) {
-        EXPECT_EQ(valueOf(Options, text), "name " + text);
-        EXPECT_EQ(valueOf(text, "Value"), text);
-    }
-}
-
-TEST_F(RegistryAccessTest, ReadsWhatAPersonWrote)
-{
-    const std::string head = "[" + std::string(Options) + "]";
     const std::string absent = "absent, untouched";
-    const std::vector<std::pair<std::string, std::string>> cases{{head + "\nAutoFix=False\n", "False"},
-        {head + "\r\nAutoFix=False\r\n", "False"}, {"\xEF\xBB\xBF" + head + "\n\n  AutoFix = False  \n", "False"},
-        {head + "\nAutoFix\nAutoFix=False\n", "False"}, {"AutoFix=False\n" + head + "\n", absent},
-        {head + "\nAutoFix=\xFF\n", absent}, {head + "\nAutoFix=%FF\n", absent},
-        {head + "\n[SOFTWARE\\Ombrel\nAutoFix=False\n", absent}};
+    const Deeds cases{{"\xEF\xBB\xBF" + Head + "\n  AutoFix = False  \r\n", "False"},
+        {Head + "AutoFix\nautofix=%4g%g4%4%\n", "%4g%g4%4%"}, {Head + "AutoFix=%4a", "J"},
+        {"AutoFix=False\n" + Head, absent}, {Head + "AutoFix=\xFF\n", absent}, {Head + "AutoFix=%FF\n", absent},
+        {Head + "[SOFTWARE\\Ombrel\nAutoFix=False\n", absent}};
     for (const auto& [text, expected] : cases) {
         folder.write("settings.txt", text);
         EXPECT_EQ(valueOf(Options, "AutoFix"), expected) << text;
+    }
+    const Deeds stored{{"dword:F4030201", "4\x01\x02\x03\xF4"}, {"dword:1", "1dword:1"}, {"", "1"},
+        {"seven 7", "1seven 7"}, {"eight 88", "absent"}, {"dword:F403020G", "absent"}, {"word :F4030201", "absent"}};
+    for (const auto& [text, expected] : stored) {
+        write(Options, "Stored", text);
+        const auto value = store.QueryValue(HkeyLocalMachine, Options, "Stored", 8);
+        EXPECT_EQ(value ? std::to_string(value->type) + value->bytes.c_str() : "absent", expected) << text;
     }
 }
 
 TEST_F(RegistryAccessTest, KeepsDamagedLinesWhereTheyStandAndTheOldFileOnAFullDisk)
 {
-    const std::string damaged =
-        "lost\r\n[SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options]\nAutoFix\n\xFF\xFE=1\n\n[torn\nx=y\n";
-    folder.write("settings.txt", damaged);
-    {
-        const SmallDisk disk(16);
-        EXPECT_EQ(write(Options, "AutoFix", "True"), "Disk full");
+    const std::string damaged = Head + "AutoFix\n\xFF\xFE=1\n";
+    const Deeds cases{{"lost\r\n" + damaged + "\n[torn\nx=y\n", "lost\r\n" + damaged + "AutoFix=True\n\n[torn\nx=y\n"},
+        {"[one line]\n", "[one line]\n\n" + Head + "AutoFix=True\n"}};
+    for (const auto& [before, after] : cases) {
+        folder.write("settings.txt", before);
+        for (const int room : {8, 1000}) {
+            const SmallDisk disk(room);
+            EXPECT_EQ(write(Options, "AutoFix", "True"), room == 8 ? "Disk full" : "");
+            EXPECT_EQ(folder.read("settings.txt"), room == 8 ? before : after);
+            EXPECT_EQ(onDisk().size(), 1U);
+        }
     }
-    EXPECT_EQ(folder.read("settings.txt"), damaged);
-    EXPECT_EQ(filesInFolder(), 1U);
-    write(Options, "AutoFix", "True");
-    EXPECT_EQ(folder.read("settings.txt"),
-        "lost\r\n[SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options]\nAutoFix\n\xFF\xFE=1\nAutoFix=True\n\n[torn\nx=y\n");
-}
-
-TEST_F(RegistryAccessTest, AStoreThatCannotBeReadFails)
-{
-    folder.write("file", "");
-    std::filesystem::create_directories(folder.native("below/settings.txt"));
-    std::filesystem::create_directory(folder.native("waiting"));
-    ASSERT_EQ(mkfifo(folder.native("waiting/settings.txt").c_str(), 0600), 0);
-    for (const char* name : {"file", "below", "waiting"}) {
+    expect({{"makeFolder waiting", ""}, {"pipe waiting\\settings.txt", "0"}});
+    for (const char* name : {"settings.txt", "waiting"}) {
         store = RegistryAccess(folder.native(name));
-        EXPECT_EQ(failureOf([&] { valueOf(Options, "AutoFix"); }), "Path/File access error") << name;
-        EXPECT_EQ(write(Options, "AutoFix", "True"), "Path/File access error") << name;
+        EXPECT_EQ(failureOf([&] { valueOf(Options, "AutoFix"); }), NoAccess) << name;
+        EXPECT_EQ(write(Options, "AutoFix", "True"), NoAccess) << name;
     }
 }
 
 TEST_F(RegistryAccessTest, WritesACounterInPlaceAndAllElseAnew)
 {
-    const std::string settings = folder.native("settings.txt");
-    const std::string head = "[" + std::string(Import) + "]\n";
-    struct stat old = {};
-    struct stat status = {};
-    const auto change = [&](const std::string& before, const std::string& value) {
+    const auto staysInPlace = [&](const std::string& before, const std::string& value) {
         folder.write("settings.txt", before);
-        stat(settings.c_str(), &old);
-        write(Import, "Autonumber", value);
-        EXPECT_EQ(folder.read("settings.txt"), head + "Autonumber=" + value + "\n");
-        stat(settings.c_str(), &status);
-        return status.st_ino == old.st_ino;
+        const ino_t old = status("settings.txt").st_ino;
+        write(Options, "Autonumber", value);
+        EXPECT_EQ(folder.read("settings.txt"), Head + "Autonumber=" + value + "\n");
+        return status("settings.txt").st_ino == old;
     };
-    EXPECT_TRUE(change(head + "Autonumber=0099\n", "0100"));
-    EXPECT_FALSE(change(head + "Autonumber=99\n", "100"));
-    EXPECT_FALSE(change("\xEF\xBB\xBF" + head + "Autonumber=9\n", "1000")) << "as long as before, and all of it moves";
-    std::filesystem::create_hard_link(settings, folder.native("kept.txt"));
-    std::filesystem::create_directory(folder.native("elsewhere"));
-    std::filesystem::rename(settings, folder.native("elsewhere/mine.txt"));
-    std::filesystem::create_symlink("elsewhere/mine.txt", settings);
-    ASSERT_EQ(chmod(settings.c_str(), 0640), 0);
-    write(Import, "Autonumber", "1001");
-    EXPECT_EQ(folder.read("kept.txt"), head + "Autonumber=1000\n");
-    EXPECT_EQ(folder.read("elsewhere/mine.txt"), head + "Autonumber=1001\n");
-    EXPECT_TRUE(std::filesystem::is_symlink(settings));
-    ASSERT_EQ(stat(settings.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0640U);
+    EXPECT_TRUE(staysInPlace(Head + "Autonumber=0099\n", "0100"));
+    EXPECT_FALSE(staysInPlace(Head + "Autonumber=99\n", "100"));
+    EXPECT_FALSE(staysInPlace("\xEF\xBB\xBF" + Head + "Autonumber=9\n", "1000")) << "as long, and all moves";
+    expect({{"hardLink kept > settings.txt", ""}, {"makeFolder sub", ""}, {"rename settings.txt > sub\\mine", ""},
+        {"link settings.txt > sub/mine", ""}});
+    ASSERT_EQ(chmod(folder.native("sub/mine").c_str(), 0640), 0);
+    write(Options, "Autonumber", "1001");
+    expect({{"bytes kept", Head + "Autonumber=1000\n"}, {"bytes sub\\mine", Head + "Autonumber=1001\n"},
+        {"isLink settings.txt", "True"}});
+    EXPECT_EQ(status("sub/mine").st_mode & 0777U, 0640U);
 }
 
 TEST_F(RegistryAccessTest, StandsInTheUsersConfigurationFolder)
 {
     const VariableForNow home("HOME", folder.native("home"));
-    for (const std::optional<std::string>& place : {std::optional(folder.native("config")),
-             std::optional<std::string>("relative"), std::optional<std::string>()}) {
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.path());
+    for (const std::string& place : {folder.native("config"), std::string("relative")}) {
         const VariableForNow config("XDG_CONFIG_HOME", place);
-        RegistryAccess().WriteValue(HkeyLocalMachine, Options, "Place", place.value_or("none"));
+        RegistryAccess().WriteValue(HkeyLocalMachine, Options, "Place", place);
     }
-    EXPECT_NE(folder.read("config/OmbrelaneWorks/settings.txt").find("Place=/"), std::string::npos);
-    EXPECT_NE(folder.read("home/.config/OmbrelaneWorks/settings.txt").find("Place=none"), std::string::npos);
+    std::filesystem::current_path(before);
+    EXPECT_EQ(folder.read("config/OmbrelaneWorks/settings.txt"), Head + "Place=" + folder.native("config\n"));
+    EXPECT_EQ(folder.read("home/.config/OmbrelaneWorks/settings.txt"), Head + "Place=relative\n");
 }
 
 } // namespace

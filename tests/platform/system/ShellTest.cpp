@@ -1,55 +1,39 @@
 #include "platform/system/Shell.h"
-
-#include "support/FailureOf.h"
+#include "platform/files/FileTest.h"
 #include "support/Robot.h"
 #include "support/Surroundings.h"
-#include "support/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
 
 namespace trovarium {
 
 namespace {
 
-using std::filesystem::perms;
-
-class ShellTest : public testing::Test {
+class ShellTest : public FileTest {
 protected:
     ~ShellTest() override { std::filesystem::current_path(before); }
 
-    void program(const std::string& name, std::string_view text = "#!/bin/sh\n") const
+    void program(const std::filesystem::path& name, std::string_view text = "#!/bin/sh\n") const
     {
-        std::filesystem::create_directories(std::filesystem::path(folder.native(name)).parent_path());
-        folder.write(name, text);
-        std::filesystem::permissions(folder.native(name), perms::owner_all);
+        std::filesystem::create_directories(folder.path() / name.parent_path());
+        folder.write(name.string(), text);
+        std::filesystem::permissions(folder.native(name.string()), std::filesystem::perms::owner_all);
     }
 
     const std::filesystem::path before = std::filesystem::current_path();
-    TemporaryFolder folder;
 };
 
 TEST_F(ShellTest, TheProgramsFolderIsTheOneItWasStartedFrom)
 {
-    for (const char* name : {"bin/trovarium", "other/trovarium", "other/tool", "other/bin/tool", "Album/here",
-             "far/away/trovarium", "far/trovarium"})
+    for (const char* name : {"bin/trovarium", "other/tool", "Album/here", "far/away/trovarium", "far/trovarium"})
         program(name);
-    std::filesystem::create_symlink("../bin/trovarium", folder.native("Album/trovarium"));
-    std::filesystem::create_directory_symlink("bin", folder.native("linked"));
-    std::filesystem::create_directory_symlink("far/away", folder.native("away"));
-    folder.write("bin/notes", "no program");
-    const VariableForNow path(
-        "PATH", folder.native("bin/nowhere") + "::" + folder.native("other") + ":" + folder.native("bin"));
+    expect({{"link Album\\trovarium > ../bin/trovarium", ""}, {"link away > far/away", ""},
+        {"makeFolder other\\bin", ""}, {"put bin\\notes > no program", ""}});
+    const VariableForNow path("PATH", folder.native("bin/nowhere") + "::" + folder.native("other"));
     std::filesystem::current_path(folder.native("Album"));
-
     const std::string image = fromNativePath(std::filesystem::canonical("/proc/self/exe").parent_path().string());
-    const std::string album = folder.inside("Album");
-    const std::vector<std::pair<std::string, std::string>> cases{{folder.native("Album/trovarium"), album},
-        {folder.native("linked/trovarium"), folder.inside("linked")}, {folder.native("Album//./trovarium"), album},
-        {"./trovarium", album}, {"../bin/trovarium", folder.inside("bin")},
-        {"../other/bin/../../bin/trovarium", folder.inside("bin")}, {"tool", folder.inside("other")},
-        {"here", album}, // an empty place in the search path is the working folder
-        {folder.native("away/../trovarium"), folder.inside("away\\..")}, {"notes", image}, {"", image},
-        {folder.native("Album/gone"), image}};
+    const Deeds cases{{folder.native("Album//./trovarium"), at("Album")}, {"./trovarium", at("Album")},
+        {"/../.." + folder.native("away/trovarium"), at("away")}, {"../other/bin/../../bin/trovarium", at("bin")},
+        {"tool", at("other")}, {"here", at("Album")}, // an empty place in the search path is the working folder
+        {folder.native("away/../trovarium"), at("away\\..")}, {"notes", image}, {"", image}, {"../bin/notes", image}};
     for (const auto& [argument0, expected] : cases)
         EXPECT_EQ(programPath(argument0), expected) << argument0;
 }
@@ -58,25 +42,17 @@ TEST_F(ShellTest, HandsADocumentOfAnyNameToTheDesktopAndStartsAProgramApart)
 {
     program("bin/xdg-open", "#!/bin/sh\nprintf %s \"$1\" >opened.new && mv opened.new opened\n");
     program("tool", "#!/bin/sh\n>started\n");
-    std::filesystem::create_directories(folder.native("f\xFC r/Help"));
-    folder.write("f\xFC r/Help/index.html", "<html>");
+    program("f\xFC r/Help/index.html");
     folder.write("text", "no program");
     std::filesystem::current_path(folder.path());
-    {
-        const VariableForNow path("PATH", folder.native("bin") + ":" + getenv("PATH"));
-        for (const std::string& missing : {folder.inside("gone.html"), std::string("text"), std::string()})
-            EXPECT_LE(ShellOpenDocument(missing, NormalWindow), 32) << missing;
-        EXPECT_GT(ShellOpenDocument(folder.inside("f\xFC r\\help\\index.html"), NormalWindow), 32);
-    }
-    for (const std::string& path :
-        {folder.inside("text"), folder.inside("gone"), folder.inside(), std::string("tool"), std::string()})
-        EXPECT_EQ(failureOf([&] { startProgram(path); }), "File not found") << path;
-    startProgram(folder.inside("tool"));
-    const auto isThere = [&](const char* name) { return std::filesystem::exists(folder.native(name)); };
-    ASSERT_TRUE(Robot(testDesktop()).until([&] { return isThere("opened") && isThere("started"); }));
+    const VariableForNow path("PATH", folder.native("bin") + ":" + getenv("PATH"));
+    EXPECT_LE(ShellOpenDocument(at("gone.html"), NormalWindow), 32);
+    EXPECT_GT(ShellOpenDocument(at("f\xFC r\\help\\index.html"), NormalWindow), 32);
+    for (const std::string& name : {at("text"), at("gone"), at("bin"), std::string("tool")})
+        EXPECT_EQ(failureOf([&] { startProgram(name); }), NoFile) << name;
+    startProgram(at("tool"));
+    ASSERT_TRUE(Robot(testDesktop()).until([&] { return onDisk().count("opened") + onDisk().count("started") == 2; }));
     EXPECT_EQ(folder.read("opened"), "file://" + folder.path() + "/f%FC%20r/Help/index.html");
-    const VariableForNow path("PATH", folder.native("nowhere"));
-    EXPECT_LE(ShellOpenDocument(folder.inside("text"), NormalWindow), 32) << "nobody to open it";
 }
 
 } // namespace
