@@ -1,11 +1,6 @@
 #include "MainWindow.h"
 
-#include "browser/GroupListPane.h"
-#include "browser/Selection.h"
-#include "platform/toolkit/Desktop.h"
-
 #include <algorithm>
-#include <utility>
 
 namespace trovarium {
 
@@ -36,7 +31,10 @@ MainWindow::MainWindow()
               return std::make_unique<frmMain>(desktop, test.album(), video,
                   Dialogs{tell("welcome"), [this](int mode) { groups().showFor(mode); }, tell("export"), tell("full"),
                       tell("show"), tell("search"), tell("import"), tell("midi"), tell("wav"), tell("about"),
-                      [this] { unloadGroups(); }});
+                      [this] {
+                          if (m_groups.isLoaded())
+                              groups().unload();
+                      }});
           })
     , m_groups(desktop, [this] { return std::make_unique<frmGroups>(desktop, test.album(), main()); })
 {
@@ -46,7 +44,6 @@ MainWindow::MainWindow()
 MainWindow::~MainWindow()
 {
     desktop.files().setFaultHook({});
-    unloadGroups();
     if (m_main.isLoaded())
         main().unload();
 }
