@@ -21,7 +21,6 @@ TEST_F(GroupListTest, TheListMovesOneRowAClickAndStopsAtItsEnds)
     robot.click(main().pctArrows(2));
     EXPECT_EQ(arrows() + rows().back(), "up Alps downh7");
     EXPECT_EQ(brightRows(), Positions{}) << "a redraw goes back to dark";
-    EXPECT_EQ(main().groupList().CurrentGroupRow, 0);
     robot.click(main().pctArrows(2));
     for (const int outside : {3, -1})
         EXPECT_FALSE(main().groupList().ScrollGroupNames(outside));
@@ -54,7 +53,7 @@ TEST_F(GroupListTest, APressOnARowOpensItsGroupOnPageOneAndARightPressItsMenu)
     EXPECT_EQ(main().lbCount.Caption(), "Group [  All Photos  ] Viewing 0 of 20");
     robot.click(main().lbAlbumList(1));
     EXPECT_EQ(brightRows(), Positions{1});
-    EXPECT_EQ(selectedPositions(), Positions{}) << "another group leaves nothing selected";
+    EXPECT_EQ(main().lbStatusSelected.Caption(), "Selected 0") << "another group leaves nothing selected";
     main().VScroll1.Value = 2;
     view().CurrentIndex = 3;
     for (const int row : {3, 0}) {
@@ -73,6 +72,41 @@ TEST_F(GroupListTest, APressOnARowOpensItsGroupOnPageOneAndARightPressItsMenu)
     EXPECT_EQ(page(), "Page 2 of 2") << "the group on show keeps its page";
     pressRow(0);
     EXPECT_EQ(page() + " " + std::to_string(main().VScroll1.Value()), "Page 1 of 2 1");
+}
+
+TEST_F(GroupListTest, AGroupOfAnySizeHasItsPagesAndAPageTakesTheFrameBackFromAPhotograph)
+{
+    openGroup(2);
+    for (const auto& [photos, pages, place] :
+        {std::tuple{17, 2, "1 of 17"}, {16, 1, "1 of 16"}, {0, 1, "0 of 0"}, {1000, 63, "1 of 1000"}}) {
+        putGroup("Rome", names(photos));
+        pressRowNamed("Alps");
+        pressRowNamed("Rome");
+        EXPECT_EQ(main().VScroll1.Max(), pages);
+        EXPECT_EQ(main().VScroll1.Enabled(), pages > 1);
+        EXPECT_EQ(main().lbStatusCount.Caption(), std::string("Photo ") + place);
+        EXPECT_EQ(main().lbCount.Caption(), std::string("Group [Rome] Viewing ") + place);
+        EXPECT_EQ(main().imgThumbnail(0).Picture().empty(), photos == 0);
+        main().VScroll1.Value = pages;
+    }
+    EXPECT_EQ(page() + " " + cells().back() + " " + std::to_string(cells().size()), "Page 63 of 63 p1000.jpg 8");
+    EXPECT_TRUE(main().imgThumbnail(0).Picture().empty()) << "no thumbnail, and no old picture";
+
+    pressRowNamed("Alps");
+    select({1, 2});
+    robot.doubleClick(main().imgThumbnail(1));
+    EXPECT_EQ(selectedPositions(), Positions{});
+    EXPECT_EQ(main().lbStatusCount.Caption(), "Photo 2 of 2");
+    for (const bool isPhotograph : {true, false}) {
+        EXPECT_EQ(main().imgbox.Visible(), isPhotograph);
+        EXPECT_EQ(main().VScroll1.Visible(), !isPhotograph);
+        EXPECT_EQ(cells(), isPhotograph ? Names{} : names(2));
+        pressRowNamed("Alps");
+    }
+    view().ViewMode = ViewPhoto;
+    EXPECT_TRUE(main().pages().ShowThumbnailBoxes(false) && view().ViewMode == ViewPhoto);
+    EXPECT_TRUE(main().pages().ShowThumbnailBoxes(true) && view().ViewMode == ViewThumbnails);
+    EXPECT_EQ(cells().size(), 16U) << "all of them";
 }
 
 } // namespace trovarium

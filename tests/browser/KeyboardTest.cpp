@@ -9,18 +9,17 @@ using Keys = std::vector<int>;
 class KeyboardTest : public MainWindow {
 protected:
     void key(int code, int shift = NoKeys) { robot.key(main(), code, shift); }
-    void keys(const Keys& codes)
+    void keys(const Keys& codes, int shift = NoKeys)
     {
         for (const int code : codes)
-            key(code);
+            key(code, shift);
     }
     // The position of the thumbnail with the focus; 0 for none.
     int focus()
     {
-        for (int cell = 0; cell < 16; ++cell) {
+        for (int cell = 0; cell < 16; ++cell)
             if (main().imgThumbnail(cell).hasFocus())
                 return main().pages().positionOf(cell);
-        }
         return 0;
     }
 };
@@ -43,11 +42,9 @@ TEST_F(KeyboardTest, ArrowsMoveAmongThumbnailsAndTurnPagesEnterOpensAndEscapeGoe
         EXPECT_EQ(page(), "Page " + std::to_string((there - 1) / 16 + 1) + " of 3");
     }
     key(HomeKey);
-    robot.when([&] { return !main().VScroll1.Enabled(); },
-        [&] {
-            key(EndKey);
-            main().VScroll1.Value = 3;
-        });
+    const auto turning = [&] { return !main().VScroll1.Enabled(); };
+    robot.when(turning, [&] { key(EndKey); });
+    robot.when(turning, [&] { main().VScroll1.Value = 3; });
     key(PageDownKey);
     EXPECT_EQ(page() + " " + std::to_string(focus()), "Page 2 of 3 17") << "a held key waits for the page";
 
@@ -63,7 +60,6 @@ TEST_F(KeyboardTest, ArrowsMoveAmongThumbnailsAndTurnPagesEnterOpensAndEscapeGoe
     EXPECT_EQ(focus(), 33);
 
     keys({EndKey, EnterKey});
-    EXPECT_TRUE(main().imgbox.Visible());
     EXPECT_EQ(view().PreviousIndex, 34) << "pressed before it was opened";
     for (const auto& [pressed, shift, index, zoom] :
         {std::tuple{LeftKey, 0, 33, -1}, {RightKey, 0, 34, -1}, {HomeKey, 0, 34, -1}, {LeftKey, 0, 33, -1},
@@ -101,14 +97,14 @@ TEST_F(KeyboardTest, SpaceSelectsAsTheMouseDoesAndCtrlShiftWithAnArrowMovesTheSe
             {"down into a short row", {3}, {DownKey}, "124563", {6}, 6},
             {"apart, together before the next", {2, 4}, {RightKey}, "135246", {4, 5}, 5},
             {"not beyond the front", {1, 3}, {LeftKey}, "123456", {1, 3}, 1},
-            {"not beyond the back", {6}, {RightKey}, "123456", {6}, 1}, {"none", {}, {RightKey}, "123456", {}, 1}}) {
+            {"not beyond the back", {6}, {RightKey, LeftKey}, "123465", {5}, 5},
+            {"none", {}, {RightKey}, "123456", {}, 1}}) {
         SCOPED_TRACE(what);
         putGroup("Alps", names(6));
         pressRowNamed("Alps");
         select(selected);
         key(HomeKey);
-        for (const int arrow : arrows)
-            key(arrow, ShiftKey | CtrlKey);
+        keys(arrows, ShiftKey | CtrlKey);
         EXPECT_EQ(numbersOf("Alps"), order);
         EXPECT_EQ(selectedPositions(), after);
         EXPECT_EQ(focus(), there);
@@ -150,11 +146,10 @@ TEST_F(KeyboardTest, DeleteAndRenameFollowTheRulesOfTheirEntriesAndRowsTakeArrow
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         EXPECT_EQ(numbersOf("Alps"), "1234");
         prompts.expectQuestion("Are you sure you want to remove the photograph(s) from this group?", answer);
-        key(DeleteKey);
+        answer == Answer::No ? key(DeleteKey) : robot.choose(main().mnuEditRemoveFromGroup);
     }
     EXPECT_EQ(linesOf("Alps"), (Names{"p2.jpg", "p3.jpg", "p4.jpg"}));
     EXPECT_EQ(cells(), linesOf("Alps"));
-    EXPECT_EQ(numbersOf("  All Photos  "), "1234") << "they stay in other groups";
     prompts.expectInput("Rename \"Alps\" group to ...", "Winter");
     key(F2Key);
     EXPECT_EQ(group().CurrentGroupName, "Winter");
@@ -162,7 +157,7 @@ TEST_F(KeyboardTest, DeleteAndRenameFollowTheRulesOfTheirEntriesAndRowsTakeArrow
     key(F2Key); // a question would fail the test
     main().mnuEdit.Enabled = false;
     key(DeleteKey);
-    EXPECT_EQ(numbersOf("  All Photos  "), "1234");
+    EXPECT_EQ(numbersOf("  All Photos  "), "1234") << "what was removed stays in other groups";
 
     main().pctAlbumList(7).SetFocus();
     keys({DownKey, DownKey, UpKey, EnterKey});

@@ -14,7 +14,8 @@ namespace {
 // A library whose user acts in a process of its own, which ends in the middle, and which is then started anew.
 class KilledLibrary : public MainWindow {
 public:
-    void make()
+    // Gives its folder.
+    std::string make()
     {
         putPhotos(names(3));
         putGroup("  All Photos  ", names(3));
@@ -23,6 +24,7 @@ public:
         test.put(test.paths().AudioPath + "p2.jpg.wav", "RIFF");
         startAgain(); // makes the thumbnails
         m_before = test.allFiles();
+        return test.library();
     }
     [[noreturn]] void actInItsOwnProcess(int number)
     {
@@ -81,8 +83,6 @@ public:
         return text;
     }
 
-    using MainWindow::test;
-
 private:
     void TestBody() override { }
     std::map<std::string, std::string> m_before;
@@ -119,8 +119,7 @@ TEST(KilledTest, AtAnyWriteOnlyWhatTheOrderOfTheStepsImpliesIsLost)
         int code = Killed;
         for (int step = 1; code == Killed; ++step) {
             KilledLibrary library;
-            library.make();
-            code = runUntilKilled(library.test.library(), act, step);
+            code = runUntilKilled(library.make(), act, step);
             library.startAgain();
             const std::string changes = library.changes();
             if (seen.empty() || seen.back() != changes)

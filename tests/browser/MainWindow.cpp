@@ -30,11 +30,7 @@ MainWindow::MainWindow()
               const auto tell = [this](const std::string& name) { return [this, name] { opened += name + " "; }; };
               return std::make_unique<frmMain>(desktop, test.album(), video,
                   Dialogs{tell("welcome"), [this](int mode) { groups().showFor(mode); }, tell("export"), tell("full"),
-                      tell("show"), tell("search"), tell("import"), tell("midi"), tell("wav"), tell("about"),
-                      [this] {
-                          if (m_groups.isLoaded())
-                              groups().unload();
-                      }});
+                      tell("show"), tell("search"), tell("import"), tell("midi"), tell("wav"), tell("about"), [] {}});
           })
     , m_groups(desktop, [this] { return std::make_unique<frmGroups>(desktop, test.album(), main()); })
 {
@@ -116,10 +112,9 @@ Positions MainWindow::brightRows()
 Names MainWindow::cells()
 {
     Names shown;
-    for (const int cell : where(16, [this](int i) { return main().imgThumbnail(i).Visible(); })) {
-        EXPECT_TRUE(main().lbThumbnailFile(cell).Visible()) << cell;
+    for (const int cell : where(16, [this](int i) { return main().lbThumbnailFile(i).Visible(); }))
         shown.push_back(main().lbThumbnailFile(cell).Caption());
-    }
+    EXPECT_EQ(shown.size(), where(16, [this](int i) { return main().imgThumbnail(i).Visible(); }).size());
     return shown;
 }
 

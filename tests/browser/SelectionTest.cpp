@@ -18,7 +18,7 @@ TEST_F(SelectionTest, PressesSelectAsInAFileListAndFramesShowOnTheirPages)
             {"Shift extends down", {{1, NoKeys}, {4, ShiftKey}}, {2, 3, 4, 5}, 4},
             {"Shift without an anchor starts at the first", {{2, ShiftKey}}, {1, 2, 3}, 3},
             {"a range counts the selected ones again", {{1, NoKeys}, {3, ShiftKey}, {1, ShiftKey}}, {2, 3, 4}, 5},
-            {"both keys add and count again", {{3, NoKeys}, {3, Both}, {6, Both}}, {4, 7}, 3},
+            {"both keys add and count again", {{3, NoKeys}, {3, Both}, {6, Both}, {8, ShiftKey}}, {4, 7, 8, 9}, 5},
             {"Alt changes nothing", {{3, NoKeys}, {6, AltKey}}, {4}, 1},
             {"a plain press drops a selection of many", {{0, NoKeys}, {4, ShiftKey}, {2, NoKeys}}, {3}, 1}}) {
         SCOPED_TRACE(what);
@@ -31,7 +31,6 @@ TEST_F(SelectionTest, PressesSelectAsInAFileListAndFramesShowOnTheirPages)
         EXPECT_EQ(main().lbCount.Caption(), "Group [Alps] Viewing " + last + " of 40");
         EXPECT_EQ(main().lbTitle.Caption() + main().lbInfo(6).Caption(), "p" + last + ".jpgp" + last + ".jpg");
     }
-    EXPECT_EQ(logLines(), Names{});
 
     robot.click(main().pctArrows(2));
     select({0});
@@ -41,7 +40,6 @@ TEST_F(SelectionTest, PressesSelectAsInAFileListAndFramesShowOnTheirPages)
         robot.whenMenuOpens([&] {
             EXPECT_EQ(main().mnuThumbMove.Enabled(), canLeave);
             EXPECT_EQ(main().mnuThumbRemove.Enabled(), canLeave);
-            EXPECT_TRUE(main().mnuThumbAdd.Enabled());
             robot.dismissMenu();
         });
         robot.press(main().imgThumbnail(4), RightButton);
