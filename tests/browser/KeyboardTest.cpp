@@ -48,22 +48,26 @@ TEST_F(KeyboardTest, ArrowsMoveAmongThumbnailsAndTurnPagesEnterOpensAndEscapeGoe
     key(PageDownKey);
     EXPECT_EQ(page() + " " + std::to_string(focus()), "Page 2 of 3 17") << "a held key waits for the page";
 
-    // An empty cell that kept the focus does nothing.
-    keys({EndKey, HomeKey});
-    main().imgThumbnail(9).SetFocus();
-    robot.wheel(main().imgThumbnail(0), 2);
-    ASSERT_FALSE(main().imgThumbnail(9).Visible());
-    keys({SpaceKey, EnterKey});
-    EXPECT_EQ(view().CurrentIndex, 1);
-    EXPECT_EQ(view().ViewMode, ViewThumbnails);
-    key(RightKey);
+    // A cell that kept the focus on a page where it is empty leaves the keys to the current photograph, if that is
+    // there.
+    const auto pressSpaceOnEmptyCell = [&](int current) {
+        keys({EndKey, HomeKey});
+        main().imgThumbnail(9).SetFocus();
+        robot.wheel(main().imgThumbnail(0), 2);
+        EXPECT_FALSE(main().imgThumbnail(9).Visible());
+        view().CurrentIndex = current;
+        key(SpaceKey);
+        EXPECT_EQ(selectedPositions(), current == 33 ? Positions{33} : Positions{});
+    };
+    pressSpaceOnEmptyCell(1);
+    keys({EnterKey, RightKey});
     EXPECT_EQ(focus(), 33);
-
-    keys({EndKey, EnterKey});
-    EXPECT_EQ(view().PreviousIndex, 34) << "pressed before it was opened";
+    pressSpaceOnEmptyCell(33);
+    EXPECT_FALSE(main().thumbnailDrag().MouseIsDown);
+    keys({EnterKey, RightKey});
     for (const auto& [pressed, shift, index, zoom] :
         {std::tuple{LeftKey, 0, 33, -1}, {RightKey, 0, 34, -1}, {HomeKey, 0, 34, -1}, {LeftKey, 0, 33, -1},
-            {RightKey, 1, 33, -1}, {PlusKey, 1, 33, 2}, {PlusKey, 2, 33, 2}, {MinusKey, 0, 33, 1}}) {
+            {RightKey, 1, 33, -1}, {PlusKey, 1, 33, 2}, {PlusKey, 2, 33, 2}, {MinusKey, 1, 33, 1}}) {
         key(pressed, shift);
         EXPECT_EQ(view().CurrentIndex, index);
         EXPECT_EQ(view().ZoomLevel, zoom);
@@ -117,7 +121,6 @@ TEST_F(KeyboardTest, SpaceSelectsAsTheMouseDoesAndCtrlShiftWithAnArrowMovesTheSe
         keys(way);
         key(pressed, shift);
         EXPECT_EQ(selectedPositions(), selected);
-        EXPECT_FALSE(main().thumbnailDrag().MouseIsDown);
     }
     EXPECT_EQ(main().lbStatusCount.Caption(), "Photo 3 of 6");
     robot.whenMenuOpens([&] { robot.dismissMenu(); });

@@ -15,9 +15,9 @@ TEST_F(MainWindowTest, EachEntryOpensWhatItNamesAndIsEnabledByTheGroupOfTheCurre
              &main().mnuEditWaveLink, &main().mnuViewSlideshow, &main().mnuHelpAbout, &main().mnuEditAdd,
              &main().mnuThumbAdd, &main().mnuEditMove, &main().mnuThumbMove})
         entry->Click.raise();
+    main().Form_Activate(); // the welcome came once in the life of the installation
     EXPECT_EQ(
         opened, "welcome import import export export search search midi midi wav show about copy copy move move ");
-    main().Form_Activate(); // the welcome came once in the life of the installation
     for (Menu* entry : {&main().mnuGroupNewGroup, &main().mnuThumbMoveNewGroup}) {
         prompts.expectInput("Enter name for new group.", "");
         entry->Click.raise();
@@ -50,7 +50,6 @@ TEST_F(MainWindowTest, EachEntryOpensWhatItNamesAndIsEnabledByTheGroupOfTheCurre
         for (const Menu* entry : {&main().mnuFileRemove, &main().mnuFileRenameGroup, &main().mnuEditMove})
             EXPECT_EQ(entry->Enabled(), row != 0) << entry->Name();
     }
-    EXPECT_TRUE(main().mnuEditRemoveFromGroup.Enabled() && main().mnuEditRemoveFromAlbum.Enabled());
     EXPECT_FALSE(main().mnuEditSort.Enabled() || main().mnuGroupSort.Enabled());
 }
 

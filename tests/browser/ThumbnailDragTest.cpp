@@ -137,6 +137,7 @@ TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnceAndStaysOneUntilItsEnd)
         robot.moveTo(main(), place);
         robot.whenMenuOpens([&] { robot.dismissMenu(); });
         robot.press(main().imgThumbnail(2), RightButton);
+        EXPECT_FALSE(marksShow());
         robot.release();
         robot.moveTo(main().imgThumbnail(0), At{2, 2});
         EXPECT_FALSE(thumbnailDrag().ThumbnailDragging || marksShow());
