@@ -1,17 +1,10 @@
 #include "MainWindow.h"
 
-#include "browser/GroupCommands.h"
-#include "browser/GroupListPane.h"
-#include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
-
 namespace trovarium {
 
 namespace {
 
 constexpr const char* AskName = "Enter name for new group.";
-constexpr const char* AskNewName = "Rename \"Alps\" group to ...";
-constexpr const char* AskDeletion = "Are you sure you want to delete this group -> Rome";
 
 class GroupCommandsTest : public MainWindow {
 protected:
@@ -22,20 +15,10 @@ protected:
         robot.whenMenuOpens([&] { robot.choose(entry); });
         pressRow(row, RightButton);
     }
-};
-
-class GroupsDialogTest : public MainWindow {
-protected:
-    GroupsDialogTest()
+    // Opens the dialog of groups, and acts when it stands with its list filled.
+    void chooseGroup(Menu& entry, const std::function<void()>& act)
     {
-        putGroup("Bath", {});
-        openGroup(4);
-        select({1, 3});
-    }
-    // Opens the dialog, and acts when it stands with its list filled.
-    void choose(Menu& entry, const std::function<void()>& act)
-    {
-        robot.when([this] { return groups().isShown() && groups().lstGroups.ListCount() > 0; }, act);
+        robot.when([this] { return groups().isShown() && groups().lstGroups.ListIndex() >= 0; }, act);
         robot.choose(entry);
         EXPECT_FALSE(groups().isShown());
     }
@@ -47,40 +30,31 @@ protected:
             text += " " + groups().lstGroups.List(i);
         return text;
     }
-    // The row of an entry, in pixels of the list.
-    void clickEntry(int entry)
-    {
-        robot.click(groups().lstGroups, LeftButton, NoKeys, At{20, 8 + 16 * static_cast<float>(entry)});
-    }
+    void clickEntryAt(float y) { robot.click(groups().lstGroups, LeftButton, NoKeys, At{20, y}); }
 };
 
 } // namespace
 
-TEST_F(GroupCommandsTest, ANewGroupTakesANameThatIsFreeAndIsMendedAfterThat)
+TEST_F(GroupCommandsTest, ANewGroupTakesAFreeNameAndTheRowPressedLastIsDeletedWithItsMusic)
 {
     openGroup(2);
     const auto before = test.allFiles();
-    prompts.expectInput(AskName, "ROME");
+    prompts.expectInput(AskName, "  ALL PHOTOS  ");
     prompts.expectNotice("Album group name already exists. Select a new name.");
     prompts.expectInput(AskName, "");
     robot.choose(main().mnuFileCreate);
     EXPECT_EQ(test.allFiles(), before) << "an empty name makes nothing";
-    EXPECT_EQ(prompts.asked().at(0).initial + "|" + prompts.asked().at(2).initial, "new group|ROME");
+    EXPECT_EQ(prompts.asked().at(0).initial + "|" + prompts.asked().at(2).initial, "new group|  ALL PHOTOS  ");
     prompts.expectInput(AskName, "x<1>/y.z");
     robot.choose(main().mnuFileCreate);
     EXPECT_EQ(rows(), (Names{"  All Photos  ", "Alps", "Rome", "x_1__y_z"}));
-    EXPECT_EQ(group().CurrentGroupName, "Alps");
-}
 
-TEST_F(GroupCommandsTest, TheRowPressedLastIsDeletedWithItsMusic)
-{
-    openGroup(2);
     test.put(music("Rome"), "MThd");
     test.put(music("Alps"), "MThd");
     test.failAt(FileOperation::Delete, ".lst", FailureKind::PermissionDenied);
     for (const Answer answer : {Answer::No, Answer::Yes, Answer::Yes}) {
         EXPECT_TRUE(isThere("Rome"));
-        prompts.expectQuestion(AskDeletion, answer);
+        prompts.expectQuestion("Are you sure you want to delete this group -> Rome", answer);
         chooseFor(2, main().mnuGroupRemove);
         if (!logLines().empty())
             desktop.files().setFaultHook({});
@@ -88,7 +62,7 @@ TEST_F(GroupCommandsTest, TheRowPressedLastIsDeletedWithItsMusic)
     EXPECT_EQ(logLines(), Names{"An error has occurred in 'CreateAlbumGroup'. Error = Permission denied"});
     EXPECT_FALSE(isThere("Rome") || test.isThere(music("Rome")));
     EXPECT_TRUE(isThere("Alps") && test.isThere(music("Alps")));
-    EXPECT_EQ(rows(), (Names{"  All Photos  ", "Alps"}));
+    EXPECT_EQ(rows(), (Names{"  All Photos  ", "Alps", "x_1__y_z"}));
     EXPECT_EQ(cells(), names(2)) << "the group on show stays";
 }
 
@@ -97,9 +71,9 @@ TEST_F(GroupCommandsTest, TheGroupOnShowIsRenamedWithItsMusic)
     putGroup("x_y", {});
     openGroup(3, 8);
     test.put(music("Alps"), "MThd");
-    prompts.expectInput(AskNewName, "x.y"); // mended first
+    prompts.expectInput("Rename \"Alps\" group to ...", "x.y"); // mended first
     prompts.expectNotice("Group name already in use. Try another");
-    prompts.expectInput(AskNewName, "ro.me");
+    prompts.expectInput("Rename \"Alps\" group to ...", "ro.me");
     chooseFor(3, main().mnuGroupRenameGroup); // pressed last, and not the one that is renamed
     EXPECT_EQ(prompts.asked().at(2).initial + "|" + prompts.asked().at(2).title, "x_y|Rename Group");
     EXPECT_FALSE(isThere("Alps") || test.isThere(music("Alps")));
@@ -113,20 +87,23 @@ TEST_F(GroupCommandsTest, TheGroupOnShowIsRenamedWithItsMusic)
     EXPECT_EQ(main().lbAlbumList(1).Caption() + main().lstSlideGroups.List(1), "WinterWinter");
 }
 
-TEST_F(GroupsDialogTest, AReleaseCopiesEnterMovesTheButtonMakesAGroupAndAnEmptyListTakesTheEmptyName)
+TEST_F(GroupCommandsTest, AReleaseCopiesEnterMovesTheButtonMakesAGroupAndAnEmptyListTakesTheEmptyName)
 {
-    choose(main().mnuEditAdd, [&] {
+    putGroup("Bath", {});
+    openGroup(4);
+    select({1, 3});
+    chooseGroup(main().mnuEditAdd, [&] {
         EXPECT_EQ(offered(), "Copy Bath: Bath Rome") << "not the one on show, nor all photographs";
         groups().lstGroups.ListIndex = 1;
-        clickEntry(1);
+        clickEntryAt(24);
     });
     EXPECT_EQ(linesOf("Rome"), (Names{"old.jpg", "p1.jpg", "p3.jpg"}));
-    choose(main().mnuEditMove, [&] { robot.close(groups()); });
+    chooseGroup(main().mnuEditMove, [&] { robot.close(groups()); });
     prompts.expectInput(AskName, "Ayr");
-    choose(main().mnuEditAdd, [&] { robot.click(groups().cmdNewGroup); });
+    chooseGroup(main().mnuEditAdd, [&] { robot.click(groups().cmdNewGroup); });
     EXPECT_EQ(linesOf("Ayr"), (Names{"p1.jpg", "p3.jpg"}));
     EXPECT_EQ(cells(), names(4)) << "copies stay, and the close box cancels";
-    choose(main().mnuEditMove, [&] {
+    chooseGroup(main().mnuEditMove, [&] {
         EXPECT_EQ(offered(), "Move Ayr: Ayr Bath Rome") << "filled anew";
         groups().lstGroups.SetFocus();
         robot.key(groups(), AKey);
@@ -137,7 +114,7 @@ TEST_F(GroupsDialogTest, AReleaseCopiesEnterMovesTheButtonMakesAGroupAndAnEmptyL
     EXPECT_EQ(selectedPositions(), Positions{});
     select({1});
     prompts.expectInput(AskName, "Ely");
-    choose(main().mnuEditMove, [&] { robot.click(groups().cmdNewGroup); });
+    chooseGroup(main().mnuEditMove, [&] { robot.click(groups().cmdNewGroup); });
     EXPECT_EQ(linesOf("Ely"), Names{"p2.jpg"});
     EXPECT_EQ(cells(), Names{"p4.jpg"});
     for (const char* name : {"Ayr", "Bath", "Ely", "Rome"})
@@ -146,7 +123,7 @@ TEST_F(GroupsDialogTest, AReleaseCopiesEnterMovesTheButtonMakesAGroupAndAnEmptyL
     select({1});
     robot.whenShown("frmGroups", [&] {
         desktop.DoEvents();
-        clickEntry(0);
+        clickEntryAt(8);
     });
     robot.choose(main().mnuEditAdd);
     EXPECT_EQ(linesOf(""), Names{"p4.jpg"});

@@ -1,13 +1,9 @@
 #include "MainWindow.h"
 
-#include "browser/GroupCommands.h"
-#include "browser/ThumbnailDrag.h"
 #include "check/GroupRepair.h"
 #include "check/RepairPasses.h"
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
-#include "platform/files/FileService.h"
-#include "platform/toolkit/Desktop.h"
 #include "store/LibraryFolders.h"
 #include "support/KilledProcess.h"
 
@@ -18,17 +14,17 @@ namespace {
 // A library whose user acts in a process of its own, which ends in the middle, and which is then started anew.
 class KilledLibrary : public MainWindow {
 public:
-    void make()
+    // Gives its folder.
+    std::string make()
     {
         putPhotos(names(3));
-        for (const std::string& name : names(3))
-            desktop.files().setModified(
-                test.paths().ThumbnailPath + name, desktop.files().modified(test.paths().PhotoPath + name));
         putGroup("  All Photos  ", names(3));
         putGroup("Alps", names(3));
         putGroup("Rome", {"p3.jpg"});
         test.put(test.paths().AudioPath + "p2.jpg.wav", "RIFF");
+        startAgain(); // makes the thumbnails
         m_before = test.allFiles();
+        return test.library();
     }
     [[noreturn]] void actInItsOwnProcess(int number)
     {
@@ -37,8 +33,18 @@ public:
         open();
         pressRowNamed("Alps");
         actUntilKilled(desktop.files(), [&] {
-            act(number);
-            prompts.verify();
+            if (number == 0) {
+                select({1});
+                main().thumbnailDrag().moveSelected(3);
+            } else if (number == 1) {
+                select({1, 2});
+                main().groupCommands().MoveToGroup("Rome.lst");
+            } else {
+                select({2});
+                prompts.expectQuestion(askRemoval(), Answer::Yes);
+                robot.choose(main().mnuEditRemoveFromAlbum);
+                prompts.verify();
+            }
         });
     }
 
@@ -77,25 +83,8 @@ public:
         return text;
     }
 
-    using MainWindow::test;
-
 private:
     void TestBody() override { }
-    void act(int number)
-    {
-        if (number == 0) {
-            select({1});
-            main().thumbnailDrag().moveSelected(3);
-        } else if (number == 1) {
-            select({1, 2});
-            main().groupCommands().MoveToGroup("Rome.lst");
-        } else {
-            select({2});
-            prompts.expectQuestion(askRemoval(), Answer::Yes);
-            robot.choose(main().mnuEditRemoveFromAlbum);
-        }
-    }
-
     std::map<std::string, std::string> m_before;
 };
 
@@ -130,8 +119,7 @@ TEST(KilledTest, AtAnyWriteOnlyWhatTheOrderOfTheStepsImpliesIsLost)
         int code = Killed;
         for (int step = 1; code == Killed; ++step) {
             KilledLibrary library;
-            library.make();
-            code = runUntilKilled(library.test.library(), act, step);
+            code = runUntilKilled(library.make(), act, step);
             library.startAgain();
             const std::string changes = library.changes();
             if (seen.empty() || seen.back() != changes)

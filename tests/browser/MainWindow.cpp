@@ -1,11 +1,6 @@
 #include "MainWindow.h"
 
-#include "browser/GroupListPane.h"
-#include "browser/Selection.h"
-#include "platform/toolkit/Desktop.h"
-
 #include <algorithm>
-#include <utility>
 
 namespace trovarium {
 
@@ -35,8 +30,7 @@ MainWindow::MainWindow()
               const auto tell = [this](const std::string& name) { return [this, name] { opened += name + " "; }; };
               return std::make_unique<frmMain>(desktop, test.album(), video,
                   Dialogs{tell("welcome"), [this](int mode) { groups().showFor(mode); }, tell("export"), tell("full"),
-                      tell("show"), tell("search"), tell("import"), tell("midi"), tell("wav"), tell("about"),
-                      [this] { unloadGroups(); }});
+                      tell("show"), tell("search"), tell("import"), tell("midi"), tell("wav"), tell("about"), [] {}});
           })
     , m_groups(desktop, [this] { return std::make_unique<frmGroups>(desktop, test.album(), main()); })
 {
@@ -46,7 +40,6 @@ MainWindow::MainWindow()
 MainWindow::~MainWindow()
 {
     desktop.files().setFaultHook({});
-    unloadGroups();
     if (m_main.isLoaded())
         main().unload();
 }
@@ -119,10 +112,9 @@ Positions MainWindow::brightRows()
 Names MainWindow::cells()
 {
     Names shown;
-    for (const int cell : where(16, [this](int i) { return main().imgThumbnail(i).Visible(); })) {
-        EXPECT_TRUE(main().lbThumbnailFile(cell).Visible()) << cell;
+    for (const int cell : where(16, [this](int i) { return main().lbThumbnailFile(i).Visible(); }))
         shown.push_back(main().lbThumbnailFile(cell).Caption());
-    }
+    EXPECT_EQ(shown.size(), where(16, [this](int i) { return main().imgThumbnail(i).Visible(); }).size());
     return shown;
 }
 

@@ -1,8 +1,13 @@
 #pragma once
 
+#include "browser/GroupListPane.h"
+#include "browser/Selection.h"
+#include "browser/ThumbnailDrag.h"
+#include "browser/ThumbnailPages.h"
 #include "browser/frmGroups.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/Keys.h"
 #include "support/PlainBitmap.h"
 #include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
@@ -12,6 +17,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace trovarium {
@@ -68,12 +75,6 @@ protected:
     std::string opened; // the names of the dialogs that are no forms here
 
 private:
-    void unloadGroups()
-    {
-        if (m_groups.isLoaded())
-            groups().unload();
-    }
-
     FormSlot<frmMain> m_main;
     FormSlot<frmGroups> m_groups;
 };

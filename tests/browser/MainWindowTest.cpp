@@ -1,27 +1,10 @@
 #include "MainWindow.h"
 
-#include "browser/MainMenus.h"
-#include "platform/toolkit/Desktop.h"
-
 namespace trovarium {
 
 using MainWindowTest = MainWindow;
 
-TEST_F(MainWindowTest, EntriesAreEnabledByTheGroupOfTheCurrentRow)
-{
-    openGroup(0, 8);
-    for (const int row : {0, 1, 0}) {
-        pressRow(row);
-        main().mnuFile.Click.raise();
-        main().mnuEdit.Click.raise();
-        for (const Menu* entry : {&main().mnuFileRemove, &main().mnuFileRenameGroup, &main().mnuEditMove})
-            EXPECT_EQ(entry->Enabled(), row != 0) << entry->Name();
-        EXPECT_TRUE(main().mnuEditRemoveFromGroup.Enabled() && main().mnuEditRemoveFromAlbum.Enabled());
-        EXPECT_FALSE(main().mnuEditSort.Enabled());
-    }
-}
-
-TEST_F(MainWindowTest, EachEntryOpensWhatItNames)
+TEST_F(MainWindowTest, EachEntryOpensWhatItNamesAndIsEnabledByTheGroupOfTheCurrentRow)
 {
     test.setSetting("Options", "FirstTime", "True");
     openGroup(3);
@@ -32,22 +15,25 @@ TEST_F(MainWindowTest, EachEntryOpensWhatItNames)
              &main().mnuEditWaveLink, &main().mnuViewSlideshow, &main().mnuHelpAbout, &main().mnuEditAdd,
              &main().mnuThumbAdd, &main().mnuEditMove, &main().mnuThumbMove})
         entry->Click.raise();
+    main().Form_Activate(); // the welcome came once in the life of the installation
     EXPECT_EQ(
         opened, "welcome import import export export search search midi midi wav show about copy copy move move ");
-    main().Form_Activate(); // the welcome came once in the life of the installation
     for (Menu* entry : {&main().mnuGroupNewGroup, &main().mnuThumbMoveNewGroup}) {
         prompts.expectInput("Enter name for new group.", "");
         entry->Click.raise();
     }
     prompts.expectInput("Rename \"Alps\" group to ...", "");
     main().mnuGroupRenameGroup.Click.raise();
-    robot.whenMenuOpens([&] { robot.dismissMenu(); });
-    robot.click(main(), At{780, 300}, RightButton);
+    prompts.expectQuestion("Are you sure you want to delete this group -> Alps", Answer::No);
+    main().mnuFileRemove.Click.raise();
     robot.click(main(), At{780, 300}); // a menu here or there would wait for ever
     robot.click(main().pctWindow, RightButton, NoKeys, At{5, 5});
+    robot.whenMenuOpens([&] { robot.dismissMenu(); });
+    robot.click(main(), At{780, 300}, RightButton);
 
     // A label acts for the button beneath it.
     opened.clear();
+    main().pctNext.Enabled = false;
     for (const auto& [label, shown] : {std::pair{0, "1 -1"}, {0, "2 -1"}, {1, "1 -1"}, {6, "1 2"}, {5, "1 1"}}) {
         robot.click(main().lbButtonText(label));
         EXPECT_EQ(std::to_string(view().CurrentIndex) + " " + std::to_string(view().ZoomLevel), shown) << label;
@@ -56,16 +42,32 @@ TEST_F(MainWindowTest, EachEntryOpensWhatItNames)
     robot.click(main().lbButtonText(8));
     robot.click(main().lbButtonText(7));
     EXPECT_EQ(opened, "full show ");
+
+    for (const int row : {0, 1, 0}) {
+        pressRow(row);
+        main().mnuFile.Click.raise();
+        main().mnuEdit.Click.raise();
+        for (const Menu* entry : {&main().mnuFileRemove, &main().mnuFileRenameGroup, &main().mnuEditMove})
+            EXPECT_EQ(entry->Enabled(), row != 0) << entry->Name();
+    }
+    EXPECT_FALSE(main().mnuEditSort.Enabled() || main().mnuGroupSort.Enabled());
 }
 
-TEST_F(MainWindowTest, ExitUnloadsTheWindowAndEndsTheProgram)
+TEST_F(MainWindowTest, AFolderThatCantBeListedIsLoggedWithoutAHintAndExitEndsTheProgram)
 {
+    test.failAt(FileOperation::List, "", FailureKind::PathNotFound);
     open();
+    EXPECT_EQ(logLines().back(), "An error has occurred in 'Form_Load'. Error = Type mismatch");
     main().tmrInfoBox.Enabled = true;
     main().dialogs().unloadAllForms = [&] { opened += main().tmrInfoBox.Enabled() ? "too early" : "all closed"; };
-    EXPECT_EQ(desktop.guarded([&] { main().menus().mnuFileExit_Click(); }), 0);
+    EXPECT_THROW(main().mnuFileExit.Click.raise(), ProgramEnd);
     EXPECT_EQ(opened, "all closed");
     EXPECT_FALSE(isOpen());
+    for (const auto exit : {&frmMain::cmdExit_Click, &frmMain::imgExit_Click}) {
+        open();
+        (main().*exit)();
+        EXPECT_FALSE(isOpen());
+    }
 }
 
 } // namespace trovarium

@@ -1,21 +1,15 @@
 #include "MainWindow.h"
 
-#include "browser/GroupListPane.h"
-#include "browser/Selection.h"
-#include "platform/toolkit/Desktop.h"
-
-#include <tuple>
-
 namespace trovarium {
 
 using SelectionTest = MainWindow;
 
-TEST_F(SelectionTest, PressesSelectAsInAFileList)
+TEST_F(SelectionTest, PressesSelectAsInAFileListAndFramesShowOnTheirPages)
 {
     constexpr int Both = ShiftKey | CtrlKey;
     using Presses = std::vector<std::pair<int, int>>; // cell, shift
     // The count has a photograph once more that was selected already.
-    openGroup(9);
+    openGroup(40, 8);
     for (const auto& [what, presses, positions, count] :
         {std::tuple<const char*, Presses, Positions, int>{
              "a plain press takes one alone", {{2, NoKeys}, {5, NoKeys}}, {6}, 1},
@@ -24,7 +18,7 @@ TEST_F(SelectionTest, PressesSelectAsInAFileList)
             {"Shift extends down", {{1, NoKeys}, {4, ShiftKey}}, {2, 3, 4, 5}, 4},
             {"Shift without an anchor starts at the first", {{2, ShiftKey}}, {1, 2, 3}, 3},
             {"a range counts the selected ones again", {{1, NoKeys}, {3, ShiftKey}, {1, ShiftKey}}, {2, 3, 4}, 5},
-            {"both keys add and count again", {{3, NoKeys}, {3, Both}, {6, Both}}, {4, 7}, 3},
+            {"both keys add and count again", {{3, NoKeys}, {3, Both}, {6, Both}, {8, ShiftKey}}, {4, 7, 8, 9}, 5},
             {"Alt changes nothing", {{3, NoKeys}, {6, AltKey}}, {4}, 1},
             {"a plain press drops a selection of many", {{0, NoKeys}, {4, ShiftKey}, {2, NoKeys}}, {3}, 1}}) {
         SCOPED_TRACE(what);
@@ -34,15 +28,26 @@ TEST_F(SelectionTest, PressesSelectAsInAFileList)
         EXPECT_EQ(selectedPositions(), positions);
         EXPECT_EQ(main().lbStatusSelected.Caption(), "Selected " + std::to_string(count));
         const std::string last = std::to_string(presses.back().first + 1);
-        EXPECT_EQ(main().lbCount.Caption(), "Group [Alps] Viewing " + last + " of 9");
+        EXPECT_EQ(main().lbCount.Caption(), "Group [Alps] Viewing " + last + " of 40");
         EXPECT_EQ(main().lbTitle.Caption() + main().lbInfo(6).Caption(), "p" + last + ".jpgp" + last + ".jpg");
     }
-    EXPECT_EQ(logLines(), Names{});
-}
 
-TEST_F(SelectionTest, FramesShowOnThePageThatHoldsThePositions)
-{
-    openGroup(40);
+    robot.click(main().pctArrows(2));
+    select({0});
+    select({2, 5});
+    for (const bool canLeave : {true, false}) {
+        main().groupList().CurrentGroupRow = canLeave ? 1 : 0; // by its number, whatever group the row shows
+        robot.whenMenuOpens([&] {
+            EXPECT_EQ(main().mnuThumbMove.Enabled(), canLeave);
+            EXPECT_EQ(main().mnuThumbRemove.Enabled(), canLeave);
+            robot.dismissMenu();
+        });
+        robot.press(main().imgThumbnail(4), RightButton);
+    }
+    EXPECT_EQ(selectedPositions(), (Positions{2, 5}));
+    EXPECT_EQ(group().SelectedCount, 4) << "counted again with each press";
+    EXPECT_EQ(view().CurrentIndex, 5);
+
     select({2, 17, 18, 40});
     for (const auto& [page, framed] : {std::pair{1, " 1"}, {2, " 0 1"}, {3, " 7"}}) {
         main().VScroll1.Value = page;
@@ -55,26 +60,6 @@ TEST_F(SelectionTest, FramesShowOnThePageThatHoldsThePositions)
     select({});
     EXPECT_EQ(logLines(), Names{"An error has occurred in 'SetGroupListSelect'. Error = Overflow"});
     EXPECT_EQ(selectedPositions(), Positions{7}) << "a group beyond sixteen bits stays";
-}
-
-TEST_F(SelectionTest, ARightPressJoinsTheSelectionAndOpensTheMenu)
-{
-    openGroup(6, 8);
-    robot.click(main().pctArrows(2));
-    select({2, 5});
-    for (const bool canLeave : {true, false}) {
-        main().groupList().CurrentGroupRow = canLeave ? 1 : 0; // by its number, whatever group the row shows
-        robot.whenMenuOpens([&] {
-            EXPECT_EQ(main().mnuThumbMove.Enabled(), canLeave);
-            EXPECT_EQ(main().mnuThumbRemove.Enabled(), canLeave);
-            EXPECT_TRUE(main().mnuThumbAdd.Enabled());
-            robot.dismissMenu();
-        });
-        robot.press(main().imgThumbnail(4), RightButton);
-    }
-    EXPECT_EQ(selectedPositions(), (Positions{2, 5}));
-    EXPECT_EQ(group().SelectedCount, 4) << "counted again with each press";
-    EXPECT_EQ(view().CurrentIndex, 5);
 }
 
 } // namespace trovarium

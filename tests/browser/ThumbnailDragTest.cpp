@@ -1,15 +1,9 @@
 #include "MainWindow.h"
 
 #include "browser/DropGeometry.h"
-#include "browser/Selection.h"
-#include "browser/ThumbnailDrag.h"
-#include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
 
 #include <algorithm>
 #include <random>
-#include <tuple>
-#include <utility>
 
 namespace trovarium {
 
@@ -56,26 +50,10 @@ TEST(DropGeometryTest, ThePointerAimsAtAQuarterOfTheFrameAndTurnsPagesAtItsEdges
     }
 }
 
-TEST_F(ThumbnailDragTest, ADropMovesTheSelectionAsOneBlock)
+TEST_F(ThumbnailDragTest,
+    MoreThanTwoHundredTwipsStartADragThatMovesTheSelectionAsOneBlockAndEachMovePastTheEdgeTurnsOnePage)
 {
     openGroup(6, 8);
-    for (const auto& [selected, cell, place, order] :
-        {std::tuple<Positions, int, At, const char*>{{}, 4, leftOf(0), "512346"},
-            {{}, 0, {232, 178}, "123465"}, // the right half of a cell of the second row
-            {{}, 0, {500, 440}, "234651"}, // past the end lands behind the last
-            {{}, 1, leftOf(1), "234651"}, {{1, 6}, 3, leftOf(2), "326145"}}) {
-        select(selected);
-        drag(cell, place, CtrlKey);
-        EXPECT_EQ(numbersOf("Alps"), order);
-    }
-    robot.click(main().pctArrows(2));
-    drag(2, leftOf(0));
-    EXPECT_EQ(numbersOf("Alps") + numbersOf("h1"), "326145632145") << "after a scroll the row is written";
-}
-
-TEST_F(ThumbnailDragTest, MoreThanTwoHundredTwipsStartADrag)
-{
-    openGroup(6);
     for (const auto& [x, y, dragging] : {std::tuple{900.0F, 750.0F, false}, {901.0F, 750.0F, true},
              {500.0F, 750.0F, false}, {700.0F, 951.0F, true}, {700.0F, 950.0F, false}, {2635.0F, 780.0F, true}}) {
         main().selection().imgThumbnail_MouseDown(0, LeftButton, NoKeys, 700, 750);
@@ -90,15 +68,30 @@ TEST_F(ThumbnailDragTest, MoreThanTwoHundredTwipsStartADrag)
     EXPECT_EQ(std::pair(frame.Left(), frame.Top()), std::pair(24 + 129.0F, 16 + 2.0F)) << "it follows the pointer";
     const Shape& mark = main().shpDropPosition;
     EXPECT_EQ(std::pair(mark.Left(), mark.Top()), std::pair(152 - 15.0F, 16.0F)) << "left half of the second cell";
-}
+    for (const auto& [selected, cell, place, order] :
+        {std::tuple<Positions, int, At, const char*>{{}, 4, leftOf(0), "512346"},
+            {{}, 0, {232, 178}, "123465"}, // the right half of a cell of the second row
+            {{}, 0, {500, 440}, "234651"}, // past the end lands behind the last
+            {{}, 1, leftOf(1), "234651"}, {{1, 6}, 3, leftOf(2), "326145"}}) {
+        select(selected);
+        drag(cell, place, CtrlKey);
+        EXPECT_EQ(numbersOf("Alps"), order);
+        EXPECT_EQ(main().lbStatusSelected.Caption(), "Selected 0");
+        EXPECT_EQ(cells(), linesOf("Alps"));
+    }
+    robot.click(main().pctArrows(2));
+    drag(2, leftOf(0));
+    EXPECT_EQ(numbersOf("Alps") + numbersOf("h1"), "326145632145") << "after a scroll the row is written";
 
-TEST_F(ThumbnailDragTest, EachMovePastTheEdgeTurnsOnePage)
-{
-    openGroup(40);
+    main().groupList().ScrollGroupNames(0);
+    putGroup("Alps", names(40));
+    pressRowNamed("Alps");
     robot.press(main().imgThumbnail(2));
+    robot.when([&] { return !main().VScroll1.Enabled(); }, [&] { robot.moveTo(main().pctWindow, At{60, -1}); });
     for (const auto& [y, shown] : {std::pair{470.0F, 2}, {471.0F, 3}, {472.0F, 3}, {-1.0F, 2}}) {
         robot.moveTo(main().pctWindow, At{60, y});
         EXPECT_EQ(page(), "Page " + std::to_string(shown) + " of 3");
+        EXPECT_EQ(main().VScroll1.Value(), shown) << "a move while the page turns turns none";
     }
     robot.moveTo(main().pctWindow, leftOf(0));
     robot.release();
@@ -115,7 +108,7 @@ TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnceAndStaysOneUntilItsEnd)
     openGroup(4);
     for (const auto& [what, way, target, pointer, list, numbers] :
         {std::tuple<const char*, std::vector<At>, int, int, const char*, const char*>{
-             "a row", {onRow(2)}, 2, OwnPointer, "Rome", "913"},
+             "a row", {onRow(0)}, 0, OwnPointer, "  All Photos  ", "123413"},
             {"a hidden row, by the name that it had last", {onRow(6)}, 6, OwnPointer, "Label3", "13"},
             {"off a row again", {onRow(2), between}, none, NoDropPointer, "Rome", "9"},
             {"back near its start", {onRow(2), start}, reorder, DefaultPointer, "Alps", "2134"}}) {
@@ -139,14 +132,17 @@ TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnceAndStaysOneUntilItsEnd)
         EXPECT_EQ(numbersOf(list), numbers);
     }
     // A menu breaks a drag off, and the release goes to it.
-    robot.press(main().imgThumbnail(2));
-    robot.moveTo(main(), onRow(2));
-    robot.whenMenuOpens([&] { robot.dismissMenu(); });
-    robot.press(main().imgThumbnail(2), RightButton);
-    robot.release();
-    robot.moveTo(main().imgThumbnail(0), At{2, 2});
-    EXPECT_FALSE(thumbnailDrag().ThumbnailDragging || marksShow());
-    EXPECT_EQ(main().imgThumbnail(2).MousePointer() + std::stoi(numbersOf("Rome")), DefaultPointer + 9);
+    for (const At& place : {onRow(2), At{400, 200}}) {
+        robot.press(main().imgThumbnail(2));
+        robot.moveTo(main(), place);
+        robot.whenMenuOpens([&] { robot.dismissMenu(); });
+        robot.press(main().imgThumbnail(2), RightButton);
+        EXPECT_FALSE(marksShow());
+        robot.release();
+        robot.moveTo(main().imgThumbnail(0), At{2, 2});
+        EXPECT_FALSE(thumbnailDrag().ThumbnailDragging || marksShow());
+        EXPECT_EQ(main().imgThumbnail(2).MousePointer() + std::stoi(numbersOf("Rome")), DefaultPointer + 9);
+    }
 }
 
 TEST_F(ThumbnailDragTest, AThousandDragsKeepTheSameLines)
