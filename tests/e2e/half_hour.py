@@ -34,7 +34,6 @@ class User:
     def __init__(self, desktop: VirtualDesktop, library: Library, program: Program) -> None:
         self.desktop = desktop
         self.library = library
-        self.camera = library.camera
         self.main = View(desktop, program.main_window())
 
     def other_window(self) -> Window | None:
@@ -133,7 +132,7 @@ class User:
         dialog = self.opens(menu, "a")
         pair = "C Return", (88, 230), (500, 54 + 14 * row), (388, 249), (554, 470)
         until(f"{target}", target.exists, lambda: dialog.do(*pair))
-        equal("what was linked", target.read_bytes(), (self.camera / source).read_bytes())
+        equal("what was linked", target.read_bytes(), (self.library.camera / source).read_bytes())
         self.desktop.close(dialog.window)
 
     def watch(self) -> None:
@@ -157,9 +156,9 @@ class User:
         self.open_group(1, [2])
         self.select(0)
         dialog = self.opens("f", "e")
-        copy = self.library.stick / NAMES[2]
+        copy = self.library.root / "Stick" / NAMES[2]
         until("the export", copy.exists, lambda: dialog.do("S Return", "alt+x"))
-        equal("the exported photograph", copy.read_bytes(), (self.camera / NAMES[2]).read_bytes())
+        equal("the exported photograph", copy.read_bytes(), (self.library.camera / NAMES[2]).read_bytes())
         self.desktop.close(dialog.window)
         self.answer("e", "p", "alt+y")
         self.holds("Abende", [])

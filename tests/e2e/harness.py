@@ -29,8 +29,7 @@ class Library:
         self.tap = self._home / "tap"  # as the sound card gets it
         self.page = self._home / "page"  # the address that the desktop was to open
         self.camera = self.root / "Camera"
-        self.stick = self.root / "Stick"
-        for made in (self.root, self._home, self.camera, self.stick):
+        for made in (self.root, self._home, self.camera, self.root / "Stick"):
             made.mkdir(mode=0o700)
         (self.root / "trovarium").symlink_to(program)
         (self.root / "help").symlink_to(Path(__file__).resolve().parents[2] / "help")

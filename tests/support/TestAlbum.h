@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
 #include "runtime/Failure.h"
 #include "store/Album.h"
@@ -10,7 +11,6 @@
 #include <filesystem>
 #include <map>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -74,9 +74,12 @@ public:
     std::vector<std::string> groupLines(std::string_view fileName) const // none when absent
     {
         std::vector<std::string> lines;
-        std::istringstream text(bytes(m_album.paths.SlideGroupPath + std::string(fileName)));
-        for (std::string line; std::getline(text, line);)
-            lines.push_back(line.substr(0, line.find('\r')));
+        FileService files; // without the faults of the test
+        attempt([&] {
+            files.open(m_album.paths.SlideGroupPath + std::string(fileName), OpenMode::Input, 1);
+            while (!files.endOfFile(1))
+                lines.push_back(files.lineInput(1));
+        });
         return lines;
     }
     void showGroup(const std::vector<std::string>& lines, const std::vector<int>& selectedPositions = {})
