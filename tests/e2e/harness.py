@@ -1,7 +1,5 @@
 """A library in a temporary folder, the built program in it, and where things lie in its windows."""
 
-from __future__ import annotations
-
 import os
 import sys
 from itertools import count
@@ -30,28 +28,27 @@ class Library:
         self._home = folder / "home"
         self.tap = self._home / "tap"  # as the sound card gets it
         self.page = self._home / "page"  # the address that the desktop was to open
-        for made in (self.root, self._home, self._home / "run", self._home / "bin"):
+        self.camera = self.root / "Camera"
+        for made in (self.root, self._home, self.camera, self.root / "Stick"):
             made.mkdir(mode=0o700)
         (self.root / "trovarium").symlink_to(program)
         (self.root / "help").symlink_to(Path(__file__).resolve().parents[2] / "help")
-        opener = self._home / "bin" / "xdg-open"
+        opener = self._home / "xdg-open"
         opener.write_text(f'#!/bin/sh\nprintf %s "$1" >"{self.page}.new" && mv "{self.page}.new" "{self.page}"\n')
         opener.chmod(0o700)
         self.photos = self.root / "Photos"
         self.infos = self.root / "Photo_Info"
-        self.groups = self.root / "Photo_SlideGroups"
 
     def start(self, desktop: VirtualDesktop) -> Program:
-        own = {f"XDG_{kind.upper()}_HOME": str(self._home / kind) for kind in ("config", "data", "cache")}
-        own |= {"HOME": str(self._home), "XDG_RUNTIME_DIR": str(self._home / "run")}
-        own |= {"PATH": f"{self._home / 'bin'}:{os.environ['PATH']}"}
-        own |= {"SDL_AUDIODRIVER": "disk", "SDL_DISKAUDIOFILE": str(self.tap)}
-        return Program(desktop, self.root / "trovarium", **own)
+        homes = ("HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR")
+        own = dict.fromkeys(homes, str(self._home)) | {"PATH": f"{self._home}:{os.environ['PATH']}"}
+        sound = {"SDL_AUDIODRIVER": "disk", "SDL_DISKAUDIOFILE": str(self.tap)}
+        return Program(desktop, self.root / "trovarium", **own, **sound)
 
     def group(self, name: str) -> list[str] | None:
         """Nothing when there is no such list, be it gone only now."""
         try:
-            text = (self.groups / f"{name}.lst").read_bytes().decode()
+            text = (self.root / "Photo_SlideGroups" / f"{name}.lst").read_bytes().decode()
         except FileNotFoundError:
             return None
         assert not text or text.endswith("\r\n"), f"the list {name} ends in the middle of a line"
@@ -79,11 +76,20 @@ class View:
             act = ("keydown", held, *act, "keyup", held)
         self.desktop.mouse(self.window, place[0], place[1] + self._menu_height, *act)
 
-    def click(self, place: Place, held: str = "") -> None:
-        self._do(place, "click", "1", held=held)
+    def click(self, place: Place, held: str = "", times: int = 1) -> None:
+        self._do(place, "click", "--repeat", str(times), "--delay", "60", "1", held=held)
 
-    def double_click(self, place: Place) -> None:
-        self._do(place, "click", "--repeat", "2", "--delay", "60", "1")
+    def do(self, *steps: str | Place | dict[Place, str]) -> None:
+        """Keys by their names, clicks at places, and texts in place of what stands in the text boxes there."""
+        for step in steps:
+            if isinstance(step, str):
+                self.desktop.type(self.window, *step.split())
+            elif isinstance(step, tuple):
+                self.click(step)
+            else:
+                for place, text in step.items():
+                    self.do(place, "ctrl+a")
+                    self.desktop.act("type", text)
 
     def drag(self, start: Place, *way: tuple[Place, Colours], held: str = "") -> None:
         """Presses, and moves on whenever the window shows the colours that stand beside the place."""
@@ -93,15 +99,6 @@ class View:
             tries = count()
             self.shows(f"the drag to {x}, {y}", colours, lambda: self._do((x + next(tries) % 2, y)))
         self.desktop.act("mouseup", "1")
-
-    def keys(self, *keys: str) -> None:
-        self.desktop.type(self.window, *keys)
-
-    def write(self, place: Place, text: str) -> None:
-        """In place of what stands in the text box there."""
-        self.click(place)
-        self.keys("ctrl+a")
-        self.desktop.act("type", text)
 
     def colours(self, places: Iterable[Place]) -> dict[Place, Colour]:
         picture = until("a picture of the window", lambda: self.desktop.picture(self.window))

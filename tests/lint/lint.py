@@ -6,8 +6,6 @@ event that is wired twice, and a file that is too long; and when it would miss o
 With `share` fails when the tests have grown beyond their share.
 """
 
-from __future__ import annotations
-
 import re
 import sys
 from pathlib import Path
@@ -108,15 +106,13 @@ BAD_WIRINGS = [
 
 def missed(sources: dict[str, str]) -> list[str]:
     """The faults that these rules would let pass, each in a sound file of the program."""
-    faults = []
-    for path, header, told in BAD_INCLUDES:
-        faults.append((f"{header} in {path}", check_includes(path, f"#include {header}\n"), told))
+    faults = [(header, check_includes(path, f"#include {header}\n"), told) for path, header, told in BAD_INCLUDES]
     for path, text in sources.items():
         wiring = WIRING.search(text)
         for spoil, told in BAD_WIRINGS if wiring else []:
             spoiled = text.replace(wiring[0], spoil(wiring[0]))
             faults.append((f"{wiring[0]} in {path}", check_handlers({**sources, path: spoiled}), told))
-    return [f"missed: {fault}" for fault, found, told in faults if len(found) != 1 or told not in found[0]]
+    return [f"missed: {fault} {told}" for fault, found, told in faults if len(found) != 1 or told not in found[0]]
 
 
 def share(root: Path) -> int:

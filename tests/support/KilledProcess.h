@@ -31,11 +31,9 @@ inline int runUntilKilled(const std::string& folder, int act, int step)
         std::string("--gtest_filter=*") + testing::UnitTest::GetInstance()->current_test_info()->name();
     const pid_t child = fork();
     if (child == 0) {
-        setenv("TMPDIR", placeOfTheKilled.path().c_str(), 1);
-        setenv("QT_LOGGING_RULES", "*=false", 1);
-        setenv(FolderVariable, folder.c_str(), 1);
-        setenv(ActVariable, std::to_string(act).c_str(), 1);
-        setenv(StepVariable, std::to_string(step).c_str(), 1);
+        for (const auto& [name, value] : {std::pair("TMPDIR", placeOfTheKilled.path()), {"QT_LOGGING_RULES", "*=false"},
+                 {FolderVariable, folder}, {ActVariable, std::to_string(act)}, {StepVariable, std::to_string(step)}})
+            setenv(name, value.c_str(), 1);
         execl("/proc/self/exe", "killed", filter.c_str(), "--gtest_brief=1", nullptr);
         _exit(127);
     }
@@ -51,13 +49,10 @@ inline int runUntilKilled(const std::string& folder, int act, int step)
     using enum FileOperation;
     int count = 0;
     bool changed = true;
-    const char* step = getenv(StepVariable);
-    const int last = step == nullptr ? 0 : atoi(step);
     files.setFaultHook([&](FileOperation operation, std::string_view) {
-        static const std::set<FileOperation> changing{Print, SetDate, Copy, Delete, Rename, MakeFolder};
-        const bool changes = changing.count(operation) != 0;
+        const bool changes = std::set{Print, SetDate, Copy, Delete, Rename, MakeFolder}.contains(operation);
         const bool counts = changes || (changed && (operation == Open || operation == Close));
-        if (counts && ++count == last)
+        if (counts && ++count == atoi(getenv(StepVariable)))
             _exit(Killed);
         changed = changes || (changed && operation != Open);
     });

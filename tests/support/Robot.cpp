@@ -11,11 +11,9 @@
 #include <QImage>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPainter>
 #include <QTest>
 #include <QTimer>
 #include <QWheelEvent>
-#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -33,10 +31,10 @@ Qt::KeyboardModifiers modifiersOf(int shift)
 
 Qt::Key keyOf(int code)
 {
-    static const std::map<int, Qt::Key> keys{{8, Qt::Key_Backspace}, {13, Qt::Key_Return}, {27, Qt::Key_Escape},
-        {33, Qt::Key_PageUp}, {34, Qt::Key_PageDown}, {35, Qt::Key_End}, {36, Qt::Key_Home}, {37, Qt::Key_Left},
-        {38, Qt::Key_Up}, {39, Qt::Key_Right}, {40, Qt::Key_Down}, {46, Qt::Key_Delete}, {93, Qt::Key_Menu},
-        {107, Qt::Key_Plus}, {109, Qt::Key_Minus}};
+    static const std::map<int, Qt::Key> keys{{8, Qt::Key_Backspace}, {9, Qt::Key_Tab}, {13, Qt::Key_Return},
+        {27, Qt::Key_Escape}, {33, Qt::Key_PageUp}, {34, Qt::Key_PageDown}, {35, Qt::Key_End}, {36, Qt::Key_Home},
+        {37, Qt::Key_Left}, {38, Qt::Key_Up}, {39, Qt::Key_Right}, {40, Qt::Key_Down}, {46, Qt::Key_Delete},
+        {93, Qt::Key_Menu}, {107, Qt::Key_Plus}, {109, Qt::Key_Minus}};
     const auto found = keys.find(code);
     return found != keys.end() ? found->second : Qt::Key(code < 112 ? code : Qt::Key_F1 + code - 112);
 }
@@ -71,14 +69,6 @@ Spot spotOf(Form& form, At at)
     return {&window, form.view()->client().mapTo(&window, QPointF(at.x, at.y))};
 }
 
-QAction* actionOf(const QWidget& widget, const Menu& menu)
-{
-    for (QAction* action : widget.actions())
-        if (action->objectName() == toQString(menu.Name()))
-            return action;
-    return nullptr;
-}
-
 // Where a key press goes: the desktop gives the keyboard to the window that the user works in.
 QWidget* keyboard(Form& form)
 {
@@ -98,38 +88,40 @@ void closeMenus()
 
 struct Robot::State {
     Desktop& desktop;
-    QPointer<QWidget> receiver{}; // of the press in hand
-    Qt::MouseButton button = Qt::NoButton;
+    QPointer<QWidget> receiver{}; // of the press in hand, or of the last move
+    Qt::MouseButton held = Qt::NoButton;
     QPointF last{};
     QObject pending{}; // timers of what was told beforehand
 
-    static void send(
-        QWidget& to, QEvent::Type type, QPointF onItsWindow, Qt::MouseButton changed, Qt::MouseButtons held, int shift)
+    int send(QEvent::Type type, Qt::MouseButton changed, int shift)
     {
-        const QWidget* window = to.window();
-        QMouseEvent event(type, to.mapFrom(window, onItsWindow), onItsWindow, window->mapToGlobal(onItsWindow), changed,
-            held, modifiersOf(shift));
-        QApplication::sendEvent(&to, &event);
-    }
-
-    int press(const Spot& spot, QEvent::Type type, int pressed, int shift)
-    {
-        if (spot.window) {
-            receiver = spot.receiver();
-            button = Qt::MouseButton(pressed);
-            last = spot.at;
-            send(*receiver, type, last, button, button, shift);
+        if (receiver) {
+            const QWidget* window = receiver->window();
+            QMouseEvent event(type, receiver->mapFrom(window, last), last, window->mapToGlobal(last), changed, held,
+                modifiersOf(shift));
+            QApplication::sendEvent(receiver, &event);
         }
         return shift;
+    }
+
+    int press(const Spot& spot, QEvent::Type type, int button, int shift)
+    {
+        if (!spot.window)
+            return shift;
+        receiver = spot.receiver();
+        held = Qt::MouseButton(button);
+        last = spot.at;
+        return send(type, held, shift);
     }
 
     void move(const Spot& spot, int shift)
     {
         if (!spot.window)
             return;
+        if (held == Qt::NoButton)
+            receiver = spot.receiver();
         last = spot.at;
-        if (QWidget* to = button != Qt::NoButton ? receiver.data() : spot.receiver())
-            send(*to, QEvent::MouseMove, last, Qt::NoButton, button, shift);
+        send(QEvent::MouseMove, Qt::NoButton, shift);
     }
 };
 
@@ -166,9 +158,8 @@ void Robot::moveTo(Form& form, At at, int shift)
 
 void Robot::release(int shift)
 {
-    const Qt::MouseButton button = std::exchange(m_state->button, Qt::NoButton);
-    if (QWidget* receiver = std::exchange(m_state->receiver, nullptr))
-        State::send(*receiver, QEvent::MouseButtonRelease, m_state->last, button, Qt::NoButton, shift);
+    if (const Qt::MouseButton button = std::exchange(m_state->held, Qt::NoButton))
+        m_state->send(QEvent::MouseButtonRelease, button, shift);
 }
 
 void Robot::doubleClick(Control& control, int shift, std::optional<At> at)
@@ -191,10 +182,7 @@ void Robot::wheel(Control& control, int notchesDown)
 
 void Robot::key(Form& form, int keyCode, int shift)
 {
-    const QPointer<QWidget> receiver(keyboard(form));
-    QTest::keyPress(receiver, keyOf(keyCode), modifiersOf(shift));
-    if (receiver)
-        QTest::keyRelease(receiver, keyOf(keyCode), modifiersOf(shift));
+    QTest::keyClick(keyboard(form), keyOf(keyCode), modifiersOf(shift));
 }
 
 void Robot::type(Form& form, std::string_view text)
@@ -207,11 +195,6 @@ void Robot::type(Form& form, std::string_view text)
     }
 }
 
-void Robot::tab(Form& form, bool back)
-{
-    QTest::keyPress(keyboard(form), back ? Qt::Key_Backtab : Qt::Key_Tab, back ? Qt::ShiftModifier : Qt::NoModifier);
-}
-
 void Robot::choose(Menu& entry)
 {
     std::vector<Menu*> way;
@@ -221,16 +204,13 @@ void Robot::choose(Menu& entry)
     auto* open = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     if (open == nullptr) {
         auto* bar = entry.form().view()->window().findChild<QMenuBar*>();
-        QAction* top = bar != nullptr ? actionOf(*bar, *way.front()) : nullptr;
-        if (top == nullptr || !top->isEnabled() || !top->isVisible()) {
-            ADD_FAILURE() << way.front()->Name() << " can't be opened";
-            return;
-        }
+        auto* top = bar != nullptr ? bar->findChild<QAction*>(toQString(way.front()->Name())) : nullptr;
+        ASSERT_TRUE(top != nullptr && top->isEnabled() && top->isVisible()) << way.front()->Name();
         QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(top).center());
         open = top->menu();
     }
     for (const Menu* menu : way) {
-        QAction* action = open != nullptr ? actionOf(*open, *menu) : nullptr;
+        auto* action = open != nullptr ? open->findChild<QAction*>(toQString(menu->Name())) : nullptr;
         if (action == nullptr)
             continue; // the bar's own, or a pop-up menu that starts in the middle of the way
         open->setActiveAction(action);
@@ -245,17 +225,14 @@ void Robot::choose(Menu& entry)
 
 void Robot::dismissMenu()
 {
-    if (QApplication::activePopupWidget() == nullptr)
-        ADD_FAILURE() << "no menu is open";
+    EXPECT_NE(QApplication::activePopupWidget(), nullptr) << "no menu is open";
     closeMenus();
 }
 
 void Robot::close(Form& form)
 {
-    if (form.view() == nullptr)
-        ADD_FAILURE() << form.Name() << " has no window to close";
-    else
-        form.view()->window().close();
+    ASSERT_NE(form.view(), nullptr) << form.Name();
+    form.view()->window().close();
 }
 
 void Robot::when(std::function<bool()> condition, std::function<void()> action, std::string_view name)
@@ -263,32 +240,22 @@ void Robot::when(std::function<bool()> condition, std::function<void()> action, 
     auto* timer = new QTimer(&m_state->pending);
     timer->setObjectName(toQString(name));
     timer->callOnTimeout(
-        [&state = m_state->desktop.state(), timer, condition = std::move(condition), action = std::move(action)] {
+        [&desktop = m_state->desktop, timer, condition = std::move(condition), action = std::move(action)] {
             if (!condition())
                 return;
             timer->stop();
             timer->setParent(nullptr);
             timer->deleteLater();
-            const DesktopState::Frame frame(state);
-            try {
-                action();
-            } catch (const ProgramEnd& end) {
-                state.noteEnd(end);
-            }
+            EXPECT_TRUE(desktop.guarded(action) == 0 || desktop.state().ended());
         });
     timer->start(0);
-}
-
-void Robot::atNextTurn(std::function<void()> action)
-{
-    when([] { return true; }, std::move(action), "the next turn");
 }
 
 void Robot::whenShown(std::string_view formName, std::function<void()> action)
 {
     const auto isShown = [&state = m_state->desktop.state(), name = std::string(formName)] {
-        return std::any_of(state.shown.begin(), state.shown.end(),
-            [&](const Form* form) { return form->Name() == name && state.isOpenToInput(*form); });
+        return std::ranges::any_of(
+            state.shown, [&](const Form* form) { return form->Name() == name && state.isOpenToInput(*form); });
     };
     when(isShown, std::move(action), formName);
 }
@@ -298,29 +265,27 @@ void Robot::whenMenuOpens(std::function<void()> action)
     when([] { return QApplication::activePopupWidget() != nullptr; }, std::move(action), "a menu");
 }
 
-bool Robot::until(const std::function<bool()>& condition, std::chrono::milliseconds deadline)
+bool Robot::until(const std::function<bool()>& condition)
 {
-    return QTest::qWaitFor(
-        [&] {
-            m_state->desktop.DoEvents();
-            return condition();
-        },
-        static_cast<int>(deadline.count()));
+    const auto isMet = [&] {
+        m_state->desktop.DoEvents();
+        return condition();
+    };
+    return QTest::qWaitFor(isMet, 20000);
 }
 
 Shot Robot::shot(Form& form, int scale)
 {
     SurfaceView& client = form.view()->client();
-    QImage image(client.size() * scale, QImage::Format_RGB32);
+    QImage image(client.size() * scale, QImage::Format_RGB888); // bytes that lie as those of a Color
     image.setDevicePixelRatio(scale);
     client.render(&image);
     std::vector<Color> pixels;
-    image.convertTo(QImage::Format_RGB888); // bytes that lie as those of a Color
     for (int y = 0; y < image.height(); ++y) {
         const auto* line = reinterpret_cast<const Color*>(image.constScanLine(y));
         pixels.insert(pixels.end(), line, line + image.width());
     }
-    return {image.width(), image.height(), std::move(pixels)};
+    return {image.width(), std::move(pixels)};
 }
 
 } // namespace trovarium

@@ -3,7 +3,6 @@
 #include "platform/toolkit/Units.h"
 
 #include <algorithm>
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -30,7 +29,6 @@ struct At {
 // What a window shows, in pixels of a device.
 struct Shot {
     int width = 0;
-    int height = 0;
     std::vector<Color> pixels;
 
     Color at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y) * width + x); }
@@ -66,7 +64,7 @@ public:
     // To the control with the focus. The key is a code as handlers get it (13 Enter, 65 A).
     void key(Form& form, int keyCode, int shift = NoKeys);
     void type(Form& form, std::string_view text);
-    void tab(Form& form, bool back = false);
+    void tab(Form& form, bool back = false) { key(form, 9, back ? ShiftKey : NoKeys); }
 
     // Opens the menus that lead to the entry, from the bar or from the open pop-up menu, and clicks it.
     void choose(Menu& entry);
@@ -74,13 +72,16 @@ public:
     // By the window's close box.
     void close(Form& form);
 
-    void atNextTurn(std::function<void()> action);
     void whenShown(std::string_view formName, std::function<void()> action);
     void whenMenuOpens(std::function<void()> action);
     void when(std::function<bool()> condition, std::function<void()> action, std::string_view name = "a condition");
+    void atNextTurn(std::function<void()> action)
+    {
+        when([] { return true; }, std::move(action), "the next turn");
+    }
 
     // Runs events until the condition holds; false when it didn't in time.
-    bool until(const std::function<bool()>& condition, std::chrono::milliseconds deadline = std::chrono::seconds(20));
+    bool until(const std::function<bool()>& condition);
 
     // The client area as it would be painted on a screen of that scale.
     Shot shot(Form& form, int scale = 1);

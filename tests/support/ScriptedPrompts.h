@@ -22,38 +22,34 @@ public:
     using Meanwhile = std::function<void()>; // what happens while the box is open
 
     struct Asked {
-        std::string kind;
-        std::string text;
         std::string title;
         std::string initial;
     };
 
     explicit ScriptedPrompts(Desktop& desktop)
-        : m_desktop(&desktop)
+        : m_desktop(desktop)
     {
         desktop.setPrompts(this);
     }
-    ScriptedPrompts() = default; // for code that takes `Prompts` itself
     ~ScriptedPrompts() override
     {
         verify();
-        if (m_desktop != nullptr)
-            m_desktop->setPrompts(nullptr);
+        m_desktop.setPrompts(nullptr);
     }
     ScriptedPrompts(const ScriptedPrompts&) = delete;
     ScriptedPrompts& operator=(const ScriptedPrompts&) = delete;
 
-    void expectNotice(std::string text, Meanwhile meanwhile = {})
+    void expectNotice(const std::string& text, Meanwhile meanwhile = {})
     {
-        m_expected.push_back({"notice", std::move(text), Answer::Ok, {}, std::move(meanwhile)});
+        m_expected.push_back({"notice: " + text, Answer::Ok, {}, std::move(meanwhile)});
     }
-    void expectQuestion(std::string text, Answer answer, Meanwhile meanwhile = {})
+    void expectQuestion(const std::string& text, Answer answer, Meanwhile meanwhile = {})
     {
-        m_expected.push_back({"question", std::move(text), answer, {}, std::move(meanwhile)});
+        m_expected.push_back({"question: " + text, answer, {}, std::move(meanwhile)});
     }
-    void expectInput(std::string prompt, std::string answer, Meanwhile meanwhile = {})
+    void expectInput(const std::string& prompt, std::string answer, Meanwhile meanwhile = {})
     {
-        m_expected.push_back({"input box", std::move(prompt), {}, std::move(answer), std::move(meanwhile)});
+        m_expected.push_back({"input box: " + prompt, {}, std::move(answer), std::move(meanwhile)});
     }
 
     // All that was asked, expected or not.
@@ -63,52 +59,48 @@ public:
     void verify()
     {
         for (const Expected& expected : std::exchange(m_expected, {}))
-            ADD_FAILURE() << "this " << expected.kind << " never came:\n" << expected.text;
+            ADD_FAILURE() << expected.what << "\nnever came";
     }
 
     Answer messageBox(std::string_view text, Buttons buttons, std::string_view title) override
     {
         const bool isQuestion = buttons == Buttons::YesNo;
-        const Answer refusal = isQuestion ? Answer::No : Answer::Ok;
-        return take({isQuestion ? "question" : "notice", std::string(text), std::string(title), {}}, refusal).answer;
+        m_asked.push_back({std::string(title), {}});
+        return take(isQuestion ? "question: " : "notice: ", text, isQuestion ? Answer::No : Answer::Ok).answer;
     }
     std::string inputBox(std::string_view prompt, std::string_view title, std::string_view initial) override
     {
-        return take({"input box", std::string(prompt), std::string(title), std::string(initial)}, {}).input;
+        m_asked.push_back({std::string(title), std::string(initial)});
+        return take("input box: ", prompt, {}).input;
     }
 
 private:
     struct Expected {
-        std::string kind;
-        std::string text;
+        std::string what;
         Answer answer;
         std::string input;
         Meanwhile meanwhile;
     };
 
-    // The next expected question if it is `asked`; otherwise fails the test and refuses.
-    Expected take(const Asked& asked, Answer refusal)
+    // The next expected question if it is this one; otherwise fails the test and refuses.
+    Expected take(std::string what, std::string_view text, Answer refusal)
     {
-        m_asked.push_back(asked);
-        const Expected refused{{}, {}, refusal, {}, {}};
-        if (m_expected.empty()) {
-            ADD_FAILURE() << "this " << asked.kind << " was not expected:\n" << asked.text;
-            return refused;
+        what += text;
+        Expected next{"nothing", refusal, {}, {}};
+        if (!m_expected.empty()) {
+            next = std::move(m_expected.front());
+            m_expected.pop_front();
         }
-        const Expected expected = std::move(m_expected.front());
-        m_expected.pop_front();
-        if (expected.kind != asked.kind || expected.text != asked.text) {
-            ADD_FAILURE() << "expected this " << expected.kind << ":\n"
-                          << expected.text << "\nand got this " << asked.kind << ":\n"
-                          << asked.text;
-            return refused;
+        if (next.what != what) {
+            ADD_FAILURE() << what << "\nwas not expected, but " << next.what;
+            return {{}, refusal, {}, {}};
         }
-        if (expected.meanwhile)
-            expected.meanwhile();
-        return expected;
+        if (next.meanwhile)
+            next.meanwhile();
+        return next;
     }
 
-    Desktop* m_desktop = nullptr;
+    Desktop& m_desktop;
     std::deque<Expected> m_expected;
     std::vector<Asked> m_asked;
 };

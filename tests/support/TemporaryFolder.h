@@ -17,15 +17,10 @@ class TemporaryFolder {
 public:
     // Or that of another process, for one that doesn't live to remove it.
     explicit TemporaryFolder(const char* others = nullptr)
+        : m_path(others ? others : std::filesystem::temp_directory_path() / "trovarium-test-XXXXXX")
     {
-        if (others != nullptr) {
-            m_path = others;
-            return;
-        }
-        std::string name = (std::filesystem::temp_directory_path() / "trovarium-test-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr)
-            throw std::runtime_error("no temporary folder: " + name);
-        m_path = name;
+        if (others == nullptr && mkdtemp(m_path.data()) == nullptr)
+            throw std::runtime_error("no temporary folder: " + m_path);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;

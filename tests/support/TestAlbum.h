@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/files/FileService.h"
+#include "platform/toolkit/Desktop.h"
 #include "runtime/Failure.h"
 #include "store/Album.h"
 #include "store/LibraryFolders.h"
+#include "support/Robot.h"
 #include "support/TemporaryFolder.h"
 
 #include <filesystem>
@@ -29,11 +31,7 @@ inline std::string joinedLines(const std::vector<std::string>& lines)
 // the paths to them, and beside it "settings" with a settings store of its own. Paths are in the program's form.
 class TestAlbum {
 public:
-    TestAlbum() // with a file service of its own
-        : TestAlbum(m_ownFiles)
-    {
-    }
-    explicit TestAlbum(FileService& files)
+    explicit TestAlbum(FileService& files = testDesktop().files())
         : m_album(files)
     {
         std::filesystem::create_directory(toNativePath(library()));
@@ -61,7 +59,11 @@ public:
     {
         std::ofstream(toNativePath(path), std::ios::binary) << bytes;
     }
-    std::string bytes(std::string_view path) const { return readWhole(toNativePath(path)); } // empty when absent
+    std::string bytes(std::string_view path) const // empty when absent
+    {
+        std::ifstream stream(toNativePath(path), std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
     bool isThere(std::string_view path) const { return std::filesystem::exists(toNativePath(path)); }
 
     // A list file of these lines, and the group that it holds as the one on show.
@@ -109,19 +111,12 @@ public:
         std::map<std::string, std::string> files;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(m_folder.path()))
             if (entry.is_regular_file())
-                files[entry.path().lexically_relative(m_folder.path())] = readWhole(entry.path());
+                files[entry.path().lexically_relative(m_folder.path())] = bytes(entry.path().string());
         return files;
     }
 
 private:
-    static std::string readWhole(const std::filesystem::path& path)
-    {
-        std::ifstream stream(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-
     TemporaryFolder m_folder;
-    FileService m_ownFiles;
     Album m_album;
 };
 

@@ -6,7 +6,6 @@
 #include "support/ScriptedPrompts.h"
 
 #include <QCoreApplication>
-#include <QTemporaryFile>
 
 #include <gtest/gtest.h>
 
@@ -18,10 +17,11 @@ Desktop* theDesktop = nullptr;
 
 // Every test finds the desktop as the first one did.
 class CleanDesktop : public testing::EmptyTestEventListener {
-    void OnTestStart(const testing::TestInfo&) override { theDesktop->setPrompts(&m_prompts); }
+    void OnTestStart(const testing::TestInfo&) override { m_prompts.emplace(*theDesktop); }
 
     void OnTestEnd(const testing::TestInfo&) override
     {
+        m_prompts.reset();
         DesktopState& state = theDesktop->state();
         state.graveyard.clear();
         state.endCode.reset();
@@ -31,7 +31,7 @@ class CleanDesktop : public testing::EmptyTestEventListener {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    ScriptedPrompts m_prompts; // a question that no test has foreseen would wait for an answer for ever
+    std::optional<ScriptedPrompts> m_prompts; // a question that no test has foreseen would wait for an answer for ever
 };
 
 } // namespace
@@ -46,15 +46,8 @@ Desktop& testDesktop()
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    QTemporaryFile screens;
-    if (const QByteArray platform = qgetenv("QT_QPA_PLATFORM"); platform.isEmpty() || platform == "offscreen") {
-        screens.open();
-        screens.write(R"({"screens": [
-            {"name": "first", "x": 0, "y": 0, "width": 800, "height": 800, "logicalDpi": 96, "dpr": 1},
-            {"name": "second", "x": 800, "y": 0, "width": 1280, "height": 1024, "logicalDpi": 96, "dpr": 1}]})");
-        screens.close();
-        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens.fileName().toLocal8Bit());
-    }
+    if (const QByteArray platform = qgetenv("QT_QPA_PLATFORM"); platform.isEmpty() || platform == "offscreen")
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" SCREENS);
     trovarium::FileService files;
     trovarium::Desktop desktop(argc, argv, files, trovarium::Pace::Immediate);
     trovarium::theDesktop = &desktop;
