@@ -18,7 +18,7 @@ TEST_F(AutoScanTest, FilesComeByTypeThenFolderAndAreSplit)
         form().chkFilter(6).Value = 0;
         robot.click(form().cmdAutoScan);
         EXPECT_EQ(entries(), "|hand.jpg \\|B.jpg \\Aft\\|x.jpg \\Sub\\|a.jpg \\Sub\\Deep\\|z.JPG \\|c.bmp ");
-        EXPECT_EQ(form().cmdAutoScan.Caption(), "&Auto-Scan (and sub-folders)");
+        EXPECT_EQ(form().lbCount.Caption() + form().cmdAutoScan.Caption(), "5&Auto-Scan (and sub-folders)");
         std::string path = sources();
         std::int32_t fileCount = 0;
         std::int32_t folderCount = 0;
@@ -45,7 +45,7 @@ TEST_F(AutoScanTest, TheSecondPressCancelsAndLeavesWhatIsFoundAndClosingEndsItTo
         });
         robot.click(form().cmdAutoScan);
         EXPECT_EQ(entries(), "\\|a.jpg -|\\b.jpg ");
-        EXPECT_TRUE(form().List1.Enabled() && form().MousePointer() == DefaultPointer);
+        EXPECT_TRUE(form().List1.Enabled() && form().List2.Enabled() && form().MousePointer() == DefaultPointer);
         desktop.files().setFaultHook([&](FileOperation operation, std::string_view) {
             if (operation == FileOperation::Length && ++measured == 1)
                 form().unload();

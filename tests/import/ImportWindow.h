@@ -13,8 +13,7 @@
 
 namespace trovarium {
 
-// The import dialog over the main window, as a modal form is: each story runs in `inDialog`. It begins at the
-// folder of sources.
+// The import dialog over the main window, at the folder of sources; each story runs in `inDialog`.
 class ImportWindow : public MainWindow {
 protected:
     ImportWindow() { test.setSetting("Import", "LastPath", sources()); }
