@@ -167,7 +167,7 @@ TEST_F(LinkTest, ClipsAreHeardAndAPressEndsTheRunThatTheNextOneTakesUp)
         int presses = 3;
         desktop.files().setFaultHook([&](FileOperation operation, std::string_view) {
             if (operation == FileOperation::Exists)
-                told += numberText(form().pctProgress.AccessibleValue()) + " ";
+                told += form().lbProgress.Caption() + numberText(form().pctProgress.AccessibleValue()) + " ";
             for (; operation == FileOperation::Exists && presses > 0; --presses) {
                 told += form().cmdImport.Caption() + " ";
                 robot.click(form().cmdImport);
@@ -176,7 +176,8 @@ TEST_F(LinkTest, ClipsAreHeardAndAPressEndsTheRunThatTheNextOneTakesUp)
         run();
         expectErrors("[wav] : p1.jpg    Error=File already exists\r");
         run();
-        EXPECT_EQ(told, "0 Cancel &Make it so Cancel 0 50 ");
+        EXPECT_EQ(
+            told, "Import-Link Progress0 Cancel &Make it so Cancel Import-Link Progress0 Import-Link Progress50 ");
     });
     EXPECT_EQ(test.bytes(wavs + "p1.jpg.wav") + test.bytes(wavs + "p3.jpg.wav"), "oldold");
 }
