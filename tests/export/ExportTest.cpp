@@ -39,19 +39,27 @@ protected:
             (i < 3 ? form().chkExport(i) : form().chkOptions(0)).Value = boxes.find("ptio"[i]) != boxes.npos;
         form().optExportInfo(boxes.find('n') != boxes.npos ? 0 : 1).Value = true;
         form().optExportInfo(boxes.find('a') != boxes.npos ? 3 : 2).Value = true;
-        robot.click(form().cmdExport);
+        run();
+    }
+    void run()
+    {
+        form().chkOptions(0).SetFocus();
+        robot.key(form(), EnterKey);
         EXPECT_EQ(form().cmdExport.Caption() + form().lbProgress.Caption(), "ExportDone");
         EXPECT_EQ(form().MousePointer() + form().shpProgress.Width(), 0);
     }
-    // Of each of `copies`: "-" absent, "o" old, "x" exported. Then they are gone.
-    std::string exported()
+    void putOldCopies()
     {
-        std::string marks;
-        for (const std::string& name : copies) {
-            marks += !test.isThere(folder.inside(name)) ? "-" : folder.read(name) == "old" ? "o" : "x";
-            std::filesystem::remove(folder.native(name));
-        }
-        return marks;
+        for (const std::string& name : copies)
+            folder.write(name, "old");
+    }
+    // Of each of `copies`: "-" absent, "o" old, "x" exported.
+    std::string marks() const
+    {
+        std::string all;
+        for (const std::string& name : copies)
+            all += !test.isThere(folder.inside(name)) ? "-" : folder.read(name) == "old" ? "o" : "x";
+        return all;
     }
 
     TemporaryFolder folder;
@@ -66,25 +74,27 @@ TEST_F(ExportTest, TheSelectionGoesOutAsItIsInARunThatNothingCancels)
     const std::string header = "InfoFile,Event,Keywords,People,Photographer,Place,Title,Year,ImageWidth,ImageHeight";
     const std::string records = "p2.jpg.info,,,,,,p2.jpg,,,\r\np3.jpg.info,,,,,Z\xFCrich,a,b,,,\r\n";
     group().GroupSelect(0) = 1; // lists an empty name, of which there is nothing to take
-    std::string captions;
+    putOldCopies();
+    std::string told;
     desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
         const bool isOnce = operation == FileOperation::Delete && path == folder.inside("p3.jpg");
         for (int press = 0; isOnce && press < 3; ++press) {
-            captions += form().cmdExport.Caption() + form().lbProgress.Caption() + " ";
+            told += form().cmdExport.Caption() + form().lbProgress.Caption() + " ";
             robot.click(form().cmdExport);
             robot.key(form(), EscapeKey);
         }
-        if (isOnce)
+        if (isOnce) {
+            told += marks() + std::to_string(form().pctProgress.AccessibleValue());
             form().chkExport(0).Value = 0; // from here on no photograph is taken
+        }
     });
     inDialog([&] {
         EXPECT_EQ(test.album().Settings().GetOWSetting("Trovarium", "Import", "LastPath", ""), folder.inside());
         desktop.DoEvents();
-        EXPECT_TRUE(form().Dir1.hasFocus() && form().optExportInfo(2).Value());
-        exportWith("op");
-        EXPECT_EQ(
-            captions + std::to_string(form().List1.ListCount()), "CancelExporting ImportExporting CancelExporting 3");
-        EXPECT_FALSE(test.isThere(folder.inside("p3.jpg")));
+        EXPECT_TRUE(form().Dir1.hasFocus());
+        run();
+        EXPECT_EQ(told, "CancelExporting ImportExporting CancelExporting x--ooo-66");
+        EXPECT_EQ(marks(), "x------");
         EXPECT_EQ(folder.read("p2.jpg"), test.bytes(test.paths().PhotoPath + "p2.jpg"));
         exportWith("i");
         exportWith("ia");
@@ -107,8 +117,8 @@ TEST_F(ExportTest, BoxesTellWhatIsTakenWhatBecomesOfOldCopiesAndWhatAFailureEnds
         {"pia", "p2.jpg.info", "---x--x"}, {"op", "old", "x--x---"}};
     inDialog([&] {
         for (const auto& [boxes, place, expected, error] : cases) {
-            for (const std::string& name : place == "old" ? copies : std::vector<std::string>())
-                folder.write(name, "old");
+            if (place == "old")
+                putOldCopies();
             desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
                 const bool writes = operation == FileOperation::Copy || operation == FileOperation::Open;
                 if (writes && path.ends_with("\\" + place))
@@ -117,7 +127,9 @@ TEST_F(ExportTest, BoxesTellWhatIsTakenWhatBecomesOfOldCopiesAndWhatAFailureEnds
             if (!error.empty())
                 prompts.expectNotice("Error: " + error + "\rDisk may be full or write protected.");
             exportWith(boxes);
-            EXPECT_EQ(exported(), expected) << boxes << " " << place;
+            EXPECT_EQ(marks(), expected) << boxes << " " << place;
+            for (const std::string& name : copies)
+                std::filesystem::remove(folder.native(name));
         }
     });
 }
@@ -129,12 +141,19 @@ TEST_F(ExportTest, TheLibrarysOwnFoldersLoseNothing)
     test.put(paths.PhotoPath + "tn_p2.jpg", "a photograph");
     const auto before = test.allFiles();
     inDialog([&] {
+        group().GroupSelect.clear();
+        EXPECT_FALSE(form().AddSelectedFiles());
+        EXPECT_EQ(logLines(), Names{"An error has occurred in 'AddSelectedFiles'. Error = Subscript out of range"});
         for (const std::string& path : {paths.ThumbnailPath, paths.InfoPath, paths.PhotoPath, test.folder().inside()}) {
             form().Dir1.Path = path;
             exportWith("on");
         }
         exportWith("op");
+        test.failAt(FileOperation::List);
+        prompts.expectNotice("Error: Device I/O error");
+        form().Drive1.chosen(0);
         robot.click(form().lbExit);
+        EXPECT_FALSE(form.isLoaded());
     });
     for (const auto& [path, bytes] : before)
         EXPECT_TRUE(path.starts_with("settings") || test.bytes(test.folder().inside(path)) == bytes) << path;

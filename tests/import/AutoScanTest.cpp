@@ -1,6 +1,7 @@
 #include "import/AutoScan.h"
 
 #include "import/ImportWindow.h"
+#include "platform/toolkit/Keys.h"
 
 namespace trovarium {
 
@@ -18,6 +19,14 @@ TEST_F(AutoScanTest, FilesComeByTypeThenFolderAndAreSplit)
         robot.click(form().cmdAutoScan);
         EXPECT_EQ(entries(), "|hand.jpg \\|B.jpg \\Aft\\|x.jpg \\Sub\\|a.jpg \\Sub\\Deep\\|z.JPG \\|c.bmp ");
         EXPECT_EQ(form().lbCount.Caption() + form().cmdAutoScan.Caption(), "5&Auto-Scan (and sub-folders)");
+        std::string path = sources();
+        std::int32_t fileCount = 0;
+        std::int32_t folderCount = 0;
+        EXPECT_EQ(form().autoScan().FindFiles(path, "*.jpg", fileCount, folderCount, list, false), 4) << "bytes";
+        EXPECT_EQ(fileCount * 10 + folderCount, 43);
+        list.Clear();
+        robot.key(form(), EscapeKey);
+        EXPECT_FALSE(form().isLoaded());
     });
 }
 
@@ -32,11 +41,11 @@ TEST_F(AutoScanTest, TheSecondPressCancelsAndLeavesWhatIsFoundAndClosingEndsItTo
             EXPECT_EQ(form().cmdAutoScan.Caption(), "&Cancel");
             EXPECT_EQ(form().MousePointer(), ArrowHourglassPointer);
             robot.click(form().cmdAutoScan);
-            EXPECT_EQ(form().cmdAutoScan.Caption(), "&Auto-Scan (and sub-folders)");
+            EXPECT_EQ(form().DialogBusy ? "busy" : form().cmdAutoScan.Caption(), "&Auto-Scan (and sub-folders)");
         });
         robot.click(form().cmdAutoScan);
         EXPECT_EQ(entries(), "\\|a.jpg -|\\b.jpg ");
-        EXPECT_TRUE(form().List1.Enabled() && form().MousePointer() == DefaultPointer);
+        EXPECT_TRUE(form().List1.Enabled() && form().List2.Enabled() && form().MousePointer() == DefaultPointer);
         desktop.files().setFaultHook([&](FileOperation operation, std::string_view) {
             if (operation == FileOperation::Length && ++measured == 1)
                 form().unload();

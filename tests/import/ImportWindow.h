@@ -13,8 +13,7 @@
 
 namespace trovarium {
 
-// The import dialog over the main window, as a modal form is: each story runs in `inDialog`. It begins at the
-// folder of sources, which is the user's own folder too.
+// The import dialog over the main window, at the folder of sources; each story runs in `inDialog`.
 class ImportWindow : public MainWindow {
 protected:
     ImportWindow() { test.setSetting("Import", "LastPath", sources()); }
@@ -59,7 +58,7 @@ protected:
     }
 
     TemporaryFolder m_sources;
-    VariableForNow m_home{"HOME", m_sources.path()};
+    VariableForNow m_home{"HOME", test.folder().path()};
     FormSlot<frmSearch> search{desktop, [this] { return std::make_unique<frmSearch>(desktop, test.album(), main()); }};
     FormSlot<frmThumbnail> thumbnails{
         desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), video); }};

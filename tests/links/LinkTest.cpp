@@ -2,13 +2,13 @@
 #include "links/frmAddMidiWav.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Keys.h"
+#include "runtime/Numbers.h"
 #include "support/RecordedMedia.h"
 #include "support/TemporaryFolder.h"
 
 namespace trovarium {
 
-// The link dialog over the groups "  All Photos  ", "Alps" (three photographs, the first and the last selected) and
-// "Rome", with a clip and a song in a folder of their own.
+// The link dialog over three groups, "Alps" of three photographs, the first and the last selected.
 class LinkTest : public MainWindow {
 protected:
     LinkTest()
@@ -18,6 +18,7 @@ protected:
         test.setSetting("Sound", "LastPath", folder.inside());
         openGroup(3);
         select({1, 3});
+        media.told.clear();
         main().dialogs().showMidiLink = [this] { form().linkMidi(); };
         main().dialogs().showWavLink = [this] { form().linkWav(); };
     }
@@ -40,7 +41,8 @@ protected:
     }
     void run()
     {
-        robot.click(form().cmdImport);
+        form().chkOptions(0).SetFocus();
+        robot.key(form(), EnterKey);
         EXPECT_EQ(form().cmdImport.Caption() + form().lbProgress.Caption(), "&Make it soDone");
         EXPECT_EQ(form().shpProgress.Width() + importForm.MousePointer(), 0);
     }
@@ -49,6 +51,7 @@ protected:
         prompts.expectNotice("Error(s) occurred with the following files during import process.\r\r" + lines);
     }
 
+    RecordedMedia media{desktop};
     TemporaryFolder folder;
     Form importForm{desktop, {.Name = "frmImport"}};
     FormSlot<frmAddMidiWav> form{desktop, [this] {
@@ -60,21 +63,19 @@ protected:
 
 TEST_F(LinkTest, ASongIsLinkedToAGroupAndHeard)
 {
-    RecordedMedia media(desktop);
     test.put(test.paths().SlideGroupPath + "Rome.mid", "beside its list");
     inDialog(main().mnuFileMidi, [&] {
         EXPECT_EQ(form().Caption() + "|" + form().lbListContents.Caption(),
             "Import-Link Midi Song to Group|Current Album Groups");
-        EXPECT_EQ(form().File1.ListCount(), 1);
+        desktop.DoEvents();
+        EXPECT_TRUE(form().Dir1.hasFocus() && form().File1.ListCount() == 1 && form().List1.ListCount() == 3);
         EXPECT_EQ(form().List1.List(0) + form().List1.List(2), "[    ] :   All Photos  [midi] : Rome");
-        EXPECT_EQ(form().List1.ListCount(), 3);
         prompts.expectNotice("Must select a source file.");
         robot.click(form().cmdAddFile);
         form().File1.setSelected(0, true);
         prompts.expectNotice("Must select the destination.");
         robot.click(form().cmdAddFile);
         change(1, form().cmdAddFile);
-        robot.key(form(), EscapeKey); // loses nothing that was chosen
         robot.click(form().cmdPlayStop(2));
         robot.click(form().cmdPlayStop(3));
         run();
@@ -84,12 +85,21 @@ TEST_F(LinkTest, ASongIsLinkedToAGroupAndHeard)
     ASSERT_EQ(media.told.size(), 3U);
     EXPECT_TRUE(media.told[0].starts_with("music open \"" + folder.inside("tune.mid") + "\" type sequencer alias "));
     // The mark looks beside the list, where the song is not.
+    test.setSetting("Sound", "LastPath", "/media\\nobody\\gone");
     robot.whenShown("frmAddMidiWav", [&] {
         EXPECT_EQ(form().List1.List(1), "[    ] : Alps");
+        test.failAt(FileOperation::List);
+        form().File1.Refresh();
+        robot.click(form().cmdAddFile);
+        prompts.expectNotice("Error: Device I/O error");
+        form().Drive1.chosen(0);
         robot.key(form(), EscapeKey);
     });
     robot.whenMenuOpens([&] { robot.choose(main().mnuGroupMidi); });
     pressRow(1, RightButton);
+    EXPECT_EQ(logLines(),
+        (Names{"An error has occurred in 'Form_Load'. Error = Device unavailable",
+            "An error has occurred in 'AddSelectedFiles'. Error = Device I/O error"}));
     EXPECT_FALSE(form.isLoaded());
 }
 
@@ -106,7 +116,7 @@ TEST_F(LinkTest, RowsAreDoneInOrderUntilOneIsClearedOrFails)
     } cases[] = {{"++", false, false, "", "--", "xx"}, {"++", false, false, exists, "oo", "oo"},
         {"+.", true, false, "", "oo", "xo"}, {"++", true, false, "", "oo", "xx"}, {"0+", false, false, "", "o-", "--"},
         {"+0", false, false, "", "-o", "x-"}, {"++", false, true, full, "--", "-x"}, {"++", true, true, "", "oo", "-o"},
-        {"..", true, false, "", "oo", "oo"}};
+        {"..", true, false, "", "oo", "oo"}, {"++", true, false, "", "--", "xx"}};
     for (const auto& [acts, overwrite, isFull, errors, before, after] : cases) {
         const auto clip = [&](int row) { return wavs + (row == 0 ? "p1.jpg.wav" : "p3.jpg.wav"); };
         for (int row = 0; row < 2; ++row) {
@@ -121,10 +131,8 @@ TEST_F(LinkTest, RowsAreDoneInOrderUntilOneIsClearedOrFails)
                     change(row, acts[row] == '+' ? form().cmdAddFile : form().cmdClear);
             }
             form().chkOptions(0).Value = overwrite;
-            desktop.files().setFaultHook([&, fails = isFull](FileOperation operation, std::string_view path) {
-                if (fails && operation == FileOperation::Copy && path == clip(0))
-                    throw Failure(FailureKind::DiskFull);
-            });
+            if (isFull)
+                test.failAt(FileOperation::Copy, clip(0), FailureKind::DiskFull);
             if (!errors.empty())
                 expectErrors(before == "oo" ? errors + "[wav] : p3.jpg    Error=File already exists\r" : errors);
             run();
@@ -137,25 +145,41 @@ TEST_F(LinkTest, RowsAreDoneInOrderUntilOneIsClearedOrFails)
     }
 }
 
-TEST_F(LinkTest, ASecondPressEndsTheRunAndASourceThatIsItsOwnDestinationStays)
+TEST_F(LinkTest, ClipsAreHeardAndAPressEndsTheRunThatTheNextOneTakesUp)
 {
     test.put(wavs + "p1.jpg.wav", "old");
     inDialog(main().mnuEditWaveLink, [&] {
+        form().Set4Wav(); // once more fills them anew
+        EXPECT_EQ(form().List1.ListCount() + form().List2.ListCount() + form().File1.ListCount(), 5);
+        EXPECT_EQ(form().Caption() + form().lbListContents.Caption(), "Import-Link Wav Clip to PhotoSelected Photos");
+        robot.doubleClick(form().File1, NoKeys, At{20, 8});
+        robot.doubleClick(form().List1, NoKeys, At{20, 8});
+        robot.click(form().cmdPlayStop(1));
+        EXPECT_EQ(media.told, (Names{"sound " + folder.inside("tone.wav"), "sound " + wavs + "p1.jpg.wav", "sound 0"}));
         form().Dir1.Path = wavs;
         EXPECT_EQ(test.album().Settings().GetOWSetting("Trovarium", "Sound", "LastPath", "") + "\\", wavs);
-        form().chkOptions(0).Value = true;
-        change(0, form().cmdAddFile);
+        robot.click(form().chkOptions(0));
+        change(0, form().cmdAddFile); // the clip's own source
+        robot.key(form(), EscapeKey); // loses nothing that was chosen
         change(1, form().cmdAddFile);
         expectErrors("[wav] : p1.jpg    Error=File already exists\r");
+        std::string told;
+        int presses = 3;
         desktop.files().setFaultHook([&](FileOperation operation, std::string_view) {
             if (operation == FileOperation::Exists)
+                told += form().lbProgress.Caption() + numberText(form().pctProgress.AccessibleValue()) + " ";
+            for (; operation == FileOperation::Exists && presses > 0; --presses) {
+                told += form().cmdImport.Caption() + " ";
                 robot.click(form().cmdImport);
+            }
         });
-        robot.click(form().cmdImport);
-        desktop.files().setFaultHook({});
+        run();
+        expectErrors("[wav] : p1.jpg    Error=File already exists\r");
+        run();
+        EXPECT_EQ(
+            told, "Import-Link Progress0 Cancel &Make it so Cancel Import-Link Progress0 Import-Link Progress50 ");
     });
-    EXPECT_EQ(test.bytes(wavs + "p1.jpg.wav"), "old");
-    EXPECT_FALSE(test.isThere(wavs + "p3.jpg.wav"));
+    EXPECT_EQ(test.bytes(wavs + "p1.jpg.wav") + test.bytes(wavs + "p3.jpg.wav"), "oldold");
 }
 
 } // namespace trovarium
