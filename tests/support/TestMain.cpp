@@ -28,6 +28,7 @@ class CleanDesktop : public testing::EmptyTestEventListener {
         state.activates.clear();
         theDesktop->Screen().MousePointer = DefaultPointer;
         theDesktop->files().setFaultHook({});
+        theDesktop->files().closeAll();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
