@@ -1,5 +1,6 @@
 #include "platform/jpeg/JpegDecoder.h"
 
+#include "platform/colour/ColourConversion.h"
 #include "platform/jpeg/ExifOrientation.h"
 #include "runtime/Failure.h"
 
@@ -8,6 +9,8 @@
 #include <bit>
 #include <csetjmp>
 #include <cstdio>
+#include <cstdlib>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -22,6 +25,8 @@ namespace {
 // Transposing writes this many pixels side by side: a cache line of them.
 constexpr int StripRows = 16;
 constexpr std::uint32_t Grey = 0xff808080U;
+constexpr int ProfileMarker = JPEG_APP0 + 2;
+constexpr unsigned LongestMarker = 0xffff;
 // A file of a few kilobytes could otherwise keep a core busy for hours with empty scans.
 constexpr int MostScans = 200;
 
@@ -167,8 +172,35 @@ struct JpegDecoder::State {
             return false;
         jpeg_create_decompress(&info);
         info.progress = &progress.base;
+        jpeg_save_markers(&info, ProfileMarker, LongestMarker);
         jpeg_mem_src(&info, file.data(), file.size());
         return jpeg_read_header(&info, TRUE) == JPEG_HEADER_OK;
+    }
+
+    // Sets `profile` to bytes that are the caller's to free, null where there are none.
+    bool readProfile(JOCTET*& profile, unsigned& length)
+    {
+        if (setjmp(errors.jump) != 0)
+            return false;
+        return jpeg_read_icc_profile(&info, &profile, &length) != FALSE;
+    }
+
+    ColourKind colours() const
+    {
+        if (info.jpeg_color_space == JCS_GRAYSCALE)
+            return ColourKind::Grey;
+        if (info.jpeg_color_space != JCS_CMYK && info.jpeg_color_space != JCS_YCCK)
+            return ColourKind::Rgb;
+        return info.saw_Adobe_marker != FALSE ? ColourKind::InvertedInks : ColourKind::Inks;
+    }
+
+    // To light, and to sRGB where the file tells what its colours are.
+    void convertColours(std::uint32_t* row, int width) const
+    {
+        if (!conversion->empty())
+            conversion->convert(row, width, 1, width);
+        else if (info.out_color_space == JCS_CMYK)
+            convertInks(row, width, info.saw_Adobe_marker != FALSE);
     }
 
     bool start(int denominator)
@@ -177,7 +209,7 @@ struct JpegDecoder::State {
             return false;
         info.scale_num = 1;
         info.scale_denom = static_cast<unsigned>(denominator);
-        const bool inks = info.jpeg_color_space == JCS_CMYK || info.jpeg_color_space == JCS_YCCK;
+        const bool inks = colours() == ColourKind::Inks || colours() == ColourKind::InvertedInks;
         constexpr J_COLOR_SPACE Native = std::endian::native == std::endian::little ? JCS_EXT_BGRA : JCS_EXT_ARGB;
         info.out_color_space = inks ? JCS_CMYK : Native;
         return jpeg_start_decompress(&info) != FALSE;
@@ -209,6 +241,7 @@ struct JpegDecoder::State {
     jpeg_decompress_struct info{};
     int orientation;
     const std::atomic<bool>& cancelled;
+    std::unique_ptr<ColourConversion> conversion;
     int rowsRead = 0;
 };
 
@@ -217,6 +250,12 @@ JpegDecoder::JpegDecoder(std::span<const unsigned char> file, const std::atomic<
 {
     if (!m_state->readHeader(file))
         throw m_state->failure();
+    JOCTET* profile = nullptr;
+    unsigned length = 0;
+    const bool found = m_state->readProfile(profile, length);
+    const std::unique_ptr<JOCTET, decltype(&std::free)> owned(profile, &std::free);
+    m_state->conversion =
+        std::make_unique<ColourConversion>(std::span(owned.get(), found ? length : 0), m_state->colours());
 }
 
 JpegDecoder::~JpegDecoder() = default;
@@ -247,7 +286,6 @@ bool JpegDecoder::decode(int denominator, std::uint32_t* pixels, std::ptrdiff_t 
     const auto height = static_cast<int>(state.info.output_height);
     UprightTarget target(pixels, pixelsPerLine, state.orientation, width, height);
     std::vector<std::uint32_t> strip(static_cast<std::size_t>(width) * StripRows);
-    const bool inks = state.info.out_color_space == JCS_CMYK;
 
     bool whole = true;
     for (int first = 0; first < height; first += StripRows) {
@@ -268,8 +306,8 @@ bool JpegDecoder::decode(int denominator, std::uint32_t* pixels, std::ptrdiff_t 
             auto* row = reinterpret_cast<std::uint32_t*>(rows[static_cast<std::size_t>(i)]);
             if (i >= read)
                 std::fill_n(row, width, Grey);
-            else if (inks)
-                convertInks(row, width, state.info.saw_Adobe_marker != FALSE);
+            else
+                state.convertColours(row, width);
         }
         if (!inPlace)
             target.place(strip.data(), first, wanted);
