@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
+#include <system_error>
+#include <thread>
 #include <vector>
 
 #include <lcms2.h>
@@ -91,6 +93,25 @@ ColourConversion::ColourConversion(std::span<const unsigned char> bytes, ColourK
 ColourConversion::~ColourConversion() = default;
 
 void ColourConversion::convert(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine) const
+{
+    constexpr std::int64_t WorthAThread = 1'000'000; // pixels
+    if (empty())
+        return;
+    const int shared = std::int64_t{width} * height < WorthAThread ? 0 : height / 2;
+    std::thread other;
+    try {
+        if (shared > 0)
+            other = std::thread([&] { convertLines(pixels, width, shared, pixelsPerLine); });
+    } catch (const std::system_error&) {
+        // No thread to be had: it takes twice as long.
+        convertLines(pixels, width, shared, pixelsPerLine);
+    }
+    convertLines(pixels + shared * pixelsPerLine, width, height - shared, pixelsPerLine);
+    if (other.joinable())
+        other.join();
+}
+
+void ColourConversion::convertLines(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine) const
 {
     for (int y = 0; y < height; ++y, pixels += pixelsPerLine) {
         std::uint32_t* end = pixels + width;

@@ -23,13 +23,15 @@ public:
 
     bool empty() const { return !m_transform && !m_greys; }
 
-    // Converts in place to 0xffRRGGBB; the fourth byte of Rgb stays as it is. Only when not empty.
+    // Converts in place to 0xffRRGGBB; the fourth byte of Rgb stays as it is. Large pictures are shared with
+    // another core. Does nothing when empty.
     void convert(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine) const;
 
 private:
     struct Transform;
     using Greys = std::array<std::uint32_t, 256>;
 
+    void convertLines(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine) const;
     bool changesNothing() const;
 
     std::unique_ptr<Transform> m_transform;

@@ -86,6 +86,13 @@ void convertInks(std::uint32_t* pixels, int count, bool inverted)
     }
 }
 
+std::uint32_t halfBlack(ColourKind inks)
+{
+    constexpr std::array<std::uint8_t, 4> Ink = {0, 0, 0, 128};
+    const auto pixel = std::bit_cast<std::uint32_t>(Ink);
+    return inks == ColourKind::InvertedInks ? ~pixel : pixel;
+}
+
 bool swapsSides(int orientation)
 {
     return orientation >= 5;
@@ -194,15 +201,6 @@ struct JpegDecoder::State {
         return info.saw_Adobe_marker != FALSE ? ColourKind::InvertedInks : ColourKind::Inks;
     }
 
-    // To light, and to sRGB where the file tells what its colours are.
-    void convertColours(std::uint32_t* row, int width) const
-    {
-        if (!conversion->empty())
-            conversion->convert(row, width, 1, width);
-        else if (info.out_color_space == JCS_CMYK)
-            convertInks(row, width, info.saw_Adobe_marker != FALSE);
-    }
-
     bool start(int denominator)
     {
         if (setjmp(errors.jump) != 0)
@@ -286,6 +284,10 @@ bool JpegDecoder::decode(int denominator, std::uint32_t* pixels, std::ptrdiff_t 
     const auto height = static_cast<int>(state.info.output_height);
     UprightTarget target(pixels, pixelsPerLine, state.orientation, width, height);
     std::vector<std::uint32_t> strip(static_cast<std::size_t>(width) * StripRows);
+    const ColourKind colours = state.colours();
+    const bool inks = state.info.out_color_space == JCS_CMYK;
+    const bool plainInks = inks && state.conversion->empty();
+    const std::uint32_t lost = inks && !plainInks ? halfBlack(colours) : Grey;
 
     bool whole = true;
     for (int first = 0; first < height; first += StripRows) {
@@ -305,13 +307,15 @@ bool JpegDecoder::decode(int denominator, std::uint32_t* pixels, std::ptrdiff_t 
         for (int i = 0; i < wanted; ++i) {
             auto* row = reinterpret_cast<std::uint32_t*>(rows[static_cast<std::size_t>(i)]);
             if (i >= read)
-                std::fill_n(row, width, Grey);
-            else
-                state.convertColours(row, width);
+                std::fill_n(row, width, lost);
+            else if (plainInks)
+                convertInks(row, width, colours == ColourKind::InvertedInks);
         }
         if (!inPlace)
             target.place(strip.data(), first, wanted);
     }
+    const bool turned = swapsSides(state.orientation);
+    state.conversion->convert(pixels, turned ? height : width, turned ? width : height, pixelsPerLine);
     return true;
 }
 
