@@ -14,8 +14,7 @@
 namespace trovarium {
 
 // A form for the controls of a test, and a diary of what they raise.
-class Stage : public testing::Test {
-protected:
+struct Stage : testing::Test {
     explicit Stage(const FormPlan& plan = {.Name = "Stage", .Width = 4500, .Height = 7500})
         : form(desktop, plan)
     {

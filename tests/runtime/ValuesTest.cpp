@@ -30,7 +30,7 @@ Instant at(std::int64_t seconds)
 }
 
 // By its rule, so that the tests need no database of zones.
-constexpr const char* CentralEurope = "CET-1CEST,M3.5.0,M10.5.0/3";
+constexpr const char* WesternEurope = "WET0WEST,M3.5.0/1,M10.5.0";
 
 } // namespace
 
@@ -42,7 +42,6 @@ TEST(Numbers, RoundHalfToEvenAndFailBeyondTheirRange)
     for (const auto& [value, expected] : cases)
         EXPECT_EQ(answer([value = value] { return toInt16(value); }), expected) << value;
     EXPECT_EQ(answer([] { return toInt32(2147483647.5); }), "Overflow");
-    EXPECT_EQ(toInt32(-2147483648.0), std::numeric_limits<std::int32_t>::min());
     EXPECT_EQ(roundToPlaces(1.125, 2), 1.12);
     EXPECT_EQ(roundToPlaces(1e308, 2), 1e308);
     EXPECT_EQ(divide(1, 4), 0.25);
@@ -61,14 +60,12 @@ TEST(Numbers, AreReadFromTheStartOfATextOrFromTheWholeAndABooleanAlsoFromAWord)
     expectAnswers(leadingNumber,
         {{"", "0"}, {"abc", "0"}, {"\t 12abc", "12"}, {"-3.5.7", "-3.5"}, {"+7", "7"}, {".5", "0.5"}, {"5.", "5"},
             {".", "0"}, {"-", "0"}, {"1e3x", "1000"}, {"1e", "1"}, {"1e+", "1"}, {"1E-2", "0.01"}, {"1,5", "1"},
-            {"0x10", "0"}, {"nan", "0"}, {"1e-999", "0"}, {"1e999", "Overflow"}, {std::string(400, '9'), "Overflow"},
-            {"0." + std::string(400, '0') + "1", "0"}});
-    expectAnswers(strictNumber,
-        {{" -12.5e1 ", "-125"}, {" ", mismatch}, {"12x", mismatch}, {"1e", mismatch}, {"True", mismatch}});
-    expectAnswers(toBoolean,
-        {{" tRUE ", "1"}, {"-1", "1"}, {"0.1", "1"}, {"fALSE", "0"}, {"0.0", "0"}, {"", mismatch}, {"Truee", mismatch},
-            {"Tru", mismatch}});
-    EXPECT_EQ(toBoolean(booleanText(true)), !toBoolean(booleanText(false)));
+            {"0x10", "0"}, {"nan", "0"}, {"1e-999", "0"}, {"1e999", "Overflow"},
+            {"1" + std::string(400, '0'), "Overflow"}, {"0." + std::string(400, '0') + "1", "0"}});
+    expectAnswers(
+        strictNumber, {{" -12.5e1 ", "-125"}, {" ", mismatch}, {"12x5", mismatch}, {"1e", mismatch}, {"T", mismatch}});
+    expectAnswers(
+        toBoolean, {{" tRUE ", "1"}, {"0.1", "1"}, {"fALSE", "0"}, {"0.0", "0"}, {"", mismatch}, {"Truee", mismatch}});
 }
 
 TEST(Numbers, AreWrittenAsTheShortestTextThatReadsBackTheSameAndWholeOnesPadded)
@@ -117,10 +114,10 @@ TEST(Text, ASearchWithoutCaseGivesBytePositionsAndCutsTakeWhatIsThere)
 TEST(Text, ALineOnDiskLosesNothing)
 {
     for (const std::string_view good :
-        {"", "plain ascii, longer than eight", "é", "€", "😀", "\xED\x9F\xBF", "\xF4\x8F\xBF\xBF"})
+        {"", "plain ascii, longer than eight", "é", "\xE0\xA0\x80", "😀", "\xED\x9F\xBF", "\xF4\x8F\xBF\xBF"})
         EXPECT_TRUE(isUtf8(good)) << good;
-    for (const std::string_view bad : {"\xE9", "\x80", "\xC3", "\xC0\xAF", "\xE0\x80\x80", "\xED\xA0\x80",
-             "\xF0\x80\x80\x80", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xE2\x82", "12345678\xFF"})
+    for (const std::string_view bad : {"\xE9", "\xBF\xBF", "\xC3", "\xC0\xAF", "\xE0\x9F\xBF", "\xED\xA0\x80",
+             "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF9\x80\x80\x80", "\xE2\x82", "12345678\xFF"})
         EXPECT_FALSE(isUtf8(bad));
     std::string bytes;
     for (int value = 0x80; value < 0x100; ++value)
@@ -128,7 +125,7 @@ TEST(Text, ALineOnDiskLosesNothing)
     EXPECT_EQ(characterCount(decodeLine(bytes)), bytes.size());
     for (const auto& [text, line] :
         std::vector<std::pair<std::string, std::string>>{{"Title=Hafen", "Title=Hafen"}, {"Köln", "K\xF6ln"},
-            {"10 €", "10 \x80"}, {"Łódź", "Łódź"}, {"漢字", "漢字"}, {"€\u0081Š\u008DŸé", "\x80\x81\x8A\x8D\x9F\xE9"},
+            {"10 €", "10 \x80"}, {"Āódź", "Āódź"}, {"漢字", "漢字"}, {"€\u0081Š\u008DŸé", "\x80\x81\x8A\x8D\x9F\xE9"},
             {"Ã©", "Ã©"}, // whose Windows-1252 bytes would read as "é"
             {"\u0080", "\u0080"}, {decodeLine(bytes), bytes}}) {
         EXPECT_EQ(encodeLine(text), line);
@@ -138,15 +135,15 @@ TEST(Text, ALineOnDiskLosesNothing)
 
 TEST(Dates, AreStampedInLocalTimeAndTheirTextComesBackAsTheSameInstant)
 {
-    const VariableForNow zone("TZ", CentralEurope);
+    const VariableForNow zone("TZ", WesternEurope);
     const Instant summer = at(1056975245); // 2003-06-30 12:14:05 UTC
-    EXPECT_EQ(logCreatedStamp(summer), "06/30/03 14:14");
-    EXPECT_EQ(logLineStamp(summer), "06/30/03  02:14:05PM");
-    EXPECT_EQ(timeOfDayStamp(summer), "141405");
-    EXPECT_EQ(dateText(summer), "2003-06-30 14:14:05 +02:00:00");
-    EXPECT_EQ(dateText(at(253402214400)), "9999-12-31 01:00:00 +01:00:00");
-    EXPECT_EQ(logLineStamp(at(11L * 3600)), "01/01/70  12:00:00PM");
-    EXPECT_EQ(logLineStamp(at(-3600)), "01/01/70  12:00:00AM");
+    EXPECT_EQ(logCreatedStamp(summer), "06/30/03 13:14");
+    EXPECT_EQ(logLineStamp(summer), "06/30/03  01:14:05PM");
+    EXPECT_EQ(timeOfDayStamp(summer), "131405");
+    EXPECT_EQ(dateText(summer), "2003-06-30 13:14:05 +01:00:00");
+    EXPECT_EQ(dateText(at(253402214400)), "9999-12-31 00:00:00 +00:00:00");
+    EXPECT_EQ(logLineStamp(at(12L * 3600)), "01/01/70  12:00:00PM");
+    EXPECT_EQ(logLineStamp(at(0)), "01/01/70  12:00:00AM");
     // Both passes of the hour that the autumn of 2003 repeats, and dates at the ends of calendars.
     for (const std::int64_t seconds : {1067127000L, 1067130600L, 0L, -60000000000L, -62167392000L, 253402300799L,
              253402387200L, 1L << 55, -(1L << 60)}) {

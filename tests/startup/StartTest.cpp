@@ -17,13 +17,8 @@ namespace trovarium {
 
 namespace fs = std::filesystem;
 
-// A library in a temporary folder, its settings and the place of the installed copy beside it, and as many
-// starts of the program as a test makes.
-class Start : public testing::Test {
-public:
-    ~Start() override { end(); }
-
-protected:
+// Starts of the program on a library, settings and a place of the installed copy in a temporary folder.
+struct Start : testing::Test {
     Start()
     {
         fs::create_directory(folder.native("Library"));
@@ -31,21 +26,16 @@ protected:
         setenv("XDG_DATA_HOME", folder.native("data").c_str(), 1);
     }
 
-    void make(const std::string& programPath)
+    ~Start() override { end(); }
+
+    // The exit code of what stands before the event loop.
+    int start(const std::string& ending = {}, const FaultHook& hook = {})
     {
         end();
         album = std::make_unique<Album>(desktop.files());
-        program = std::make_unique<Program>(desktop, *album, programPath);
-    }
-    // The exit code of what stands before the event loop.
-    int runMain()
-    {
+        program = std::make_unique<Program>(desktop, *album, folder.inside("Library") + ending);
+        desktop.files().setFaultHook(hook);
         return desktop.guarded([&] { program->Main(); });
-    }
-    int start()
-    {
-        make(folder.inside("Library"));
-        return runMain();
     }
     void end()
     {
@@ -66,15 +56,83 @@ protected:
         return all;
     }
 
+    // What is done in the dialog of that entry, which is closed then.
+    template <class Dialog>
+    void in(Menu& entry, const char* name, const std::function<void(Dialog&)>& story)
+    {
+        robot.whenShown(name, [&] {
+            story(dynamic_cast<Dialog&>(*desktop.activeForm()));
+            desktop.activeForm()->unload();
+        });
+        robot.choose(entry);
+    }
+    void prepare()
+    {
+        end();
+        fs::remove_all(folder.path());
+        for (const std::string name :
+            {"Library/Photos", "Library/Photo_Info", "Library/Photo_SlideGroups", "in", "out"})
+            fs::create_directories(folder.native(name));
+        COWReg().SetOWSetting("Trovarium", "Options", "FirstTime", "False");
+        for (const std::string& name : names)
+            folder.write("in/" + name, plainBitmap(20, static_cast<int>(name.size())));
+        desktop.files().setModified(folder.inside("in\\" + names[0]), Instant(std::chrono::seconds(1000000000)));
+        for (const std::string name : {"1.jpg", "2.jpg"}) {
+            folder.write("Library/Photos/" + name, plainBitmap(4, 3));
+            folder.write("Library/Photo_Info/" + name + ".info", "PhotoPath=\\Photos\\" + name + "\r\nTITLE=mine\r\n");
+        }
+        folder.write("Library/Photo_SlideGroups/Gr\u00F6\u00DFe \u5C71.lst", "1.jpg\r\n2.jpg\r\n");
+    }
+    std::size_t countIn(const std::string& place) const { return everything("Library/" + place + "/").size(); }
+    // Takes two photographs in, finds them and brings them out again, by the entries of the main window.
+    void travel()
+    {
+        frmMain& main = program->mainWindow()();
+        in<frmImport>(main.mnuFileImport, "frmImport", [&](frmImport& form) {
+            form.Dir1.Path = folder.inside("in");
+            form.chkOptions(3).Value = 0;
+            for (int i = 0; i < form.File1.ListCount(); ++i)
+                form.File1.setSelected(i, true);
+            robot.click(form.cmdAddFile);
+            robot.click(form.cmdImport);
+        });
+        for (const auto& [cell, title] : {std::pair{2, "\u00C4"}, {3, "\u00C4, \u5C71"}}) {
+            robot.doubleClick(main.imgThumbnail(cell));
+            robot.click(main.cmdEditPhotoInfo);
+            main.txtTitle.Text = title;
+            main.txtYear.Text = "1998";
+            main.txtPeople.Text = "Ren\u00E9";
+            robot.click(main.cmdEditPhotoInfo);
+            robot.click(main.pctAlbumList(0));
+        }
+        in<frmSearch>(main.mnuEditSearchAppend, "frmSearch", [&](frmSearch& form) {
+            form.txtTitle.Text = "\u00E4";
+            robot.click(form.cmdSearch);
+            form.cmbGroupName.Text = "Gr\u00F6\u00DFe \u5C71";
+            robot.click(form.cmdSave);
+        });
+        robot.click(main.pctAlbumList(1));
+        robot.click(main.imgThumbnail(2));
+        robot.click(main.imgThumbnail(3), LeftButton, CtrlKey);
+        in<frmExport>(main.mnuFileExport, "frmExport", [&](frmExport& form) {
+            form.Dir1.Path = folder.inside("out");
+            form.chkExport(2).Value = 1;
+            robot.click(form.cmdExport);
+            form.optExportInfo(0).Value = true;
+            robot.click(form.cmdExport);
+        });
+    }
+
     Desktop& desktop = testDesktop();
     TemporaryFolder folder{getenv(FolderVariable)};
     std::unique_ptr<Album> album;
     std::unique_ptr<Program> program;
+    const std::vector<std::string> names{"Z\u00FCrich.jpg", "\u5C71.bmp"};
+    Robot robot{desktop};
 };
 
 TEST_F(Start, MakesALibraryWithOneNoticeAndASkippedOneTakesOnlyTheHalfWrittenAway)
 {
-    Robot robot(desktop);
     EXPECT_EQ(start(), 0);
     EXPECT_EQ(everything(),
         (std::set<std::string>{"Library", "Library/Help", "Library/Photo_Audio", "Library/Photo_Info",
@@ -99,17 +157,21 @@ TEST_F(Start, MakesALibraryWithOneNoticeAndASkippedOneTakesOnlyTheHalfWrittenAwa
         folder.write(leftOver, "half");
         fs::last_write_time(folder.native(leftOver), fs::file_time_type::clock::now() - std::chrono::hours(25));
     }
-    make(folder.inside("Library") + "\\"); // in a root
     robot.whenShown("frmSplash", [&] { robot.click(program->splash()().cmdByPassAutoCheck); });
-    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(start("\\"), 0) << "in a root";
     desktop.DoEvents();
     EXPECT_EQ(desktop.formsCount(), 1);
     EXPECT_EQ(everything(), before) << "skipped, but the half-written is taken away";
     EXPECT_EQ(album->paths.PhotoPath, folder.inside("Library") + "\\Photos\\");
 
-    program->mainWindow()().dialogs().showFullScreen();
+    frmMain& main = program->mainWindow()();
+    for (const auto& [entry, dialog] :
+        {std::pair{&main.mnuFileMidi, "frmAddMidiWav"}, {&main.mnuEditWaveLink, "frmAddMidiWav"},
+            {&main.mnuViewSlideshow, "frmSSP"}, {&main.mnuHelpAbout, "frmAbout"}})
+        in<Form>(*entry, dialog, [](Form&) {});
+    main.dialogs().showFullScreen();
     ASSERT_EQ(desktop.formsCount(), 2);
-    program->mainWindow()().unload();
+    main.unload();
     EXPECT_EQ(desktop.formsCount(), 0);
     EXPECT_EQ(desktop.run(), 0);
 }
@@ -132,93 +194,14 @@ TEST_F(Start, OfAReadOnlyLibraryWorksOnTheInstalledCopy)
         folder.write("Library/Photo_Info/" + name + ".jpg.info", "PhotoPath=\\Photos\\a.jpg\r\n");
     folder.write("Library/Photo_SlideGroups/Trip.lst", "a.jpg\r\nnone.jpg\r\n");
     const auto before = everything("Library");
-    make(folder.inside("Library"));
-    desktop.files().setFaultHook(readOnlyBelow(folder.inside("Library")));
-    EXPECT_EQ(runMain(), 0) << "and asks for no thumbnail";
+    EXPECT_EQ(start({}, readOnlyBelow(folder.inside("Library"))), 0) << "and asks for no thumbnail";
     EXPECT_EQ(everything("Library"), before);
     const std::string moved = "data/OmbrelaneWorks/Trovarium/CD-5/Photo_Slidegroups/";
     EXPECT_EQ(folder.read(moved + "Trip.lst"), "a.jpg\r\n");
     EXPECT_EQ(folder.read(moved + "  All Photos  .lst"), "a.jpg\r\nb.jpg\r\n");
 }
 
-// A library that takes in two photographs, finds them and brings them out again, by the entries of the main window.
-class RoundTrip : public Start {
-protected:
-    template <class Dialog>
-    void in(Menu& entry, const char* name, const std::function<void(Dialog&)>& story)
-    {
-        robot.whenShown(name, [&] {
-            story(dynamic_cast<Dialog&>(*desktop.activeForm()));
-            desktop.activeForm()->unload();
-        });
-        robot.choose(entry);
-    }
-    void fillIn(int cell, const std::string& title)
-    {
-        robot.doubleClick(main->imgThumbnail(cell));
-        robot.click(main->cmdEditPhotoInfo);
-        main->txtTitle.Text = title;
-        main->txtYear.Text = "1998";
-        main->txtPeople.Text = "Ren\u00E9";
-        robot.click(main->cmdEditPhotoInfo);
-        robot.click(main->pctAlbumList(0));
-    }
-    void prepare()
-    {
-        end();
-        for (const fs::directory_entry& entry : fs::directory_iterator(folder.path()))
-            fs::remove_all(entry.path());
-        for (const std::string name :
-            {"Library/Photos", "Library/Photo_Info", "Library/Photo_SlideGroups", "in", "out"})
-            fs::create_directories(folder.native(name));
-        COWReg().SetOWSetting("Trovarium", "Options", "FirstTime", "False");
-        for (const std::string& name : names)
-            folder.write("in/" + name, plainBitmap(20, static_cast<int>(name.size())));
-        desktop.files().setModified(folder.inside("in\\" + names[0]), Instant(std::chrono::seconds(1000000000)));
-        for (const std::string name : {"1.jpg", "2.jpg"}) {
-            folder.write("Library/Photos/" + name, plainBitmap(4, 3));
-            folder.write("Library/Photo_Info/" + name + ".info", "PhotoPath=\\Photos\\" + name + "\r\nTITLE=mine\r\n");
-        }
-        folder.write("Library/Photo_SlideGroups/Gr\u00F6\u00DFe \u5C71.lst", "1.jpg\r\n2.jpg\r\n");
-    }
-    std::size_t countIn(const std::string& place) const { return everything("Library/" + place + "/").size(); }
-    void travel()
-    {
-        main = &program->mainWindow()();
-        in<frmImport>(main->mnuFileImport, "frmImport", [&](frmImport& form) {
-            form.Dir1.Path = folder.inside("in");
-            form.chkOptions(3).Value = 0;
-            for (int i = 0; i < form.File1.ListCount(); ++i)
-                form.File1.setSelected(i, true);
-            robot.click(form.cmdAddFile);
-            robot.click(form.cmdImport);
-        });
-        fillIn(2, "\u00C4");
-        fillIn(3, "\u00C4, \u5C71");
-        in<frmSearch>(main->mnuEditSearchAppend, "frmSearch", [&](frmSearch& form) {
-            form.txtTitle.Text = "\u00E4";
-            robot.click(form.cmdSearch);
-            form.cmbGroupName.Text = "Gr\u00F6\u00DFe \u5C71";
-            robot.click(form.cmdSave);
-        });
-        robot.click(main->pctAlbumList(1));
-        robot.click(main->imgThumbnail(2));
-        robot.click(main->imgThumbnail(3), LeftButton, CtrlKey);
-        in<frmExport>(main->mnuFileExport, "frmExport", [&](frmExport& form) {
-            form.Dir1.Path = folder.inside("out");
-            form.chkExport(2).Value = 1;
-            robot.click(form.cmdExport);
-            form.optExportInfo(0).Value = true;
-            robot.click(form.cmdExport);
-        });
-    }
-
-    const std::vector<std::string> names{"Z\u00FCrich.jpg", "\u5C71.bmp"};
-    Robot robot{desktop};
-    frmMain* main = nullptr;
-};
-
-TEST_F(RoundTrip, BringsOutWhatWentInAndKilledAtAnyWriteLosesNothingAndTheNextStartRepairsTheRest)
+TEST_F(Start, BringsOutWhatWentInAndKilledAtAnyWriteLosesNothingAndTheNextStartRepairsTheRest)
 {
     if (getenv(FolderVariable)) {
         start();

@@ -4,11 +4,11 @@
 #include "store/Log.h"
 #include "support/FailureOf.h"
 #include "support/Robot.h"
+#include "support/ScriptedPrompts.h"
 #include "support/TestAlbum.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <tuple>
 
@@ -19,31 +19,10 @@ namespace {
 using Lines = std::vector<std::string>;
 using enum FileOperation;
 
-std::string shown(const PhotoInfo& info)
-{
-    std::string text;
-    for (const std::string& field :
-        {info.PhotoLink, info.Title, info.Photographer, info.Year, info.People, info.Place, info.Event, info.Keywords})
-        text += field + "|";
-    return text + std::to_string(info.ImageWidth) + "x" + std::to_string(info.ImageHeight);
-}
-
-constexpr std::size_t Line = 103;
-
-// A log of exactly `size` bytes: a header that fills up, and lines that differ.
-std::string filled(std::size_t size)
-{
-    std::string text = std::string(size % Line + Line - 2, 'h') + "\r\n";
-    while (text.size() < size)
-        text += std::to_string(1'000'000 + text.size()) + std::string(Line - 9, '.') + "\r\n";
-    return text;
-}
-
 class Store : public testing::Test {
 protected:
     std::string bytes(std::string_view name) { return test.bytes(folder + std::string(name)); }
     Lines lists() { return test.files().list(folder + "*"); }
-    // As each start does it.
     void start()
     {
         readFolderSettings(album);
@@ -67,14 +46,9 @@ protected:
     const std::string logPath = test.library() + "\\Trovarium.Log";
 };
 
-using GroupFile = Store;
-using InfoFile = Store;
-using LibraryFolders = Store;
-using Log = Store;
-
 } // namespace
 
-TEST_F(GroupFile, IsReadLineByLineAndOneThatWasNotOrIsTooLongForAWalkIsNeverRewritten)
+TEST_F(Store, AListIsReadLineByLineAndOneThatWasNotOrIsTooLongForAWalkIsNeverRewritten)
 {
     const auto changesNothing = [this](const std::string& before) {
         EXPECT_FALSE(ReorderGroupFile(album, "G.lst", 2) || AddToGroup(album, "G.lst"));
@@ -82,9 +56,6 @@ TEST_F(GroupFile, IsReadLineByLineAndOneThatWasNotOrIsTooLongForAWalkIsNeverRewr
         EXPECT_TRUE(bytes("G.lst") == before);
         EXPECT_EQ(test.files().freeFile(), 1);
     };
-    test.put(folder + "G.lst", "");
-    EXPECT_TRUE(readGroupList(album, "G.lst"));
-    EXPECT_EQ(read(), Lines{""});
     test.put(folder + "G.lst", "a.jpg\r\n\r\n b.jpg \nZ\xFCrich.jpg\r\nŁódź.jpg");
     test.showGroup({"old", "old"}, {1, 2});
     EXPECT_TRUE(readGroupList(album, "G.lst"));
@@ -97,8 +68,6 @@ TEST_F(GroupFile, IsReadLineByLineAndOneThatWasNotOrIsTooLongForAWalkIsNeverRewr
     EXPECT_EQ(read(), (Lines{"", "a*"})) << "the old flags stay";
     test.files().setFaultHook({});
     changesNothing(joinedLines({"a", "b"}));
-    EXPECT_FALSE(readGroupList(album, "none.lst"));
-    EXPECT_EQ(read(), Lines{""});
     EXPECT_EQ(test.log(), "");
 
     const Lines lines(32768, "p.jpg");
@@ -108,13 +77,13 @@ TEST_F(GroupFile, IsReadLineByLineAndOneThatWasNotOrIsTooLongForAWalkIsNeverRewr
     changesNothing(joinedLines(lines));
 }
 
-TEST_F(GroupFile, LosesOnlyLinesThatAgreeInPositionAndName)
+TEST_F(Store, AListLosesOnlyLinesThatAgreeInPositionAndName)
 {
+    test.files().open(test.library() + "\\reporting", OpenMode::Output, 1);
     using Case = std::tuple<Lines, std::vector<int>, Lines>;
     for (const auto& [file, selected, kept] : {Case{{"a", "b", "c", "d"}, {2, 4}, {"a", "c"}},
              {{"a", "B", "c", "d", "e"}, {2}, {"a", "c", "d", "e"}}, {{"b", "c", "d"}, {2, 3}, {"b", "c", "d"}}}) {
         test.putGroup("G.lst", file);
-        std::filesystem::permissions(toNativePath(folder + "G.lst"), std::filesystem::perms::owner_all);
         test.put(folder + "temp.group", "left behind");
         test.showGroup({"a", "b", "c", "d"}, selected);
         for (const FileOperation failing : {Open, LineInput, Print, Close, Copy}) {
@@ -122,17 +91,15 @@ TEST_F(GroupFile, LosesOnlyLinesThatAgreeInPositionAndName)
             EXPECT_FALSE(RemoveFromGroupFile(album, "G.lst"));
             test.files().setFaultHook({});
             EXPECT_EQ(bytes("G.lst"), joinedLines(file));
-            EXPECT_EQ(test.files().freeFile(), 1);
+            EXPECT_EQ(test.files().freeFile(), 2);
         }
         EXPECT_TRUE(RemoveFromGroupFile(album, "G.lst"));
         EXPECT_EQ(bytes("G.lst"), joinedLines(kept));
-        EXPECT_EQ(
-            std::filesystem::status(toNativePath(folder + "G.lst")).permissions(), std::filesystem::perms::owner_all);
         EXPECT_EQ(lists(), Lines{"G.lst"});
     }
 }
 
-TEST_F(GroupFile, MovesTheSelectedLinesAsOneBlock)
+TEST_F(Store, TheSelectedLinesMoveAsOneBlock)
 {
     using Case = std::tuple<std::vector<int>, int, std::string>;
     for (const auto& [selected, dropPosition, names] :
@@ -146,7 +113,7 @@ TEST_F(GroupFile, MovesTheSelectedLinesAsOneBlock)
     }
 }
 
-TEST_F(GroupFile, AListOfAnotherCaseIsTheOneThatIsMeant)
+TEST_F(Store, AListOfAnotherCaseIsTheOneThatIsMeant)
 {
     test.putGroup("Trip.LST", {"a", "b"});
     test.showGroup({"a", "b"}, {0, 1}); // element 0 is no photograph, but its flag counts
@@ -172,11 +139,10 @@ TEST(GroupName, IsMendedWhereAFileCannotBearItAndMarksTheGroupOfAllInAnyCase)
         EXPECT_EQ(text, mended);
     }
     EXPECT_EQ(groupNameOf("a.b.lst"), "a");
-    EXPECT_TRUE(isAllPhotosGroup("  all PHOTOS  "));
-    EXPECT_FALSE(isAllPhotosGroup("All Photos"));
+    EXPECT_TRUE(isAllPhotosGroup("  all PHOTOS  ") && !isAllPhotosGroup("All Photos"));
 }
 
-TEST_F(InfoFile, ReadsItsLinesAsTheFormatTells)
+TEST_F(Store, AnInformationFileIsReadAsItsFormatTells)
 {
     using Case = std::tuple<std::string, bool, std::string>;
     // Without a file link and size stay as they were.
@@ -193,12 +159,16 @@ TEST_F(InfoFile, ReadsItsLinesAsTheFormatTells)
             test.put(path, bytes);
         PhotoInfo info{"last", "t", "ph", "y", "pe", "pl", "e", "k", 7, 8};
         EXPECT_EQ(readInfoFile(album, "a.jpg.info", info), whole);
-        EXPECT_EQ(shown(info), read) << bytes;
+        std::string fields;
+        for (const std::string& field : {info.PhotoLink, info.Title, info.Photographer, info.Year, info.People,
+                 info.Place, info.Event, info.Keywords})
+            fields += field + "|";
+        EXPECT_EQ(fields + std::to_string(info.ImageWidth) + "x" + std::to_string(info.ImageHeight), read) << bytes;
         EXPECT_EQ(test.files().freeFile(), 1) << bytes;
     }
 }
 
-TEST_F(InfoFile, IsWrittenAsTenLinesWhereItWasReadAndWholeOrNotAtAll)
+TEST_F(Store, AnInformationFileIsWrittenAsTenLinesWhereItWasReadAndWholeOrNotAtAll)
 {
     test.showGroup({"x.jpg", "A.jpg"});
     album.info = {"/x\\Łódź.jpg", "Zürich", "P", "1999", "Q", "R=1", "", "U", -640, 0};
@@ -214,17 +184,13 @@ TEST_F(InfoFile, IsWrittenAsTenLinesWhereItWasReadAndWholeOrNotAtAll)
     EXPECT_EQ(test.bytes(path),
         "PhotoPath=/x\\Łódź.jpg\r\nTITLE=Z\xFCrich\r\nPHOTOGRAPHER=P\r\nYEAR=1999\r\nPEOPLE=Q\r\nPLACE=R=1\r\n"
         "EVENT=\r\nKEYWORDS=U\r\nImageWidth=-640\r\nImageHeight=0\r\n");
-    PhotoInfo read{"", "", "", "", "", "", "left over", "", 0, 0};
-    EXPECT_TRUE(readInfoFile(album, "a.jpg.info", read));
-    EXPECT_EQ(shown(read), shown(album.info));
-
     ASSERT_TRUE(CreateInfoFile(test.files(), path, "\\Photos\\a.jpg"));
     EXPECT_EQ(test.bytes(path),
         joinedLines({"PhotoPath=\\Photos\\a.jpg", "TITLE=" + path,
             "PHOTOGRAPHER=", "YEAR=", "PEOPLE=", "PLACE=", "EVENT=", "KEYWORDS=", "ImageWidth=", "ImageHeight="}));
 }
 
-TEST_F(InfoFile, GivesTheLinkOfTheFirstLineWithItsKeyWhichHoldsWhenThePhotographIsThereAndNotEmpty)
+TEST_F(Store, TheLinkIsThatOfTheFirstLineWithItsKeyAndHoldsWhenThePhotographIsThereAndNotEmpty)
 {
     const std::string inside = test.library() + "\\";
     // The fall-back asks the program's folder and not the setting.
@@ -247,56 +213,64 @@ TEST_F(InfoFile, GivesTheLinkOfTheFirstLineWithItsKeyWhichHoldsWhenThePhotograph
     EXPECT_EQ(GetPhotoLink(album, "a.jpg.info"), "");
     EXPECT_EQ(test.files().freeFile(), 2) << "a read that fails leaves its file open";
 
-    test.files().setFaultHook({});
     test.put(own.PhotoPath + "full.jpg", "x");
     test.put(own.PhotoPath + "empty.jpg", "");
     for (const auto& [link, holds] : {std::pair{own.PhotoPath + "full.jpg", true}, {"\\Photos\\full.jpg", true},
              {own.PhotoPath + "empty.jpg", false}, {"\\Photos\\empty.jpg", false}, {"\\Photos\\none.jpg", false},
              {"full.jpg", false}, {"", false}})
         EXPECT_EQ(CheckPhotoLink(album, link), holds) << link;
+    EXPECT_NE(test.log().find("in 'CheckPhotoLink'. Error = File not found\r\n"), std::string::npos);
     EXPECT_FALSE(isVideoFile("a.jpg") || isVideoFile("avi"));
     EXPECT_TRUE(isVideoFile("a.Avi") && isVideoFile("b.mov") && isVideoFile("c.MPG"));
 }
 
-TEST_F(LibraryFolders, PathsAreSplitAtTheLastBackslashAndParsedIntoTrimmedFields)
+TEST_F(Store, PathsAreSplitAtTheLastBackslashAndParsedIntoTrimmedFields)
 {
     EXPECT_EQ(SplitPath("/ann\\a.jpg").Folder + "|" + SplitPath("/ann\\a.jpg").FileName, "/ann\\|a.jpg");
     EXPECT_EQ(SplitPath("a.jpg").Folder + "|" + SplitPath("a.jpg").FileName, "|a.jpg");
-    using Case = std::tuple<std::string_view, std::string_view, std::int16_t, std::string_view>;
+    using Case = std::tuple<std::string_view, std::string_view, std::int16_t, FieldArray>;
     for (const auto& [text, delimiters, maxFields, parsed] :
-        {Case{"/home\\ Zoë \\\\ x\\ y ", "\\", 20, "/home|Zoë||x|y"}, {"a,b;c", ",;", 20, "a|b|c"},
-            {"a,b,c,d", ",", 2, "a|b"}, {"", ",", 20, ""}}) {
+        {Case{"/home\\ Zoë \\\\ x\\ y ", "\\", 20, {"/home", "Zoë", "", "x", "y"}},
+            {"a,b;c", ",;", 21, {"a", "b", "c"}}, {"a,b,c,d", ",", 2, {"a", "b"}}, {"", ",", 20, {}}}) {
         FieldArray fields{"left over"};
         ParseFields(album, text, delimiters, fields, maxFields);
-        std::string joined;
-        for (const std::string& field : fields)
-            joined += field + "|";
-        EXPECT_EQ(joined.substr(0, joined.find_last_not_of('|') + 1), parsed);
+        EXPECT_EQ(fields, parsed) << text;
     }
     FieldArray fields;
     ParseFields(album, "a", ",", fields, 22);
     EXPECT_NE(test.log().find("in 'Form_Click'. Error = Subscript out of range\r\n"), std::string::npos);
 }
 
-TEST_F(LibraryFolders, TheReadOnlyTestLeavesNothingBehindAndSparesAFileOfItsName)
+TEST_F(Store, TheReadOnlyTestSparesAFileOfItsNameAndNeitherItNorAKilledRunLeavesAnythingBehind)
 {
-    const auto before = test.allFiles();
+    auto before = test.allFiles();
     EXPECT_FALSE(IsFolderReadOnly(album, test.library()) || IsFolderReadOnly(album, ""));
     EXPECT_EQ(test.allFiles(), before);
     test.put(test.library() + "\\test.txt", "mine");
     EXPECT_FALSE(IsFolderReadOnly(album, test.library() + "\\"));
     test.failAt(FileOperation::Exists);
     EXPECT_FALSE(IsFolderReadOnly(album, test.library()));
-    test.files().setFaultHook({});
     EXPECT_EQ(test.bytes(test.library() + "\\test.txt"), "mine");
     EXPECT_FALSE(album.ReadOnlyLibrary);
     EXPECT_TRUE(IsFolderReadOnly(album, test.library() + "\\none"));
-    EXPECT_FALSE(IsFolderReadOnly(album, test.library()));
     EXPECT_TRUE(album.ReadOnlyLibrary);
+
+    before = test.allFiles();
+    for (const bool isSkipped : {true, false}) {
+        album.AutoCheckBypass = isSkipped;
+        for (const std::string& path : {own.PhotoPath, own.InfoPath, own.SlideGroupPath, own.AudioPath, own.MidiPath}) {
+            test.put(path + ".new-99999999-0", "half");
+            test.files().setModified(path + ".new-99999999-0", Instant());
+            if (!isSkipped)
+                test.files().list(path + "*"); // as the check does
+        }
+        removeLeftOvers(album);
+        EXPECT_EQ(test.allFiles(), before) << isSkipped;
+    }
 }
 
 // Nothing below the program's folder can be written: not the test, not the log, not a scratch file.
-TEST_F(LibraryFolders, OfAReadOnlyOneTheTextsMoveAndKeepEditsUntilTheMediumIsNewer)
+TEST_F(Store, OfAReadOnlyLibraryTheTextsMoveAndKeepEditsUntilTheMediumIsNewer)
 {
     const Instant day{std::chrono::sys_days{std::chrono::year{2001} / 2 / 3}};
     const auto put = [&](const std::string& name, const std::string& text, Instant date) {
@@ -316,16 +290,12 @@ TEST_F(LibraryFolders, OfAReadOnlyOneTheTextsMoveAndKeepEditsUntilTheMediumIsNew
     });
     start();
     const std::string moved = test.folder().inside("not\\there\\yet\\CD-5\\");
-    const std::string info = test.paths().InfoPath;
-    EXPECT_EQ(info, moved + "Photo_Info\\");
+    const std::string info = moved + "Photo_Info\\";
     EXPECT_EQ(test.bytes(moved + "Photo_Slidegroups\\Trip.lst"), "a.jpg\r\n");
-    EXPECT_EQ(test.paths().PhotoPath, own.PhotoPath);
     const auto texts = [&] {
         return test.bytes(info + "a") + "|" + test.bytes(info + "b") + "|" + test.bytes(info + "c");
     };
     EXPECT_EQ(texts(), "medium||medium");
-    logFailure(album, "Main", Failure(FailureKind::FileNotFound));
-    EXPECT_EQ(test.log(), "");
 
     test.files().setFaultHook(readOnly);
     test.put(info + "a", "edited");
@@ -338,9 +308,17 @@ TEST_F(LibraryFolders, OfAReadOnlyOneTheTextsMoveAndKeepEditsUntilTheMediumIsNew
     EXPECT_FALSE(MakeNestedFolders(album, info + "a\\below a file\\"));
     std::filesystem::resize_file(toNativePath(own.PhotoPath + "a.jpg"), 2'147'483'648);
     EXPECT_EQ(GetMediaFolderName(album, test.library()), "CD-236456") << "of more than the number holds";
+
+    // Nothing at all can be read or written, and the settings are not there.
+    test.files().setFaultHook([](FileOperation, std::string_view) { throw Failure(FailureKind::DeviceIo); });
+    album.settingsStore.reset();
+    test.paths().SlideGroupPath.clear();
+    ScriptedPrompts prompts(testDesktop());
+    prompts.expectNotice("Critical Error-SubCheckDirPath: SlideGroup path is blank!");
+    EXPECT_EQ(testDesktop().guarded([this] { CheckDirPaths(album, testDesktop()); }), 1);
 }
 
-TEST_F(LibraryFolders, StandWhereTheSettingsPutThem)
+TEST_F(Store, FoldersStandWhereTheSettingsPutThem)
 {
     EXPECT_EQ(own.ThumbnailPath + own.AudioPath + own.MidiPath,
         test.library() + "\\Photo_Thumbnails\\" + test.library() + "\\Photo_Audio\\" + test.library()
@@ -349,60 +327,51 @@ TEST_F(LibraryFolders, StandWhereTheSettingsPutThem)
         {std::pair{&AlbumPaths::PhotoPath, "Photos"}, {&AlbumPaths::ThumbnailPath, "Thumbnails"},
             {&AlbumPaths::InfoPath, "Info"}, {&AlbumPaths::SlideGroupPath, "SlideGroups"},
             {&AlbumPaths::AudioPath, "AudioClips"}, {&AlbumPaths::MidiPath, "MidiMusic"}}) {
-        for (const std::string value : {"", "/elsewhere"}) { // no backslash is added
-            test.setSetting("SourceFolders", key, value);
-            start();
-            EXPECT_EQ(test.paths().*path, value) << key;
-        }
+        test.setSetting("SourceFolders", key, "/elsewhere"); // no backslash is added
+        test.setSetting("Options", key, "of another section");
+        start();
+        EXPECT_EQ(test.paths().*path, "/elsewhere") << key;
     }
     std::filesystem::remove_all(test.settingsFolder());
     std::filesystem::create_directories(test.settingsFolder() + "/settings.txt");
     EXPECT_FALSE(album.Settings().SetOWSetting("Trovarium", "Options", "AutoFix", "True"));
-    EXPECT_FALSE(album.ReadOnlyLibrary);
 }
 
-TEST_F(Log, BeginsWithItsCreationAndTellsProcedureAndError)
+TEST_F(Store, ALogBeginsWithItsCreationAndLosesItsFirstLinesBeyondEightyThousandBytesAndNothingByAFailure)
 {
-    logFailure(test.album(), "LoadGroupNames", Failure(FailureKind::PathNotFound));
-    WriteLogLine(test.album(), logPath, "more");
+    logFailure(album, "LoadGroupNames", Failure(FailureKind::FileNotFound));
+    WriteLogLine(album, logPath, "more");
     std::string log = test.log();
-    std::replace_if(
-        log.begin(), log.end(), [](char c) { return c >= '0' && c <= '9'; }, '0');
-    for (std::size_t at = 0; (at = log.find("PM: ")) != std::string::npos;)
-        log[at] = 'A';
+    for (char& c : log)
+        c = c >= '0' && c <= '9' ? '0' : c == 'P' ? 'A' : c;
     EXPECT_EQ(log,
-        "Created 00/00/00 00:00\r\n00/00/00  00:00:00AM: An error has occurred in 'LoadGroupNames'. Error = Path not "
+        "Created 00/00/00 00:00\r\n00/00/00  00:00:00AM: An error has occurred in 'LoadGroupNames'. Error = File not "
         "found\r\n00/00/00  00:00:00AM: more\r\n");
-}
 
-TEST_F(Log, LosesItsFirstLinesBeyondEightyThousandBytesAndNothingByAFailure)
-{
-    const std::string beyond = filled(80'001);
-    const std::string header = beyond.substr(0, 80'001 % Line + Line);
-    std::string twoByteLetters = header;
-    for (int i = 0; i < 10'000; ++i)
-        twoByteLetters += i % 200 == 199 ? "Ł\r\n" : "Ł";
-    const std::string rest = std::string(70'000, 'x') + "\r\n";
-    for (const auto& [before, kept] : {std::pair{filled(80'000), filled(80'000)},
-             // Ninety-nine lines are one character short of the 10,000, so the hundredth goes too.
-             {beyond, header + beyond.substr(header.size() + 100 * Line)},
-             // Characters count, not bytes.
-             {twoByteLetters + rest, header + rest}}) {
-        test.put(logPath, before);
-        WriteLogLine(test.album(), logPath, "new");
+    std::string letters;
+    for (int i = 0; i < 5000; ++i)
+        letters += "Ł";
+    const std::string rest(70'000, 'x');
+    const Lines beyond{"head", std::string(79'993, 'x')}; // with their ends a byte too many
+    for (const auto& [before, kept] :
+        {std::pair{Lines{"head", beyond[1].substr(1)}, Lines{"head", beyond[1].substr(1)}}, {beyond, {"head"}},
+            {{"head", std::string(9'999, 'x'), "10,000", "c", rest}, {"head", "c", rest}},
+            // Characters count, not bytes.
+            {{"head", letters, letters, "c", rest}, {"head", "c", rest}}}) {
+        test.put(logPath, joinedLines(before));
+        WriteLogLine(album, logPath, "new");
         const std::string text = test.log();
-        EXPECT_TRUE(text.ends_with("M: new\r\n"));
-        EXPECT_EQ(text.substr(0, text.rfind('\n', text.size() - 2) + 1), kept);
-        EXPECT_FALSE(test.isThere(test.library() + "\\LogFile.tmp"));
+        EXPECT_TRUE(text.starts_with(joinedLines(kept)) && text.ends_with("M: new\r\n"));
+        EXPECT_EQ(text.size(), joinedLines(kept).size() + 27);
     }
     for (const auto& [operation, name] : {std::pair{Open, "Trovarium.Log"}, {Open, "LogFile.tmp"},
              {Print, "LogFile.tmp"}, {Close, "LogFile.tmp"}, {Delete, "Trovarium.Log"}}) {
-        test.put(logPath, beyond);
+        test.put(logPath, joinedLines(beyond));
         test.files().open(test.library() + "\\reporting", OpenMode::Output, 1);
         test.failAt(operation, name);
-        WriteLogLine(test.album(), logPath, "new");
+        WriteLogLine(album, logPath, "new");
         test.files().setFaultHook({});
-        EXPECT_TRUE(test.log() == beyond) << name;
+        EXPECT_TRUE(test.log() == joinedLines(beyond)) << name;
         EXPECT_EQ(test.files().freeFile(), 1) << name;
     }
 }

@@ -1,33 +1,21 @@
 #include "ViewerWindow.h"
 
-#include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Keys.h"
 #include "platform/toolkit/Screen.h"
 
 namespace trovarium {
 
-namespace {
-
-class FullScreenTest : public ViewerWindow {
-protected:
+struct FullScreenTest : ViewerWindow {
     const float width = desktop.Screen().Width();
     const float height = desktop.Screen().Height();
 };
 
-} // namespace
-
 TEST_F(FullScreenTest, KeysStepThroughPicturesThatFillTheScreenOneWay)
 {
-    const int pixelsWide = static_cast<int>(width / TwipsPerPixel);
-    const int pixelsHigh = static_cast<int>(height / TwipsPerPixel);
-    putPhoto("p1.jpg", pixelsWide / 8, pixelsHigh / 2);
-    putPhoto("p2.jpg", pixelsWide / 2, pixelsHigh / 8);
-    putPhoto("p3.jpg", pixelsWide, pixelsHigh);
-    putPhoto("p4.jpg", pixelsWide * 2, pixelsHigh);
-    const std::vector<std::vector<long>> places{place(width * 3 / 8, 0, width / 4, height),
-        place(0, height * 3 / 8, width, height / 4), place(0, 0, width, height),
-        place(0, height / 4, width, height / 2)};
-    openAlbum(names(4));
+    openAlbum({{"p1.jpg", 10, 100}, {"p2.jpg", 1000, 10}, {"p3.jpg", 100, 100}, {"p4.jpg", 400, 100}});
+    const std::vector<long> places[] = {place((width - height / 10) / 2, 0, height / 10, height),
+        place(0, (height - width / 100) / 2, width, width / 100), place((width - height) / 2, 0, height, height),
+        place(0, (height - width / 4) / 2, width, width / 4)};
     robot.click(main().imgThumbnail(0));
     robot.choose(main().mnuViewFullscreen);
     ASSERT_TRUE(isFullScreen());
@@ -41,7 +29,7 @@ TEST_F(FullScreenTest, KeysStepThroughPicturesThatFillTheScreenOneWay)
         EXPECT_EQ(view().CurrentIndex, shows);
         EXPECT_EQ(main().tmrSlideShow.Enabled(), timer);
         EXPECT_EQ(picture.Picture(), main().pctBox(0).Picture());
-        EXPECT_EQ(place(picture), places[static_cast<std::size_t>(shows - 1)]);
+        EXPECT_EQ(place(picture), places[shows - 1]);
     }
     setShowTimer(true);
     test.put(test.paths().PhotoPath + "p2.jpg", "damaged since then");
@@ -54,9 +42,7 @@ TEST_F(FullScreenTest, KeysStepThroughPicturesThatFillTheScreenOneWay)
 
 TEST_F(FullScreenTest, EveryWayBackEndsTheShowAndLeavesItsViewMode)
 {
-    for (const char* name : {"clip.avi", "p2.jpg"})
-        putPhoto(name, 100, 60);
-    openAlbum({"clip.avi", "p2.jpg"});
+    openAlbum({{"clip.avi"}, {"p2.jpg"}});
     display(2);
     pressRowNamed("Alps");
     const auto beside = [this] { robot.click(fullScreen(), At{1, 1}); };

@@ -4,8 +4,6 @@
 #include "viewer/frmFullScreen.h"
 
 #include <cmath>
-#include <string>
-#include <vector>
 
 namespace trovarium {
 
@@ -13,8 +11,7 @@ namespace trovarium {
 inline constexpr At BesideLabel{3, 3};
 
 // The main window with photographs of known sizes in its group "Alps", and the full screen that it opens.
-class ViewerWindow : public MainWindow {
-protected:
+struct ViewerWindow : MainWindow {
     ViewerWindow()
     {
         main().dialogs().showFullScreen = [this] {
@@ -28,21 +25,23 @@ protected:
             fullScreen().unload();
     }
 
-    // A photograph of the library of that size in pixels.
-    void putPhoto(const std::string& name, int width, int height, const Names& lines = {})
+    struct Photo {
+        std::string name;
+        int width = 100; // pixels
+        int height = 60;
+        Names lines = {}; // of its information, behind the link
+    };
+    void openAlbum(const std::vector<Photo>& photos)
     {
-        test.put(test.paths().PhotoPath + name, plainBitmap(width, height));
-        putInfo(name, lines);
-    }
-    // The information alone, with `lines` behind the link.
-    void putInfo(const std::string& name, const Names& lines)
-    {
-        test.put(test.paths().InfoPath + name + ".info", "PhotoPath=\\Photos\\" + name + "\r\n" + joinedLines(lines));
-    }
-    void openAlbum(const Names& names)
-    {
-        putGroup("  All Photos  ", names);
-        putGroup("Alps", names);
+        Names all;
+        for (const Photo& photo : photos) {
+            all.push_back(photo.name);
+            test.put(test.paths().PhotoPath + photo.name, plainBitmap(photo.width, photo.height));
+            test.put(test.paths().InfoPath + photo.name + ".info",
+                "PhotoPath=\\Photos\\" + photo.name + "\r\n" + joinedLines(photo.lines));
+        }
+        putGroup("  All Photos  ", all);
+        putGroup("Alps", all);
         open();
         pressRowNamed("Alps");
     }
@@ -60,8 +59,8 @@ protected:
     // In the middle of the frame.
     bool frameShows(float width, float height)
     {
-        const Image& picture = main().imgbox;
-        return picture.Visible() && place(picture) == place((545 - width) / 2, (469 - height) / 2, width, height);
+        return main().imgbox.Visible()
+            && place(main().imgbox) == place((545 - width) / 2, (469 - height) / 2, width, height);
     }
     static std::string logged(const std::string& procedure, const std::string& description)
     {
@@ -78,7 +77,6 @@ protected:
     frmFullScreen& fullScreen() { return m_fullScreen(); }
     bool isFullScreen() const { return m_fullScreen.isLoaded(); }
 
-private:
     FormSlot<frmFullScreen> m_fullScreen{
         desktop, [this] { return std::make_unique<frmFullScreen>(desktop, test.album(), main()); }};
 };

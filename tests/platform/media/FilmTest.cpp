@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <random>
 #include <sys/stat.h>
 
@@ -48,7 +47,6 @@ TEST(Films, PlayPauseSeekAndEnd)
         EXPECT_NEAR(1.0, graph.get_Duration(), 0.1);
         EXPECT_NEAR(0.0, graph.get_CurrentPosition(), 0.02);
         EXPECT_EQ(0, frameOn(*film.surface)) << "the first frame is there at once";
-        EXPECT_EQ(0xff, film.surface->shown().frame->pixels[0] >> 24);
         graph.put_CurrentPosition(0.48);
         EXPECT_TRUE(testDesktop().waitUntil([&] { return frameOn(*film.surface) == 12; }, 2000));
         EXPECT_NEAR(0.48, graph.get_CurrentPosition(), 0.021);
@@ -84,7 +82,7 @@ TEST(Films, PlayPauseSeekAndEnd)
     EXPECT_LT(frame.pixels[48 * 48 + 24] & 0xff, 60u);
 }
 
-TEST(Films, OpenNothingButAFilm)
+TEST(Films, OpenNothingButAFilmAndDamageNeitherCrashesNorHangs)
 {
     const TemporaryFolder folder;
     folder.write("list.avi", "#EXTM3U\n" FILMS "/silent.avi\n");
@@ -98,16 +96,10 @@ TEST(Films, OpenNothingButAFilm)
         EXPECT_EQ("Invalid procedure call or argument", failureOf([&] { graph->Run(); })) << name;
     }
     EXPECT_EQ("Device unavailable", failureOf([] { MpvLibrary("libabsent.so"); }));
-}
 
-// TROVARIUM_DAMAGED_FILMS is the count for each kind.
-TEST(Films, DamageNeitherCrashesNorHangs)
-{
-    const char* wanted = std::getenv("TROVARIUM_DAMAGED_FILMS");
-    const TemporaryFolder folder;
     std::mt19937 random(10);
     for (const char* name : {"sound.avi", "sound.mov", "sound.mpg"})
-        for (int left = wanted != nullptr ? std::atoi(wanted) : 20; left > 0; --left) {
+        for (int left = 20; left > 0; --left) {
             testDesktop().files().copy(Clips + name, folder.inside("damaged"));
             std::string bytes = folder.read("damaged");
             for (unsigned n = random() % 200; n > 0; --n)

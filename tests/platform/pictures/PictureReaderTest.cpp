@@ -166,7 +166,7 @@ struct PictureReader : PictureFolder {
 
 } // namespace
 
-TEST_F(PictureReader, APhotographStandsUprightByItsOrientation)
+TEST_F(PictureReader, APhotographStandsUprightByItsOrientationAndEveryKindOfJpegKeepsItsColours)
 {
     constexpr std::array Degrees = {0, 0, 0, 180, 180, 270, 90, 90, 270, 0};
     // Neither side is a multiple of the rows that are turned at once.
@@ -174,19 +174,13 @@ TEST_F(PictureReader, APhotographStandsUprightByItsOrientation)
     const QImage upright = loaded(stored);
     for (const bool bigEndian : {false, true})
         for (char orientation = 0; orientation <= 9; ++orientation) {
-            SCOPED_TRACE(int{orientation});
             const bool mirrored = orientation == 2 || orientation == 4 || orientation == 5 || orientation == 7;
             const QTransform turn = QTransform().rotate(Degrees.at(static_cast<std::size_t>(orientation)));
             const QImage expected = upright.mirrored(mirrored, false).transformed(turn);
-            EXPECT_EQ(loaded(withOrientation(stored, orientation, bigEndian)), expected);
-            const Picture reduced = pictures.loadReduced(inside("picture"), 15);
-            EXPECT_LT(reduced.data()->pixels.width(), expected.width());
-            EXPECT_LT(meanDifference(renderedImage(reduced), expected), 20);
+            EXPECT_EQ(loaded(withOrientation(stored, orientation, bigEndian)), expected) << int{orientation};
+            EXPECT_LT(meanDifference(renderedImage(pictures.loadReduced(inside("picture"), 15)), expected), 20);
         }
-}
 
-TEST_F(PictureReader, EveryKindOfJpegKeepsItsColours)
-{
     const QImage scene = testScene(40, 30).scaled(160, 120, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     const QImage grey = scene.convertToFormat(QImage::Format_Grayscale8);
     for (const bool progressive : {false, true})
@@ -239,11 +233,10 @@ TEST_F(PictureReader, AReducedPictureLooksLikeTheWholeOneBroughtDown)
     for (const std::string& file : {jpegBytes(scene), jpegBytes(scene, true), read("bitmap")}) {
         const QImage whole = loaded(file);
         for (const int longerSide : {50, 100, 130, 200}) {
-            SCOPED_TRACE(longerSide);
             const Picture picture = pictures.loadReduced(inside("picture"), longerSide);
+            const int kept = picture.data()->pixels.width();
+            EXPECT_TRUE(kept >= 4 * longerSide && kept < 1600) << kept << " for " << longerSide;
             EXPECT_EQ(QSize(picture.width(), picture.height()), scene.size());
-            EXPECT_LT(picture.data()->pixels.width(), 1600);
-            EXPECT_GE(picture.data()->pixels.width(), 4 * longerSide);
             const QSize size(longerSide, longerSide * 3 / 4);
             const QImage expected = whole.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
             EXPECT_LT(meanDifference(drawnImage(*picture.data(), size), expected), 1.0);
@@ -255,7 +248,7 @@ TEST_F(PictureReader, ATornJpegShowsWhatThereIsAndOneWithoutImageDataIsNone)
 {
     const QImage scene = testScene(320, 240);
     const std::string whole = jpegBytes(scene);
-    for (const std::string& file : {whole, jpegBytes(scene, true)}) {
+    for (const std::string& file : {jpegBytes(scene, true), whole}) {
         const QImage torn = loaded(file.substr(0, file.size() / 2));
         EXPECT_LT(meanDifference(torn.copy(0, 0, 320, 60), scene.copy(0, 0, 320, 60)), 16);
         EXPECT_TRUE(file != whole || torn.pixel(160, 239) == qRgb(128, 128, 128));
@@ -266,7 +259,7 @@ TEST_F(PictureReader, ATornJpegShowsWhatThereIsAndOneWithoutImageDataIsNone)
     EXPECT_EQ(loadFailure(whole.substr(0, scan + 14) + "\xFF\xD9"), "Invalid picture");
 }
 
-TEST_F(PictureReader, EveryKindOfBitmapIsReadWhenItIsWhole)
+TEST_F(PictureReader, EveryKindOfBitmapIsReadWhenItIsWholeAndAGifShowsItsFirstImage)
 {
     const std::string colours = "\0\0\xFF\0\0\xFF\0\0\xFF\0\0\0\xFF\xFF\xFF\0"s;
     const std::string oldColours = "\0\0\xFF\0\xFF\0\xFF\0\0\xFF\xFF\xFF"s;
@@ -296,9 +289,15 @@ TEST_F(PictureReader, EveryKindOfBitmapIsReadWhenItIsWhole)
     const QImage blended = loaded(bitmapFile(2, 1, 32, little(0x80ff0000, 8), alpha, 3, 56));
     EXPECT_EQ(blended.pixel(0, 0), qRgb(255, 127, 127)) << "on white";
     EXPECT_EQ(blended.pixelColor(1, 0), Qt::white);
+
+    EXPECT_EQ(loaded(gifBytes(2, 2)), quarters(2, 2));
+    EXPECT_EQ(loaded(gifBytes(2, 2, 0, 0, 2)).pixelColor(0, 1), Qt::white) << "transparent";
+    const QImage small = loaded(gifBytes(40, 30, 10, 20));
+    EXPECT_EQ(small.size(), QSize(40, 30));
+    EXPECT_EQ(small.copy(10, 20, 2, 2), quarters(2, 2));
 }
 
-TEST_F(PictureReader, AFileThatPromisesTooMuchIsRefusedByItsHeader)
+TEST_F(PictureReader, NoOtherFormatIsTriedAndAFileThatPromisesTooMuchIsRefused)
 {
     const std::string lines(64, '\x7F');
     std::string tiff = written(quarters(64, 64), "tiff");
@@ -306,7 +305,6 @@ TEST_F(PictureReader, AFileThatPromisesTooMuchIsRefusedByItsHeader)
         tiff.replace(tiff.find(std::string(side, 9)) + 8, 2, little(40000, 2));
     std::string jpeg = jpegBytes(quarters(64, 64));
     const std::size_t frame = jpeg.find("\xFF\xC0");
-    ASSERT_NE(frame, std::string::npos);
     const auto jpegOf = [&](const std::string& size) { return jpeg.replace(frame + 5, 4, size); };
     WmfWords zigzag = {4000};
     for (int i = 0; i < 4000; ++i)
@@ -321,15 +319,6 @@ TEST_F(PictureReader, AFileThatPromisesTooMuchIsRefusedByItsHeader)
         wmfFile(wmfScene() + manyRecords)};
     for (std::size_t i = 0; i < bombs.size(); ++i)
         EXPECT_EQ(loadFailure(bombs.at(i)), "Invalid picture") << i;
-}
-
-TEST_F(PictureReader, AGifShowsItsFirstImageAndNoOtherFormatsAreTried)
-{
-    EXPECT_EQ(loaded(gifBytes(2, 2)), quarters(2, 2));
-    EXPECT_EQ(loaded(gifBytes(2, 2, 0, 0, 2)).pixelColor(0, 1), Qt::white) << "transparent";
-    const QImage small = loaded(gifBytes(40, 30, 10, 20));
-    EXPECT_EQ(small.size(), QSize(40, 30));
-    EXPECT_EQ(small.copy(10, 20, 2, 2), quarters(2, 2));
     for (const char* text : {"", "B", "GIF88a", "P3 1 1 9 1 2 3", "<svg xmlns='http://www.w3.org/2000/svg' width='4'/>",
              R"(/* XPM */ char* x[] = {"1 1 1 1", "a c #123456", "a"};)"})
         EXPECT_EQ(loadFailure(text), "Invalid picture") << text;
@@ -348,12 +337,9 @@ TEST_F(PictureReader, AMetafileIsPaintedInItsOwnSize)
         {wmfFile(inches + scene), {144, 96}},
     }};
     for (const auto& [file, size] : rows) {
-        SCOPED_TRACE(size.width());
         const QImage image = loaded(file);
         ASSERT_EQ(image.size(), size);
-        const auto at = [&](int x, int y) {
-            return image.pixelColor(x * image.width() / 120, y * image.height() / 80);
-        };
+        const auto at = [&](int x, int y) { return image.pixelColor(x * size.width() / 120, y * size.height() / 80); };
         const std::array pixels = {at(2, 2), at(15, 15), at(35, 35), at(70, 10), at(70, 70), at(105, 43), at(105, 77)};
         EXPECT_EQ(
             pixels, (std::array<QColor, 7>{Qt::white, Qt::red, Qt::white, Qt::blue, Qt::white, Qt::green, Qt::blue}));

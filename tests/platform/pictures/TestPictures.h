@@ -12,8 +12,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <random>
-#include <string>
-#include <string_view>
 
 namespace trovarium {
 

@@ -2,10 +2,12 @@
 #include "platform/toolkit/CheckBox.h"
 #include "platform/toolkit/ComboBox.h"
 #include "platform/toolkit/OptionButton.h"
+#include "platform/toolkit/ScrollBar.h"
 #include "platform/toolkit/TextBox.h"
 
 #include "platform/Stage.h"
 #include "platform/toolkit/Frame.h"
+#include "platform/toolkit/PictureBox.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -14,8 +16,7 @@ namespace trovarium {
 
 namespace {
 
-class InputsTest : public Stage {
-protected:
+struct InputsTest : Stage {
     InputsTest()
     {
         note(ok.Click, "OK");
@@ -27,9 +28,13 @@ protected:
         note(box.KeyPress, "Key");
         note(combo.Change, "Change", [this] { return combo.Text(); });
         note(combo.Click, "Click", [this] { return combo.Text(); });
+        bar.Min = 1;
+        bar.Max = 10;
+        note(bar.Change, "C", [this] { return std::to_string(bar.Value()); });
+        note(bar.Scroll, "S", [this] { return std::to_string(bar.Value()); });
     }
 
-    void click(Control& control) { robot.click(control, LeftButton, NoKeys, At{8, 10}); }
+    void click(Control& control, At at = {8, 10}) { robot.click(control, LeftButton, NoKeys, at); }
 
     TextBox box{&form, {.Name = "box", .Width = 3000, .Height = 285, .Caption = "Image"}};
     Button ok{&form, {.Name = "ok", .Top = 400, .Width = 1500, .Height = 400, .Caption = "&OK"}};
@@ -40,29 +45,11 @@ protected:
     Frame frame{&form, {.Name = "frame", .Top = 2500, .Width = 1500, .Height = 1000}};
     OptionButton other{&frame, {.Name = "other", .Width = 1200, .Height = 300}};
     ComboBox combo{&form, {.Name = "combo", .Top = 3600, .Width = 3000, .Height = 315}};
+    PictureBox window{&form, {.Name = "window", .Left = 3200, .Width = 1200, .Height = 4500}};
+    VScroll bar{&window, {.Name = "bar", .Left = 900, .Width = 255, .Height = 4500}};
 };
 
-TEST_F(InputsTest, EnterAndEscapePressDefaultAndCancelFromAnotherControl)
-{
-    ok.Default = true;
-    cancel.Cancel = true;
-    show();
-    click(ok);
-    check.SetFocus();
-    keys({13, 27});
-    EXPECT_EQ(taken(), "OK OK Cancel ");
-    cancel.SetFocus();
-    keys({13});
-    EXPECT_EQ(taken(), "Cancel ") << "a button with the focus goes before the default one";
-    check.SetFocus();
-    ok.Enabled = false;
-    cancel.Visible = false;
-    keys({13, 27});
-    click(ok);
-    EXPECT_EQ(taken(), "");
-}
-
-TEST_F(InputsTest, BoxesAndOptionsClickForTheUserAndForCodeAndShowThemselves)
+TEST_F(InputsTest, BoxesAndOptionsClickForTheUserAndForCodeAndEnterAndEscapePressButtonsFromThem)
 {
     check.preset();
     for (const int value : {0, 1, 1})
@@ -82,27 +69,35 @@ TEST_F(InputsTest, BoxesAndOptionsClickForTheUserAndForCodeAndShowThemselves)
     click(upper);
     upper.SetFocus();
     keys({40});
-    EXPECT_EQ(taken(), "check:0 upper:alone lower:alone ");
     lower.Value = false;
     click(lower);
-    EXPECT_EQ(taken(), "lower:alone ") << "what code cleared may be chosen again";
-    check.Enabled = false;
-    const Shot disabled = robot.shot(form);
-    check.Caption = "";
-    EXPECT_FALSE(robot.shot(form) == disabled) << "a disabled caption shows";
-    upper.BackColor = Color{10, 20, 30};
-    EXPECT_GT(robot.shot(form).count({10, 20, 30}), 500);
+    EXPECT_EQ(taken(), "check:0 upper:alone lower:alone lower:alone ") << "what code cleared may be chosen again";
+
+    ok.Default = true;
+    cancel.Cancel = true;
+    keys({13, 27});
+    click(ok);
+    cancel.SetFocus();
+    keys({13});
+    EXPECT_EQ(taken(), "OK Cancel OK Cancel ") << "a button with the focus goes before the default one";
+    check.SetFocus();
+    ok.Enabled = false;
+    cancel.Visible = false;
+    keys({13, 27});
+    click(ok);
+    EXPECT_EQ(taken(), "");
 }
 
-TEST_F(InputsTest, LineEndsBecomeBlanksAndAtTheLimitOfCharactersNothingGoesIn)
+TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHandlerMayMendIt)
 {
-    for (const auto& [limit, text, expected] : {std::tuple{0, "a\n\r\nb\r", "a  b "}, {1, "Image", "I"},
-             {3, "\xC3\xA4\xF0\x9F\x98\x80.d", "\xC3\xA4\xF0\x9F\x98\x80."}, {4, "abc", "abc"}}) {
+    box.Text = "Image"; // as it is
+    for (const auto& [limit, text] :
+        {std::pair{0, "a\n\r\nb\r"}, {1, "Image"}, {3, "\xC3\xA4\xF0\x9F\x98\x80.d"}, {4, "abc"}}) {
         box.MaxLength = limit;
         box.Text = text;
-        EXPECT_EQ(box.Text(), expected);
     }
     EXPECT_EQ(failureOf([&] { box.MaxLength = -1; }), "Invalid property value");
+    EXPECT_EQ(taken(), "Change:a  b  Change:I Change:\xC3\xA4\xF0\x9F\x98\x80. Change:abc ");
     show();
     keys({36}); // Home
     robot.type(form, "xy");
@@ -113,16 +108,11 @@ TEST_F(InputsTest, LineEndsBecomeBlanksAndAtTheLimitOfCharactersNothingGoesIn)
     QApplication::clipboard()->setText("1\r\n23");
     robot.key(form, 'V', CtrlKey);
     EXPECT_EQ(box.Text(), "1 abc") << "a paste is cut to what fits";
-}
-
-TEST_F(InputsTest, KeyPressComesBeforeTheTextChangesAndAHandlerMayMendItOrUnloadTheForm)
-{
-    box.Text = "Image"; // as it is
     box.Text = "";
-    show();
+    taken();
     robot.type(form, "a");
     keys({13, 27, 8});
-    EXPECT_EQ(taken(), "Change: Key:97 Change:a Key:13 Key:27 Key:8 Change: ");
+    EXPECT_EQ(taken(), "Key:97 Change:a Key:13 Key:27 Key:8 Change: ");
     when["Change"] = [&] {
         std::string text = box.Text();
         std::replace(text.begin(), text.end(), '.', '_');
@@ -131,11 +121,10 @@ TEST_F(InputsTest, KeyPressComesBeforeTheTextChangesAndAHandlerMayMendItOrUnload
     robot.type(form, "ab");
     keys({37}); // left
     robot.type(form, ".c");
-    EXPECT_EQ(box.Text(), "a_cb") << "the cursor stays where the user types";
     when["Change"] = [&] { form.unload(); };
     robot.type(form, "x");
     EXPECT_FALSE(form.isLoaded());
-    EXPECT_EQ(box.Text(), "a_cxb");
+    EXPECT_EQ(box.Text(), "a_cxb") << "the cursor stays where the user types";
 }
 
 TEST_F(InputsTest, AComboHoldsATextAndChoices)
@@ -155,17 +144,78 @@ TEST_F(InputsTest, AComboHoldsATextAndChoices)
     EXPECT_EQ(combo.List(0), "Rome");
     combo.Text = "";
     EXPECT_EQ(taken(), "Change:Paris Change:paris Change:Paris in May Click:Rome Change: ");
+    ok.Default = true;
     show();
     combo.SetFocus();
     robot.type(form, "par");
     keys({13});
-    EXPECT_EQ(taken(), "Change:p Change:pa Change:par ") << "no choice is put in its place";
+    EXPECT_EQ(taken(), "Change:p Change:pa Change:par ") << "no choice is put in its place, and no button pressed";
     keys({40, 40, 40, 40});
     EXPECT_EQ(taken(), "Click:Rome Click:Paris Click:Paris in May ") << "nor is it added to the list";
     robot.wheel(combo, -1);
     EXPECT_EQ(combo.Text(), "Paris in May") << "the wheel on its way over chooses nothing";
     combo.Clear();
     EXPECT_EQ(combo.ListCount(), 0);
+}
+
+TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndChangeAloneForCode)
+{
+    bar.LargeChange = 2;
+    show();
+    click(bar, At{8, 296}); // the arrow
+    click(bar, At{8, 270});
+    bar.SetFocus();
+    keys({38, 33, 34});
+    robot.wheel(bar, 1);
+    robot.wheel(window, 1);
+    EXPECT_EQ(taken(), "C:2 S:2 C:4 S:4 C:3 S:3 C:1 S:1 C:3 S:3 C:5 S:5 C:7 S:7 ");
+    const Shot before = robot.shot(form);
+    bar.Value = 10;
+    desktop.DoEvents();
+    EXPECT_FALSE(robot.shot(form) == before) << "the thumb stands elsewhere";
+    bar.Enabled = false;
+    click(bar, At{8, 296});
+    keys({38});
+    robot.wheel(bar, -1);
+    robot.wheel(window, -1);
+    bar.Enabled = true;
+    keys({38});
+    EXPECT_EQ(taken(), "C:10 C:9 S:9 ") << "deaf while disabled, but it keeps the focus";
+
+    bar.Value = 5;
+    bar.Value = 5;
+    bar.Max = 3;
+    bar.Max = 10;
+    bar.Min = 4;
+    EXPECT_EQ(taken(), "C:5 C:3 C:4 ");
+    for (const int value : {3, 11})
+        EXPECT_EQ(failureOf([&] { bar.Value = value; }), "Invalid property value") << value;
+    bar.LargeChange = 4;
+    for (const int steps : {1, 5, 1, -1})
+        bar.page(steps);
+    EXPECT_EQ(taken(), "C:8 S:8 C:10 S:10 C:6 S:6 ");
+    bar.Enabled = false;
+    bar.page(1);
+    bar.Enabled = true;
+    window.Visible = false;
+    bar.page(1);
+    EXPECT_EQ(taken(), "");
+}
+
+TEST_F(InputsTest, AScrollBarsDragRaisesScrollAndOneChangeOnReleaseWhereItEndsElsewhere)
+{
+    bar.Max = 101;
+    show();
+    for (const float end : {22.0F, 150.0F}) { // where it began, and elsewhere
+        robot.press(bar, LeftButton, NoKeys, At{8, 22});
+        robot.moveTo(bar, At{8, 100});
+        robot.moveTo(bar, At{8, end});
+        EXPECT_EQ(bar.Value() > 30, end > 22) << bar.Value();
+        const std::string scrolled = taken();
+        EXPECT_EQ(std::count(scrolled.begin(), scrolled.end(), ':'), 2) << scrolled;
+        robot.release();
+        EXPECT_EQ(taken(), end > 22 ? "C:" + std::to_string(bar.Value()) + " " : "");
+    }
 }
 
 } // namespace

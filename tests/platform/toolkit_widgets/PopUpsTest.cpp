@@ -1,0 +1,179 @@
+#include "platform/toolkit/Menu.h"
+#include "platform/toolkit/Prompts.h"
+
+#include "platform/Stage.h"
+#include "platform/qt/toolkit/FormView.h"
+#include "platform/toolkit/Label.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QScreen>
+
+namespace trovarium {
+
+namespace {
+
+// The menus and the prompts that open over a form.
+struct PopUpsTest : Stage {
+    PopUpsTest()
+    {
+        for (Menu* menu : {&file, &fileRemove, &fileExit, &infoUp, &group, &sort, &sortYear, &sortPlace})
+            note(menu->Click, menu->Name());
+        note(row.MouseDown, "row");
+        when["row"] = [this] {
+            form.PopupMenu(group);
+            diary += "back ";
+        };
+        desktop.setPrompts(nullptr); // the real ones
+        show();
+    }
+
+    QAction* actionOf(const Menu& menu) const
+    {
+        return form.view()->window().findChild<QAction*>(QString::fromStdString(menu.Name()));
+    }
+    // What a press on the row tells that opens the menu, where the act is done.
+    std::string popUp(std::function<void()> act)
+    {
+        robot.whenMenuOpens(std::move(act));
+        robot.press(row, RightButton);
+        return taken().substr(std::string("row:2:0:750:300 ").size());
+    }
+    static QDialog* box() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
+    // What the user does in the box that opens next.
+    void expect(const std::function<void(QDialog&)>& act)
+    {
+        robot.when([] { return box() != nullptr && box()->isVisible(); }, [act] { act(*box()); });
+    }
+    Answer sure(const std::function<void(QDialog&)>& act)
+    {
+        expect(act);
+        return desktop.prompts().messageBox("Sure?", Buttons::YesNo, "");
+    }
+    static void press(QDialog& dialog, QDialogButtonBox::StandardButton button)
+    {
+        dialog.findChild<QDialogButtonBox*>()->button(button)->click();
+    }
+    static void key(QDialog& dialog, int key)
+    {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(dialog.focusWidget(), &press);
+    }
+    static QString textOf(const QDialog& dialog)
+    {
+        const QLabel* label = dialog.findChildren<QLabel*>().last();
+        return label->textFormat() == Qt::PlainText ? label->text() : QString();
+    }
+
+    Menu file{&form, {.Name = "File", .Caption = "&File"}};
+    Menu fileRemove{&file, {.Name = "FileRemove", .Caption = "&Remove Group"}};
+    Menu fileExit{&file, {.Name = "FileExit", .Caption = "E&xit"}};
+    Menu infoUp{&file, {.Name = "InfoUp", .Caption = "Always &Up", .Checked = true}};
+    Menu group{&form, {.Name = "Group", .Caption = "GroupMenu", .Visible = false}};
+    Menu sort{&group, {.Name = "Sort", .Caption = "Sort"}};
+    Menu sortYear{&sort, {.Name = "SortYear", .Caption = "Year"}};
+    Menu sortPlace{&sort, {.Name = "SortPlace", .Caption = "Place"}};
+    Label row{&form, {.Name = "row", .Width = 1500, .Height = 600, .Caption = "row"}};
+};
+
+TEST_F(PopUpsTest, TheBarShowsWhatCodeSaysAndOpeningRunsItsRuleBeforeTheEntriesShow)
+{
+    EXPECT_EQ(form.view()->window().findChild<QMenuBar*>()->actions().size(), 1) << "the visible one";
+    when["File"] = [&] {
+        fileRemove.Enabled = !fileRemove.Enabled();
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << "not on show yet";
+    };
+    robot.choose(fileRemove); // disabled
+    robot.choose(fileRemove);
+    robot.choose(infoUp);
+    EXPECT_EQ(taken(), "File File FileRemove File InfoUp ");
+    EXPECT_TRUE(actionOf(infoUp)->isChecked()) << "the user turns no check mark";
+    infoUp.Checked = false;
+    EXPECT_FALSE(actionOf(infoUp)->isChecked());
+    fileExit.Caption = "&Quit";
+    fileRemove.Visible = false;
+    EXPECT_EQ(actionOf(fileExit)->text(), "&Quit");
+    EXPECT_FALSE(actionOf(fileRemove)->isVisible());
+}
+
+TEST_F(PopUpsTest, APopUpMenuReturnsBehindItsEntryOrWithoutAWindowAndTheProgramMayEndInIt)
+{
+    when["Sort"] = [&] { sortYear.Enabled = false; };
+    EXPECT_EQ(popUp([&] { robot.choose(sortYear); }), "Group Sort back ") << "the rule has disabled it";
+    EXPECT_EQ(popUp([&] { robot.choose(sortPlace); }), "Group Sort SortPlace back ") << "behind the handler";
+    EXPECT_EQ(popUp([&] { robot.dismissMenu(); }), "Group back ") << "nothing chosen";
+    robot.whenMenuOpens([&] { robot.choose(fileExit); });
+    form.PopupMenu(file);
+    when["FileExit"] = [&] { form.unload(); };
+    robot.choose(fileExit); // still opens from the bar
+    EXPECT_EQ(taken(), "File FileExit File FileExit ");
+    fileExit.Enabled = false; // has no view any more
+    form.PopupMenu(group);    // nothing opens without a window
+    show();
+    EXPECT_FALSE(actionOf(fileExit)->isEnabled());
+    taken();
+    const auto close = [&] {
+        form.unload();
+        QApplication::activePopupWidget()->close();
+    };
+    EXPECT_EQ(popUp(close), "Group back ");
+    EXPECT_FALSE(form.isLoaded());
+    show();
+    when["SortPlace"] = [] { testDesktop().endProgram(3); };
+    robot.whenMenuOpens([&] { robot.choose(sortPlace); });
+    EXPECT_THROW(form.PopupMenu(group), ProgramEnd);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(PopUpsTest, AQuestionIsAnsweredByButtonEnterOrEscapeAndOutlivesItsFormButNotTheProgram)
+{
+    EXPECT_EQ(sure([](QDialog& dialog) { press(dialog, QDialogButtonBox::No); }), Answer::No);
+    EXPECT_EQ(sure([](QDialog& dialog) { key(dialog, Qt::Key_Return); }), Answer::Yes);
+    EXPECT_EQ(sure([](QDialog& dialog) { key(dialog, Qt::Key_Escape); }), Answer::No);
+    const auto unload = [&](QDialog& dialog) {
+        form.unload();
+        press(dialog, QDialogButtonBox::Yes);
+    };
+    EXPECT_EQ(sure(unload), Answer::Yes);
+    EXPECT_THROW(sure([](QDialog&) { testDesktop().endProgram(1); }), ProgramEnd);
+    EXPECT_EQ(box(), nullptr);
+}
+
+TEST_F(PopUpsTest, TextsAreShownAsTheyAreAndAnInputBoxGivesItsTextOrNothingWhenCancelled)
+{
+    expect([&](QDialog& dialog) {
+        EXPECT_EQ(textOf(dialog), "<b>/home/ann/a & b</b>\n\nnext\nlast");
+        EXPECT_EQ(dialog.windowTitle(), "Removed unassociated INFO file(s)");
+        key(dialog, Qt::Key_Escape);
+    });
+    Prompts& prompts = desktop.prompts();
+    const std::string text = "<b>/home/ann/a & b</b>\r\rnext\r\nlast";
+    EXPECT_EQ(prompts.messageBox(text, Buttons::Ok, "Removed unassociated INFO file(s)"), Answer::Ok);
+    expect([](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Trovarium");
+        EXPECT_LT(dialog.height(), dialog.screen()->availableGeometry().height()) << "the buttons are in reach";
+        press(dialog, QDialogButtonBox::Ok);
+    });
+    prompts.messageBox(std::string(500, '\r'), Buttons::Ok, "");
+    expect([](QDialog& dialog) {
+        auto* field = dialog.findChild<QLineEdit*>();
+        EXPECT_EQ(textOf(dialog) + "|" + dialog.windowTitle(), "Enter name for new group.|New Album Group");
+        EXPECT_EQ(field->selectedText(), "new group") << "typing replaces it";
+        field->setText("Rome\n1998");
+        key(dialog, Qt::Key_Return);
+    });
+    EXPECT_EQ(prompts.inputBox("Enter name for new group.", "New Album Group", "new group"), "Rome 1998");
+    expect([](QDialog& dialog) { press(dialog, QDialogButtonBox::Cancel); });
+    EXPECT_EQ(prompts.inputBox("", "", "new group"), "");
+}
+
+} // namespace
+
+} // namespace trovarium
