@@ -131,10 +131,11 @@ void showFullScreen(benchmark::State& state, MainWindow& window)
 
 void addPhotographJobs(Desktop& desktop, const std::string& data)
 {
-    const auto add = [&desktop, data](const char* name, int turns, Job job) {
+    const auto add = [&desktop, data](const char* name, int turns, Job job, const char* kind = "") {
         benchmark::RegisterBenchmark(name,
-            [&desktop, data, job = std::move(job)](benchmark::State& state) {
-                MainWindow window(desktop, data + "/library of 12 megapixels");
+            [&desktop, library = data + "/library of 12 megapixels" + kind, job = std::move(job)](
+                benchmark::State& state) {
+                MainWindow window(desktop, library);
                 window.openPhotograph(Cell);
                 job(state, window);
             })
@@ -150,6 +151,7 @@ void addPhotographJobs(Desktop& desktop, const std::string& data)
     };
     constexpr int Moves = 50;
     add("OpenPhotograph", 1, openPhotograph);
+    add("OpenPhotographOfP3", 1, openPhotograph, " of P3");
     add("StepToNext", 1, stepToNext);
     add("DragReadyPicture", Moves, dragReadyPicture);
     add("DragAtQuarter", Moves, dragAt(-4));

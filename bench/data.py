@@ -103,6 +103,24 @@ def library_of(data: Path, megapixels: int) -> Path:
     return library
 
 
+def library_of_p3(data: Path, profile: bytes) -> Path:
+    """The photographs of 12 megapixels, each with this colour profile."""
+    library = data / "library of 12 megapixels of P3"
+    if library.exists():
+        return library
+    unfinished = _new_library(library)
+    segment = b"ICC_PROFILE\0\1\1" + profile
+    paths = photographs(data, 12)
+    for path in paths:
+        photograph = path.read_bytes()
+        (unfinished / "Photos" / path.name).write_bytes(
+            photograph[:2] + b"\xff\xe2" + struct.pack(">H", len(segment) + 2) + segment + photograph[2:])
+        _write_info(unfinished, path.name)
+    write_list(unfinished, ALL_PHOTOS, [path.name for path in paths])
+    unfinished.rename(library)
+    return library
+
+
 def library_of_a_clip(data: Path) -> Path:
     """Ten seconds of 1280 by 720 at 30 frames a second, with sound."""
     library = data / "library of a clip"

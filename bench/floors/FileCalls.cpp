@@ -3,6 +3,7 @@
 //
 //   floor_files check FOLDER      the check of a start where nothing is to be repaired
 //   floor_files missing FOLDER    the check up to the list of absent thumbnails
+//   floor_files ahead FOLDER      what the check reads, by eight threads
 //   floor_files first FOLDER      the first start with new photographs
 //   floor_files rewrite FILE      a list file read and written again
 //   floor_files read FOLDER       each file of the folder read whole, one behind the other
@@ -15,6 +16,7 @@
 #include <iostream>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -108,6 +110,26 @@ public:
     {
         for (const std::string& name : namesIn(m_infoFolder))
             isThere(linkIn(m_infoFolder + name));
+    }
+
+    void readByThreads()
+    {
+        constexpr std::size_t Threads = 8;
+        const std::vector<std::string> names = namesIn(m_infoFolder);
+        namesIn(m_library + "/Photos");
+        std::vector<std::thread> threads;
+        for (std::size_t first = 0; first < Threads; ++first)
+            threads.emplace_back([&, first] {
+                for (std::size_t i = first; i < names.size(); i += Threads) {
+                    const std::string photograph = linkIn(m_infoFolder + names[i]);
+                    isThere(photograph);
+                    isThere(m_library + "/Photo_Thumbnails" + photograph.substr(photograph.rfind('/')));
+                }
+            });
+        for (std::thread& thread : threads)
+            thread.join();
+        for (const std::string& list : namesIn(m_library + "/Photo_SlideGroups"))
+            readWhole(m_library + "/Photo_SlideGroups/" + list);
     }
 
     void checkThumbnails()
@@ -220,6 +242,8 @@ void run(const std::string& job, const std::string& path)
             return work(path);
     }
     Calls calls(path);
+    if (job == "ahead")
+        return calls.readByThreads();
     calls.checkPhotographs();
     calls.checkThumbnails();
     if (job == "missing")
@@ -234,7 +258,7 @@ void run(const std::string& job, const std::string& path)
 int main(int argc, char** argv)
 {
     if (argc != 3) {
-        std::cerr << "usage: floor_files check|missing|first|read|list|write FOLDER, floor_files rewrite FILE\n";
+        std::cerr << "usage: floor_files check|ahead|missing|first|read|list|write FOLDER, floor_files rewrite FILE\n";
         return 2;
     }
     const auto start = std::chrono::steady_clock::now();

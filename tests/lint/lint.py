@@ -20,6 +20,8 @@ HEADERS = {
     r"[a-z_]+": "",
     r"(dirent|dlfcn|errno|fcntl|limits|poll|pwd|signal|spawn|time|unistd|(sys|linux)/\w+)\.h": "platform/",
     r"Q\w+(/Q\w+)?": "platform/qt/",
+    r"lcms2\.h": "platform/colour/",
+    r"zlib\.h": "platform/qt/pictures/",
     r"j(peglib|error)\.h": "platform/jpeg/",
     r"mpv/\w+\.h": "platform/mpv/",
     r"(SDL2/)?SDL\w*\.h": "platform/sdl/",

@@ -1,5 +1,6 @@
 #include "platform/jpeg/JpegDecoder.h"
 
+#include "platform/colour/ColourConversion.h"
 #include "platform/jpeg/ExifOrientation.h"
 #include "runtime/Failure.h"
 
@@ -8,6 +9,8 @@
 #include <bit>
 #include <csetjmp>
 #include <cstdio>
+#include <cstdlib>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -22,6 +25,8 @@ namespace {
 // Transposing writes this many pixels side by side: a cache line of them.
 constexpr int StripRows = 16;
 constexpr std::uint32_t Grey = 0xff808080U;
+constexpr int ProfileMarker = JPEG_APP0 + 2;
+constexpr unsigned LongestMarker = 0xffff;
 // A file of a few kilobytes could otherwise keep a core busy for hours with empty scans.
 constexpr int MostScans = 200;
 
@@ -79,6 +84,13 @@ void convertInks(std::uint32_t* pixels, int count, bool inverted)
         const auto light = [&](unsigned ink) { return ((ink ^ flip) * key + 127U) / 255U; };
         *pixel = 0xff000000U | light(inks[0]) << 16U | light(inks[1]) << 8U | light(inks[2]);
     }
+}
+
+std::uint32_t halfBlack(ColourKind inks)
+{
+    constexpr std::array<std::uint8_t, 4> Ink = {0, 0, 0, 128};
+    const auto pixel = std::bit_cast<std::uint32_t>(Ink);
+    return inks == ColourKind::InvertedInks ? ~pixel : pixel;
 }
 
 bool swapsSides(int orientation)
@@ -167,8 +179,26 @@ struct JpegDecoder::State {
             return false;
         jpeg_create_decompress(&info);
         info.progress = &progress.base;
+        jpeg_save_markers(&info, ProfileMarker, LongestMarker);
         jpeg_mem_src(&info, file.data(), file.size());
         return jpeg_read_header(&info, TRUE) == JPEG_HEADER_OK;
+    }
+
+    // Sets `profile` to bytes that are the caller's to free, null where there are none.
+    bool readProfile(JOCTET*& profile, unsigned& length)
+    {
+        if (setjmp(errors.jump) != 0)
+            return false;
+        return jpeg_read_icc_profile(&info, &profile, &length) != FALSE;
+    }
+
+    ColourKind colours() const
+    {
+        if (info.jpeg_color_space == JCS_GRAYSCALE)
+            return ColourKind::Grey;
+        if (info.jpeg_color_space != JCS_CMYK && info.jpeg_color_space != JCS_YCCK)
+            return ColourKind::Rgb;
+        return info.saw_Adobe_marker != FALSE ? ColourKind::InvertedInks : ColourKind::Inks;
     }
 
     bool start(int denominator)
@@ -177,7 +207,7 @@ struct JpegDecoder::State {
             return false;
         info.scale_num = 1;
         info.scale_denom = static_cast<unsigned>(denominator);
-        const bool inks = info.jpeg_color_space == JCS_CMYK || info.jpeg_color_space == JCS_YCCK;
+        const bool inks = colours() == ColourKind::Inks || colours() == ColourKind::InvertedInks;
         constexpr J_COLOR_SPACE Native = std::endian::native == std::endian::little ? JCS_EXT_BGRA : JCS_EXT_ARGB;
         info.out_color_space = inks ? JCS_CMYK : Native;
         return jpeg_start_decompress(&info) != FALSE;
@@ -209,6 +239,7 @@ struct JpegDecoder::State {
     jpeg_decompress_struct info{};
     int orientation;
     const std::atomic<bool>& cancelled;
+    std::unique_ptr<ColourConversion> conversion;
     int rowsRead = 0;
 };
 
@@ -217,6 +248,12 @@ JpegDecoder::JpegDecoder(std::span<const unsigned char> file, const std::atomic<
 {
     if (!m_state->readHeader(file))
         throw m_state->failure();
+    JOCTET* profile = nullptr;
+    unsigned length = 0;
+    const bool found = m_state->readProfile(profile, length);
+    const std::unique_ptr<JOCTET, decltype(&std::free)> owned(profile, &std::free);
+    m_state->conversion =
+        std::make_unique<ColourConversion>(std::span(owned.get(), found ? length : 0), m_state->colours());
 }
 
 JpegDecoder::~JpegDecoder() = default;
@@ -247,7 +284,10 @@ bool JpegDecoder::decode(int denominator, std::uint32_t* pixels, std::ptrdiff_t 
     const auto height = static_cast<int>(state.info.output_height);
     UprightTarget target(pixels, pixelsPerLine, state.orientation, width, height);
     std::vector<std::uint32_t> strip(static_cast<std::size_t>(width) * StripRows);
+    const ColourKind colours = state.colours();
     const bool inks = state.info.out_color_space == JCS_CMYK;
+    const bool plainInks = inks && state.conversion->empty();
+    const std::uint32_t lost = inks && !plainInks ? halfBlack(colours) : Grey;
 
     bool whole = true;
     for (int first = 0; first < height; first += StripRows) {
@@ -267,13 +307,15 @@ bool JpegDecoder::decode(int denominator, std::uint32_t* pixels, std::ptrdiff_t 
         for (int i = 0; i < wanted; ++i) {
             auto* row = reinterpret_cast<std::uint32_t*>(rows[static_cast<std::size_t>(i)]);
             if (i >= read)
-                std::fill_n(row, width, Grey);
-            else if (inks)
-                convertInks(row, width, state.info.saw_Adobe_marker != FALSE);
+                std::fill_n(row, width, lost);
+            else if (plainInks)
+                convertInks(row, width, colours == ColourKind::InvertedInks);
         }
         if (!inPlace)
             target.place(strip.data(), first, wanted);
     }
+    const bool turned = swapsSides(state.orientation);
+    state.conversion->convert(pixels, turned ? height : width, turned ? width : height, pixelsPerLine);
     return true;
 }
 

@@ -8,8 +8,8 @@
 
 namespace trovarium {
 
-// Decodes one JPEG file that lies in memory, upright by its EXIF orientation. All failures are `Failure`:
-// "Invalid picture" and "Out of memory".
+// Decodes one JPEG file that lies in memory, upright by its EXIF orientation and as sRGB by its profile. All failures
+// are `Failure`: "Invalid picture" and "Out of memory".
 class JpegDecoder {
 public:
     // Reads the header. `file` and `cancelled` must outlive the decoder.

@@ -2,6 +2,8 @@
 #include "platform/qt/pictures/PictureData.h"
 #include "support/FailureOf.h"
 
+#include <QColorSpace>
+
 #include <array>
 #include <malloc.h>
 
@@ -94,6 +96,66 @@ std::string wmfScene()
         + wmfRecord(0x0127, {-1}) + wmfRecord(0x0F43, blit);
 }
 
+// Highest first, `length` bytes.
+std::string big(std::uint32_t value, int length)
+{
+    const std::string bytes = little(value, length);
+    return {bytes.rbegin(), bytes.rend()};
+}
+
+// An ICC profile of one tag.
+std::string profileOf(
+    const std::string& space, const std::string& connection, const std::string& tag, const std::string& data)
+{
+    const std::string head =
+        std::string(4, '\0') + big(0x02400000, 4) + "prtr" + space + connection + std::string(12, '\0') + "acsp";
+    const std::string rest =
+        std::string(88, '\0') + big(1, 4) + tag + big(144, 4) + big(static_cast<std::uint32_t>(data.size()), 4) + data;
+    return big(static_cast<std::uint32_t>(4 + head.size() + rest.size()), 4) + head + rest;
+}
+
+// Lights to the power of 1.8.
+std::string greyProfile()
+{
+    return profileOf(
+        "GRAY", "XYZ ", "kTRC", "curv" + std::string(4, '\0') + big(1, 4) + big(0x01CD, 2) + std::string(2, '\0'));
+}
+
+// White paper; cyan makes it darker and greener, magenta redder, yellow yellower, black black.
+std::string inkProfile()
+{
+    std::string data = "mft1" + std::string(4, '\0') + "\4\3\2\0"s;
+    for (int i = 0; i < 9; ++i)
+        data += big(i % 4 == 0 ? 0x10000 : 0, 4);
+    std::string line;
+    for (int i = 0; i < 256; ++i)
+        line += static_cast<char>(i);
+    data += line + line + line + line;
+    for (int inks = 0; inks < 16; ++inks) {
+        const bool cyan = (inks & 8) != 0, magenta = (inks & 4) != 0, yellow = (inks & 2) != 0, black = (inks & 1) != 0;
+        data += static_cast<char>(black ? 10 : 255 - 60 * cyan - 60 * magenta - 10 * yellow);
+        data += static_cast<char>(black ? 128 : 128 - 40 * cyan + 60 * magenta);
+        data += static_cast<char>(black ? 128 : 128 + 70 * yellow);
+    }
+    return profileOf("CMYK", "Lab ", "A2B0", data + line + line + line);
+}
+
+std::string withProfile(const std::string& jpeg, const std::string& profile)
+{
+    return jpeg.substr(0, 2) + "\xFF\xE2" + big(static_cast<std::uint32_t>(profile.size() + 16), 2)
+        + "ICC_PROFILE\0\1\1"s + profile + jpeg.substr(2);
+}
+
+std::string written(QImage image, const char* format, const QColorSpace& space = {})
+{
+    image.setColorSpace(space);
+    QBuffer buffer;
+    QImageWriter writer(&buffer, format);
+    writer.setQuality(100);
+    EXPECT_TRUE(writer.write(image)) << format;
+    return buffer.data().toStdString();
+}
+
 struct PictureReader : PictureFolder {
     QImage loaded(std::string_view bytes) { return renderedImage(pictures.load(put("picture", bytes))); }
     std::string loadFailure(std::string_view bytes)
@@ -129,6 +191,39 @@ TEST_F(PictureReader, APhotographStandsUprightByItsOrientationAndEveryKindOfJpeg
         {"", qRgb(1, 14, 7)}, {adobe + '\0', qRgb(226, 15, 120)}, {adobe + '\2', qRgb(14, 0, 200)}};
     for (const auto& [marker, colour] : inks)
         EXPECT_EQ(loaded(inkJpeg(marker)).pixel(7, 7), colour);
+}
+
+// The expected colours are those that transicc tells of the same profiles.
+TEST_F(PictureReader, ColoursAreThoseOfTheProfileAndADamagedOneCountsAsNone)
+{
+    QImage flat(16, 16, QImage::Format_RGB32);
+    flat.fill(qRgb(200, 120, 40));
+    QImage grey(16, 16, QImage::Format_Grayscale8);
+    grey.fill(132);
+    const auto expectNear = [](QRgb pixel, const QColor& expected) {
+        EXPECT_NEAR(qRed(pixel), expected.red(), 2);
+        EXPECT_NEAR(qGreen(pixel), expected.green(), 2);
+        EXPECT_NEAR(qBlue(pixel), expected.blue(), 2);
+    };
+    for (const char* format : {"jpg", "png", "webp", "tiff"}) {
+        SCOPED_TRACE(format);
+        const std::string wide = written(flat, format, QColorSpace::DisplayP3);
+        expectNear(loaded(wide).pixel(7, 7), QColor(213, 115, 0));
+        expectNear(loaded(written(flat, format, QColorSpace::AdobeRgb)).pixel(7, 7), QColor(224, 121, 25));
+        expectNear(loaded(written(flat, format, QColorSpace::SRgb)).pixel(7, 7), QColor(200, 120, 40));
+        const std::size_t signature = wide.find("acsp");
+        if (signature != std::string::npos)
+            expectNear(loaded(std::string(wide).replace(signature, 4, "void")).pixel(7, 7), QColor(200, 120, 40));
+        else
+            EXPECT_STREQ(format, "png") << "which packs it";
+    }
+    expectNear(loaded(withProfile(jpegBytes(grey), greyProfile())).pixel(7, 7), QColor(150, 150, 150));
+    expectNear(loaded(withProfile(jpegBytes(flat), greyProfile())).pixel(7, 7), QColor(200, 120, 40));
+    const std::string inks = inkJpeg("\xFF\xEE\0\x0E"s + "Adobe\0\x64\0\0\0\0\0"s);
+    expectNear(loaded(withProfile(inks, inkProfile())).pixel(7, 7), QColor(255, 131, 119));
+    QImage clear(16, 16, QImage::Format_ARGB32);
+    clear.fill(qRgba(200, 120, 40, 0));
+    EXPECT_EQ(loaded(written(clear, "png", QColorSpace::DisplayP3)).pixelColor(7, 7), Qt::white);
 }
 
 TEST_F(PictureReader, AReducedPictureLooksLikeTheWholeOneBroughtDown)
@@ -202,9 +297,12 @@ TEST_F(PictureReader, EveryKindOfBitmapIsReadWhenItIsWholeAndAGifShowsItsFirstIm
     EXPECT_EQ(small.copy(10, 20, 2, 2), quarters(2, 2));
 }
 
-TEST_F(PictureReader, OnlyFourFormatsAreTriedByTheirContentAndAFileThatPromisesTooMuchIsRefused)
+TEST_F(PictureReader, NoOtherFormatIsTriedAndAFileThatPromisesTooMuchIsRefused)
 {
     const std::string lines(64, '\x7F');
+    std::string tiff = written(quarters(64, 64), "tiff");
+    for (const char* side : {"\0\1\4\0\1\0\0\0\x40", "\1\1\4\0\1\0\0\0\x40"})
+        tiff.replace(tiff.find(std::string(side, 9)) + 8, 2, little(40000, 2));
     std::string jpeg = jpegBytes(quarters(64, 64));
     const std::size_t frame = jpeg.find("\xFF\xC0");
     const auto jpegOf = [&](const std::string& size) { return jpeg.replace(frame + 5, 4, size); };
@@ -212,7 +310,7 @@ TEST_F(PictureReader, OnlyFourFormatsAreTriedByTheirContentAndAFileThatPromisesT
     for (int i = 0; i < 4000; ++i)
         zigzag.insert(zigzag.end(), {i / 4, i % 2 * 800});
     const std::string manyRecords = QByteArray("\3\0\0\0\x26\6", 6).repeated(1'000'000).toStdString();
-    const std::array bombs = {bitmapFile(100000, 100000, 24, lines), bitmapFile(20000, 20000, 8, lines, {}, 1),
+    const std::array bombs = {bitmapFile(100000, 100000, 24, lines), bitmapFile(20000, 20000, 8, lines, {}, 1), tiff,
         bitmapFile(0, 10, 24, lines), bitmapFile(-4, 4, 24, lines), gifBytes(20000, 20000),
         gifBytes(4, 4, 65000, 65000), jpegOf("\x4E\x20\x4E\x20"), jpegOf(std::string(4, '\0')),
         wmfFile(wmfScene(), {0, 0, 30000, 30000, 96}), wmfFile(wmfScene(), {0, 0, 100, 100, 0}),
@@ -259,7 +357,8 @@ TEST_F(PictureReader, DamagedFilesFailOrShowSomethingSteady)
     const std::string ones(64 * 3 * 48, '\1');
     const std::string seeds[] = {jpegBytes(scene), jpegBytes(scene, true), gifBytes(64, 48, 10, 20, 1),
         bitmapFile(64, 48, 24, ones), bitmapFile(64, 48, 8, ones, std::string(1024, '\x55'), 1),
-        wmfFile(wmfScene(), {0, 0, 1200, 800, 960})};
+        wmfFile(wmfScene(), {0, 0, 1200, 800, 960}), written(scene, "png", QColorSpace::DisplayP3),
+        written(scene, "webp", QColorSpace::DisplayP3), written(scene, "tiff", QColorSpace::DisplayP3)};
     std::minstd_rand random(7);
     const auto below = [&](std::size_t limit) { return random() % limit; };
     int shown = 0;

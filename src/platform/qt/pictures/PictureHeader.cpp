@@ -46,16 +46,23 @@ std::int64_t behindSubBlocks(const PictureFile& file, std::int64_t offset)
 
 PictureFormat formatOf(const PictureFile& file)
 {
-    const Bytes head = file.bytes(0, 6);
+    const Bytes head = file.bytes(0, 12);
     const std::string_view text(reinterpret_cast<const char*>(head.data()), head.size());
     if (text.starts_with("\xFF\xD8\xFF"))
         return PictureFormat::Jpeg;
-    if (text == "GIF87a" || text == "GIF89a")
+    if (text.starts_with("GIF87a") || text.starts_with("GIF89a"))
         return PictureFormat::Gif;
     if (text.starts_with("BM"))
         return PictureFormat::Bitmap;
     if (WmfFile::startsWith(head))
         return PictureFormat::Metafile;
+    if (text.starts_with("\x89PNG\r\n\x1A\n"))
+        return PictureFormat::Png;
+    if (text.starts_with("RIFF") && text.ends_with("WEBP"))
+        return PictureFormat::WebP;
+    for (const std::string_view start : {std::string_view("II*\0", 4), std::string_view("MM\0*", 4)})
+        if (text.starts_with(start))
+            return PictureFormat::Tiff;
     refuse();
 }
 
@@ -92,6 +99,14 @@ std::uint32_t littleEndian(std::span<const unsigned char> bytes, std::size_t pos
 {
     std::uint32_t value = 0;
     for (std::size_t i = length; i-- > 0;)
+        value = value << 8U | bytes[position + i];
+    return value;
+}
+
+std::uint32_t bigEndian(std::span<const unsigned char> bytes, std::size_t position, std::size_t length)
+{
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < length; ++i)
         value = value << 8U | bytes[position + i];
     return value;
 }

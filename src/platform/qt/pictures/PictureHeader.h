@@ -8,7 +8,7 @@
 
 namespace trovarium {
 
-enum class PictureFormat { Jpeg, Gif, Bitmap, Metafile };
+enum class PictureFormat { Jpeg, Gif, Bitmap, Metafile, Png, WebP, Tiff };
 
 // What a file is by its first bytes; "Invalid picture" for any other.
 PictureFormat formatOf(const PictureFile& file);
@@ -20,7 +20,8 @@ void checkSize(std::int64_t width, std::int64_t height, std::int64_t length, std
 // Refuses, by the headers alone, a gif that promises more than it holds. Source: GIF89a, sections 17 to 25.
 void checkGif(const PictureFile& file);
 
-// The number that `length` bytes stand for, the lowest first.
+// The number that `length` bytes stand for, the lowest or the highest first.
 std::uint32_t littleEndian(std::span<const unsigned char> bytes, std::size_t position, std::size_t length);
+std::uint32_t bigEndian(std::span<const unsigned char> bytes, std::size_t position, std::size_t length);
 
 } // namespace trovarium

@@ -1,7 +1,9 @@
 #include "platform/qt/pictures/PictureReader.h"
 
+#include "platform/colour/ColourConversion.h"
 #include "platform/jpeg/JpegDecoder.h"
 #include "platform/qt/pictures/BitmapReader.h"
+#include "platform/qt/pictures/EmbeddedProfile.h"
 #include "platform/qt/pictures/PictureData.h"
 #include "platform/qt/pictures/PictureHeader.h"
 #include "platform/qt/pictures/wmf/WmfReader.h"
@@ -112,6 +114,20 @@ QImage reduced(const QImage& image, int longerSide)
     return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
+const char* nameOf(PictureFormat format)
+{
+    switch (format) {
+    case PictureFormat::Png:
+        return "png";
+    case PictureFormat::WebP:
+        return "webp";
+    case PictureFormat::Tiff:
+        return "tiff";
+    default:
+        return "gif";
+    }
+}
+
 Picture readMetafile(const PictureFile& file, int longerSide, const std::atomic<bool>& cancelled)
 {
     constexpr int LongestSide = 1 << 24; // so that the reserve can't overflow
@@ -119,18 +135,47 @@ Picture readMetafile(const PictureFile& file, int longerSide, const std::atomic<
     return picture.pixels.isNull() ? Picture() : pictureOf(std::move(picture.pixels), picture.naturalSize);
 }
 
-// The first image. The library tries nothing but this one format.
-QImage readGif(const PictureFile& file, const std::atomic<bool>& cancelled)
+// What a png, webp or tiff promises; those of the others are checked by their own headers.
+void checkPromise(const QImageReader& reader, std::int64_t length)
 {
-    checkGif(file);
+    constexpr int BitsOnScreen = 32;
+    constexpr std::int64_t MostDeflatedPixelsInAByte = 1032 * 8; // of one bit each
+    const int bits = QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel();
+    const QSize size = reader.size();
+    checkSize(std::int64_t{size.width()} * std::max(bits / BitsOnScreen, 1), size.height(), length,
+        MostDeflatedPixelsInAByte);
+}
+
+// The first image. The library tries nothing but this one format.
+QImage readByLibrary(const PictureFile& file, PictureFormat format, const std::atomic<bool>& cancelled)
+{
+    if (format == PictureFormat::Gif)
+        checkGif(file);
     CancellableFile device(cancelled);
     if (!device.open(file.descriptor(), QIODevice::ReadOnly))
         throw Failure(FailureKind::DeviceIo);
-    QImageReader reader(&device, "gif");
+    QImageReader reader(&device, nameOf(format));
     reader.setAutoDetectImageFormat(false);
+    reader.setAutoTransform(true);
+    if (format != PictureFormat::Gif)
+        checkPromise(reader, file.length());
     QImage image = reader.read();
     if (image.isNull() && !cancelled)
         throw Failure(FailureKind::InvalidPicture);
+    return image;
+}
+
+// To sRGB by the profile that the file carries.
+QImage inStandardColours(QImage image, const PictureFile& file, PictureFormat format)
+{
+    const bool grey = image.pixelFormat().colorModel() == QPixelFormat::Grayscale;
+    const ColourConversion conversion(embeddedProfile(file, format), grey ? ColourKind::Grey : ColourKind::Rgb);
+    if (conversion.empty())
+        return image;
+    image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    if (!image.isNull())
+        conversion.convert(reinterpret_cast<std::uint32_t*>(image.bits()), image.width(), image.height(),
+            image.bytesPerLine() / qsizetype{sizeof(std::uint32_t)});
     return image;
 }
 
@@ -154,12 +199,13 @@ try {
         return readJpeg(file, longerSide, cancelled);
     if (format == PictureFormat::Metafile)
         return readMetafile(file, longerSide, cancelled);
-    QImage image = format == PictureFormat::Gif ? readGif(file, cancelled) : readBitmap(file, cancelled);
+    QImage image =
+        format == PictureFormat::Bitmap ? readBitmap(file, cancelled) : readByLibrary(file, format, cancelled);
     if (cancelled)
         return {};
     if (format == PictureFormat::Bitmap)
         mendEmptyAlpha(image);
-    return opaquePicture(std::move(image), longerSide);
+    return opaquePicture(inStandardColours(std::move(image), file, format), longerSide);
 } catch (const std::bad_alloc&) {
     throw Failure(FailureKind::OutOfMemory);
 } catch (const std::exception&) {
