@@ -22,31 +22,42 @@ WHITE = (255, 255, 255)  # the rim of a selected thumbnail
 YELLOW = (255, 255, 0)  # where the dragged ones would go
 
 
+class Home:
+    """A home folder of its own, with a file that takes the sound and one that takes the addresses of pages."""
+
+    def __init__(self, folder: Path) -> None:
+        self.folder = folder
+        self.tap = folder / "tap"  # as the sound card gets it
+        self.page = folder / "page"  # the address that the desktop was to open
+        for made in (folder, folder / "run", folder / "bin"):
+            made.mkdir(mode=0o700)
+        opener = folder / "bin" / "xdg-open"
+        opener.write_text(f'#!/bin/sh\nprintf %s "$1" >"{self.page}.new" && mv "{self.page}.new" "{self.page}"\n')
+        opener.chmod(0o700)
+
+    def start(self, desktop: VirtualDesktop, *command: Path) -> Program:
+        own = {f"XDG_{kind.upper()}_HOME": "" for kind in ("config", "data", "cache")}
+        own |= {"HOME": str(self.folder), "XDG_RUNTIME_DIR": str(self.folder / "run")}
+        own |= {"PATH": f"{self.folder / 'bin'}:{os.environ['PATH']}"}
+        own |= {"SDL_AUDIODRIVER": "disk", "SDL_DISKAUDIOFILE": str(self.tap)}
+        return Program(desktop, *command, **own)
+
+
 class Library:
-    """A library folder with the program linked in, settings of its own, and a file that takes the sound."""
+    """A library folder with the program linked in, and a home."""
 
     def __init__(self, folder: Path, program: Path) -> None:
         self.root = folder / "Album"
-        self._home = folder / "home"
-        self.tap = self._home / "tap"  # as the sound card gets it
-        self.page = self._home / "page"  # the address that the desktop was to open
-        for made in (self.root, self._home, self._home / "run", self._home / "bin"):
-            made.mkdir(mode=0o700)
+        self.home = Home(folder / "home")
+        self.root.mkdir()
         (self.root / "trovarium").symlink_to(program)
         (self.root / "help").symlink_to(Path(__file__).resolve().parents[2] / "help")
-        opener = self._home / "bin" / "xdg-open"
-        opener.write_text(f'#!/bin/sh\nprintf %s "$1" >"{self.page}.new" && mv "{self.page}.new" "{self.page}"\n')
-        opener.chmod(0o700)
         self.photos = self.root / "Photos"
         self.infos = self.root / "Photo_Info"
         self.groups = self.root / "Photo_SlideGroups"
 
     def start(self, desktop: VirtualDesktop) -> Program:
-        own = {f"XDG_{kind.upper()}_HOME": str(self._home / kind) for kind in ("config", "data", "cache")}
-        own |= {"HOME": str(self._home), "XDG_RUNTIME_DIR": str(self._home / "run")}
-        own |= {"PATH": f"{self._home / 'bin'}:{os.environ['PATH']}"}
-        own |= {"SDL_AUDIODRIVER": "disk", "SDL_DISKAUDIOFILE": str(self.tap)}
-        return Program(desktop, self.root / "trovarium", **own)
+        return self.home.start(desktop, self.root / "trovarium")
 
     def group(self, name: str) -> list[str] | None:
         """Nothing when there is no such list, be it gone only now."""
