@@ -24,7 +24,8 @@ def unpacked(build: Path, folder: Path) -> Path:
     made = []
     for name in ("one", "two"):
         (folder / name).mkdir()
-        made.append(Path(subprocess.check_output([ROOT / "scripts" / "make-deb", build, folder / name], text=True)[:-1]))
+        package = subprocess.check_output([ROOT / "scripts" / "make-deb", build, folder / name], text=True)
+        made.append(Path(package.rstrip("\n")))
     equal("the same package again", made[0].read_bytes() == made[1].read_bytes(), True)
     subprocess.run(["dpkg-deb", "--extract", made[0], folder / "unpacked"], check=True)
     return folder / "unpacked" / "usr"
