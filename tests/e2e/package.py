@@ -24,9 +24,8 @@ def unpacked(build: Path, folder: Path) -> Path:
     made = []
     for name in ("one", "two"):
         (folder / name).mkdir()
-        package = subprocess.check_output([ROOT / "scripts" / "make-deb", build, folder / name], text=True)
-        made.append(Path(package.rstrip("\n")))
-    equal("the same package again", made[0].read_bytes() == made[1].read_bytes(), True)
+        made.append(subprocess.check_output([ROOT / "scripts/make-deb", build, folder / name], text=True).strip())
+    equal("the same package again", Path(made[0]).read_bytes() == Path(made[1]).read_bytes(), True)
     subprocess.run(["dpkg-deb", "--extract", made[0], folder / "unpacked"], check=True)
     return folder / "unpacked" / "usr"
 
@@ -46,7 +45,6 @@ def main(build: Path, folder: Path, desktop: VirtualDesktop) -> None:
     launcher = unpacked(build, folder) / "bin" / "trovarium"
     home = Home(folder / "home")
     library = home.folder / "Pictures" / "Trovarium"
-    moved = home.folder / "An older album"
     with home.start(desktop, launcher) as program:
         program.main_window()
         program.close_notice()
@@ -55,12 +53,16 @@ def main(build: Path, folder: Path, desktop: VirtualDesktop) -> None:
     options = "[SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options]\nAutoFix=False\n"
     equal("AutoFix in the settings", settings.startswith(options), True)
 
-    library.rename(moved)
-    with home.start(desktop, launcher) as program:
-        told = until("a window that tells of it", lambda: next(iter(desktop.windows()), None))
-        desktop.dismiss(told, "Return")
-        equal("exit code", program.wait(), 1)
+    moved = library.rename(home.folder / "An older album")
+    theirs = folder / "trovarium"
+    theirs.write_text("theirs")
+    for arguments in ([], [folder]):
+        with home.start(desktop, launcher, *arguments) as program:
+            told = until("a window that tells of it", lambda: next(iter(desktop.windows()), None))
+            desktop.dismiss(told, "Return")
+            equal("exit code", program.wait(), 1)
     equal("an empty library in its place", library.exists(), False)
+    equal("a user's file", theirs.read_text(), "theirs")
 
     for link in ("trovarium", "help"):
         (moved / link).unlink()
