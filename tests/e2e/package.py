@@ -1,8 +1,4 @@
-"""The package of a build, unpacked in a folder of its own: a new user's first start from there, one with the library
-moved away, and one that names it.
-
-    package.py BUILD
-"""
+"""The package of a build, unpacked in a folder of its own, and its command: package.py BUILD"""
 
 from __future__ import annotations
 
@@ -20,7 +16,7 @@ FOLDERS = ["Photo_Audio", "Photo_Info", "Photo_Midi", "Photo_SlideGroups", "Phot
 
 
 def unpacked(build: Path, folder: Path) -> Path:
-    """What the package installs; the package itself is the same however often it is made."""
+    """What the package installs, which is the same however often it is made."""
     made = []
     for name in ("one", "two"):
         (folder / name).mkdir()
