@@ -1,4 +1,4 @@
-# What ./run and ./test share: the packages they need, and how they are put in.
+# What ./run, ./test and ./package share: the packages they need, and how they are put in.
 # shellcheck shell=bash disable=SC2034  # the lists are used by those who read this file
 
 build_packages=(build-essential cmake ninja-build ccache qt6-base-dev qt6-svg-dev libqt6svg6 qt6-image-formats-plugins
@@ -8,6 +8,8 @@ screen_packages=(fontconfig fonts-dejavu-core)
 demo_packages=(lomiri-wallpapers-16.04 mate-backgrounds imagemagick)
 virtual_packages=(xvfb openbox xdotool x11-utils imagemagick python3)
 test_packages=(libgtest-dev clang-format ffmpeg)
+deb_packages=(dpkg-dev librsvg2-bin)
+deb_check_packages=(lintian desktop-file-utils appstream)
 
 say() {
     printf '%s\n' "$*"

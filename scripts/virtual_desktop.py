@@ -246,11 +246,11 @@ class VirtualDesktop:
 
 
 class Program:
-    """The program at work on its library: started through the link that stands there."""
+    """The program at work on its library: started through the link that stands there, or by the installed command."""
 
-    def __init__(self, desktop: VirtualDesktop, link: Path, **environment: str) -> None:
+    def __init__(self, desktop: VirtualDesktop, *command: Path, **environment: str) -> None:
         self._desktop = desktop
-        self._process = subprocess.Popen([str(link)], env={**desktop.environment, **environment})
+        self._process = subprocess.Popen(command, env={**desktop.environment, **environment})
 
     def __enter__(self) -> Program:
         return self

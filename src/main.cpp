@@ -1,8 +1,11 @@
 #include "platform/files/FileService.h"
 #include "platform/system/Shell.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
 #include "startup/Program.h"
 #include "store/Album.h"
+
+#include <string_view>
 
 int main(int argc, char** argv)
 {
@@ -10,6 +13,10 @@ int main(int argc, char** argv)
 
     FileService files;
     Desktop desktop(argc, argv, files, Pace::Paced);
+    // The installed command tells its user in a window why it can't start.
+    if (argc == 3 && std::string_view(argv[1]) == "--message")
+        return desktop.guarded([&] { desktop.prompts().messageBox(argv[2], Buttons::Ok, ""); });
+
     Album album(files);
     Program program(desktop, album, programPath(argc > 0 ? argv[0] : ""));
     const int exitCode = desktop.guarded([&] { program.Main(); });

@@ -168,7 +168,7 @@ class User:
         until("the list to go", lambda: self.library.group("Abende") is None)
 
     def read_help(self) -> None:
-        page = self.library.page
+        page = self.library.home.page
         until("help", page.exists, lambda: self.desktop.choose(self.main.window, "h", "c"))
         equal("the page of help", page.read_text().endswith("/Album/help/index.html"), True)
 
@@ -197,7 +197,7 @@ def first_start(desktop: VirtualDesktop, library: Library) -> None:
         for name in NAMES:
             [kept] = library.photos.glob(f"**/{name}")
             equal(f"{name} at the end", kept.read_bytes(), (library.camera / name).read_bytes())
-        equal("a sound in the show", any(library.tap.read_bytes()), True)
+        equal("a sound in the show", any(library.home.tap.read_bytes()), True)
 
 
 def next_start(desktop: VirtualDesktop, library: Library) -> None:

@@ -20,30 +20,42 @@ WHITE = (255, 255, 255)  # the rim of a selected thumbnail
 YELLOW = (255, 255, 0)  # where the dragged ones would go
 
 
+class Home:
+    """A home folder of its own, with a file that takes the sound and one that takes the addresses of pages."""
+
+    def __init__(self, folder: Path) -> None:
+        self.folder = folder
+        self.tap = folder / "tap"  # as the sound card gets it
+        self.page = folder / "page"  # the address that the desktop was to open
+        folder.mkdir(mode=0o700)
+        opener = folder / "xdg-open"
+        opener.write_text(f'#!/bin/sh\nprintf %s "$1" >"{self.page}.new" && mv "{self.page}.new" "{self.page}"\n')
+        opener.chmod(0o700)
+
+    def start(self, desktop: VirtualDesktop, *command: Path) -> Program:
+        own = dict.fromkeys(("XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"), "")
+        own |= dict.fromkeys(("HOME", "XDG_RUNTIME_DIR"), str(self.folder))
+        own |= {"PATH": f"{self.folder}:{os.environ['PATH']}"}
+        own |= {"SDL_AUDIODRIVER": "disk", "SDL_DISKAUDIOFILE": str(self.tap)}
+        return Program(desktop, *command, **own)
+
+
 class Library:
-    """A library folder with the program linked in, settings of its own, and a file that takes the sound."""
+    """A library folder with the program linked in, and a home."""
 
     def __init__(self, folder: Path, program: Path) -> None:
         self.root = folder / "Album"
-        self._home = folder / "home"
-        self.tap = self._home / "tap"  # as the sound card gets it
-        self.page = self._home / "page"  # the address that the desktop was to open
         self.camera = self.root / "Camera"
-        for made in (self.root, self._home, self.camera, self.root / "Stick"):
-            made.mkdir(mode=0o700)
+        self.home = Home(folder / "home")
+        for made in (self.root, self.camera, self.root / "Stick"):
+            made.mkdir()
         (self.root / "trovarium").symlink_to(program)
         (self.root / "help").symlink_to(Path(__file__).resolve().parents[2] / "help")
-        opener = self._home / "xdg-open"
-        opener.write_text(f'#!/bin/sh\nprintf %s "$1" >"{self.page}.new" && mv "{self.page}.new" "{self.page}"\n')
-        opener.chmod(0o700)
         self.photos = self.root / "Photos"
         self.infos = self.root / "Photo_Info"
 
     def start(self, desktop: VirtualDesktop) -> Program:
-        homes = ("HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR")
-        own = dict.fromkeys(homes, str(self._home)) | {"PATH": f"{self._home}:{os.environ['PATH']}"}
-        sound = {"SDL_AUDIODRIVER": "disk", "SDL_DISKAUDIOFILE": str(self.tap)}
-        return Program(desktop, self.root / "trovarium", **own, **sound)
+        return self.home.start(desktop, self.root / "trovarium")
 
     def group(self, name: str) -> list[str] | None:
         """Nothing when there is no such list, be it gone only now."""
