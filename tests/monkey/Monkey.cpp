@@ -26,6 +26,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <random>
 #include <sstream>
@@ -35,9 +36,15 @@ namespace trovarium {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 constexpr int Photographs = 60;
 constexpr int Groups = 6;
+// A second, and an organ's note.
+const std::string Clip = "RIFF\x64\x1F\0\0WAVEfmt \x10\0\0\0\1\0\1\0\x40\x1F\0\0\x40\x1F\0\0\1\0\x08\0data\x40\x1F\0\0"s
+    + std::string(8000, '\x60');
+const std::string Music =
+    "MThd\0\0\0\6\0\0\0\1\0\x60MTrk\0\0\0\x10\0\xC0\x10\0\x90\x2D\x64\x9E\0\x80\x2D\0\0\xFF\x2F\0"s;
 constexpr int MostNested = 4; // acts within acts: a slide and an open menu let the user go on
 
 class Monkey : public Prompts {
@@ -70,7 +77,8 @@ public:
         for (const char* home : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
             setenv(home, m_folder.path().c_str(), 1);
         fs::create_directories(m_folder.native("Library/Photos/Removed"));
-        fs::create_directories(m_folder.native("Library/Photo_SlideGroups"));
+        for (const char* folder : {"SlideGroups", "Audio", "Midi"})
+            fs::create_directories(m_folder.native(std::string("Library/Photo_") + folder));
         for (int i = 0; i < Photographs; ++i)
             m_folder.write("Library/Photos/Removed/" + name(i), photograph(i));
     }
@@ -117,9 +125,16 @@ private:
         return {along(form.clientWidth()), along(form.clientHeight())};
     }
 
-    static std::string name(int number) { return "p" + std::to_string(number) + ".jpg"; }
+    static bool isFilm(int number) { return number % 12 == 7; }
+    static std::string name(int number) { return "p" + std::to_string(number) + (isFilm(number) ? ".avi" : ".jpg"); }
     std::string path(int number) const { return m_folder.native("Library/Photos/" + name(number)); }
-    static std::string photograph(int number) { return plainBitmap(30 + number * 7, 400 - number * 5); }
+    static std::string photograph(int number)
+    {
+        if (!isFilm(number))
+            return plainBitmap(30 + number * 7, 400 - number * 5);
+        std::ifstream film(FILMS "/sound.avi", std::ios::binary);
+        return {std::istreambuf_iterator<char>(film), {}};
+    }
 
     // What the user does between two starts: removed photographs come back, and lists are written anew.
     void fillUp()
@@ -133,6 +148,8 @@ private:
             for (int count = below(40); count > 0; --count)
                 lines += name(below(Photographs)) + "\r\n";
             m_folder.write("Library/Photo_SlideGroups/Group " + std::to_string(i) + ".lst", lines);
+            m_folder.write("Library/Photo_Audio/" + name(i) + ".wav", Clip);
+            m_folder.write("Library/Photo_Midi/Group " + std::to_string(i) + ".mid", Music);
         }
     }
 
