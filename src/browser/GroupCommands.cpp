@@ -124,8 +124,9 @@ void GroupCommands::AddToGroup(std::string_view FileName)
 
 void GroupCommands::MoveToGroup(std::string_view FileName)
 {
-    AddToGroup(FileName);
-    removeSelectedFromCurrent();
+    // A disk that is full at this write may have room at the next: what didn't get there stays here, and selected.
+    if (trovarium::AddToGroup(m_album, FileName))
+        removeSelectedFromCurrent();
 }
 
 void GroupCommands::removeSelectedFromCurrent()

@@ -41,8 +41,8 @@ void trimLog(FileService& files, std::string_view path, std::string_view tempora
 
     files.close(log);
     files.close(temporary);
-    files.remove(path);
-    files.rename(temporaryPath, path);
+    files.copy(temporaryPath, path); // in one act: a kill leaves the old log or the new one
+    files.remove(temporaryPath);
 }
 
 } // namespace

@@ -102,7 +102,10 @@ TEST_F(GroupCommandsTest, AReleaseCopiesEnterMovesTheButtonMakesAGroupAndAnEmpty
     prompts.expectInput(AskName, "Ayr");
     chooseGroup(main().mnuEditAdd, [&] { robot.click(groups().cmdNewGroup); });
     EXPECT_EQ(linesOf("Ayr"), (Names{"p1.jpg", "p3.jpg"}));
-    EXPECT_EQ(cells(), names(4)) << "copies stay, and the close box cancels";
+    test.failAt(FileOperation::Close, "Ayr.lst", FailureKind::DiskFull);
+    main().groupCommands().MoveToGroup("Ayr.lst");
+    desktop.files().setFaultHook({});
+    EXPECT_EQ(cells(), names(4)) << "copies stay, what a full disk didn't take too, and the close box cancels";
     chooseGroup(main().mnuEditMove, [&] {
         EXPECT_EQ(offered(), "Move Ayr: Ayr Bath Rome") << "filled anew";
         groups().lstGroups.SetFocus();

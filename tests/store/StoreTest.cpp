@@ -365,7 +365,7 @@ TEST_F(Store, ALogBeginsWithItsCreationAndLosesItsFirstLinesBeyondEightyThousand
         EXPECT_EQ(text.size(), joinedLines(kept).size() + 27);
     }
     for (const auto& [operation, name] : {std::pair{Open, "Trovarium.Log"}, {Open, "LogFile.tmp"},
-             {Print, "LogFile.tmp"}, {Close, "LogFile.tmp"}, {Delete, "Trovarium.Log"}}) {
+             {Print, "LogFile.tmp"}, {Close, "LogFile.tmp"}, {Copy, "Trovarium.Log"}}) {
         test.put(logPath, joinedLines(beyond));
         test.files().open(test.library() + "\\reporting", OpenMode::Output, 1);
         test.failAt(operation, name);
