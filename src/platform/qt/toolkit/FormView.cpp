@@ -187,9 +187,11 @@ void FormView::show(bool modal)
     m_window->activateWindow();
 }
 
-void FormView::hide()
+bool FormView::hide()
 {
+    const bool hadKeys = m_window->isActiveWindow();
     m_window->hide();
+    return hadKeys;
 }
 
 void FormView::windowMoved()

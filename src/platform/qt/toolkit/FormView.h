@@ -26,7 +26,7 @@ public:
     void place(); // where the form is said to be
     void resize();
     void show(bool modal);
-    void hide();
+    bool hide(); // gives whether the window had the keys
     void windowMoved();
 
     // Frame and menu bar around the client area, in pixels; the frame counts once the window is shown.
