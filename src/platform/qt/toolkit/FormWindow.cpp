@@ -110,6 +110,12 @@ void FormWindow::moveEvent(QMoveEvent*)
         m_form->view()->windowMoved();
 }
 
+void FormWindow::screenChanged()
+{
+    if (m_form != nullptr && isVisible())
+        m_form->view()->screenChanged();
+}
+
 bool InputGate::eventFilter(QObject* receiver, QEvent* event)
 {
     if (!isInput(event->type()) || !receiver->isWidgetType())
