@@ -91,6 +91,14 @@ public:
         return accepted;
     }
 
+    void done(int result) override
+    {
+        const bool hadKeys = isActiveWindow();
+        QDialog::done(result);
+        if (hadKeys)
+            m_desktop.state().handKeysOn();
+    }
+
 private:
     QScreen& screenOfForm() const { return m_over != nullptr ? screenOf(*m_over) : *screen(); }
 

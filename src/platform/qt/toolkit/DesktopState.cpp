@@ -171,6 +171,13 @@ Form* DesktopState::activeForm() const
     return shown.empty() ? nullptr : shown.back();
 }
 
+// A window manager does so by itself; without one the keys would go nowhere.
+void DesktopState::handKeysOn()
+{
+    if (const Form* next = activeForm(); next != nullptr && next->view() != nullptr)
+        next->view()->window().activateWindow();
+}
+
 // What falls due while the form's own Activate runs is dropped.
 void DesktopState::queueActivate(Form& form)
 {

@@ -82,6 +82,7 @@ struct DesktopState {
     void formHidden(Form& form);   // hidden or unloaded: ends its modal show
     void formUnloaded(Form& form); // or destroyed
     Form* activeForm() const;
+    void handKeysOn(); // to the active form, from a window that has just gone
     void queueActivate(Form& form);
     void deliverActivates();
 

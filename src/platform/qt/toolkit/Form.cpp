@@ -126,8 +126,10 @@ void Form::hide()
     if (!m_shown)
         return;
     m_shown = false;
-    m_view->hide();
+    const bool hadKeys = m_view->hide();
     m_desktop.state().formHidden(*this);
+    if (hadKeys)
+        m_desktop.state().handKeysOn();
 }
 
 void Form::unload()

@@ -12,17 +12,26 @@
 #include "platform/toolkit/Control.h"
 #include "platform/toolkit/Form.h"
 
+#include <QGuiApplication>
 #include <QIcon>
 #include <QMenuBar>
 #include <QPainter>
 #include <QScreen>
+#include <QTimer>
 #include <QWindow>
 
+#include <chrono>
 #include <cmath>
+#include <utility>
 
 namespace trovarium {
 
 namespace {
+
+using namespace std::chrono_literals;
+
+// Until a window manager has a window in its place and has told so.
+constexpr auto SettlingTime = 100ms;
 
 class FormSurface : public SurfaceView, public MouseTarget {
 public:
@@ -163,21 +172,50 @@ void FormView::resize()
     m_window->setFixedSize(client.width(), client.height() + bar);
 }
 
+bool FormView::isBare() const
+{
+    return m_form.plan().Border == BorderKind::None;
+}
+
+QScreen& FormView::screen() const
+{
+    QScreen* shownOn = isBare() ? QGuiApplication::screenAt(m_origin) : nullptr;
+    return shownOn != nullptr ? *shownOn : screenOf(*m_window);
+}
+
+// On a screen of another scale a window keeps its native pixels, which are too many or too few there. And while a
+// window manager takes a window in, that may seem to stand at the first screen's corner, which is put right later for
+// those with a frame only; here once, since no other place may be had.
+void FormView::screenChanged()
+{
+    if (isBare() && std::exchange(m_keepsPlace, false)) {
+        m_window->setScreen(&screen()); // by whose scale the place counts
+        place();
+    }
+    if (m_window->size() != m_window->maximumSize())
+        m_window->resize(m_window->maximumSize());
+}
+
 void FormView::show(bool modal)
 {
     if (!m_window->isVisible()) {
         QScreen& screen = screenInUse(m_form.desktop().state());
         m_window->setScreen(&screen);
         m_window->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
-        m_window->winId(); // makes the native window, which carries the next two
+        if (m_window->windowHandle() == nullptr) {
+            m_window->winId(); // makes the native window, which carries what follows
+            QObject::connect(m_window->windowHandle(), &QWindow::screenChanged, m_window,
+                [window = m_window.data()] { QTimer::singleShot(SettlingTime, window, &FormWindow::screenChanged); });
+        }
         const Form* owner = m_form.desktop().activeForm();
         const bool owned = modal && owner != nullptr && owner != &m_form && owner->view() != nullptr;
         m_window->windowHandle()->setTransientParent(owned ? owner->view()->window().windowHandle() : nullptr);
         m_origin = screen.geometry().topLeft();
+        m_keepsPlace = true;
         standInTheMiddle(screen);
         place();
-        const bool covers = m_form.plan().Border == BorderKind::None && m_window->width() >= screen.size().width()
-            && m_window->height() >= screen.size().height();
+        const bool covers =
+            isBare() && m_window->width() >= screen.size().width() && m_window->height() >= screen.size().height();
         if (covers)
             m_window->setWindowState(Qt::WindowFullScreen); // over panels too
         m_window->show();
@@ -187,15 +225,17 @@ void FormView::show(bool modal)
     m_window->activateWindow();
 }
 
-void FormView::hide()
+bool FormView::hide()
 {
+    const bool hadKeys = m_window->isActiveWindow();
     m_window->hide();
+    return hadKeys;
 }
 
 void FormView::windowMoved()
 {
     const QPoint now = m_window->frameGeometry().topLeft();
-    if (now == corner())
+    if (now == corner() || isBare())
         return;
     m_origin = screenOf(*m_window).geometry().topLeft();
     m_form.movedTo(toTwips(now.x() - m_origin.x()), toTwips(now.y() - m_origin.y()));

@@ -26,8 +26,10 @@ public:
     void place(); // where the form is said to be
     void resize();
     void show(bool modal);
-    void hide();
+    bool hide(); // gives whether the window had the keys
     void windowMoved();
+    void screenChanged();
+    QScreen& screen() const; // where the form stands
 
     // Frame and menu bar around the client area, in pixels; the frame counts once the window is shown.
     int extraWidth() const;
@@ -36,12 +38,14 @@ public:
 private:
     void standInTheMiddle(const QScreen& screen);
     QPoint corner() const;
+    bool isBare() const; // without a frame, so that no user moves it
 
     Form& m_form;
     QPointer<FormWindow> m_window;
     QPointer<QMenuBar> m_menuBar;
     QPointer<SurfaceView> m_client;
     QPoint m_origin; // of the screen that the form counts its place from
+    bool m_keepsPlace = false;
 };
 
 } // namespace trovarium

@@ -89,6 +89,11 @@ void FormWindow::keyPressEvent(QKeyEvent* event)
     event->ignore();
     if (m_form == nullptr)
         return;
+    // The keys come here only where no window manager takes them, and there a window may lack a close box.
+    if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::AltModifier) {
+        close();
+        return;
+    }
     const bool up = event->key() == Qt::Key_PageUp;
     // A form with keys of its own has these as well.
     const bool pages = (up || event->key() == Qt::Key_PageDown) && !m_form->KeyDown.isWired();
@@ -103,6 +108,12 @@ void FormWindow::moveEvent(QMoveEvent*)
 {
     if (m_form != nullptr && isVisible())
         m_form->view()->windowMoved();
+}
+
+void FormWindow::screenChanged()
+{
+    if (m_form != nullptr && isVisible())
+        m_form->view()->screenChanged();
 }
 
 bool InputGate::eventFilter(QObject* receiver, QEvent* event)

@@ -14,6 +14,7 @@ public:
     // The form is unloaded: the widget stays until the event loop has it back, and does nothing.
     void detach() { m_form = nullptr; }
     Form* form() const { return m_form; }
+    void screenChanged();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -20,7 +20,7 @@ QScreen& screenOf(const QWidget& window)
 QScreen& screenInUse(const DesktopState& state)
 {
     const Form* active = state.activeForm();
-    return active != nullptr && active->view() != nullptr ? screenOf(active->view()->window())
+    return active != nullptr && active->view() != nullptr ? active->view()->screen()
                                                           : *QGuiApplication::primaryScreen();
 }
 
