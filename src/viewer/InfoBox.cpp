@@ -223,7 +223,7 @@ void InfoBox::optInfoPosition_Click(int Index)
 {
     for (int i = 0; i <= 2; ++i)
         m_form.optInfoPosition(i).BackColor = PanelGrey;
-    m_form.optInfoPosition(Index).BackColor = Red;
+    m_form.optInfoPosition(Index).BackColor = MarkRed;
     switch (Index) {
     case 0:
         ShowInfoBox(Up::No, Edit::No);

@@ -10,7 +10,7 @@ namespace trovarium {
 inline constexpr Color Black{0, 0, 0};
 inline constexpr Color White{255, 255, 255};
 inline constexpr Color Yellow{255, 255, 0};
-inline constexpr Color Red{255, 0, 0};
+inline constexpr Color MarkRed{255, 0, 0};
 
 // Grounds, dark to light: of fields and lists, of windows, of panels and menus.
 inline constexpr Color FieldBlue{15, 24, 41};
