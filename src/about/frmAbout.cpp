@@ -1,6 +1,5 @@
 #include "about/frmAbout.h"
 
-#include "check/Colors.h"
 #include "platform/files/FileService.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/system/Shell.h"
@@ -19,8 +18,6 @@ namespace {
 
 constexpr std::size_t LongestValue = 1024; // bytes
 constexpr float TitleFont = 30;            // pixels, as all below
-constexpr float NoticeFont = 11;
-constexpr Color GroundBehindIcon{44, 65, 95}; // the window's, which its round corners let through
 
 } // namespace
 
@@ -38,9 +35,6 @@ frmAbout::frmAbout(Desktop& desktop, Album& album, RegistryAccess registry)
     lblTitle.Bold = true;
     lblDescription.Caption = std::string(Maker).append("\n").append(WebSite).append("\n").append(SupportAddress);
     lblDisclaimer.Caption = std::string(LegalNotice);
-    lblDisclaimer.FontSize = NoticeFont;
-    for (Label* label : {&lblTitle, &lblVersion, &lblDescription, &lblDisclaimer})
-        label->ForeColor = White;
     lblDescription.WordWrap = true;
     lblDisclaimer.WordWrap = true;
     Line1.BorderColor = SoftWhite;

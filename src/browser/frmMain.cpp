@@ -30,9 +30,6 @@ namespace trovarium {
 
 namespace {
 
-constexpr Color Yellow{255, 255, 0};
-constexpr float FileNameFont = 11; // pixels: a name of the usual length fits its cell
-constexpr float StatusFont = 10;   // pixels: "Photo 32767 of 32767" fits its panel
 constexpr float VideoParking = 20; // pixels beyond the frame's right edge
 
 // ---- the plans of the arrays, in twips ----
@@ -85,12 +82,6 @@ Color groundBehindRow(int row)
 {
     return {static_cast<unsigned char>(46 - 3 * row / 2), static_cast<unsigned char>(68 - 2 * row),
         static_cast<unsigned char>(100 - 3 * row)};
-}
-
-void makeWhite(std::initializer_list<Label*> labels)
-{
-    for (Label* label : labels)
-        label->ForeColor = White;
 }
 
 } // namespace
@@ -157,19 +148,23 @@ void frmMain::paintWindow()
         label.ForeColor = White;
         label.Alignment = Alignment::Center;
     });
-    makeWhite({&Label2, &lbCount, &lbTitle});
     lbCount.Alignment = Alignment::Center;
     lbTitle.Alignment = Alignment::Center;
     lbTitle.AutoSize = true;
-    Picture4.forEach([](int, PictureBox& panel) { panel.Border = true; });
-    for (Label* label : {&lbStatusInfo, &lbVideo, &lbZoom, &lbStatusSelected, &lbStatusPage, &lbStatusCount}) {
-        label->FontSize = StatusFont;
+    // Flat: the bar shows between its panels.
+    Picture3.BackColor = PanelBlue;
+    Picture4.forEach([](int, PictureBox& panel) {
+        panel.Border = true;
+        panel.BackColor = FieldBlue;
+        panel.BorderColor = FieldBlue;
+    });
+    for (Label* label : {&lbStatusInfo, &lbVideo, &lbZoom, &lbStatusSelected, &lbStatusPage, &lbStatusCount})
         label->NarrowToFit = true;
-    }
     cmdVideo(1).Picture = art.artwork("pause");
     cmdVideo(2).Picture = art.artwork("stop");
     cmdPlayAudioClip(1).Picture = art.artwork("stop");
     cmdEditPhotoInfo.Picture = art.artwork("edit");
+    framInfo.BackColor = PanelGrey;
 }
 
 void frmMain::paintFrame()
@@ -179,7 +174,7 @@ void frmMain::paintFrame()
         label.ForeColor = White;
         label.Shadow = true;
         label.Alignment = Alignment::Center;
-        label.FontSize = FileNameFont;
+        label.NarrowToFit = true;
     });
     shpThumbnailSelect.forEach([](int index, Shape& shape) {
         shape.BorderColor = index == DragFrame ? Yellow : White;

@@ -1,6 +1,5 @@
 #include "check/frmFirstTime.h"
 
-#include "check/Colors.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "store/Deployment.h"
@@ -21,8 +20,6 @@ frmFirstTime::frmFirstTime(Desktop& desktop)
         name->Bold = true;
     }
     Label1.ForeColor = NameShadow;
-    for (Label* label : {&Label2, &Label3, &Label4, &Label5, &Label6, &Label7})
-        label->ForeColor = White;
     Label3.FontSize = 14;
     Label4.FontSize = 16;
     Label4.Bold = true;

@@ -1,6 +1,5 @@
 #include "check/frmSplash.h"
 
-#include "check/Colors.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/ProgressBar.h"
@@ -9,12 +8,6 @@
 #include "store/Log.h"
 
 namespace trovarium {
-
-namespace {
-
-constexpr Color BarBlue{30, 120, 255};
-
-} // namespace
 
 frmSplash::frmSplash(Desktop& desktop, Album& album)
     : Form(desktop,
@@ -31,14 +24,11 @@ frmSplash::frmSplash(Desktop& desktop, Album& album)
     imgIcon.Stretch = true;
     imgIcon.Picture = desktop.pictures().artwork("icon");
     Label1.ForeColor = NameShadow;
-    lblProductName.ForeColor = White;
     for (Label* name : {&Label1, &lblProductName}) {
         name->FontSize = 46;
         name->Bold = true;
     }
     lblCompanyProduct.FontSize = 16;
-    for (Label* label : {&lblCompanyProduct, &lblVersion, &lblPlatform})
-        label->ForeColor = SoftWhite;
     pctProgress.AccessibleName = "Progress";
     pctProgress.AccessibleValue = 0;
     shpProgress.BorderColor = SoftWhite;

@@ -1,6 +1,5 @@
 #include "check/frmThumbnail.h"
 
-#include "check/Colors.h"
 #include "check/FileDateTime.h"
 #include "check/VideoPlayer.h"
 #include "platform/files/FileService.h"
@@ -29,7 +28,6 @@ constexpr float ClipWidth = 100;
 constexpr float ClipHeight = 75;
 constexpr int ReadingTime = 300; // milliseconds, for the form to appear and to be read
 constexpr std::size_t FilesAhead = 8;
-constexpr Color BarGrey{128, 128, 128};
 
 // A bitmap has whole pixels, and even the narrowest panorama has one.
 float shorterSide(float pixels)
@@ -87,11 +85,8 @@ frmThumbnail::frmThumbnail(Desktop& desktop, Album& album, VideoPlayer& video)
 {
     Picture = desktop.pictures().artwork("background");
     Icon = desktop.pictures().artwork("icon");
-    Label1.ForeColor = SoftWhite;
-    lbFilename.ForeColor = White;
     lbFilename.FontSize = 15;
     lbFilename.Bold = true;
-    lbPhotoSize.forEach([](int, Label& size) { size.ForeColor = SoftWhite; });
     pctProgress.AccessibleName = "Progress";
     pctProgress.AccessibleValue = 0;
     shpProgress.BorderColor = SoftWhite;

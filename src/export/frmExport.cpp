@@ -16,8 +16,6 @@ namespace trovarium {
 namespace {
 
 constexpr std::string_view Product = "Trovarium";
-constexpr Color BarGround{226, 231, 238};
-constexpr Color BarBlue{52, 104, 170};
 
 Plan optionPlan(float top, std::string_view caption)
 {
@@ -55,9 +53,8 @@ void frmExport::paint()
 {
     Picture = desktop().pictures().artwork("background");
     Icon = desktop().pictures().artwork("icon");
-    lbProgress.ForeColor = White;
     lbExit.Raised = true;
-    pctProgress.BackColor = BarGround;
+    pctProgress.BackColor = FieldBlue;
     pctProgress.Border = true;
     shpProgress.BorderColor = BarBlue;
     shpProgress.FillColor = BarBlue;

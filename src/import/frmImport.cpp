@@ -1,6 +1,5 @@
 #include "import/frmImport.h"
 
-#include "check/Colors.h"
 #include "import/AutoScan.h"
 #include "import/ImportRun.h"
 #include "platform/pictures/PictureService.h"
@@ -22,8 +21,6 @@ namespace {
 
 constexpr std::string_view Product = "Trovarium";
 constexpr std::string_view Section = "Import";
-constexpr Color BarGround{226, 231, 238};
-constexpr Color BarBlue{52, 104, 170};
 
 } // namespace
 
@@ -63,9 +60,8 @@ void frmImport::paint()
 {
     Picture = desktop().pictures().artwork("background");
     Icon = desktop().pictures().artwork("icon");
-    lbProgress.ForeColor = White;
     lbExit.Raised = true;
-    pctProgress.BackColor = BarGround;
+    pctProgress.BackColor = FieldBlue;
     pctProgress.Border = true;
     shpProgress.BorderColor = BarBlue;
     shpProgress.FillColor = BarBlue;

@@ -19,8 +19,6 @@ namespace trovarium {
 namespace {
 
 constexpr std::string_view Product = "Trovarium";
-constexpr Color BarGround{226, 231, 238};
-constexpr Color BarBlue{52, 104, 170};
 
 // What stands before an owner's name. The blanks hold the place of the word, so that a marker is exchanged for
 // another of its length.
@@ -43,6 +41,8 @@ frmAddMidiWav::frmAddMidiWav(Desktop& desktop, Album& album, frmMain& main, std:
     const auto addButton = [this](Container* parent, int index, float left, std::string_view caption) {
         const float top = parent == &framSource ? 5730 : 5130;
         cmdPlayStop.add(parent, index, {.Left = left, .Top = top, .Width = 1200, .Height = 390, .Caption = caption});
+        cmdPlayStop(index).Picture =
+            this->desktop().pictures().artwork(index == PlaySource || index == PlayLinked ? "play" : "stop");
     };
     addButton(&framSource, PlaySource, 180, "&Play");
     addButton(&framSource, StopSource, 1500, "&Stop");
@@ -72,9 +72,8 @@ void frmAddMidiWav::paint()
     Picture = desktop().pictures().artwork("background");
     Icon = desktop().pictures().artwork("icon");
     lbListContents.Bold = true;
-    lbProgress.ForeColor = White;
     lbExit.Raised = true;
-    pctProgress.BackColor = BarGround;
+    pctProgress.BackColor = FieldBlue;
     pctProgress.Border = true;
     shpProgress.BorderColor = BarBlue;
     shpProgress.FillColor = BarBlue;

@@ -2,7 +2,6 @@
 
 #include "browser/GroupListPane.h"
 #include "browser/frmMain.h"
-#include "check/Colors.h"
 #include "platform/files/FileService.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
@@ -23,8 +22,6 @@
 namespace trovarium {
 
 namespace {
-
-constexpr Color BarBlue{0, 90, 170};
 
 struct FieldOfLine {
     std::string_view key;
@@ -72,11 +69,8 @@ void frmSearch::paintWindow()
     Picture = art.artwork("background");
     Icon = art.artwork("icon");
     Label1.Bold = true;
-    for (Label* label : {&Label1, &lbFilename, &lbTitle, &lbYear, &lbPlace, &lbEvent, &lbPhotographer, &lbPeople,
-             &lbKeywords, &lbProgress, &lbGroupName})
-        label->ForeColor = White;
     Line1.BorderColor = SoftWhite;
-    pctProgress.BackColor = SoftWhite;
+    pctProgress.BackColor = FieldBlue;
     pctProgress.AccessibleName = "Progress";
     pctProgress.AccessibleValue = 0;
     shpProgress.FillColor = BarBlue;

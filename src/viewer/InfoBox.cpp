@@ -14,8 +14,6 @@ namespace trovarium {
 
 namespace {
 
-constexpr Color ChosenRed{255, 0, 0};
-
 // What can be edited. All but the last have a label of the same number in lbInfo.
 struct Field {
     TextBox frmMain::*box;
@@ -225,7 +223,7 @@ void InfoBox::optInfoPosition_Click(int Index)
 {
     for (int i = 0; i <= 2; ++i)
         m_form.optInfoPosition(i).BackColor = PanelGrey;
-    m_form.optInfoPosition(Index).BackColor = ChosenRed;
+    m_form.optInfoPosition(Index).BackColor = MarkRed;
     switch (Index) {
     case 0:
         ShowInfoBox(Up::No, Edit::No);

@@ -117,8 +117,8 @@ class View:
         return {(x, y): picture.at(x, y + self._menu_height) for x, y in places}
 
     def has_ink(self, place: Place, width: int) -> bool:
-        """Whether something dark stands on the line of pixels that begins at the place."""
-        return any(max(ink) < 100 for ink in self.colours((place[0] + k, place[1]) for k in range(width)).values())
+        """Whether something light stands on the line of pixels that begins at the place."""
+        return any(min(ink) > 150 for ink in self.colours((place[0] + k, place[1]) for k in range(width)).values())
 
     def shows(self, what: str, colours: Colours, act: Callable[[], object] = lambda: None) -> None:
         """Acts until each place looks like its colour."""

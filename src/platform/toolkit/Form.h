@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/pictures/Picture.h"
+#include "platform/toolkit/Colors.h"
 #include "platform/toolkit/Component.h"
 #include "platform/toolkit/Container.h"
 #include "platform/toolkit/Event.h"
@@ -63,7 +64,7 @@ public:
     Property<&Form::height, &Form::setHeight> Height{this};
     Stored<int> MousePointer{this, Change::Hint, DefaultPointer};
     Stored<bool> Enabled{this, Change::Enabled, true};
-    Stored<Color> BackColor{this, Change::Appearance, PanelGrey};
+    Stored<Color> BackColor{this, Change::Appearance, WindowBlue};
     Stored<trovarium::Picture> Picture{this, Change::Appearance}; // stretched over the client area
     Stored<trovarium::Picture> Icon{this, Change::Content};
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/toolkit/Colors.h"
 #include "platform/toolkit/Control.h"
 
 #include <string>
@@ -16,7 +17,7 @@ public:
     Form& form() override { return Control::form(); }
 
     Stored<std::string> Caption;
-    Stored<Color> BackColor{this, Change::Appearance, PanelGrey};
+    Stored<Color> BackColor{this, Change::Appearance, PanelBlue};
 
     Event<int, int, float, float> MouseMove{this}; // Button, Shift, X, Y in twips
 

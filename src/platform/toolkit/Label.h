@@ -20,7 +20,7 @@ public:
     Stored<std::string> Caption;
     Stored<trovarium::Alignment> Alignment{this, Change::Appearance, trovarium::Alignment::Left};
     Stored<bool> AutoSize{this, Change::Text};
-    Stored<Color> ForeColor{this, Change::Appearance, Black};
+    Stored<std::optional<Color>> ForeColor{this, Change::Appearance}; // none: that of what it lies on
     Stored<std::optional<Color>> BackColor{this, Change::Appearance}; // none: what lies below shows
     Stored<float> FontSize{this, Change::Text, 12.0F};                // pixels of the plan
     Stored<bool> Bold{this, Change::Text};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/toolkit/Colors.h"
 #include "platform/toolkit/Control.h"
 
 namespace trovarium {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/pictures/Picture.h"
+#include "platform/toolkit/Colors.h"
 #include "platform/toolkit/Control.h"
 
 #include <memory>
@@ -34,7 +35,8 @@ public:
     Property<&PictureBox::picture, &PictureBox::setPicture> Picture{this};
     Property<&PictureBox::autoSize, &PictureBox::setAutoSize> AutoSize{this};
     Stored<Color> BackColor{this, Change::Appearance, PanelGrey};
-    Stored<bool> Border{this, Change::Appearance}; // sunken, two pixels
+    Stored<bool> Border{this, Change::Appearance}; // two pixels: a line, and one of the back colour
+    Stored<Color> BorderColor{this, Change::Appearance, OutlineBlue};
     // Percent, 0 to 100, that make it a progress bar to screen readers; -1 for a box that is none.
     Stored<int> AccessibleValue{this, Change::Text, -1};
 

@@ -17,10 +17,6 @@ struct Color {
     bool operator==(const Color&) const = default;
 };
 
-inline constexpr Color Black{0, 0, 0};
-inline constexpr Color White{255, 255, 255};
-inline constexpr Color PanelGrey{192, 192, 192};
-
 // Mouse buttons, and the keys held with them, as handlers get them.
 enum MouseButton { LeftButton = 1, RightButton = 2, MiddleButton = 4 };
 enum ShiftKeys { NoKeys = 0, ShiftKey = 1, CtrlKey = 2, AltKey = 4 };

@@ -1,6 +1,6 @@
 #include "platform/qt/toolkit/ButtonLook.h"
 
-#include <QFontMetrics>
+#include <QFontMetricsF>
 #include <QPalette>
 
 #include <algorithm>
@@ -9,9 +9,7 @@ namespace trovarium {
 
 namespace {
 
-constexpr int PlanSize = 12; // pixels
-constexpr int SmallestSize = 8;
-constexpr int NarrowestStretch = 80; // per cent
+constexpr int SmallestSize = 8; // pixels
 constexpr int MiddleGrey = 128;
 
 QColor between(const QColor& first, const QColor& second)
@@ -23,32 +21,32 @@ QColor between(const QColor& first, const QColor& second)
 
 void setBackColor(QAbstractButton& button, std::optional<Color> color)
 {
-    const QColor ground = toQColor(color.value_or(PanelGrey));
+    button.setAutoFillBackground(color.has_value());
+    if (!color) {
+        button.setPalette({});
+        return;
+    }
+    const QColor ground = toQColor(*color);
     const QColor text = qGray(ground.rgb()) < MiddleGrey ? Qt::white : Qt::black;
     QPalette palette;
     palette.setColor(button.foregroundRole(), text);
-    // The desktop's own grey for what is disabled can't be told from a form's.
     palette.setColor(QPalette::Disabled, button.foregroundRole(), between(ground, text));
-    if (color)
-        palette.setColor(button.backgroundRole(), ground);
+    palette.setColor(button.backgroundRole(), ground);
     button.setPalette(palette);
-    button.setAutoFillBackground(color.has_value());
 }
 
-// Letters that are a little narrower look less odd beside another button's than letters that are smaller. Each font
-// that is tried is looked up in the system, so the stretch is worked out.
+// Letters that are a little narrower look less odd beside another button's than letters that are smaller.
 void showCaption(QAbstractButton& button, const std::string& caption, int taken)
 {
     const QString text = toQString(caption);
     const int room = std::max(0, button.width() - taken);
-    const auto width = [&](const QFont& font) { return QFontMetrics(font).size(Qt::TextShowMnemonic, text).width(); };
-    QFont font = planFont(PlanSize);
-    for (int size = PlanSize; width(font) > room && size >= SmallestSize; --size) {
-        font.setPixelSize(size);
-        font.setStretch(QFont::Unstretched);
-        if (const int stretch = 100 * room / width(font); stretch >= NarrowestStretch && stretch < 100)
-            font.setStretch(stretch);
-    }
+    const auto fitting = [&](int size) {
+        return narrowedFont(planFont(static_cast<float>(size)), Qt::TextShowMnemonic, text, room);
+    };
+    int size = static_cast<int>(PlanFont);
+    QFont font = fitting(size);
+    while (size > SmallestSize && QFontMetricsF(font).size(Qt::TextShowMnemonic, text).width() > room)
+        font = fitting(--size);
     button.setFont(font);
     button.setText(text);
 }

@@ -4,15 +4,16 @@
 #include "platform/qt/toolkit/DesktopPrompts.h"
 #include "platform/qt/toolkit/FormView.h"
 #include "platform/qt/toolkit/LateUpdate.h"
+#include "platform/qt/toolkit/Look.h"
 #include "platform/qt/toolkit/SurfaceView.h"
 #include "platform/qt/toolkit/TimerView.h"
+#include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Form.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QEventLoop>
-#include <QIcon>
-#include <QProxyStyle>
+#include <QStyle>
 #include <QTimer>
 
 #include <algorithm>
@@ -35,30 +36,16 @@ constexpr auto LateSlot = 40ms;
 // How long DoEvents may go without asking the window system.
 constexpr auto LookInterval = 1ms;
 
-// Every menu bar makes a button for entries that it has no room for, which none here lacks. Its icon would have
-// all the library's readers of pictures loaded at the start.
-class ProgramStyle : public QProxyStyle {
-public:
-    ProgramStyle()
-        : QProxyStyle(QStringLiteral("Fusion"))
-    {
-    }
-
-    QIcon standardIcon(StandardPixmap kind, const QStyleOption* option, const QWidget* widget) const override
-    {
-        return kind == SP_ToolBarHorizontalExtensionButton ? QIcon() : QProxyStyle::standardIcon(kind, option, widget);
-    }
-};
-
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
 {
-    QApplication::setStyle(std::make_unique<ProgramStyle>().release()); // which the library owns
+    QApplication::setStyle(makeLook().release()); // which the library owns
     auto application = std::make_unique<QApplication>(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // libraries below read and write numbers with it
     QApplication::setApplicationName(QStringLiteral("trovarium"));
     QApplication::setDesktopFileName(QStringLiteral("trovarium"));
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setPalette(QApplication::style()->standardPalette());
+    QApplication::setFont(planFont(PlanFont));
     return application;
 }
 

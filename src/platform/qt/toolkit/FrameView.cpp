@@ -2,6 +2,7 @@
 
 #include "platform/qt/toolkit/ContainerView.h"
 #include "platform/qt/toolkit/DesktopState.h"
+#include "platform/qt/toolkit/Look.h"
 #include "platform/qt/toolkit/Pointers.h"
 #include "platform/qt/toolkit/SurfaceView.h"
 #include "platform/qt/toolkit/View.h"
@@ -14,7 +15,6 @@ namespace trovarium {
 namespace {
 
 // Pixels.
-constexpr float CaptionSize = 12;
 constexpr int CaptionEdge = 12;
 constexpr int CaptionTop = 8;
 
@@ -43,12 +43,10 @@ protected:
     void paintBack(QPainter& painter) override
     {
         const QColor back = toQColor(m_frame.BackColor());
-        painter.fillRect(rect(), back);
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(back.darker(140));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
-        painter.setFont(planFont(CaptionSize, true));
-        painter.setPen(Qt::black);
+        painter.fillRect(rect(), palette().color(QPalette::Midlight));
+        painter.fillRect(rect().adjusted(1, 1, -1, -1), back);
+        painter.setFont(planFont(PlanFont, true));
+        painter.setPen(palette().color(QPalette::WindowText));
         painter.drawText(
             rect().adjusted(CaptionEdge, CaptionTop, -CaptionEdge, 0), Qt::AlignLeft, toQString(m_frame.Caption()));
     }
@@ -64,11 +62,14 @@ public:
         , m_frame(frame)
     {
         nameByCaption();
+        surface->setPalette(paletteOn(m_frame.BackColor()));
     }
 
     void apply(Change change) override
     {
         ContainerView::apply(change);
+        if (change == Change::Appearance)
+            surface()->setPalette(paletteOn(m_frame.BackColor()));
         if (change != Change::Text)
             return;
         nameByCaption();

@@ -34,19 +34,6 @@ QFont fontOf(const Label& label)
     return planFont(label.FontSize(), label.Bold());
 }
 
-constexpr int NarrowestFont = 50; // per cent
-
-// The label's font, or one that is so much narrower that the text fits.
-QFont fontFor(const Label& label, const QString& text, qreal width)
-{
-    QFont font = fontOf(label);
-    if (!label.NarrowToFit())
-        return font;
-    for (int stretch = 100; stretch > NarrowestFont && QFontMetricsF(font).size(0, text).width() > width; --stretch)
-        font.setStretch(stretch - 1);
-    return font;
-}
-
 int alignmentOf(const Label& label)
 {
     switch (label.Alignment()) {
@@ -79,7 +66,8 @@ public:
         }
         if (text.isEmpty())
             return;
-        painter.setFont(fontFor(m_label, text, place.width()));
+        const QFont font = fontOf(m_label);
+        painter.setFont(m_label.NarrowToFit() ? narrowedFont(font, 0, text, place.width()) : font);
         const QFontMetricsF metrics(painter.font());
         int flags = alignmentOf(m_label);
         if (m_label.WordWrap()) {
@@ -98,10 +86,10 @@ public:
             for (const QPointF offset : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1), QPointF(1, 1)})
                 painter.drawText(place.translated(offset), flags, text);
         }
-        QColor color = toQColor(m_label.ForeColor());
-        if (!m_label.Enabled())
-            color.setAlphaF(0.5);
-        painter.setPen(color);
+        const std::optional<Color> color = m_label.ForeColor();
+        const auto group = m_label.Enabled() ? QPalette::Active : QPalette::Disabled;
+        painter.setPen(
+            color && m_label.Enabled() ? toQColor(*color) : surface().palette().color(group, QPalette::WindowText));
         painter.drawText(place, flags, text);
     }
 

@@ -84,7 +84,6 @@ public:
         : QMenuBar(window)
     {
         setNativeMenuBar(false);
-        setFont(planFont(12));
         for (Menu* top : form.menus())
             if (top->Visible())
                 add(*this, *top);
@@ -99,7 +98,6 @@ private:
             return;
         }
         QMenu* list = parent.addMenu(QString());
-        list->setFont(font());
         m_views.push_back(std::make_unique<MenuView>(menu, list->menuAction()));
         for (Menu* entry : menu.entries())
             add(*list, *entry);
@@ -140,7 +138,6 @@ public:
 private:
     void fill(QMenu& list, Menu& menu)
     {
-        list.setFont(planFont(12));
         for (Menu* entry : menu.entries()) {
             QAction* action = nullptr;
             if (entry->entries().empty()) {

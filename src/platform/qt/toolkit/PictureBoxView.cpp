@@ -41,19 +41,6 @@ QSize wholePixels(const PictureBox& box)
         static_cast<int>(std::lround(box.parent().toPixels(box.Height()) - edges))};
 }
 
-// A sunken border, `place` its outer edge: each line with the colour of its upper and left, lower and right part.
-void paintBorder(QPainter& painter, QRectF place)
-{
-    const std::pair<QColor, QColor> lines[] = {
-        {QColor(128, 128, 128), Qt::white}, {QColor(96, 96, 96), QColor(212, 212, 212)}};
-    for (const auto& [upper, lower] : lines) {
-        painter.fillRect(place, lower);
-        painter.fillRect(place.adjusted(0, 0, 0, 1 - place.height()), upper);
-        painter.fillRect(place.adjusted(0, 0, 1 - place.width(), 0), upper);
-        place.adjust(1, 1, -1, -1);
-    }
-}
-
 class PictureBoxSurface : public SurfaceView, public MouseTarget {
 public:
     PictureBoxSurface(PictureBox& box, Canvas& canvas)
@@ -103,7 +90,8 @@ protected:
             return;
         }
         const QRectF all = rect();
-        paintBorder(painter, all);
+        painter.fillRect(all, toQColor(m_box.BorderColor()));
+        painter.fillRect(all.adjusted(1, 1, -1, -1), toQColor(m_box.BackColor()));
         const qreal edge = m_box.edge();
         const QRectF inside(0, 0, all.width() - 2 * edge, all.height() - 2 * edge);
         painter.save();

@@ -2,6 +2,7 @@
 
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/qt/toolkit/ItemView.h"
+#include "platform/qt/toolkit/Look.h"
 #include "platform/qt/toolkit/Pointers.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Form.h"
@@ -172,18 +173,8 @@ void SurfaceView::paintFocus(QPainter& painter)
 {
     if (!hasFocus() || !window()->testAttribute(Qt::WA_KeyboardFocusChange))
         return;
-    const MouseTarget* target = focusTarget();
-    if (target == nullptr)
-        return;
-    const QRectF ring = target->place().adjusted(1.5, 1.5, -1.5, -1.5);
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(QColor(0, 0, 0, 160), 3));
-    painter.drawRoundedRect(ring, 3, 3);
-    painter.setPen(QPen(QColor(255, 255, 255), 1.5));
-    painter.drawRoundedRect(ring, 3, 3);
-    painter.restore();
+    if (const MouseTarget* target = focusTarget())
+        paintFocusRing(painter, palette(), target->place());
 }
 
 bool SurfaceView::event(QEvent* event)

@@ -6,6 +6,7 @@
 #include "platform/toolkit/Form.h"
 
 #include <QFont>
+#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QTextDocument>
 
@@ -14,6 +15,13 @@
 
 namespace trovarium {
 
+namespace {
+
+constexpr int NarrowestFont = 70; // per cent
+constexpr int NarrowStep = 10;    // few, since each is another font to the desktop
+
+} // namespace
+
 WidgetView::WidgetView(Control& control, QWidget* widget)
     : View(control)
     , m_widget(widget)
@@ -21,7 +29,6 @@ WidgetView::WidgetView(Control& control, QWidget* widget)
     , m_hasOwnCursor(widget->testAttribute(Qt::WA_SetCursor))
 {
     widget->setObjectName(toQString(control.Name()));
-    widget->setFont(planFont(12));
     // A disabled control's events are lost; they don't go to what it lies on.
     widget->setAttribute(Qt::WA_NoMousePropagation);
     WidgetView::apply(Change::Hint);
@@ -118,6 +125,15 @@ QFont planFont(float pixels, bool bold)
     QFont font;
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
     font.setBold(bold);
+    return font;
+}
+
+QFont narrowedFont(QFont font, int flags, const QString& text, qreal width)
+{
+    for (int stretch = 100; stretch > NarrowestFont && QFontMetricsF(font).size(flags, text).width() > width;) {
+        stretch -= NarrowStep;
+        font.setStretch(stretch);
+    }
     return font;
 }
 

@@ -67,8 +67,11 @@ std::string toText(const QString& text);
 // A tool tip that shows its text as it stands, whatever it may look like.
 QString toolTipText(std::string_view text);
 
-// A font of so many pixels of the plan.
+// A font of so many pixels of the plan, and the size of all that no plan makes larger.
+inline constexpr float PlanFont = 12;
 QFont planFont(float pixels, bool bold = false);
+// The font, made so much narrower, within reason, that the text fits into a width. `flags` as for measuring it.
+QFont narrowedFont(QFont font, int flags, const QString& text, qreal width);
 
 QColor toQColor(Color color);
 

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/toolkit/Units.h"
+
+#include <QPalette>
+
+#include <memory>
+
+class QPainter;
+class QRectF;
+class QStyle;
+
+namespace trovarium {
+
+// The style of all windows: the desktop's controls in the program's colours.
+std::unique_ptr<QStyle> makeLook();
+
+// For what lies on a ground of this colour: dark text on a light one, light text on a dark one.
+QPalette paletteOn(Color ground);
+
+// The ring around what the keys go to, inside `place`; it stands out from any picture.
+void paintFocusRing(QPainter& painter, const QPalette& palette, const QRectF& place);
+
+} // namespace trovarium

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/toolkit/Units.h"
+
+namespace trovarium {
+
+// All colours of the program, but for those inside its artwork. What is read stands out from its ground by 4.5 to 1,
+// what is disabled and the outline of a control by 3 to 1.
+
+inline constexpr Color Black{0, 0, 0};
+inline constexpr Color White{255, 255, 255};
+inline constexpr Color Yellow{255, 255, 0};
+inline constexpr Color MarkRed{255, 0, 0};
+
+// Grounds, dark to light: of fields and lists, of windows, of panels and menus.
+inline constexpr Color FieldBlue{15, 24, 41};
+inline constexpr Color WindowBlue{24, 36, 64};
+inline constexpr Color PanelBlue{32, 46, 74};
+inline constexpr Color PanelGrey{192, 192, 192}; // of the information box
+
+// What stands on the blue grounds.
+inline constexpr Color Ink{238, 242, 248};
+inline constexpr Color SoftWhite{214, 224, 236};
+inline constexpr Color FaintInk{148, 164, 188}; // disabled
+inline constexpr Color LinkInk{143, 193, 255};
+inline constexpr Color VisitedInk{201, 184, 245};
+inline constexpr Color OutlineBlue{128, 150, 186}; // of fields and marks
+inline constexpr Color SeparatorBlue{54, 72, 108}; // of panels, and of what is disabled
+inline constexpr Color NameShadow{6, 14, 26};
+
+// What stands on the grey one.
+inline constexpr Color DarkFaintInk{76, 76, 76}; // disabled
+inline constexpr Color OutlineGrey{84, 84, 84};
+
+// Buttons, and what is chosen.
+inline constexpr Color ButtonBlue{29, 79, 134};
+inline constexpr Color ButtonEdge{66, 126, 196};
+inline constexpr Color DisabledButton{38, 54, 84};
+inline constexpr Color ChosenBlue{42, 112, 200};
+inline constexpr Color ThumbBlue{98, 124, 166}; // of scroll bars
+
+// The ring around what has the focus.
+inline constexpr Color FocusLight{166, 212, 255};
+inline constexpr Color FocusDark{6, 32, 110};
+
+// Bars of progress.
+inline constexpr Color BarBlue{58, 134, 230};
+inline constexpr Color BarGrey{128, 128, 128};
+
+// The background picture's colour behind the icon of the About box, whose round corners let it through.
+inline constexpr Color GroundBehindIcon{44, 65, 95};
+
+} // namespace trovarium
