@@ -1,3 +1,4 @@
+#include "platform/media/MusicCommand.h"
 #include "platform/media/TestSounds.h"
 #include "platform/sdl/SoundPlayer.h"
 #include "platform/toolkit/Desktop.h"
