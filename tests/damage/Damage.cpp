@@ -136,10 +136,8 @@ public:
         putPhotos(names(3));
         putGroup("Alps", {"p3.jpg", "p1.jpg", "p2.jpg"});
         putGroup("Rome", {"p3.jpg", "p1.jpg"});
-        std::string log = "Created 2001-02-03 04:05:06\r\n";
-        while (log.size() < 60'000)
-            log += "01-02-03 04:05:06: An error has occurred in 'test'. Error = Overflow\r\n";
-        test.put(test.library() + "\\Trovarium.Log", log);
+        test.put(
+            test.library() + "\\Trovarium.Log", joinedLines(Names(1000, "An error has occurred in 'test'. Error = 7")));
         test.setSetting("SourceFolders", "Info", test.paths().InfoPath);
         test.setSetting("SourceFolders", "MidiMusic", test.paths().MidiPath);
         test.setSetting("Options", "AutoFix", "True");
