@@ -75,10 +75,12 @@ void RemoveMissingPhotosFromGroup(Album& album, Desktop& desktop)
         desktop.endProgram(FatalExit);
     }
     std::vector<std::string> lists;
-    // Without the information files every line would look like a missing photograph.
+    // Without the information files every line would look like a missing photograph. Where a setting has lost its last
+    // separator the folder is there, and yet no name behind it leads into it.
     attempt([&] {
         album.files.listExisting(album.paths.InfoPath + "*.*");
-        lists = album.files.list(folder + "*.*");
+        if (fromNativePath(album.paths.InfoPath).ends_with('\\'))
+            lists = album.files.list(folder + "*.*");
     });
     for (const std::string& list : lists) {
         if (album.AutoCheckBypass)

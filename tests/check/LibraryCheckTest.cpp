@@ -133,8 +133,11 @@ TEST_F(LibraryCheck, KeepsOrderAndDoublesOfWhatIsThereAndByAFailureTheListAsItSt
         EXPECT_EQ(desktop.files().freeFile(), 1) << "a file was left open";
         EXPECT_EQ(desktop.Screen().MousePointer(), DefaultPointer);
     }
-    const std::string infoPath = std::exchange(test.paths().InfoPath, test.library() + "\\Unplugged\\");
-    repair();
+    const std::string infoPath = test.paths().InfoPath;
+    for (const char* folder : {"\\Unplugged\\", "\\Photo_Info"}) {
+        test.paths().InfoPath = test.library() + folder;
+        repair();
+    }
     test.paths().InfoPath = infoPath;
     test.album().AutoCheckBypass = true;
     repair();

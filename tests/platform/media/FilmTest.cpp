@@ -9,8 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <random>
 #include <sys/stat.h>
 
 namespace trovarium {
@@ -82,7 +80,7 @@ TEST(Films, PlayPauseSeekAndEnd)
     EXPECT_LT(frame.pixels[48 * 48 + 24] & 0xff, 60u);
 }
 
-TEST(Films, OpenNothingButAFilmAndDamageNeitherCrashesNorHangs)
+TEST(Films, OpenNothingButAFilm)
 {
     const TemporaryFolder folder;
     folder.write("list.avi", "#EXTM3U\n" FILMS "/silent.avi\n");
@@ -96,24 +94,6 @@ TEST(Films, OpenNothingButAFilmAndDamageNeitherCrashesNorHangs)
         EXPECT_EQ("Invalid procedure call or argument", failureOf([&] { graph->Run(); })) << name;
     }
     EXPECT_EQ("Device unavailable", failureOf([] { MpvLibrary("libabsent.so"); }));
-
-    std::mt19937 random(10);
-    for (const char* name : {"sound.avi", "sound.mov", "sound.mpg"})
-        for (int left = 20; left > 0; --left) {
-            testDesktop().files().copy(Clips + name, folder.inside("damaged"));
-            std::string bytes = folder.read("damaged");
-            for (unsigned n = random() % 200; n > 0; --n)
-                bytes[random() % (n % 2 == 0 ? bytes.size() : 1000)] = static_cast<char>(random());
-            folder.write("damaged", bytes.substr(0, left % 4 == 0 ? random() % bytes.size() : bytes.size()));
-            const auto start = std::chrono::steady_clock::now();
-            attempt([&] {
-                const Film film(folder.inside("damaged"));
-                film.graph->Run();
-                film.graph->WaitForCompletion(20);
-                film.graph->put_CurrentPosition(0.5);
-            });
-            EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3)) << name << " " << left;
-        }
 }
 
 } // namespace trovarium

@@ -1,0 +1,339 @@
+// Damaged files in the hands of the program: none crashes it, none stops it, and no other file changes.
+//
+//     damage ROUNDS [SEED [FORMAT]]
+//
+// So many files of each format, or of the one, damaged by the seeds from SEED on. The last line of a run that fails or
+// hangs repeats the fault and tells where the file is.
+
+#include "browser/GroupListPane.h"
+#include "browser/MainWindow.h"
+#include "browser/ThumbnailPages.h"
+#include "check/GroupRepair.h"
+#include "check/RepairPasses.h"
+#include "check/frmSplash.h"
+#include "check/frmThumbnail.h"
+#include "platform/media/FilgraphManager.h"
+#include "platform/media/FilmSurface.h"
+#include "platform/media/MediaService.h"
+#include "platform/media/TestSounds.h"
+#include "platform/pictures/TestPictures.h"
+#include "platform/qt/pictures/PictureData.h"
+#include "platform/sdl/SoundDevice.h"
+#include "search/frmSearch.h"
+#include "store/GroupFile.h"
+#include "store/Log.h"
+#include "viewer/PhotoDisplay.h"
+
+#include <iostream>
+#include <malloc.h>
+#include <sstream>
+#include <unistd.h>
+
+namespace trovarium {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr unsigned Deadline = 20; // seconds for one file, and for the end of the program behind the last
+Desktop* theDesktop = nullptr;
+
+// One to four changes, the rest of them in the head. Lines, lengths and encodings are a matter of texts.
+std::string damaged(std::string bytes, bool isText, std::mt19937& dice)
+{
+    static const std::string odd[] = {"\xEF\xBB\xBF", "\xFF\xFE", "\xC3", "\xED\xA0\x80", "\xF4\x90\x80\x80",
+        "\xE2\x80\xAE", "\0"s, "\x1A", "\x1B[", "\x7F", "\r", "\n", "=", "\\..\\", "%00", "*.?"};
+    const auto below = [&](std::size_t limit) { return limit == 0 ? 0 : dice() % limit; };
+    for (std::size_t changes = 1 + below(4); changes > 0; --changes) {
+        const std::size_t at = below(below(3) == 0 ? std::min<std::size_t>(bytes.size(), 64) : bytes.size());
+        std::string piece = bytes.substr(at, 1 + below(below(8) == 0 ? bytes.size() : 4));
+        const std::size_t start = bytes.rfind('\n', at) + 1;
+        const std::string line = bytes.substr(start, bytes.find('\n', start) - start + 1);
+        const auto fill = [&](const std::function<char()>& byte) {
+            std::generate(piece.begin(), piece.end(), byte);
+            bytes.replace(at, piece.size(), piece);
+        };
+        const auto overwrite = [&] { fill([&] { return static_cast<char>(dice()); }); };
+        const std::function<void()> kinds[] = {
+            overwrite,
+            overwrite,
+            overwrite,
+            [&] { fill([] { return '\0'; }); },
+            [&] { fill([] { return '\xFF'; }); },
+            [&] { bytes.resize(at); },
+            [&] { bytes.insert(at, piece); },
+            [&] { bytes.erase(at, piece.size()).insert(std::min(bytes.size(), at + 1 + below(64)), piece); },
+            // of texts only
+            [&] { bytes.insert(start, line); },
+            [&] { bytes.erase(start, line.size()); },
+            [&] { bytes.insert(at, below(50'000), below(2) == 0 ? 'x' : '\xE9'); },
+            [&] { std::erase(bytes, below(2) == 0 ? '\r' : '\n'); },
+            [&] { bytes.insert(at, odd[below(std::size(odd))]); },
+            [&] { bytes.insert(start, odd[below(std::size(odd))]); },
+        };
+        kinds[below(isText ? std::size(kinds) : 8)]();
+    }
+    return bytes;
+}
+
+// What a damaged picture shows may be odd, but never depends on what lay in memory before.
+bool showsPicture(const std::string& native)
+{
+    PictureService& pictures = theDesktop->pictures();
+    QImage images[2];
+    for (QImage& image : images) {
+        mallopt(M_PERTURB, &image == &images[0] ? 0x11 : 0xEE);
+        const auto failure = attempt([&] { image = pictures.load(fromNativePath(native)).data()->pixels; });
+        EXPECT_EQ(failure.has_value(), image.isNull());
+    }
+    mallopt(M_PERTURB, 0);
+    EXPECT_TRUE(images[0] == images[1]) << "it shows what lay in memory";
+    attempt([&] { pictures.loadReduced(fromNativePath(native), 10); });
+    return !images[0].isNull();
+}
+
+bool showsFilm(const std::string& native)
+{
+    return !attempt([&] {
+        const auto graph = theDesktop->media().newFilgraphManager();
+        graph->RenderFile(fromNativePath(native));
+        graph->put_Owner(std::make_shared<FilmSurface>());
+        graph->Run();
+        graph->WaitForCompletion(20);
+        graph->put_CurrentPosition(0.5);
+    });
+}
+
+// The device goes on behind a damaged file; what it mixes goes into another.
+bool sounds(const std::string& native)
+{
+    static const std::string mixed = native + ".mixed";
+    for (const auto& [name, value] : {std::pair{"SDL_AUDIODRIVER", "disk"}, {"SDL_DISKAUDIOFILE", mixed.c_str()},
+             {"SDL_DISKAUDIODELAY", "1"}}) // milliseconds for 12 of sound
+        setenv(name, value, 1);
+    static SoundDevice device;
+    device.playClip(native);
+    if (native.ends_with("mid"))
+        device.carryOut({MusicCommand::Act::Open, "x", native});
+    device.carryOut({MusicCommand::Act::Play, "x", {}});
+    const auto mixes = [start = fs::file_size(mixed)] { return fs::file_size(mixed) > start + 8192; };
+    const bool goesOn = theDesktop->waitUntil(mixes, 5000);
+    device.carryOut({MusicCommand::Act::Close, "x", {}});
+    EXPECT_TRUE(goesOn) << "silent";
+    return goesOn;
+}
+
+// The files that get damaged, by format.
+const std::map<std::string, std::string> Places{{"info", "Library/Photo_Info/p2.jpg.info"},
+    {"list", "Library/Photo_SlideGroups/Alps.lst"}, {"settings", "settings/settings.txt"},
+    {"log", "Library/Trovarium.Log"}};
+
+// A library with one file that gets damaged, as a start meets it and the window uses it.
+class DamagedLibrary : public MainWindow {
+public:
+    DamagedLibrary()
+    {
+        putPhotos(names(3));
+        putGroup("Alps", {"p3.jpg", "p1.jpg", "p2.jpg"});
+        putGroup("Rome", {"p3.jpg", "p1.jpg"});
+        test.put(
+            test.library() + "\\Trovarium.Log", joinedLines(Names(1000, "An error has occurred in 'test'. Error = 7")));
+        test.setSetting("SourceFolders", "Info", test.paths().InfoPath);
+        test.setSetting("SourceFolders", "MidiMusic", test.paths().MidiPath);
+        test.setSetting("Options", "AutoFix", "True");
+        // Damaged settings and links lead anywhere: nothing outside is touched.
+        desktop.files().setFaultHook([cage = test.folder().inside()](FileOperation operation, std::string_view path) {
+            if (operation != FileOperation::Exists && (!path.starts_with(cage) || path.find("..") != path.npos))
+                throw Failure(FailureKind::PathFileAccess);
+        });
+        open();
+        main().optInfoPosition(2).Value = true;
+        startAndUse();
+        putGroup("Alps", names(3));
+        startAndUse(); // now every file is as the program writes it
+        EXPECT_EQ(linesOf("Alps"), names(3));
+        m_sound = test.allFiles();
+        m_sound.erase("Library/Photo_SlideGroups/Found.lst"); // grows with every search
+    }
+
+    std::vector<std::string> sound(const std::string& format) const
+    {
+        const std::string& bytes = m_sound.at(Places.at(format));
+        return {bytes, bytes + bytes};
+    }
+
+    bool meets(const std::string& format, const std::string& damaged)
+    {
+        for (const auto& [path, bytes] : test.allFiles()) {
+            const auto sound = m_sound.find(path);
+            if (sound == m_sound.end() && !path.starts_with("damaged"))
+                fs::remove(test.folder().native(path));
+            else if (sound != m_sound.end() && sound->second != bytes)
+                test.folder().write(path, sound->second);
+        }
+        test.folder().write(Places.at(format), damaged);
+        const bool shown = startAndUse();
+        std::map<std::string, std::string> after = test.allFiles();
+        for (const auto& [path, bytes] : m_sound) {
+            // Every check writes the list of all photographs, and every failure is logged. Without information a
+            // photograph leaves the groups, and thumbnails are made where information and settings lead.
+            const bool follows = path.ends_with(".Log") || path.ends_with("  All Photos  .lst")
+                || (damaged.empty() && path.ends_with(".lst")) || path.ends_with("Thumbnails/p2.jpg")
+                || (format == "settings" && path.find("Thumbnails") != path.npos);
+            EXPECT_TRUE(path == Places.at(format) || follows || after[path] == bytes) << path << " has changed";
+        }
+        return shown;
+    }
+
+    using MainWindow::test;
+
+private:
+    void TestBody() override { }
+
+    bool startAndUse()
+    {
+        Album& album = test.album();
+        readFolderSettings(album);
+        if (test.paths().SlideGroupPath.empty())
+            return false; // ends the program
+        CheckDirPaths(album, desktop);
+        RepairPasses(album, m_splash(), m_builder).CheckFolderContents();
+        RemoveMissingPhotosFromGroup(album, desktop);
+        removeLeftOvers(album);
+
+        bool shown = false;
+        main().groupList().LoadGroupNames();
+        main().pages().LoadSlideGroup("Alps.lst");
+        main().photoDisplay().DisplayPhoto(2, true, shown);
+        const bool isShown = shown;
+        robot.click(main().cmdEditPhotoInfo);
+        main().photoDisplay().DisplayPhoto(3, true, shown); // saves the second
+        robot.click(main().cmdEditPhotoInfo);
+        if (const int last = group().GroupSelect.upperBound(); last > 0) {
+            group().GroupSelect(last) = 1; // to the end, where it is, out, and in again
+            ReorderGroupFile(album, "Alps.lst", last);
+            RemoveFromGroupFile(album, "Alps.lst");
+            AddToGroup(album, "Alps.lst");
+        }
+        m_search.txtTitle.Text = "p";
+        m_search.cmdSearch_Click();
+        m_search.cmbGroupName.Text = "Found";
+        m_search.cmdSave_Click();
+
+        const std::string options = album.Settings().GetOWSetting("Trovarium", "Options", "AutoFix", "?");
+        test.setSetting("Import", "LastPath", "/a\\b ");
+        EXPECT_EQ(album.Settings().GetOWSetting("Trovarium", "Import", "LastPath", "?"), "/a\\b ");
+        EXPECT_EQ(album.Settings().GetOWSetting("Trovarium", "Options", "AutoFix", "?"), options);
+        logFailure(album, "damage", Failure(FailureKind::Overflow));
+        EXPECT_TRUE(test.log().ends_with("'damage'. Error = Overflow\r\n"));
+        desktop.files().closeAll(); // a failed look for a link leaves its file open
+        return isShown;
+    }
+
+    FormSlot<frmThumbnail> m_builder{
+        desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), video); }};
+    FormSlot<frmSplash> m_splash{desktop, [this] { return std::make_unique<frmSplash>(desktop, test.album()); }};
+    frmSearch m_search{desktop, test.album(), main()};
+    std::map<std::string, std::string> m_sound; // files
+};
+
+std::string film(const std::string& format)
+{
+    std::ifstream stream(FILMS "/sound." + format, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::vector<std::pair<std::string, std::vector<std::string>>> soundFiles(const DamagedLibrary& library)
+{
+    const QImage scene = testScene(64, 48);
+    const QColorSpace wide(QColorSpace::DisplayP3);
+    const std::string ones(64 * 3 * 48, '\1');
+    const std::string ink = inkJpeg("\xFF\xEE\0\x0E"s + "Adobe\0\x64\0\0\0\0\0"s);
+    return {
+        {"jpg",
+            {jpegBytes(scene), jpegBytes(scene, true), withOrientation(jpegBytes(scene), 6, true),
+                written(scene, "jpg", wide), withProfile(ink, inkProfile())}},
+        {"gif", {gifBytes(64, 48, 10, 20, 1)}},
+        {"bmp", {bitmapFile(64, 48, 24, ones), bitmapFile(64, 48, 8, ones, std::string(1024, '\x55'), 1)}},
+        {"png", {written(scene, "png"), written(scene, "png", wide)}},
+        {"webp", {written(scene, "webp"), written(scene, "webp", wide)}},
+        {"tiff", {written(scene, "tiff"), written(scene, "tiff", wide)}},
+        {"wmf", {wmfFile(wmfScene(), {0, 0, 1200, 800, 960})}},
+        {"avi", {film("avi")}},
+        {"mov", {film("mov")}},
+        {"mpg", {film("mpg")}},
+        {"wav", {clip(1000)}},
+        {"mid", {Piece}},
+        {"info", library.sound("info")},
+        {"list", library.sound("list")},
+        {"settings", library.sound("settings")},
+        {"log", library.sound("log")},
+    };
+}
+
+// Whether the damaged file showed something.
+bool meet(DamagedLibrary& library, const std::string& format, const std::string& native, const std::string& damaged)
+{
+    if (Places.count(format) != 0)
+        return library.meets(format, damaged);
+    if (format == "wav" || format == "mid")
+        return sounds(native);
+    return format == "avi" || format == "mov" || format == "mpg" ? showsFilm(native) : showsPicture(native);
+}
+
+} // namespace
+
+Desktop& testDesktop()
+{
+    return *theDesktop;
+}
+
+} // namespace trovarium
+
+// What is kept to the end by others.
+extern "C" const char* __lsan_default_suppressions() // NOLINT: its given name
+{
+    return "leak:libfontconfig";
+}
+
+int main(int argc, char** argv)
+{
+    using namespace trovarium;
+
+    testing::InitGoogleTest(&argc, argv);
+    const unsigned rounds = argc > 1 ? static_cast<unsigned>(std::atoi(argv[1])) : 100;
+    const unsigned first = argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 1;
+    FileService files;
+    Desktop desktop(argc, argv, files, Pace::Immediate);
+    theDesktop = &desktop;
+    std::ostringstream reported;
+    std::streambuf* const errors = std::cerr.rdbuf(reported.rdbuf());
+    DamagedLibrary library;
+    stderr = std::fopen("/dev/null", "w"); // for the words of libraries; sanitizers report past it
+    for (const auto& [format, sound] : soundFiles(library)) {
+        if (argc > 3 && format != argv[3])
+            continue;
+        const auto start = std::chrono::steady_clock::now();
+        const std::string native = library.test.folder().native("damaged." + format);
+        unsigned shown = 0;
+        for (unsigned seed = first; seed < first + rounds; ++seed) {
+            std::cout << "\rdamage 1 " << seed << " " << format << " # " << native << std::flush;
+            alarm(Deadline);
+            std::mt19937 dice(seed);
+            const std::string bytes = damaged(sound[dice() % sound.size()], Places.count(format) != 0, dice);
+            fs::remove(native); // a file that is emptied in place is flushed to the disk at its close
+            std::ofstream(native, std::ios::binary) << bytes;
+            shown += meet(library, format, native, bytes) ? 1 : 0;
+            // Nothing takes the failure of the one setting that the window reads by itself.
+            const std::string left = reported.str();
+            EXPECT_TRUE(left.empty() || (format == "settings" && left.starts_with("frmMain: Type mismatch"))) << left;
+            reported.str({});
+            if (testing::UnitTest::GetInstance()->ad_hoc_test_result().Failed())
+                std::_Exit(1); // the files stay
+        }
+        const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+        std::cout << "\r" << format << ": " << rounds << " files, " << shown << " shown, " << time.count()
+                  << " s\33[K\n";
+    }
+    std::cerr.rdbuf(errors);
+}
