@@ -75,9 +75,10 @@ void RemoveMissingPhotosFromGroup(Album& album, Desktop& desktop)
         desktop.endProgram(FatalExit);
     }
     std::vector<std::string> lists;
-    // Without the information files every line would look like a missing photograph.
+    // Without the information files every line would look like a missing photograph. Hardly a name fits, so that none
+    // is sorted.
     attempt([&] {
-        album.files.listExisting(album.paths.InfoPath + "*.*");
+        album.files.listExisting(album.paths.InfoPath + "?");
         lists = album.files.list(folder + "*.*");
     });
     for (const std::string& list : lists) {
