@@ -23,6 +23,7 @@ int main(int argc, char** argv)
     const std::string data = argv[1];
     FileService files;
     Desktop desktop(argc, argv, files, Pace::Paced);
+    addActs(desktop, data);
     addPageJobs(desktop, data);
     addPhotographJobs(desktop, data);
     addGroupJobs(desktop, data);

@@ -8,6 +8,7 @@ class Desktop;
 
 // Each puts its jobs on Google Benchmark's list; `data` is the folder with the libraries. A job runs once for
 // each repetition and measures its own time.
+void addActs(Desktop& desktop, const std::string& data);
 void addGroupJobs(Desktop& desktop, const std::string& data);
 void addPageJobs(Desktop& desktop, const std::string& data);
 void addPhotographJobs(Desktop& desktop, const std::string& data);

@@ -170,6 +170,30 @@ def library_of_many(data: Path) -> Path:
     return library
 
 
+def library_in_groups(data: Path, count: int) -> Path:
+    """So many photographs of a third of a megapixel, links to ten, all in the group of all, and 299 groups of 100."""
+    library = data / f"library of {count} in 300 groups"
+    if library.exists():
+        return library
+    unfinished = _new_library(library)
+    originals = data / "small pictures"
+    for folder, size in [("Photos", "640x480"), ("Photo_Thumbnails", "100x75")]:
+        (originals / folder).mkdir(parents=True, exist_ok=True)
+        for number, source in enumerate(SOURCES):
+            subprocess.run(["convert", BACKGROUNDS / source, "-resize", f"{size}!", originals / folder / f"{number}.jpg"],
+                           check=True)
+    names = [NAME_OF_MANY.format(number) for number in range(1, count + 1)]
+    for number, name in enumerate(names):
+        for folder in ["Photos", "Photo_Thumbnails"]:
+            os.link(originals / folder / f"{number % len(SOURCES)}.jpg", unfinished / folder / name)
+        _write_info(unfinished, name)
+    write_list(unfinished, ALL_PHOTOS, names)
+    for group in range(1, 300):
+        write_list(unfinished, f"Group {group:03}.lst", [names[(group * 101 + i * 7) % count] for i in range(100)])
+    unfinished.rename(library)
+    return library
+
+
 def many_new_photographs(data: Path) -> Path:
     """30,000 photographs in a library that knows none of them."""
     library = data / "library of many new"

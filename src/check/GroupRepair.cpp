@@ -76,10 +76,11 @@ void RemoveMissingPhotosFromGroup(Album& album, Desktop& desktop)
     }
     std::vector<std::string> lists;
     // Without the information files every line would look like a missing photograph. Where a setting has lost its last
-    // separator the folder is there, and yet no name behind it leads into it.
+    // separator the folder is there, and yet no name behind it leads into it. Hardly a name fits "?", so that none is
+    // sorted.
     attempt([&] {
-        album.files.listExisting(album.paths.InfoPath + "*.*");
-        if (fromNativePath(album.paths.InfoPath).ends_with('\\'))
+        album.files.listExisting(album.paths.InfoPath + "?");
+        if (fromNativePath(album.paths.InfoPath).ends_with('\'))
             lists = album.files.list(folder + "*.*");
     });
     for (const std::string& list : lists) {

@@ -43,20 +43,6 @@ bool isContinuation(unsigned char byte)
     return (byte & 0xC0) == 0x80;
 }
 
-bool isAscii(std::string_view text)
-{
-    const char* data = text.data();
-    std::size_t rest = text.size();
-    constexpr std::uint64_t HighBits = 0x8080808080808080;
-    for (; rest >= sizeof(std::uint64_t); rest -= sizeof(std::uint64_t), data += sizeof(std::uint64_t)) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, data, sizeof word);
-        if ((word & HighBits) != 0)
-            return false;
-    }
-    return std::none_of(data, data + rest, [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
-}
-
 struct Decoded {
     char32_t character;
     std::size_t bytes;
@@ -224,6 +210,20 @@ std::string firstCharacters(std::string_view utf8, std::size_t count)
         --count;
     }
     return std::string(utf8.substr(0, end));
+}
+
+bool isAscii(std::string_view text)
+{
+    const char* data = text.data();
+    std::size_t rest = text.size();
+    constexpr std::uint64_t HighBits = 0x8080808080808080;
+    for (; rest >= sizeof(std::uint64_t); rest -= sizeof(std::uint64_t), data += sizeof(std::uint64_t)) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, data, sizeof word);
+        if ((word & HighBits) != 0)
+            return false;
+    }
+    return std::none_of(data, data + rest, [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
 }
 
 bool isUtf8(std::string_view bytes)

@@ -30,6 +30,7 @@ std::string_view withoutLast(std::string_view text, std::size_t bytes);
 std::size_t characterCount(std::string_view utf8);
 std::string firstCharacters(std::string_view utf8, std::size_t count);
 
+bool isAscii(std::string_view text);
 bool isUtf8(std::string_view bytes);
 // Valid UTF-8 as it stands, any other text by the Windows-1252 reading of all its bytes.
 std::string fromWindows1252(std::string_view bytes);

@@ -64,13 +64,17 @@ bool OpenFile::isSameFile(const struct stat& status) const
 void OpenFile::print(std::string_view line)
 {
     requireMode(m_mode != OpenMode::Input);
-    const std::string encoded = encodeLine(line);
+    std::string encoded;
+    if (!isAscii(line)) {
+        encoded = encodeLine(line);
+        line = encoded;
+    }
     // Before the line is added: one that fails here is not written at a later close all the same.
-    if (!m_buffer.empty() && m_buffer.size() + encoded.size() > BufferBytes)
+    if (!m_buffer.empty() && m_buffer.size() + line.size() > BufferBytes)
         flush();
     if (std::exchange(m_lineEndMissing, false))
         m_buffer += LineEnd;
-    m_buffer += encoded;
+    m_buffer += line;
     m_buffer += LineEnd;
 }
 

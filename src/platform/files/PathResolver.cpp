@@ -3,20 +3,10 @@
 #include "runtime/Failure.h"
 #include "runtime/Text.h"
 
-#include <algorithm>
 #include <optional>
 #include <sys/stat.h>
 
 namespace trovarium {
-
-namespace {
-
-bool isAscii(std::string_view text)
-{
-    return std::all_of(text.begin(), text.end(), [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-}
-
-} // namespace
 
 bool isFolder(const std::string& native)
 {
