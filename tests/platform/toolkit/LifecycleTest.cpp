@@ -1,6 +1,7 @@
 #include "platform/Stage.h"
 #include "platform/qt/toolkit/FormView.h"
 #include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/Keys.h"
 #include "platform/toolkit/PictureBox.h"
 #include "platform/toolkit/Timer.h"
 
@@ -65,6 +66,9 @@ TEST_F(Lifecycle, AFormIsListedUntilItIsClosedAndLivesUntilItsHandlerHasReturned
     robot.close(boxless);
     EXPECT_TRUE(boxless.isLoaded());
     when.clear();
+    a().show();
+    robot.key(a(), F2Key + 2, AltKey); // where no window manager takes them
+    EXPECT_EQ(taken(), "A.load A.unload A.gone ");
     a().show();
     inHandler(a(), [this, &page = a()] {
         page.box.Width = 300;
