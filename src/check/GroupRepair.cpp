@@ -80,7 +80,7 @@ void RemoveMissingPhotosFromGroup(Album& album, Desktop& desktop)
     // sorted.
     attempt([&] {
         album.files.listExisting(album.paths.InfoPath + "?");
-        if (fromNativePath(album.paths.InfoPath).ends_with('\'))
+        if (fromNativePath(album.paths.InfoPath).ends_with('\\'))
             lists = album.files.list(folder + "*.*");
     });
     for (const std::string& list : lists) {

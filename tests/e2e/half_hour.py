@@ -117,7 +117,7 @@ class User:
         self.open_group(1, [0, 2, 4, 40])
         centre = View.FRAME_CENTRE
         self.main.shows("the photograph", {centre: colour_of(2)}, lambda: self.main.click(View.cell(1), times=2))
-        self.main.shows("text boxes", {TITLE: WHITE}, lambda: self.main.click(LOW_EDIT_BUTTON))
+        self.main.shows("text boxes", {(690, 379): WHITE}, lambda: self.main.click(LOW_EDIT_BUTTON))
         until("the title", lambda: self.main.has_ink((228, 522), 96), lambda: self.main.do({TITLE: "Abend am See"}))
         info, line = self.library.infos / f"{NAMES[2]}.info", b"\r\nTITLE=Abend am See\r\n"
         until("the title saved", lambda: line in info.read_bytes(), lambda: self.main.click(RAISED_EDIT_BUTTON))

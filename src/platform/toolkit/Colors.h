@@ -4,7 +4,7 @@
 
 namespace trovarium {
 
-// All colours of the program, but for those inside its artwork. What is read stands out from its ground by 4.5 to 1,
+// The colours of the windows, but for those inside the artwork. What is read stands out from its ground by 4.5 to 1,
 // what is disabled and the outline of a control by 3 to 1.
 
 inline constexpr Color Black{0, 0, 0};
