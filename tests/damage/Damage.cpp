@@ -116,8 +116,8 @@ bool sounds(const std::string& native)
     if (native.ends_with("mid"))
         device.carryOut({MusicCommand::Act::Open, "x", native});
     device.carryOut({MusicCommand::Act::Play, "x", {}});
-    const auto mixes = [start = fs::file_size(mixed)] { return fs::file_size(mixed) > start + 8192; };
-    const bool goesOn = theDesktop->waitUntil(mixes, 5000);
+    fs::resize_file(mixed, 0); // and what follows keeps its place, with nothing before it
+    const bool goesOn = theDesktop->waitUntil([&] { return fs::file_size(mixed) > 0; }, 5000);
     device.carryOut({MusicCommand::Act::Close, "x", {}});
     EXPECT_TRUE(goesOn) << "silent";
     return goesOn;
@@ -166,7 +166,7 @@ public:
     {
         for (const auto& [path, bytes] : test.allFiles()) {
             const auto sound = m_sound.find(path);
-            if (sound == m_sound.end() && !path.starts_with("damaged"))
+            if (sound == m_sound.end() && path != "damaged." + format)
                 fs::remove(test.folder().native(path));
             else if (sound != m_sound.end() && sound->second != bytes)
                 test.folder().write(path, sound->second);
@@ -262,12 +262,12 @@ std::vector<std::pair<std::string, std::vector<std::string>>> soundFiles(const D
         {"avi", {film("avi")}},
         {"mov", {film("mov")}},
         {"mpg", {film("mpg")}},
-        {"wav", {clip(1000)}},
-        {"mid", {Piece}},
         {"info", library.sound("info")},
         {"list", library.sound("list")},
         {"settings", library.sound("settings")},
         {"log", library.sound("log")},
+        {"wav", {clip(1000)}},
+        {"mid", {Piece}},
     };
 }
 
