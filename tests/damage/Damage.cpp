@@ -35,7 +35,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr unsigned Deadline = 20; // seconds for one file, and for the end of the program behind the last
+constexpr unsigned Deadline = 30; // seconds for one file, and for the end of the program behind the last
 Desktop* theDesktop = nullptr;
 
 // One to four changes, the rest of them in the head. Lines, lengths and encodings are a matter of texts.
@@ -116,8 +116,8 @@ bool sounds(const std::string& native)
     if (native.ends_with("mid"))
         device.carryOut({MusicCommand::Act::Open, "x", native});
     device.carryOut({MusicCommand::Act::Play, "x", {}});
-    const auto mixes = [start = fs::file_size(mixed)] { return fs::file_size(mixed) > start + 8192; };
-    const bool goesOn = theDesktop->waitUntil(mixes, 5000);
+    fs::resize_file(mixed, 0); // and what follows keeps its place, with nothing before it
+    const bool goesOn = theDesktop->waitUntil([&] { return fs::file_size(mixed) > 0; }, 5000);
     device.carryOut({MusicCommand::Act::Close, "x", {}});
     EXPECT_TRUE(goesOn) << "silent";
     return goesOn;
@@ -166,7 +166,7 @@ public:
     {
         for (const auto& [path, bytes] : test.allFiles()) {
             const auto sound = m_sound.find(path);
-            if (sound == m_sound.end() && !path.starts_with("damaged"))
+            if (sound == m_sound.end() && path != "damaged." + format)
                 fs::remove(test.folder().native(path));
             else if (sound != m_sound.end() && sound->second != bytes)
                 test.folder().write(path, sound->second);
@@ -262,12 +262,12 @@ std::vector<std::pair<std::string, std::vector<std::string>>> soundFiles(const D
         {"avi", {film("avi")}},
         {"mov", {film("mov")}},
         {"mpg", {film("mpg")}},
-        {"wav", {clip(1000)}},
-        {"mid", {Piece}},
         {"info", library.sound("info")},
         {"list", library.sound("list")},
         {"settings", library.sound("settings")},
         {"log", library.sound("log")},
+        {"wav", {clip(1000)}},
+        {"mid", {Piece}},
     };
 }
 
@@ -290,7 +290,11 @@ Desktop& testDesktop()
 
 } // namespace trovarium
 
-// What is kept to the end by others.
+// Libraries ask for more memory than there is, and take a no, and keep some to the end.
+extern "C" const char* __asan_default_options() // NOLINT: its given name
+{
+    return "allocator_may_return_null=1";
+}
 extern "C" const char* __lsan_default_suppressions() // NOLINT: its given name
 {
     return "leak:libfontconfig";
@@ -303,6 +307,7 @@ int main(int argc, char** argv)
     testing::InitGoogleTest(&argc, argv);
     const unsigned rounds = argc > 1 ? static_cast<unsigned>(std::atoi(argv[1])) : 100;
     const unsigned first = argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 1;
+    setenv("TMPDIR", "/dev/shm", 0); // each file makes the program wait for a disk several times
     FileService files;
     Desktop desktop(argc, argv, files, Pace::Immediate);
     theDesktop = &desktop;
