@@ -108,11 +108,13 @@ bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info)
     });
 }
 
-bool SaveImageInfo(Album& album, std::int32_t index)
+bool SaveImageInfo(Album& album, std::string_view infoFileName)
 try {
+    if (infoFileName.empty())
+        return false;
     const PhotoInfo& info = album.info;
     // Where it was read: a library from a file system without case has its names in any case.
-    const std::string path = album.files.asItStands(album.paths.InfoPath + album.group.GroupList(index) + ".info");
+    const std::string path = album.files.asItStands(album.paths.InfoPath + std::string(infoFileName));
     return writeInfoFile(album.files, path,
         {info.PhotoLink, info.Title, info.Photographer, info.Year, info.People, info.Place, info.Event, info.Keywords,
             numberText(std::int64_t{info.ImageWidth}), numberText(std::int64_t{info.ImageHeight})},

@@ -16,8 +16,8 @@ class FileService;
 // file can't be read or a size is beyond 16 bits; what was read until then stands.
 bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info);
 
-// Writes PhotoInfo as the information file of GroupList(index), 1-based. False when it can't be written.
-bool SaveImageInfo(Album& album, std::int32_t index);
+// Writes PhotoInfo as that information file. False when there is no name or it can't be written.
+bool SaveImageInfo(Album& album, std::string_view infoFileName);
 
 // A new information file. Its title is its own full path until the user edits it.
 bool CreateInfoFile(FileService& files, std::string_view infoFilePath, std::string_view photoLinkValue);

@@ -56,13 +56,20 @@ try {
     // Moving on in edit state saves the photograph left behind, with no question asked.
     if (m_album.view.InfoEditing) {
         takeTexts();
-        SaveImageInfo(m_album, m_album.view.PreviousIndex);
+        SaveImageInfo(m_album, m_held);
     }
+    m_held = infoFileName;
     m_album.view.IsVideo = isVideoFile(GetPhotoLink(m_album, infoFileName));
     bool unused = false;
     m_form.video().EnableVideo(m_album.view.IsVideo, unused);
-    if (!readInfoFile(m_album, infoFileName, m_album.info))
+    if (!readInfoFile(m_album, infoFileName, m_album.info)) {
+        // Words that couldn't be read are not written over.
+        bool isThere = true;
+        attempt([&] { isThere = m_album.files.exists(m_album.paths.InfoPath + infoFileName); });
+        if (isThere)
+            m_held.clear();
         return;
+    }
     if (m_album.view.InfoEditing)
         fillTexts();
     Result = true;
@@ -126,7 +133,7 @@ void InfoBox::leaveEditState()
     takeTexts();
     LoadInfoBox();
     showTexts(false);
-    SaveImageInfo(m_album, m_album.view.CurrentIndex);
+    SaveImageInfo(m_album, m_held);
     m_form.tmrInfoBox.Enabled = true;
 }
 

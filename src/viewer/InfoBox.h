@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace trovarium {
 
@@ -46,6 +47,9 @@ private:
     frmMain& m_form;
     Album& m_album;
     bool InfoBoxMoving = false;
+    // The information file that PhotoInfo was read from, empty for none. It is not always that of CurrentIndex: behind
+    // a photograph that can't be opened the box goes on to show the one before.
+    std::string m_held;
 };
 
 } // namespace trovarium

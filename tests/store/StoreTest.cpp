@@ -170,16 +170,15 @@ TEST_F(Store, AnInformationFileIsReadAsItsFormatTells)
 
 TEST_F(Store, AnInformationFileIsWrittenAsTenLinesWhereItWasReadAndWholeOrNotAtAll)
 {
-    test.showGroup({"x.jpg", "A.jpg"});
     album.info = {"/x\\Łódź.jpg", "Zürich", "P", "1999", "Q", "R=1", "", "U", -640, 0};
     test.put(path, "TITLE=old\r\n");
     for (const FileOperation failing : {Open, Print, Close}) {
         test.failAt(failing);
-        EXPECT_FALSE(SaveImageInfo(album, 2) || CreateInfoFile(test.files(), path, "x"));
+        EXPECT_FALSE(SaveImageInfo(album, "A.jpg.info") || CreateInfoFile(test.files(), path, "x"));
         test.files().setFaultHook({});
         EXPECT_EQ(test.bytes(path), "TITLE=old\r\n");
     }
-    EXPECT_TRUE(SaveImageInfo(album, 2) && !SaveImageInfo(album, 3));
+    EXPECT_TRUE(SaveImageInfo(album, "A.jpg.info") && !SaveImageInfo(album, ""));
     EXPECT_EQ(test.files().list(test.paths().InfoPath + "*"), std::vector<std::string>{"a.jpg.info"});
     EXPECT_EQ(test.bytes(path),
         "PhotoPath=/x\\Łódź.jpg\r\nTITLE=Z\xFCrich\r\nPHOTOGRAPHER=P\r\nYEAR=1999\r\nPEOPLE=Q\r\nPLACE=R=1\r\n"

@@ -143,7 +143,16 @@ TEST_F(InfoBoxTest, SteppingWhileEditingSavesThePhotographLeftBehind)
         robot.click(main().pctPrev);
         EXPECT_FALSE(main().cmdPlayAudioClip(0).Enabled() || main().cmdPlayAudioClip(1).Enabled());
     }
+    // Behind a photograph that can't be opened the box still holds the words of the one before.
+    const std::string words = stored(2);
+    test.put(test.paths().PhotoPath + "p2.jpg", "damaged");
+    edit();
+    main().txtYear.Text = "2002";
+    prompts.expectNotice("Invalid image file. Unable to open");
     robot.click(main().pctNext);
+    edit();
+    EXPECT_EQ(stored(1), file(1, {"First", "Ann", "2002", "Ben", "Rome", "Walk", "a=b"}, "200x80"));
+    EXPECT_EQ(stored(2), words);
     RecordedMedia media(desktop);
     for (const int button : {0, 1})
         robot.click(main().cmdPlayAudioClip(button));
