@@ -78,24 +78,6 @@ TEST_F(PictureReader, ColoursAreThoseOfTheProfileAndADamagedOneCountsAsNone)
     EXPECT_EQ(loaded(written(clear, "png", QColorSpace::DisplayP3)).pixelColor(7, 7), Qt::white);
 }
 
-TEST_F(PictureReader, AReducedPictureLooksLikeTheWholeOneBroughtDown)
-{
-    const QImage scene = testScene(1600, 1200);
-    pictures.saveBitmap(pictureFromImage(scene), inside("bitmap"));
-    for (const std::string& file : {jpegBytes(scene), jpegBytes(scene, true), read("bitmap")}) {
-        const QImage whole = loaded(file);
-        for (const int longerSide : {50, 100, 130, 200}) {
-            const Picture picture = pictures.loadReduced(inside("picture"), longerSide);
-            const int kept = picture.data()->pixels.width();
-            EXPECT_TRUE(kept >= 4 * longerSide && kept < 1600) << kept << " for " << longerSide;
-            EXPECT_EQ(QSize(picture.width(), picture.height()), scene.size());
-            const QSize size(longerSide, longerSide * 3 / 4);
-            const QImage expected = whole.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-            EXPECT_LT(meanDifference(drawnImage(*picture.data(), size), expected), 1.0);
-        }
-    }
-}
-
 TEST_F(PictureReader, ATornJpegShowsWhatThereIsAndOneWithoutImageDataIsNone)
 {
     const QImage scene = testScene(320, 240);

@@ -40,22 +40,6 @@ TEST_F(PictureServiceTest, OnlyRegularFilesAreOpenedAndAFailingDiskFailsTheLoadA
     EXPECT_EQ(pictures.load(path).width(), 20);
 }
 
-TEST_F(PictureServiceTest, ASavedBitmapComesBackPixelByPixel)
-{
-    for (const QSize size : {QSize(1, 1), QSize(2, 3), QSize(5, 4), QSize(100, 75)}) {
-        QImage scene = testScene(size.width(), size.height());
-        const std::string path = put("photograph.jpg", "what was there before, and longer than a small picture");
-        pictures.saveBitmap(pictureFromImage(scene), path);
-        EXPECT_EQ(read("photograph.jpg").size(), 54u + (size.width() * 3 + 3) / 4 * 4 * size.height());
-        EXPECT_EQ(renderedImage(pictures.load(path)), scene);
-        scene.setDevicePixelRatio(2);
-        pictures.saveBitmap(pictureFromImage(scene), path);
-        EXPECT_EQ(pictures.load(path).height(), std::max(1, (size.height() + 1) / 2)) << "its natural size";
-    }
-    EXPECT_EQ(failureOf([&] { pictures.saveBitmap(Picture(), inside("x.bmp")); }), "Invalid picture");
-    EXPECT_FALSE(std::filesystem::exists(native("x.bmp")));
-}
-
 TEST_F(PictureServiceTest, AnExpectedFileIsDecodedOnceAndNotShownWhenItHasChangedMeanwhile)
 {
     const std::string path = put("a.jpg", jpegBytes(quarters(20, 10)));
@@ -80,23 +64,6 @@ TEST_F(PictureServiceTest, AnExpectedFileIsDecodedOnceAndNotShownWhenItHasChange
     std::filesystem::rename(native("b.jpg"), native("a.jpg"));
     EXPECT_EQ(pictures.load(path).width(), 10);
     EXPECT_NE(widthTaken(0), 20);
-}
-
-TEST_F(PictureServiceTest, ExpectedFilesShowWhatAPlainLoadShowsAlsoWhenTheServiceEnds)
-{
-    std::vector<std::string> paths;
-    for (int i = 0; i < 40; ++i)
-        paths.push_back(put(std::to_string(i) + ".jpg", jpegBytes(testScene(120 + i, 90))));
-    for (std::size_t i = 0; i < paths.size(); ++i) {
-        const int side = i % 4 < 2 ? 0 : 20;
-        const auto load = [&](PictureService& from) {
-            return (side == 0 ? from.load(paths[i]) : from.loadReduced(paths[i], side)).data();
-        };
-        PictureService plain(files);
-        pictures.expect({&paths[i], paths.data() + paths.size()}, side);
-        EXPECT_EQ(load(pictures)->pixels, load(plain)->pixels) << i;
-        plain.expect(paths);
-    }
 }
 
 } // namespace trovarium

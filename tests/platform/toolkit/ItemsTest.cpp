@@ -209,30 +209,6 @@ TEST_F(Items, LaterItemsLieAboveInWholePixelsAndTheScreensPointerBeatsTheItemsAn
     EXPECT_EQ(pointerOver(At{15, 15}), Qt::BitmapCursor);
 }
 
-TEST_F(Items, WhatMovesNoPixelPaintsNothingAndDoEventsPaintsWhatIsDirtyBeforeItReturns)
-{
-    bar.FillColor = Blue;
-    desktop.DoEvents();
-    Paints paints(form);
-    for (int step = 0; step <= 3000; ++step) {
-        bar.Width = 40 * float(step) / 3000;
-        desktop.DoEvents();
-    }
-    EXPECT_EQ(paints.take(), 1 + 40);
-    bar.Left = bar.Left() + 0.2F;
-    bar.FillColor = Blue;
-    text.Caption = text.Caption();
-    desktop.DoEvents();
-    EXPECT_EQ(paints.take(), 0);
-    const std::function<void()> acts[] = {
-        [&] { desktop.DoEvents(); }, [&] { desktop.repaintOnly(); }, [&] { text.Refresh(); }};
-    for (const auto& act : acts) {
-        text.Caption = text.Caption() + "more";
-        act();
-        EXPECT_EQ(paints.take(), 1);
-    }
-}
-
 TEST_F(Items, ABoxPaintsAndGivesItsImageWithoutAWindowAndTakesTheSizeOfItsPicture)
 {
     form.unload();

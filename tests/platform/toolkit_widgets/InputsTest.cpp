@@ -1,12 +1,7 @@
-#include "platform/toolkit/Button.h"
-#include "platform/toolkit/CheckBox.h"
-#include "platform/toolkit/ComboBox.h"
-#include "platform/toolkit/OptionButton.h"
 #include "platform/toolkit/ScrollBar.h"
 #include "platform/toolkit/TextBox.h"
 
 #include "platform/Stage.h"
-#include "platform/toolkit/Frame.h"
 #include "platform/toolkit/PictureBox.h"
 
 #include <QApplication>
@@ -19,15 +14,8 @@ namespace {
 struct InputsTest : Stage {
     InputsTest()
     {
-        note(ok.Click, "OK");
-        note(cancel.Click, "Cancel");
-        note(check.Click, "check", [this] { return std::to_string(check.Value()); });
-        note(upper.Click, "upper", [this] { return lower.Value() ? "both" : "alone"; });
-        note(lower.Click, "lower", [this] { return upper.Value() ? "both" : "alone"; });
         note(box.Change, "Change", [this] { return box.Text(); });
         note(box.KeyPress, "Key");
-        note(combo.Change, "Change", [this] { return combo.Text(); });
-        note(combo.Click, "Click", [this] { return combo.Text(); });
         bar.Min = 1;
         bar.Max = 10;
         note(bar.Change, "C", [this] { return std::to_string(bar.Value()); });
@@ -37,56 +25,9 @@ struct InputsTest : Stage {
     void click(Control& control, At at = {8, 10}) { robot.click(control, LeftButton, NoKeys, at); }
 
     TextBox box{&form, {.Name = "box", .Width = 3000, .Height = 285, .Caption = "Image"}};
-    Button ok{&form, {.Name = "ok", .Top = 400, .Width = 1500, .Height = 400, .Caption = "&OK"}};
-    Button cancel{&form, {.Name = "cancel", .Top = 900, .Width = 1500, .Height = 400, .Caption = "Cancel"}};
-    CheckBox check{&form, {.Name = "check", .Top = 1400, .Width = 1500, .Height = 300, .Caption = "Option"}};
-    OptionButton upper{&form, {.Name = "upper", .Top = 1800, .Width = 1500, .Height = 300}};
-    OptionButton lower{&form, {.Name = "lower", .Top = 2100, .Width = 1500, .Height = 300}};
-    Frame frame{&form, {.Name = "frame", .Top = 2500, .Width = 1500, .Height = 1000}};
-    OptionButton other{&frame, {.Name = "other", .Width = 1200, .Height = 300}};
-    ComboBox combo{&form, {.Name = "combo", .Top = 3600, .Width = 3000, .Height = 315}};
     PictureBox window{&form, {.Name = "window", .Left = 3200, .Width = 1200, .Height = 4500}};
     VScroll bar{&window, {.Name = "bar", .Left = 900, .Width = 255, .Height = 4500}};
 };
-
-TEST_F(InputsTest, BoxesAndOptionsClickForTheUserAndForCodeAndEnterAndEscapePressButtonsFromThem)
-{
-    check.preset();
-    for (const int value : {0, 1, 1})
-        check.Value = value;
-    for (const int value : {2, -1})
-        EXPECT_EQ(failureOf([&] { check.Value = value; }), "Invalid property value") << value;
-    upper.preset();
-    other.Value = true;
-    lower.Value = true;
-    lower.Value = true;
-    EXPECT_EQ(taken(), "check:0 check:1 lower:alone ") << "the other is out when the handler runs";
-    EXPECT_TRUE(other.Value()) << "of another parent";
-    lower.Value = false;
-    show();
-    click(check);
-    click(upper);
-    click(upper);
-    upper.SetFocus();
-    keys({40});
-    lower.Value = false;
-    click(lower);
-    EXPECT_EQ(taken(), "check:0 upper:alone lower:alone lower:alone ") << "what code cleared may be chosen again";
-
-    ok.Default = true;
-    cancel.Cancel = true;
-    keys({13, 27});
-    click(ok);
-    cancel.SetFocus();
-    keys({13});
-    EXPECT_EQ(taken(), "OK Cancel OK Cancel ") << "a button with the focus goes before the default one";
-    check.SetFocus();
-    ok.Enabled = false;
-    cancel.Visible = false;
-    keys({13, 27});
-    click(ok);
-    EXPECT_EQ(taken(), "");
-}
 
 TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHandlerMayMendIt)
 {
@@ -125,37 +66,6 @@ TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHan
     robot.type(form, "x");
     EXPECT_FALSE(form.isLoaded());
     EXPECT_EQ(box.Text(), "a_cxb") << "the cursor stays where the user types";
-}
-
-TEST_F(InputsTest, AComboHoldsATextAndChoices)
-{
-    for (const char* name : {"Rome", "Paris", "Paris in May"})
-        combo.AddItem(name);
-    for (const auto& [text, index] : {std::pair{"Paris", 1}, {"paris", -1}, {"Paris\nin May", 2}}) {
-        combo.Text = text;
-        EXPECT_EQ(combo.ListIndex(), index) << text;
-    }
-    combo.ListIndex = 2;
-    combo.ListIndex = 0;
-    for (const int index : {-2, 3}) {
-        EXPECT_EQ(failureOf([&] { combo.ListIndex = index; }), "Invalid property array index");
-        EXPECT_EQ(failureOf([&] { (void)combo.List(index); }), "Invalid property array index");
-    }
-    EXPECT_EQ(combo.List(0), "Rome");
-    combo.Text = "";
-    EXPECT_EQ(taken(), "Change:Paris Change:paris Change:Paris in May Click:Rome Change: ");
-    ok.Default = true;
-    show();
-    combo.SetFocus();
-    robot.type(form, "par");
-    keys({13});
-    EXPECT_EQ(taken(), "Change:p Change:pa Change:par ") << "no choice is put in its place, and no button pressed";
-    keys({40, 40, 40, 40});
-    EXPECT_EQ(taken(), "Click:Rome Click:Paris Click:Paris in May ") << "nor is it added to the list";
-    robot.wheel(combo, -1);
-    EXPECT_EQ(combo.Text(), "Paris in May") << "the wheel on its way over chooses nothing";
-    combo.Clear();
-    EXPECT_EQ(combo.ListCount(), 0);
 }
 
 TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndChangeAloneForCode)

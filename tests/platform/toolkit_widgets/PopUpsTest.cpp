@@ -12,9 +12,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenuBar>
 #include <QPushButton>
-#include <QScreen>
 
 namespace trovarium {
 
@@ -82,26 +80,6 @@ struct PopUpsTest : Stage {
     Menu sortPlace{&sort, {.Name = "SortPlace", .Caption = "Place"}};
     Label row{&form, {.Name = "row", .Width = 1500, .Height = 600, .Caption = "row"}};
 };
-
-TEST_F(PopUpsTest, TheBarShowsWhatCodeSaysAndOpeningRunsItsRuleBeforeTheEntriesShow)
-{
-    EXPECT_EQ(form.view()->window().findChild<QMenuBar*>()->actions().size(), 1) << "the visible one";
-    when["File"] = [&] {
-        fileRemove.Enabled = !fileRemove.Enabled();
-        EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << "not on show yet";
-    };
-    robot.choose(fileRemove); // disabled
-    robot.choose(fileRemove);
-    robot.choose(infoUp);
-    EXPECT_EQ(taken(), "File File FileRemove File InfoUp ");
-    EXPECT_TRUE(actionOf(infoUp)->isChecked()) << "the user turns no check mark";
-    infoUp.Checked = false;
-    EXPECT_FALSE(actionOf(infoUp)->isChecked());
-    fileExit.Caption = "&Quit";
-    fileRemove.Visible = false;
-    EXPECT_EQ(actionOf(fileExit)->text(), "&Quit");
-    EXPECT_FALSE(actionOf(fileRemove)->isVisible());
-}
 
 TEST_F(PopUpsTest, APopUpMenuReturnsBehindItsEntryOrWithoutAWindowAndTheProgramMayEndInIt)
 {
