@@ -8,6 +8,7 @@
 #include "store/Album.h"
 #include "store/InfoFile.h"
 #include "store/Log.h"
+#include "store/QuietFile.h"
 #include "viewer/VideoControls.h"
 
 namespace trovarium {
@@ -63,11 +64,8 @@ try {
     bool unused = false;
     m_form.video().EnableVideo(m_album.view.IsVideo, unused);
     if (!readInfoFile(m_album, infoFileName, m_album.info)) {
-        // Words that couldn't be read are not written over.
-        bool isThere = true;
-        attempt([&] { isThere = m_album.files.exists(m_album.paths.InfoPath + infoFileName); });
-        if (isThere)
-            m_held.clear();
+        if (!isWhollyRead(infoFileName))
+            m_held.clear(); // words that couldn't be read are not written over
         return;
     }
     if (m_album.view.InfoEditing)
@@ -75,6 +73,19 @@ try {
     Result = true;
 } catch (const Failure&) {
     // Quiet: the result tells.
+}
+
+// Also where there is nothing to read. A size that is no number of 16 bits hides no words.
+bool InfoBox::isWhollyRead(const std::string& infoFileName) const
+{
+    FileService& files = m_album.files;
+    const std::string path = m_album.paths.InfoPath + infoFileName;
+    bool isThere = true;
+    attempt([&] { isThere = files.exists(path); });
+    return !isThere || withFileQuietly(files, path, OpenMode::Input, [&](int number) {
+        while (!files.endOfFile(number))
+            files.lineInput(number);
+    });
 }
 
 void InfoBox::LoadInfoBox()

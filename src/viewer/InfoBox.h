@@ -35,6 +35,7 @@ public:
     void mnuSetInfoDown_Click();
 
 private:
+    bool isWhollyRead(const std::string& infoFileName) const;
     void slideTo(std::int16_t target);
     void enterEditState();
     void leaveEditState();

@@ -51,11 +51,11 @@ Bytes profileInPng(const PictureFile& file)
 
 Bytes profileInWebP(const PictureFile& file)
 {
-    constexpr std::int64_t BehindFlags = 30; // the header, and what says that there is more than an image
-    const Bytes head = file.bytes(BehindFlags, 8);
-    if (head.size() < 8 || textIn(head, 0, 4) != "ICCP")
+    constexpr std::size_t BehindFlags = 30; // the header, and what says that there is more than an image
+    const Bytes head = file.bytes(0, BehindFlags + 8);
+    if (head.size() < BehindFlags + 8 || textIn(head, 12, 4) != "VP8X" || textIn(head, BehindFlags, 4) != "ICCP")
         return {};
-    return file.bytes(BehindFlags + 8, std::min<std::size_t>(littleEndian(head, 4, 4), MostBytes));
+    return file.bytes(BehindFlags + 8, std::min<std::size_t>(littleEndian(head, BehindFlags + 4, 4), MostBytes));
 }
 
 Bytes profileInTiff(const PictureFile& file)

@@ -68,9 +68,10 @@ PictureFormat formatOf(const PictureFile& file)
 
 void checkSize(std::int64_t width, std::int64_t height, std::int64_t length, std::int64_t mostPixelsInAByte)
 {
+    if (width <= 0 || height <= 0 || height > MostPixels / width)
+        refuse();
     const std::int64_t pixels = width * height;
-    if (width <= 0 || height <= 0 || pixels > MostPixels
-        || (pixels > HarmlessPixels && pixels / mostPixelsInAByte > length))
+    if (pixels > HarmlessPixels && pixels / mostPixelsInAByte > length)
         refuse();
 }
 

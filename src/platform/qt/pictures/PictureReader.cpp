@@ -16,8 +16,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <exception>
+#include <limits>
 #include <new>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace trovarium {
 
@@ -138,12 +141,12 @@ Picture readMetafile(const PictureFile& file, int longerSide, const std::atomic<
 // What a png, webp or tiff promises; those of the others are checked by their own headers.
 void checkPromise(const QImageReader& reader, std::int64_t length)
 {
-    constexpr int BitsOnScreen = 32;
-    constexpr std::int64_t MostDeflatedPixelsInAByte = 1032 * 8; // of one bit each
+    constexpr std::int64_t BitsOnScreen = 32;
+    constexpr std::int64_t MostPacked = 1032 * 8; // times, of a deflated byte; pages of white pack better and are small
     const int bits = QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel();
     const QSize size = reader.size();
-    checkSize(std::int64_t{size.width()} * std::max(bits / BitsOnScreen, 1), size.height(), length,
-        MostDeflatedPixelsInAByte);
+    checkSize(size.width(), size.height(), length, std::numeric_limits<std::int64_t>::max());
+    checkSize(std::max(size.width() * bits / BitsOnScreen, std::int64_t{1}), size.height(), length, MostPacked);
 }
 
 // The first image. The library tries nothing but this one format.
@@ -168,8 +171,15 @@ QImage readByLibrary(const PictureFile& file, PictureFormat format, const std::a
 // To sRGB by the profile that the file carries.
 QImage inStandardColours(QImage image, const PictureFile& file, PictureFormat format)
 {
-    const bool grey = image.pixelFormat().colorModel() == QPixelFormat::Grayscale;
-    const ColourConversion conversion(embeddedProfile(file, format), grey ? ColourKind::Grey : ColourKind::Rgb);
+    const std::vector<unsigned char> profile = embeddedProfile(file, format);
+    if (profile.empty())
+        return image;
+    // The library gives grey pixels with alpha in the form of coloured ones, so the profile is asked first.
+    constexpr std::string_view GreySpace = "GRAY";
+    constexpr std::size_t SpacePosition = 16;
+    const bool grey = profile.size() > SpacePosition + GreySpace.size()
+        && std::equal(GreySpace.begin(), GreySpace.end(), profile.begin() + SpacePosition) && image.isGrayscale();
+    const ColourConversion conversion(profile, grey ? ColourKind::Grey : ColourKind::Rgb);
     if (conversion.empty())
         return image;
     image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);

@@ -1,5 +1,7 @@
 #include "platform/qt/toolkit/ButtonLook.h"
 
+#include "platform/qt/toolkit/Look.h"
+
 #include <QFontMetricsF>
 #include <QPalette>
 
@@ -10,7 +12,6 @@ namespace trovarium {
 namespace {
 
 constexpr int SmallestSize = 8; // pixels
-constexpr int MiddleGrey = 128;
 
 QColor between(const QColor& first, const QColor& second)
 {
@@ -27,7 +28,7 @@ void setBackColor(QAbstractButton& button, std::optional<Color> color)
         return;
     }
     const QColor ground = toQColor(*color);
-    const QColor text = qGray(ground.rgb()) < MiddleGrey ? Qt::white : Qt::black;
+    const QColor text = isDark(ground) ? Qt::white : Qt::black;
     QPalette palette;
     palette.setColor(button.foregroundRole(), text);
     palette.setColor(QPalette::Disabled, button.foregroundRole(), between(ground, text));

@@ -89,8 +89,8 @@ void FormWindow::keyPressEvent(QKeyEvent* event)
     event->ignore();
     if (m_form == nullptr)
         return;
-    // The keys come here only where no window manager takes them, and there a window may lack a close box.
-    if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::AltModifier) {
+    // They come here only where no window manager takes them, and there a window has no frame to close it by.
+    if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::AltModifier && m_form->plan().CloseBox) {
         close();
         return;
     }

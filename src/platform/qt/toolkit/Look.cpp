@@ -338,7 +338,12 @@ std::unique_ptr<QStyle> makeLook()
 
 QPalette paletteOn(Color ground)
 {
-    return qGray(toQColor(ground).rgb()) < MiddleGrey ? QPalette() : lightPalette(ground);
+    return isDark(toQColor(ground)) ? QPalette() : lightPalette(ground);
+}
+
+bool isDark(const QColor& ground)
+{
+    return qGray(ground.rgb()) < MiddleGrey;
 }
 
 void paintFocusRing(QPainter& painter, const QPalette& palette, const QRectF& place)

@@ -6,6 +6,7 @@
 
 #include <memory>
 
+class QColor;
 class QPainter;
 class QRectF;
 class QStyle;
@@ -17,6 +18,8 @@ std::unique_ptr<QStyle> makeLook();
 
 // For what lies on a ground of this colour: dark text on a light one, light text on a dark one.
 QPalette paletteOn(Color ground);
+
+bool isDark(const QColor& ground);
 
 // The ring around what the keys go to, inside `place`; it stands out from any picture.
 void paintFocusRing(QPainter& painter, const QPalette& palette, const QRectF& place);
