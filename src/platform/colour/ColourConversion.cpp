@@ -116,7 +116,8 @@ void ColourConversion::convertLines(std::uint32_t* pixels, int width, int height
     for (int y = 0; y < height; ++y, pixels += pixelsPerLine) {
         std::uint32_t* end = pixels + width;
         if (m_greys) {
-            std::transform(pixels, end, pixels, [this](auto pixel) { return (*m_greys)[pixel & 0xffU] | Opaque; });
+            std::transform(pixels, end, pixels,
+                [this](auto pixel) { return (pixel & Opaque) | ((*m_greys)[pixel & 0xffU] & ~Opaque); });
             continue;
         }
         cmsDoTransform(m_transform->handle, pixels, pixels, static_cast<cmsUInt32Number>(width));

@@ -23,7 +23,7 @@ public:
 
     bool empty() const { return !m_transform && !m_greys; }
 
-    // Converts in place to 0xffRRGGBB; the fourth byte of Rgb stays as it is. Large pictures are shared with
+    // Converts in place to 0xffRRGGBB; the fourth byte of Rgb and Grey stays as it is. Large pictures are shared with
     // another core. Does nothing when empty.
     void convert(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine) const;
 
