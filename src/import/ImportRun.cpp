@@ -22,6 +22,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace trovarium {
 
@@ -91,6 +92,10 @@ void ImportRun::Files::importAll()
 {
     std::int16_t last = -1;
     m_run.statement([&] { last = toInt16(m_form.List1.ListCount() - 1); });
+    std::vector<std::string> sources;
+    for (int i = 0; i <= last && !isChecked(LinksOnly); ++i)
+        attempt([&] { sources.push_back(sourceOf(i)); });
+    const ReadingAhead ahead(m_album.files, sources, ReadingAhead::Copies);
     for (int i = 0; i <= last && !RunCancelled; ++i) {
         m_form.lbProgress.Caption = "Importing";
         chooseName(i);

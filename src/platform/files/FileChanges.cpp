@@ -104,6 +104,7 @@ void FileService::copy(std::string_view source, std::string_view target)
     refuseEmpty(target);
     Descriptor descriptor;
     m_state->onReadable(source, Attempted::Change, [&](const std::string& native) {
+        m_state->ahead.status(native); // tells how far a run of copies is
         descriptor = Descriptor(::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
         return descriptor.handle();
     });

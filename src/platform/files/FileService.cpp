@@ -88,19 +88,30 @@ void FileService::setFaultHook(FaultHook hook)
     m_state->hook = std::move(hook);
 }
 
+namespace {
+
+std::vector<std::string> natives(const std::vector<std::string>& given)
+{
+    std::vector<std::string> written;
+    written.reserve(given.size());
+    // What can't be spelled is read in the usual way, with its failure.
+    for (const std::string& path : given) {
+        written.emplace_back();
+        attempt([&] { written.back() = nativeAsWritten(path); });
+    }
+    return written;
+}
+
+} // namespace
+
 void FileService::expect(const std::vector<std::string>& paths, const std::vector<std::string>& looks)
 {
-    const auto natives = [](const std::vector<std::string>& given) {
-        std::vector<std::string> written;
-        written.reserve(given.size());
-        // What can't be spelled is read in the usual way, with its failure.
-        for (const std::string& path : given) {
-            written.emplace_back();
-            attempt([&] { written.back() = nativeAsWritten(path); });
-        }
-        return written;
-    };
     m_state->ahead.expect(natives(paths), natives(looks));
+}
+
+void FileService::expectCopies(const std::vector<std::string>& paths)
+{
+    m_state->ahead.expectCopies(natives(paths));
 }
 
 int FileService::freeFile() const

@@ -69,6 +69,7 @@ public:
     // The files that a run is going to open for input one after the other, and, when there are any, as many others
     // that it will ask for with them. No more than a head start, see `ReadingAhead`.
     void expect(const std::vector<std::string>& paths, const std::vector<std::string>& looks);
+    void expectCopies(const std::vector<std::string>& paths);
 
     // Numbered text files, 1 to 255.
     int freeFile() const;
@@ -142,13 +143,19 @@ std::string fromNativePath(std::string_view native);
 // The other way, separators only, for texts that a person reads.
 std::string toNativePath(std::string_view path);
 
-// While it lives, files are read ahead of a run through them.
+// While it lives, files are read ahead of a run through them: by reading or, of `Copies`, by copying each.
 class ReadingAhead {
 public:
     ReadingAhead(FileService& files, const std::vector<std::string>& paths, const std::vector<std::string>& looks = {})
         : m_files(files)
     {
         files.expect(paths, looks);
+    }
+    enum CopiesTag { Copies };
+    ReadingAhead(FileService& files, const std::vector<std::string>& paths, CopiesTag)
+        : m_files(files)
+    {
+        files.expectCopies(paths);
     }
     ~ReadingAhead() { m_files.expect({}, {}); }
     ReadingAhead(const ReadingAhead&) = delete;

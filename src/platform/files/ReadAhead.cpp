@@ -17,6 +17,7 @@ namespace {
 constexpr std::size_t WorthIt = 64;    // files
 constexpr std::size_t Window = 512;    // files that are ahead at most
 constexpr std::size_t Step = 64;       // files after which the threads are told how far it is
+constexpr std::size_t CopyWindow = 4;  // of those that are copied, since they may be large
 constexpr std::size_t Near = 4;        // files that may be passed over
 constexpr std::size_t Threads = 4;     // more than cores: on a cold disk they wait most of the time
 constexpr off_t LargestFile = 1 << 14; // bytes
@@ -31,6 +32,14 @@ bool readWhole(ReadAhead::File& file, const std::string& path)
     return read(descriptor.handle(), file.bytes.data(), file.bytes.size()) == file.status.st_size;
 }
 
+// What can't be opened is told when its turn comes.
+void bringIn(const std::string& path)
+{
+    const Descriptor descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (descriptor.isOpen())
+        static_cast<void>(posix_fadvise(descriptor.handle(), 0, 0, POSIX_FADV_WILLNEED));
+}
+
 } // namespace
 
 struct ReadAhead::Slot {
@@ -42,9 +51,12 @@ struct ReadAhead::Slot {
 };
 
 struct ReadAhead::Run {
-    Run(std::vector<std::string> expected, std::vector<std::string> lookedAt)
+    Run(std::vector<std::string> expected, std::vector<std::string> lookedAt, bool copies)
         : paths(std::move(expected))
         , looks(std::move(lookedAt))
+        , areCopied(copies)
+        , window(copies ? CopyWindow : Window)
+        , step(copies ? 1 : Step)
         , slots(std::make_unique<Slot[]>(paths.size()))
     {
         try {
@@ -68,12 +80,15 @@ struct ReadAhead::Run {
             const std::size_t index = next.fetch_add(1);
             if (index >= paths.size())
                 return;
-            for (std::size_t at = position; index >= at + Window; at = position)
+            for (std::size_t at = position; index >= at + window; at = position)
                 position.wait(at);
             if (index < position || !isMine(slots[index]))
                 continue;
             Slot& slot = slots[index];
-            slot.isWhole = readWhole(slot.file, paths[index]);
+            if (areCopied)
+                bringIn(paths[index]);
+            else
+                slot.isWhole = readWhole(slot.file, paths[index]);
             slot.state = Slot::Done;
             slot.state.notify_one();
             struct stat unused { };
@@ -101,15 +116,18 @@ struct ReadAhead::Run {
     void moveTo(std::size_t index)
     {
         const std::size_t from = position;
-        for (std::size_t passed = from; passed < std::min(index, from + Window); ++passed)
+        for (std::size_t passed = from; passed < std::min(index, from + window); ++passed)
             giveUp(slots[passed]);
         position = index;
-        if (from / Step != index / Step)
+        if (from / step != index / step)
             position.notify_all();
     }
 
     const std::vector<std::string> paths;
     const std::vector<std::string> looks;
+    const bool areCopied;
+    const std::size_t window;
+    const std::size_t step;
     const std::unique_ptr<Slot[]> slots;
     std::atomic<std::size_t> next = 0;     // to be read ahead
     std::atomic<std::size_t> position = 0; // of whoever reads
@@ -124,7 +142,14 @@ void ReadAhead::expect(std::vector<std::string> paths, std::vector<std::string> 
 {
     m_run.reset();
     if (paths.size() >= WorthIt)
-        m_run = std::make_unique<Run>(std::move(paths), std::move(looks));
+        m_run = std::make_unique<Run>(std::move(paths), std::move(looks), false);
+}
+
+void ReadAhead::expectCopies(std::vector<std::string> paths)
+{
+    m_run.reset();
+    if (paths.size() > CopyWindow)
+        m_run = std::make_unique<Run>(std::move(paths), std::vector<std::string>(), true);
 }
 
 const struct stat* ReadAhead::status(std::string_view path)
@@ -167,7 +192,7 @@ void ReadAhead::changed(std::string_view path)
 {
     if (!m_run)
         return;
-    const std::size_t end = std::min(m_run->paths.size(), m_run->position + Window);
+    const std::size_t end = std::min(m_run->paths.size(), m_run->position + m_run->window);
     for (std::size_t index = m_run->position; index < end; ++index) {
         if (m_run->paths[index] == path)
             Run::giveUp(m_run->slots[index]);

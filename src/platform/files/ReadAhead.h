@@ -25,6 +25,9 @@ public:
     // In this order; `looks`, when there are any, are as many files that will be asked for with them. What was
     // expected before is given up; few files aren't worth a thread.
     void expect(std::vector<std::string> paths, std::vector<std::string> looks = {});
+    // The same for files of any size that will be copied one after the other: a few of them are brought into the
+    // system's memory, while the one before is written.
+    void expectCopies(std::vector<std::string> paths);
     // The next file, or one a little behind it, as it was a moment ago; those before it are given up.
     const struct stat* status(std::string_view path);
     std::optional<File> take(std::string_view path);

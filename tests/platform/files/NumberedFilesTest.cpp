@@ -167,6 +167,15 @@ TEST_F(NumberedFiles, ReadingAheadIsNotSeenButForTheTimeItTakes)
             ASSERT_EQ(did("read " + name), isThere ? (turn == 3 ? "new " : "old ") + name : NoFile);
         }
     }
+    // Other names and other bytes than were expected are copied as they stand.
+    const ReadingAhead copies(files, paths, ReadingAhead::Copies);
+    expect({{"put 4 > new", ""}, {"put 5 > new", ""}});
+    for (int i = 0; i < 20; ++i) {
+        const std::string name = std::to_string(i);
+        const bool isGone = i == 11 || i == 18;
+        EXPECT_EQ(did("copy " + name + " > copy"), isGone ? NoFile : "") << i;
+        EXPECT_TRUE(isGone || folder.read("copy") == folder.read(name)) << i;
+    }
 }
 
 } // namespace trovarium
