@@ -19,7 +19,7 @@ constexpr std::size_t Window = 512;    // files that are ahead at most
 constexpr std::size_t Step = 64;       // files after which the threads are told how far it is
 constexpr std::size_t CopyWindow = 4;  // of those that are copied, since they may be large
 constexpr std::size_t Near = 4;        // files that may be passed over
-constexpr std::size_t Threads = 4;     // more than cores: on a cold disk they wait most of the time
+constexpr std::size_t Threads = 16;    // more than cores: on a cold disk they wait most of the time
 constexpr off_t LargestFile = 1 << 14; // bytes
 
 bool readWhole(ReadAhead::File& file, const std::string& path)
