@@ -142,11 +142,13 @@ Picture readMetafile(const PictureFile& file, int longerSide, const std::atomic<
 void checkPromise(const QImageReader& reader, std::int64_t length)
 {
     constexpr std::int64_t BitsOnScreen = 32;
-    constexpr std::int64_t MostPacked = 1032 * 8; // times, of a deflated byte; pages of white pack better and are small
+    constexpr std::int64_t MostPacked =
+        std::int64_t{1032} * 8; // times, of a deflated byte; pages of white pack better and are small
     const int bits = QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel();
     const QSize size = reader.size();
     checkSize(size.width(), size.height(), length, std::numeric_limits<std::int64_t>::max());
-    checkSize(std::max(size.width() * bits / BitsOnScreen, std::int64_t{1}), size.height(), length, MostPacked);
+    checkSize(
+        std::max(std::int64_t{size.width()} * bits / BitsOnScreen, std::int64_t{1}), size.height(), length, MostPacked);
 }
 
 // The first image. The library tries nothing but this one format.
