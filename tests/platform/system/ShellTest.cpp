@@ -21,6 +21,23 @@ protected:
     const std::filesystem::path before = std::filesystem::current_path();
 };
 
+TEST_F(ShellTest, TheProgramsFolderIsTheOneItWasStartedFrom)
+{
+    for (const char* name : {"bin/trovarium", "other/tool", "Album/here", "far/away/trovarium", "far/trovarium"})
+        program(name);
+    expect({{"link Album\\trovarium > ../bin/trovarium", ""}, {"link away > far/away", ""},
+        {"makeFolder other\\bin", ""}, {"put bin\\notes > no program", ""}});
+    const VariableForNow path("PATH", folder.native("bin/nowhere") + "::" + folder.native("other"));
+    std::filesystem::current_path(folder.native("Album"));
+    const std::string image = fromNativePath(std::filesystem::canonical("/proc/self/exe").parent_path().string());
+    const Deeds cases{{folder.native("Album//./trovarium"), at("Album")}, {"./trovarium", at("Album")},
+        {"/../.." + folder.native("away/trovarium"), at("away")}, {"../other/bin/../../bin/trovarium", at("bin")},
+        {"tool", at("other")}, {"here", at("Album")}, // an empty place in the search path is the working folder
+        {folder.native("away/../trovarium"), at("away\\..")}, {"notes", image}, {"", image}, {"../bin/notes", image}};
+    for (const auto& [argument0, expected] : cases)
+        EXPECT_EQ(programPath(argument0), expected) << argument0;
+}
+
 TEST_F(ShellTest, HandsADocumentOfAnyNameToTheDesktopAndStartsAProgramApart)
 {
     program("bin/xdg-open", "#!/bin/sh\nprintf %s \"$1\" >opened.new && mv opened.new opened\n");
