@@ -2,8 +2,7 @@
 //
 //     damage ROUNDS [SEED [FORMAT]]
 //
-// So many files of each format, or of the one, damaged by the seeds from SEED on. The last line of a run that fails or
-// hangs repeats the fault and tells where the file is.
+// So many files of each format, or of the one, damaged by the seeds from SEED on.
 
 #include "browser/GroupListPane.h"
 #include "browser/MainWindow.h"
@@ -24,6 +23,8 @@
 #include "store/Log.h"
 #include "viewer/PhotoDisplay.h"
 
+#include <QApplication>
+
 #include <iostream>
 #include <malloc.h>
 #include <sstream>
@@ -36,7 +37,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr unsigned Deadline = 30; // seconds for one file, and for the end of the program behind the last
-Desktop* theDesktop = nullptr;
 
 // One to four changes, the rest of them in the head. Lines, lengths and encodings are a matter of texts.
 std::string damaged(std::string bytes, bool isText, std::mt19937& dice)
@@ -79,7 +79,7 @@ std::string damaged(std::string bytes, bool isText, std::mt19937& dice)
 // What a damaged picture shows may be odd, but never depends on what lay in memory before.
 bool showsPicture(const std::string& native)
 {
-    PictureService& pictures = theDesktop->pictures();
+    PictureService& pictures = testDesktop().pictures();
     QImage images[2];
     for (QImage& image : images) {
         mallopt(M_PERTURB, &image == &images[0] ? 0x11 : 0xEE);
@@ -95,7 +95,7 @@ bool showsPicture(const std::string& native)
 bool showsFilm(const std::string& native)
 {
     return !attempt([&] {
-        const auto graph = theDesktop->media().newFilgraphManager();
+        const auto graph = testDesktop().media().newFilgraphManager();
         graph->RenderFile(fromNativePath(native));
         graph->put_Owner(std::make_shared<FilmSurface>());
         graph->Run();
@@ -117,7 +117,7 @@ bool sounds(const std::string& native)
         device.carryOut({MusicCommand::Act::Open, "x", native});
     device.carryOut({MusicCommand::Act::Play, "x", {}});
     fs::resize_file(mixed, 0); // and what follows keeps its place, with nothing before it
-    const bool goesOn = theDesktop->waitUntil([&] { return fs::file_size(mixed) > 0; }, 5000);
+    const bool goesOn = testDesktop().waitUntil([&] { return fs::file_size(mixed) > 0; }, 5000);
     device.carryOut({MusicCommand::Act::Close, "x", {}});
     EXPECT_TRUE(goesOn) << "silent";
     return goesOn;
@@ -283,45 +283,22 @@ bool meet(DamagedLibrary& library, const std::string& format, const std::string&
 
 } // namespace
 
-Desktop& testDesktop()
+// The last line of a run that fails or hangs repeats the fault and tells where the file is.
+TEST(Damage, CrashesAndStopsNothingAndChangesNoOtherFile)
 {
-    return *theDesktop;
-}
-
-} // namespace trovarium
-
-// Libraries ask for more memory than there is, and take a no, and keep some to the end.
-extern "C" const char* __asan_default_options() // NOLINT: its given name
-{
-    return "allocator_may_return_null=1";
-}
-extern "C" const char* __lsan_default_suppressions() // NOLINT: its given name
-{
-    return "leak:libfontconfig";
-}
-
-int main(int argc, char** argv)
-{
-    using namespace trovarium;
-
-    testing::InitGoogleTest(&argc, argv);
-    const unsigned rounds = argc > 1 ? static_cast<unsigned>(std::atoi(argv[1])) : 100;
-    const unsigned first = argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 1;
+    const QStringList arguments = QApplication::arguments();
+    const unsigned rounds = arguments.value(1, "100").toUInt();
+    const unsigned first = arguments.value(2, "1").toUInt();
+    const std::string only = arguments.value(3).toStdString();
     setenv("TMPDIR", "/dev/shm", 0); // each file makes the program wait for a disk several times
-    FileService files;
-    Desktop desktop(argc, argv, files, Pace::Immediate);
-    theDesktop = &desktop;
     std::ostringstream reported;
     std::streambuf* const errors = std::cerr.rdbuf(reported.rdbuf());
     DamagedLibrary library;
     stderr = std::fopen("/dev/null", "w"); // for the words of libraries; sanitizers report past it
     for (const auto& [format, sound] : soundFiles(library)) {
-        if (argc > 3 && format != argv[3])
-            continue;
-        const auto start = std::chrono::steady_clock::now();
         const std::string native = library.test.folder().native("damaged." + format);
         unsigned shown = 0;
-        for (unsigned seed = first; seed < first + rounds; ++seed) {
+        for (unsigned seed = first; seed < first + rounds && (only.empty() || only == format); ++seed) {
             std::cout << "\rdamage 1 " << seed << " " << format << " # " << native << std::flush;
             alarm(Deadline);
             std::mt19937 dice(seed);
@@ -333,12 +310,18 @@ int main(int argc, char** argv)
             const std::string left = reported.str();
             EXPECT_TRUE(left.empty() || (format == "settings" && left.starts_with("frmMain: Type mismatch"))) << left;
             reported.str({});
-            if (testing::UnitTest::GetInstance()->ad_hoc_test_result().Failed())
+            if (HasFailure())
                 std::_Exit(1); // the files stay
         }
-        const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-        std::cout << "\r" << format << ": " << rounds << " files, " << shown << " shown, " << time.count()
-                  << " s\33[K\n";
+        std::cout << "\r" << format << ": " << shown << " shown\33[K\n";
     }
     std::cerr.rdbuf(errors);
+}
+
+} // namespace trovarium
+
+// Libraries ask for more memory than there is, and take a no.
+extern "C" const char* __asan_default_options() // NOLINT: its given name
+{
+    return "allocator_may_return_null=1";
 }
