@@ -30,7 +30,7 @@ protected:
             text += " " + groups().lstGroups.List(i);
         return text;
     }
-    void clickEntryAt(float y) { robot.click(groups().lstGroups, LeftButton, NoKeys, At{20, y}); }
+    void clickEntryAt(float y, int button = LeftButton) { robot.click(groups().lstGroups, button, NoKeys, At{20, y}); }
 };
 
 } // namespace
@@ -87,14 +87,16 @@ TEST_F(GroupCommandsTest, TheGroupOnShowIsRenamedWithItsMusic)
     EXPECT_EQ(main().lbAlbumList(1).Caption() + main().lstSlideGroups.List(1), "WinterWinter");
 }
 
-TEST_F(GroupCommandsTest, AReleaseCopiesEnterMovesTheButtonMakesAGroupAndAnEmptyListTakesTheEmptyName)
+TEST_F(GroupCommandsTest, AReleaseOnAnEntryCopiesEnterMovesAndTheButtonMakesAGroup)
 {
     putGroup("Bath", {});
     openGroup(4);
     select({1, 3});
     chooseGroup(main().mnuEditAdd, [&] {
         EXPECT_EQ(offered(), "Copy Bath: Bath Rome") << "not the one on show, nor all photographs";
-        groups().lstGroups.ListIndex = 1;
+        clickEntryAt(180); // below the last one
+        clickEntryAt(8, RightButton);
+        EXPECT_TRUE(groups().isShown());
         clickEntryAt(24);
     });
     EXPECT_EQ(linesOf("Rome"), (Names{"old.jpg", "p1.jpg", "p3.jpg"}));
@@ -120,16 +122,17 @@ TEST_F(GroupCommandsTest, AReleaseCopiesEnterMovesTheButtonMakesAGroupAndAnEmpty
     chooseGroup(main().mnuEditMove, [&] { robot.click(groups().cmdNewGroup); });
     EXPECT_EQ(linesOf("Ely"), Names{"p2.jpg"});
     EXPECT_EQ(cells(), Names{"p4.jpg"});
-    for (const char* name : {"Ayr", "Bath", "Ely", "Rome"})
-        test.files().remove(test.paths().SlideGroupPath + name + ".lst");
-    main().groupList().LoadGroupNames();
-    select({1});
+    main().lstSlideGroups.Clear();
     robot.whenShown("frmGroups", [&] {
         desktop.DoEvents();
+        groups().lstGroups.SetFocus();
         clickEntryAt(8);
+        robot.key(groups(), EnterKey);
+        robot.close(groups());
     });
+    select({1});
     robot.choose(main().mnuEditAdd);
-    EXPECT_EQ(linesOf(""), Names{"p4.jpg"});
+    EXPECT_FALSE(isThere("")) << "an empty list has no entry to choose";
 }
 
 } // namespace trovarium
