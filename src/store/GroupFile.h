@@ -37,7 +37,7 @@ bool AddToGroup(Album& album, std::string_view fileName);
 bool RemoveFromGroupFile(Album& album, std::string_view fileName);
 
 // Moves the selected photographs as one block: +n behind position n, -n in front of position n. A position
-// beyond the last photograph is taken as the last one. Written in place.
+// beyond the last photograph is taken as the last one. The list is written whole or not at all.
 bool ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t dropPosition);
 
 // Replaces each of the ten characters that a file name can't hold by "_"; true if nothing had to be changed.

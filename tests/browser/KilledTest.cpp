@@ -107,8 +107,7 @@ TEST(KilledTest, AtAnyWriteOnlyWhatTheOrderOfTheStepsImpliesIsLost)
     const std::string photoGone = photo + "-Photos/p2.jpg ";
     const std::string allGone = infoGone + "-Photo_Thumbnails/p2.jpg " + photoGone;
     // For each act the changes after the next start, from a kill before the first step to the whole act.
-    const std::vector<std::vector<std::string>> expected{
-        {"", "Photo_SlideGroups/Alps.lst= ", "Photo_SlideGroups/Alps.lst=p2.jpg|p3.jpg|p1.jpg| "},
+    const std::vector<std::vector<std::string>> expected{{"", "Photo_SlideGroups/Alps.lst=p2.jpg|p3.jpg|p1.jpg| "},
         {"", copied, copied + "+Photo_SlideGroups/temp.group= ", rest, moved + rest, moved + copied},
         // As soon as the photograph is gone the next start finishes the rest, but for thumbnail and clip.
         {"", photo, info + photo, clip + info + photo, clip + infoGone + photoGone, clip + allGone,
