@@ -11,6 +11,7 @@
 #include "store/GroupFile.h"
 #include "store/InfoFile.h"
 #include "store/Log.h"
+#include "store/PhotographFiles.h"
 #include "viewer/VideoControls.h"
 
 namespace trovarium {
@@ -111,7 +112,7 @@ void ThumbnailPages::fillCell(int cell, std::int32_t position)
     attempt([&] { image.Picture = Picture(); });
     attempt([&] {
         image.Picture =
-            m_form.desktop().pictures().load(m_album.paths.ThumbnailPath + m_album.group.GroupList(position));
+            m_form.desktop().pictures().load(thumbnailPath(m_album.paths, m_album.group.GroupList(position)));
     });
     attempt([&] { image.AccessibleName = m_album.group.GroupList(position); });
     attempt([&] { image.Visible = true; });
