@@ -124,17 +124,23 @@ void GroupCommands::AddToGroup(std::string_view FileName)
 
 void GroupCommands::MoveToGroup(std::string_view FileName)
 {
+    if (!isGroupAsRead(m_album))
+        showAgain();
     // A disk that is full at this write may have room at the next: what didn't get there stays here, and selected.
-    if (trovarium::AddToGroup(m_album, FileName))
+    else if (trovarium::AddToGroup(m_album, FileName))
         removeSelectedFromCurrent();
 }
 
 void GroupCommands::removeSelectedFromCurrent()
 {
-    const std::string fileName = m_form.groupList().currentGroupFile();
-    RemoveFromGroupFile(m_album, fileName);
-    m_form.pages().LoadGroupFile(fileName);
-    m_form.pages().ShowThumbnails(m_form.pages().CurrentPage);
+    if (isGroupAsRead(m_album))
+        RemoveFromGroupFile(m_album, m_album.group.currentGroupFile());
+    showAgain();
+}
+
+void GroupCommands::showAgain()
+{
+    m_form.pages().reload();
     m_form.selection().SetGroupListSelect(-1, NoKeys);
 }
 

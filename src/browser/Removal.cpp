@@ -43,8 +43,7 @@ void Removal::RemoveFromProgram()
         });
     }
     attempt([&] { RemoveMissingPhotosFromGroup(m_album, m_form.desktop()); });
-    GroupListPane& list = m_form.groupList();
-    attempt([&] { list.pctAlbumList_MouseDown(list.CurrentGroupRow, LeftButton, NoKeys, 0, 0); });
+    m_form.groupList().reopenGroup();
     m_form.MousePointer = DefaultPointer;
 }
 

@@ -59,19 +59,25 @@ void ThumbnailPages::setUpScrollBar()
 
 bool ThumbnailPages::LoadSlideGroup(std::string_view FileName)
 try {
+    const bool isOther = groupNameOf(FileName) != m_album.group.CurrentGroupName;
     if (LoadGroupFile(FileName)) {
         GroupListPane& list = m_form.groupList();
         list.CurrentGroupRow = list.FindGroupRow(FileName);
-        const std::int32_t position = list.CurrentGroupRow + list.FirstGroupRow;
-        if (position != LastGroupPosition || CurrentPage == 0)
+        if (isOther || CurrentPage == 0)
             CurrentPage = 1;
-        LastGroupPosition = position;
         ShowThumbnails(CurrentPage);
     }
     return true;
 } catch (const Failure& failure) {
     logFailure(m_album, "LoadSlideGroup", failure);
     return false;
+}
+
+bool ThumbnailPages::reload()
+{
+    const bool read = LoadGroupFile(m_album.group.currentGroupFile());
+    ShowThumbnails(CurrentPage);
+    return read;
 }
 
 bool ThumbnailPages::ShowThumbnails(const std::int32_t& Page)

@@ -51,6 +51,11 @@ std::string groupListPath(const Album& album, std::string_view fileName)
     return album.files.asItStands(album.paths.SlideGroupPath + std::string(fileName));
 }
 
+bool hasGroupList(const Album& album, std::string_view fileName)
+{
+    return album.files.exists(groupListPath(album, fileName));
+}
+
 void renameGroupList(Album& album, std::string_view from, std::string_view to)
 {
     const std::string source = groupListPath(album, from);
@@ -66,6 +71,7 @@ bool readGroupList(Album& album, std::string_view fileName)
     group.GroupList.clear();
     group.isWhole =
         withFileQuietly(files, album.paths.SlideGroupPath + std::string(fileName), OpenMode::Input, [&](int number) {
+            group.stamp = files.stamp(number);
             while (!files.endOfFile(number))
                 group.GroupList.append(files.lineInput(number));
         });
@@ -74,15 +80,25 @@ bool readGroupList(Album& album, std::string_view fileName)
     return group.isWhole;
 }
 
+bool isGroupAsRead(const Album& album)
+{
+    const std::string path = album.paths.SlideGroupPath + album.group.currentGroupFile();
+    bool isSame = false;
+    attempt([&] { isSame = album.files.stamp(path) == album.group.stamp; });
+    return isSame && album.group.isWhole;
+}
+
 // From element 0 on: when its flag is set, an empty line is written.
 bool AddToGroup(Album& album, std::string_view fileName)
 try {
     const GroupOnShow& group = album.group;
-    return group.isWhole
-        && withFileQuietly(album.files, groupListPath(album, fileName), OpenMode::Append, [&](int number) {
-               for (const std::string& line : selectedLines(group, 0, toInt16(group.GroupSelect.upperBound())))
-                   album.files.print(number, line);
-           });
+    if (!group.isWhole || (equalInCapitals(fileName, group.currentGroupFile()) && !hasGroupList(album, fileName)))
+        return false;
+    const std::vector<std::string> lines = selectedLines(group, 0, toInt16(group.GroupSelect.upperBound()));
+    return withFileQuietly(album.files, groupListPath(album, fileName), OpenMode::Append, [&](int number) {
+        for (const std::string& line : lines)
+            album.files.print(number, line);
+    });
 } catch (const Failure&) {
     return false;
 }

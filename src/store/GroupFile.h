@@ -20,6 +20,9 @@ std::string groupNameOf(std::string_view fileName);
 // the program asks for "Trip.lst". For all that writes, deletes or asks for a list.
 std::string groupListPath(const Album& album, std::string_view fileName);
 
+// Whether there is such a list, in any case of letters. A look that fails is a failure.
+bool hasGroupList(const Album& album, std::string_view fileName);
+
 // Failures go to the caller, as for every rename: it never replaces another list.
 void renameGroupList(Album& album, std::string_view from, std::string_view to);
 
@@ -30,7 +33,11 @@ void renameGroupList(Album& album, std::string_view from, std::string_view to);
 // GroupList what was read so far, and GroupSelect as it was. The other values of the group are the caller's.
 bool readGroupList(Album& album, std::string_view fileName);
 
-// Appends the selected lines.
+// Whether the list of the group on show is still the file that was read. Nothing is written from what stands in memory
+// when somebody else has changed the list since, or deleted it.
+bool isGroupAsRead(const Album& album);
+
+// Appends the selected lines, to a new list too. That of the group on show is not made anew when it is gone.
 bool AddToGroup(Album& album, std::string_view fileName);
 
 // Drops the selected lines that still stand at the same position, by way of "temp.group".
