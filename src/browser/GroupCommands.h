@@ -43,7 +43,8 @@ private:
     void mnuThumbCopyNewGroup_Click();
 
     bool askForNewName(std::string& name);
-    void renameTo(const std::string& name);
+    bool isFree(const std::string& name) const;
+    bool renameTo(const std::string& name);
     void removeSelectedFromCurrent();
     void showAgain();
 

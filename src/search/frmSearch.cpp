@@ -255,7 +255,7 @@ bool frmSearch::acceptGroupName()
 {
     Prompts& prompts = desktop().prompts();
     std::string name = cmbGroupName.Text();
-    if (name.empty()) {
+    if (name.empty() || equalInCapitals(name, ScratchGroupName)) {
         prompts.messageBox(
             "Please create group name OR select from list to append to existing group.", Buttons::Ok, "");
         return false;

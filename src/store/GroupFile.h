@@ -11,6 +11,8 @@ struct Album;
 // "  All Photos  ": the group of all photographs. Only this name marks it.
 inline constexpr std::string_view AllPhotosGroupName = "  All Photos  ";
 inline constexpr std::string_view AllPhotosGroup = "  All Photos  .lst";
+// The name of a scratch list, which is nobody's group.
+inline constexpr std::string_view ScratchGroupName = "TmpGroup";
 bool isAllPhotosGroup(std::string_view name); // compared in capitals
 
 // What stands before the first "." of a list file's name.

@@ -38,16 +38,21 @@ protected:
 TEST_F(GroupCommandsTest, ANewGroupTakesAFreeNameAndTheRowPressedLastIsDeletedWithItsMusic)
 {
     openGroup(2);
-    const auto before = test.allFiles();
-    prompts.expectInput(AskName, "  ALL PHOTOS  ");
-    prompts.expectNotice("Album group name already exists. Select a new name.");
-    prompts.expectInput(AskName, "");
-    robot.choose(main().mnuFileCreate);
-    EXPECT_EQ(test.allFiles(), before) << "an empty name makes nothing";
-    EXPECT_EQ(prompts.asked().at(0).initial + "|" + prompts.asked().at(2).initial, "new group|  ALL PHOTOS  ");
     prompts.expectInput(AskName, "x<1>/y.z");
     robot.choose(main().mnuFileCreate);
     EXPECT_EQ(rows(), (Names{"  All Photos  ", "Alps", "Rome", "x_1__y_z"}));
+    putGroup("x_1__y_z", {"p1.jpg"});
+    test.putGroup("X_2.LST", {"p1.jpg"}); // on none of the rows
+    const auto before = test.allFiles();
+    for (const char* taken : {"  ALL PHOTOS  ", "x<1>/y.z", "x:2", "tmpgroup"}) {
+        prompts.expectInput(AskName, taken);
+        prompts.expectNotice("Album group name already exists. Select a new name.");
+    }
+    prompts.expectInput(AskName, "");
+    robot.choose(main().mnuFileCreate);
+    EXPECT_EQ(test.allFiles(), before) << "neither an empty name nor one that is taken makes or empties a list";
+    EXPECT_EQ(prompts.asked().at(1).initial + "|" + prompts.asked().at(3).initial + "|" + prompts.asked().at(5).initial,
+        "new group|  ALL PHOTOS  |x_1__y_z");
 
     test.put(music("Rome"), "MThd");
     test.put(music("Alps"), "MThd");
@@ -62,7 +67,7 @@ TEST_F(GroupCommandsTest, ANewGroupTakesAFreeNameAndTheRowPressedLastIsDeletedWi
     EXPECT_EQ(logLines(), Names{"An error has occurred in 'CreateAlbumGroup'. Error = Permission denied"});
     EXPECT_FALSE(isThere("Rome") || test.isThere(music("Rome")));
     EXPECT_TRUE(isThere("Alps") && test.isThere(music("Alps")));
-    EXPECT_EQ(rows(), (Names{"  All Photos  ", "Alps", "x_1__y_z"}));
+    EXPECT_EQ(rows(), (Names{"  All Photos  ", "Alps", "x_1__y_z", "X_2"}));
     EXPECT_EQ(cells(), names(2)) << "the group on show stays";
 }
 
@@ -71,8 +76,19 @@ TEST_F(GroupCommandsTest, TheGroupOnShowIsRenamedWithItsMusic)
     putGroup("x_y", {});
     openGroup(3, 8);
     test.put(music("Alps"), "MThd");
-    prompts.expectInput("Rename \"Alps\" group to ...", "x.y"); // mended first
-    prompts.expectNotice("Group name already in use. Try another");
+    putGroup("Unread", {"p1.jpg"}); // since the names were read
+    const auto before = test.allFiles();
+    for (const char* refused : {"x.y", "unread", "TmpGroup", "Free"}) { // mended first; the last one by the disk
+        prompts.expectInput("Rename \"Alps\" group to ...", refused);
+        prompts.expectNotice("Group name already in use. Try another", [&] {
+            EXPECT_EQ(group().CurrentGroupName + rows().at(1) + main().lstSlideGroups.List(1), "AlpsAlpsAlps");
+            EXPECT_EQ(test.allFiles(), before);
+            if (prompts.asked().size() == 6)
+                test.failAt(FileOperation::Rename, "Alps.lst", FailureKind::PermissionDenied);
+            else
+                desktop.files().setFaultHook({});
+        });
+    }
     prompts.expectInput("Rename \"Alps\" group to ...", "ro.me");
     chooseFor(3, main().mnuGroupRenameGroup); // pressed last, and not the one that is renamed
     EXPECT_EQ(prompts.asked().at(2).initial + "|" + prompts.asked().at(2).title, "x_y|Rename Group");
@@ -84,7 +100,10 @@ TEST_F(GroupCommandsTest, TheGroupOnShowIsRenamedWithItsMusic)
     robot.click(main().pctArrows(2));
     prompts.expectInput("Rename \"ro_me\" group to ...", "Winter");
     robot.choose(main().mnuFileRenameGroup);
-    EXPECT_EQ(main().lbAlbumList(1).Caption() + main().lstSlideGroups.List(1), "WinterWinter");
+    EXPECT_EQ(rows().front() + rows().at(1) + main().lstSlideGroups.List(1), "Winterh1Winter") << "on another row";
+    main().groupList().ScrollGroupNames(0);
+    pressRow(0);
+    main().groupCommands().RenameAlbumGroup(); // a question would fail the test: that of all has no other name
 }
 
 TEST_F(GroupCommandsTest, AReleaseOnAnEntryCopiesEnterMovesAndTheButtonMakesAGroup)

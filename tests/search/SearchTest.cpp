@@ -86,8 +86,10 @@ TEST_F(SearchTest, AUserSearchesAndAppends)
         robot.click(search.cmdSearch);
         EXPECT_EQ(search.lbProgress.Caption(), "Searched 300 (100%) -> Found 1");
         EXPECT_EQ(search.shpProgress.Width(), search.pctProgress.ScaleWidth());
-        prompts.expectNotice("Please create group name OR select from list to append to existing group.");
-        append("");
+        for (const char* unusable : {"", "tmpgroup"}) {
+            prompts.expectNotice("Please create group name OR select from list to append to existing group.");
+            append(unusable);
+        }
         prompts.expectNotice(
             "Your 'GroupName' contained illegal characters. These were replace with the underscore character. Press "
             "'Append' again to accept the changes and save the search results to new group name.");
