@@ -7,6 +7,7 @@
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
+#include "runtime/Text.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"
 #include "store/Log.h"
@@ -32,7 +33,8 @@ try {
     if (!askForNewName(name))
         return;
     constexpr int fileNumber = 1;
-    m_album.files.open(groupListPath(m_album, "\\" + name + ".lst"), OpenMode::Output, fileNumber);
+    // Whatever is there is kept.
+    m_album.files.open(groupListPath(m_album, name + ".lst"), OpenMode::Append, fileNumber);
     m_album.files.close(fileNumber);
     if (Mode == CreateWithCopies)
         AddToGroup(name + ".lst");
@@ -43,24 +45,28 @@ try {
     logFailure(m_album, "CreateAlbumGroup", failure);
 }
 
-// The test for an existing name comes before the mending, so a mended name can be that of a group that is
-// there: renaming has the other order.
+// False when the box was cancelled. The name as typed is tested too: one that is mended is another one.
 bool GroupCommands::askForNewName(std::string& name)
 {
     Prompts& prompts = m_form.desktop().prompts();
-    bool done = false;
-    while (!name.empty() && !done) {
-        done = true;
+    for (;;) {
         name = prompts.inputBox("Enter name for new group.", "New Album Group", name);
+        if (name.empty())
+            return false;
         if (!m_form.groupList().GroupExists(name)) {
             CheckGroupName(name);
-        } else {
-            done = false;
-            if (!name.empty())
-                prompts.messageBox("Album group name already exists. Select a new name.", Buttons::Ok, "Group Exists.");
+            if (isFree(name))
+                return true;
         }
+        prompts.messageBox("Album group name already exists. Select a new name.", Buttons::Ok, "Group Exists.");
     }
-    return done;
+}
+
+// Asks the folder too, where others may have put a list since the names were read.
+bool GroupCommands::isFree(const std::string& name) const
+{
+    return !m_form.groupList().GroupExists(name) && !equalInCapitals(name, ScratchGroupName)
+        && !hasGroupList(m_album, name + ".lst");
 }
 
 void GroupCommands::DeleteAlbumGroup()
@@ -70,10 +76,9 @@ try {
         "Are you sure you want to delete this group -> " + name, Buttons::YesNo, "");
     if (answer != Answer::Yes)
         return;
-    const std::string path = groupListPath(m_album, name + ".lst");
-    if (!m_album.files.exists(path))
+    if (!hasGroupList(m_album, name + ".lst"))
         return;
-    m_album.files.remove(path);
+    m_album.files.remove(groupListPath(m_album, name + ".lst"));
     m_form.groupList().LoadGroupNames();
     attempt([&] { m_album.files.remove(m_album.paths.MidiPath + name + ".mid"); });
 } catch (const Failure& failure) {
@@ -83,38 +88,35 @@ try {
 
 void GroupCommands::RenameAlbumGroup()
 {
+    // Its name is all that marks the group of all photographs.
+    if (isAllPhotosGroup(m_album.group.CurrentGroupName))
+        return;
     Prompts& prompts = m_form.desktop().prompts();
     std::string name;
-    bool done = false;
-    while (!done) {
+    for (;;) {
         name = prompts.inputBox("Rename \"" + m_album.group.CurrentGroupName + "\" group to ...", "Rename Group", name);
-        if (name.empty()) {
-            done = true;
-            continue;
-        }
+        if (name.empty())
+            return;
         CheckGroupName(name);
-        if (m_form.groupList().GroupExists(name)) {
-            prompts.messageBox("Group name already in use. Try another", Buttons::Ok, "Rename Group");
-        } else {
-            renameTo(name);
-            done = true;
-        }
+        bool renamed = false;
+        attempt([&] { renamed = isFree(name) && renameTo(name); });
+        if (renamed)
+            return;
+        prompts.messageBox("Group name already in use. Try another", Buttons::Ok, "Rename Group");
     }
 }
 
-// The list entry replaced is that of the row number: in a scrolled list another one than the one meant, until
-// the names are read again.
-void GroupCommands::renameTo(const std::string& name)
+// False when the list keeps its name. A group without music has nothing more to rename.
+bool GroupCommands::renameTo(const std::string& name)
 {
     const AlbumPaths& paths = m_album.paths;
     const std::string old = m_album.group.CurrentGroupName;
-    const int row = m_form.groupList().CurrentGroupRow;
-    attempt([&] { renameGroupList(m_album, "\\" + old + ".lst", "\\" + name + ".lst"); });
-    attempt([&] { m_album.files.rename(paths.MidiPath + "\\" + old + ".mid", paths.MidiPath + "\\" + name + ".mid"); });
+    if (attempt([&] { renameGroupList(m_album, old + ".lst", name + ".lst"); }))
+        return false;
+    attempt([&] { m_album.files.rename(paths.MidiPath + old + ".mid", paths.MidiPath + name + ".mid"); });
     m_album.group.CurrentGroupName = name;
-    attempt([&] { m_form.lbAlbumList(row).Caption = name; });
-    attempt([&] { m_form.pctAlbumList(row).AccessibleName = name; });
-    attempt([&] { m_form.lstSlideGroups.setList(row, name); });
+    m_form.groupList().renameEntry(old, name);
+    return true;
 }
 
 void GroupCommands::AddToGroup(std::string_view FileName)
@@ -124,17 +126,23 @@ void GroupCommands::AddToGroup(std::string_view FileName)
 
 void GroupCommands::MoveToGroup(std::string_view FileName)
 {
+    if (!isGroupAsRead(m_album))
+        showAgain();
     // A disk that is full at this write may have room at the next: what didn't get there stays here, and selected.
-    if (trovarium::AddToGroup(m_album, FileName))
+    else if (trovarium::AddToGroup(m_album, FileName))
         removeSelectedFromCurrent();
 }
 
 void GroupCommands::removeSelectedFromCurrent()
 {
-    const std::string fileName = m_form.groupList().currentGroupFile();
-    RemoveFromGroupFile(m_album, fileName);
-    m_form.pages().LoadGroupFile(fileName);
-    m_form.pages().ShowThumbnails(m_form.pages().CurrentPage);
+    if (isGroupAsRead(m_album))
+        RemoveFromGroupFile(m_album, m_album.group.currentGroupFile());
+    showAgain();
+}
+
+void GroupCommands::showAgain()
+{
+    m_form.pages().reload();
     m_form.selection().SetGroupListSelect(-1, NoKeys);
 }
 

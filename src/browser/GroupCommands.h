@@ -25,7 +25,8 @@ public:
     // Acts on the group on show.
     void RenameAlbumGroup();
 
-    // `FileName` is a stem + ".lst". The selection stays after a copy and is gone after a move.
+    // `FileName` is a stem + ".lst". The selection stays after a copy and is gone after a move. A move from a list that
+    // somebody else has changed since it was read moves nothing, and reads it again.
     void AddToGroup(std::string_view FileName);
     void MoveToGroup(std::string_view FileName);
 
@@ -42,8 +43,10 @@ private:
     void mnuThumbCopyNewGroup_Click();
 
     bool askForNewName(std::string& name);
-    void renameTo(const std::string& name);
+    bool isFree(const std::string& name) const;
+    bool renameTo(const std::string& name);
     void removeSelectedFromCurrent();
+    void showAgain();
 
     frmMain& m_form;
     Album& m_album;

@@ -6,7 +6,6 @@
 #include "browser/frmMain.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
-#include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"
@@ -104,9 +103,55 @@ bool GroupListPane::GroupExists(std::string_view Name) const
     return false;
 }
 
-std::string GroupListPane::currentGroupFile() const
+// -1 for a group that is on none of the rows on show.
+int GroupListPane::rowOf(std::string_view name) const
 {
-    return m_form.lbAlbumList(CurrentGroupRow).Caption() + ".lst";
+    for (int row = 0; row < GroupRows; ++row) {
+        if (m_form.pctAlbumList(row).Visible() && m_form.lbAlbumList(row).Caption() == name)
+            return row;
+    }
+    return -1;
+}
+
+void GroupListPane::reopenGroup()
+try {
+    const GroupOnShow& group = m_album.group;
+    const std::string name = group.CurrentGroupName;
+    if (name.empty()) {
+        // Not even the first group could be read until now.
+        if (m_form.pages().CurrentPage == 0)
+            pctAlbumList_MouseDown(CurrentGroupRow, LeftButton, NoKeys, 0, 0);
+        return;
+    }
+    m_form.slideShow().StopSlideShow();
+    SelectedGroupName = name;
+    m_form.selection().SetGroupListSelect(-1, NoKeys);
+    if (const int row = rowOf(name); row >= 0) {
+        CurrentGroupRow = static_cast<std::int16_t>(row);
+        light(row);
+    }
+    const bool read = m_form.pages().reload();
+    m_album.view.ViewMode = ViewThumbnails;
+    if (read && group.CurrentGroupName == name)
+        m_form.selection().SetGroupListSelect(m_album.view.CurrentIndex, NoKeys);
+} catch (const Failure& failure) {
+    logFailure(m_album, "pctAlbumList_MouseDown", failure);
+}
+
+// The list is not sorted again.
+void GroupListPane::renameEntry(const std::string& from, const std::string& to)
+{
+    if (const int row = rowOf(from); row >= 0) {
+        m_form.lbAlbumList(row).Caption = to;
+        m_form.pctAlbumList(row).AccessibleName = to;
+    }
+    ListBox& names = m_form.lstSlideGroups;
+    for (int i = 0; i < names.ListCount(); ++i) {
+        if (names.List(i) == from) {
+            names.setList(i, to);
+            return;
+        }
+    }
 }
 
 bool GroupListPane::isAllPhotosRow(int row) const
@@ -116,34 +161,39 @@ bool GroupListPane::isAllPhotosRow(int row) const
 
 void GroupListPane::pctAlbumList_MouseDown(int Index, int Button, int /*Shift*/, float /*X*/, float /*Y*/)
 try {
-    const std::int16_t old = toInt16(CurrentGroupRow + FirstGroupRow);
+    const std::string before = m_album.group.CurrentGroupName;
     m_form.slideShow().StopSlideShow();
     SelectedGroupName = m_form.lbAlbumList(Index).Caption();
+    const bool isOther = Button == LeftButton && SelectedGroupName != before;
     if (Button == LeftButton)
-        openRow(Index, old);
+        openRow(Index, isOther);
     if (Button == RightButton)
         showGroupMenu(Index);
     // Also after a right press, which leaves a photograph in the frame.
     m_album.view.ViewMode = ViewThumbnails;
-    // Compared with the row alone: true for the group on show in a list that isn't scrolled.
-    if (old == CurrentGroupRow)
+    // In another group the place is that of a photograph which nobody chose.
+    if (!isOther && m_album.group.CurrentGroupName == before)
         m_form.selection().SetGroupListSelect(m_album.view.CurrentIndex, NoKeys);
 } catch (const Failure& failure) {
     logFailure(m_album, "pctAlbumList_MouseDown", failure);
 }
 
-void GroupListPane::openRow(int Index, std::int16_t old)
+void GroupListPane::openRow(int Index, bool isOther)
 {
     m_form.selection().SetGroupListSelect(-1, NoKeys);
-    if (old != Index + FirstGroupRow) {
+    if (isOther) {
         m_form.photoDisplay().SetImageIndex(1);
         m_form.VScroll1.Value = 1;
     }
-    if (m_form.pages().LoadSlideGroup(m_form.lbAlbumList(Index).Caption() + ".lst")) {
-        for (int row = 0; row < GroupRows; ++row)
-            m_form.pctAlbumList(row).Picture = m_form.pctAlbumList(DarkBar).Picture();
-        m_form.pctAlbumList(Index).Picture = m_form.pctAlbumList(BrightBar).Picture();
-    }
+    if (m_form.pages().LoadSlideGroup(m_form.lbAlbumList(Index).Caption() + ".lst"))
+        light(Index);
+}
+
+// That row alone.
+void GroupListPane::light(int row)
+{
+    for (int i = 0; i < GroupRows; ++i)
+        m_form.pctAlbumList(i).Picture = m_form.pctAlbumList(i == row ? BrightBar : DarkBar).Picture();
 }
 
 void GroupListPane::showGroupMenu(int Index)

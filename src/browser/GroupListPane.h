@@ -9,8 +9,8 @@ namespace trovarium {
 struct Album;
 class frmMain;
 
-// The column of groups: eight rows that slide over the hidden, sorted list of all group names. The row number,
-// not the list index, is what the program remembers as the current group.
+// The column of groups: eight rows that slide over the hidden, sorted list of all group names. What is enabled goes by
+// the row of the press that opened a group; everything that reads or writes its list goes by the group's name.
 class GroupListPane {
 public:
     GroupListPane(frmMain& form, Album& album);
@@ -31,8 +31,12 @@ public:
     // True for a name in the list, in any case, and for the empty name.
     bool GroupExists(std::string_view Name) const;
 
-    // The list file of the row that is current: after a scroll that of another group than the one on show.
-    std::string currentGroupFile() const;
+    // Reads the group on show again and shows its page, as a press on its row does, whatever row that is now. For
+    // what has changed lists. A list that is gone leaves an empty page.
+    void reopenGroup();
+
+    // A renamed group: the entry and the caption with its old name get the new one.
+    void renameEntry(const std::string& from, const std::string& to);
 
     // The row is that of the group of all photographs.
     bool isAllPhotosRow(int row) const;
@@ -47,7 +51,9 @@ public:
     std::string SelectedGroupName; // caption of the row last pressed, with any button
 
 private:
-    void openRow(int Index, std::int16_t old);
+    void openRow(int Index, bool isOther);
+    int rowOf(std::string_view name) const;
+    void light(int row);
     void showGroupMenu(int Index);
     void showRow(int row, const std::string& name);
 

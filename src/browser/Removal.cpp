@@ -8,6 +8,7 @@
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
+#include "store/PhotographFiles.h"
 
 namespace trovarium {
 
@@ -42,29 +43,24 @@ void Removal::RemoveFromProgram()
         });
     }
     attempt([&] { RemoveMissingPhotosFromGroup(m_album, m_form.desktop()); });
-    GroupListPane& list = m_form.groupList();
-    attempt([&] { list.pctAlbumList_MouseDown(list.CurrentGroupRow, LeftButton, NoKeys, 0, 0); });
+    m_form.groupList().reopenGroup();
     m_form.MousePointer = DefaultPointer;
 }
 
-// Copies and deletions are not tied together: each runs whatever became of the ones before. Only what a person
-// wrote stays where it is when its copy failed, and with it the photograph's places in the groups.
+// A photograph that can't be moved stays as a whole: with its words it keeps its places in the groups. One that is only
+// linked has no file here.
 void Removal::setAside(const std::string& name)
 {
     FileService& files = m_album.files;
     const AlbumPaths& paths = m_album.paths;
-    const std::string photo = paths.PhotoPath + name;
-    const std::string info = name + ".info";
-    const std::string clip = name + ".wav";
+    const std::string photo = photographPath(paths, name);
     attempt([&] { files.remove(paths.PhotoPath + "Removed_Photos\\" + name); });
-    attempt([&] { files.copy(photo, paths.PhotoPath + "Removed\\" + name); });
-    const auto infoLost = attempt([&] { files.copy(paths.InfoPath + info, paths.InfoPath + "Removed\\" + info); });
-    attempt([&] { files.copy(paths.AudioPath + clip, paths.AudioPath + "Removed\\" + clip); });
-    attempt([&] { files.remove(photo); });
-    attempt([&] { files.remove(paths.ThumbnailPath + name); });
-    if (!infoLost)
-        attempt([&] { files.remove(paths.InfoPath + info); });
-    attempt([&] { files.remove(paths.AudioPath + clip); });
+    attempt([&] { trovarium::setAside(files, paths.PhotoPath, name); });
+    if (files.exists(photo))
+        return;
+    attempt([&] { trovarium::setAside(files, paths.InfoPath, name + ".info"); });
+    attempt([&] { trovarium::setAside(files, paths.AudioPath, name + ".wav"); });
+    attempt([&] { files.remove(thumbnailPath(paths, name)); });
 }
 
 void Removal::mnuEditRemoveFromAlbum_Click()

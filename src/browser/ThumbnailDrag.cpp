@@ -2,7 +2,6 @@
 
 #include "browser/DropGeometry.h"
 #include "browser/GroupCommands.h"
-#include "browser/GroupListPane.h"
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
 #include "browser/WindowPlan.h"
@@ -172,11 +171,10 @@ void ThumbnailDrag::FinishThumbnailDrag(bool Finish)
 
 void ThumbnailDrag::moveSelected(std::int32_t position)
 {
-    const std::string fileName = m_form.groupList().currentGroupFile();
-    ReorderGroupFile(m_album, fileName, position);
+    if (isGroupAsRead(m_album))
+        ReorderGroupFile(m_album, m_album.group.currentGroupFile(), position);
     m_form.selection().SetGroupListSelect(-1, NoKeys);
-    m_form.pages().LoadGroupFile(fileName);
-    m_form.pages().ShowThumbnails(m_form.pages().CurrentPage);
+    m_form.pages().reload();
 }
 
 void ThumbnailDrag::hideMarks()

@@ -27,7 +27,7 @@ public:
     void FinishThumbnailDrag(bool Finish);
 
     // Moves the selected ones as one block in the list's file, behind position +n or in front of position n for
-    // -n, and reads it again, nothing selected.
+    // -n, and reads it again, nothing selected. What somebody else has changed since is only read.
     void moveSelected(std::int32_t position);
 
     // What a release would do: NoTarget, ReorderTarget, or the group row under the pointer, 0 to 7.

@@ -11,6 +11,7 @@
 #include "store/GroupFile.h"
 #include "store/InfoFile.h"
 #include "store/Log.h"
+#include "store/PhotographFiles.h"
 #include "viewer/VideoControls.h"
 
 namespace trovarium {
@@ -58,19 +59,25 @@ void ThumbnailPages::setUpScrollBar()
 
 bool ThumbnailPages::LoadSlideGroup(std::string_view FileName)
 try {
+    const bool isOther = groupNameOf(FileName) != m_album.group.CurrentGroupName;
     if (LoadGroupFile(FileName)) {
         GroupListPane& list = m_form.groupList();
         list.CurrentGroupRow = list.FindGroupRow(FileName);
-        const std::int32_t position = list.CurrentGroupRow + list.FirstGroupRow;
-        if (position != LastGroupPosition || CurrentPage == 0)
+        if (isOther || CurrentPage == 0)
             CurrentPage = 1;
-        LastGroupPosition = position;
         ShowThumbnails(CurrentPage);
     }
     return true;
 } catch (const Failure& failure) {
     logFailure(m_album, "LoadSlideGroup", failure);
     return false;
+}
+
+bool ThumbnailPages::reload()
+{
+    const bool read = LoadGroupFile(m_album.group.currentGroupFile());
+    ShowThumbnails(CurrentPage);
+    return read;
 }
 
 bool ThumbnailPages::ShowThumbnails(const std::int32_t& Page)
@@ -111,7 +118,7 @@ void ThumbnailPages::fillCell(int cell, std::int32_t position)
     attempt([&] { image.Picture = Picture(); });
     attempt([&] {
         image.Picture =
-            m_form.desktop().pictures().load(m_album.paths.ThumbnailPath + m_album.group.GroupList(position));
+            m_form.desktop().pictures().load(thumbnailPath(m_album.paths, m_album.group.GroupList(position)));
     });
     attempt([&] { image.AccessibleName = m_album.group.GroupList(position); });
     attempt([&] { image.Visible = true; });

@@ -23,8 +23,12 @@ public:
     // and the count. False when it can't be read: all but GroupList then keeps its state.
     bool LoadGroupFile(std::string_view FileName);
 
-    // The group last opened keeps its page, any other opens on page 1. False only after a failure.
+    // The group on show keeps its page, any other opens on page 1. False only after a failure.
     bool LoadSlideGroup(std::string_view FileName);
+
+    // Reads the list of the group on show again and shows its page. False when the list can't be read; an empty page
+    // for one that is gone.
+    bool reload();
 
     // Fills the cells while events run, one by one. The page is looked at anew with every cell, so that a
     // caller that passes CurrentPage follows a page change that comes in between.
@@ -41,7 +45,6 @@ public:
     std::int32_t positionOf(int cell) const { return (CurrentPage - 1) * CellCount + cell + 1; }
 
     std::int32_t CurrentPage = 0; // 0 until the first page was shown
-    std::int32_t LastGroupPosition = 0;
 
 private:
     void takeBackFrame();

@@ -63,9 +63,22 @@ void frmGroups::Form_Activate()
     GroupDialogBusy = false;
 }
 
-void frmGroups::lstGroups_MouseUp(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
+void frmGroups::lstGroups_MouseUp(int Button, int /*Shift*/, float X, float Y)
 {
-    if (GroupDialogBusy)
+    const int entry = lstGroups.entryAt(X, Y);
+    if (Button == LeftButton && entry >= 0 && entry == lstGroups.ListIndex())
+        choose();
+}
+
+void frmGroups::lstGroups_KeyPress(int KeyAscii)
+{
+    if (KeyAscii == EnterCharacter)
+        choose();
+}
+
+void frmGroups::choose()
+{
+    if (GroupDialogBusy || lstGroups.ListIndex() < 0)
         return;
     const std::string kind(trovarium::left(Caption(), 4));
     if (kind == "Move")
@@ -73,12 +86,6 @@ void frmGroups::lstGroups_MouseUp(int /*Button*/, int /*Shift*/, float /*X*/, fl
     else if (kind == "Copy")
         m_main.groupCommands().AddToGroup(lstGroups.Text() + ".lst");
     hide();
-}
-
-void frmGroups::lstGroups_KeyPress(int KeyAscii)
-{
-    if (KeyAscii == EnterCharacter)
-        lstGroups_MouseUp(LeftButton, NoKeys, 0, 0);
 }
 
 void frmGroups::cmdNewGroup_Click()

@@ -12,7 +12,7 @@ namespace trovarium {
 struct Album;
 class frmMain;
 
-// Asks for the group that the selected photographs are copied or moved to. One release of the mouse in the list
+// Asks for the group that the selected photographs are copied or moved to. One release of the left button on an entry
 // is the choice; the close box is the way to cancel.
 class frmGroups : public Form {
 public:
@@ -34,6 +34,8 @@ public:
     void cmdNewGroup_Click();
 
 private:
+    void choose();
+
     Album& m_album;
     frmMain& m_main;
     std::int16_t GroupDialogMode = CreateWithCopies; // what a new group is made for; the caption tells the list

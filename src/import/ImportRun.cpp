@@ -272,8 +272,7 @@ void ImportRun::cmdImport_Click()
             buildThumbnails(files);
             appendToGroups(files);
         }
-        GroupListPane& groups = m_main.groupList();
-        groups.pctAlbumList_MouseDown(groups.CurrentGroupRow, LeftButton, NoKeys, 0, 0);
+        m_main.groupList().reopenGroup();
     });
     end();
 }
@@ -298,11 +297,14 @@ void ImportRun::appendToGroups(const Files& files)
     const auto append = [&](std::string_view to) {
         search.cmbGroupName.Text = std::string(to);
         search.SetNewList(names);
-        search.cmdSave_Click();
+        search.save();
     };
     const std::string onShow = m_album.group.CurrentGroupName;
-    if (!isAllPhotosGroup(onShow) && !onShow.empty())
-        append(onShow);
+    // A group that was deleted while it is on show isn't brought back.
+    attempt([&] {
+        if (!isAllPhotosGroup(onShow) && !onShow.empty() && hasGroupList(m_album, onShow + ".lst"))
+            append(onShow);
+    });
     append(AllPhotosGroupName);
     search.cmbGroupName.Text = group;
 }

@@ -224,31 +224,38 @@ void frmSearch::keep(const std::string& fileName)
     SearchYears(SearchYears.upperBound()) = toInt16(std::floor(strictNumber(YearText)));
 }
 
-// Counts the years: the results may be those of an import that ran meanwhile.
 void frmSearch::showProgress(int searched, int count)
 {
     lbProgress.Caption = "Searched " + numberText(searched) + " (" + formatWhole(divide(searched, count) * 100)
-        + "%) -> Found " + numberText(SearchYears.upperBound());
+        + "%) -> Found " + numberText(SearchResults.upperBound());
     fillBar(pctProgress, shpProgress,
         divideSingle(static_cast<float>(searched), static_cast<float>(count)) * pctProgress.ScaleWidth());
 }
 
 void frmSearch::cmdSave_Click()
 {
+    if (save())
+        m_main.groupList().reopenGroup();
+}
+
+bool frmSearch::save()
+{
     MousePointer = HourglassPointer;
-    if (acceptGroupName()) {
+    const bool accepted = acceptGroupName();
+    if (accepted) {
         if (appendResults())
             m_main.groupList().LoadGroupNames();
         m_main.groupList().LoadGroupNames();
     }
     MousePointer = DefaultPointer;
+    return accepted;
 }
 
 bool frmSearch::acceptGroupName()
 {
     Prompts& prompts = desktop().prompts();
     std::string name = cmbGroupName.Text();
-    if (name.empty()) {
+    if (name.empty() || equalInCapitals(name, ScratchGroupName)) {
         prompts.messageBox(
             "Please create group name OR select from list to append to existing group.", Buttons::Ok, "");
         return false;
@@ -280,11 +287,19 @@ try {
     return false;
 }
 
-// Without a group on show, the import puts the new photographs into that of all photographs only.
+// Without a group on show, the import puts the new photographs into that of all photographs only. It writes them
+// through this dialog, and what was found comes back behind it.
 void frmSearch::cmdImport_Click()
 {
-    m_album.group.CurrentGroupName.clear();
+    const std::string onShow = std::exchange(m_album.group.CurrentGroupName, {});
+    const CheckedArray<std::string> found = SearchResults;
     m_main.dialogs().showImport();
+    SearchResults = found;
+    if (onShow.empty())
+        return; // the import may have opened the first group
+    m_album.group.CurrentGroupName = onShow;
+    if (!isGroupAsRead(m_album))
+        m_main.groupList().reopenGroup();
 }
 
 void frmSearch::lbExit_Click()

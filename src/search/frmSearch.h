@@ -39,8 +39,11 @@ public:
     // in the same way.
     void cmdSearch_Click();
     // Appends to the list of the group named in `cmbGroupName`, a new one or not. Without a name, and when
-    // characters had to be replaced in it, it tells so and writes nothing; a failing write is silent.
+    // characters had to be replaced in it, it tells so and writes nothing; a failing write is silent. The group on show
+    // is read again.
     void cmdSave_Click();
+    // The same for a run that shows the group again by itself. False when nothing was to be written.
+    bool save();
     void cmdImport_Click();
     void lbExit_Click();
 

@@ -9,17 +9,20 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <vector>
 
 namespace trovarium {
 
 namespace {
 
-void printSelected(FileService& files, int number, const GroupOnShow& group, std::int32_t first, std::int16_t last)
+std::vector<std::string> selectedLines(const GroupOnShow& group, std::int32_t first, std::int16_t last)
 {
+    std::vector<std::string> lines;
     for (std::int32_t i = first; i <= last; ++i) {
         if (group.GroupSelect(i) == 1)
-            files.print(number, group.GroupList(i));
+            lines.push_back(group.GroupList(i));
     }
+    return lines;
 }
 
 // The photograph behind which the block goes, 0 for the front.
@@ -48,6 +51,11 @@ std::string groupListPath(const Album& album, std::string_view fileName)
     return album.files.asItStands(album.paths.SlideGroupPath + std::string(fileName));
 }
 
+bool hasGroupList(const Album& album, std::string_view fileName)
+{
+    return album.files.exists(groupListPath(album, fileName));
+}
+
 void renameGroupList(Album& album, std::string_view from, std::string_view to)
 {
     const std::string source = groupListPath(album, from);
@@ -63,6 +71,7 @@ bool readGroupList(Album& album, std::string_view fileName)
     group.GroupList.clear();
     group.isWhole =
         withFileQuietly(files, album.paths.SlideGroupPath + std::string(fileName), OpenMode::Input, [&](int number) {
+            group.stamp = files.stamp(number);
             while (!files.endOfFile(number))
                 group.GroupList.append(files.lineInput(number));
         });
@@ -71,13 +80,25 @@ bool readGroupList(Album& album, std::string_view fileName)
     return group.isWhole;
 }
 
+bool isGroupAsRead(const Album& album)
+{
+    const std::string path = album.paths.SlideGroupPath + album.group.currentGroupFile();
+    bool isSame = false;
+    attempt([&] { isSame = album.files.stamp(path) == album.group.stamp; });
+    return isSame && album.group.isWhole;
+}
+
 // From element 0 on: when its flag is set, an empty line is written.
 bool AddToGroup(Album& album, std::string_view fileName)
 try {
     const GroupOnShow& group = album.group;
-    return group.isWhole
-        && withFileQuietly(album.files, groupListPath(album, fileName), OpenMode::Append,
-            [&](int number) { printSelected(album.files, number, group, 0, toInt16(group.GroupSelect.upperBound())); });
+    if (!group.isWhole || (equalInCapitals(fileName, group.currentGroupFile()) && !hasGroupList(album, fileName)))
+        return false;
+    const std::vector<std::string> lines = selectedLines(group, 0, toInt16(group.GroupSelect.upperBound()));
+    return withFileQuietly(album.files, groupListPath(album, fileName), OpenMode::Append, [&](int number) {
+        for (const std::string& line : lines)
+            album.files.print(number, line);
+    });
 } catch (const Failure&) {
     return false;
 }
@@ -120,23 +141,21 @@ bool RemoveFromGroupFile(Album& album, std::string_view fileName)
 
 bool ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t dropPosition)
 try {
-    FileService& files = album.files;
     const GroupOnShow& group = album.group;
     if (!group.isWhole)
         return false;
-    // Before the file is emptied: a group that is too long for the walk keeps its list.
     const std::int16_t last = toInt16(group.GroupList.upperBound());
     const std::int16_t position = blockPosition(dropPosition, last);
-    return withFileQuietly(files, groupListPath(album, fileName), OpenMode::Output, [&](int number) {
-        if (position == 0)
-            printSelected(files, number, group, 1, last);
-        for (std::int32_t i = 1; i <= last; ++i) {
-            if (group.GroupSelect(i) == 0)
-                files.print(number, group.GroupList(i));
-            if (i == position)
-                printSelected(files, number, group, 1, last);
-        }
-    });
+    const std::vector<std::string> block = selectedLines(group, 1, last);
+    std::vector<std::string> lines;
+    for (std::int32_t i = 0; i <= last; ++i) {
+        if (i > 0 && group.GroupSelect(i) == 0)
+            lines.push_back(group.GroupList(i));
+        if (i == position)
+            lines.insert(lines.end(), block.begin(), block.end());
+    }
+    album.files.writeLines(groupListPath(album, fileName), lines, Sync::Yes);
+    return true;
 } catch (const Failure&) {
     return false;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/files/FileStamp.h"
 #include "runtime/Failure.h"
 
 #include <cstdint>
@@ -47,9 +48,14 @@ struct GroupOnShow {
     std::string CurrentGroupName;
     std::int32_t SelectedCount = 0; // what the status text shows; not always the number of set flags
 
+    FileStamp stamp; // of the list file that was read
+
     // False after a list that broke off while it was read: the flags are then still those of the group before, and
     // would choose photographs that nobody selected.
     bool isWhole = true;
+
+    // Its list file. The group on show is known by its name alone: rows move, and others stand in its place.
+    std::string currentGroupFile() const { return CurrentGroupName + ".lst"; }
 };
 
 } // namespace trovarium

@@ -30,7 +30,7 @@ protected:
             text += " " + groups().lstGroups.List(i);
         return text;
     }
-    void clickEntryAt(float y) { robot.click(groups().lstGroups, LeftButton, NoKeys, At{20, y}); }
+    void clickEntryAt(float y, int button = LeftButton) { robot.click(groups().lstGroups, button, NoKeys, At{20, y}); }
 };
 
 } // namespace
@@ -38,16 +38,21 @@ protected:
 TEST_F(GroupCommandsTest, ANewGroupTakesAFreeNameAndTheRowPressedLastIsDeletedWithItsMusic)
 {
     openGroup(2);
-    const auto before = test.allFiles();
-    prompts.expectInput(AskName, "  ALL PHOTOS  ");
-    prompts.expectNotice("Album group name already exists. Select a new name.");
-    prompts.expectInput(AskName, "");
-    robot.choose(main().mnuFileCreate);
-    EXPECT_EQ(test.allFiles(), before) << "an empty name makes nothing";
-    EXPECT_EQ(prompts.asked().at(0).initial + "|" + prompts.asked().at(2).initial, "new group|  ALL PHOTOS  ");
     prompts.expectInput(AskName, "x<1>/y.z");
     robot.choose(main().mnuFileCreate);
     EXPECT_EQ(rows(), (Names{"  All Photos  ", "Alps", "Rome", "x_1__y_z"}));
+    putGroup("x_1__y_z", {"p1.jpg"});
+    test.putGroup("X_2.LST", {"p1.jpg"}); // on none of the rows
+    const auto before = test.allFiles();
+    for (const char* taken : {"  ALL PHOTOS  ", "x<1>/y.z", "x:2", "tmpgroup"}) {
+        prompts.expectInput(AskName, taken);
+        prompts.expectNotice("Album group name already exists. Select a new name.");
+    }
+    prompts.expectInput(AskName, "");
+    robot.choose(main().mnuFileCreate);
+    EXPECT_EQ(test.allFiles(), before) << "neither an empty name nor one that is taken makes or empties a list";
+    EXPECT_EQ(prompts.asked().at(1).initial + "|" + prompts.asked().at(3).initial + "|" + prompts.asked().at(5).initial,
+        "new group|  ALL PHOTOS  |x_1__y_z");
 
     test.put(music("Rome"), "MThd");
     test.put(music("Alps"), "MThd");
@@ -62,7 +67,7 @@ TEST_F(GroupCommandsTest, ANewGroupTakesAFreeNameAndTheRowPressedLastIsDeletedWi
     EXPECT_EQ(logLines(), Names{"An error has occurred in 'CreateAlbumGroup'. Error = Permission denied"});
     EXPECT_FALSE(isThere("Rome") || test.isThere(music("Rome")));
     EXPECT_TRUE(isThere("Alps") && test.isThere(music("Alps")));
-    EXPECT_EQ(rows(), (Names{"  All Photos  ", "Alps", "x_1__y_z"}));
+    EXPECT_EQ(rows(), (Names{"  All Photos  ", "Alps", "x_1__y_z", "X_2"}));
     EXPECT_EQ(cells(), names(2)) << "the group on show stays";
 }
 
@@ -71,8 +76,19 @@ TEST_F(GroupCommandsTest, TheGroupOnShowIsRenamedWithItsMusic)
     putGroup("x_y", {});
     openGroup(3, 8);
     test.put(music("Alps"), "MThd");
-    prompts.expectInput("Rename \"Alps\" group to ...", "x.y"); // mended first
-    prompts.expectNotice("Group name already in use. Try another");
+    putGroup("Unread", {"p1.jpg"}); // since the names were read
+    const auto before = test.allFiles();
+    for (const char* refused : {"x.y", "unread", "TmpGroup", "Free"}) { // mended first; the last one by the disk
+        prompts.expectInput("Rename \"Alps\" group to ...", refused);
+        prompts.expectNotice("Group name already in use. Try another", [&] {
+            EXPECT_EQ(group().CurrentGroupName + rows().at(1) + main().lstSlideGroups.List(1), "AlpsAlpsAlps");
+            EXPECT_EQ(test.allFiles(), before);
+            if (prompts.asked().size() == 6)
+                test.failAt(FileOperation::Rename, "Alps.lst", FailureKind::PermissionDenied);
+            else
+                desktop.files().setFaultHook({});
+        });
+    }
     prompts.expectInput("Rename \"Alps\" group to ...", "ro.me");
     chooseFor(3, main().mnuGroupRenameGroup); // pressed last, and not the one that is renamed
     EXPECT_EQ(prompts.asked().at(2).initial + "|" + prompts.asked().at(2).title, "x_y|Rename Group");
@@ -84,52 +100,63 @@ TEST_F(GroupCommandsTest, TheGroupOnShowIsRenamedWithItsMusic)
     robot.click(main().pctArrows(2));
     prompts.expectInput("Rename \"ro_me\" group to ...", "Winter");
     robot.choose(main().mnuFileRenameGroup);
-    EXPECT_EQ(main().lbAlbumList(1).Caption() + main().lstSlideGroups.List(1), "WinterWinter");
+    EXPECT_EQ(rows().front() + rows().at(1) + main().lstSlideGroups.List(1), "Winterh1Winter") << "on another row";
+    main().groupList().ScrollGroupNames(0);
+    pressRow(0);
+    main().groupCommands().RenameAlbumGroup(); // a question would fail the test: that of all has no other name
 }
 
-TEST_F(GroupCommandsTest, AReleaseCopiesEnterMovesTheButtonMakesAGroupAndAnEmptyListTakesTheEmptyName)
+TEST_F(GroupCommandsTest, AReleaseOnAnEntryCopiesEnterMovesAndTheButtonMakesAGroup)
 {
     putGroup("Bath", {});
     openGroup(4);
     select({1, 3});
     chooseGroup(main().mnuEditAdd, [&] {
         EXPECT_EQ(offered(), "Copy Bath: Bath Rome") << "not the one on show, nor all photographs";
-        groups().lstGroups.ListIndex = 1;
+        clickEntryAt(180); // below the last one
+        clickEntryAt(8, RightButton);
+        EXPECT_TRUE(groups().isShown());
         clickEntryAt(24);
     });
     EXPECT_EQ(linesOf("Rome"), (Names{"old.jpg", "p1.jpg", "p3.jpg"}));
     chooseGroup(main().mnuEditMove, [&] { robot.close(groups()); });
-    prompts.expectInput(AskName, "Ayr");
+    prompts.expectInput(AskName, "Aix");
     chooseGroup(main().mnuEditAdd, [&] { robot.click(groups().cmdNewGroup); });
-    EXPECT_EQ(linesOf("Ayr"), (Names{"p1.jpg", "p3.jpg"}));
-    test.failAt(FileOperation::Close, "Ayr.lst", FailureKind::DiskFull);
-    main().groupCommands().MoveToGroup("Ayr.lst");
+    EXPECT_EQ(linesOf("Aix"), (Names{"p1.jpg", "p3.jpg"}));
+    test.failAt(FileOperation::Close, "Aix.lst", FailureKind::DiskFull);
+    main().groupCommands().MoveToGroup("Aix.lst");
     desktop.files().setFaultHook({});
     EXPECT_EQ(cells(), names(4)) << "copies stay, what a full disk didn't take too, and the close box cancels";
     chooseGroup(main().mnuEditMove, [&] {
-        EXPECT_EQ(offered(), "Move Ayr: Ayr Bath Rome") << "filled anew";
+        EXPECT_EQ(offered(), "Move Aix: Aix Bath Rome") << "filled anew";
         groups().lstGroups.SetFocus();
         robot.key(groups(), AKey);
         EXPECT_TRUE(groups().isShown());
         robot.key(groups(), EnterKey);
     });
-    EXPECT_EQ(linesOf("Ayr"), (Names{"p1.jpg", "p3.jpg", "p1.jpg", "p3.jpg"}));
+    EXPECT_EQ(linesOf("Aix"), (Names{"p1.jpg", "p3.jpg", "p1.jpg", "p3.jpg"}));
     EXPECT_EQ(selectedPositions(), Positions{});
+    robot.click(main().imgThumbnail(1));
+    pressRow(1);
+    EXPECT_EQ(group().CurrentGroupName, "Aix");
+    EXPECT_EQ(selectedPositions(), Positions{}) << "nobody chose one, though the group stands where the other one was";
+    pressRowNamed("Alps");
     select({1});
     prompts.expectInput(AskName, "Ely");
     chooseGroup(main().mnuEditMove, [&] { robot.click(groups().cmdNewGroup); });
     EXPECT_EQ(linesOf("Ely"), Names{"p2.jpg"});
     EXPECT_EQ(cells(), Names{"p4.jpg"});
-    for (const char* name : {"Ayr", "Bath", "Ely", "Rome"})
-        test.files().remove(test.paths().SlideGroupPath + name + ".lst");
-    main().groupList().LoadGroupNames();
-    select({1});
+    main().lstSlideGroups.Clear();
     robot.whenShown("frmGroups", [&] {
         desktop.DoEvents();
+        groups().lstGroups.SetFocus();
         clickEntryAt(8);
+        robot.key(groups(), EnterKey);
+        robot.close(groups());
     });
+    select({1});
     robot.choose(main().mnuEditAdd);
-    EXPECT_EQ(linesOf(""), Names{"p4.jpg"});
+    EXPECT_FALSE(isThere("")) << "an empty list has no entry to choose";
 }
 
 } // namespace trovarium

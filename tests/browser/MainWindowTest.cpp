@@ -58,6 +58,11 @@ TEST_F(MainWindowTest, AFolderThatCantBeListedIsLoggedWithoutAHintAndExitEndsThe
     test.failAt(FileOperation::List, "", FailureKind::PathNotFound);
     open();
     EXPECT_EQ(logLines().back(), "An error has occurred in 'Form_Load'. Error = Type mismatch");
+    desktop.files().setFaultHook({});
+    putGroup("  All Photos  ", names(1));
+    main().groupList().LoadGroupNames();
+    main().groupList().reopenGroup();
+    EXPECT_EQ(cells(), names(1)) << "an import opens the first group, when none is on show yet";
     main().tmrInfoBox.Enabled = true;
     main().dialogs().unloadAllForms = [&] { opened += main().tmrInfoBox.Enabled() ? "too early" : "all closed"; };
     EXPECT_THROW(main().mnuFileExit.Click.raise(), ProgramEnd);

@@ -4,7 +4,7 @@ namespace trovarium {
 
 using RemovalTest = MainWindow;
 
-TEST_F(RemovalTest, APhotographLeavesAllItsGroupsAndAFullDiskOrAnUnreadableListStopsNoStep)
+TEST_F(RemovalTest, APhotographLeavesAllItsGroupsAndStaysWholeWhereItCantBeMoved)
 {
     const auto photo = [this](const std::string& name) { return test.paths().PhotoPath + name; };
     const auto info = [this](const std::string& name) { return test.paths().InfoPath + name + ".info"; };
@@ -34,28 +34,41 @@ TEST_F(RemovalTest, APhotographLeavesAllItsGroupsAndAFullDiskOrAnUnreadableListS
 
     test.failAt(FileOperation::LineInput, "Rome.lst", FailureKind::DeviceIo, 2);
     pressRowNamed("Rome"); // breaks off behind its first line; the flags are still those of the group before
+    EXPECT_EQ(selectedPositions(), Positions{});
     remove({1});
     EXPECT_TRUE(test.isThere(photo("p1.jpg"))) << "nobody chose it";
     pressRowNamed("Alps");
     desktop.files().setFaultHook([](FileOperation operation, std::string_view path) {
-        if (operation == FileOperation::MakeFolder
-            || (operation == FileOperation::Copy && path.find("\\Removed\\") != path.npos))
-            throw Failure(FailureKind::DiskFull);
+        if (operation == FileOperation::Rename && (path.ends_with("p5.jpg") || path.ends_with("p3.jpg.info")))
+            throw Failure(FailureKind::PermissionDenied);
     });
-    remove({5});
-    EXPECT_FALSE(test.isThere(photo("p5.jpg"))) << "deleted whatever became of the copy";
-    EXPECT_TRUE(test.isThere(info("p5.jpg"))) << "what a person wrote stays, and its lines with it";
-    EXPECT_EQ(linesOf("Alps"), whole);
+    remove({2, 5});
+    for (const std::string& kept : {photo("p5.jpg"), info("p5.jpg"), test.paths().ThumbnailPath + "p5.jpg"})
+        EXPECT_TRUE(test.isThere(kept)) << kept;
+    EXPECT_TRUE(test.isThere(asideOf(photo("p3.jpg"))) && test.isThere(info("p3.jpg")));
+    EXPECT_EQ(linesOf("Alps"), whole) << "the lines stay with the words";
 
     desktop.files().setFaultHook({});
-    remove({1, 3, 4}); // the same one twice
+    test.put(asideOf(photo("p2.jpg")), "of that name before");
+    for (int i = 1; i <= 7; ++i)
+        putGroup("h" + std::to_string(i), {});
+    main().groupList().LoadGroupNames();
+    main().groupList().ScrollGroupNames(2); // away from the group on show
+    remove({1, 3, 4});                      // the same one twice
+    EXPECT_EQ(test.bytes(asideOf(photo("p2 (2).jpg"))), "of that name before");
     EXPECT_TRUE(test.isThere(linked) && test.isThere(asideOf(info("linked.jpg")))) << "only what is linked stays";
     EXPECT_EQ(test.bytes(asideOf(clip)), "RIFF");
     for (const std::string& gone : {photo("p2.jpg"), test.paths().ThumbnailPath + "p2.jpg", info("p2.jpg"), clip})
         EXPECT_FALSE(test.isThere(gone)) << gone;
     EXPECT_EQ(linesOf("  All Photos  "), (Names{"p1.jpg", "p3.jpg", "p4.jpg", "p5.jpg"}));
     EXPECT_EQ(linesOf("Alps"), (Names{"p3.jpg", "p5.jpg"}));
+    EXPECT_EQ(group().CurrentGroupName, "Alps");
     EXPECT_EQ(cells(), linesOf("Alps"));
+
+    test.files().makeFolder(test.paths().PhotoPath + "Removed_Photos");
+    test.showGroup({"..\\p1.jpg"});
+    remove({1});
+    EXPECT_TRUE(test.isThere(photo("p1.jpg"))) << "a name that leads elsewhere is no photograph's";
 }
 
 } // namespace trovarium

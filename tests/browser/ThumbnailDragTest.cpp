@@ -2,9 +2,6 @@
 
 #include "browser/DropGeometry.h"
 
-#include <algorithm>
-#include <random>
-
 namespace trovarium {
 
 namespace {
@@ -81,7 +78,7 @@ TEST_F(ThumbnailDragTest,
     }
     robot.click(main().pctArrows(2));
     drag(2, leftOf(0));
-    EXPECT_EQ(numbersOf("Alps") + numbersOf("h1"), "326145632145") << "after a scroll the row is written";
+    EXPECT_EQ(numbersOf("Alps") + "|" + numbersOf("h1"), "632145|") << "the group on show, whatever stands on its row";
 
     main().groupList().ScrollGroupNames(0);
     putGroup("Alps", names(40));
@@ -145,27 +142,31 @@ TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnceAndStaysOneUntilItsEnd)
     }
 }
 
-TEST_F(ThumbnailDragTest, AThousandDragsKeepTheSameLines)
+TEST_F(ThumbnailDragTest, AListThatSomebodyElseChangedOrDeletedIsReadAgainAndNotWritten)
 {
-    openGroup(40);
-    main().hide();              // nothing to look at
-    std::minstd_rand random(5); // the same drags in every run
-    const auto below = [&random](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
-    for (int i = 0; i < 1000; ++i) {
-        main().VScroll1.Value = 1 + below(3);
-        const int cell = below(main().VScroll1.Value() == 3 ? 8 : 16);
-        const int shift = below(4);
-        main().selection().imgThumbnail_MouseDown(cell, LeftButton, shift, 700, 700);
-        for (int move = 1 + below(3); move > 0; --move) {
-            // Twips from the cell to anywhere in the frame and a little beyond its edges.
-            const float x = static_cast<float>(below(560)) - main().imgThumbnail(cell).Left();
-            const float y = static_cast<float>(below(520) - 20) - main().imgThumbnail(cell).Top();
-            thumbnailDrag().imgThumbnail_MouseMove(cell, LeftButton, shift, x * TwipsPerPixel, y * TwipsPerPixel);
+    openGroup(4);
+    for (int act = 0; act < 6; ++act) {
+        SCOPED_TRACE(act);
+        const bool isGone = act >= 3;
+        putGroup("Alps", names(4));
+        pressRowNamed("Alps");
+        select({1});
+        isGone ? test.files().remove(test.paths().SlideGroupPath + "Alps.lst") : putGroup("Alps", {"p1.jpg", "p4.jpg"});
+        const auto before = test.allFiles();
+        if (isGone)
+            main().groupCommands().AddToGroup("Alps.lst"); // as a drop on its row
+        if (act % 3 == 0) {
+            drag(2, leftOf(0), CtrlKey);
+        } else if (act % 3 == 1) {
+            main().groupCommands().MoveToGroup("Rome.lst");
+        } else {
+            prompts.expectQuestion("Are you sure you want to remove the photograph(s) from this group?", Answer::Yes);
+            robot.choose(main().mnuEditRemoveFromGroup);
         }
-        thumbnailDrag().imgThumbnail_MouseUp(cell);
-        ASSERT_TRUE(std::ranges::is_permutation(linesOf("Alps"), names(40))) << "drag " << i;
+        EXPECT_EQ(cells(), linesOf("Alps"));
+        EXPECT_EQ(main().lbStatusSelected.Caption(), "Selected 0");
+        EXPECT_EQ(test.allFiles(), before);
     }
-    EXPECT_EQ(logLines(), Names{});
 }
 
 } // namespace trovarium

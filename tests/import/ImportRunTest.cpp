@@ -47,10 +47,12 @@ TEST_F(ImportRunTest, PhotographsGetInformationThumbnailsAndTheirPlaceAndNoneIsL
 {
     putSources({"a.jpg"}, plainBitmap(8, 6));
     inDialog([&] {
+        putGroup("Aix", {});
         import({"a.jpg"}, {AutoName}, sources());
         EXPECT_TRUE(info("Image0100.jpg").starts_with("PhotoPath=" + test.paths().PhotoPath + "Image0100.jpg\r\n"));
         EXPECT_TRUE(test.isThere(test.paths().ThumbnailPath + "Image0100.jpg"));
         EXPECT_EQ(cells(), (std::vector<std::string>{"p1.jpg", "Image0100.jpg"})) << "the group on show is read again";
+        EXPECT_EQ(brightRows(), Positions{2}) << "behind one that came meanwhile";
         EXPECT_EQ(taken({"Image0100.jpg"}), "ipgg ");
         EXPECT_EQ(form().MousePointer() + form().pctProgress.AccessibleValue(), 0);
         EXPECT_TRUE(search.isLoaded() && !search().isShown() && search().cmbGroupName.Text().empty());
@@ -72,6 +74,11 @@ TEST_F(ImportRunTest, PhotographsGetInformationThumbnailsAndTheirPlaceAndNoneIsL
         import({"c.jpg"}, {Overwrite, OverwriteInfo, Links}, sources());
         EXPECT_EQ(photo("c.jpg") + test.bytes(test.paths().InfoPath + "c.jpg"), "");
         EXPECT_EQ(linesOf("Alps").size() + linesOf("  All Photos  ").size(), 7U);
+        group().CurrentGroupName = "Alps";
+        test.files().remove(test.paths().SlideGroupPath + "Alps.lst");
+        import({"d.jpg"}, {Links}, sources());
+        EXPECT_EQ(taken({"d.jpg"}) + group().CurrentGroupName, "ig Alps") << "no import brings a group back";
+        EXPECT_EQ(cells(), Names{});
     });
 }
 

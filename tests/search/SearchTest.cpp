@@ -67,7 +67,12 @@ TEST_F(SearchTest, AUserSearchesAndAppends)
 {
     for (int i = 1; i <= 300; ++i)
         put("p" + std::to_string(i) + ".jpg", {});
-    main().dialogs().showImport = [&] { group().CurrentGroupName += "import"; };
+    main().dialogs().showImport = [&] {
+        EXPECT_EQ(group().CurrentGroupName, "");
+        search.SetNewList({}); // as a run does
+        test.put(test.paths().SlideGroupPath + "Trip.LST", joinedLines(names(3)));
+    };
+    pressRowNamed("Trip");
     robot.whenShown("frmSearch", [&] {
         EXPECT_EQ(search.cmbGroupName.List(1), "Trip");
         robot.type(search, "jpg"); // the focus is in the first field
@@ -81,8 +86,10 @@ TEST_F(SearchTest, AUserSearchesAndAppends)
         robot.click(search.cmdSearch);
         EXPECT_EQ(search.lbProgress.Caption(), "Searched 300 (100%) -> Found 1");
         EXPECT_EQ(search.shpProgress.Width(), search.pctProgress.ScaleWidth());
-        prompts.expectNotice("Please create group name OR select from list to append to existing group.");
-        append("");
+        for (const char* unusable : {"", "tmpgroup"}) {
+            prompts.expectNotice("Please create group name OR select from list to append to existing group.");
+            append(unusable);
+        }
         prompts.expectNotice(
             "Your 'GroupName' contained illegal characters. These were replace with the underscore character. Press "
             "'Append' again to accept the changes and save the search results to new group name.");
@@ -91,9 +98,14 @@ TEST_F(SearchTest, AUserSearchesAndAppends)
         robot.click(search.cmdSave);
         EXPECT_EQ(append("My_Trip"), "p7.jpg p7.jpg ");
         append("Trip");
-        EXPECT_EQ(test.bytes(test.paths().SlideGroupPath + "Trip.LST"), "old.jpg\r\np7.jpg\r\n");
+        EXPECT_EQ(cells(), (Names{"old.jpg", "p7.jpg"})) << "the group on show is read again";
+        EXPECT_EQ(brightRows(), Positions{3}) << "on the row where it stands now";
+        select({1});
+        main().thumbnailDrag().moveSelected(2);
+        EXPECT_EQ(test.bytes(test.paths().SlideGroupPath + "Trip.LST"), "p7.jpg\r\nold.jpg\r\n");
         robot.click(search.cmdImport);
-        EXPECT_EQ(group().CurrentGroupName, "import") << "with none before";
+        EXPECT_EQ(main().lbCount.Caption(), "Group [Trip] Viewing 1 of 3");
+        EXPECT_EQ(append("Trip"), "p1.jpg p2.jpg p3.jpg p7.jpg ") << "what was found before the import";
         robot.key(search, EscapeKey);
     });
     robot.choose(main().mnuEditSearchAppend);

@@ -175,6 +175,11 @@ std::string FileService::lineInput(int number)
     return file.lineInput();
 }
 
+FileStamp FileService::stamp(int number) const
+{
+    return m_state->numbered(number).stamp();
+}
+
 void FileService::close(int number)
 {
     auto taken = m_state->numbers.extract(number);
@@ -251,6 +256,12 @@ Instant FileService::modified(std::string_view path) const
 {
     m_state->announce(FileOperation::Date, path);
     return Instant(std::chrono::seconds(m_state->readableStatus(path).st_mtim.tv_sec));
+}
+
+FileStamp FileService::stamp(std::string_view path) const
+{
+    m_state->announce(FileOperation::Date, path);
+    return stampOf(m_state->readableStatus(path));
 }
 
 std::vector<std::string> FileService::list(std::string_view folderAndPattern) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/files/FileStamp.h"
 #include "runtime/Dates.h"
 
 #include <cstdint>
@@ -77,6 +78,7 @@ public:
     void print(int number, std::string_view line); // adds CR LF
     bool endOfFile(int number) const;
     std::string lineInput(int number); // ends at CR LF, CR or LF
+    FileStamp stamp(int number) const; // as the file was when it was opened
     // Frees the number in any case. A number that isn't open is no failure.
     void close(int number);
     // Closes every number. It serves where a failure is already being handled, so its own are dropped.
@@ -101,6 +103,7 @@ public:
     std::string asItStands(std::string_view path) const;
     Instant modified(std::string_view path) const;
     void setModified(std::string_view path, Instant instant);
+    FileStamp stamp(std::string_view path) const; // of the file that is read for this path, as it is now
 
     void copy(std::string_view source, std::string_view target);
     void remove(std::string_view path);

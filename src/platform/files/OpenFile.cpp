@@ -38,8 +38,7 @@ OpenFile::OpenFile(std::string path, OpenMode mode, Descriptor descriptor, const
     : m_path(std::move(path))
     , m_mode(mode)
     , m_descriptor(std::move(descriptor))
-    , m_device(status.st_dev)
-    , m_inode(status.st_ino)
+    , m_stamp(stampOf(status))
     , m_unread(status.st_size)
     , m_lineEndMissing(mode == OpenMode::Append && lacksLineEnd(m_descriptor.handle(), status.st_size))
 {
@@ -48,8 +47,7 @@ OpenFile::OpenFile(std::string path, OpenMode mode, Descriptor descriptor, const
 OpenFile::OpenFile(std::string path, ReadAhead::File file)
     : m_path(std::move(path))
     , m_mode(OpenMode::Input)
-    , m_device(file.status.st_dev)
-    , m_inode(file.status.st_ino)
+    , m_stamp(stampOf(file.status))
     , m_unread(0)
     , m_buffer(std::move(file.bytes))
     , m_endReached(true)
@@ -58,7 +56,7 @@ OpenFile::OpenFile(std::string path, ReadAhead::File file)
 
 bool OpenFile::isSameFile(const struct stat& status) const
 {
-    return m_device == status.st_dev && m_inode == status.st_ino;
+    return m_stamp.device == status.st_dev && m_stamp.node == status.st_ino;
 }
 
 void OpenFile::print(std::string_view line)

@@ -20,6 +20,7 @@ public:
 
     const std::string& path() const { return m_path; } // as the program knows it
     OpenMode mode() const { return m_mode; }
+    const FileStamp& stamp() const { return m_stamp; } // as it was at opening
     bool isSameFile(const struct stat& status) const;
 
     void print(std::string_view line);
@@ -37,8 +38,7 @@ private:
     std::string m_path;
     OpenMode m_mode;
     Descriptor m_descriptor;
-    dev_t m_device;
-    ino_t m_inode;
+    FileStamp m_stamp;
     off_t m_unread;       // what the file held at opening and wasn't read yet
     std::string m_buffer; // read and not yet taken, or printed and not yet written
     std::size_t m_taken = 0;

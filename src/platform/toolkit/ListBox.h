@@ -28,6 +28,7 @@ public:
     const std::string& List(int index) const;
     void setList(int index, std::string text); // replaces; a sorted list is not sorted again
     std::string Text() const;                  // the chosen entry, empty for none
+    int entryAt(float X, float Y) const; // by a place as MouseUp tells it; -1 for none, and for a list not on show
     bool Selected(int index) const;
     void setSelected(int index, bool value);
 

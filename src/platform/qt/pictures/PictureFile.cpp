@@ -19,7 +19,7 @@ PictureFile::PictureFile(const std::string& nativePath)
     struct stat status = {};
     if (!m_descriptor.isOpen() || ::fstat(descriptor(), &status) != 0 || !S_ISREG(status.st_mode))
         throw Failure(FailureKind::FileNotFound);
-    m_stamp = {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+    m_stamp = stampOf(status);
 }
 
 std::vector<unsigned char> PictureFile::bytes(std::int64_t offset, std::size_t length) const

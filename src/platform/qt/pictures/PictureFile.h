@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/files/Descriptor.h"
+#include "platform/files/FileStamp.h"
 #include "platform/qt/pictures/PictureBytes.h"
 
 #include <cstddef>
@@ -9,17 +10,6 @@
 #include <vector>
 
 namespace trovarium {
-
-// What tells whether a file is still the one that was read.
-struct FileStamp {
-    std::uint64_t device = 0;
-    std::uint64_t node = 0;
-    std::int64_t size = 0;
-    std::int64_t changedSeconds = 0;
-    std::int64_t changedNanoseconds = 0;
-
-    bool operator==(const FileStamp&) const = default;
-};
 
 // A regular file, open for reading under its native path. "File not found" for anything else; a pipe is
 // never waited for.

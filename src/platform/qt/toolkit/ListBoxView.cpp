@@ -18,6 +18,8 @@ public:
             m_list->detach();
     }
 
+    int rowAt(QPointF pixels) const { return m_list->rowAt(pixels); }
+
     void apply(Change change) override
     {
         switch (change) {
@@ -61,6 +63,12 @@ private:
 };
 
 } // namespace
+
+int ListBox::entryAt(float X, float Y) const
+{
+    const auto* shown = dynamic_cast<const ListBoxView*>(view());
+    return shown != nullptr ? shown->rowAt(QPointF(X, Y) / TwipsPerPixel) : -1;
+}
 
 std::unique_ptr<View> ListBox::makeView()
 {

@@ -101,6 +101,11 @@ void RowList::setExtended(bool extended)
     setSelectionMode(extended ? ExtendedSelection : SingleSelection);
 }
 
+int RowList::rowAt(QPointF pixels) const
+{
+    return indexAt(viewport()->mapFrom(this, pixels).toPoint()).row();
+}
+
 void RowList::detach()
 {
     m_source = nullptr;

@@ -42,7 +42,8 @@ public:
 
     void follow() { m_update.schedule(); }
     void setExtended(bool extended);
-    void detach(); // the source goes
+    int rowAt(QPointF pixels) const; // of the widget; -1 for none
+    void detach();                   // the source goes
 
 protected:
     void showEvent(QShowEvent* event) override;
