@@ -5,12 +5,15 @@
 #include "startup/Program.h"
 #include "store/Album.h"
 
+#include <string>
 #include <string_view>
 
 int main(int argc, char** argv)
 {
     using namespace trovarium;
 
+    const std::string folder = programPath(argc > 0 ? argv[0] : "");
+    workInRoot();
     FileService files;
     Desktop desktop(argc, argv, files, Pace::Paced);
     // The installed command tells its user in a window why it can't start.
@@ -18,7 +21,7 @@ int main(int argc, char** argv)
         return desktop.guarded([&] { desktop.prompts().messageBox(argv[2], Buttons::Ok, ""); });
 
     Album album(files);
-    Program program(desktop, album, programPath(argc > 0 ? argv[0] : ""));
+    Program program(desktop, album, folder);
     const int exitCode = desktop.guarded([&] { program.Main(); });
     return exitCode != 0 ? exitCode : desktop.run();
 }

@@ -38,7 +38,7 @@ void Removal::RemoveFromProgram()
         attempt([&] { last = toInt16(m_album.group.GroupSelect.upperBound()); });
     for (int i = 0; i <= last; ++i) {
         attempt([&] {
-            if (m_album.group.GroupSelect(i) == 1)
+            if (m_album.group.GroupSelect(i) == 1 && isPhotographName(m_album.group.GroupList(i)))
                 setAside(m_album.group.GroupList(i));
         });
     }

@@ -4,8 +4,12 @@
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Failure.h"
+#include "runtime/Text.h"
 #include "store/Album.h"
+#include "store/PhotographFiles.h"
+#include "store/QuietFile.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -14,58 +18,48 @@ namespace trovarium {
 namespace {
 
 constexpr int FatalExit = 1;
+constexpr std::size_t LinesBetweenEvents = 4096;
 
+// An empty line costs no look at the disk, nor the failure that it would end in: an album may bring millions of them.
 // An empty information file counts as missing. Any other failure than that it is absent tells nothing of the
 // photograph, and goes to the caller.
 bool hasInfoFile(const Album& album, const std::string& name)
 try {
-    return album.files.length(album.paths.InfoPath + name + ".info") > 0;
+    if (!isPhotographName(name))
+        return false;
+    return album.files.length(infoFilePath(album.paths, name)) > 0;
 } catch (const Failure& failure) {
     if (failure.kind() != FailureKind::FileNotFound && failure.kind() != FailureKind::PathNotFound)
         throw;
     return false;
 }
 
-// Writes the lines of `list` that name an information file to `scratch`; a failure leaves by the caller's
-// handler with both files closed.
-void copyLivingLines(Album& album, const std::string& list, const std::string& scratch)
+// The list is replaced in one act, and only after the disk has the new one: neither a full disk nor a loss of power
+// leaves the folder without it.
+void repairList(Album& album, Desktop& desktop, const std::string& list, Meanwhile meanwhile)
 {
     FileService& files = album.files;
-    const int input = files.freeFile();
-    files.open(list, OpenMode::Input, input);
-    int output = 0;
-    const auto failure = attempt([&] {
-        output = files.freeFile();
-        files.open(scratch, OpenMode::Output, output);
-        while (!files.endOfFile(input)) {
-            const std::string line = files.lineInput(input);
+    std::string living;
+    const bool isRead = withFileQuietly(files, list, OpenMode::Input, [&](int number) {
+        for (std::size_t count = 1; !files.endOfFile(number) && !album.AutoCheckBypass; ++count) {
+            const std::string line = files.lineInput(number);
             if (hasInfoFile(album, line))
-                files.print(output, line);
+                living.append(encodeLine(line)).append("\r\n");
+            if (count % LinesBetweenEvents != 0)
+                continue;
+            if (meanwhile == Meanwhile::RunEvents)
+                desktop.DoEvents();
+            else
+                desktop.repaintOnly();
         }
-        files.close(output);
-        files.close(input);
     });
-    if (failure) {
-        attempt([&] { files.close(output); });
-        attempt([&] { files.close(input); });
-        throw Failure(failure->kind());
-    }
-}
-
-void repairList(Album& album, const std::string& list, const std::string& scratch)
-{
-    // The list is replaced in one act, and only after the disk has the new one: neither a full disk nor a loss of
-    // power leaves the folder without it.
-    attempt([&] {
-        copyLivingLines(album, list, scratch);
-        album.files.replaceContent(list, scratch);
-    });
-    attempt([&] { album.files.remove(scratch); });
+    if (isRead && !album.AutoCheckBypass)
+        attempt([&] { files.writeWhole(list, living, Sync::Yes); });
 }
 
 } // namespace
 
-void RemoveMissingPhotosFromGroup(Album& album, Desktop& desktop)
+void RemoveMissingPhotosFromGroup(Album& album, Desktop& desktop, Meanwhile meanwhile)
 {
     attempt([&] { desktop.Screen().MousePointer = HourglassPointer; });
     const std::string& folder = album.paths.SlideGroupPath;
@@ -81,12 +75,16 @@ void RemoveMissingPhotosFromGroup(Album& album, Desktop& desktop)
     attempt([&] {
         album.files.listExisting(album.paths.InfoPath + "?");
         if (fromNativePath(album.paths.InfoPath).ends_with('\\'))
-            lists = album.files.list(folder + "*.*");
+            lists = album.files.list(folder + "*.lst");
     });
     for (const std::string& list : lists) {
         if (album.AutoCheckBypass)
             break;
-        repairList(album, folder + list, folder + "TmpGroup.lst");
+        // One that an earlier version left behind when it was killed; it is nobody's group.
+        if (equalInCapitals(list, "TmpGroup.lst"))
+            attempt([&] { album.files.remove(folder + list); });
+        else
+            repairList(album, desktop, folder + list, meanwhile);
     }
     attempt([&] { desktop.Screen().MousePointer = DefaultPointer; });
 }

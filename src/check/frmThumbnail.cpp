@@ -10,6 +10,7 @@
 #include "store/Album.h"
 #include "store/InfoFile.h"
 #include "store/LibraryFolders.h"
+#include "store/PhotographFiles.h"
 
 #include <algorithm>
 #include <cmath>
@@ -142,8 +143,12 @@ void frmThumbnail::createThumbnail(const std::string& listed, const std::string&
     else
         paintThumbnail(listed, photograph);
     desktop().DoEvents();
-    const std::string thumbnail = m_album.paths.ThumbnailPath + SplitPath(listed).FileName;
-    attempt([&] { desktop().pictures().saveBitmap(imgSize.Image(), thumbnail); });
+    std::string thumbnail;
+    attempt([&] {
+        thumbnail = thumbnailPath(m_album.paths, SplitPath(listed).FileName);
+        m_album.files.removeLink(thumbnail); // a name that has the ending of a list would be followed
+        desktop().pictures().saveBitmap(imgSize.Image(), thumbnail);
+    });
     // The photograph's own date is what tells the next check that this thumbnail is up to date.
     attempt([&] { SetFileDateTime(m_album.files, thumbnail, dateText(m_album.files.modified(photograph))); });
 }

@@ -11,6 +11,7 @@
 #include "store/Deployment.h"
 #include "store/LibraryFolders.h"
 #include "store/Log.h"
+#include "store/OutsideFolders.h"
 
 #include <memory>
 #include <utility>
@@ -48,16 +49,18 @@ Program::Program(Desktop& desktop, Album& album, std::string programPath)
 {
 }
 
-// The order is fixed: folders, settings, the test for a read-only library, splash, the check, the repair of
-// the groups, the main window.
+// The order is fixed: the library for this program alone, folders, settings, the test for a read-only library, splash,
+// the check, the repair of the groups, the main window.
 void Program::Main()
 try {
     attempt([&] { m_album.settingsStore = std::make_unique<COWReg>(); });
     attempt([&] { m_desktop.Screen().MousePointer = ArrowHourglassPointer; });
     attempt([&] { settleProgramFolder(); });
+    attempt([&] { requireLibrary(); });
     attempt([&] { makeLibraryFolders(m_album); });
     attempt([&] { readFolderSettings(m_album); });
     attempt([&] { requireSlideGroupPath(); });
+    attempt([&] { removeOwnLinks(m_album); });
     attempt([&] { CheckDirPaths(m_album, m_desktop); });
     attempt([&] { m_splash().show(); });
     attempt([&] { m_desktop.DoEvents(); });
@@ -65,7 +68,7 @@ try {
     if (!m_album.AutoCheckBypass)
         attempt([&] { RepairPasses(m_album, m_splash(), m_thumbnailBuilder).CheckFolderContents(); });
     if (!m_album.AutoCheckBypass)
-        attempt([&] { RemoveMissingPhotosFromGroup(m_album, m_desktop); });
+        attempt([&] { RemoveMissingPhotosFromGroup(m_album, m_desktop, Meanwhile::RunEvents); });
     attempt([&] { removeLeftOvers(m_album); });
     attempt([&] { m_desktop.DoEvents(); });
     attempt([&] { m_main().show(); });
@@ -89,6 +92,18 @@ void Program::settleProgramFolder()
     if (paths.ProgramFolder.ends_with('\\'))
         paths.ProgramFolder.pop_back();
     paths.AppPath = paths.ProgramFolder;
+}
+
+// Before anything is written: another program may be at work here, and links may lead to what is no album's.
+void Program::requireLibrary()
+{
+    const std::string& library = m_album.paths.AppPath;
+    bool isOurs = true;
+    attempt([&] { isOurs = m_lock.take(library); });
+    if (!isOurs)
+        m_desktop.prompts().messageBox("This album is open already: " + toNativePath(library), Buttons::Ok, "");
+    if (!isOurs || !mayWorkOutside(m_album, m_desktop))
+        m_desktop.endProgram();
 }
 
 // A broken settings store gives empty paths, and this is the one that is looked at.

@@ -10,6 +10,7 @@
 #include "export/frmExport.h"
 #include "import/frmImport.h"
 #include "links/frmAddMidiWav.h"
+#include "platform/files/FolderLock.h"
 #include "platform/toolkit/FormSlot.h"
 #include "search/frmSearch.h"
 #include "viewer/VideoControls.h"
@@ -38,12 +39,14 @@ public:
 
 private:
     void settleProgramFolder();
+    void requireLibrary();
     void requireSlideGroupPath();
     Dialogs dialogs();
 
     Desktop& m_desktop;
     Album& m_album;
     std::string m_programPath;
+    FolderLock m_lock;
     VideoControls m_video;
     FormSlot<frmSplash> m_splash;
     FormSlot<frmThumbnail> m_thumbnailBuilder;

@@ -6,6 +6,7 @@
 #include "runtime/Text.h"
 #include "store/Album.h"
 #include "store/Log.h"
+#include "store/PhotographFiles.h"
 #include "store/QuietFile.h"
 
 #include <array>
@@ -84,10 +85,20 @@ bool readLink(FileService& files, std::string_view path, std::string& link)
     return found;
 }
 
+// Where "N.info" lies; "File not found" where N is no photograph's name.
+std::string pathOf(const Album& album, std::string_view infoFileName)
+{
+    constexpr std::string_view Ending = ".info";
+    const bool hasEnding = equalInCapitals(right(infoFileName, Ending.size()), Ending);
+    if (!isPhotographName(hasEnding ? withoutLast(infoFileName, Ending.size()) : infoFileName))
+        throw Failure(FailureKind::FileNotFound);
+    return album.paths.InfoPath + std::string(infoFileName);
+}
+
 } // namespace
 
 bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info)
-{
+try {
     info.Event.clear();
     info.Keywords.clear();
     info.People.clear();
@@ -97,8 +108,7 @@ bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info)
     info.Year.clear();
 
     FileService& files = album.files;
-    const std::string path = album.paths.InfoPath + std::string(infoFileName);
-    return withFileQuietly(files, path, OpenMode::Input, [&](int number) {
+    return withFileQuietly(files, pathOf(album, infoFileName), OpenMode::Input, [&](int number) {
         while (!files.endOfFile(number)) {
             const std::string text = files.lineInput(number);
             const std::size_t equals = text.find('=');
@@ -106,15 +116,15 @@ bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info)
                 takeField(upper(left(text, equals)), std::string_view(text).substr(equals + 1), info);
         }
     });
+} catch (const Failure&) {
+    return false;
 }
 
 bool SaveImageInfo(Album& album, std::string_view infoFileName)
 try {
-    if (infoFileName.empty())
-        return false;
     const PhotoInfo& info = album.info;
     // Where it was read: a library from a file system without case has its names in any case.
-    const std::string path = album.files.asItStands(album.paths.InfoPath + std::string(infoFileName));
+    const std::string path = album.files.asItStands(pathOf(album, infoFileName));
     return writeInfoFile(album.files, path,
         {info.PhotoLink, info.Title, info.Photographer, info.Year, info.People, info.Place, info.Event, info.Keywords,
             numberText(std::int64_t{info.ImageWidth}), numberText(std::int64_t{info.ImageHeight})},
@@ -137,7 +147,7 @@ std::string GetPhotoLink(Album& album, std::string_view infoFileName)
     const std::string& programPath = album.paths.ProgramFolder;
     std::string result;
     try {
-        const std::string path = album.paths.InfoPath + std::string(infoFileName);
+        const std::string path = pathOf(album, infoFileName);
         if (album.files.length(path) != 0 && readLink(album.files, path, result)) {
             // A person may have written the link with the separators of the system.
             result = fromNativePath(result);

@@ -9,6 +9,7 @@
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
+#include "store/GroupFile.h"
 #include "store/Log.h"
 
 #include <cstddef>
@@ -88,6 +89,16 @@ void readFolderSettings(Album& album)
     read(paths.MidiPath, "MidiMusic", "Photo_Midi");
 }
 
+void removeOwnLinks(Album& album)
+{
+    const AlbumPaths& paths = album.paths;
+    for (const std::string& file : {paths.AppPath + "\\Trovarium.Log", paths.AppPath + "\\LogFile.tmp",
+             paths.AppPath + "\\test.txt", paths.SlideGroupPath + "temp.group"})
+        attempt([&] { album.files.removeLink(file); });
+    for (const std::string_view list : {AllPhotosGroup, std::string_view("TmpGroup.lst")})
+        attempt([&] { album.files.removeLink(groupListPath(album, list)); });
+}
+
 void CheckDirPaths(Album& album, Desktop& desktop)
 try {
     if (IsFolderReadOnly(album, album.paths.ProgramFolder))
@@ -148,12 +159,12 @@ std::string GetMediaFolderName(Album& album, std::string_view path)
         FixedRandom random;
         result = "CD-" + formatWhole(random.next() * RandomNames);
         const std::string photos = std::string(path) + "\\photos\\";
-        std::int32_t total = 0;
+        std::int64_t total = 0;
         for (const std::string& name : album.files.list(photos + "*.*"))
-            total = toInt32(static_cast<double>(total + album.files.length(photos + name)));
-        result = "CD-" + formatWhole(total);
+            total += album.files.length(photos + name);
+        result = "CD-" + numberText(total);
     } catch (const Failure&) {
-        // The random name serves a medium whose sizes add up to more than 32 bits hold.
+        // The random name serves a medium that can't be read.
     }
     return result;
 }

@@ -16,6 +16,10 @@ void makeLibraryFolders(Album& album);
 // The six folder settings, in their order. One that fails leaves its path as it was.
 void readFolderSettings(Album& album);
 
+// Takes away the links that stand in the places of the files that the program writes of its own accord: an album from
+// somebody else would have it write or read what they lead to.
+void removeOwnLinks(Album& album);
+
 // Tests whether the program's folder can be written; if not, information files and group lists move to a
 // folder of the installed copy.
 void CheckDirPaths(Album& album, Desktop& desktop);

@@ -16,6 +16,9 @@ namespace {
 
 constexpr std::int64_t LargestLog = 80'000;       // bytes
 constexpr std::size_t TrimmedCharacters = 10'000; // at least, line ends not counted
+// No log of ours comes near these: an album may bring one along.
+constexpr std::size_t HeaderCharacters = 100;
+constexpr std::int64_t LargestTrimmed = 1 << 26; // bytes, the longest line that can be read
 
 void createLog(FileService& files, std::string_view path)
 {
@@ -25,17 +28,26 @@ void createLog(FileService& files, std::string_view path)
     files.close(number);
 }
 
-// Drops the oldest lines behind the header by way of a temporary file.
-void trimLog(FileService& files, std::string_view path, std::string_view temporaryPath)
+// Drops the oldest lines behind the header by way of a temporary file. `excess` bytes go in any case, so that a log of
+// any size is trimmed once.
+void trimLog(FileService& files, std::string_view path, std::string_view temporaryPath, std::size_t excess)
 {
     const int log = files.freeFile();
     files.open(path, OpenMode::Input, log);
     const int temporary = files.freeFile();
     files.open(temporaryPath, OpenMode::Output, temporary);
 
-    files.print(temporary, files.lineInput(log));
-    for (std::size_t dropped = 0; !files.endOfFile(log) && dropped < TrimmedCharacters;)
-        dropped += characterCount(files.lineInput(log));
+    constexpr std::size_t LineEndBytes = 2;
+    const std::string header = files.lineInput(log);
+    const std::string kept = firstCharacters(header, HeaderCharacters);
+    files.print(temporary, kept);
+    std::size_t characters = 0;
+    std::size_t bytes = header.size() - kept.size();
+    while (!files.endOfFile(log) && (characters < TrimmedCharacters || bytes < excess)) {
+        const std::string line = files.lineInput(log);
+        characters += characterCount(line);
+        bytes += line.size() + LineEndBytes;
+    }
     while (!files.endOfFile(log))
         files.print(temporary, files.lineInput(log));
 
@@ -52,8 +64,12 @@ try {
     FileService& files = album.files;
     if (!files.exists(logFilePath))
         createLog(files, logFilePath);
-    if (files.length(logFilePath) > LargestLog)
-        trimLog(files, logFilePath, album.paths.ProgramFolder + "\\LogFile.tmp");
+    const std::int64_t size = files.length(logFilePath);
+    if (size > LargestTrimmed)
+        createLog(files, logFilePath);
+    else if (size > LargestLog)
+        trimLog(files, logFilePath, album.paths.ProgramFolder + "\\LogFile.tmp",
+            static_cast<std::size_t>(size - LargestLog));
 
     const int number = files.freeFile();
     files.open(logFilePath, OpenMode::Append, number);

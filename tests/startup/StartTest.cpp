@@ -1,7 +1,9 @@
+#include "browser/Selection.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
 #include "startup/Program.h"
 #include "startup/UnloadAllForms.h"
+#include "store/GroupFile.h"
 #include "support/KilledProcess.h"
 #include "support/PlainBitmap.h"
 #include "support/Robot.h"
@@ -70,8 +72,8 @@ struct Start : testing::Test {
     {
         end();
         fs::remove_all(folder.path());
-        for (const std::string name :
-            {"Library/Photos", "Library/Photo_Info", "Library/Photo_SlideGroups", "in", "out"})
+        for (const std::string name : {"Library/Photos", "Library/Photo_Info", "Library/Photo_SlideGroups",
+                 "Library/Photo_Thumbnails", "Library/Photo_Audio", "Library/Photo_Midi", "in", "out", "Documents"})
             fs::create_directories(folder.native(name));
         COWReg().SetOWSetting("Trovarium", "Options", "FirstTime", "False");
         for (const std::string& name : names)
@@ -82,6 +84,104 @@ struct Start : testing::Test {
             folder.write("Library/Photo_Info/" + name + ".info", "PhotoPath=\\Photos\\" + name + "\r\nTITLE=mine\r\n");
         }
         folder.write("Library/Photo_SlideGroups/Gr\u00F6\u00DFe \u5C71.lst", "1.jpg\r\n2.jpg\r\n");
+    }
+    // An album from a stranger: links with the names of what would write through them, and lines that lead out.
+    void prepareHostile()
+    {
+        prepare();
+        fs::create_directory(folder.native("Library/Photo_Info/Removed"));
+        for (const std::string name : {"3.lst", "4.jpg", "5.jpg", "gone.jpg"}) {
+            folder.write("Library/Photos/" + name, name == "gone.jpg" ? "" : plainBitmap(4, 3));
+            folder.write("Library/Photo_Info/" + name + ".info", "TITLE=mine\r\n");
+        }
+        for (const auto& photograph : fs::directory_iterator(folder.native("Library/Photos")))
+            fs::last_write_time(photograph, fs::file_time_type() + std::chrono::hours(1)); // no thumbnail's date
+        for (const auto& [place, victim] :
+            {std::pair<std::string, std::string>{"Trovarium.Log", "log"}, {"LogFile.tmp", "log's scratch"},
+                {"test.txt", "write test"}, {"Photo_SlideGroups/Linked.lst", "list"},
+                {"Photo_SlideGroups/  All Photos  .lst", "all.lst"}, {"Photo_SlideGroups/temp.group", "scratch.lst"},
+                {"Photo_SlideGroups/TmpGroup.lst", "group.lst"}, {"Photo_SlideGroups/fresh.lst", "new.lst"},
+                {"Photo_Info/1.jpg.info", "words"}, {"Photo_Info/4.jpg.info", "new.info"},
+                {"Photo_Info/Removed/2.jpg.info", "old.info"}, {"Photo_Thumbnails/1.jpg", "thumbnail"},
+                {"Photo_Thumbnails/3.lst", "thumbnail.lst"}, {"Photo_Thumbnails/5.jpg", "new thumbnail"},
+                {"Photos/6.jpg", "photograph"}, {"Photo_Audio/2.jpg.wav", "sound"}, {"Photo_Midi/Trip.mid", "music"}}) {
+            if (!victim.starts_with("new"))
+                folder.write(
+                    "Documents/" + victim, "1.jpg\r\nTITLE=mine" + std::string(victim == "log" ? 90'000 : 0, '!'));
+            fs::remove(folder.native("Library/" + place));
+            fs::create_symlink(folder.native("Documents/" + victim), folder.native("Library/" + place));
+        }
+        for (const std::string name :
+            {"Documents/thesis", "Documents/thesis.info", "Library/Photo_SlideGroups/note.txt"})
+            folder.write(name, "private");
+        folder.write("Library/Photo_SlideGroups/Trip.lst",
+            "1.jpg\r\n2.jpg\r\n3.lst\r\n..\\..\\Documents\\thesis\r\n../../Documents/thesis\r\n..\r\n\r\n5.jpg\r\n");
+    }
+    void describe(int cell, const std::string& title)
+    {
+        frmMain& main = program->mainWindow()();
+        robot.doubleClick(main.imgThumbnail(cell));
+        robot.click(main.cmdEditPhotoInfo);
+        main.txtTitle.Text = title;
+        main.txtYear.Text = "1998";
+        main.txtPeople.Text = "Ren\u00E9";
+        if (album->view.InfoEditing)
+            robot.click(main.cmdEditPhotoInfo);
+    }
+    void append(const std::string& title, const std::vector<std::string>& groups)
+    {
+        in<frmSearch>(program->mainWindow()().mnuEditSearchAppend, "frmSearch", [&](frmSearch& form) {
+            form.txtTitle.Text = title;
+            robot.click(form.cmdSearch);
+            for (const std::string& group : groups) {
+                form.cmbGroupName.Text = group;
+                robot.click(form.cmdSave);
+            }
+        });
+    }
+    // What the menus do to a group and its photographs, in the end to all of them.
+    void act(const std::string& group, ScriptedPrompts& prompts)
+    {
+        frmMain& main = program->mainWindow()();
+        const auto press = [&](int selected) {
+            for (int row = 0; row < 8; ++row)
+                if (main.lbAlbumList(row).Caption() == group)
+                    robot.click(main.pctAlbumList(row));
+            for (int i = 1; i <= std::min(selected, album->group.PhotoCount); ++i)
+                main.selection().SetGroupListSelect(i, CtrlKey);
+        };
+        press(0);
+        ASSERT_EQ(album->group.CurrentGroupName, group);
+        for (int cell = 0; cell < std::min(16, album->group.PhotoCount); ++cell) {
+            press(0);
+            describe(cell, "mine, too");
+        }
+        press(0);
+        robot.press(main.imgThumbnail(1));
+        robot.moveTo(main.pctWindow, At{44, 66});
+        robot.release();
+        append("mine", {"Linked", "fresh", "Trip"});
+        for (float y = 8; y < 40; y += 16) {
+            press(100);
+            robot.whenShown("frmGroups", [&] {
+                desktop.DoEvents();
+                robot.click(dynamic_cast<frmGroups&>(*desktop.activeForm()).lstGroups, LeftButton, NoKeys, At{20, y});
+            });
+            robot.choose(main.mnuEditAdd);
+        }
+        for (const char* name : {"fresh", "temp.group", "..\\..\\Documents\\x"}) {
+            prompts.agreeWith(name);
+            robot.choose(main.mnuFileCreate);
+        }
+        press(1);
+        robot.choose(main.mnuEditRemoveFromGroup);
+        if (group != "Trip")
+            return;
+        press(100);
+        robot.choose(main.mnuEditRemoveFromAlbum);
+        prompts.agreeWith("../../Documents/x");
+        robot.choose(main.mnuFileRenameGroup);
+        robot.choose(main.mnuFileRemove);
     }
     std::size_t countIn(const std::string& place) const { return everything("Library/" + place + "/").size(); }
     // Takes two photographs in, finds them and brings them out again, by the entries of the main window.
@@ -97,20 +197,10 @@ struct Start : testing::Test {
             robot.click(form.cmdImport);
         });
         for (const auto& [cell, title] : {std::pair{2, "\u00C4"}, {3, "\u00C4, \u5C71"}}) {
-            robot.doubleClick(main.imgThumbnail(cell));
-            robot.click(main.cmdEditPhotoInfo);
-            main.txtTitle.Text = title;
-            main.txtYear.Text = "1998";
-            main.txtPeople.Text = "Ren\u00E9";
-            robot.click(main.cmdEditPhotoInfo);
+            describe(cell, title);
             robot.click(main.pctAlbumList(0));
         }
-        in<frmSearch>(main.mnuEditSearchAppend, "frmSearch", [&](frmSearch& form) {
-            form.txtTitle.Text = "\u00E4";
-            robot.click(form.cmdSearch);
-            form.cmbGroupName.Text = "Gr\u00F6\u00DFe \u5C71";
-            robot.click(form.cmdSave);
-        });
+        append("\u00E4", {"Gr\u00F6\u00DFe \u5C71"});
         robot.click(main.pctAlbumList(1));
         robot.click(main.imgThumbnail(2));
         robot.click(main.imgThumbnail(3), LeftButton, CtrlKey);
@@ -174,6 +264,13 @@ TEST_F(Start, MakesALibraryWithOneNoticeAndASkippedOneTakesOnlyTheHalfWrittenAwa
     main.unload();
     EXPECT_EQ(desktop.formsCount(), 0);
     EXPECT_EQ(desktop.run(), 0);
+
+    const auto open = everything();
+    ScriptedPrompts prompts(desktop);
+    prompts.expectNotice("This album is open already: " + folder.native("Library"));
+    Album other(desktop.files());
+    EXPECT_EQ(desktop.guarded([&] { Program(desktop, other, folder.inside("Library")).Main(); }), 0);
+    EXPECT_EQ(everything(), open);
 }
 
 TEST_F(Start, OfABrokenSettingsStoreSaysSoAndEndsTheProgram)
@@ -185,20 +282,73 @@ TEST_F(Start, OfABrokenSettingsStoreSaysSoAndEndsTheProgram)
     EXPECT_EQ(desktop.formsCount(), 0);
 }
 
-TEST_F(Start, OfAReadOnlyLibraryWorksOnTheInstalledCopy)
+TEST_F(Start, OfAStrangersAlbumAndAllActsOfTheMenusLeaveEveryFileOutsideAsItIs)
 {
+    for (const std::string way : {"repaired", "asked", "skipped", "read-only"}) {
+        prepareHostile();
+        COWReg().SetOWSetting("Trovarium", "Options", "AutoFix", way == "repaired" ? "True" : "False");
+        ScriptedPrompts prompts(desktop);
+        prompts.agreeWith("");
+        const auto before = everything("Documents");
+        const auto library = everything("Library");
+        if (way == "skipped")
+            robot.whenShown("frmSplash", [&] { robot.click(program->splash()().cmdByPassAutoCheck); });
+        start({}, way == "read-only" ? readOnlyBelow(folder.inside("Library")) : FaultHook());
+        for (const std::string group : {"", "Linked", "  All Photos  ", "Trip"}) {
+            if (!group.empty() && (way != "skipped" || !isAllPhotosGroup(group))) // of which there is none then
+                act(group, prompts);
+            const auto after = everything("Documents");
+            for (const std::string& file : after)
+                EXPECT_TRUE(before.contains(file)) << way << group << " writes " << file.substr(0, 50);
+            EXPECT_EQ(after.size(), before.size()) << way << group;
+        }
+        EXPECT_EQ(folder.read("Library/Photo_SlideGroups/note.txt"), "private");
+        if (way != "read-only")
+            EXPECT_TRUE(folder.read("Library/Trovarium.Log").starts_with("Created"));
+        else // it works on the installed copy
+            EXPECT_TRUE(everything("Library") == library && !everything("data/OmbrelaneWorks/Trovarium/CD-").empty());
+    }
+}
+
+TEST_F(Start, AsksOnceForEachFolderThatLeadsOutOfTheLibraryAndEndsBeforeAnythingIsWritten)
+{
+    prepareHostile();
+    const std::string library = folder.native("Library");
+    fs::create_directory(library + "2");
+    std::string links;
+    const auto lead = [&](const std::string& place, const std::string& target, const std::string& end) {
+        fs::remove_all(library + place);
+        fs::create_symlink(target, library + place);
+        links += end.empty() ? "" : library + place + " -> " + folder.native(end) + "\r";
+    };
+    fs::remove_all(library + "/Photo_Midi");
+    lead("/Photo_Thumbnails", "../Library2/../Library/Photos", ""); // stays inside
+    lead("/Photo_Midi", "Photo_Midi", "");                          // leads nowhere, ever
+    lead("/PHOTO_midi", "Photo_SlideGroups", "Documents");
+    lead("/Photo_Audio", "../Library2", "Library2");
+    lead("/Photo_Info", "../none", "Library/../none");
+    lead("/Photo_SlideGroups", "../Documents", "Documents");
+    lead("/Photos/REMOVED", "../../Documents", "Documents");
+    lead("/Photos/Removed_Photos", folder.native("Documents"), "Documents");
+    const auto question = [&] {
+        return "Folders of this album lie outside of it:\r\r" + std::exchange(links, {})
+            + "\rTrovarium reads, changes and removes files there. Press 'YES' to open the album. Press 'NO' if you "
+              "don't know these folders.";
+    };
+    ScriptedPrompts prompts(desktop);
+    prompts.expectQuestion(question(), Answer::Yes);
     start();
-    album->Settings().SetOWSetting("Trovarium", "Options", "AutoFix", "False");
-    folder.write("Library/Photos/a.jpg", "12345");
-    for (const std::string name : {"a", "b"})
-        folder.write("Library/Photo_Info/" + name + ".jpg.info", "PhotoPath=\\Photos\\a.jpg\r\n");
-    folder.write("Library/Photo_SlideGroups/Trip.lst", "a.jpg\r\nnone.jpg\r\n");
-    const auto before = everything("Library");
-    EXPECT_EQ(start({}, readOnlyBelow(folder.inside("Library"))), 0) << "and asks for no thumbnail";
-    EXPECT_EQ(everything("Library"), before);
-    const std::string moved = "data/OmbrelaneWorks/Trovarium/CD-5/Photo_Slidegroups/";
-    EXPECT_EQ(folder.read(moved + "Trip.lst"), "a.jpg\r\n");
-    EXPECT_EQ(folder.read(moved + "  All Photos  .lst"), "a.jpg\r\nb.jpg\r\n");
+    EXPECT_EQ(folder.read("Documents/thesis"), "private") << "no list, though it lies among them now";
+    start(); // and asks no more
+    end();
+    fs::remove(library + "/Photo_Midi");
+    lead("/Photo_Audio", "../in", "in");
+    const std::set<std::string> before = everything();
+    prompts.expectQuestion(question(), Answer::No);
+    EXPECT_EQ(start(), 0);
+    EXPECT_EQ(desktop.run(), 0);
+    EXPECT_FALSE(program->splash().isLoaded() || program->mainWindow().isLoaded());
+    EXPECT_EQ(everything(), before);
 }
 
 TEST_F(Start, BringsOutWhatWentInAndKilledAtAnyWriteLosesNothingAndTheNextStartRepairsTheRest)

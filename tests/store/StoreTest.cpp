@@ -178,7 +178,7 @@ TEST_F(Store, AnInformationFileIsWrittenAsTenLinesWhereItWasReadAndWholeOrNotAtA
         test.files().setFaultHook({});
         EXPECT_EQ(test.bytes(path), "TITLE=old\r\n");
     }
-    EXPECT_TRUE(SaveImageInfo(album, "A.jpg.info") && !SaveImageInfo(album, ""));
+    EXPECT_TRUE(SaveImageInfo(album, "A.jpg.info"));
     EXPECT_EQ(test.files().list(test.paths().InfoPath + "*"), std::vector<std::string>{"a.jpg.info"});
     EXPECT_EQ(test.bytes(path),
         "PhotoPath=/x\\Łódź.jpg\r\nTITLE=Z\xFCrich\r\nPHOTOGRAPHER=P\r\nYEAR=1999\r\nPEOPLE=Q\r\nPLACE=R=1\r\n"
@@ -205,6 +205,12 @@ TEST_F(Store, TheLinkIsThatOfTheFirstLineWithItsKeyAndHoldsWhenThePhotographIsTh
         EXPECT_EQ(test.files().freeFile(), 1) << bytes;
     }
     EXPECT_EQ(test.log(), "");
+    test.put(own.InfoPath + ".info", "PhotoPath=x\r\n");
+    test.put(test.library() + "\\out.info", "PhotoPath=x\r\n");
+    for (const char* name : {"", ".info", "..\\out.info", "../out.INFO", "Removed\\..\\a.jpg.info"})
+        EXPECT_FALSE(
+            GetPhotoLink(album, name) != "" || readInfoFile(album, name, album.info) || SaveImageInfo(album, name))
+            << name;
     EXPECT_EQ(GetPhotoLink(album, "none.jpg.info"), "");
     EXPECT_NE(test.log().find("in 'GetPhotoLink'. Error = File not found\r\n"), std::string::npos);
     test.put(path, "x\r\n");
@@ -305,8 +311,10 @@ TEST_F(Store, OfAReadOnlyLibraryTheTextsMoveAndKeepEditsUntilTheMediumIsNewer)
     start();
     EXPECT_EQ(texts(), "edited|new medium|medium");
     EXPECT_FALSE(MakeNestedFolders(album, info + "a\\below a file\\"));
-    std::filesystem::resize_file(toNativePath(own.PhotoPath + "a.jpg"), 2'147'483'648);
-    EXPECT_EQ(GetMediaFolderName(album, test.library()), "CD-236456") << "of more than the number holds";
+    std::filesystem::resize_file(toNativePath(own.PhotoPath + "a.jpg"), 5'000'000'000);
+    EXPECT_EQ(GetMediaFolderName(album, test.library()), "CD-5000000000");
+    test.failAt(Length);
+    EXPECT_EQ(GetMediaFolderName(album, test.library()), "CD-236456") << "of a medium that can't be read";
 
     // Nothing at all can be read or written, and the settings are not there.
     test.files().setFaultHook([](FileOperation, std::string_view) { throw Failure(FailureKind::DeviceIo); });
@@ -356,13 +364,18 @@ TEST_F(Store, ALogBeginsWithItsCreationAndLosesItsFirstLinesBeyondEightyThousand
         {std::pair{Lines{"head", beyond[1].substr(1)}, Lines{"head", beyond[1].substr(1)}}, {beyond, {"head"}},
             {{"head", std::string(9'999, 'x'), "10,000", "c", rest}, {"head", "c", rest}},
             // Characters count, not bytes.
-            {{"head", letters, letters, "c", rest}, {"head", "c", rest}}}) {
+            {{"head", letters, letters, "c", rest}, {"head", "c", rest}},
+            // Somebody else's: trimmed once, whatever it holds.
+            {{std::string(90'000, 'h'), rest, rest, rest, rest}, {std::string(100, 'h'), rest}}}) {
         test.put(logPath, joinedLines(before));
         WriteLogLine(album, logPath, "new");
         const std::string text = test.log();
         EXPECT_TRUE(text.starts_with(joinedLines(kept)) && text.ends_with("M: new\r\n"));
         EXPECT_EQ(text.size(), joinedLines(kept).size() + 27);
     }
+    std::filesystem::resize_file(toNativePath(logPath), 100'000'000);
+    WriteLogLine(album, logPath, "new");
+    EXPECT_EQ(test.log().find("new"), joinedLines({"Created 00/00/00 00:00", "00/00/00  00:00:00AM: "}).size() - 2);
     for (const auto& [operation, name] : {std::pair{Open, "Trovarium.Log"}, {Open, "LogFile.tmp"},
              {Print, "LogFile.tmp"}, {Close, "LogFile.tmp"}, {Copy, "Trovarium.Log"}}) {
         test.put(logPath, joinedLines(beyond));

@@ -7,6 +7,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -52,6 +53,9 @@ public:
         m_expected.push_back({"input box: " + prompt, {}, std::move(answer), std::move(meanwhile)});
     }
 
+    // From now on whatever isn't expected is agreed to, and `name` given to the first box that asks for one.
+    void agreeWith(const std::string& name) { m_name = name; }
+
     // All that was asked, expected or not.
     const std::vector<Asked>& asked() const { return m_asked; }
 
@@ -87,6 +91,8 @@ private:
     {
         what += text;
         Expected next{"nothing", refusal, {}, {}};
+        if (m_name && m_expected.empty())
+            return {{}, refusal == Answer::No ? Answer::Yes : refusal, std::exchange(*m_name, {}), {}};
         if (!m_expected.empty()) {
             next = std::move(m_expected.front());
             m_expected.pop_front();
@@ -103,6 +109,7 @@ private:
     Desktop& m_desktop;
     std::deque<Expected> m_expected;
     std::vector<Asked> m_asked;
+    std::optional<std::string> m_name;
 };
 
 } // namespace trovarium

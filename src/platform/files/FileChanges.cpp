@@ -7,6 +7,45 @@
 
 namespace trovarium {
 
+namespace {
+
+// The ending of the files that a person may keep elsewhere and link to; empty for all others.
+std::string_view endingOfLinked(std::string_view nativeName)
+{
+    for (const std::string_view ending : {".lst", ".info"}) {
+        if (equalInCapitals(right(nativeName, ending.size()), ending))
+            return ending;
+    }
+    return {};
+}
+
+} // namespace
+
+// A library may come from somebody else, with links that lead to any file of the user's. So nothing is written through
+// a link but a list or an information file, and only to a file that is one itself.
+FileService::State::Target FileService::State::writable(std::string_view path)
+{
+    Target target;
+    target.place = resolver.exact(nativeAsWritten(path));
+    target.native = target.place.whole();
+    struct stat status = {};
+    if (!isThere(lstat(target.native.c_str(), &status)))
+        return target;
+    if (S_ISLNK(status.st_mode)) {
+        ahead.changed(target.native); // read under this name, too
+        const std::string_view ending = endingOfLinked(target.place.leaf);
+        target.isLink = ending.empty();
+        if (target.isLink)
+            return target;
+        target.place = linkEnd(target.native);
+        target.native = target.place.whole();
+        if (endingOfLinked(target.place.leaf) != ending || lstat(target.native.c_str(), &status) != 0)
+            throw Failure(FailureKind::PathFileAccess);
+    }
+    target.status = status;
+    return target;
+}
+
 // `source` is null where the content comes from elsewhere.
 void FileService::State::refuseReplacing(const Target& target, const struct stat* source) const
 {
@@ -56,7 +95,7 @@ void FileService::State::moveAcross(const Target& from, const Target& to)
 void FileService::State::putWhole(std::string_view path, std::string_view bytes, Sync sync)
 {
     announce(FileOperation::Open, path);
-    const Target target = followed(path);
+    const Target target = writable(path);
     if (target.status && isInUse(*target.status))
         throw Failure(FailureKind::FileAlreadyOpen);
     if (target.status && (!isRegular(*target.status) || access(target.native.c_str(), W_OK) != 0))
@@ -93,7 +132,7 @@ void FileService::setModified(std::string_view path, Instant instant)
     times[1].tv_sec = instant.time_since_epoch().count();
     const State::Target target = m_state->target(path);
     m_state->ahead.changed(target.native);
-    if (utimensat(AT_FDCWD, target.native.c_str(), times, 0) != 0)
+    if (utimensat(AT_FDCWD, target.native.c_str(), times, AT_SYMLINK_NOFOLLOW) != 0)
         failNow(Attempted::Access);
 }
 
@@ -130,6 +169,19 @@ void FileService::remove(std::string_view path)
         throw Failure(FailureKind::PermissionDenied);
     m_state->gone(target.place, [&] {
         if (unlink(target.native.c_str()) != 0)
+            failNow(Attempted::Change);
+    });
+}
+
+void FileService::removeLink(std::string_view path)
+{
+    m_state->announce(FileOperation::Delete, path);
+    const NativePath place = m_state->resolver.exact(nativeAsWritten(path));
+    struct stat status = {};
+    if (!isThere(lstat(place.whole().c_str(), &status)) || !S_ISLNK(status.st_mode))
+        return;
+    m_state->gone(place, [&] {
+        if (unlink(place.whole().c_str()) != 0)
             failNow(Attempted::Change);
     });
 }

@@ -3,8 +3,10 @@
 #include "platform/files/FileServiceState.h"
 #include "platform/files/FolderReader.h"
 #include "platform/files/NamePattern.h"
+#include "runtime/Text.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -36,15 +38,17 @@ Descriptor FileService::State::openForReading(std::string_view path)
 
 Descriptor FileService::State::openForWriting(std::string_view path, OpenMode mode)
 {
-    const NativePath place = resolver.exact(nativeAsWritten(path));
-    const std::string native = place.whole();
+    const Target target = writable(path);
     Descriptor descriptor;
-    made(place, [&] {
-        const int flags = O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK | (mode == OpenMode::Append ? O_APPEND : 0);
-        descriptor = Descriptor(::open(native.c_str(), flags, NewFileMode));
+    made(target.place, [&] {
+        if (target.isLink && unlink(target.native.c_str()) != 0)
+            failNow(Attempted::Access);
+        const int flags = O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK
+            | (mode == OpenMode::Append ? O_APPEND : 0) | (target.isLink ? O_EXCL : 0);
+        descriptor = Descriptor(::open(target.native.c_str(), flags, NewFileMode));
         // A file that may be written and not read: the end of its last line stays unknown.
         if (!descriptor.isOpen() && errno == EACCES)
-            descriptor = Descriptor(::open(native.c_str(), (flags & ~O_RDWR) | O_WRONLY, NewFileMode));
+            descriptor = Descriptor(::open(target.native.c_str(), (flags & ~O_RDWR) | O_WRONLY, NewFileMode));
         if (!descriptor.isOpen() && errno == ENOENT)
             throw Failure(FailureKind::PathNotFound);
         if (!descriptor.isOpen())
@@ -295,6 +299,58 @@ int FileService::attributes(std::string_view path, FolderEntry::Kind known) cons
     m_state->onReadable(
         path, Attempted::Access, [&](const std::string& native) { return stat(native.c_str(), &status); });
     return S_ISDIR(status.st_mode) ? DirectoryAttribute : 0;
+}
+
+namespace {
+
+// Without a link on the way; empty for what leads nowhere.
+std::string withoutLinks(const std::string& native)
+{
+    const std::unique_ptr<char, decltype(&std::free)> path(realpath(native.c_str(), nullptr), &std::free);
+    return path ? path.get() : "";
+}
+
+bool isLink(const std::string& native)
+{
+    struct stat status = {};
+    return lstat(native.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
+bool isBelow(const std::string& native, const std::string& folder)
+{
+    return native == folder || native.starts_with(joinNative(folder, ""));
+}
+
+} // namespace
+
+std::vector<FolderLink> FileService::linksOut(
+    std::string_view folder, const std::vector<std::string_view>& names, std::string_view home) const
+{
+    m_state->announce(FileOperation::List, folder);
+    std::string native;
+    if (attempt([&] { native = m_state->resolver.folder(nativeAsWritten(folder)); }))
+        return {};
+    // As they are written they are found in a folder, too, that can't be listed.
+    std::set<std::string> leaves(names.begin(), names.end());
+    FolderReader reader(native);
+    attempt([&] {
+        while (const auto entry = reader.isOpen() ? reader.next() : std::nullopt) {
+            if (std::any_of(names.begin(), names.end(), [&](auto name) { return equalInCapitals(name, entry->name); }))
+                leaves.emplace(entry->name);
+        }
+    });
+    const std::string homeFolder = withoutLinks(nativeAsWritten(home));
+    std::vector<FolderLink> links;
+    for (const std::string& leaf : leaves) {
+        const std::string path = joinNative(native, leaf);
+        std::string target = withoutLinks(path);
+        if (!isLink(path) || (!target.empty() && isBelow(target, homeFolder)))
+            continue;
+        if (target.empty() && attempt([&] { target = linkEnd(path).whole(); }))
+            continue; // links in a circle, which will never lead anywhere
+        links.push_back({fromNativePath(path), fromNativePath(target)});
+    }
+    return links;
 }
 
 bool FileService::isSameFile(std::string_view path, std::string_view other) const

@@ -50,6 +50,12 @@ struct FolderEntry {
     Kind kind;
 };
 
+// A folder that is a link, by the paths of both.
+struct FolderLink {
+    std::string path;
+    std::string target;
+};
+
 inline constexpr int DirectoryAttribute = 16;
 
 // The file system as the program sees it. A path inside the program is "/home\ann\Photos\a.jpg": a
@@ -58,6 +64,10 @@ inline constexpr int DirectoryAttribute = 16;
 // What creates, appends, deletes, renames, is copied to or asked to exist means exactly the name as
 // written. What is only read falls back to the one entry that differs in case alone, and so do the
 // folders on the way.
+//
+// Nothing is written through a link: one in the place of what is opened for output or append or written whole is
+// replaced. Only a list (.lst) and an information file (.info) are written where their link leads, when that is a file
+// of the same kind; otherwise the write fails with "Path/File access error".
 class FileService {
 public:
     FileService();
@@ -85,8 +95,8 @@ public:
     void closeAll();
 
     // Writes or replaces a whole file in one act: whatever happens, there is the old one (or none) or the new one
-    // under the name. Rights and owner stay, and so does a link, which is followed. The hook is told of an open, a
-    // print and, before it is put in place, a close.
+    // under the name. Rights and owner stay. The hook is told of an open, a print and, before it is put in place, a
+    // close.
     void writeWhole(std::string_view path, std::string_view bytes, Sync sync = Sync::No);
     // The same for lines, as `print` writes them.
     void writeLines(std::string_view path, const std::vector<std::string>& lines, Sync sync);
@@ -107,6 +117,8 @@ public:
 
     void copy(std::string_view source, std::string_view target);
     void remove(std::string_view path);
+    // Takes a link away that stands in the place of a file of our own, wherever it leads. Nothing else is touched.
+    void removeLink(std::string_view path);
     void rename(std::string_view from, std::string_view to);
     void makeFolder(std::string_view path);
     // Removes the hidden files that a killed run left in a folder while it wrote, as far as a listing of the folder
@@ -125,6 +137,10 @@ public:
     // DirectoryAttribute for a folder, 0 for anything else that is there. What a walk knows of the entry (its
     // `kind`) spares the look at the disk.
     int attributes(std::string_view path, FolderEntry::Kind known = FolderEntry::Kind::Unknown) const;
+    // Of the folders that `folder` has under these names, in any case of letters, those that are links and lead out of
+    // `home`. One that leads nowhere may lead anywhere tomorrow, and is among them.
+    std::vector<FolderLink> linksOut(
+        std::string_view folder, const std::vector<std::string_view>& names, std::string_view home) const;
     // Whether both paths lead to one file, by whatever names; false when one of them is absent. For what would delete
     // the very file that it is about to copy.
     bool isSameFile(std::string_view path, std::string_view other) const;

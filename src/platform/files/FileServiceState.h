@@ -112,6 +112,7 @@ struct FileService::State {
         NativePath place;
         std::string native;
         std::optional<struct stat> status;
+        bool isLink = false;
     };
 
     Target target(std::string_view path)
@@ -125,25 +126,9 @@ struct FileService::State {
         return target;
     }
 
-    // The same, where links in its place lead.
-    Target followed(std::string_view path)
-    {
-        Target target;
-        target.place = resolver.exact(nativeAsWritten(path));
-        target.native = target.place.whole();
-        struct stat status = {};
-        if (!isThere(lstat(target.native.c_str(), &status)))
-            return target;
-        if (S_ISLNK(status.st_mode)) {
-            ahead.changed(target.native); // read under this name, too
-            target.place = linkEnd(std::move(target.native));
-            target.native = target.place.whole();
-            if (!isThere(stat(target.native.c_str(), &status)))
-                return target;
-        }
-        target.status = status;
-        return target;
-    }
+    // The same for what is about to be written, with a link in its place followed where it may be: then the target is
+    // the file that it leads to, else there is none and the link is to be replaced.
+    Target writable(std::string_view path);
 
     Descriptor openForReading(std::string_view path);
     Descriptor openForWriting(std::string_view path, OpenMode mode);

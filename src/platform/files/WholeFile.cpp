@@ -19,7 +19,7 @@ constexpr mode_t PlainRights = 0777;
 
 bool holds(const std::string& native, std::string_view bytes)
 {
-    const Descriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const Descriptor file(open(native.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK));
     return file.isOpen() && readWhole(file) == bytes;
 }
 
@@ -46,7 +46,7 @@ void cutAt(const Descriptor& file, std::size_t size)
 // while the old bytes stand; from there on the file takes no more room.
 void overwrite(const std::string& native, std::string_view bytes)
 {
-    const Descriptor file(open(native.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+    const Descriptor file(open(native.c_str(), O_WRONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK));
     struct stat status = {};
     if (!file.isOpen() || fstat(file.handle(), &status) != 0)
         failNow(Attempted::Access);
@@ -142,7 +142,7 @@ void putWhole(const NativePath& place, const std::optional<struct stat>& old, st
     } else if (static_cast<std::size_t>(old->st_size) == bytes.size() && holds(native, bytes)) {
         // Nothing to lose or to wait for: it is dated as if it had been written.
         whenWhole();
-        if (utimensat(AT_FDCWD, native.c_str(), nullptr, 0) != 0)
+        if (utimensat(AT_FDCWD, native.c_str(), nullptr, AT_SYMLINK_NOFOLLOW) != 0)
             failNow(Attempted::Access);
     } else if (startBeside(file, place, *old)) {
         putBeside(*file, place, bytes, sync, whenWhole);

@@ -103,6 +103,11 @@ std::string programPath(std::string_view argument0)
     return fromNativePath(program.substr(0, slash));
 }
 
+void workInRoot()
+{
+    [[maybe_unused]] const int result = ::chdir("/"); // there is always one
+}
+
 std::string defaultInstallationPath()
 {
     // Tidied, since a doubled separator would end the walk that makes its levels.

@@ -9,6 +9,10 @@ namespace trovarium {
 // program's form, without a separator at the end but for the root.
 std::string programPath(std::string_view argument0);
 
+// Leaves the working folder, which may be an album from somebody else, for "/": the sound library, for one, would read
+// its settings there.
+void workInRoot();
+
 // The default place of the installed copy below the user's data folder, in the program's form.
 std::string defaultInstallationPath();
 

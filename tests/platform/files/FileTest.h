@@ -115,6 +115,7 @@ private:
         {"copy", [&](auto& path, auto& other) { files.copy(path, at(other)); }},
         {"rename", [&](auto& path, auto& other) { files.rename(path, at(other)); }},
         {"remove", [&](auto& path, auto&) { files.remove(path); }},
+        {"removeLink", [&](auto& path, auto&) { files.removeLink(path); }},
         {"makeFolder", [&](auto& path, auto&) { files.makeFolder(path); }},
         {"date", [&](auto& path, auto&) { files.setModified(path, Instant(std::chrono::seconds(1000000000))); }},
     };

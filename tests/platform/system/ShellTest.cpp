@@ -36,6 +36,8 @@ TEST_F(ShellTest, TheProgramsFolderIsTheOneItWasStartedFrom)
         {folder.native("away/../trovarium"), at("away\\..")}, {"notes", image}, {"", image}, {"../bin/notes", image}};
     for (const auto& [argument0, expected] : cases)
         EXPECT_EQ(programPath(argument0), expected) << argument0;
+    workInRoot();
+    EXPECT_EQ(std::filesystem::current_path(), "/");
 }
 
 TEST_F(ShellTest, HandsADocumentOfAnyNameToTheDesktopAndStartsAProgramApart)
