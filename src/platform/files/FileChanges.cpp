@@ -7,13 +7,12 @@
 
 namespace trovarium {
 
-// `source` is null where the content comes from elsewhere.
-void FileService::State::refuseReplacing(const Target& target, const struct stat* source) const
+void FileService::State::refuseReplacing(const Target& target, const struct stat& source, ReadOnlyTarget readOnly) const
 {
     if (!target.status)
         return;
-    if (!isRegular(*target.status) || (source != nullptr && isOneFile(*source, *target.status))
-        || isInUse(*target.status) || access(target.native.c_str(), W_OK) != 0)
+    const bool stays = readOnly == ReadOnlyTarget::Stays && access(target.native.c_str(), W_OK) != 0;
+    if (!isRegular(*target.status) || isOneFile(source, *target.status) || isInUse(*target.status) || stays)
         throw Failure(FailureKind::PermissionDenied);
 }
 
@@ -97,7 +96,7 @@ void FileService::setModified(std::string_view path, Instant instant)
         failNow(Attempted::Access);
 }
 
-void FileService::copy(std::string_view source, std::string_view target)
+void FileService::copy(std::string_view source, std::string_view target, ReadOnlyTarget readOnly)
 {
     m_state->announce(FileOperation::Copy, target);
     refuseEmpty(source);
@@ -116,7 +115,7 @@ void FileService::copy(std::string_view source, std::string_view target)
     const State::Target place = m_state->target(target);
     if (m_state->isInUse(status))
         throw Failure(FailureKind::PermissionDenied);
-    m_state->refuseReplacing(place, &status);
+    m_state->refuseReplacing(place, status, readOnly);
     m_state->copy(descriptor, status, place.place, NewFile::Existing::Replace);
 }
 

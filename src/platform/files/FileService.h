@@ -40,6 +40,9 @@ using FaultHook = std::function<void(FileOperation operation, std::string_view p
 // arranged. It takes as long as the disk takes.
 enum class Sync { No, Yes };
 
+// Whether a copy replaces a file that may not be written, as one does that deletes it first.
+enum class ReadOnlyTarget { Stays, IsReplaced };
+
 // One name of a folder, with what the folder itself tells of it.
 struct FolderEntry {
     // Unknown: only a look that may fail can tell, see `attributes`.
@@ -102,7 +105,7 @@ public:
     Instant modified(std::string_view path) const;
     void setModified(std::string_view path, Instant instant);
 
-    void copy(std::string_view source, std::string_view target);
+    void copy(std::string_view source, std::string_view target, ReadOnlyTarget readOnly = ReadOnlyTarget::Stays);
     void remove(std::string_view path);
     void rename(std::string_view from, std::string_view to);
     void makeFolder(std::string_view path);
