@@ -3,6 +3,7 @@
 #include "platform/files/FileService.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
+#include "store/PhotographFiles.h"
 #include "store/QuietFile.h"
 
 #include <algorithm>
@@ -45,6 +46,8 @@ std::string recordOf(const std::string& infoName, const Values& values)
 
 void WriteCsvRecord(Album& album, const std::string& infoName, const std::string& csvPath)
 {
+    if (!isPhotographName(infoName))
+        return;
     FileService& files = album.files;
     Values values;
     bool isNew = false;

@@ -7,9 +7,14 @@
 #include "platform/toolkit/ProgressBar.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Numbers.h"
+#include "runtime/Text.h"
 #include "store/Album.h"
 #include "store/InfoFile.h"
 #include "store/LibraryFolders.h"
+#include "store/Log.h"
+#include "store/PhotographFiles.h"
+
+#include <algorithm>
 
 namespace trovarium {
 
@@ -22,6 +27,7 @@ enum { OverwriteCopies = 0 };
 
 constexpr std::string_view CsvName = "Trovarium_Info.csv";
 constexpr std::string_view ThumbnailMark = "tn_";
+constexpr std::string_view InfoEnding = ".info";
 constexpr float BarMargin = 30; // twips by which a full bar is wider than its box
 
 } // namespace
@@ -49,15 +55,14 @@ void ExportRun::cmdExport_Click()
     fillBar(m_form.pctProgress, m_form.shpProgress, 0);
     m_run.stepOver();
     m_run.run([&] { exportAll(); });
-    if (m_run.standing())
-        m_form.desktop().prompts().messageBox(
-            "Error: " + std::string(m_run.standing()->description()) + "\rDisk may be full or write protected.",
-            Buttons::Ok, "");
+    tellErrors();
     end();
 }
 
 void ExportRun::exportAll()
 {
+    m_left = 0;
+    m_taken.clear();
     m_destination = m_form.Dir1.Path();
     if (!m_destination.ends_with('\\'))
         m_destination += '\\';
@@ -66,13 +71,19 @@ void ExportRun::exportAll()
         m_form.desktop().DoEvents();
     }
     const int count = m_form.List1.ListCount();
-    for (int i = 0; i < count; ++i) {
+    const int last = std::min(count, MostFiles);
+    for (int i = 0; i < last && !isEnded(); ++i) {
         exportPhotograph(m_form.List1.List(i));
         showProgress(i + 1, count);
         m_form.desktop().DoEvents();
-        if (m_form.cmdExport.Caption() == "Export")
-            break;
     }
+    m_left = isEnded() ? 0 : count - last;
+}
+
+// Also with the dialog, which goes with the program.
+bool ExportRun::isEnded() const
+{
+    return m_closes || m_form.cmdExport.Caption() == "Export" || !m_form.isLoaded();
 }
 
 // Removing and copying leave the run in the mode that the rest of it has: with one of the two boxes checked, what
@@ -80,71 +91,118 @@ void ExportRun::exportAll()
 void ExportRun::exportPhotograph(const std::string& name)
 {
     m_form.lbProgress.Caption = "Exporting";
-    const bool overwrites = m_form.chkOptions(OverwriteCopies).Value() == 1;
-    const auto findSource = [&] { m_run.handled([&] { m_source = GetPhotoLink(m_album, name + ".info"); }); };
-    if (overwrites) {
-        findSource();
-        removeOldCopies(name);
-    }
+    m_name = name;
+    m_source.reset();
+    if (m_form.chkOptions(OverwriteCopies).Value() == 1)
+        removeOldCopies();
     // Asked behind the events of the removal, in which the user may change it.
-    if (m_form.chkExport(Photograph).Value() == 1) {
-        if (!overwrites)
-            findSource();
-        copyPhotograph(name);
-    }
-    if (m_form.chkExport(Thumbnail).Value() == 1)
-        m_run.statement([&] {
-            m_album.files.copy(m_album.paths.ThumbnailPath + name, m_destination + std::string(ThumbnailMark) + name);
-        });
-    if (m_form.chkExport(Information).Value() == 1)
-        exportInfo(name);
+    if (takes(Photograph))
+        copyPhotograph();
+    if (takes(Thumbnail))
+        m_run.statement([&] { copy(thumbnailPath(m_album.paths, m_name), copyPath(ThumbnailMark)); });
+    if (takes(Information))
+        exportInfo();
 }
 
-void ExportRun::removeOldCopies(const std::string& name)
+bool ExportRun::takes(int item) const
 {
-    const auto removeCopy = [&](const std::string& path) {
+    return m_form.chkExport(item).Value() == 1;
+}
+
+// Those that a copy replaces stay until it does: its source may be gone, or the disk full.
+void ExportRun::removeOldCopies()
+{
+    const auto remove = [&](std::string_view mark, std::string_view ending = {}) {
         m_run.statement([&] {
-            if (!isOriginal(path))
+            const std::string path = copyPath(mark, ending);
+            if (!isOriginal(path) && !isTaken(path))
                 m_album.files.remove(path);
         });
     };
     m_run.stepOver();
-    removeCopy(m_destination + name);
-    removeCopy(m_destination + std::string(ThumbnailMark) + name);
-    if (m_form.optExportInfo(OverwriteInfo).Value())
-        removeCopy(m_destination + name + ".info");
+    if (!takes(Photograph))
+        remove("");
+    if (!takes(Thumbnail))
+        remove(ThumbnailMark);
+    const bool isReplaced = takes(Information) && m_form.optExportInfo(NativeFormat).Value();
+    if (m_form.optExportInfo(OverwriteInfo).Value() && !isReplaced)
+        remove("", InfoEnding);
     m_run.jumpToEnd();
     m_form.desktop().DoEvents();
 }
 
+// "File not found" for what is no photograph's name.
+std::string ExportRun::copyPath(std::string_view mark, std::string_view ending) const
+{
+    if (!isPhotographName(m_name))
+        throw Failure(FailureKind::FileNotFound);
+    return m_destination + std::string(mark).append(m_name).append(ending);
+}
+
+const std::string& ExportRun::source()
+{
+    if (!m_source)
+        m_source = GetPhotoLink(m_album, m_name + std::string(InfoEnding));
+    return *m_source;
+}
+
 // The library's own folders may be the destination: what stands there is never an old copy, whichever boxes are
 // checked. "tn_a.jpg" among the photographs is one of them and no thumbnail that went out.
-bool ExportRun::isOriginal(const std::string& path) const
+bool ExportRun::isOriginal(const std::string& path)
 {
     const FileService& files = m_album.files;
     const AlbumPaths& paths = m_album.paths;
     const std::string name = SplitPath(path).FileName;
     return files.exists(path)
-        && (files.isSameFile(path, m_source) || files.isSameFile(path, paths.PhotoPath + name)
-            || files.isSameFile(path, paths.ThumbnailPath + name) || files.isSameFile(path, paths.InfoPath + name));
+        && (files.isSameFile(path, paths.PhotoPath + name) || files.isSameFile(path, paths.ThumbnailPath + name)
+            || files.isSameFile(path, paths.InfoPath + name) || files.isSameFile(path, source()));
+}
+
+// Two photographs meet in one file where their names differ in case and the disk doesn't see it, or where one is
+// called as the thumbnail of the other, which makes room for it.
+bool ExportRun::isTaken(const std::string& path, const std::string& source) const
+{
+    const auto taken = m_taken.find(upper(path));
+    return taken != m_taken.end() && taken->second.source != source
+        && m_album.files.isSameFile(taken->second.target, path);
+}
+
+// In place of an old copy, as if that had been deleted before.
+void ExportRun::copy(const std::string& source, const std::string& target)
+{
+    if (isOriginal(target) || isTaken(target, source))
+        throw Failure(FailureKind::FileAlreadyExists);
+    const bool replaces = m_form.chkOptions(OverwriteCopies).Value() == 1;
+    m_album.files.copy(source, target, replaces ? ReadOnlyTarget::IsReplaced : ReadOnlyTarget::Stays);
+}
+
+void ExportRun::take(const std::string& source, const std::string& target)
+{
+    copy(source, target);
+    m_taken[upper(target)] = {source, target};
 }
 
 // A photograph that can't be copied is passed over: the new mode clears its failure.
-void ExportRun::copyPhotograph(const std::string& name)
+void ExportRun::copyPhotograph()
 {
     m_run.stepOver();
-    m_run.statement([&] { m_album.files.copy(m_source, m_destination + name); });
+    m_run.statement([&] {
+        const std::string target = copyPath("");
+        take(source(), target);
+    });
+    if (m_run.standing())
+        logFailure(m_album, "cmdExport_Click", *m_run.standing());
     m_run.jumpToEnd();
 }
 
-void ExportRun::exportInfo(const std::string& name)
+void ExportRun::exportInfo()
 {
-    const std::string infoName = name + ".info";
     if (m_form.optExportInfo(NativeFormat).Value()) {
-        m_run.statement([&] { m_album.files.copy(m_album.paths.InfoPath + infoName, m_destination + infoName); });
+        m_run.statement([&] { take(infoFilePath(m_album.paths, m_name), copyPath("", InfoEnding)); });
     } else if (m_form.optExportInfo(CsvFormat).Value()) {
         m_form.MousePointer = HourglassPointer;
-        m_run.handled([&] { WriteCsvRecord(m_album, infoName, m_destination + std::string(CsvName)); });
+        m_run.handled(
+            [&] { WriteCsvRecord(m_album, m_name + std::string(InfoEnding), m_destination + std::string(CsvName)); });
         m_form.MousePointer = DefaultPointer;
     }
 }
@@ -155,6 +213,19 @@ void ExportRun::showProgress(int done, int count)
     fillBar(m_form.pctProgress, m_form.shpProgress, share * (m_form.pctProgress.ScaleWidth() + BarMargin));
 }
 
+void ExportRun::tellErrors()
+{
+    std::string text;
+    if (m_run.standing())
+        text.append("Error: ").append(m_run.standing()->description()).append("\rDisk may be full or write protected.");
+    if (m_left > 0)
+        text.append(text.empty() ? "Error: " : "\r\rError: ")
+            .append(numberText(m_left) + " more: ")
+            .append(TooManyForOneRun);
+    if (!text.empty())
+        m_form.desktop().prompts().messageBox(text, Buttons::Ok, "");
+}
+
 void ExportRun::end()
 {
     m_form.cmdExport.Caption = "Export";
@@ -162,6 +233,8 @@ void ExportRun::end()
     m_form.DialogBusy = false;
     m_form.MousePointer = DefaultPointer;
     fillBar(m_form.pctProgress, m_form.shpProgress, 0);
+    if (m_closes)
+        m_form.unload();
 }
 
 } // namespace trovarium

@@ -2,7 +2,10 @@
 
 #include "runtime/LongRun.h"
 
+#include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace trovarium {
 
@@ -15,22 +18,40 @@ public:
     ExportRun(frmExport& form, Album& album);
 
     void cmdExport_Click();
+    // The run ends behind the photograph in hand, and the dialog closes.
+    void endAndClose() { m_closes = true; }
 
 private:
     void exportAll();
+    bool isEnded() const;
     void exportPhotograph(const std::string& name);
-    void removeOldCopies(const std::string& name);
-    bool isOriginal(const std::string& path) const;
-    void copyPhotograph(const std::string& name);
-    void exportInfo(const std::string& name);
+    bool takes(int item) const;
+    void removeOldCopies();
+    std::string copyPath(std::string_view mark, std::string_view ending = {}) const;
+    const std::string& source();
+    bool isOriginal(const std::string& path);
+    bool isTaken(const std::string& path, const std::string& source = {}) const;
+    void copy(const std::string& source, const std::string& target);
+    void take(const std::string& source, const std::string& target);
+    void copyPhotograph();
+    void exportInfo();
     void showProgress(int done, int count);
+    void tellErrors();
     void end();
+
+    struct Copy {
+        std::string source, target;
+    };
 
     frmExport& m_form;
     Album& m_album;
     LongRun m_run;
-    std::string m_destination; // the folder and the backslash behind it
-    std::string m_source;      // of the photograph in work
+    std::string m_destination;           // the folder and the backslash behind it
+    std::string m_name;                  // of the photograph in work
+    std::optional<std::string> m_source; // of it, once it was asked for
+    std::map<std::string, Copy> m_taken; // what the run has put there, but thumbnails, by the target in capitals
+    int m_left = 0;                      // what was too many for the run
+    bool m_closes = false;
 };
 
 } // namespace trovarium

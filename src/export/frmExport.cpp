@@ -42,6 +42,7 @@ frmExport::frmExport(Desktop& desktop, Album& album)
 
     on(Load, this, &frmExport::Form_Load);
     on(KeyDown, this, &frmExport::Form_KeyDown);
+    on(Close, this, &frmExport::lbExit_Click);
     on(Dir1.Change, this, &frmExport::Dir1_Change);
     on(Drive1.Change, this, &frmExport::Drive1_Change);
     on(lbExit.Click, this, &frmExport::lbExit_Click);
@@ -69,7 +70,7 @@ bool frmExport::AddSelectedFiles()
 try {
     const GroupOnShow& group = m_album.group;
     for (int i = 0; i <= group.GroupList.upperBound(); ++i) {
-        if (group.GroupSelect(i) == 1)
+        if (group.isWhole && group.GroupSelect(i) == 1)
             List1.AddItem(group.GroupList(i));
     }
     return true;
@@ -90,18 +91,18 @@ try {
     logFailure(m_album, "Form_Load", failure);
 }
 
-// Escape closes the window where nothing is lost by it.
 void frmExport::Form_KeyDown(int KeyCode, int /*Shift*/)
 {
-    if (KeyCode == EscapeKey && !DialogBusy)
-        unload();
+    if (KeyCode == EscapeKey)
+        lbExit_Click();
 }
 
-// The folder is where the next import begins; an export always begins at the program's own, unless its setting
-// was made by other hands.
+// The folder that the user chooses is where the next import begins; an export always begins at the program's own,
+// unless its setting was made by other hands.
 void frmExport::Dir1_Change()
 {
-    m_album.Settings().SetOWSetting(Product, "Import", "LastPath", Dir1.Path());
+    if (isShown())
+        m_album.Settings().SetOWSetting(Product, "Import", "LastPath", Dir1.Path());
 }
 
 void frmExport::Drive1_Change()
@@ -111,9 +112,13 @@ try {
     desktop().prompts().messageBox("Error: " + std::string(failure.description()), Buttons::Ok, "");
 }
 
+// The run's own button doesn't end it, so this does.
 void frmExport::lbExit_Click()
 try {
-    unload();
+    if (DialogBusy)
+        m_exportRun->endAndClose();
+    else
+        unload();
 } catch (const Failure& failure) {
     logFailure(m_album, "lbExit_Click", failure);
 }

@@ -16,9 +16,10 @@
 #include "store/GroupFile.h"
 #include "store/InfoFile.h"
 #include "store/LibraryFolders.h"
+#include "store/Log.h"
+#include "store/PhotographFiles.h"
 
-#include <cstdint>
-#include <optional>
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -58,7 +59,7 @@ public:
 
     void importAll();
 
-    int count() const { return m_count; }
+    int count() const { return ImportedFiles.upperBound(); }
     bool cancelled() const { return RunCancelled; }
     const std::string& errors() const { return ImportErrors; }
     // Full paths in the library, from index 1 on; of links too, where no file lies.
@@ -67,14 +68,16 @@ public:
 private:
     bool isChecked(int option) const { return m_form.chkOptions(option).Value() == 1; }
     std::string sourceOf(int i) const;
-    void refuseTornEntry(int i) const;
+    bool isSource(const std::string& path, int i) const;
+    void importEntry(int i);
     void chooseName(int i);
     void takeNumber();
-    void makeRoom(int i);
-    void removeUnlessSource(const std::string& path, int i);
+    bool isTorn(int i) const;
+    bool makeRoom(int i);
+    void setOldAside(int i);
     void importFile(int i);
-    void record(std::string path);
-    void note(std::string_view error);
+    void copy(const std::string& source, const std::string& target);
+    void note(std::string_view name, std::string_view error);
     void showProgress(int i);
 
     frmImport& m_form;
@@ -82,7 +85,6 @@ private:
     LongRun& m_run;
     std::string NumberFormat; // of the number at the beginning, which may outgrow it
     CheckedArray<std::string> ImportedFiles;
-    std::int16_t m_count = 0;
     std::string ImportErrors;
     bool RunCancelled = false;
     std::string DestName; // what it was for the file before, where the statement that sets it failed
@@ -90,35 +92,22 @@ private:
 
 void ImportRun::Files::importAll()
 {
-    std::int16_t last = -1;
-    m_run.statement([&] { last = toInt16(m_form.List1.ListCount() - 1); });
+    const int listed = m_form.List1.ListCount();
+    const int count = std::min(listed, MostFiles);
     std::vector<std::string> sources;
-    for (int i = 0; i <= last && !isChecked(LinksOnly); ++i)
+    for (int i = 0; i < count && !isChecked(LinksOnly); ++i)
         attempt([&] { sources.push_back(sourceOf(i)); });
     const ReadingAhead ahead(m_album.files, sources, ReadingAhead::Copies);
-    for (int i = 0; i <= last && !RunCancelled; ++i) {
+    for (int i = 0; i < count && !RunCancelled; ++i) {
         m_form.lbProgress.Caption = "Importing";
-        chooseName(i);
-        makeRoom(i);
-        std::optional<bool> isTaken; // none where that can't be seen: a person's words may stand there
-        m_run.statement([&] {
-            const bool found = m_album.files.exists(m_album.paths.InfoPath + DestName + ".info");
-            if (!found)
-                refuseTornEntry(i);
-            isTaken = found;
-        });
-        if (isTaken == true)
-            note("File already exists");
-        else if (isTaken)
-            importFile(i);
-        if (m_run.standing())
-            note(m_run.standing()->description());
-        m_run.clear();
+        importEntry(i);
         showProgress(i);
         m_form.desktop().DoEvents();
-        // A dialog that was closed has nobody to see the rest.
+        // A dialog that ended with the program has nobody to see the rest.
         RunCancelled = m_form.cmdImport.Caption() == "Import" || !m_form.isLoaded();
     }
+    if (listed > count && !RunCancelled)
+        note(numberText(listed - count) + " more", TooManyForOneRun);
 }
 
 std::string ImportRun::Files::sourceOf(int i) const
@@ -129,14 +118,29 @@ std::string ImportRun::Files::sourceOf(int i) const
     return folder + m_form.List1.List(i);
 }
 
-// A scan that was cancelled leaves whole paths, and entries without a folder. A whole path would get the information
-// file of its last name, which wasn't asked for and may hold a person's words; an entry without a folder would be
-// the file before it once more.
-void ImportRun::Files::refuseTornEntry(int i) const
+// The library's own folders may be what is imported from.
+bool ImportRun::Files::isSource(const std::string& path, int i) const
 {
-    if (DestName.find('\\') != std::string::npos)
-        throw Failure(FailureKind::BadFileNameOrNumber);
-    sourceOf(i);
+    return m_album.files.isSameFile(path, sourceOf(i));
+}
+
+void ImportRun::Files::importEntry(int i)
+{
+    chooseName(i);
+    // With one of these boxes checked, what fails from here on ends the run.
+    if (isChecked(OverwritePhotos) || isChecked(OverwriteInfoFiles))
+        m_run.jumpToEnd();
+    m_run.statement([&] {
+        if (isTorn(i))
+            note(DestName, describe(FailureKind::BadFileNameOrNumber));
+        else if (makeRoom(i))
+            importFile(i);
+        else
+            note(DestName, describe(FailureKind::FileAlreadyExists));
+    });
+    if (m_run.standing())
+        note(DestName, m_run.standing()->description());
+    m_run.clear();
 }
 
 void ImportRun::Files::chooseName(int i)
@@ -165,58 +169,71 @@ void ImportRun::Files::takeNumber()
     });
 }
 
-// The end of each block is what the rest of the run has: with a box checked, failures jump.
-void ImportRun::Files::makeRoom(int i)
+// A scan that was cancelled leaves whole paths, and entries without a folder. A whole path would get the information
+// file of its last name, which wasn't asked for and may hold a person's words; an entry without a folder would be
+// the file before it once more. The number that was typed may hold separators too.
+bool ImportRun::Files::isTorn(int i) const
 {
-    if (isChecked(OverwritePhotos)) {
-        m_run.stepOver();
-        removeUnlessSource(m_album.paths.PhotoPath + DestName, i);
-        removeUnlessSource(m_album.paths.ThumbnailPath + DestName, i);
-        m_run.jumpToEnd();
-    }
-    if (isChecked(OverwriteInfoFiles)) {
-        m_run.stepOver();
-        // Beside the information file, which has ".info" behind this name: no word that a person wrote is lost.
-        removeUnlessSource(m_album.paths.InfoPath + DestName, i);
-        m_run.jumpToEnd();
-    }
+    return !isPhotographName(m_form.List1.List(i)) || !isPhotographName(DestName) || i >= m_form.List2.ListCount();
 }
 
-// The library's own folders may be what is imported from.
-void ImportRun::Files::removeUnlessSource(const std::string& path, int i)
+// Takes away what the boxes tell; false where the library knows the photograph, or a file stays in its place.
+bool ImportRun::Files::makeRoom(int i)
 {
-    m_run.statement([&] {
-        if (!m_album.files.isSameFile(path, sourceOf(i)))
-            m_album.files.remove(path);
+    FileService& files = m_album.files;
+    const bool isKnown = files.exists(infoFilePath(m_album.paths, DestName));
+    if (isChecked(OverwritePhotos) && !isKnown)
+        setOldAside(i);
+    // Beside the information file, which has ".info" behind this name: no word that a person wrote is lost.
+    const std::string stray = m_album.paths.InfoPath + DestName;
+    if (isChecked(OverwriteInfoFiles))
+        attempt([&] {
+            if (!isSource(stray, i))
+                files.remove(stray);
+        });
+    const std::string photograph = photographPath(m_album.paths, DestName);
+    return !isKnown && (!files.exists(photograph) || isSource(photograph, i));
+}
+
+// Not where it would move the source itself: that one may have been set aside before.
+void ImportRun::Files::setOldAside(int i)
+{
+    const AlbumPaths& paths = m_album.paths;
+    const std::string thumbnail = thumbnailPath(paths, DestName);
+    attempt([&] {
+        if (!isSource(paths.PhotoPath + DestName, i) && !isSource(paths.PhotoPath + "Removed\\" + DestName, i))
+            setAside(m_album.files, paths.PhotoPath, DestName);
+    });
+    attempt([&] {
+        if (!isSource(thumbnail, i))
+            m_album.files.remove(thumbnail);
     });
 }
 
 // A copy that was stepped over is taken as done: the check at a later start finds the photograph missing.
 void ImportRun::Files::importFile(int i)
 {
-    FileService& files = m_album.files;
-    m_run.statement([&] { m_count = toInt16(m_count + 1); });
     const std::string SourcePath = sourceOf(i);
-    const std::string path = m_album.paths.PhotoPath + DestName;
+    const std::string path = photographPath(m_album.paths, DestName);
     if (!isChecked(LinksOnly))
-        m_run.statement([&] { files.copy(SourcePath, path); });
-    record(path);
+        m_run.statement([&] { copy(SourcePath, path); });
+    ImportedFiles.append(path);
     const std::string LinkTarget = isChecked(LinksOnly) ? SourcePath : path;
-    const std::string infoFile = m_album.paths.InfoPath + SplitPath(ImportedFiles(m_count)).FileName + ".info";
-    m_run.handled([&] { CreateInfoFile(files, infoFile, LinkTarget); });
+    m_run.handled([&] { CreateInfoFile(m_album.files, infoFilePath(m_album.paths, DestName), LinkTarget); });
 }
 
-// As entry number `m_count`, which a count beyond 16 bits leaves where it was.
-void ImportRun::Files::record(std::string path)
-{
-    if (ImportedFiles.upperBound() < m_count)
-        ImportedFiles.append({});
-    ImportedFiles(m_count) = std::move(path);
+// Its failure is told nowhere else.
+void ImportRun::Files::copy(const std::string& source, const std::string& target)
+try {
+    m_album.files.copy(source, target);
+} catch (const Failure& failure) {
+    logFailure(m_album, "cmdImport_Click", failure);
+    throw;
 }
 
-void ImportRun::Files::note(std::string_view error)
+void ImportRun::Files::note(std::string_view name, std::string_view error)
 {
-    ImportErrors.append(DestName).append("    Error=").append(error).append("\r");
+    ImportErrors.append(name).append("    Error=").append(error).append("\r");
 }
 
 void ImportRun::Files::showProgress(int i)
@@ -261,6 +278,7 @@ void ImportRun::cmdImport_Click()
         m_form.DialogBusy = false;
         return;
     }
+    m_isRunning = true;
     run.run([&] {
         files.importAll();
         run.jumpToEnd();
@@ -314,6 +332,7 @@ void ImportRun::end()
     m_form.cmdImport.Caption = "Import";
     m_form.lbProgress.Caption = "Done";
     m_form.DialogBusy = false;
+    m_isRunning = false;
     m_form.MousePointer = DefaultPointer;
     fillBar(m_form.pctProgress, m_form.shpProgress, 0);
 }

@@ -19,6 +19,8 @@ public:
 
     // Starts a run. While one runs, asks it to stop behind the file in hand, and the next press takes that back.
     void cmdImport_Click();
+    // The dialog's guard doesn't tell: a scan sets it too, and a press of Auto-Scan clears it in the middle of a run.
+    bool isRunning() const { return m_isRunning; }
 
 private:
     class Files;
@@ -32,6 +34,7 @@ private:
     frmMain& m_main;
     FormSlot<frmSearch>& m_search;
     FormSlot<frmThumbnail>& m_thumbnailBuilder;
+    bool m_isRunning = false;
 };
 
 } // namespace trovarium

@@ -42,6 +42,7 @@ frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frm
 
     on(Load, this, &frmImport::Form_Load);
     on(Unload, this, &frmImport::Form_Unload);
+    on(Close, this, &frmImport::lbExit_Click);
     on(KeyDown, this, &frmImport::Form_KeyDown);
     on(chkFilter, &CheckBox::Click, this, &frmImport::chkFilter_Click);
     on(chkOptions, &CheckBox::Click, this, &frmImport::chkOptions_Click);
@@ -107,7 +108,7 @@ void frmImport::Form_Unload()
 void frmImport::Form_KeyDown(int KeyCode, int /*Shift*/)
 {
     if (KeyCode == EscapeKey && !DialogBusy && List1.ListCount() == 0)
-        unload();
+        lbExit_Click();
 }
 
 // The first term matches nothing: with no box checked the list is empty.
@@ -127,6 +128,9 @@ bool frmImport::AddSelectedFiles()
 try {
     MousePointer = HourglassPointer;
     std::unordered_set<std::string> listed;
+    // Behind a scan that was cancelled, each new entry is to have its own folder.
+    while (List2.ListCount() < List1.ListCount())
+        List2.AddItem("");
     for (int i = 0; i < List1.ListCount(); ++i)
         listed.insert(upper(List1.List(i)));
     for (int i = 0; i < File1.ListCount(); ++i) {
@@ -169,17 +173,17 @@ void frmImport::cmdRemoveFile_Click()
     lbCount.Caption = numberText(List1.ListCount());
 }
 
-// After a scan that was cancelled List2 is shorter, and the removal of an entry beyond its end fails: the list
-// then stays closed until the next scan ends.
+// After a scan that was cancelled List2 is shorter. While a scan divides its paths the list is closed, and stays whole.
 void frmImport::List1_KeyDown(int KeyCode, int /*Shift*/)
 try {
-    if (KeyCode == DeleteKey) {
+    if (KeyCode == DeleteKey && List1.Enabled()) {
         List1.Enabled = false;
         for (int i = List1.ListCount() - 1; i >= 0; --i) {
             if (!List1.Selected(i))
                 continue;
             List1.RemoveItem(i);
-            List2.RemoveItem(i);
+            if (i < List2.ListCount())
+                List2.RemoveItem(i);
         }
         List1.Enabled = true;
     }
@@ -199,10 +203,13 @@ void frmImport::txtAutoName_Change(int Index)
     m_album.Settings().SetOWSetting(Product, Section, "Autoname", txtAutoName(0).Text());
 }
 
+// What the user chooses is kept. Where the dialog begins is not: it may be the root, for want of a folder that is
+// away today.
 void frmImport::Dir1_Change()
 {
     File1.Path = Dir1.Path();
-    m_album.Settings().SetOWSetting(Product, Section, "LastPath", Dir1.Path());
+    if (isShown())
+        m_album.Settings().SetOWSetting(Product, Section, "LastPath", Dir1.Path());
 }
 
 void frmImport::Drive1_Change()
@@ -212,9 +219,11 @@ try {
     desktop().prompts().messageBox("Error: " + std::string(failure.description()), Buttons::Ok, "");
 }
 
+// A run has a button that cancels it; broken off here, it would leave photographs that are in no group.
 void frmImport::lbExit_Click()
 try {
-    unload();
+    if (!m_importRun->isRunning())
+        unload();
 } catch (const Failure& failure) {
     logFailure(m_album, "lbExit_Click", failure);
 }

@@ -7,9 +7,14 @@
 #include "platform/toolkit/ProgressBar.h"
 #include "platform/toolkit/Prompts.h"
 #include "store/Album.h"
+#include "store/LibraryFolders.h"
+#include "store/Log.h"
+#include "store/PhotographFiles.h"
 
+#include <optional>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace trovarium {
 
@@ -42,6 +47,7 @@ void LinkRun::cmdImport_Click()
         return;
     m_form.DialogBusy = true;
     ImportErrors.clear();
+    m_moved.clear();
     m_importForm().MousePointer = HourglassPointer;
     fillBar(m_form.pctProgress, m_form.shpProgress, 0);
     m_run.stepOver();
@@ -69,43 +75,72 @@ void LinkRun::linkAll()
         const float share = static_cast<float>(row + 1) / static_cast<float>(count);
         fillBar(m_form.pctProgress, m_form.shpProgress, share * (m_form.pctProgress.ScaleWidth() + BarMargin));
         m_form.desktop().DoEvents();
-        // A dialog that was closed has nobody to see the rest.
+        // A dialog that ended with the program has nobody to see the rest.
         if (!m_form.isLoaded())
             break;
     }
 }
 
-// After a delete, also of a file that wasn't there, what fails ends the run. So does every row that is cleared:
+// After a sound was to go, also one that wasn't there, what fails ends the run. So does every row that is cleared:
 // behind its delete there is nothing to copy.
 void LinkRun::link(int row)
 {
     FileService& files = m_album.files;
     const std::string dest = destinationOf(row);
-    const std::string source = m_form.List2.List(row);
+    const std::string source = sourceOf(row);
     if (m_form.chkOptions(0).Value() == 1 || source.empty()) {
         m_run.stepOver();
         m_run.statement([&] {
             if (!files.isSameFile(source, dest))
-                files.remove(dest);
+                takeAway(dest);
         });
         m_run.jumpToEnd();
     }
-    m_run.statement([&] {
-        if (files.exists(dest))
-            note(row, "File already exists");
-        else
-            files.copy(source, dest);
+    const std::optional<Failure> end = attempt([&] {
+        m_run.statement([&] {
+            if (files.exists(dest))
+                note(row, "File already exists");
+            else
+                files.copy(source, dest);
+        });
     });
+    if (end && !source.empty()) // which is told nowhere else
+        logFailure(m_album, "cmdImport_Click", *end);
+    if (end)
+        throw Failure(*end);
     if (m_run.standing())
         note(row, m_run.standing()->description());
     m_run.clear();
+}
+
+// To "Removed", from where a later row reads it whose source it is: so two sounds can be exchanged.
+void LinkRun::takeAway(const std::string& path)
+{
+    const SplitPathResult parts = SplitPath(path);
+    setAside(m_album.files, parts.Folder, parts.FileName, [&](const std::string& from, const std::string& to) {
+        std::vector<std::string> chosen;
+        for (int row = 0; row < m_form.List2.ListCount(); ++row) {
+            if (m_form.List2.Selected(row) && m_album.files.isSameFile(sourceOf(row), from))
+                chosen.push_back(m_form.List2.List(row));
+        }
+        m_album.files.rename(from, to);
+        for (const std::string& source : chosen)
+            m_moved[source] = to;
+    });
 }
 
 std::string LinkRun::destinationOf(int row) const
 {
     if (m_form.LinkIsMidi)
         return m_album.paths.MidiPath + m_main.lstSlideGroups.List(row) + ".mid";
-    return m_album.paths.AudioPath + m_form.List1.List(row).substr(WavMarkLength) + ".wav";
+    return clipPath(m_album.paths, m_form.List1.List(row).substr(WavMarkLength));
+}
+
+std::string LinkRun::sourceOf(int row) const
+{
+    const std::string& chosen = m_form.List2.List(row);
+    const auto moved = m_moved.find(chosen);
+    return moved == m_moved.end() ? chosen : moved->second;
 }
 
 void LinkRun::note(int row, std::string_view error)

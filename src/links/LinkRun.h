@@ -3,6 +3,7 @@
 #include "runtime/LongRun.h"
 
 #include <functional>
+#include <map>
 #include <string>
 
 namespace trovarium {
@@ -13,7 +14,7 @@ class frmAddMidiWav;
 class frmMain;
 
 // Does what has been changed in the link dialog, row by row: copies a sound to the name that links it to its
-// owner, or deletes it.
+// owner, or takes it away. What was there goes to "Removed".
 class LinkRun {
 public:
     LinkRun(frmAddMidiWav& form, Album& album, frmMain& main, std::function<Form&()> importForm);
@@ -24,7 +25,9 @@ public:
 private:
     void linkAll();
     void link(int row);
+    void takeAway(const std::string& path);
     std::string destinationOf(int row) const;
+    std::string sourceOf(int row) const;
     void note(int row, std::string_view error);
     void end();
 
@@ -34,6 +37,7 @@ private:
     std::function<Form&()> m_importForm;
     LongRun m_run;
     std::string ImportErrors;
+    std::map<std::string, std::string> m_moved; // where the run has put chosen sources
 };
 
 } // namespace trovarium

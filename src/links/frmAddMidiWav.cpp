@@ -9,6 +9,7 @@
 #include "platform/toolkit/Prompts.h"
 #include "store/Album.h"
 #include "store/Log.h"
+#include "store/PhotographFiles.h"
 #include "viewer/AudioControls.h"
 
 #include <string_view>
@@ -55,6 +56,7 @@ frmAddMidiWav::frmAddMidiWav(Desktop& desktop, Album& album, frmMain& main, std:
 
     on(Load, this, &frmAddMidiWav::Form_Load);
     on(KeyDown, this, &frmAddMidiWav::Form_KeyDown);
+    on(Close, this, &frmAddMidiWav::lbExit_Click);
     on(Dir1.Change, this, &frmAddMidiWav::Dir1_Change);
     on(Drive1.Change, this, &frmAddMidiWav::Drive1_Change);
     on(cmdAddFile.Click, this, &frmAddMidiWav::cmdAddFile_Click);
@@ -127,8 +129,8 @@ void frmAddMidiWav::Set4Wav()
     setUp(false);
     const GroupOnShow& group = m_album.group;
     for (int i = 1; i <= group.GroupList.upperBound(); ++i) {
-        if (group.isWhole && group.GroupSelect(i) == 1)
-            addRow(group.GroupList(i), m_album.paths.AudioPath + group.GroupList(i) + ".wav");
+        if (group.isWhole && group.GroupSelect(i) == 1 && isPhotographName(group.GroupList(i)))
+            addRow(group.GroupList(i), clipPath(m_album.paths, group.GroupList(i)));
     }
 }
 
@@ -164,8 +166,8 @@ try {
 // Escape closes the window where nothing is lost by it.
 void frmAddMidiWav::Form_KeyDown(int KeyCode, int /*Shift*/)
 {
-    if (KeyCode == EscapeKey && !DialogBusy && !isChanged())
-        unload();
+    if (KeyCode == EscapeKey && !isChanged())
+        lbExit_Click();
 }
 
 bool frmAddMidiWav::isChanged() const
@@ -180,7 +182,8 @@ bool frmAddMidiWav::isChanged() const
 void frmAddMidiWav::Dir1_Change()
 {
     File1.Path = Dir1.Path();
-    m_album.Settings().SetOWSetting(Product, "Sound", "LastPath", Dir1.Path());
+    if (isShown()) // what the user chooses, and not where the dialog begins
+        m_album.Settings().SetOWSetting(Product, "Sound", "LastPath", Dir1.Path());
 }
 
 void frmAddMidiWav::Drive1_Change()
@@ -272,9 +275,11 @@ void frmAddMidiWav::cmdPlayStop_Click(int Index)
     MousePointer = DefaultPointer;
 }
 
+// A run has a button that cancels it.
 void frmAddMidiWav::lbExit_Click()
 try {
-    unload();
+    if (!DialogBusy)
+        unload();
 } catch (const Failure& failure) {
     logFailure(m_album, "lbExit_Click", failure);
 }

@@ -3,9 +3,14 @@
 #include "runtime/Failure.h"
 
 #include <optional>
+#include <string_view>
 #include <utility>
 
 namespace trovarium {
+
+// A run counts in 16 bits. What is beyond is left for another run, and told in these words.
+inline constexpr int MostFiles = 32767;
+inline constexpr std::string_view TooManyForOneRun = "No more than 32767 files at a time";
 
 // How a run over many files takes its failures. It moves between two modes: a failing statement is stepped
 // over and its failure stands until something clears it, or it leaves the run for its end. Entering a mode

@@ -54,6 +54,11 @@ std::string clipPath(const AlbumPaths& paths, std::string_view name)
 
 void setAside(FileService& files, const std::string& folder, const std::string& name)
 {
+    setAside(files, folder, name, [&](const std::string& from, const std::string& to) { files.rename(from, to); });
+}
+
+void setAside(FileService& files, const std::string& folder, const std::string& name, const Renaming& rename)
+{
     const std::string file = inside(folder, name);
     const std::string removed = folder + "Removed\\";
     const std::string aside = removed + name;
@@ -64,9 +69,9 @@ void setAside(FileService& files, const std::string& folder, const std::string& 
         int number = 2;
         while (files.exists(numbered(aside, removed.size(), number)))
             ++number;
-        files.rename(aside, numbered(aside, removed.size(), number));
+        rename(aside, numbered(aside, removed.size(), number));
     }
-    files.rename(file, aside);
+    rename(file, aside);
 }
 
 } // namespace trovarium

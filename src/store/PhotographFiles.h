@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -21,5 +22,8 @@ std::string clipPath(const AlbumPaths& paths, std::string_view name);
 // Moves folder + name to the folder "Removed\" inside `folder`, which ends in a backslash, and makes that if need be.
 // What has the name there gets a number first. A file that can't be moved stays; "File not found" when it is absent.
 void setAside(FileService& files, const std::string& folder, const std::string& name);
+// The same, for who must know what moves where: `rename` does each of the one or two renamings.
+using Renaming = std::function<void(const std::string& from, const std::string& to)>;
+void setAside(FileService& files, const std::string& folder, const std::string& name, const Renaming& rename);
 
 } // namespace trovarium

@@ -41,6 +41,7 @@ protected:
         form().optExportInfo(boxes.find('a') != boxes.npos ? 3 : 2).Value = true;
         run();
     }
+    std::string lastPath() { return test.album().Settings().GetOWSetting("Trovarium", "Import", "LastPath", "none"); }
     void run()
     {
         form().chkOptions(0).SetFocus();
@@ -77,11 +78,10 @@ TEST_F(ExportTest, TheSelectionGoesOutAsItIsInARunThatNothingCancels)
     putOldCopies();
     std::string told;
     desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
-        const bool isOnce = operation == FileOperation::Delete && path == folder.inside("p3.jpg");
+        const bool isOnce = operation == FileOperation::Delete && path == folder.inside("tn_p3.jpg");
         for (int press = 0; isOnce && press < 3; ++press) {
             told += form().cmdExport.Caption() + form().lbProgress.Caption() + " ";
             robot.click(form().cmdExport);
-            robot.key(form(), EscapeKey);
         }
         if (isOnce) {
             told += marks() + std::to_string(form().pctProgress.AccessibleValue());
@@ -89,12 +89,12 @@ TEST_F(ExportTest, TheSelectionGoesOutAsItIsInARunThatNothingCancels)
         }
     });
     inDialog([&] {
-        EXPECT_EQ(test.album().Settings().GetOWSetting("Trovarium", "Import", "LastPath", ""), folder.inside());
+        EXPECT_EQ(lastPath(), "none") << "nobody has chosen it";
         desktop.DoEvents();
         EXPECT_TRUE(form().Dir1.hasFocus());
         run();
         EXPECT_EQ(told, "CancelExporting ImportExporting CancelExporting x--ooo-66");
-        EXPECT_EQ(marks(), "x------");
+        EXPECT_EQ(marks(), "x--o---");
         EXPECT_EQ(folder.read("p2.jpg"), test.bytes(test.paths().PhotoPath + "p2.jpg"));
         exportWith("i");
         exportWith("ia");
@@ -103,22 +103,37 @@ TEST_F(ExportTest, TheSelectionGoesOutAsItIsInARunThatNothingCancels)
         exportWith("tin");
         EXPECT_EQ(folder.read("tn_p3.jpg"), test.bytes(test.paths().ThumbnailPath + "p3.jpg"));
         EXPECT_EQ(folder.read("p3.jpg.info"), test.bytes(test.paths().InfoPath + "p3.jpg.info"));
+        for (int i = 0; i < 32767; ++i)
+            form().List1.AddItem("none");
+        prompts.expectNotice("Error: 2 more: No more than 32767 files at a time");
+        exportWith("a");
+        putOldCopies();
+        form().chkExport(0).Value = 1;
+        desktop.files().setFaultHook([&](FileOperation operation, std::string_view) {
+            if (operation == FileOperation::Copy)
+                robot.close(form());
+            EXPECT_TRUE(form.isLoaded());
+        });
+        robot.key(form(), EnterKey);
+        EXPECT_EQ(form.isLoaded() ? "" : marks(), "xoooooo") << "it ends behind the photograph in hand, and closes";
     });
 }
 
 TEST_F(ExportTest, BoxesTellWhatIsTakenWhatBecomesOfOldCopiesAndWhatAFailureEnds)
 {
-    // Boxes, where the disk is full ("old": nowhere, and there are old copies), what is there then, what is told.
+    // Boxes ("+": there are old copies), where the disk is full, what is there then, what is told.
     const std::string full = "Disk full", none = "File not found";
-    const std::string cases[][4] = {{"p", "old", "xooxoo-"}, {"on", "old", "------o"}, {"ona", "old", "--o--oo"},
-        {"tin", "old", "oxxoxxo"}, {"tia", "old", "oxooxox"}, {"ptn", "tn_p2.jpg", "x------", full},
-        {"otin", "p2.jpg.info", "-x-----", full}, {"tin", "tn_p2.jpg", "--x-xx-", full}, {"t", "", "-x--x--", none},
-        {"ti", "", "-x--x-x"}, {"op", "p2.jpg", "---x---"}, {"pi", "Trovarium_Info.csv", "x--x---"},
-        {"pia", "p2.jpg.info", "---x--x"}, {"op", "old", "x--x---"}};
+    const std::string cases[][4] = {{"p+", "", "xooxoo-"}, {"on+", "", "------o"}, {"ona+", "", "--o--oo"},
+        {"tin+", "", "oxxoxxo"}, {"tia+", "", "oxooxox"}, {"op+", "", "x--x---"}, {"opn+", "p2.jpg", "o--x--o"},
+        {"otn+", "tn_p2.jpg", "-o-oooo", full}, {"otin+", "p2.jpg.info", "-xooooo", full},
+        {"ptn", "tn_p2.jpg", "x------", full}, {"tin", "tn_p2.jpg", "--x-xx-", full}, {"t", "", "-x--x--", none},
+        {"ti", "", "-x--x-x"}, {"pi", "Trovarium_Info.csv", "x--x---"}, {"pia", "p2.jpg.info", "---x--x"}};
     inDialog([&] {
         for (const auto& [boxes, place, expected, error] : cases) {
-            if (place == "old")
+            if (boxes.find('+') != boxes.npos)
                 putOldCopies();
+            if (boxes.starts_with("op")) // as a disc leaves it, which counts for all but root
+                std::filesystem::permissions(folder.native("p3.jpg"), std::filesystem::perms::owner_read);
             desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
                 const bool writes = operation == FileOperation::Copy || operation == FileOperation::Open;
                 if (writes && path.ends_with("\\" + place))
@@ -132,6 +147,9 @@ TEST_F(ExportTest, BoxesTellWhatIsTakenWhatBecomesOfOldCopiesAndWhatAFailureEnds
                 std::filesystem::remove(folder.native(name));
         }
     });
+    // Of a disk that is full and of a source that is gone.
+    EXPECT_EQ(
+        std::ranges::count_if(logLines(), [](const auto& line) { return line.find("cmdExport") != line.npos; }), 2);
 }
 
 TEST_F(ExportTest, TheLibrarysOwnFoldersLoseNothing)
@@ -139,16 +157,30 @@ TEST_F(ExportTest, TheLibrarysOwnFoldersLoseNothing)
     const AlbumPaths& paths = test.paths();
     desktop.files().remove(paths.InfoPath + "p2.jpg.info");
     test.put(paths.PhotoPath + "tn_p2.jpg", "a photograph");
+    test.put(paths.InfoPath + "tn_p2.jpg.info", "");
+    test.put(paths.ThumbnailPath + "tn_p2.jpg", "");
     const auto before = test.allFiles();
     inDialog([&] {
         group().GroupSelect.clear();
         EXPECT_FALSE(form().AddSelectedFiles());
         EXPECT_EQ(logLines(), Names{"An error has occurred in 'AddSelectedFiles'. Error = Subscript out of range"});
-        for (const std::string& path : {paths.ThumbnailPath, paths.InfoPath, paths.PhotoPath, test.folder().inside()}) {
+        form().List1.AddItem("tn_p2.jpg");
+        form().List1.AddItem("p2.jpg");
+        form().List1.AddItem("..\\..\\p3.jpg"); // as somebody else's list may have it
+        for (const std::string& path : {test.folder().inside(), paths.ThumbnailPath, paths.InfoPath, paths.PhotoPath}) {
             form().Dir1.Path = path;
+            EXPECT_EQ(lastPath() + (path.ends_with('\\') ? "\\" : ""), path);
             exportWith("on");
+            exportWith("op");
         }
-        exportWith("op");
+        for (const std::string& path : {paths.PhotoPath, folder.inside()}) {
+            form().Dir1.Path = path;
+            prompts.expectNotice("Error: File already exists\rDisk may be full or write protected.");
+            exportWith("opt");
+            exportWith("op");
+        }
+        EXPECT_EQ(test.bytes(folder.inside("tn_p2.jpg")), "a photograph")
+            << "of this run, and no thumbnail that went out before";
         test.failAt(FileOperation::List);
         prompts.expectNotice("Error: Device I/O error");
         form().Drive1.chosen(0);

@@ -63,7 +63,8 @@ TEST_F(ImportDialogTest, FilesComeOnTheListOnceByTheirNameAndGoByDelete)
 
 TEST_F(ImportDialogTest, FailuresAreLoggedAndLeaveWhatStood)
 {
-    test.setSetting("Import", "LastPath", "/media\\nobody\\gone");
+    putSources({"a.jpg"});
+    test.setSetting("Import", "LastPath", sources() + "\\gone");
     test.setSetting("Import", "Autoname", "Never read");
     inDialog([&] {
         EXPECT_EQ(form().File1.Pattern() + form().txtAutoName(0).Text(), "*.bmp;*.jpg;*.gif;*.wmfImage");
@@ -71,18 +72,19 @@ TEST_F(ImportDialogTest, FailuresAreLoggedAndLeaveWhatStood)
             form().List1.AddItem(path);
         form().List1.setSelected(1, true);
         robot.click(form().cmdRemoveFile);
-        EXPECT_FALSE(form().List1.Enabled());
-        EXPECT_EQ(form().lbCount.Caption(), "1");
+        EXPECT_EQ(form().lbCount.Caption() + setting("LastPath"), "1" + sources() + "\\gone");
+        form().Dir1.Path = sources();
+        add({0});
+        EXPECT_EQ(form().List1.Enabled() ? entries() : "", "|/a\\full.jpg |a.jpg ") << "in its own folder";
         test.failAt(FileOperation::List);
         form().File1.Refresh();
         EXPECT_FALSE(form().AddSelectedFiles());
         EXPECT_EQ(form().MousePointer(), DefaultPointer);
         prompts.expectNotice("Error: Device I/O error");
-        form().Drive1.Drive = "/";
+        form().Drive1.chosen(0);
     });
     EXPECT_EQ(logLines(),
-        (std::vector<std::string>{"An error has occurred in 'Form_Load'. Error = Device unavailable",
-            "An error has occurred in 'List1_KeyDown'. Error = Invalid property array index",
+        (std::vector<std::string>{"An error has occurred in 'Form_Load'. Error = Path not found",
             "An error has occurred in 'AddSelectedFiles'. Error = Device I/O error"}));
 }
 

@@ -63,21 +63,35 @@ TEST_F(ImportRunTest, PhotographsGetInformationThumbnailsAndTheirPlaceAndNoneIsL
         EXPECT_TRUE(info("a.jpg").starts_with("PhotoPath=\\a.jpg\r\n"));
         EXPECT_EQ(linesOf("  All Photos  ").size(), 4U) << "once, though it is the group on show too";
 
+        putSources({"p1.jpg", "d.jpg"});
         expectErrors("p1.jpg");
-        import({"p1.jpg"}, {Overwrite}, test.paths().PhotoPath);
-        EXPECT_EQ(photo("p1.jpg"), plainBitmap(40, 30) + "p1.jpg") << "never the one that is imported";
-        EXPECT_FALSE(test.isThere(test.paths().ThumbnailPath + "p1.jpg"));
+        import({"p1.jpg"}, {Overwrite}, sources());
+        EXPECT_EQ(photo("p1.jpg"), plainBitmap(40, 30) + "p1.jpg") << "known, so it stays, with its thumbnail";
+        EXPECT_TRUE(test.isThere(test.paths().ThumbnailPath + "p1.jpg"));
+        test.put(test.paths().PhotoPath + "d.jpg", "dropped");
+        test.failAt(FileOperation::Rename); // so that the box makes no room
+        for (const int box : {-1, int(Links), int(Overwrite)}) {
+            expectErrors("d.jpg");
+            import({"d.jpg"}, {box}, sources());
+        }
+        desktop.files().setFaultHook({});
+        test.put(test.paths().PhotoPath + "Removed\\d.jpg", "before");
+        expectErrors("d.jpg"); // it would have to make room where the source lies
+        import({"d.jpg"}, {Overwrite}, test.paths().PhotoPath + "Removed");
+        import({"d.jpg"}, {Overwrite, Links}, test.paths().PhotoPath);
+        EXPECT_EQ(photo("d.jpg") + taken({"d.jpg"}) + photo("Removed\\d.jpg"), "droppedipg before");
         for (const std::string& path : {test.paths().PhotoPath + "c.jpg", test.paths().InfoPath + "c.jpg"})
             test.put(path, "old");
         putSources({"c.jpg"}, "new");
         group().CurrentGroupName.clear(); // as the search dialog does
         import({"c.jpg"}, {Overwrite, OverwriteInfo, Links}, sources());
-        EXPECT_EQ(photo("c.jpg") + test.bytes(test.paths().InfoPath + "c.jpg"), "");
-        EXPECT_EQ(linesOf("Alps").size() + linesOf("  All Photos  ").size(), 7U);
+        EXPECT_EQ(photo("c.jpg") + test.bytes(test.paths().InfoPath + "c.jpg") + photo("Removed\\c.jpg"), "old");
+        EXPECT_EQ(linesOf("Alps").size() + linesOf("  All Photos  ").size(), 8U);
         group().CurrentGroupName = "Alps";
         test.files().remove(test.paths().SlideGroupPath + "Alps.lst");
-        import({"d.jpg"}, {Links}, sources());
-        EXPECT_EQ(taken({"d.jpg"}) + group().CurrentGroupName, "ig Alps") << "no import brings a group back";
+        putSources({"e.jpg"});
+        import({"e.jpg"}, {Links}, sources());
+        EXPECT_EQ(taken({"e.jpg"}) + group().CurrentGroupName, "ig Alps") << "no import brings a group back";
         EXPECT_EQ(cells(), Names{});
     });
 }
@@ -110,6 +124,8 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
             const int fault = run / 3;
             const std::vector<std::string> files = names(3, std::to_string(run) + "_");
             putSources({files[0], files[fault == SourceGone ? 0 : 1], files[2]});
+            if (run % 3 == 1)
+                test.put(test.paths().PhotoPath + files[1], "old");
             desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
                 const bool copies = operation == FileOperation::Copy && path.ends_with(files[1]);
                 const bool informs = operation == FileOperation::Print && path.ends_with(files[1] + ".info");
@@ -120,6 +136,7 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
                     EXPECT_EQ(form().pctProgress.AccessibleValue() + form().MousePointer(), 50 + HourglassPointer);
                     EXPECT_EQ(form().lbProgress.Caption() + form().cmdImport.Caption(),
                         time == Press ? "ImportingCancel" : "ImportingImport");
+                    robot.close(form()); // does nothing, and so does the button beside
                     robot.click(form().cmdImport);
                 }
             });
@@ -127,24 +144,34 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
                 expectErrors("p1.jpg");
             import({"p1.jpg", files[0], files[1], files[2]}, {run % 3 - 1}, sources()); // -1: none
             EXPECT_EQ(taken(files), marks[fault][run % 3 != 0]) << "run " << run;
+            EXPECT_EQ(photo("Removed\\" + files[1]), run % 3 == 1 ? "old" : "");
             EXPECT_EQ(form().cmdImport.Caption() + form().lbProgress.Caption(), "ImportDone");
         }
+        EXPECT_EQ(std::ranges::count(logLines(), "An error has occurred in 'cmdImport_Click'. Error = Disk full"), 3);
         desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
             if (operation == FileOperation::Exists && path.ends_with("unseen.jpg.info"))
                 throw Failure(FailureKind::DeviceIo);
-            if (operation == FileOperation::Exists && path.ends_with("torn.jpg.info"))
+            if (operation == FileOperation::Exists && path.ends_with("\\p1.jpg.info"))
                 form().List2.Clear(); // as behind a cancelled scan
         });
-        expectErrors("unseen.jpg    Error=Device I/O error\rp1.jpg");
-        import({"unseen.jpg", "p1.jpg", "m0.jpg"}, {Links}, sources());
-        EXPECT_EQ(taken({"unseen.jpg", "m0.jpg"}), " igg ");
-        const std::string words = info("m0.jpg");
-        expectErrors("torn.jpg    Error=Invalid property array index\r/a\\m0.jpg", "Bad file name or number");
-        import({"torn.jpg", "/a\\m0.jpg"}, {Links}, sources());
-        EXPECT_EQ(info("torn.jpg") + info("m0.jpg"), words) << "no other's information is overwritten";
-        robot.atNextTurn([&] { robot.close(form()); });
+        const std::string torn = "    Error=Bad file name or number\r";
+        expectErrors(
+            "unseen.jpg    Error=Device I/O error\rp1.jpg    Error=File already exists\rtorn.jpg" + torn + "/a\\m0.jpg",
+            "Bad file name or number");
+        import({"unseen.jpg", "m0.jpg", "p1.jpg", "torn.jpg", "/a\\m0.jpg"}, {Links}, sources());
+        EXPECT_EQ(taken({"unseen.jpg", "m0.jpg", "torn.jpg"}), " igg  ");
+        EXPECT_TRUE(info("m0.jpg").starts_with("PhotoPath=" + sources())) << "no other's information is overwritten";
+        form().txtAutoName(1).Text = "\\..\\1";
+        expectErrors("Image\\..\\1.jpg" + torn + "Image00001.jpg", "Bad file name or number");
+        import({"a.jpg", "/a\\m0.jpg"}, {AutoName, Links}, sources());
+        std::string errors;
+        for (int i = 0; i < 32767; ++i)
+            errors += "m0.jpg    Error=File already exists\r";
+        expectErrors(errors + "2 more", "No more than 32767 files at a time");
+        import(Names(32769, "m0.jpg"), {Links}, sources());
+        robot.atNextTurn([&] { form().unload(); });
         import(names(1000, "m"), {Links}, sources());
-        EXPECT_EQ(taken({"m1.jpg", "m1000.jpg"}), "i  ") << "the end of the dialog is that of its run";
+        EXPECT_EQ(taken({"m1.jpg", "m1000.jpg"}), "i  ") << "the end of the program is that of the run";
     });
 }
 

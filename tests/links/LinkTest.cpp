@@ -13,7 +13,7 @@ class LinkTest : public MainWindow {
 protected:
     LinkTest()
     {
-        folder.write("tone.wav", "a clip");
+        folder.write("tone.wav", "x");
         folder.write("tune.mid", "a song");
         test.setSetting("Sound", "LastPath", folder.inside());
         openGroup(3);
@@ -32,19 +32,29 @@ protected:
         robot.choose(entry);
         EXPECT_FALSE(form.isLoaded());
     }
-    // Chooses the row, and adds the only file on show to it or clears it.
-    void change(int row, Button& by)
+    // Chooses the row, and adds a file on show to it or clears it.
+    void change(int row, Button& by, int file = 0)
     {
         form().List1.ListIndex = row;
-        form().File1.setSelected(0, true);
+        for (int i = 0; i < form().File1.ListCount(); ++i)
+            form().File1.setSelected(i, i == file);
         robot.click(by);
     }
+    std::string lastPath() { return test.album().Settings().GetOWSetting("Trovarium", "Sound", "LastPath", ""); }
     void run()
     {
         form().chkOptions(0).SetFocus();
         robot.key(form(), EnterKey);
         EXPECT_EQ(form().cmdImport.Caption() + form().lbProgress.Caption(), "&Make it soDone");
         EXPECT_EQ(form().shpProgress.Width() + importForm.MousePointer(), 0);
+    }
+    // One letter each, "-" for none.
+    std::string clips(const Names& owners)
+    {
+        std::string all;
+        for (const std::string& name : owners)
+            all += test.isThere(wavs + name + ".wav") ? test.bytes(wavs + name + ".wav") : "-";
+        return all;
     }
     void expectErrors(const std::string& lines)
     {
@@ -85,9 +95,11 @@ TEST_F(LinkTest, ASongIsLinkedToAGroupAndHeard)
     ASSERT_EQ(media.told.size(), 3U);
     EXPECT_TRUE(media.told[0].starts_with("music open \"" + folder.inside("tune.mid") + "\" type sequencer alias "));
     // The mark looks beside the list, where the song is not.
-    test.setSetting("Sound", "LastPath", "/media\\nobody\\gone");
+    test.setSetting("Sound", "LastPath", folder.inside("gone"));
     robot.whenShown("frmAddMidiWav", [&] {
         EXPECT_EQ(form().List1.List(1), "[    ] : Alps");
+        EXPECT_EQ(lastPath(), folder.inside("gone")) << "it may be back the next time";
+        form().Dir1.Path = folder.inside();
         test.failAt(FileOperation::List);
         form().File1.Refresh();
         robot.click(form().cmdAddFile);
@@ -98,7 +110,7 @@ TEST_F(LinkTest, ASongIsLinkedToAGroupAndHeard)
     robot.whenMenuOpens([&] { robot.choose(main().mnuGroupMidi); });
     pressRow(1, RightButton);
     EXPECT_EQ(logLines(),
-        (Names{"An error has occurred in 'Form_Load'. Error = Device unavailable",
+        (Names{"An error has occurred in 'Form_Load'. Error = Path not found",
             "An error has occurred in 'AddSelectedFiles'. Error = Device I/O error"}));
     EXPECT_FALSE(form.isLoaded());
 }
@@ -108,21 +120,22 @@ TEST_F(LinkTest, RowsAreDoneInOrderUntilOneIsClearedOrFails)
     const std::string exists = "[wav] : p1.jpg    Error=File already exists\r";
     const std::string full = "[wav] : p1.jpg    Error=Disk full\r";
     // What is done to the two rows ("+" added, "0" cleared, "." nothing), overwriting, whether the first file's disk
-    // is full, the errors told, and the clips then: "o" old, "x" the new one, "-" none.
+    // is full, the errors told, the clips before, "o" old, then, "x" the new one, and in Removed.
     const struct {
         std::string acts;
         bool overwrite, isFull;
-        std::string errors, before, after;
-    } cases[] = {{"++", false, false, "", "--", "xx"}, {"++", false, false, exists, "oo", "oo"},
-        {"+.", true, false, "", "oo", "xo"}, {"++", true, false, "", "oo", "xx"}, {"0+", false, false, "", "o-", "--"},
-        {"+0", false, false, "", "-o", "x-"}, {"++", false, true, full, "--", "-x"}, {"++", true, true, "", "oo", "-o"},
-        {"..", true, false, "", "oo", "oo"}, {"++", true, false, "", "--", "xx"}};
-    for (const auto& [acts, overwrite, isFull, errors, before, after] : cases) {
-        const auto clip = [&](int row) { return wavs + (row == 0 ? "p1.jpg.wav" : "p3.jpg.wav"); };
-        for (int row = 0; row < 2; ++row) {
-            attempt([&] { desktop.files().remove(clip(row)); });
+        std::string errors, before, after, removed;
+    } cases[] = {{"++", false, false, "", "--", "xx", "--"}, {"++", false, false, exists, "oo", "oo", "--"},
+        {"+.", true, false, "", "oo", "xo", "o-"}, {"++", true, false, "", "oo", "xx", "oo"},
+        {"0+", false, false, "", "o-", "--", "o-"}, {"+0", false, false, "", "-o", "x-", "-o"},
+        {"++", false, true, full, "--", "-x", "--"}, {"++", true, true, "", "oo", "-o", "o-"},
+        {"..", true, false, "", "oo", "oo", "--"}, {"++", true, false, "", "--", "xx", "--"}};
+    for (const auto& [acts, overwrite, isFull, errors, before, after, removed] : cases) {
+        std::filesystem::remove_all(toNativePath(wavs));
+        std::filesystem::create_directory(toNativePath(wavs));
+        for (const int row : {0, 1}) {
             if (before[row] == 'o')
-                test.put(clip(row), "old");
+                test.put(wavs + (row == 0 ? "p1" : "p3") + ".jpg.wav", "o");
         }
         inDialog(main().mnuEditWaveLink, [&] {
             EXPECT_EQ(form().List1.List(0), before[0] == 'o' ? "[wav] : p1.jpg" : "[   ] : p1.jpg");
@@ -132,22 +145,23 @@ TEST_F(LinkTest, RowsAreDoneInOrderUntilOneIsClearedOrFails)
             }
             form().chkOptions(0).Value = overwrite;
             if (isFull)
-                test.failAt(FileOperation::Copy, clip(0), FailureKind::DiskFull);
+                test.failAt(FileOperation::Copy, "p1.jpg.wav", FailureKind::DiskFull);
             if (!errors.empty())
                 expectErrors(before == "oo" ? errors + "[wav] : p3.jpg    Error=File already exists\r" : errors);
             run();
             desktop.files().setFaultHook({});
         });
-        std::string marks;
-        for (int row = 0; row < 2; ++row)
-            marks += !test.isThere(clip(row)) ? "-" : test.bytes(clip(row)) == "old" ? "o" : "x";
-        EXPECT_EQ(marks, after) << acts << overwrite << isFull << before;
+        EXPECT_EQ(clips({"p1.jpg", "p3.jpg"}), after) << acts << overwrite << isFull << before;
+        EXPECT_EQ(clips({"Removed\\p1.jpg", "Removed\\p3.jpg"}), removed) << acts << overwrite << isFull << before;
     }
+    EXPECT_EQ(logLines(), Names{"An error has occurred in 'cmdImport_Click'. Error = Disk full"}) << "the silent one";
 }
 
-TEST_F(LinkTest, ClipsAreHeardAndAPressEndsTheRunThatTheNextOneTakesUp)
+TEST_F(LinkTest, ClipsAreHeardAndExchangedAndAPressEndsTheRunThatTheNextOneTakesUp)
 {
-    test.put(wavs + "p1.jpg.wav", "old");
+    group().GroupList.append("..\\Photos\\p2.jpg"); // names no photograph, so it has no row
+    group().GroupSelect.append(1);
+    test.put(wavs + "p1.jpg.wav", "o");
     inDialog(main().mnuEditWaveLink, [&] {
         form().Set4Wav(); // once more fills them anew
         EXPECT_EQ(form().List1.ListCount() + form().List2.ListCount() + form().File1.ListCount(), 5);
@@ -157,7 +171,7 @@ TEST_F(LinkTest, ClipsAreHeardAndAPressEndsTheRunThatTheNextOneTakesUp)
         robot.click(form().cmdPlayStop(1));
         EXPECT_EQ(media.told, (Names{"sound " + folder.inside("tone.wav"), "sound " + wavs + "p1.jpg.wav", "sound 0"}));
         form().Dir1.Path = wavs;
-        EXPECT_EQ(test.album().Settings().GetOWSetting("Trovarium", "Sound", "LastPath", "") + "\\", wavs);
+        EXPECT_EQ(lastPath() + "\\", wavs);
         robot.click(form().chkOptions(0));
         change(0, form().cmdAddFile); // the clip's own source
         robot.key(form(), EscapeKey); // loses nothing that was chosen
@@ -170,16 +184,29 @@ TEST_F(LinkTest, ClipsAreHeardAndAPressEndsTheRunThatTheNextOneTakesUp)
                 told += form().lbProgress.Caption() + numberText(form().pctProgress.AccessibleValue()) + " ";
             for (; operation == FileOperation::Exists && presses > 0; --presses) {
                 told += form().cmdImport.Caption() + " ";
+                robot.close(form());
                 robot.click(form().cmdImport);
             }
         });
         run();
         expectErrors("[wav] : p1.jpg    Error=File already exists\r");
         run();
-        EXPECT_EQ(
-            told, "Import-Link Progress0 Cancel &Make it so Cancel Import-Link Progress0 Import-Link Progress50 ");
+        EXPECT_EQ(told,
+            "Import-Link Progress0 Cancel &Make it so Cancel Import-Link Progress0 Import-Link Progress50 "
+            "Import-Link Progress50 ");
+        desktop.files().setFaultHook({});
+        EXPECT_EQ(clips({"p1.jpg", "p3.jpg"}), "oo");
+        test.put(wavs + "p3.jpg.wav", "3");
+        form().File1.Refresh();
+        change(0, form().cmdAddFile, 1);
+        change(1, form().cmdAddFile);
+        run();
+        EXPECT_EQ(clips({"p1.jpg", "p3.jpg"}), "3o");
+        form().Dir1.Path = wavs + "Removed"; // where the second source gets a number when the first row comes there
+        change(1, form().cmdAddFile);
+        run();
     });
-    EXPECT_EQ(test.bytes(wavs + "p1.jpg.wav") + test.bytes(wavs + "p3.jpg.wav"), "oldold");
+    EXPECT_EQ(clips({"p1.jpg", "p3.jpg", "Removed\\p1.jpg", "Removed\\p1.jpg (2)", "Removed\\p3.jpg"}), "oo3oo");
 }
 
 } // namespace trovarium

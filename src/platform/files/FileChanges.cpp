@@ -46,13 +46,12 @@ FileService::State::Target FileService::State::writable(std::string_view path)
     return target;
 }
 
-// `source` is null where the content comes from elsewhere.
-void FileService::State::refuseReplacing(const Target& target, const struct stat* source) const
+void FileService::State::refuseReplacing(const Target& target, const struct stat& source, ReadOnlyTarget readOnly) const
 {
     if (!target.status)
         return;
-    if (!isRegular(*target.status) || (source != nullptr && isOneFile(*source, *target.status))
-        || isInUse(*target.status) || access(target.native.c_str(), W_OK) != 0)
+    const bool stays = readOnly == ReadOnlyTarget::Stays && access(target.native.c_str(), W_OK) != 0;
+    if (!isRegular(*target.status) || isOneFile(source, *target.status) || isInUse(*target.status) || stays)
         throw Failure(FailureKind::PermissionDenied);
 }
 
@@ -136,7 +135,7 @@ void FileService::setModified(std::string_view path, Instant instant)
         failNow(Attempted::Access);
 }
 
-void FileService::copy(std::string_view source, std::string_view target)
+void FileService::copy(std::string_view source, std::string_view target, ReadOnlyTarget readOnly)
 {
     m_state->announce(FileOperation::Copy, target);
     refuseEmpty(source);
@@ -155,7 +154,7 @@ void FileService::copy(std::string_view source, std::string_view target)
     const State::Target place = m_state->target(target);
     if (m_state->isInUse(status))
         throw Failure(FailureKind::PermissionDenied);
-    m_state->refuseReplacing(place, &status);
+    m_state->refuseReplacing(place, status, readOnly);
     m_state->copy(descriptor, status, place.place, NewFile::Existing::Replace);
 }
 

@@ -41,6 +41,9 @@ using FaultHook = std::function<void(FileOperation operation, std::string_view p
 // arranged. It takes as long as the disk takes.
 enum class Sync { No, Yes };
 
+// Whether a copy replaces a file that may not be written, as one does that deletes it first.
+enum class ReadOnlyTarget { Stays, IsReplaced };
+
 // One name of a folder, with what the folder itself tells of it.
 struct FolderEntry {
     // Unknown: only a look that may fail can tell, see `attributes`.
@@ -115,7 +118,7 @@ public:
     void setModified(std::string_view path, Instant instant);
     FileStamp stamp(std::string_view path) const; // of the file that is read for this path, as it is now
 
-    void copy(std::string_view source, std::string_view target);
+    void copy(std::string_view source, std::string_view target, ReadOnlyTarget readOnly = ReadOnlyTarget::Stays);
     void remove(std::string_view path);
     // Takes a link away that stands in the place of a file of our own, wherever it leads. Nothing else is touched.
     void removeLink(std::string_view path);

@@ -133,7 +133,7 @@ struct FileService::State {
     Descriptor openForReading(std::string_view path);
     Descriptor openForWriting(std::string_view path, OpenMode mode);
     void copy(const Descriptor& source, const struct stat& status, const NativePath& place, NewFile::Existing existing);
-    void refuseReplacing(const Target& target, const struct stat* source) const;
+    void refuseReplacing(const Target& target, const struct stat& source, ReadOnlyTarget readOnly) const;
     bool isSameInOtherCase(const Target& from, const Target& to) const;
     void moveAcross(const Target& from, const Target& to);
     void putWhole(std::string_view path, std::string_view bytes, Sync sync);

@@ -86,6 +86,7 @@ public:
     Event<> Load{this};
     Event<> Activate{this};
     Event<> Unload{this};
+    Event<> Close{this};                           // by the window's frame; the form unloads where nobody is wired
     Event<int, int, float, float> MouseDown{this}; // Button, Shift, X, Y in the form's scale
     Event<int, int, float, float> MouseMove{this};
     Event<> Click{this};

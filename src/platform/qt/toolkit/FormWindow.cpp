@@ -80,7 +80,7 @@ void FormWindow::closeEvent(QCloseEvent* event)
                 window->close();
         });
     } else if (state.isOpenToInput(*m_form)) {
-        fromDesktop(*m_form, [this] { m_form->unload(); });
+        fromDesktop(*m_form, [this] { m_form->Close.isWired() ? m_form->Close.raise() : m_form->unload(); });
     }
 }
 
