@@ -112,6 +112,7 @@ frmMain::frmMain(Desktop& desktop, Album& album, VideoControls& video, Dialogs d
     on(Load, this, &frmMain::Form_Load);
     on(Activate, this, &frmMain::Form_Activate);
     on(Unload, this, &frmMain::Form_Unload);
+    on(EndOfSession, this, &frmMain::Form_EndOfSession);
     on(MouseDown, this, &frmMain::Form_MouseDown);
     on(MouseMove, this, &frmMain::Form_MouseMove);
     on(lbButtonText, &Label::Click, this, &frmMain::lbButtonText_Click);
@@ -292,12 +293,18 @@ void frmMain::Form_Activate()
 
 void frmMain::Form_Unload()
 try {
+    m_infoBox->endEdit();
     tmrInfoBox.Enabled = false;
     m_audio->StopWav();
     m_audio->StopMidi();
     m_dialogs.unloadAllForms();
 } catch (const Failure& failure) {
     logFailure(m_album, "Form_Unload", failure);
+}
+
+void frmMain::Form_EndOfSession()
+{
+    m_infoBox->endEdit();
 }
 
 void frmMain::Form_MouseDown(int Button, int /*Shift*/, float /*X*/, float /*Y*/)

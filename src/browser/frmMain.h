@@ -67,6 +67,7 @@ public:
     void Form_Load();
     void Form_Activate();
     void Form_Unload();
+    void Form_EndOfSession();
     void Form_MouseDown(int Button, int Shift, float X, float Y);
     void Form_MouseMove(int Button, int Shift, float X, float Y);
     void lbButtonText_Click(int Index);

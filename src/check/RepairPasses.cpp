@@ -13,6 +13,7 @@
 #include "store/InfoFile.h"
 #include "store/LibraryFolders.h"
 #include "store/Log.h"
+#include "store/PhotographFiles.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -31,11 +32,29 @@ constexpr float ThumbnailPassBase = 0.25F;
 constexpr float InfoPassBase = 0.5F;
 constexpr float GroupPassBase = 0.75F;
 
-// A thumbnail bears its photograph's own date, so a newer one is as out of date as an older one.
-bool isOutOfDate(const FileService& files, const std::string& thumbnail, const std::string& photograph)
+// Up to ten, or a tenth of the album, are photographs that somebody took away; more may be a disk that is away.
+constexpr int FewMissing = 10;
+
+bool areFew(int missing, int all)
 {
+    return missing <= std::max(FewMissing, all / 10);
+}
+
+bool isSeen(const FileService& files, const std::string& path)
+{
+    return !attempt([&] { files.length(path); });
+}
+
+// A thumbnail bears its photograph's own date, so a newer one is as out of date as an older one.
+bool isOutOfDate(const Album& album, const std::string& photograph)
+{
+    const FileService& files = album.files;
+    std::string thumbnail;
     bool missing = true;
-    attempt([&] { missing = files.length(thumbnail) < 1; });
+    attempt([&] {
+        thumbnail = thumbnailPath(album.paths, SplitPath(photograph).FileName);
+        missing = files.length(thumbnail) < 1;
+    });
     if (missing)
         return true;
     std::optional<Instant> thumbDate;
@@ -44,9 +63,9 @@ bool isOutOfDate(const FileService& files, const std::string& thumbnail, const s
     attempt([&] { photoDate = files.modified(photograph); });
     // What is read answers to its name in another case too: that may be the thumbnail of another photograph
     // of the same second.
-    bool isSeen = false;
-    attempt([&] { isSeen = files.exists(thumbnail); });
-    return thumbDate != photoDate || !isSeen;
+    bool isItsOwn = false;
+    attempt([&] { isItsOwn = files.exists(thumbnail); });
+    return thumbDate != photoDate || !isItsOwn;
 }
 
 } // namespace
@@ -104,24 +123,17 @@ try {
     if (unmatched.upperBound() == 0)
         return;
 
-    if (!isAgreed(AutoFix,
+    const bool answersItself = AutoFix && areFew(unmatched.upperBound(), count);
+    if (!isAgreed(answersItself,
             "Trovarium has detected " + formatWhole(unmatched.upperBound())
                 + " INFO file(s) without corresponding photo/image file(s).\rMove the INFO files to the 'Removed' "
                   "folder?",
             "Missing Photo/Image File(s)"))
         return;
-    if (!isAgreed(AutoFix, "Are you sure?", "Removed unassociated INFO file(s)"))
+    if (!isAgreed(answersItself, "Are you sure?", "Removed unassociated INFO file(s)"))
         return;
-    const std::string removedPath = m_album.paths.InfoPath + "Removed\\";
-    attempt([&] { m_album.files.makeFolder(removedPath); });
-    for (int index = 1; index <= unmatched.upperBound(); ++index) {
-        // One statement and not two: what could not be copied is not deleted.
-        attempt([&] {
-            const std::string infoFile = m_album.paths.InfoPath + unmatched(index);
-            m_album.files.copy(infoFile, removedPath + unmatched(index));
-            m_album.files.remove(infoFile);
-        });
-    }
+    for (int index = 1; index <= unmatched.upperBound(); ++index)
+        attempt([&] { setAside(m_album.files, m_album.paths.InfoPath, unmatched(index)); });
 } catch (const Failure& failure) {
     logFailure(m_album, "PhotoFilesExist", failure);
 }
@@ -135,9 +147,8 @@ try {
     for (int index = 0; index < count; ++index) {
         const std::string name = m_splash.File1.List(index);
         const std::string link = GetPhotoLink(m_album, name);
-        const SplitPathResult photograph = SplitPath(link);
-        if (!m_album.ReadOnlyLibrary
-            && isOutOfDate(m_album.files, m_album.paths.ThumbnailPath + photograph.FileName, link))
+        // What lies on a disk that is away keeps its thumbnail, unless somebody is asked.
+        if (!m_album.ReadOnlyLibrary && isOutOfDate(m_album, link) && (!AutoFix || isSeen(m_album.files, link)))
             missingList.append(std::string(withoutLast(name, InfoEnding.size())));
         updateProgress(index, count, ThumbnailPassBase);
         if (m_album.AutoCheckBypass)
@@ -164,17 +175,28 @@ try {
     const std::int16_t count = m_splash.listAnew(m_album.paths.PhotoPath);
     for (int index = 0; index < count; ++index) {
         const std::string name = m_splash.File1.List(index);
-        const std::string infoFile = m_album.paths.InfoPath + name + std::string(InfoEnding);
         // One that can't be seen may hold a person's words: its failure ends the pass. The link is the same wherever
         // the settings put the photographs.
-        if (!m_album.files.exists(infoFile))
-            CreateInfoFile(m_album.files, infoFile, "\\Photos\\" + name);
+        if (!hasInfoFile(name))
+            CreateInfoFile(m_album.files, infoFilePath(m_album.paths, name), "\\Photos\\" + name);
         updateProgress(index, count, InfoPassBase);
         if (m_album.AutoCheckBypass)
             return;
     }
 } catch (const Failure& failure) {
     logFailure(m_album, "InfoFilesExist", failure);
+}
+
+// One whose name differs only in case is that of this photograph when it leads to it.
+bool RepairPasses::hasInfoFile(const std::string& name) const
+{
+    const FileService& files = m_album.files;
+    const std::string infoFile = infoFilePath(m_album.paths, name);
+    if (files.exists(infoFile))
+        return true;
+    const std::string readable = files.asItStands(infoFile);
+    return readable != infoFile
+        && files.isSameFile(GetPhotoLink(m_album, SplitPath(readable).FileName), photographPath(m_album.paths, name));
 }
 
 // Each statement steps over its own failure, so the tail stays unreached.

@@ -23,7 +23,8 @@ public:
     // The four passes in their order, each only while the check is not skipped.
     void CheckFolderContents();
 
-    // Information files whose photograph is gone move to "Removed". With AutoFix no question is asked.
+    // Information files whose photograph is gone move to "Removed". With AutoFix no question is asked, unless so many
+    // are gone that a disk may be away.
     void PhotoFilesExist(bool AutoFix);
     // Thumbnails that are missing, or whose date differs from their photograph's, are built.
     void ThumbnailFilesExist(bool AutoFix);
@@ -33,6 +34,7 @@ public:
     void Create_AllPhotos_Group(std::string_view GroupFileName);
 
 private:
+    bool hasInfoFile(const std::string& name) const;
     std::vector<std::string> listed(const std::string& folder, std::string_view ending = {}) const;
     void updateProgress(int index, int count, float base);
     bool isAgreed(bool AutoFix, std::string_view text, std::string_view title);

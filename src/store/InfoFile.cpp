@@ -95,9 +95,28 @@ std::string pathOf(const Album& album, std::string_view infoFileName)
     return album.paths.InfoPath + std::string(infoFileName);
 }
 
+// Any other failure than that it is absent tells nothing of the file.
+bool isAbsent(const FileService& files, std::string_view path)
+{
+    const auto failure = attempt([&] { files.length(path); });
+    return failure && (failure->kind() == FailureKind::FileNotFound || failure->kind() == FailureKind::PathNotFound);
+}
+
+// An import writes the full path of its copy. In an album that was moved, or put back, the copy lies here now.
+void followMove(const Album& album, std::string_view name, std::string& link)
+{
+    if (!isAbsent(album.files, link))
+        return;
+    attempt([&] {
+        const std::string copy = photographPath(album.paths, name);
+        album.files.length(copy);
+        link = copy;
+    });
+}
+
 } // namespace
 
-bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info)
+bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info, OddSize oddSize)
 try {
     info.Event.clear();
     info.Keywords.clear();
@@ -112,17 +131,20 @@ try {
         while (!files.endOfFile(number)) {
             const std::string text = files.lineInput(number);
             const std::size_t equals = text.find('=');
-            if (equals != std::string::npos)
-                takeField(upper(left(text, equals)), std::string_view(text).substr(equals + 1), info);
+            if (equals == std::string::npos)
+                continue;
+            const auto beyond =
+                attempt([&] { takeField(upper(left(text, equals)), std::string_view(text).substr(equals + 1), info); });
+            if (beyond && oddSize == OddSize::Ends)
+                throw Failure(*beyond);
         }
     });
 } catch (const Failure&) {
     return false;
 }
 
-bool SaveImageInfo(Album& album, std::string_view infoFileName)
+bool SaveImageInfo(Album& album, std::string_view infoFileName, const PhotoInfo& info)
 try {
-    const PhotoInfo& info = album.info;
     // Where it was read: a library from a file system without case has its names in any case.
     const std::string path = album.files.asItStands(pathOf(album, infoFileName));
     return writeInfoFile(album.files, path,
@@ -140,7 +162,8 @@ bool CreateInfoFile(FileService& files, std::string_view infoFilePath, std::stri
 }
 
 // The program's path and `ProgramFolder` are one text here: the root of the file system is "/", which is no
-// backslash that would be taken off. `PhotoPath` has no say, so a moved "Photos" folder holds no copies.
+// backslash that would be taken off. `PhotoPath` has no say but for a full path that leads nowhere, so a moved "Photos"
+// folder holds no other copies.
 std::string GetPhotoLink(Album& album, std::string_view infoFileName)
 {
     constexpr std::size_t InfoSuffix = 5; // ".info"
@@ -153,6 +176,8 @@ std::string GetPhotoLink(Album& album, std::string_view infoFileName)
             result = fromNativePath(result);
             if (result.starts_with('\\'))
                 result.insert(0, programPath + "\\");
+            else if (!result.empty())
+                followMove(album, withoutLast(infoFileName, InfoSuffix), result);
         } else {
             result = programPath + "\\Photos\\" + std::string(withoutLast(infoFileName, InfoSuffix));
         }

@@ -11,19 +11,22 @@ namespace trovarium {
 struct Album;
 class FileService;
 
+// What a size beyond 16 bits does to the reading. One that is passed over keeps its value and hides no words.
+enum class OddSize { Ends, IsPassedOver };
+
 // Reads the ten lines of `infoFileName` (N + ".info") into `info`. Event, Keywords, People, Photographer, Place, Title
 // and Year are cleared first; PhotoLink and the two sizes keep their values when the file lacks them. False when the
-// file can't be read or a size is beyond 16 bits; what was read until then stands.
-bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info);
+// file can't be read or a size ends the reading; what was read until then stands.
+bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info, OddSize oddSize = OddSize::Ends);
 
-// Writes PhotoInfo as that information file. False when there is no name or it can't be written.
-bool SaveImageInfo(Album& album, std::string_view infoFileName);
+// Writes `info` as that information file. False when there is no name or it can't be written.
+bool SaveImageInfo(Album& album, std::string_view infoFileName, const PhotoInfo& info);
 
 // A new information file. Its title is its own full path until the user edits it.
 bool CreateInfoFile(FileService& files, std::string_view infoFilePath, std::string_view photoLinkValue);
 
 // The full path of the photograph behind `infoFileName` (N + ".info"); empty with a log line when the
-// information file is absent.
+// information file is absent. A full path that leads to no file means PhotoPath + N where that one is there.
 std::string GetPhotoLink(Album& album, std::string_view infoFileName);
 
 // The file is there and not empty; a log line when it is absent.

@@ -6,6 +6,7 @@
 #include "runtime/Dates.h"
 #include "store/Album.h"
 #include "store/Log.h"
+#include "store/PhotographFiles.h"
 
 namespace trovarium {
 
@@ -21,6 +22,11 @@ try {
     m_form.desktop().media().sndPlaySound(Path);
 } catch (const Failure& failure) {
     logFailure(m_album, "PlayWav", failure);
+}
+
+void AudioControls::playClipOf(const std::string& name)
+{
+    attempt([&] { PlayWav(clipPath(m_album.paths, name)); });
 }
 
 // No clip has this name: it only cuts off the one that sounds.
@@ -55,7 +61,7 @@ try {
 void AudioControls::cmdPlayAudioClip_Click(int Index)
 {
     if (Index == 0)
-        PlayWav(m_album.paths.AudioPath + m_album.group.GroupList(m_album.view.CurrentIndex) + ".wav");
+        playClipOf(m_album.group.GroupList(m_album.view.CurrentIndex));
     else if (Index == 1)
         StopWav();
 }

@@ -13,7 +13,8 @@ class AudioControls {
 public:
     AudioControls(frmMain& form, Album& album);
 
-    void PlayWav(std::string_view Path); // cuts off the clip that sounds
+    void PlayWav(std::string_view Path);      // cuts off the clip that sounds
+    void playClipOf(const std::string& name); // a photograph's; of any other name none
     void StopWav();
     void PlayMidi(std::string_view Path); // ends the piece that plays; plays once
     void StopMidi();

@@ -8,7 +8,8 @@
 #include "store/Album.h"
 #include "store/InfoFile.h"
 #include "store/Log.h"
-#include "store/QuietFile.h"
+#include "store/PhotographFiles.h"
+#include "viewer/SlideShow.h"
 #include "viewer/VideoControls.h"
 
 namespace trovarium {
@@ -53,50 +54,68 @@ InfoBox::InfoBox(frmMain& form, Album& album)
 void InfoBox::LoadImageInfo(std::int32_t Index, bool& Result)
 try {
     Result = false;
-    const std::string infoFileName = m_album.group.GroupList(Index) + ".info";
+    const std::string name = m_album.group.GroupList(Index);
     // Moving on in edit state saves the photograph left behind, with no question asked.
     if (m_album.view.InfoEditing) {
         takeTexts();
-        SaveImageInfo(m_album, m_held);
+        save();
     }
-    m_held = infoFileName;
-    m_album.view.IsVideo = isVideoFile(GetPhotoLink(m_album, infoFileName));
+    m_album.view.IsVideo = isVideoFile(GetPhotoLink(m_album, name + ".info"));
     bool unused = false;
     m_form.video().EnableVideo(m_album.view.IsVideo, unused);
-    if (!readInfoFile(m_album, infoFileName, m_album.info)) {
-        if (!isWhollyRead(infoFileName))
-            m_held.clear(); // words that couldn't be read are not written over
-        return;
-    }
+    Result = read(name, OddSize::Ends);
     if (m_album.view.InfoEditing)
         fillTexts();
-    Result = true;
 } catch (const Failure&) {
     // Quiet: the result tells.
 }
 
-// Also where there is nothing to read. A size that is no number of 16 bits hides no words.
-bool InfoBox::isWhollyRead(const std::string& infoFileName) const
+// What wasn't read whole is held by nobody, so that no save writes over it or makes a file. Words that couldn't be
+// written are newer than their file.
+bool InfoBox::read(const std::string& name, OddSize oddSize)
 {
-    FileService& files = m_album.files;
-    const std::string path = m_album.paths.InfoPath + infoFileName;
-    bool isThere = true;
-    attempt([&] { isThere = files.exists(path); });
-    return !isThere || withFileQuietly(files, path, OpenMode::Input, [&](int number) {
-        while (!files.endOfFile(number))
-            files.lineInput(number);
+    m_held.clear();
+    m_album.info.PhotoLink = "\\Photos\\" + name; // which a file without a link means
+    if (!readInfoFile(m_album, name + ".info", m_album.info, oddSize))
+        return false;
+    m_held = name;
+    if (const auto unsaved = m_unsaved.find(name); unsaved != m_unsaved.end())
+        m_album.info = unsaved->second;
+    return true;
+}
+
+void InfoBox::save()
+{
+    if (!m_held.empty())
+        m_unsaved[m_held] = m_album.info;
+    saveUnsaved();
+}
+
+// A file that is gone comes back by none of this: its photograph was taken out of the program.
+void InfoBox::saveUnsaved()
+{
+    std::erase_if(m_unsaved, [this](const auto& unsaved) {
+        const auto& [name, info] = unsaved;
+        const auto isUnseen = attempt([&] { m_album.files.length(infoFilePath(m_album.paths, name)); });
+        return !isUnseen && SaveImageInfo(m_album, name + ".info", info);
     });
+}
+
+void InfoBox::showFields()
+{
+    m_form.lbTitle.Caption = m_album.info.Title;
+    for (int i = 0; i < LabelledFields; ++i)
+        m_form.lbInfo(i).Caption = m_album.info.*Fields[i].text;
+    m_form.lbInfo(6).Caption = m_held;
 }
 
 void InfoBox::LoadInfoBox()
 try {
-    m_form.lbTitle.Caption = m_album.info.Title;
-    for (int i = 0; i < LabelledFields; ++i)
-        m_form.lbInfo(i).Caption = m_album.info.*Fields[i].text;
+    showFields();
     const std::string name = m_album.group.GroupList(m_album.view.CurrentIndex);
-    m_form.lbInfo(6).Caption = name;
     bool hasClip = false; // also where that can't be seen: the buttons must not stay those of the photograph before
-    const auto unseen = attempt([&] { hasClip = m_album.files.exists(m_album.paths.AudioPath + name + ".wav"); });
+    const auto unseen =
+        attempt([&] { hasClip = isPhotographName(name) && m_album.files.exists(clipPath(m_album.paths, name)); });
     m_form.cmdPlayAudioClip(0).Enabled = hasClip;
     m_form.cmdPlayAudioClip(1).Enabled = hasClip;
     if (unseen)
@@ -133,8 +152,13 @@ void InfoBox::slideTo(std::int16_t target)
     }
 }
 
+// Of the photograph that is the current one now, behind the slide and its events: what the box showed may be another's,
+// or older than its file.
 void InfoBox::enterEditState()
 {
+    std::string name;
+    attempt([&] { name = m_album.group.GroupList(m_album.view.CurrentIndex); });
+    read(name, OddSize::IsPassedOver);
     fillTexts();
     showTexts(true);
 }
@@ -144,20 +168,30 @@ void InfoBox::leaveEditState()
     takeTexts();
     LoadInfoBox();
     showTexts(false);
-    SaveImageInfo(m_album, m_held);
+    save();
     m_form.tmrInfoBox.Enabled = true;
 }
 
+// What nobody changed stays as it was read: a box may hold less than its field.
 void InfoBox::takeTexts()
 {
-    for (const Field& field : Fields)
-        m_album.info.*field.text = (m_form.*field.box).Text();
+    for (std::size_t i = 0; i < m_filled.size(); ++i) {
+        const std::string& text = (m_form.*Fields[i].box).Text();
+        if (text != m_filled[i])
+            m_album.info.*Fields[i].text = text;
+    }
 }
 
+// With the labels, whose name is to be that of the photograph. Nobody types what would go nowhere.
 void InfoBox::fillTexts()
 {
-    for (const Field& field : Fields)
-        (m_form.*field.box).Text = m_album.info.*field.text;
+    showFields();
+    for (std::size_t i = 0; i < m_filled.size(); ++i) {
+        TextBox& box = m_form.*Fields[i].box;
+        box.Text = m_album.info.*Fields[i].text;
+        box.Enabled = !m_held.empty();
+        m_filled[i] = box.Text();
+    }
 }
 
 void InfoBox::showTexts(bool visible)
@@ -168,25 +202,36 @@ void InfoBox::showTexts(bool visible)
 
 void InfoBox::cmdEditPhotoInfo_Click()
 try {
-    if (!m_form.txtYear.Visible()) {
-        ShowInfoBox(Up::Yes, Edit::Yes);
-        enableRest(false);
-        m_form.MousePointer = NoDropPointer;
-        m_form.framInfo.MousePointer = TextPointer;
-        m_form.txtTitle.MousePointer = TextPointer;
-        m_form.cmdEditPhotoInfo.MousePointer = ArrowPointer;
-        m_album.view.InfoEditing = true;
+    if (InfoBoxMoving) // no edit state without its boxes
         return;
-    }
-    ShowInfoBox(Up::Yes, Edit::No);
-    enableRest(true);
-    m_form.cmdEditPhotoInfo.MousePointer = DefaultPointer;
-    m_form.framInfo.MousePointer = DefaultPointer;
-    m_form.txtTitle.MousePointer = DefaultPointer;
-    m_form.MousePointer = DefaultPointer;
-    m_album.view.InfoEditing = false;
+    const bool begins = !m_form.txtYear.Visible();
+    // No picture moves on under a sentence. A clip that somebody listens to outside a show plays on.
+    if (begins && (m_album.view.SlideShowRunning || m_form.tmrSlideShow.Enabled()))
+        m_form.slideShow().StopSlideShow();
+    ShowInfoBox(Up::Yes, begins ? Edit::Yes : Edit::No);
+    setEditing(begins);
 } catch (const Failure& failure) {
     logFailure(m_album, "cmdEditPhotoInfo_Click", failure);
+}
+
+void InfoBox::endEdit()
+{
+    if (m_form.txtYear.Visible())
+        leaveEditState();
+    else
+        saveUnsaved();
+    if (m_album.view.InfoEditing)
+        setEditing(false);
+}
+
+void InfoBox::setEditing(bool editing)
+{
+    enableRest(!editing);
+    m_form.MousePointer = editing ? NoDropPointer : DefaultPointer;
+    m_form.framInfo.MousePointer = editing ? TextPointer : DefaultPointer;
+    m_form.txtTitle.MousePointer = editing ? TextPointer : DefaultPointer;
+    m_form.cmdEditPhotoInfo.MousePointer = editing ? ArrowPointer : DefaultPointer;
+    m_album.view.InfoEditing = editing;
 }
 
 void InfoBox::enableRest(bool enabled)

@@ -1,12 +1,17 @@
 #pragma once
 
+#include "store/PhotoInfo.h"
+
+#include <array>
 #include <cstdint>
+#include <map>
 #include <string>
 
 namespace trovarium {
 
 struct Album;
 class frmMain;
+enum class OddSize;
 
 enum class Up { No, Yes };
 enum class Edit { No, Yes };
@@ -23,6 +28,9 @@ public:
     void LoadInfoBox();
     // Slides the panel up or down while events run; a call during a slide is dropped.
     void ShowInfoBox(Up up, Edit edit);
+    // Ends an edit as its button does, but without the slide and its events, and so in the middle of one too. What
+    // couldn't be saved before is tried once more.
+    void endEdit();
 
     void cmdEditPhotoInfo_Click();
     void mnuEditInfo_Click();
@@ -35,22 +43,29 @@ public:
     void mnuSetInfoDown_Click();
 
 private:
-    bool isWhollyRead(const std::string& infoFileName) const;
+    bool read(const std::string& name, OddSize oddSize);
+    void save();
+    void saveUnsaved();
+    void showFields();
     void slideTo(std::int16_t target);
     void enterEditState();
     void leaveEditState();
     void takeTexts();
     void fillTexts();
     void showTexts(bool visible);
+    void setEditing(bool editing);
     void enableRest(bool enabled);
     void choosePosition(int index);
 
     frmMain& m_form;
     Album& m_album;
     bool InfoBoxMoving = false;
-    // The information file that PhotoInfo was read from, empty for none. It is not always that of CurrentIndex: behind
-    // a photograph that can't be opened the box goes on to show the one before.
+    // The photograph whose information PhotoInfo is, empty for none: the box shows its name and saves to its file. It
+    // is not always that of CurrentIndex: behind a photograph that can't be opened the box goes on to show the one
+    // before.
     std::string m_held;
+    std::array<std::string, 7> m_filled;        // what the text boxes held before somebody typed
+    std::map<std::string, PhotoInfo> m_unsaved; // by name, what couldn't be written so far
 };
 
 } // namespace trovarium

@@ -242,7 +242,7 @@ void PhotoDisplay::playClipOfSlide()
 {
     if (m_album.view.SlideShowRunning && m_album.view.SlideAudioClips) {
         m_form.audio().StopWav();
-        m_form.audio().PlayWav(m_album.paths.AudioPath + m_album.group.GroupList(m_album.view.CurrentIndex) + ".wav");
+        m_form.audio().playClipOf(m_album.group.GroupList(m_album.view.CurrentIndex));
     }
 }
 

@@ -40,6 +40,10 @@ void SlideShow::mnuViewSlideshow_Click()
 
 void SlideShow::tmrSlideShow_Timer()
 {
+    if (m_album.view.InfoEditing) { // an edit that began in the events of the show's own steps
+        StopSlideShow();
+        return;
+    }
     frmFullScreen* screen = fullScreen();
     bool shown = false;
     if (screen != nullptr)

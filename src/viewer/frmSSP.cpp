@@ -8,6 +8,7 @@
 #include "store/Album.h"
 #include "viewer/AudioControls.h"
 #include "viewer/FullScreen.h"
+#include "viewer/InfoBox.h"
 #include "viewer/PhotoDisplay.h"
 #include "viewer/SlideShow.h"
 
@@ -47,6 +48,7 @@ void frmSSP::cmdOkay_Click()
         desktop().prompts().messageBox("Invalid entry. Use a value between 1 and 60 seconds.", Buttons::Ok, "");
         return;
     }
+    m_main.infoBox().endEdit(); // the show's button is disabled by one, but not its label
     hide();
     desktop().DoEvents();
     m_album.view.SlideShowRunning = true;

@@ -80,6 +80,11 @@ protected:
         return bytes.find_first_not_of(bytes.at(54), 54) == std::string::npos;
     }
 
+    static std::string question(int missing)
+    {
+        return "Trovarium has detected " + std::to_string(missing)
+            + " INFO file(s) without corresponding photo/image file(s).\rMove the INFO files to the 'Removed' folder?";
+    }
     // The check of one start: the passes, then the repair of the groups unless it was skipped.
     void start()
     {
@@ -198,6 +203,39 @@ TEST_F(LibraryCheck, OddNamesSettleEachWithFilesOfItsOwn)
     EXPECT_EQ(test.groupLines(AllPhotosGroup), kept);
 }
 
+TEST_F(LibraryCheck, AnAlbumThatMovedKeepsItsWordsAndADiskThatIsAwayTakesNoneUnasked)
+{
+    Names names;
+    for (int i = 100; i < 210; ++i)
+        names.push_back(std::to_string(i) + ".bmp");
+    addPhotosWithInfo(names);
+    for (const std::string& name : names)
+        test.put(infoFile(name), "PhotoPath=" + test.folder().inside("Old\\" + name) + "\r\n");
+    // One of another case is this photograph's only when it leads to it.
+    test.put(infoFile("img.bmp"), "TITLE=mine\r\n");
+    test.put(infoFile("link.bmp"), "PhotoPath=" + photo("100.bmp") + "\r\n");
+    for (const char* name : {"IMG.bmp", "LINK.bmp"})
+        addPhoto(name);
+    start();
+    EXPECT_TRUE(isUpToDate(names[1]) && isUpToDate("img.bmp"));
+    names.insert(names.end(), {"img.bmp", "LINK.bmp", "link.bmp"});
+    EXPECT_EQ(test.groupLines(AllPhotosGroup), names);
+
+    const auto startWithout = [&](std::size_t first) {
+        for (std::size_t i = first; i < first + 11; ++i)
+            desktop.files().remove(photo(names[i]));
+        start();
+    };
+    startWithout(1);
+    names.erase(names.begin() + 1, names.begin() + 12); // a tenth of the album
+    EXPECT_EQ(test.groupLines(AllPhotosGroup), names);
+    const std::string thumbnailOfOne = test.bytes(thumbnail(names[1]));
+    prompts.expectQuestion(question(11), Answer::No);
+    startWithout(1);
+    EXPECT_EQ(test.groupLines(AllPhotosGroup), names);
+    EXPECT_EQ(test.bytes(thumbnail(names[1])), thumbnailOfOne);
+}
+
 TEST_F(LibraryCheck, WithoutAutoFixItAsksBeforeItSetsTextsAsideAndMakesThumbnailsWhoseDateDiffersAtAll)
 {
     const Names gone{"gone1.bmp", "gone2.bmp"};
@@ -206,12 +244,10 @@ TEST_F(LibraryCheck, WithoutAutoFixItAsksBeforeItSetsTextsAsideAndMakesThumbnail
     desktop.files().makeFolder(test.paths().InfoPath + "Removed");
     test.put(removedInfoFile("gone1.bmp"), "an older one");
     const std::string content = test.bytes(infoFile("gone1.bmp"));
-    const Names questions{"Trovarium has detected 2 INFO file(s) without corresponding photo/image file(s).\rMove the "
-                          "INFO files to the 'Removed' folder?",
-        "Are you sure?"};
+    const Names questions{question(2), "Are you sure?"};
     test.setSetting("Options", "AutoFix", "False");
     test.album().ReadOnlyLibrary = true; // no thumbnails in the way
-    test.failAt(FileOperation::Copy, "gone2.bmp.info", FailureKind::DiskFull);
+    test.failAt(FileOperation::Rename, "gone2.bmp.info", FailureKind::DiskFull);
     using enum Answer;
     for (const std::vector<Answer>& answers : {std::vector{No}, {Yes, No}, {Yes, Yes}}) {
         const bool isMoved = answers == std::vector{Yes, Yes};
@@ -222,6 +258,7 @@ TEST_F(LibraryCheck, WithoutAutoFixItAsksBeforeItSetsTextsAsideAndMakesThumbnail
         prompts.verify();
         EXPECT_EQ(test.isThere(infoFile("gone1.bmp")), !isMoved);
         EXPECT_EQ(test.bytes(removedInfoFile("gone1.bmp")), isMoved ? content : "an older one");
+        EXPECT_EQ(test.bytes(removedInfoFile("gone1.bmp (2)")), isMoved ? "an older one" : "");
         EXPECT_TRUE(test.isThere(infoFile("gone2.bmp")));
         for (const std::string_view list : {AllPhotosGroup, std::string_view("Rome.lst")})
             EXPECT_EQ(test.groupLines(list), isMoved ? Names{"gone2.bmp"} : gone) << list;
@@ -285,17 +322,14 @@ TEST_F(LibraryCheck, SkippingDropsWhatThePassInHandGatheredAndAllThatFollows)
     EXPECT_EQ(test.groupLines(AllPhotosGroup), (Names{"a.bmp", "b.bmp", "new1.bmp", "new2.bmp"})); // to its end
 }
 
-TEST_F(LibraryCheck, TheSplashFormTellsItsVersionAndSkipsAtTheFirstFileIfNeedBe)
+TEST_F(LibraryCheck, TheSplashFormTellsItsVersionAndFillsItsBarWhenItSkips)
 {
-    for (const char* name : {"gone1.bmp", "gone2.bmp"})
-        addInfoFile(name);
     splash().show();
     EXPECT_EQ(splash().lblVersion.Caption(), "Version " TROVARIUM_VERSION);
     Robot robot(desktop);
     robot.atNextTurn([&] { robot.click(splash().cmdByPassAutoCheck); });
     RepairPasses(test.album(), splash(), builder).CheckFolderContents();
     EXPECT_EQ(splash().pctProgress.Width(), splash().shpProgress.Width());
-    EXPECT_TRUE(test.isThere(infoFile("gone1.bmp")));
     const frmFirstTime firstTime(desktop);
     EXPECT_TRUE(firstTime.Label5.WordWrap() && firstTime.Label6.Caption().ends_with(WebSite));
     EXPECT_FALSE(firstTime.Picture().empty() || splash().Picture().empty() || builder().Picture().empty());

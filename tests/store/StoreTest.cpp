@@ -174,11 +174,11 @@ TEST_F(Store, AnInformationFileIsWrittenAsTenLinesWhereItWasReadAndWholeOrNotAtA
     test.put(path, "TITLE=old\r\n");
     for (const FileOperation failing : {Open, Print, Close}) {
         test.failAt(failing);
-        EXPECT_FALSE(SaveImageInfo(album, "A.jpg.info") || CreateInfoFile(test.files(), path, "x"));
+        EXPECT_FALSE(SaveImageInfo(album, "A.jpg.info", album.info) || CreateInfoFile(test.files(), path, "x"));
         test.files().setFaultHook({});
         EXPECT_EQ(test.bytes(path), "TITLE=old\r\n");
     }
-    EXPECT_TRUE(SaveImageInfo(album, "A.jpg.info"));
+    EXPECT_TRUE(SaveImageInfo(album, "A.jpg.info", album.info));
     EXPECT_EQ(test.files().list(test.paths().InfoPath + "*"), std::vector<std::string>{"a.jpg.info"});
     EXPECT_EQ(test.bytes(path),
         "PhotoPath=/x\\Łódź.jpg\r\nTITLE=Z\xFCrich\r\nPHOTOGRAPHER=P\r\nYEAR=1999\r\nPEOPLE=Q\r\nPLACE=R=1\r\n"
@@ -204,12 +204,22 @@ TEST_F(Store, TheLinkIsThatOfTheFirstLineWithItsKeyAndHoldsWhenThePhotographIsTh
         EXPECT_EQ(GetPhotoLink(album, "a.jpg.info"), link) << bytes;
         EXPECT_EQ(test.files().freeFile(), 1) << bytes;
     }
+    // A full path to no file, as in an album that moved, means the copy of that name.
+    test.paths().PhotoPath = own.PhotoPath;
+    test.put(own.PhotoPath + "a.jpg", "");
+    test.failAt(FileOperation::Length, "away\\a.jpg");
+    for (const auto& [linked, link] : {std::pair<std::string, std::string>{"/old/a.jpg", own.PhotoPath + "a.jpg"},
+             {"C:\\old\\a.jpg", own.PhotoPath + "a.jpg"}, {"/away/a.jpg", "/away\\a.jpg"}, {path, path}, {"", ""},
+             {"\\b.jpg", inside + "\\b.jpg"}}) {
+        test.put(path, "PhotoPath=" + linked + "\r\n");
+        EXPECT_EQ(GetPhotoLink(album, "a.jpg.info"), link) << linked;
+    }
     EXPECT_EQ(test.log(), "");
     test.put(own.InfoPath + ".info", "PhotoPath=x\r\n");
     test.put(test.library() + "\\out.info", "PhotoPath=x\r\n");
     for (const char* name : {"", ".info", "..\\out.info", "../out.INFO", "Removed\\..\\a.jpg.info"})
-        EXPECT_FALSE(
-            GetPhotoLink(album, name) != "" || readInfoFile(album, name, album.info) || SaveImageInfo(album, name))
+        EXPECT_FALSE(GetPhotoLink(album, name) != "" || readInfoFile(album, name, album.info)
+            || SaveImageInfo(album, name, album.info))
             << name;
     EXPECT_EQ(GetPhotoLink(album, "none.jpg.info"), "");
     EXPECT_NE(test.log().find("in 'GetPhotoLink'. Error = File not found\r\n"), std::string::npos);

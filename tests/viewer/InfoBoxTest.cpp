@@ -46,7 +46,13 @@ struct InfoBoxTest : ViewerWindow {
         return enabled;
     }
     float top() { return main().framInfo.Top(); }
+    std::string name() { return main().lbInfo(6).Caption(); }
     void edit() { robot.click(main().cmdEditPhotoInfo); }
+    void pressRight(int position)
+    {
+        robot.whenMenuOpens([this] { robot.dismissMenu(); });
+        robot.click(main().imgThumbnail(position - 1), RightButton);
+    }
 
     const Names first{"First", "Ann", "1998", "Ben", "Rome", "Walk", "a=b"};
     const std::vector<TextBox*> boxes{&main().txtTitle, &main().txtPhotographer, &main().txtYear, &main().txtPeople,
@@ -59,12 +65,13 @@ TEST_F(InfoBoxTest, ThePanelSlidesPixelByPixelAndThePositionDecidesWhatMovesIt)
 {
     std::set<float> tops{Down};
     robot.when([&] { return tops.insert(top()), top() == Raised; }, [] {});
-    robot.when([this] { return top() == 420; }, [this] { main().infoBox().ShowInfoBox(Up::No, Edit::Yes); });
+    robot.when([this] { return top() == 420; }, [this] { edit(); });
     // A tick on the way has switched the timer off, and the mouse switches it on at the top.
     robot.when([this] { return top() == 400; }, [this] { main().tmrInfoBox.Tick.raise(); });
     robot.moveTo(main().framInfo, At{2, 2});
-    EXPECT_EQ(tops.size(), 150U) << "149 steps, and none of the call on the way";
-    EXPECT_TRUE(main().tmrInfoBox.Enabled() && !main().txtYear.Visible());
+    EXPECT_EQ(tops.size(), 150U) << "149 steps";
+    EXPECT_TRUE(main().tmrInfoBox.Enabled() && !main().txtYear.Visible() && !view().InfoEditing)
+        << "no edit begins on the way";
     const std::vector<Menu*> entries{&main().mnuSetInfoDown, &main().mnuSetInfoNormal, &main().mnuSetInfoUp};
     EXPECT_TRUE(main().optInfoPosition(1).Value());
     // The position of the chosen one, and where the box is at once, under the mouse and after a tick.
@@ -143,25 +150,61 @@ TEST_F(InfoBoxTest, SteppingWhileEditingSavesThePhotographLeftBehind)
         robot.click(main().pctPrev);
         EXPECT_FALSE(main().cmdPlayAudioClip(0).Enabled() || main().cmdPlayAudioClip(1).Enabled());
     }
-    // Behind a photograph that can't be opened the box still holds the words of the one before.
-    const std::string words = stored(2);
-    test.put(test.paths().PhotoPath + "p2.jpg", "damaged");
-    edit();
-    main().txtYear.Text = "2002";
-    prompts.expectNotice("Invalid image file. Unable to open");
+    robot.click(main().optInfoPosition(1));
     robot.click(main().pctNext);
-    edit();
-    EXPECT_EQ(stored(1), file(1, {"First", "Ann", "2002", "Ben", "Rome", "Walk", "a=b"}, "200x80"));
-    EXPECT_EQ(stored(2), words);
     RecordedMedia media(desktop);
     for (const int button : {0, 1})
         robot.click(main().cmdPlayAudioClip(button));
+    EXPECT_EQ(media.told, (Names{"sound " + test.paths().AudioPath + "p2.jpg.wav", "sound 0"}));
     edit();
-    main().txtTitle.Text = "Lost";
+    robot.when([this] { return top() == 400; },
+        [this] {
+            main().txtTitle.Text = "Logout";
+            main().EndOfSession.raise();
+            EXPECT_EQ(stored(1), file(1, {"Logout", "Ann", "2001", "Ben", "Rome", "Walk", "a=b"}, "200x80"));
+            EXPECT_EQ(restEnabled(), std::set{true});
+        });
+    robot.click(main().pctPrev);
+}
+
+TEST_F(InfoBoxTest, AnEditIsOfThePhotographThatIsCurrentWhenItBeginsAsItsFileStandsThen)
+{
+    pressRowNamed("Alps");
+    robot.click(main().imgThumbnail(0));
+    pressRight(2);
+    // By a second computer, without a link and with a size that no picture has.
+    test.put(test.paths().InfoPath + "p2.jpg.info", "ImageWidth=40000\r\nYEAR=about 1900\r\nPLACE=Oslo\r\n");
+    edit();
+    EXPECT_EQ(seen(true), (Names{"", "", "abou", "", "Oslo", "", ""}));
+    pressRight(1);
+    main().txtTitle.Text = "Fog";
+    int what = 0;
+    test.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+        if ((operation == FileOperation::Print && path.ends_with("p2.jpg.info"))
+            || (operation == FileOperation::LineInput && what == 1 && path.ends_with("p1.jpg.info")))
+            throw Failure(FailureKind::DeviceIo);
+    });
+    edit();
+    EXPECT_EQ(name(), "p2.jpg");
+    robot.click(main().imgThumbnail(0));
+    EXPECT_EQ(seen(false), first);
+    pressRight(2);
+    edit();
+    EXPECT_EQ(seen(true).front(), "Fog") << "what the disk doesn't take is kept";
+    edit();
+    while (++what < 4) {
+        if (what == 2)
+            test.files().remove(test.paths().InfoPath + "p1.jpg.info");
+        view().CurrentIndex = what == 3 ? 9 : 1;
+        edit();
+        EXPECT_EQ(seen(true), Names(7)) << what;
+        EXPECT_FALSE(main().txtTitle.Enabled()) << "nobody types what goes nowhere";
+        edit();
+        EXPECT_EQ(name() + stored(1), what == 1 ? file(1, first, "100x60") : "") << what;
+    }
+    test.files().setFaultHook({});
     robot.close(main());
-    EXPECT_EQ(
-        media.told, (Names{"sound " + test.paths().AudioPath + "p2.jpg.wav", "sound 0", "sound 0", "music close "}));
-    EXPECT_EQ(stored(2).find("Lost"), std::string::npos) << "an end while editing writes nothing";
+    EXPECT_EQ(stored(2), file(2, {"Fog", "", "about 1900", "", "Oslo", "", ""}, "100x60")) << "and tried again";
 }
 
 } // namespace trovarium

@@ -42,8 +42,8 @@ struct SlideShowTest : ViewerWindow {
         EXPECT_FALSE(main().imgbox.Visible() || main().picVideoWindow.Visible());
         EXPECT_EQ(view().CurrentIndex, 3);
     }
-    // Photographs by their position as the clips told them, "w" for the empty place before the first, "0" for a clip
-    // cut off; the music: "op" when it begins, "c" when it is closed.
+    // Photographs by their position as the clips told them, "0" for a clip cut off; the music: "op" when it begins, "c"
+    // when it is closed.
     std::string heard()
     {
         std::string all;
@@ -57,7 +57,7 @@ struct SlideShowTest : ViewerWindow {
     FormSlot<frmSSP> form{desktop, [this] { return std::make_unique<frmSSP>(desktop, test.album(), main()); }};
 };
 
-TEST_F(SlideShowTest, AShowWalksTheGroupWithSoundAndMusicInEitherWindow)
+TEST_F(SlideShowTest, AShowWalksTheGroupWithSoundAndMusicInEitherWindowAndNeverUnderAnEdit)
 {
     select({2});
     begin("0.03", "0");
@@ -74,10 +74,10 @@ TEST_F(SlideShowTest, AShowWalksTheGroupWithSoundAndMusicInEitherWindow)
     expectItsEnd();
     EXPECT_EQ(heard(), "03030c0c");
 
-    // From the start: the empty place before the first photograph is asked for first.
+    // From the start: the empty place before the first photograph is asked for first, and has no clip.
     begin("0.03", "02");
     expectItsEnd();
-    EXPECT_EQ(heard(), "op0w010203030c");
+    EXPECT_EQ(heard(), "op0010203030c");
 
     display(1);
     begin("60", "4");
@@ -86,7 +86,18 @@ TEST_F(SlideShowTest, AShowWalksTheGroupWithSoundAndMusicInEitherWindow)
     robot.key(fullScreen(), EscapeKey);
     EXPECT_FALSE(isFullScreen() || view().SlideShowRunning || isOver());
     EXPECT_EQ(heard(), "op010c");
-    setShowTimer(true);
+    for (const std::string end : {"0c", "", ""}) { // a clip that somebody listens to plays on
+        robot.click(main().cmdEditPhotoInfo);
+        EXPECT_EQ(heard(), end);
+        EXPECT_TRUE(isOver());
+    }
+    setShowTimer(true); // by a step that was on its way
+    main().tmrSlideShow.Tick.raise();
+    EXPECT_TRUE(isOver() && view().CurrentIndex == 1);
+    main().txtTitle.Text = "Saved";
+    begin("60", "0");
+    EXPECT_FALSE(view().InfoEditing || isOver());
+    EXPECT_NE(test.bytes(test.paths().InfoPath + "p1.jpg.info").find("TITLE=Saved"), std::string::npos);
     pressRowNamed("Alps");
     EXPECT_TRUE(isOver() && !view().SlideShowRunning) << "a click ends it";
 }

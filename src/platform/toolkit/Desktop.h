@@ -50,7 +50,7 @@ public:
     void setPrompts(Prompts* prompts); // null: the real ones
 
     // Runs until the last form is unloaded or the program ends; the exit code. Takes the end of the
-    // program itself.
+    // program itself. The end of the desktop's session, SIGTERM, SIGHUP and SIGINT unload all forms.
     int run();
     // Runs `body` as `run` runs the loop, so that an end before any loop is taken too. 1 after a failure, which is
     // told on the error output.

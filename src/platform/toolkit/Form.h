@@ -86,7 +86,8 @@ public:
     Event<> Load{this};
     Event<> Activate{this};
     Event<> Unload{this};
-    Event<> Close{this};                           // by the window's frame; the form unloads where nobody is wired
+    Event<> Close{this};        // by the window's frame; the form unloads where nobody is wired
+    Event<> EndOfSession{this}; // may come: what is typed is to be saved now. Its end unloads all forms
     Event<int, int, float, float> MouseDown{this}; // Button, Shift, X, Y in the form's scale
     Event<int, int, float, float> MouseMove{this};
     Event<> Click{this};

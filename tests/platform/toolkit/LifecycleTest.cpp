@@ -1,4 +1,5 @@
 #include "platform/Stage.h"
+#include "platform/qt/toolkit/DesktopState.h"
 #include "platform/qt/toolkit/FormView.h"
 #include "platform/toolkit/FormSlot.h"
 #include "platform/toolkit/Keys.h"
@@ -7,6 +8,8 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+
+#include <csignal>
 
 namespace trovarium {
 
@@ -160,6 +163,15 @@ TEST_F(Lifecycle, TheLoopGoesOnBehindAFailureAndEndsWithTheLastUnloadOrWithThePr
     EXPECT_TRUE(a.isLoaded()) << "nothing is unloaded at the end";
     EXPECT_THROW(desktop.DoEvents(), ProgramEnd);
     EXPECT_EQ(desktop.guarded([&] { desktop.endProgram(3); }), 3);
+    // What comes from outside unloads them, whatever runs.
+    for (const int signal : {SIGTERM, SIGHUP, 0}) {
+        desktop.state().endCode.reset();
+        a().show();
+        robot.whenShown("B", [&] { signal != 0 ? static_cast<void>(raise(signal)) : QCoreApplication::quit(); });
+        robot.atNextTurn([&] { robot.click(a().box); });
+        EXPECT_EQ(desktop.run(), 0);
+        EXPECT_TRUE(taken().ends_with("B.activate B.unload A.unload B.gone A.gone ")) << signal;
+    }
 }
 
 TEST_F(Lifecycle, AFormStandsOnTheScreenOfTheActiveOneAndItsSizeIsThatOfTheWholeWindow)

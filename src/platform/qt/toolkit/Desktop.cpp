@@ -1,6 +1,7 @@
 #include "platform/toolkit/Desktop.h"
 
 #include "platform/qt/toolkit/DesktopState.h"
+#include "platform/qt/toolkit/SessionEnd.h"
 #include "platform/toolkit/Form.h"
 #include "runtime/Failure.h"
 
@@ -65,6 +66,7 @@ int Desktop::run()
             return 0;
         // Nothing that stands below this loop on the stack works on a form any more.
         const int below = std::exchange(m_state->frames, 0);
+        const SessionEnd sessionEnd(*m_state);
         m_state->running = true;
         m_state->flushDirty();
         QApplication::exec();
