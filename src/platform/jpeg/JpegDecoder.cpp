@@ -28,7 +28,7 @@ constexpr std::uint32_t Grey = 0xff808080U;
 constexpr int ProfileMarker = JPEG_APP0 + 2;
 constexpr unsigned LongestMarker = 0xffff;
 // What comes in several scans is held as coefficients: three or six bytes for each pixel.
-constexpr long MostMemory = 1L << 30;
+constexpr long MostMemory = 768L << 20;
 // A file of a few kilobytes could otherwise keep a core busy for hours with empty scans.
 constexpr int MostScans = 200;
 

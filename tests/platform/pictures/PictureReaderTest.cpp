@@ -182,11 +182,11 @@ TEST_F(PictureReader, NoOtherFormatIsTriedAndAFileThatPromisesTooMuchIsRefused)
     const std::string manyRecords = QByteArray("\3\0\0\0\x26\6", 6).repeated(1'000'000).toStdString();
     const std::array bombs = {bitmapFile(100000, 100000, 24, lines), bitmapFile(20000, 20000, 8, lines, {}, 1), tiff,
         bitmapFile(0, 10, 24, lines), bitmapFile(-4, 4, 24, lines), gifBytes(20000, 20000),
-        gifBytes(4, 4, 65000, 65000), jpegOf("\x4E\x20\x4E\x20"), jpegOf(std::string(4, '\0')),
-        wmfFile(wmfScene(), {0, 0, 30000, 30000, 96}), wmfFile(wmfScene(), {0, 0, 100, 100, 0}),
-        wmfFile(std::string(6, '\0') + wmfScene()), wmfFile(wmfScene()).substr(0, 200),
-        wmfFile(wmfScene() + wmfRecord(0x0325, {-1, 0, 0})), wmfFile(wmfScene() + wmfRecord(0x0324, zigzag)),
-        wmfFile(wmfScene() + manyRecords)};
+        gifBytes(12000, 12000) + std::string(100'000, '\0'), gifBytes(4, 4, 65000, 65000), jpegOf("\x4E\x20\x4E\x20"),
+        jpegOf(std::string(4, '\0')), wmfFile(wmfScene(), {0, 0, 30000, 30000, 96}),
+        wmfFile(wmfScene(), {0, 0, 100, 100, 0}), wmfFile(std::string(6, '\0') + wmfScene()),
+        wmfFile(wmfScene()).substr(0, 200), wmfFile(wmfScene() + wmfRecord(0x0325, {-1, 0, 0})),
+        wmfFile(wmfScene() + wmfRecord(0x0324, zigzag)), wmfFile(wmfScene() + manyRecords)};
     for (std::size_t i = 0; i < bombs.size(); ++i)
         EXPECT_EQ(loadFailure(bombs.at(i)), "Invalid picture") << i;
     for (const char* text : {"", "B", "GIF88a", "P3 1 1 9 1 2 3", "<svg xmlns='http://www.w3.org/2000/svg' width='4'/>",

@@ -166,6 +166,10 @@ Decoded readByLibrary(const PictureFile& file, PictureFormat format, int longerS
     QImageReader reader(&device, nameOf(format));
     reader.setAutoDetectImageFormat(false);
     const QSize promised = isGif ? gifSize : checkPromise(reader, file.length());
+    // Of these the library holds all pixels, and once more while it unpacks them; no camera or scanner writes them.
+    constexpr std::int64_t MostHeldTwice = 120'000'000;
+    if ((isGif || format == PictureFormat::WebP) && pixelCount(promised) > MostHeldTwice)
+        refuse();
     turn.await(pixelCount(promised));
     const int factor = reductionFor(promised, longerSide);
     // One of few bits is smaller as it is.
