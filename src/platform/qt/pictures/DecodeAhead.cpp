@@ -155,8 +155,9 @@ Picture DecodeAhead::take(const DecodeRequest& request, const PictureFile& file,
         }
         const std::lock_guard lock(m_state->mutex);
         std::erase(m_state->jobs, job);
-        if (!isNew && job->stamp != file.stamp())
-            continue; // the file has changed since
+        const bool isBroken = job->failure && job->failure->kind() != FailureKind::InvalidPicture;
+        if (!isNew && (isBroken || job->stamp != file.stamp()))
+            continue; // a bad moment, or the file has changed since
         if (job->failure)
             throw Failure(*job->failure);
         return job->picture;
