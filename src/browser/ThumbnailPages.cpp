@@ -16,6 +16,13 @@
 
 namespace trovarium {
 
+namespace {
+
+// In pixels. What stands in a thumbnail's place may be larger.
+constexpr int CellSide = 100;
+
+} // namespace
+
 ThumbnailPages::ThumbnailPages(frmMain& form, Album& album)
     : m_form(form)
     , m_album(album)
@@ -117,8 +124,8 @@ void ThumbnailPages::fillCell(int cell, std::int32_t position)
     Label& label = m_form.lbThumbnailFile(cell);
     attempt([&] { image.Picture = Picture(); });
     attempt([&] {
-        image.Picture =
-            m_form.desktop().pictures().load(thumbnailPath(m_album.paths, m_album.group.GroupList(position)));
+        image.Picture = m_form.desktop().pictures().loadReduced(
+            thumbnailPath(m_album.paths, m_album.group.GroupList(position)), CellSide);
     });
     attempt([&] { image.AccessibleName = m_album.group.GroupList(position); });
     attempt([&] { image.Visible = true; });

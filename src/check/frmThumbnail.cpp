@@ -118,7 +118,10 @@ void frmThumbnail::CreateThumbnails(const CheckedArray<std::string>& List)
     {
         PhotographQueue photographs(m_album, desktop().pictures(), List);
         for (int index = 1; index <= count; ++index) {
-            createThumbnail(List(index), photographs.next());
+            const std::string photograph = photographs.next();
+            if (!isDecoded(photograph))
+                break;
+            createThumbnail(List(index), photograph);
             UpdateThumbnailProgress(static_cast<float>(index) / static_cast<float>(count), 1);
             if (StopThumbnails)
                 break;
@@ -134,6 +137,21 @@ void frmThumbnail::CreateThumbnails(const CheckedArray<std::string>& List)
 void frmThumbnail::UpdateThumbnailProgress(float Value, std::int16_t Maximum)
 {
     growBar(desktop(), pctProgress, shpProgress, Value, Maximum);
+}
+
+// The close box works while a large picture is decoded. One that isn't ready a second behind a stop is left to the
+// next check.
+bool frmThumbnail::isDecoded(const std::string& photograph)
+{
+    constexpr int WaitStep = 10; // milliseconds
+    constexpr int LastWait = 1000;
+    while (!desktop().pictures().isDecoded(
+        photograph, static_cast<int>(LongerSide), StopThumbnails ? LastWait : WaitStep)) {
+        if (StopThumbnails)
+            return false;
+        desktop().DoEvents();
+    }
+    return true;
 }
 
 void frmThumbnail::createThumbnail(const std::string& listed, const std::string& photograph)

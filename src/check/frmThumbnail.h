@@ -48,6 +48,7 @@ public:
     PictureBox pctSize{this, {.Name = "pctSize", .Left = 6900, .Top = 300, .Width = 1500, .Height = 1500}};
 
 private:
+    bool isDecoded(const std::string& photograph);
     void createThumbnail(const std::string& listed, const std::string& photograph);
     void showFrame(const std::string& clip);
     void paintThumbnail(const std::string& listed, const std::string& photograph);

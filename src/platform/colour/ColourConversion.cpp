@@ -92,7 +92,8 @@ ColourConversion::ColourConversion(std::span<const unsigned char> bytes, ColourK
 
 ColourConversion::~ColourConversion() = default;
 
-void ColourConversion::convert(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine) const
+void ColourConversion::convert(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine,
+    const std::atomic<bool>& cancelled) const
 {
     constexpr std::int64_t WorthAThread = 1'000'000; // pixels
     if (empty())
@@ -101,19 +102,20 @@ void ColourConversion::convert(std::uint32_t* pixels, int width, int height, std
     std::thread other;
     try {
         if (shared > 0)
-            other = std::thread([&] { convertLines(pixels, width, shared, pixelsPerLine); });
+            other = std::thread([&] { convertLines(pixels, width, shared, pixelsPerLine, cancelled); });
     } catch (const std::system_error&) {
         // No thread to be had: it takes twice as long.
-        convertLines(pixels, width, shared, pixelsPerLine);
+        convertLines(pixels, width, shared, pixelsPerLine, cancelled);
     }
-    convertLines(pixels + shared * pixelsPerLine, width, height - shared, pixelsPerLine);
+    convertLines(pixels + shared * pixelsPerLine, width, height - shared, pixelsPerLine, cancelled);
     if (other.joinable())
         other.join();
 }
 
-void ColourConversion::convertLines(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine) const
+void ColourConversion::convertLines(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine,
+    const std::atomic<bool>& cancelled) const
 {
-    for (int y = 0; y < height; ++y, pixels += pixelsPerLine) {
+    for (int y = 0; y < height && !cancelled; ++y, pixels += pixelsPerLine) {
         std::uint32_t* end = pixels + width;
         if (m_greys) {
             std::transform(pixels, end, pixels,
@@ -140,7 +142,7 @@ bool ColourConversion::changesNothing() const
                 if (m_kind == ColourKind::Rgb || (red == green && green == blue))
                     colours.push_back(Opaque | red << 16U | green << 8U | blue);
     std::vector<std::uint32_t> converted = colours;
-    convert(converted.data(), static_cast<int>(converted.size()), 1, 0);
+    convert(converted.data(), static_cast<int>(converted.size()), 1, 0, false);
     return std::equal(colours.begin(), colours.end(), converted.begin(), [](std::uint32_t a, std::uint32_t b) {
         const auto lights = [](std::uint32_t pixel) { return std::bit_cast<std::array<std::uint8_t, 4>>(pixel); };
         return std::ranges::equal(lights(a), lights(b), [](int x, int y) { return std::abs(x - y) <= 1; });

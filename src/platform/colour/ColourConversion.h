@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -24,14 +25,16 @@ public:
     bool empty() const { return !m_transform && !m_greys; }
 
     // Converts in place to 0xffRRGGBB; the fourth byte of Rgb and Grey stays as it is. Large pictures are shared with
-    // another core. Does nothing when empty.
-    void convert(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine) const;
+    // another core. Does nothing when empty, and no more once `cancelled` is set.
+    void convert(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine,
+        const std::atomic<bool>& cancelled) const;
 
 private:
     struct Transform;
     using Greys = std::array<std::uint32_t, 256>;
 
-    void convertLines(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine) const;
+    void convertLines(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine,
+        const std::atomic<bool>& cancelled) const;
     bool changesNothing() const;
 
     std::unique_ptr<Transform> m_transform;

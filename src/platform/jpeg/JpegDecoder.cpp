@@ -27,6 +27,8 @@ constexpr int StripRows = 16;
 constexpr std::uint32_t Grey = 0xff808080U;
 constexpr int ProfileMarker = JPEG_APP0 + 2;
 constexpr unsigned LongestMarker = 0xffff;
+// What comes in several scans is held as coefficients: three or six bytes for each pixel.
+constexpr long MostMemory = 768L << 20;
 // A file of a few kilobytes could otherwise keep a core busy for hours with empty scans.
 constexpr int MostScans = 200;
 
@@ -178,6 +180,7 @@ struct JpegDecoder::State {
         if (setjmp(errors.jump) != 0)
             return false;
         jpeg_create_decompress(&info);
+        info.mem->max_memory_to_use = MostMemory;
         info.progress = &progress.base;
         jpeg_save_markers(&info, ProfileMarker, LongestMarker);
         jpeg_mem_src(&info, file.data(), file.size());
@@ -315,8 +318,8 @@ bool JpegDecoder::decode(int denominator, std::uint32_t* pixels, std::ptrdiff_t 
             target.place(strip.data(), first, wanted);
     }
     const bool turned = swapsSides(state.orientation);
-    state.conversion->convert(pixels, turned ? height : width, turned ? width : height, pixelsPerLine);
-    return true;
+    state.conversion->convert(pixels, turned ? height : width, turned ? width : height, pixelsPerLine, state.cancelled);
+    return !state.cancelled;
 }
 
 } // namespace trovarium

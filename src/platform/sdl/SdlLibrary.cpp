@@ -59,6 +59,7 @@ SdlLibrary::SdlLibrary()
     require(setPostMix, mixer, "Mix_SetPostMix");
     require(getSoundFonts, mixer, "Mix_GetSoundFonts");
     require(setSoundFonts, mixer, "Mix_SetSoundFonts");
+    require(setTimidityCfg, mixer, "Mix_SetTimidityCfg");
     require(loadMusic, mixer, "Mix_LoadMUSType_RW");
     require(freeMusic, mixer, "Mix_FreeMusic");
     require(playMusic, mixer, "Mix_PlayMusic");

@@ -33,6 +33,7 @@ public:
     decltype(&Mix_SetPostMix) setPostMix;
     decltype(&Mix_GetSoundFonts) getSoundFonts;
     decltype(&Mix_SetSoundFonts) setSoundFonts;
+    decltype(&Mix_SetTimidityCfg) setTimidityCfg;
     decltype(&Mix_LoadMUSType_RW) loadMusic;
     decltype(&Mix_FreeMusic) freeMusic;
     decltype(&Mix_PlayMusic) playMusic;

@@ -33,6 +33,8 @@ SoundDevice::SoundDevice()
     }
     if (m_sdl.getSoundFonts() == nullptr)
         m_sdl.setSoundFonts(SoundFont);
+    // The mixer's other synthesizer would read a "timidity.cfg" of the working folder, and what that names.
+    m_sdl.setTimidityCfg("/dev/null");
     m_sdl.setPostMix(&SoundDevice::addClip, this);
 }
 

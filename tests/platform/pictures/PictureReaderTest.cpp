@@ -1,5 +1,6 @@
 #include "platform/pictures/TestPictures.h"
 #include "platform/qt/pictures/PictureData.h"
+#include "platform/qt/pictures/PictureHeader.h"
 #include "support/FailureOf.h"
 
 #include <array>
@@ -14,6 +15,41 @@ struct PictureReader : PictureFolder {
     {
         return failureOf([&] { loaded(bytes); });
     }
+};
+
+// At the most, while it acts.
+double megabytesFor(const std::function<void()>& act)
+{
+    const auto kilobytes = [](const std::string& name) {
+        std::ifstream status("/proc/self/status");
+        for (std::string word; status >> word;)
+            if (word == name && status >> word)
+                return std::stod(word);
+        return 0.0;
+    };
+    const double before = kilobytes("VmRSS:");
+    std::ofstream("/proc/self/clear_refs") << 5; // forgets the peak
+    act();
+    return (kilobytes("VmHWM:") - before) / 1024;
+}
+
+struct CountedBytes : PictureBytes {
+    explicit CountedBytes(std::string all)
+        : content(std::move(all))
+    {
+    }
+    std::int64_t length() const override { return std::ssize(content); }
+    const std::atomic<bool>& cancelled() const override { return never; }
+    std::vector<unsigned char> bytes(std::int64_t offset, std::size_t length) const override
+    {
+        ++reads;
+        const std::string piece = content.substr(static_cast<std::size_t>(offset), length);
+        return {piece.begin(), piece.end()};
+    }
+
+    const std::string content;
+    const std::atomic<bool> never{false};
+    mutable int reads = 0;
 };
 
 } // namespace
@@ -146,16 +182,62 @@ TEST_F(PictureReader, NoOtherFormatIsTriedAndAFileThatPromisesTooMuchIsRefused)
     const std::string manyRecords = QByteArray("\3\0\0\0\x26\6", 6).repeated(1'000'000).toStdString();
     const std::array bombs = {bitmapFile(100000, 100000, 24, lines), bitmapFile(20000, 20000, 8, lines, {}, 1), tiff,
         bitmapFile(0, 10, 24, lines), bitmapFile(-4, 4, 24, lines), gifBytes(20000, 20000),
-        gifBytes(4, 4, 65000, 65000), jpegOf("\x4E\x20\x4E\x20"), jpegOf(std::string(4, '\0')),
-        wmfFile(wmfScene(), {0, 0, 30000, 30000, 96}), wmfFile(wmfScene(), {0, 0, 100, 100, 0}),
-        wmfFile(std::string(6, '\0') + wmfScene()), wmfFile(wmfScene()).substr(0, 200),
-        wmfFile(wmfScene() + wmfRecord(0x0325, {-1, 0, 0})), wmfFile(wmfScene() + wmfRecord(0x0324, zigzag)),
-        wmfFile(wmfScene() + manyRecords)};
+        gifBytes(12000, 12000) + std::string(100'000, '\0'), gifBytes(4, 4, 65000, 65000), jpegOf("\x4E\x20\x4E\x20"),
+        jpegOf(std::string(4, '\0')), wmfFile(wmfScene(), {0, 0, 30000, 30000, 96}),
+        wmfFile(wmfScene(), {0, 0, 100, 100, 0}), wmfFile(std::string(6, '\0') + wmfScene()),
+        wmfFile(wmfScene()).substr(0, 200), wmfFile(wmfScene() + wmfRecord(0x0325, {-1, 0, 0})),
+        wmfFile(wmfScene() + wmfRecord(0x0324, zigzag)), wmfFile(wmfScene() + manyRecords)};
     for (std::size_t i = 0; i < bombs.size(); ++i)
         EXPECT_EQ(loadFailure(bombs.at(i)), "Invalid picture") << i;
     for (const char* text : {"", "B", "GIF88a", "P3 1 1 9 1 2 3", "<svg xmlns='http://www.w3.org/2000/svg' width='4'/>",
              R"(/* XPM */ char* x[] = {"1 1 1 1", "a c #123456", "a"};)"})
         EXPECT_EQ(loadFailure(text), "Invalid picture") << text;
+}
+
+TEST_F(PictureReader, EachPixelOfAReducedPictureIsAnAverage)
+{
+    const QImage scene = testScene(152, 76);
+    const QImage grey = scene.convertToFormat(QImage::Format_Grayscale8);
+    std::string lines;
+    for (int i = 0; i < 152 * 76; ++i)
+        lines += little(scene.pixel(i % 152, 75 - i / 152), 3);
+    const std::pair<std::string, QImage> rows[] = {{written(scene, "png"), scene}, {written(grey, "png"), grey},
+        {written(scene, "tiff"), scene}, {bitmapFile(152, 76, 24, lines), scene}};
+    const auto reduced = [&](const std::string& file) {
+        return pictures.loadReduced(put("picture", file), 18).data()->pixels;
+    };
+    for (const auto& [file, whole] : rows) {
+        const QImage average = whole.convertToFormat(QImage::Format_RGB32).scaled(76, 38, {}, Qt::SmoothTransformation);
+        EXPECT_LT(meanDifference(reduced(file), average), 1);
+    }
+    const QImage odd = reduced(written(scene.copy(0, 0, 151, 75), "png"));
+    EXPECT_EQ(odd.pixel(75, 37), scene.pixel(150, 74));
+    QImage clear(scene.size(), QImage::Format_ARGB32);
+    clear.fill(qRgba(255, 0, 0, 128));
+    EXPECT_EQ(reduced(written(clear, "png")).pixel(75, 37), qRgb(255, 127, 127)) << "on white";
+}
+
+TEST_F(PictureReader, AFewKilobytesFillNoMemoryAndAreNotReadByteByByte)
+{
+    constexpr int Side = 12000;
+    QImage sheet(Side, Side, QImage::Format_Mono);
+    sheet.fill(0);
+    for (const std::string& bomb :
+        {written(sheet, "png"), bitmapFile(Side, Side, 8, std::string(1'200'000, '\1'), {}, 1)})
+        for (const int longerSide : {0, 100}) {
+            Picture picture;
+            put("bomb", bomb);
+            EXPECT_LT(megabytesFor([&] {
+                picture =
+                    longerSide == 0 ? pictures.load(inside("bomb")) : pictures.loadReduced(inside("bomb"), longerSide);
+            }),
+                300);
+            EXPECT_EQ(std::pair(picture.width(), picture.height()), std::pair(Side, Side));
+            EXPECT_LT(picture.data()->pixels.sizeInBytes(), 70'000'000);
+        }
+    CountedBytes gif(gifBytes(2, 2).insert(25, "!\xFE" + QByteArray("\1A").repeated(1'000'000).toStdString() + '\0'));
+    EXPECT_EQ(checkGif(gif), QSize(2, 2));
+    EXPECT_LT(gif.reads, 100);
 }
 
 TEST_F(PictureReader, AMetafileIsPaintedInItsOwnSize)

@@ -42,28 +42,40 @@ TEST_F(PictureServiceTest, OnlyRegularFilesAreOpenedAndAFailingDiskFailsTheLoadA
 
 TEST_F(PictureServiceTest, AnExpectedFileIsDecodedOnceAndNotShownWhenItHasChangedMeanwhile)
 {
-    const std::string path = put("a.jpg", jpegBytes(quarters(20, 10)));
-    std::string other = jpegBytes(quarters(10, 20));
-    other.resize(std::filesystem::file_size(native("a.jpg")));
-    put("b.jpg", other);
+    const auto wide = jpegBytes(quarters(20, 10));
+    auto tall = jpegBytes(quarters(10, 20));
+    tall.resize(wide.size());
+    put("a.jpg", wide);
+    put("b.jpg", wide);
     DecodeAhead ahead;
-    const auto widthTaken = [&](int longerSide) {
-        return ahead.take({native("a.jpg"), longerSide}, PictureFile(native("a.jpg")).stamp()).width();
+    const DecodeRequest request{native("a.jpg"), 0};
+    const std::atomic<bool> cancelled{false};
+    const auto take = [&](const DecodeRequest& wanted, bool patience = true) {
+        return ahead.take(wanted, PictureFile(wanted.nativePath, cancelled), [=](auto) { return patience; }).width();
     };
-    // It blocks once the work is under way: asked again until it was.
-    const auto underWay = [&] {
-        ahead.expect({{native("a.jpg"), 0}});
-        return widthTaken(0) == 20;
+    const auto decodeAhead = [&] {
+        ahead.expect({request});
+        EXPECT_TRUE(ahead.isDone(request, 20'000));
     };
-    EXPECT_TRUE(testDesktop().waitUntil(underWay, 20'000));
-    EXPECT_EQ(widthTaken(0), 0) << "what was taken is no longer kept";
-
-    ahead.expect({{native("a.jpg"), 0}});
-    pictures.expect({path});
-    EXPECT_EQ(widthTaken(100), 0);
+    decodeAhead();
+    const auto date = std::filesystem::last_write_time(native("a.jpg"));
+    write("a.jpg", tall);
+    std::filesystem::last_write_time(native("a.jpg"), date);
+    EXPECT_EQ(take(request), 20) << "decoded before nobody could see the change";
+    EXPECT_EQ(take(request), 10) << "what was taken is no longer kept";
+    decodeAhead();
     std::filesystem::rename(native("b.jpg"), native("a.jpg"));
-    EXPECT_EQ(pictures.load(path).width(), 10);
-    EXPECT_NE(widthTaken(0), 20);
+    EXPECT_EQ(take(request), 20);
+
+    QImage sheet(20000, 20000, QImage::Format_Mono);
+    sheet.fill(1);
+    put("sheet.png", written(sheet, "png"));
+    EXPECT_EQ(failureOf([&] {
+        take({native("sheet.png"), 0}, false);
+    }),
+        "Device I/O error")
+        << "the user has closed it";
+    ahead.expect({{native("sheet.png"), 0}}); // and nobody waits for it at the end
 }
 
 } // namespace trovarium

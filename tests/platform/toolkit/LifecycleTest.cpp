@@ -70,6 +70,18 @@ TEST_F(Lifecycle, AFormIsListedUntilItIsClosedAndLivesUntilItsHandlerHasReturned
     EXPECT_TRUE(boxless.isLoaded());
     when.clear();
     a().show();
+    bool isFirst = true;
+    inHandler(a(), [&] {
+        if (!std::exchange(isFirst, false))
+            return;
+        robot.atNextTurn([this] { robot.click(a().box), robot.close(a()); });
+        EXPECT_TRUE(desktop.state().mayWait(std::chrono::milliseconds(0)));
+        EXPECT_FALSE(desktop.state().mayWait(std::chrono::seconds(1))) << "a close is noticed in a wait";
+        diary += "waited ";
+    });
+    desktop.DoEvents();
+    EXPECT_EQ(taken(), "A.load A.click waited A.activate A.click A.unload A.gone ");
+    a().show();
     robot.key(a(), F2Key + 2, AltKey); // where no window manager takes them
     EXPECT_EQ(taken(), "A.load A.unload A.gone ");
     a().show();

@@ -1,6 +1,8 @@
 #include "platform/qt/pictures/BitmapReader.h"
 
+#include "platform/qt/pictures/ByteStream.h"
 #include "platform/qt/pictures/PictureHeader.h"
+#include "platform/qt/pictures/Reduction.h"
 #include "runtime/Failure.h"
 
 #include <algorithm>
@@ -8,7 +10,7 @@
 #include <bit>
 #include <cstdlib>
 #include <span>
-#include <vector>
+#include <utility>
 
 namespace trovarium {
 
@@ -173,27 +175,70 @@ void convertLine(const Header& header, Bytes line, QRgb* pixels)
     }
 }
 
-bool readLines(const Header& header, const PictureBytes& file, QImage& image, const std::atomic<bool>& cancelled)
+// Hands on some hundred kilobytes of lines at a time, `count` lines of the file from `first` on, each with its number.
+template <class TakeLine>
+void forEachLine(const Header& header, const PictureBytes& file, int first, int count, TakeLine takeLine)
 {
     constexpr std::int64_t ChunkBytes = 1 << 18;
     const std::int64_t length = header.lineLength();
-    const int linesAtOnce = static_cast<int>(std::clamp<std::int64_t>(ChunkBytes / length, 1, header.height));
-    for (int first = 0; first < header.height; first += linesAtOnce) {
-        if (cancelled)
-            return false;
-        const int count = std::min(linesAtOnce, header.height - first);
-        const auto bytes = file.bytes(header.dataOffset + first * length, static_cast<std::size_t>(count * length));
-        if (bytes.size() < static_cast<std::size_t>(count * length))
+    const int most = static_cast<int>(std::clamp<std::int64_t>(ChunkBytes / length, 1, count));
+    for (const int end = first + count; first < end; first += most) {
+        const int now = std::min(most, end - first);
+        const auto bytes = file.bytes(header.dataOffset + first * length, static_cast<std::size_t>(now * length));
+        if (file.cancelled() || std::ssize(bytes) < now * length)
             refuse(); // it has become shorter meanwhile
-        for (int i = 0; i < count; ++i)
-            convertLine(header,
-                Bytes(bytes).subspan(static_cast<std::size_t>(i * length), static_cast<std::size_t>(length)),
-                reinterpret_cast<QRgb*>(image.scanLine(header.row(first + i))));
+        for (int i = 0; i < now; ++i)
+            takeLine(first + i,
+                Bytes(bytes).subspan(static_cast<std::size_t>(i * length), static_cast<std::size_t>(length)));
     }
-    return true;
 }
 
-// Paints runs and single pixels from the bottom up, and keeps within the image whatever the file says.
+// Fills the strip with the picture's lines from `top` on.
+void readLines(const Header& header, const PictureBytes& file, int top, QImage& strip)
+{
+    const int first = header.topDown ? top : header.height - top - strip.height();
+    forEachLine(header, file, first, strip.height(), [&](int line, Bytes bytes) {
+        convertLine(header, bytes, reinterpret_cast<QRgb*>(strip.scanLine(header.row(line) - top)));
+    });
+}
+
+// Some programs fill the fourth byte of all pixels with 0 and mean nothing by it.
+bool alphaIsMeant(const Header& header, const PictureBytes& file)
+{
+    const std::size_t length = header.bits / 8;
+    for (int line = 0; line < header.height; ++line) {
+        const auto bytes =
+            file.bytes(header.dataOffset + line * header.lineLength(), static_cast<std::size_t>(header.width) * length);
+        for (std::size_t at = 0; at + length <= bytes.size(); at += length) {
+            if ((littleEndian(bytes, at, length) & header.alpha.mask) != 0)
+                return true;
+        }
+    }
+    return false;
+}
+
+QImage readPlain(Header header, const PictureBytes& file, int factor)
+{
+    if (header.alpha.mask != 0 && !alphaIsMeant(header, file))
+        header.alpha.mask = 0;
+    const bool hasAlpha = header.alpha.mask != 0;
+    const auto linesFrom = [&](int top, int count) {
+        QImage strip(header.width, count, hasAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+        if (strip.isNull())
+            throw Failure(FailureKind::OutOfMemory);
+        readLines(header, file, top, strip);
+        return strip;
+    };
+    if (factor == 1)
+        return linesFrom(0, header.height);
+    ReducedImage image(QSize(header.width, header.height), factor, hasAlpha);
+    const int count = linesAtOnce(header.width);
+    for (int top = 0; top < header.height; top += count)
+        image.add(linesFrom(top, std::min(count, header.height - top)));
+    return image.take();
+}
+
+// Sets runs and single pixels from the bottom up, and keeps within the image whatever the file says.
 class RunPainter {
 public:
     RunPainter(const Header& header, QImage& image)
@@ -212,7 +257,7 @@ public:
     void put(unsigned index)
     {
         if (m_x < m_header.width && !atEnd())
-            reinterpret_cast<QRgb*>(m_image.scanLine(m_header.row(m_line)))[m_x] = m_header.colours[index];
+            m_image.scanLine(m_header.row(m_line))[m_x] = static_cast<unsigned char>(index);
         m_x = std::min(m_x + 1, m_header.width);
     }
 
@@ -231,22 +276,21 @@ unsigned runIndex(const Header& header, unsigned byte, unsigned place)
     return place % 2 == 0 ? byte >> 4U : byte & 15U;
 }
 
-bool readRuns(const Header& header, const PictureBytes& file, QImage& image, const std::atomic<bool>& cancelled)
+QImage readRuns(const Header& header, const PictureBytes& file, int factor)
 {
     constexpr unsigned EndOfLine = 0;
     constexpr unsigned EndOfBitmap = 1;
     constexpr unsigned Move = 2;
-    const auto bytes = file.bytes(
-        header.dataOffset, static_cast<std::size_t>(std::max<std::int64_t>(0, file.length() - header.dataOffset)));
-    image.fill(header.colours[0]);
+    QImage image(header.width, header.height, QImage::Format_Indexed8);
+    if (image.isNull())
+        throw Failure(FailureKind::OutOfMemory);
+    image.setColorTable(QList<QRgb>(header.colours.begin(), header.colours.end()));
+    image.fill(0);
     RunPainter painter(header, image);
-    std::size_t at = 0;
-    while (at + 2 <= bytes.size() && !painter.atEnd()) {
-        if (cancelled)
-            return false;
-        const unsigned count = bytes[at];
-        const unsigned value = bytes[at + 1];
-        at += 2;
+    ByteStream stream(file, header.dataOffset);
+    while (stream.has(2) && !painter.atEnd()) {
+        const unsigned count = stream.number(1);
+        const unsigned value = stream.number(1);
         if (count > 0) {
             for (unsigned i = 0; i < count; ++i)
                 painter.put(runIndex(header, value, i));
@@ -255,31 +299,36 @@ bool readRuns(const Header& header, const PictureBytes& file, QImage& image, con
         } else if (value == EndOfBitmap) {
             break;
         } else if (value == Move) {
-            if (at + 2 > bytes.size())
+            if (!stream.has(2))
                 break;
-            painter.skip(bytes[at], bytes[at + 1]);
-            at += 2;
+            const auto columns = static_cast<int>(stream.number(1));
+            painter.skip(columns, static_cast<int>(stream.number(1)));
         } else {
             const std::size_t length = header.bits == 8 ? value : (value + 1) / 2;
-            for (unsigned i = 0; i < value && at + i * header.bits / 8 < bytes.size(); ++i)
-                painter.put(runIndex(header, bytes[at + i * header.bits / 8], i));
-            at += (length + 1) / 2 * 2;
+            unsigned place = 0;
+            for (std::size_t i = 0; i < length && stream.has(1); ++i) {
+                const unsigned byte = stream.number(1);
+                for (unsigned end = std::min(value, place + 8 / header.bits); place < end; ++place)
+                    painter.put(runIndex(header, byte, place));
+            }
+            stream.skip(length % 2);
         }
     }
-    return true;
+    return reduced(std::move(image), factor, file.cancelled());
 }
 
 } // namespace
 
-QImage readBitmap(const PictureBytes& file, const std::atomic<bool>& cancelled)
+QSize bitmapSize(const PictureBytes& file)
 {
     const Header header = readHeader(file);
-    QImage image(header.width, header.height, header.alpha.mask == 0 ? QImage::Format_RGB32 : QImage::Format_ARGB32);
-    if (image.isNull())
-        throw Failure(FailureKind::OutOfMemory);
-    const bool done =
-        header.inRuns() ? readRuns(header, file, image, cancelled) : readLines(header, file, image, cancelled);
-    return done ? image : QImage();
+    return {header.width, header.height};
+}
+
+QImage readBitmap(const PictureBytes& file, int factor)
+{
+    const Header header = readHeader(file);
+    return header.inRuns() ? readRuns(header, file, factor) : readPlain(header, file, factor);
 }
 
 } // namespace trovarium

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "platform/pictures/Picture.h"
+#include "platform/pictures/PictureService.h"
 #include "platform/qt/pictures/PictureFile.h"
 
-#include <condition_variable>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -20,34 +18,32 @@ struct DecodeRequest {
     bool operator==(const DecodeRequest&) const = default;
 };
 
-// Decodes files on other cores before they are asked for. Nothing here ever fails: what can't be decoded
-// ahead is left to the one who asks.
+// Decodes files on threads of its own, before they are asked for and when they are, so that whoever waits for one can
+// look after other things and give up.
 class DecodeAhead {
 public:
-    DecodeAhead() = default;
-    ~DecodeAhead(); // breaks off what is under way
+    DecodeAhead();
+    ~DecodeAhead(); // breaks off what is under way, within a second
     DecodeAhead(const DecodeAhead&) = delete;
     DecodeAhead& operator=(const DecodeAhead&) = delete;
 
     // What will be asked for, nearest first; everything else that is kept or under way is dropped.
     void expect(const std::vector<DecodeRequest>& requests);
 
-    // The picture, if it was decoded from the file that `stamp` tells of; waits when it is under way. Empty
-    // when it is up to the caller. What was taken is no longer kept here.
-    Picture take(const DecodeRequest& request, const FileStamp& stamp);
+    // Whether nobody works on it any more; waits for that up to so long.
+    bool isDone(const DecodeRequest& request, int milliseconds);
+
+    // The picture that stands in the file, of which `request` says the name; it is no longer kept here. While it is
+    // decoded, `patience` is asked every few milliseconds: "Device I/O error" when it has come to its end.
+    Picture take(const DecodeRequest& request, const PictureFile& file, const Patience& patience);
 
 private:
     struct Job;
+    struct State;
 
     void startWorkers();
-    void work();
-    std::shared_ptr<Job> nextJob() const;
 
-    std::mutex m_mutex; // guards what follows
-    std::condition_variable m_jobsChanged;
-    std::condition_variable m_jobDone;
-    std::vector<std::shared_ptr<Job>> m_jobs;
-    bool m_stopping = false;
+    std::shared_ptr<State> m_state; // shared with the threads, which may outlive this
     std::vector<std::thread> m_workers;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -12,6 +13,9 @@ public:
     virtual ~PictureBytes() = default;
 
     virtual std::int64_t length() const = 0;
+
+    // Set from another thread when the picture isn't wanted any more.
+    virtual const std::atomic<bool>& cancelled() const = 0;
 
     // Up to `length` bytes from `offset`; fewer at the end.
     virtual std::vector<unsigned char> bytes(std::int64_t offset, std::size_t length) const = 0;

@@ -1,5 +1,6 @@
 #include "platform/qt/pictures/PictureHeader.h"
 
+#include "platform/qt/pictures/ByteStream.h"
 #include "platform/qt/pictures/wmf/WmfFile.h"
 #include "runtime/Failure.h"
 
@@ -14,32 +15,16 @@ namespace {
 using Bytes = std::vector<unsigned char>;
 
 constexpr std::int64_t MostPixels = 500'000'000;
-// Below this a torn file may well promise more than it holds: decoding it costs little.
-constexpr std::int64_t HarmlessPixels = 64'000'000;
+constexpr std::int64_t LongestSide = 1'000'000;
 
 [[noreturn]] void refuse()
 {
     throw Failure(FailureKind::InvalidPicture);
 }
 
-Bytes exactBytes(const PictureFile& file, std::int64_t offset, std::size_t length)
+std::size_t colourTableLength(unsigned packed)
 {
-    Bytes bytes = file.bytes(offset, length);
-    if (bytes.size() < length)
-        refuse();
-    return bytes;
-}
-
-std::int64_t colourTableLength(unsigned packed)
-{
-    return (packed & 0x80U) != 0 ? std::int64_t{3} << ((packed & 7U) + 1) : 0;
-}
-
-std::int64_t behindSubBlocks(const PictureFile& file, std::int64_t offset)
-{
-    while (const unsigned length = exactBytes(file, offset, 1)[0])
-        offset += 1 + length;
-    return offset + 1;
+    return (packed & 0x80U) != 0 ? std::size_t{3} << ((packed & 7U) + 1) : 0;
 }
 
 } // namespace
@@ -68,32 +53,40 @@ PictureFormat formatOf(const PictureFile& file)
 
 void checkSize(std::int64_t width, std::int64_t height, std::int64_t length, std::int64_t mostPixelsInAByte)
 {
-    if (width <= 0 || height <= 0 || height > MostPixels / width)
+    if (width <= 0 || height <= 0 || std::max(width, height) > LongestSide || width * height > MostPixels)
         refuse();
     const std::int64_t pixels = width * height;
     if (pixels > HarmlessPixels && pixels / mostPixelsInAByte > length)
         refuse();
 }
 
-void checkGif(const PictureFile& file)
+QSize checkGif(const PictureBytes& file)
 {
     constexpr unsigned Extension = '!';
     constexpr unsigned ImageStart = ',';
-    constexpr std::int64_t ScreenEnd = 13;
+    constexpr std::int64_t SignatureLength = 6;
     // The table of codes has 4096 entries, so that none stands for more pixels; the longest takes 12 bits.
     constexpr std::int64_t MostPixelsInAByte = 4096 * 8 / 12 + 1;
 
-    const Bytes screen = exactBytes(file, 6, ScreenEnd - 6);
-    std::int64_t offset = ScreenEnd + colourTableLength(screen[4]);
-    while (exactBytes(file, offset, 1)[0] == Extension)
-        offset = behindSubBlocks(file, offset + 2);
-    const Bytes image = exactBytes(file, offset, 10);
-    if (image[0] != ImageStart)
+    ByteStream stream(file, SignatureLength);
+    unsigned width = stream.number(2);
+    unsigned height = stream.number(2);
+    const unsigned packed = stream.number(1);
+    stream.skip(2 + colourTableLength(packed));
+    unsigned kind = stream.number(1);
+    for (; kind == Extension; kind = stream.number(1)) {
+        stream.skip(1);
+        while (const unsigned length = stream.number(1))
+            stream.skip(length);
+    }
+    if (kind != ImageStart)
         refuse();
-    const std::int64_t right = littleEndian(image, 1, 2) + littleEndian(image, 5, 2);
-    const std::int64_t bottom = littleEndian(image, 3, 2) + littleEndian(image, 7, 2);
-    checkSize(std::max<std::int64_t>(littleEndian(screen, 0, 2), right),
-        std::max<std::int64_t>(littleEndian(screen, 2, 2), bottom), file.length(), MostPixelsInAByte);
+    const unsigned left = stream.number(2);
+    const unsigned top = stream.number(2);
+    width = std::max(width, left + stream.number(2));
+    height = std::max(height, top + stream.number(2));
+    checkSize(width, height, file.length(), MostPixelsInAByte);
+    return {static_cast<int>(width), static_cast<int>(height)};
 }
 
 std::uint32_t littleEndian(std::span<const unsigned char> bytes, std::size_t position, std::size_t length)

@@ -6,6 +6,7 @@
 #include "platform/qt/pictures/EmbeddedProfile.h"
 #include "platform/qt/pictures/PictureData.h"
 #include "platform/qt/pictures/PictureHeader.h"
+#include "platform/qt/pictures/Reduction.h"
 #include "platform/qt/pictures/wmf/WmfReader.h"
 #include "runtime/Failure.h"
 
@@ -14,6 +15,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <exception>
 #include <limits>
@@ -26,14 +28,16 @@ namespace trovarium {
 
 namespace {
 
-// Reduced pixels are still averaged when they are painted, so that what the reduced transform of a JPEG
-// does differently at sharp edges doesn't show.
-constexpr int Reserve = 4;
 // A block of 64 pixels takes at least a bit of the entropy-coded data.
 constexpr std::int64_t MostJpegPixelsInAByte = 512;
 
 // What follows beyond can't belong to a picture that is small enough to be decoded.
 constexpr std::int64_t MostJpegBytes = std::int64_t{1} << 30;
+
+[[noreturn]] void refuse()
+{
+    throw Failure(FailureKind::InvalidPicture);
+}
 
 class CancellableFile : public QFile {
 public:
@@ -49,13 +53,29 @@ private:
     const std::atomic<bool>& m_cancelled;
 };
 
-QImage newImage(QSize size)
-{
-    QImage image(size, QImage::Format_RGB32);
-    if (image.isNull())
-        throw Failure(FailureKind::OutOfMemory);
-    return image;
-}
+// Large pictures are decoded one at a time: each may take a gigabyte meanwhile.
+class Turn {
+public:
+    Turn(std::timed_mutex& largeOnes, const std::atomic<bool>& cancelled)
+        : m_lock(largeOnes, std::defer_lock)
+        , m_cancelled(cancelled)
+    {
+    }
+
+    // Before so many pixels are decoded, or bytes read; the turn lasts as long as this lives.
+    void await(std::int64_t count)
+    {
+        if (count <= HarmlessPixels || m_lock.owns_lock())
+            return;
+        while (!m_lock.try_lock_for(std::chrono::milliseconds(20)))
+            if (m_cancelled)
+                refuse();
+    }
+
+private:
+    std::unique_lock<std::timed_mutex> m_lock;
+    const std::atomic<bool>& m_cancelled;
+};
 
 Picture pictureOf(QImage pixels, QSize naturalSize)
 {
@@ -65,56 +85,23 @@ Picture pictureOf(QImage pixels, QSize naturalSize)
     return Picture(std::move(data));
 }
 
-Picture readJpeg(const PictureFile& file, int longerSide, const std::atomic<bool>& cancelled)
+Picture readJpeg(const PictureFile& file, int longerSide, Turn& turn)
 {
     const auto bytes = file.bytes(0, static_cast<std::size_t>(std::min(file.length(), MostJpegBytes)));
-    JpegDecoder decoder(bytes, cancelled);
-    checkSize(decoder.width(), decoder.height(), file.length(), MostJpegPixelsInAByte);
-    int denominator = longerSide > 0 ? 8 : 1;
-    while (denominator > 1
-        && std::max(decoder.width(denominator), decoder.height(denominator)) < Reserve * std::int64_t{longerSide})
+    JpegDecoder decoder(bytes, file.cancelled());
+    const QSize size(decoder.width(), decoder.height());
+    checkSize(size.width(), size.height(), file.length(), MostJpegPixelsInAByte);
+    turn.await(pixelCount(size));
+    int denominator = 8;
+    while (denominator > reductionFor(size, longerSide))
         denominator /= 2;
-    QImage image = newImage(QSize(decoder.width(denominator), decoder.height(denominator)));
+    QImage image(decoder.width(denominator), decoder.height(denominator), QImage::Format_RGB32);
+    if (image.isNull())
+        throw Failure(FailureKind::OutOfMemory);
     if (!decoder.decode(denominator, reinterpret_cast<std::uint32_t*>(image.bits()),
             image.bytesPerLine() / qsizetype{sizeof(std::uint32_t)}))
-        return {};
-    return pictureOf(std::move(image), QSize(decoder.width(), decoder.height()));
-}
-
-QImage onWhite(const QImage& image)
-{
-    QImage white = newImage(image.size());
-    white.fill(Qt::white);
-    QPainter(&white).drawImage(0, 0, image);
-    return white;
-}
-
-// Some programs fill the fourth byte of a bitmap's pixels with 0 and mean nothing by it: then its
-// pixels become opaque.
-void mendEmptyAlpha(QImage& image)
-{
-    constexpr QRgb Opaque = 0xff000000U;
-    if (image.format() != QImage::Format_ARGB32)
-        return;
-    for (int y = 0; y < image.height(); ++y) {
-        const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        if (std::any_of(line, line + image.width(), [](QRgb pixel) { return (pixel & Opaque) != 0; }))
-            return;
-    }
-    for (int y = 0; y < image.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-        std::for_each(line, line + image.width(), [](QRgb& pixel) { pixel |= Opaque; });
-    }
-}
-
-// Brought down by a whole factor, so that pictures waiting to be painted small don't fill the memory.
-QImage reduced(const QImage& image, int longerSide)
-{
-    const int factor = std::max(image.width(), image.height()) / (Reserve * longerSide);
-    if (factor < 2)
-        return image;
-    const QSize size((image.width() + factor - 1) / factor, (image.height() + factor - 1) / factor);
-    return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        refuse();
+    return pictureOf(std::move(image), size);
 }
 
 const char* nameOf(PictureFormat format)
@@ -131,15 +118,17 @@ const char* nameOf(PictureFormat format)
     }
 }
 
-Picture readMetafile(const PictureFile& file, int longerSide, const std::atomic<bool>& cancelled)
+Picture readMetafile(const PictureFile& file, int longerSide)
 {
     constexpr int LongestSide = 1 << 24; // so that the reserve can't overflow
-    WmfPicture picture = readWmf(file, Reserve * std::min(longerSide, LongestSide), cancelled);
-    return picture.pixels.isNull() ? Picture() : pictureOf(std::move(picture.pixels), picture.naturalSize);
+    WmfPicture picture = readWmf(file, Reserve * std::min(longerSide, LongestSide), file.cancelled());
+    if (picture.pixels.isNull())
+        refuse();
+    return pictureOf(std::move(picture.pixels), picture.naturalSize);
 }
 
-// What a png, webp or tiff promises; those of the others are checked by their own headers.
-void checkPromise(const QImageReader& reader, std::int64_t length)
+// The size that a png, webp or tiff promises; those of the others are checked by their own headers.
+QSize checkPromise(const QImageReader& reader, std::int64_t length)
 {
     constexpr std::int64_t BitsOnScreen = 32;
     constexpr std::int64_t MostPacked =
@@ -149,25 +138,59 @@ void checkPromise(const QImageReader& reader, std::int64_t length)
     checkSize(size.width(), size.height(), length, std::numeric_limits<std::int64_t>::max());
     checkSize(
         std::max(std::int64_t{size.width()} * bits / BitsOnScreen, std::int64_t{1}), size.height(), length, MostPacked);
+    return size;
 }
 
-// The first image. The library tries nothing but this one format.
-QImage readByLibrary(const PictureFile& file, PictureFormat format, const std::atomic<bool>& cancelled)
+QImage turned(QImage image, QImageIOHandler::Transformations how)
 {
-    if (format == PictureFormat::Gif)
-        checkGif(file);
-    CancellableFile device(cancelled);
+    if (how == QImageIOHandler::TransformationNone)
+        return image;
+    image = std::move(image).mirrored(
+        how.testFlag(QImageIOHandler::TransformationMirror), how.testFlag(QImageIOHandler::TransformationFlip));
+    return how.testFlag(QImageIOHandler::TransformationRotate90) ? image.transformed(QTransform().rotate(90)) : image;
+}
+
+struct Decoded {
+    QImage pixels; // in 32 bits
+    QSize naturalSize;
+};
+
+// The first image. The library tries nothing but this one format.
+Decoded readByLibrary(const PictureFile& file, PictureFormat format, int longerSide, Turn& turn)
+{
+    const bool isGif = format == PictureFormat::Gif;
+    const QSize gifSize = isGif ? checkGif(file) : QSize();
+    CancellableFile device(file.cancelled());
     if (!device.open(file.descriptor(), QIODevice::ReadOnly))
         throw Failure(FailureKind::DeviceIo);
     QImageReader reader(&device, nameOf(format));
     reader.setAutoDetectImageFormat(false);
-    reader.setAutoTransform(true);
-    if (format != PictureFormat::Gif)
-        checkPromise(reader, file.length());
+    const QSize promised = isGif ? gifSize : checkPromise(reader, file.length());
+    // Of these the library holds all pixels, and once more while it unpacks them; no camera or scanner writes them.
+    constexpr std::int64_t MostHeldTwice = 120'000'000;
+    if ((isGif || format == PictureFormat::WebP) && pixelCount(promised) > MostHeldTwice)
+        refuse();
+    turn.await(pixelCount(promised));
+    const int factor = reductionFor(promised, longerSide);
+    // One of few bits is smaller as it is.
+    const bool comesReduced = format == PictureFormat::Png && factor > 1 && pixelCount(promised) > HarmlessPixels
+        && (reader.imageFormat() == QImage::Format_RGB32 || reader.imageFormat() == QImage::Format_ARGB32);
+    if (comesReduced)
+        reader.setScaledSize((promised / factor).expandedTo(QSize(1, 1)));
+    const QImageIOHandler::Transformations how = reader.transformation();
     QImage image = reader.read();
-    if (image.isNull() && !cancelled)
-        throw Failure(FailureKind::InvalidPicture);
-    return image;
+    if (image.isNull() || file.cancelled())
+        refuse();
+    const QSize size = comesReduced ? promised : image.size();
+    image = turned(reduced(std::move(image), comesReduced ? 1 : factor, file.cancelled()), how);
+    return {std::move(image), how.testFlag(QImageIOHandler::TransformationRotate90) ? size.transposed() : size};
+}
+
+Decoded readBitmapFile(const PictureFile& file, int longerSide, Turn& turn)
+{
+    const QSize size = bitmapSize(file);
+    turn.await(pixelCount(size));
+    return {readBitmap(file, reductionFor(size, longerSide)), size};
 }
 
 // To sRGB by the profile that the file carries.
@@ -184,40 +207,42 @@ QImage inStandardColours(QImage image, const PictureFile& file, PictureFormat fo
     const ColourConversion conversion(profile, grey ? ColourKind::Grey : ColourKind::Rgb);
     if (conversion.empty())
         return image;
-    image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     if (!image.isNull())
         conversion.convert(reinterpret_cast<std::uint32_t*>(image.bits()), image.width(), image.height(),
-            image.bytesPerLine() / qsizetype{sizeof(std::uint32_t)});
+            image.bytesPerLine() / qsizetype{sizeof(std::uint32_t)}, file.cancelled());
     return image;
 }
 
-Picture opaquePicture(QImage image, int longerSide)
+QImage onWhite(QImage image)
 {
-    const QSize size = image.size();
-    image = image.hasAlphaChannel() ? onWhite(image) : std::move(image).convertToFormat(QImage::Format_RGB32);
-    if (longerSide > 0 && !image.isNull())
-        image = reduced(image, longerSide);
+    if (image.hasAlphaChannel()) {
+        image.convertTo(QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&image);
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationOver);
+        painter.fillRect(image.rect(), Qt::white);
+        painter.end();
+        image.reinterpretAsFormat(QImage::Format_RGB32);
+    }
     if (image.isNull())
         throw Failure(FailureKind::OutOfMemory);
-    return pictureOf(std::move(image), size);
+    return image;
 }
 
 } // namespace
 
-Picture readPicture(const PictureFile& file, int longerSide, const std::atomic<bool>& cancelled)
+Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes)
 try {
     const PictureFormat format = formatOf(file);
+    Turn turn(largeOnes, file.cancelled());
+    turn.await(file.length());
     if (format == PictureFormat::Jpeg)
-        return readJpeg(file, longerSide, cancelled);
+        return readJpeg(file, longerSide, turn);
     if (format == PictureFormat::Metafile)
-        return readMetafile(file, longerSide, cancelled);
-    QImage image =
-        format == PictureFormat::Bitmap ? readBitmap(file, cancelled) : readByLibrary(file, format, cancelled);
-    if (cancelled)
-        return {};
-    if (format == PictureFormat::Bitmap)
-        mendEmptyAlpha(image);
-    return opaquePicture(inStandardColours(std::move(image), file, format), longerSide);
+        return readMetafile(file, longerSide);
+    Decoded decoded = format == PictureFormat::Bitmap ? readBitmapFile(file, longerSide, turn)
+                                                      : readByLibrary(file, format, longerSide, turn);
+    return pictureOf(onWhite(inStandardColours(std::move(decoded.pixels), file, format)), decoded.naturalSize);
 } catch (const std::bad_alloc&) {
     throw Failure(FailureKind::OutOfMemory);
 } catch (const std::exception&) {

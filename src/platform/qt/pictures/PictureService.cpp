@@ -6,7 +6,6 @@
 #include "platform/qt/pictures/DecodeAhead.h"
 #include "platform/qt/pictures/PictureData.h"
 #include "platform/qt/pictures/PictureFile.h"
-#include "platform/qt/pictures/PictureReader.h"
 #include "runtime/Failure.h"
 
 #include <QImageReader>
@@ -16,6 +15,7 @@
 #include <functional>
 #include <map>
 #include <new>
+#include <utility>
 
 namespace trovarium {
 
@@ -28,8 +28,9 @@ constexpr std::size_t MostReduced = 8;
 } // namespace
 
 struct PictureService::State {
-    explicit State(FileService& fileService)
+    State(FileService& fileService, Patience thePatience)
         : files(fileService)
+        , patience(std::move(thePatience))
     {
     }
 
@@ -39,19 +40,18 @@ struct PictureService::State {
         if (path.empty())
             throw Failure(FailureKind::FileNotFound);
         const std::string native = files.nativeForReading(path);
-        const PictureFile file(native);
-        const Picture ready = ahead.take({native, longerSide}, file.stamp());
-        return ready.empty() ? readPicture(file, longerSide, neverCancelled) : ready;
+        return ahead.take({native, longerSide}, PictureFile(native, neverCancelled), patience);
     }
 
     FileService& files;
+    const Patience patience;
     DecodeAhead ahead;
     std::map<std::string, Picture, std::less<>> drawings;
     const std::atomic<bool> neverCancelled{false};
 };
 
-PictureService::PictureService(FileService& files)
-    : m_state(std::make_unique<State>(files))
+PictureService::PictureService(FileService& files, Patience patience)
+    : m_state(std::make_unique<State>(files, std::move(patience)))
 {
     // Photographs go beyond the library's 128 MB; what is too large is refused by its header instead.
     QImageReader::setAllocationLimit(0);
@@ -76,6 +76,13 @@ void PictureService::expect(std::vector<std::string> paths, int longerSide)
     for (const std::string& path : paths)
         attempt([&] { requests.push_back({m_state->files.nativeForReading(path), longerSide}); });
     m_state->ahead.expect(requests);
+}
+
+bool PictureService::isDecoded(std::string_view path, int longerSide, int milliseconds)
+{
+    bool isDone = true;
+    attempt([&] { isDone = m_state->ahead.isDone({m_state->files.nativeForReading(path), longerSide}, milliseconds); });
+    return isDone;
 }
 
 void PictureService::saveBitmap(const Picture& picture, std::string_view path)

@@ -33,6 +33,8 @@ constexpr auto Slot = 2ms;
 constexpr auto WaitStep = 5ms;
 // A list that is brought up to date is laid out anew, which takes a millisecond or two where it is long.
 constexpr auto LateSlot = 40ms;
+// How long a wait for a picture leaves a window's close box dead.
+constexpr auto LongestSilence = 500ms;
 // How long DoEvents may go without asking the window system.
 constexpr auto LookInterval = 1ms;
 
@@ -70,7 +72,7 @@ DesktopState::DesktopState(Desktop& owner, int& argc, char** argv, FileService& 
     , application(makeApplication(argc, argv))
     , turn(std::make_unique<QObject>())
     , gate(std::make_unique<InputGate>())
-    , pictures(fileService)
+    , pictures(fileService, [this](auto waited) { return mayWait(waited); })
     , realMedia(
           fileService, [this](const auto& condition, int milliseconds) { return waitUntil(condition, milliseconds); })
     , screen(*this)
@@ -283,10 +285,52 @@ bool DesktopState::timerIsDue(Clock::time_point now) const
 
 void DesktopState::repaintOnly()
 {
+    lookClosed(QEventLoop::ExcludeUserInputEvents);
+}
+
+// A window's close comes with the input, so that all of it is taken in, though nothing is done by it yet.
+bool DesktopState::mayWait(std::chrono::milliseconds waited)
+{
+    if (waited >= LongestSilence)
+        lookClosed(QEventLoop::AllEvents);
+    return !closeAsked;
+}
+
+bool DesktopState::keepsInput(QObject& receiver, QEvent& event)
+{
+    if (!closedToEvents && (keptInput.empty() || replaying))
+        return false;
+    event.accept();
+    if (event.type() == QEvent::ShortcutOverride)
+        return true; // asks only, before the key itself
+    if (keptInput.empty())
+        postponed.emplace_back([this] { replayInput(); });
+    keptInput.emplace_back(&receiver, event.clone());
+    return true;
+}
+
+void DesktopState::replayInput()
+{
+    if (closedToEvents) {
+        postponed.emplace_back([this] { replayInput(); });
+        return;
+    }
+    while (!keptInput.empty()) {
+        const auto [receiver, event] = std::move(keptInput.front());
+        keptInput.pop_front();
+        replaying = true;
+        if (receiver)
+            QCoreApplication::sendEvent(receiver, event.get());
+        replaying = false;
+    }
+}
+
+void DesktopState::lookClosed(QEventLoop::ProcessEventsFlags flags)
+{
     flushDirty();
     flushLate();
     closedToEvents = true;
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    QCoreApplication::processEvents(flags);
     closedToEvents = false;
     paintNow(); // what came meanwhile, such as a frame of a film
     for (std::function<void()>& action : std::exchange(postponed, {}))

@@ -7,17 +7,19 @@
 #include "platform/toolkit/Prompts.h"
 #include "platform/toolkit/Screen.h"
 
+#include <QEventLoop>
 #include <QObject>
 #include <QPointer>
 
 #include <chrono>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class QApplication;
-class QEventLoop;
 class QTimer;
 
 namespace trovarium {
@@ -100,8 +102,12 @@ struct DesktopState {
 
     void doEvents();
     void repaintOnly();
+    bool mayWait(std::chrono::milliseconds waited); // for a picture: false once the user closes a window
     void wait(int milliseconds);
     bool waitUntil(const std::function<bool()>& condition, int milliseconds);
+
+    // Whether input for a form waits until handlers may run again; then it takes it.
+    bool keepsInput(QObject& receiver, QEvent& event);
 
     // Deletes what may have an event of its own on the stack: not inside a loop that runs within that event.
     void discard(QObject* object);
@@ -135,7 +141,10 @@ struct DesktopState {
     int frames = 0;
     bool closedToEvents = false;
     std::vector<std::function<void()>> postponed; // what came while closed to events
-    bool moved = false;                           // a control moved since the last paint
+    bool closeAsked = false;                      // among it
+    std::deque<std::pair<QPointer<QObject>, std::shared_ptr<QEvent>>> keptInput;
+    bool replaying = false;
+    bool moved = false; // a control moved since the last paint
     Clock::time_point nextSlot{};
     Clock::time_point nextLateSlot{};
     Clock::time_point lastLook{};
@@ -143,6 +152,8 @@ struct DesktopState {
     bool running = false; // in `run`
 
 private:
+    void lookClosed(QEventLoop::ProcessEventsFlags flags);
+    void replayInput();
     void endOfFrames();
     bool timerIsDue(Clock::time_point now) const;
 };

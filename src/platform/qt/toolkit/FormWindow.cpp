@@ -75,7 +75,9 @@ void FormWindow::closeEvent(QCloseEvent* event)
         return;
     DesktopState& state = m_form->desktop().state();
     if (state.closedToEvents) {
-        state.postponed.emplace_back([window = QPointer<FormWindow>(this)] {
+        state.closeAsked = true;
+        state.postponed.emplace_back([&state, window = QPointer<FormWindow>(this)] {
+            state.closeAsked = false;
             if (window)
                 window->close();
         });
@@ -124,7 +126,10 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event)
     if (window == nullptr)
         return false;
     Form* form = window->form();
-    if (form == nullptr || !form->desktop().state().isOpenToInput(*form))
+    if (form == nullptr)
+        return true;
+    DesktopState& state = form->desktop().state();
+    if (state.keepsInput(*receiver, *event) || !state.isOpenToInput(*form))
         return true;
     if (event->type() != QEvent::KeyPress || !form->plan().KeyPreview)
         return false;

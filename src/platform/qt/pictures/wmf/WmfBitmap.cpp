@@ -20,12 +20,14 @@ constexpr std::uint32_t Masks = 3; // the highest kind of compression that is re
 
 class MemoryBytes : public PictureBytes {
 public:
-    explicit MemoryBytes(std::vector<unsigned char> bytes)
+    MemoryBytes(std::vector<unsigned char> bytes, const std::atomic<bool>& cancelled)
         : m_bytes(std::move(bytes))
+        , m_cancelled(cancelled)
     {
     }
 
     std::int64_t length() const override { return static_cast<std::int64_t>(m_bytes.size()); }
+    const std::atomic<bool>& cancelled() const override { return m_cancelled; }
     std::vector<unsigned char> bytes(std::int64_t offset, std::size_t length) const override
     {
         if (offset < 0 || offset >= this->length())
@@ -36,6 +38,7 @@ public:
 
 private:
     std::vector<unsigned char> m_bytes;
+    const std::atomic<bool>& m_cancelled;
 };
 
 // How far the lines stand behind the start of the bitmap's own header.
@@ -83,6 +86,9 @@ double WmfBitmap::pixelCount() const
 
 QImage WmfBitmap::image(const std::atomic<bool>& cancelled) const
 {
+    constexpr double MostPixels = 64'000'000;
+    if (pixelCount() > MostPixels)
+        throw Failure(FailureKind::InvalidPicture);
     const std::size_t offset = FileHeaderLength + linesOffset(m_bytes);
     std::vector<unsigned char> file(FileHeaderLength);
     file[0] = 'B';
@@ -90,7 +96,7 @@ QImage WmfBitmap::image(const std::atomic<bool>& cancelled) const
     for (std::size_t i = 0; i < 4; ++i)
         file[10 + i] = static_cast<unsigned char>(offset >> (8 * i) & 0xffU);
     file.insert(file.end(), m_bytes.begin(), m_bytes.end());
-    return readBitmap(MemoryBytes(std::move(file)), cancelled).convertToFormat(QImage::Format_RGB32);
+    return readBitmap(MemoryBytes(std::move(file), cancelled), 1).convertToFormat(QImage::Format_RGB32);
 }
 
 } // namespace trovarium

@@ -18,7 +18,8 @@ public:
     double pixelCount() const; // as promised
     bool topDown() const { return m_topDown; }
 
-    // RGB32, null when `cancelled` was set meanwhile. "Invalid picture" for a damaged bitmap.
+    // RGB32. "Invalid picture" for a damaged bitmap, for one of more than 64 megapixels, and
+    // when `cancelled` was set meanwhile.
     QImage image(const std::atomic<bool>& cancelled) const;
 
 private:

@@ -239,7 +239,8 @@ void WmfPlayer::createPatternBrush(const WmfRecord& record)
         m_objects.add(WmfOther());
         return;
     }
-    m_canvas.charge(bitmap.pixelCount() * 2);
+    constexpr double KeptPixelWork = 50; // so that all patterns together take up less than 250 MB
+    m_canvas.charge(bitmap.pixelCount() * KeptPixelWork);
     m_objects.add(QBrush(bitmap.image(m_cancelled)));
 }
 
