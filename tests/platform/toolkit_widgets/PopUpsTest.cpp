@@ -50,11 +50,6 @@ struct PopUpsTest : Stage {
     {
         robot.when([] { return box() != nullptr && box()->isVisible(); }, [act] { act(*box()); });
     }
-    Answer sure(const std::function<void(QDialog&)>& act)
-    {
-        expect(act);
-        return desktop.prompts().messageBox("Sure?", Buttons::YesNo, "");
-    }
     static void press(QDialog& dialog, QDialogButtonBox::StandardButton button)
     {
         dialog.findChild<QDialogButtonBox*>()->button(button)->click();
@@ -110,20 +105,6 @@ TEST_F(PopUpsTest, APopUpMenuReturnsBehindItsEntryOrWithoutAWindowAndTheProgramM
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
-TEST_F(PopUpsTest, AQuestionIsAnsweredByButtonEnterOrEscapeAndOutlivesItsFormButNotTheProgram)
-{
-    EXPECT_EQ(sure([](QDialog& dialog) { press(dialog, QDialogButtonBox::No); }), Answer::No);
-    EXPECT_EQ(sure([](QDialog& dialog) { key(dialog, Qt::Key_Return); }), Answer::Yes);
-    EXPECT_EQ(sure([](QDialog& dialog) { key(dialog, Qt::Key_Escape); }), Answer::No);
-    const auto unload = [&](QDialog& dialog) {
-        form.unload();
-        press(dialog, QDialogButtonBox::Yes);
-    };
-    EXPECT_EQ(sure(unload), Answer::Yes);
-    EXPECT_THROW(sure([](QDialog&) { testDesktop().endProgram(1); }), ProgramEnd);
-    EXPECT_EQ(box(), nullptr);
-}
-
 TEST_F(PopUpsTest, TextsAreShownAsTheyAreAndAnInputBoxGivesItsTextOrNothingWhenCancelled)
 {
     expect([&](QDialog& dialog) {
@@ -134,12 +115,6 @@ TEST_F(PopUpsTest, TextsAreShownAsTheyAreAndAnInputBoxGivesItsTextOrNothingWhenC
     Prompts& prompts = desktop.prompts();
     const std::string text = "<b>/home/ann/a & b</b>\r\rnext\r\nlast";
     EXPECT_EQ(prompts.messageBox(text, Buttons::Ok, "Removed unassociated INFO file(s)"), Answer::Ok);
-    expect([](QDialog& dialog) {
-        EXPECT_EQ(dialog.windowTitle(), "Trovarium");
-        EXPECT_LT(dialog.height(), dialog.screen()->availableGeometry().height()) << "the buttons are in reach";
-        press(dialog, QDialogButtonBox::Ok);
-    });
-    prompts.messageBox(std::string(500, '\r'), Buttons::Ok, "");
     expect([](QDialog& dialog) {
         auto* field = dialog.findChild<QLineEdit*>();
         EXPECT_EQ(textOf(dialog) + "|" + dialog.windowTitle(), "Enter name for new group.|New Album Group");
