@@ -115,7 +115,10 @@ bool GroupCommands::renameTo(const std::string& name)
         return false;
     attempt([&] { m_album.files.rename(paths.MidiPath + old + ".mid", paths.MidiPath + name + ".mid"); });
     m_album.group.CurrentGroupName = name;
-    m_form.groupList().renameEntry(old, name);
+    GroupListPane& list = m_form.groupList();
+    list.renameEntry(old, name);
+    if (list.SelectedGroupName == old)
+        list.SelectedGroupName = name;
     return true;
 }
 

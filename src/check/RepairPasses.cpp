@@ -199,19 +199,19 @@ bool RepairPasses::hasInfoFile(const std::string& name) const
         && files.isSameFile(GetPhotoLink(m_album, SplitPath(readable).FileName), photographPath(m_album.paths, name));
 }
 
-// Each statement steps over its own failure, so the tail stays unreached.
+// Each statement steps over its own failure, so the tail stays unreached. The list is written whole: a folder that
+// can't be listed, a full disk and a kill in the middle leave the old one.
 void RepairPasses::Create_AllPhotos_Group(std::string_view GroupFileName)
 try {
     std::int16_t count = 0;
-    int file = 0;
-    attempt([&] { count = m_splash.listAnew(m_album.paths.InfoPath); });
-    attempt([&] { file = m_album.files.freeFile(); });
-    attempt([&] { m_album.files.open(groupListPath(m_album, GroupFileName), OpenMode::Output, file); });
+    std::vector<std::string> names;
+    if (attempt([&] { count = m_splash.listAnew(m_album.paths.InfoPath); }))
+        return;
     for (int index = 0; index < count; ++index) {
-        attempt([&] { m_album.files.print(file, withoutLast(m_splash.File1.List(index), InfoEnding.size())); });
+        attempt([&] { names.emplace_back(withoutLast(m_splash.File1.List(index), InfoEnding.size())); });
         attempt([&] { updateProgress(index, count, GroupPassBase); });
     }
-    attempt([&] { m_album.files.close(file); });
+    attempt([&] { m_album.files.writeLines(writableGroupList(m_album, GroupFileName), names, Sync::No); });
 } catch (const Failure& failure) {
     logFailure(m_album, "Create_AllPhotos_Group", failure);
 }

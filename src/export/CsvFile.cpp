@@ -54,6 +54,7 @@ void WriteCsvRecord(Album& album, const std::string& infoName, const std::string
     const bool isRead = withFileQuietly(files, album.paths.InfoPath + infoName, OpenMode::Input, [&](int number) {
         while (!files.endOfFile(number))
             takeValue(files.lineInput(number), values);
+        files.removeLink(csvPath); // which the table would replace
         isNew = !files.exists(csvPath);
     });
     if (!isRead)

@@ -45,8 +45,7 @@ std::string_view allExtensionsOf(std::string_view name)
 
 } // namespace
 
-// The values of one run, and its way through the list. Each run has its own: a press of Auto-Scan clears the
-// dialog's guard, and then a second run can begin inside the first.
+// The values of one run, and its way through the list.
 class ImportRun::Files {
 public:
     Files(frmImport& form, Album& album, LongRun& run)
@@ -169,12 +168,14 @@ void ImportRun::Files::takeNumber()
     });
 }
 
-// A scan that was cancelled leaves whole paths, and entries without a folder. A whole path would get the information
-// file of its last name, which wasn't asked for and may hold a person's words; an entry without a folder would be
-// the file before it once more. The number that was typed may hold separators too.
+// A scan takes the folders of entries that were there before, and one that was cancelled leaves whole paths. A whole
+// path would get the information file of its last name, which wasn't asked for and may hold a person's words; an entry
+// without a folder leads nowhere, or to the file before it. The number that was typed may hold separators too.
 bool ImportRun::Files::isTorn(int i) const
 {
-    return !isPhotographName(m_form.List1.List(i)) || !isPhotographName(DestName) || i >= m_form.List2.ListCount();
+    const ListBox& folders = m_form.List2;
+    return !isPhotographName(m_form.List1.List(i)) || !isPhotographName(DestName) || i >= folders.ListCount()
+        || folders.List(i).empty();
 }
 
 // Takes away what the boxes tell; false where the library knows the photograph, or a file stays in its place.
@@ -262,7 +263,7 @@ void ImportRun::cmdImport_Click()
         return;
     }
     m_form.cmdImport.Caption = "Cancel";
-    if (m_form.DialogBusy)
+    if (m_form.DialogBusy || m_isRunning) // a press of Auto-Scan clears the dialog's guard
         return;
     m_form.DialogBusy = true;
     LongRun run;

@@ -173,10 +173,11 @@ void frmImport::cmdRemoveFile_Click()
     lbCount.Caption = numberText(List1.ListCount());
 }
 
-// After a scan that was cancelled List2 is shorter. While a scan divides its paths the list is closed, and stays whole.
+// After a scan that was cancelled List2 is shorter. While a scan divides its paths the list is closed, and stays whole,
+// and so it does under an import that walks through it.
 void frmImport::List1_KeyDown(int KeyCode, int /*Shift*/)
 try {
-    if (KeyCode == DeleteKey && List1.Enabled()) {
+    if (KeyCode == DeleteKey && List1.Enabled() && !m_importRun->isRunning()) {
         List1.Enabled = false;
         for (int i = List1.ListCount() - 1; i >= 0; --i) {
             if (!List1.Selected(i))

@@ -273,7 +273,7 @@ bool frmSearch::acceptGroupName()
 bool frmSearch::appendResults()
 try {
     FileService& files = m_album.files;
-    const std::string path = groupListPath(m_album, cmbGroupName.Text() + ".lst");
+    const std::string path = writableGroupList(m_album, cmbGroupName.Text() + ".lst");
     return withFileQuietly(files, path, OpenMode::Append, [&](int number) {
         for (int i = 1; i <= SearchResults.upperBound(); ++i) {
             // "NAME.jpg.info" stands for "NAME.jpg".

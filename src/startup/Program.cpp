@@ -100,9 +100,13 @@ void Program::requireLibrary()
     const std::string& library = m_album.paths.AppPath;
     bool isOurs = true;
     attempt([&] { isOurs = m_lock.take(library); });
-    if (!isOurs)
+    if (!isOurs) {
         m_desktop.prompts().messageBox("This album is open already: " + toNativePath(library), Buttons::Ok, "");
-    if (!isOurs || !mayWorkOutside(m_album, m_desktop))
+        m_desktop.endProgram();
+    }
+    bool mayOpen = false; // nor where that can't be seen
+    attempt([&] { mayOpen = mayWorkOutside(m_album, m_desktop); });
+    if (!mayOpen)
         m_desktop.endProgram();
 }
 

@@ -56,6 +56,14 @@ bool hasGroupList(const Album& album, std::string_view fileName)
     return album.files.exists(groupListPath(album, fileName));
 }
 
+std::string writableGroupList(const Album& album, std::string_view fileName)
+{
+    std::string path = groupListPath(album, fileName);
+    if (isAllPhotosGroup(groupNameOf(fileName)))
+        album.files.removeLink(path);
+    return path;
+}
+
 void renameGroupList(Album& album, std::string_view from, std::string_view to)
 {
     const std::string source = groupListPath(album, from);
@@ -95,7 +103,7 @@ try {
     if (!group.isWhole || (equalInCapitals(fileName, group.currentGroupFile()) && !hasGroupList(album, fileName)))
         return false;
     const std::vector<std::string> lines = selectedLines(group, 0, toInt16(group.GroupSelect.upperBound()));
-    return withFileQuietly(album.files, groupListPath(album, fileName), OpenMode::Append, [&](int number) {
+    return withFileQuietly(album.files, writableGroupList(album, fileName), OpenMode::Append, [&](int number) {
         for (const std::string& line : lines)
             album.files.print(number, line);
     });
@@ -113,7 +121,7 @@ bool RemoveFromGroupFile(Album& album, std::string_view fileName)
     int input = 0;
     int output = 0;
     try {
-        const std::string path = groupListPath(album, fileName);
+        const std::string path = writableGroupList(album, fileName);
         input = files.freeFile();
         files.open(path, OpenMode::Input, input);
         output = files.freeFile();
@@ -135,6 +143,7 @@ bool RemoveFromGroupFile(Album& album, std::string_view fileName)
     } catch (const Failure&) {
         attempt([&] { files.close(output); });
         attempt([&] { files.close(input); });
+        attempt([&] { files.remove(scratchPath); });
         return false;
     }
 }
@@ -154,7 +163,7 @@ try {
         if (i == position)
             lines.insert(lines.end(), block.begin(), block.end());
     }
-    album.files.writeLines(groupListPath(album, fileName), lines, Sync::Yes);
+    album.files.writeLines(writableGroupList(album, fileName), lines, Sync::Yes);
     return true;
 } catch (const Failure&) {
     return false;

@@ -25,6 +25,10 @@ std::string groupListPath(const Album& album, std::string_view fileName);
 // Whether there is such a list, in any case of letters. A look that fails is a failure.
 bool hasGroupList(const Album& album, std::string_view fileName);
 
+// The same for a list that is about to be written. That of all photographs is the program's own: a link in its place
+// goes, wherever it leads.
+std::string writableGroupList(const Album& album, std::string_view fileName);
+
 // Failures go to the caller, as for every rename: it never replaces another list.
 void renameGroupList(Album& album, std::string_view from, std::string_view to);
 

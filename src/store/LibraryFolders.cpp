@@ -110,8 +110,8 @@ try {
 void removeLeftOvers(Album& album)
 {
     const AlbumPaths& paths = album.paths;
-    std::vector<std::string> folders{paths.ThumbnailPath, paths.AudioPath, paths.MidiPath};
-    for (const std::string& folder : {paths.PhotoPath, paths.InfoPath, paths.AudioPath})
+    std::vector<std::string> folders{paths.AppPath + "\\", paths.ThumbnailPath, paths.AudioPath, paths.MidiPath};
+    for (const std::string& folder : {paths.PhotoPath, paths.InfoPath, paths.AudioPath, paths.MidiPath})
         folders.push_back(folder + "Removed\\");
     // The check lists these; one that was skipped may not have.
     std::vector<std::string> checked{paths.PhotoPath, paths.InfoPath, paths.SlideGroupPath};

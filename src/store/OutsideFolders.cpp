@@ -62,7 +62,7 @@ bool mayWorkOutside(Album& album, Desktop& desktop)
     if (answer != Answer::Yes)
         return false;
     for (const FolderLink& link : links)
-        album.Settings().SetOWSetting("Trovarium", Section, link.path, link.target);
+        attempt([&] { album.Settings().SetOWSetting("Trovarium", Section, link.path, link.target); });
     return true;
 }
 

@@ -96,8 +96,8 @@ void InfoBox::saveUnsaved()
 {
     std::erase_if(m_unsaved, [this](const auto& unsaved) {
         const auto& [name, info] = unsaved;
-        const auto isUnseen = attempt([&] { m_album.files.length(infoFilePath(m_album.paths, name)); });
-        return !isUnseen && SaveImageInfo(m_album, name + ".info", info);
+        const auto unseen = attempt([&] { m_album.files.length(infoFilePath(m_album.paths, name)); });
+        return unseen ? unseen->kind() == FailureKind::FileNotFound : SaveImageInfo(m_album, name + ".info", info);
     });
 }
 

@@ -59,8 +59,8 @@ TEST_F(ImportRunTest, PhotographsGetInformationThumbnailsAndTheirPlaceAndNoneIsL
 
         group().CurrentGroupName = "  all photos  ";
         expectErrors("a.jpg");
-        import({"a.jpg", "a.jpg", "b.jpg"}, {Links}, "");
-        EXPECT_TRUE(info("a.jpg").starts_with("PhotoPath=\\a.jpg\r\n"));
+        import({"a.jpg", "a.jpg", "b.jpg"}, {Links}, "/none");
+        EXPECT_TRUE(info("a.jpg").starts_with("PhotoPath=/none\\a.jpg\r\n"));
         EXPECT_EQ(linesOf("  All Photos  ").size(), 4U) << "once, though it is the group on show too";
 
         putSources({"p1.jpg", "d.jpg"});

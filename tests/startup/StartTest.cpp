@@ -95,7 +95,7 @@ struct Start : testing::Test {
             folder.write("Library/Photo_Info/" + name + ".info", "TITLE=mine\r\n");
         }
         for (const auto& photograph : fs::directory_iterator(folder.native("Library/Photos")))
-            fs::last_write_time(photograph, fs::file_time_type() + std::chrono::hours(1)); // no thumbnail's date
+            fs::last_write_time(photograph, fs::file_time_type()); // no thumbnail's date
         for (const auto& [place, victim] :
             {std::pair<std::string, std::string>{"Trovarium.Log", "log"}, {"LogFile.tmp", "log's scratch"},
                 {"test.txt", "write test"}, {"Photo_SlideGroups/Linked.lst", "list"},
@@ -111,6 +111,9 @@ struct Start : testing::Test {
             fs::remove(folder.native("Library/" + place));
             fs::create_symlink(folder.native("Documents/" + victim), folder.native("Library/" + place));
         }
+        folder.write("Library/Photos/.new-99999999-0", "half");
+        const auto aDayAgo = fs::file_time_type::clock::now() - std::chrono::hours(25);
+        fs::last_write_time(folder.native("Library/Photos/.new-99999999-0"), aDayAgo);
         for (const std::string name :
             {"Documents/thesis", "Documents/thesis.info", "Library/Photo_SlideGroups/note.txt"})
             folder.write(name, "private");
@@ -303,6 +306,7 @@ TEST_F(Start, OfAStrangersAlbumAndAllActsOfTheMenusLeaveEveryFileOutsideAsItIs)
             EXPECT_EQ(after.size(), before.size()) << way << group;
         }
         EXPECT_EQ(folder.read("Library/Photo_SlideGroups/note.txt"), "private");
+        EXPECT_EQ(fs::exists(folder.native("Library/Photos/.new-99999999-0")), way == "read-only") << "left by a kill";
         if (way != "read-only")
             EXPECT_TRUE(folder.read("Library/Trovarium.Log").starts_with("Created"));
         else // it works on the installed copy

@@ -69,7 +69,8 @@ void FileService::State::copy(
 // On a file system without case both names lead to the one entry.
 bool FileService::State::isSameInOtherCase(const Target& from, const Target& to) const
 {
-    return from.status && to.status && isOneFile(*from.status, *to.status) && from.status->st_nlink == 1
+    struct stat own = {}; // not that of a file which a link leads to
+    return to.status && lstat(from.native.c_str(), &own) == 0 && isOneFile(own, *to.status) && own.st_nlink == 1
         && from.place.folder == to.place.folder && from.place.leaf != to.place.leaf
         && equalInCapitals(nameInside(from.place.leaf), nameInside(to.place.leaf));
 }

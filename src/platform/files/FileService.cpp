@@ -344,7 +344,7 @@ std::vector<FolderLink> FileService::linksOut(
     for (const std::string& leaf : leaves) {
         const std::string path = joinNative(native, leaf);
         std::string target = withoutLinks(path);
-        if (!isLink(path) || (!target.empty() && isBelow(target, homeFolder)))
+        if (!isLink(path) || (!target.empty() && !homeFolder.empty() && isBelow(target, homeFolder)))
             continue;
         if (target.empty() && attempt([&] { target = linkEnd(path).whole(); }))
             continue; // links in a circle, which will never lead anywhere

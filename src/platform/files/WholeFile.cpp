@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <fcntl.h>
-#include <filesystem>
 #include <unistd.h>
 
 namespace trovarium {

@@ -6,6 +6,7 @@
 #include "platform/toolkit/PictureBox.h"
 #include "platform/toolkit/Timer.h"
 
+#include <QCoreApplication>
 
 #include <csignal>
 
