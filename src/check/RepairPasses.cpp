@@ -173,12 +173,18 @@ try {
 void RepairPasses::InfoFilesExist(bool /*AutoFix*/)
 try {
     const std::int16_t count = m_splash.listAnew(m_album.paths.PhotoPath);
+    std::optional<NamesInCapitals> inCapitals;
     for (int index = 0; index < count; ++index) {
         const std::string name = m_splash.File1.List(index);
+        const std::string infoFile = infoFilePath(m_album.paths, name);
         // One that can't be seen may hold a person's words: its failure ends the pass. The link is the same wherever
         // the settings put the photographs.
-        if (!hasInfoFile(name))
-            CreateInfoFile(m_album.files, infoFilePath(m_album.paths, name), "\\Photos\\" + name);
+        if (!m_album.files.exists(infoFile)) {
+            if (!inCapitals)
+                inCapitals = infoFilesInCapitals();
+            if (!hasOneOfOtherCase(name, *inCapitals))
+                CreateInfoFile(m_album.files, infoFile, "\\Photos\\" + name);
+        }
         updateProgress(index, count, InfoPassBase);
         if (m_album.AutoCheckBypass)
             return;
@@ -187,16 +193,22 @@ try {
     logFailure(m_album, "InfoFilesExist", failure);
 }
 
-// One whose name differs only in case is that of this photograph when it leads to it.
-bool RepairPasses::hasInfoFile(const std::string& name) const
+// Listed once, and only for the first photograph that lacks its own: a first start makes thousands.
+RepairPasses::NamesInCapitals RepairPasses::infoFilesInCapitals() const
 {
-    const FileService& files = m_album.files;
-    const std::string infoFile = infoFilePath(m_album.paths, name);
-    if (files.exists(infoFile))
-        return true;
-    const std::string readable = files.asItStands(infoFile);
-    return readable != infoFile
-        && files.isSameFile(GetPhotoLink(m_album, SplitPath(readable).FileName), photographPath(m_album.paths, name));
+    NamesInCapitals names;
+    for (const std::string& name : m_album.files.list(m_album.paths.InfoPath + "*.info"))
+        names.emplace(upper(name), name);
+    return names;
+}
+
+// Such a file is this photograph's when it leads to it.
+bool RepairPasses::hasOneOfOtherCase(const std::string& name, const NamesInCapitals& infoFiles) const
+{
+    const auto [first, last] = infoFiles.equal_range(upper(name + std::string(InfoEnding)));
+    return std::any_of(first, last, [&](const auto& infoFile) {
+        return m_album.files.isSameFile(GetPhotoLink(m_album, infoFile.second), photographPath(m_album.paths, name));
+    });
 }
 
 // Each statement steps over its own failure, so the tail stays unreached. The list is written whole: a folder that

@@ -2,6 +2,7 @@
 
 #include "store/GroupOnShow.h"
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,7 +35,10 @@ public:
     void Create_AllPhotos_Group(std::string_view GroupFileName);
 
 private:
-    bool hasInfoFile(const std::string& name) const;
+    using NamesInCapitals = std::multimap<std::string, std::string>;
+
+    NamesInCapitals infoFilesInCapitals() const;
+    bool hasOneOfOtherCase(const std::string& name, const NamesInCapitals& infoFiles) const;
     std::vector<std::string> listed(const std::string& folder, std::string_view ending = {}) const;
     void updateProgress(int index, int count, float base);
     bool isAgreed(bool AutoFix, std::string_view text, std::string_view title);
