@@ -18,13 +18,12 @@ namespace trovarium {
 
 inline constexpr int Killed = 42;
 
-// What tells such a process of its part: the folder that it shares, the act, and the step that it doesn't take.
+// What tells such a process of its part: the folder that it shares, and the step that it doesn't take.
 inline constexpr const char* FolderVariable = "KILLED_FOLDER";
-inline constexpr const char* ActVariable = "KILLED_ACT";
 inline constexpr const char* StepVariable = "KILLED_AT";
 
 // The exit code of a process that acts and ends before the operation number `step` that may write, or -1.
-inline int runUntilKilled(const std::string& folder, int act, int step)
+inline int runUntilKilled(const std::string& folder, int step)
 {
     const TemporaryFolder placeOfTheKilled; // which can't clear up
     const std::string filter =
@@ -32,7 +31,7 @@ inline int runUntilKilled(const std::string& folder, int act, int step)
     const pid_t child = fork();
     if (child == 0) {
         for (const auto& [name, value] : {std::pair("TMPDIR", placeOfTheKilled.path()), {"QT_LOGGING_RULES", "*=false"},
-                 {FolderVariable, folder}, {ActVariable, std::to_string(act)}, {StepVariable, std::to_string(step)}})
+                 {FolderVariable, folder}, {StepVariable, std::to_string(step)}})
             setenv(name, value.c_str(), 1);
         execl("/proc/self/exe", "killed", filter.c_str(), "--gtest_brief=1", nullptr);
         _exit(127);
