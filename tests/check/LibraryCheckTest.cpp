@@ -300,9 +300,6 @@ TEST_F(LibraryCheck, TheSplashFormTellsItsVersionAndFillsItsBarWhenItSkips)
     const frmFirstTime firstTime(desktop);
     EXPECT_TRUE(firstTime.Label5.WordWrap() && firstTime.Label6.Caption().ends_with(WebSite));
     EXPECT_FALSE(firstTime.Picture().empty() || splash().Picture().empty() || builder().Picture().empty());
-    splash().tmrSplash.Enabled = true;
-    splash().Unload.raise();
-    EXPECT_FALSE(splash().tmrSplash.Enabled());
     splash().tmrSplash.Tick.raise();
     EXPECT_FALSE(splash.isLoaded());
 }
