@@ -68,9 +68,6 @@ class User:
         until("the import", lambda: any(self.library.infos.iterdir()), lambda: dialog.do("alt+i"))
         self.holds(ALL_PHOTOS, list(range(len(NAMES))))
         self.desktop.close(dialog.window)
-        for name in NAMES:
-            folders = [folder.name for folder in self.library.root.glob("Photo*") for _ in folder.glob(name + "*")]
-            equal(f"where {name} has files", sorted(folders), ["Photo_Info", "Photo_Thumbnails", "Photos"])
 
     def make_groups(self) -> None:
         everything = list(range(len(NAMES)))
@@ -118,11 +115,6 @@ class User:
             self.main.shows(f"slide {number}", {View.FRAME_CENTRE: colour_of(number)})
         self.main.shows_page("the end of the show", [0, 2, 4, 40])
 
-    def read_help(self) -> None:
-        page = self.library.home.page
-        until("help", page.exists, lambda: self.desktop.choose(self.main.window, "h", "c"))
-        equal("the page of help", page.read_text().endswith("/Album/help/index.html"), True)
-
 
 def half_hour(desktop: VirtualDesktop, library: Library) -> None:
     with library.start(desktop) as program:
@@ -136,7 +128,6 @@ def half_hour(desktop: VirtualDesktop, library: Library) -> None:
         user.select(1)
         user.link()
         user.watch()
-        user.read_help()
         user.main.shows("the clip", {View.FRAME_CENTRE: WHITE}, lambda: user.main.click(View.cell(3), times=2))
         desktop.close(user.main.window)
         equal("exit code after the close box", program.wait(), 0)

@@ -49,7 +49,6 @@ class Library:
         self.home = Home(folder / "home")
         self.camera.mkdir(parents=True)
         (self.root / "trovarium").symlink_to(program)
-        (self.root / "help").symlink_to(Path(__file__).resolve().parents[2] / "help")
         self.photos = self.root / "Photos"
         self.infos = self.root / "Photo_Info"
 
