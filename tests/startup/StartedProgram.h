@@ -6,7 +6,6 @@
 #include "startup/Program.h"
 #include "startup/UnloadAllForms.h"
 #include "store/GroupFile.h"
-#include "support/KilledProcess.h"
 #include "support/PlainBitmap.h"
 #include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
@@ -20,6 +19,9 @@
 namespace trovarium {
 
 namespace fs = std::filesystem;
+
+// Names the folder of a process that acts for another one.
+inline constexpr const char* FolderVariable = "KILLED_FOLDER";
 
 // Starts of the program on a library, settings and a place of the installed copy in a temporary folder, and what its
 // user does then.
@@ -100,17 +102,6 @@ struct Start : testing::Test {
         if (album->view.InfoEditing)
             robot.click(main.cmdEditPhotoInfo);
     }
-    void append(const std::string& title, const std::vector<std::string>& groups)
-    {
-        in<frmSearch>(program->mainWindow()().mnuEditSearchAppend, "frmSearch", [&](frmSearch& form) {
-            form.txtTitle.Text = title;
-            robot.click(form.cmdSearch);
-            for (const std::string& group : groups) {
-                form.cmbGroupName.Text = group;
-                robot.click(form.cmdSave);
-            }
-        });
-    }
     // Files, without those that were removed.
     auto countIn(const std::string& place) const
     {
@@ -145,7 +136,12 @@ struct Start : testing::Test {
             describe(cell, title);
             robot.click(main.pctAlbumList(0));
         }
-        append("\u00E4", {"Gr\u00F6\u00DFe \u5C71"});
+        in<frmSearch>(main.mnuEditSearchAppend, "frmSearch", [&](frmSearch& form) {
+            form.txtTitle.Text = "\u00E4";
+            robot.click(form.cmdSearch);
+            form.cmbGroupName.Text = "Gr\u00F6\u00DFe \u5C71";
+            robot.click(form.cmdSave);
+        });
         robot.click(main.pctAlbumList(1));
         robot.click(main.imgThumbnail(2));
         robot.click(main.imgThumbnail(3), LeftButton, CtrlKey);
