@@ -34,7 +34,6 @@ public:
         FormSlot<frmThumbnail>& thumbnailBuilder);
     ~frmImport() override;
 
-    AutoScan& autoScan() { return *m_autoScan; }
 
     // The types of the checked boxes, for the list of files.
     void BuildFilePattern();
