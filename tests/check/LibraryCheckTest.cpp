@@ -300,8 +300,7 @@ TEST_F(LibraryCheck, TheSplashFormTellsItsVersionAndFillsItsBarWhenItSkips)
     const frmFirstTime firstTime(desktop);
     EXPECT_TRUE(firstTime.Label5.WordWrap() && firstTime.Label6.Caption().ends_with(WebSite));
     EXPECT_FALSE(firstTime.Picture().empty() || splash().Picture().empty() || builder().Picture().empty());
-    splash().tmrSplash.Tick.raise();
-    EXPECT_FALSE(splash.isLoaded());
+    splash().unload();
 }
 
 TEST_F(LibraryCheck, AFailureEndsThePassAndReplacesNobodysWords)

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "browser/Selection.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
 #include "startup/Program.h"
 #include "startup/UnloadAllForms.h"
-#include "store/GroupFile.h"
 #include "support/PlainBitmap.h"
 #include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
