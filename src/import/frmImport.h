@@ -34,8 +34,6 @@ public:
         FormSlot<frmThumbnail>& thumbnailBuilder);
     ~frmImport() override;
 
-    AutoScan& autoScan() { return *m_autoScan; }
-
     // The types of the checked boxes, for the list of files.
     void BuildFilePattern();
     // Puts the files chosen in File1 on the list; false when a failure ended it. A name that is on the list

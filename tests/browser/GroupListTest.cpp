@@ -114,10 +114,6 @@ TEST_F(GroupListTest, AGroupOfAnySizeHasItsPagesAndAPageTakesTheFrameBackFromAPh
         EXPECT_EQ(selectedPositions(), Positions{}) << "nobody chose one in the group that came meanwhile";
     }
     desktop.files().setFaultHook({});
-    view().ViewMode = ViewPhoto;
-    EXPECT_TRUE(main().pages().ShowThumbnailBoxes(false) && view().ViewMode == ViewPhoto);
-    EXPECT_TRUE(main().pages().ShowThumbnailBoxes(true) && view().ViewMode == ViewThumbnails);
-    EXPECT_EQ(cells().size(), 16U) << "all of them";
 }
 
 } // namespace trovarium

@@ -4,13 +4,6 @@
 //
 // So many files of each format, or of the one, damaged by the seeds from SEED on.
 
-#include "browser/GroupListPane.h"
-#include "browser/MainWindow.h"
-#include "browser/ThumbnailPages.h"
-#include "check/GroupRepair.h"
-#include "check/RepairPasses.h"
-#include "check/frmSplash.h"
-#include "check/frmThumbnail.h"
 #include "platform/media/FilgraphManager.h"
 #include "platform/media/FilmSurface.h"
 #include "platform/media/MediaService.h"
@@ -18,10 +11,8 @@
 #include "platform/pictures/TestPictures.h"
 #include "platform/qt/pictures/PictureData.h"
 #include "platform/sdl/SoundDevice.h"
-#include "search/frmSearch.h"
-#include "store/GroupFile.h"
+#include "startup/StartedProgram.h"
 #include "store/Log.h"
-#include "viewer/PhotoDisplay.h"
 
 #include <QApplication>
 
@@ -33,8 +24,6 @@
 namespace trovarium {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr unsigned Deadline = 30; // seconds for one file, and for the end of the program behind the last
 
@@ -124,117 +113,71 @@ bool sounds(const std::string& native)
 }
 
 // The files that get damaged, by format.
-const std::map<std::string, std::string> Places{{"info", "Library/Photo_Info/p2.jpg.info"},
-    {"list", "Library/Photo_SlideGroups/Alps.lst"}, {"settings", "settings/settings.txt"},
-    {"log", "Library/Trovarium.Log"}};
+const std::map<std::string, std::string> Places{{"info", "Library/Photo_Info/2.jpg.info"},
+    {"list", "Library/Photo_SlideGroups/Gr\u00F6\u00DFe \u5C71.lst"},
+    {"settings", "config/OmbrelaneWorks/settings.txt"}, {"log", "Library/Trovarium.Log"}};
 
-// A library with one file that gets damaged, as a start meets it and the window uses it.
-class DamagedLibrary : public MainWindow {
+// A library with one file that gets damaged, as a start meets it and its user goes through it.
+class DamagedLibrary : public Start {
 public:
-    DamagedLibrary()
-    {
-        putPhotos(names(3));
-        putGroup("Alps", {"p3.jpg", "p1.jpg", "p2.jpg"});
-        putGroup("Rome", {"p3.jpg", "p1.jpg"});
-        test.put(
-            test.library() + "\\Trovarium.Log", joinedLines(Names(1000, "An error has occurred in 'test'. Error = 7")));
-        test.setSetting("SourceFolders", "Info", test.paths().InfoPath);
-        test.setSetting("SourceFolders", "MidiMusic", test.paths().MidiPath);
-        test.setSetting("Options", "AutoFix", "True");
-        // Damaged settings and links lead anywhere: nothing outside is touched.
-        desktop.files().setFaultHook([cage = test.folder().inside()](FileOperation operation, std::string_view path) {
-            if (operation != FileOperation::Exists && (!path.starts_with(cage) || path.find("..") != path.npos))
-                throw Failure(FailureKind::PathFileAccess);
-        });
-        open();
-        main().optInfoPosition(2).Value = true;
-        startAndUse();
-        putGroup("Alps", names(3));
-        startAndUse(); // now every file is as the program writes it
-        EXPECT_EQ(linesOf("Alps"), names(3));
-        m_sound = test.allFiles();
-        m_sound.erase("Library/Photo_SlideGroups/Found.lst"); // grows with every search
-    }
+    DamagedLibrary() { prepareAll(); }
 
     std::vector<std::string> sound(const std::string& format) const
     {
-        const std::string& bytes = m_sound.at(Places.at(format));
+        const std::string bytes = folder.read(Places.at(format));
         return {bytes, bytes + bytes};
     }
 
     bool meets(const std::string& format, const std::string& damaged)
     {
-        for (const auto& [path, bytes] : test.allFiles()) {
-            const auto sound = m_sound.find(path);
-            if (sound == m_sound.end() && path != "damaged." + format)
-                fs::remove(test.folder().native(path));
-            else if (sound != m_sound.end() && sound->second != bytes)
-                test.folder().write(path, sound->second);
+        prepareAll();
+        folder.write(Places.at(format), damaged);
+        const std::set<std::string> before = everything("Library/");
+        ScriptedPrompts prompts(desktop);
+        prompts.agreeWith("");
+        // Damaged settings and links lead anywhere: nothing outside is touched.
+        const int code = start({}, [cage = folder.inside()](FileOperation operation, std::string_view path) {
+            if (operation != FileOperation::Exists && (!path.starts_with(cage) || path.find("..") != path.npos))
+                throw Failure(FailureKind::PathFileAccess);
+        });
+        if (code == 0)
+            use();
+        end();
+        const std::set<std::string> after = everything("Library/");
+        for (const std::string& file : before) {
+            const bool changes = file.starts_with(Places.at(format)) || file.find(".lst") != file.npos;
+            EXPECT_TRUE(changes || placeOf(file, after) != "nowhere") << file;
         }
-        test.folder().write(Places.at(format), damaged);
-        const bool shown = startAndUse();
-        std::map<std::string, std::string> after = test.allFiles();
-        for (const auto& [path, bytes] : m_sound) {
-            // Every check writes the list of all photographs, and every failure is logged. Without information a
-            // photograph leaves the groups, and thumbnails are made where information and settings lead.
-            const bool follows = path.ends_with(".Log") || path.ends_with("  All Photos  .lst")
-                || (damaged.empty() && path.ends_with(".lst")) || path.ends_with("Thumbnails/p2.jpg")
-                || (format == "settings" && path.find("Thumbnails") != path.npos);
-            EXPECT_TRUE(path == Places.at(format) || follows || after[path] == bytes) << path << " has changed";
-        }
-        return shown;
+        return code == 0;
     }
-
-    using MainWindow::test;
 
 private:
     void TestBody() override { }
 
-    bool startAndUse()
+    void prepareAll()
     {
-        Album& album = test.album();
-        readFolderSettings(album);
-        if (test.paths().SlideGroupPath.empty())
-            return false; // ends the program
-        CheckDirPaths(album, desktop);
-        RepairPasses(album, m_splash(), m_builder).CheckFolderContents();
-        RemoveMissingPhotosFromGroup(album, desktop);
-        removeLeftOvers(album);
-
-        bool shown = false;
-        main().groupList().LoadGroupNames();
-        main().pages().LoadSlideGroup("Alps.lst");
-        main().photoDisplay().DisplayPhoto(2, true, shown);
-        const bool isShown = shown;
-        robot.click(main().cmdEditPhotoInfo);
-        main().photoDisplay().DisplayPhoto(3, true, shown); // saves the second
-        robot.click(main().cmdEditPhotoInfo);
-        if (const int last = group().GroupSelect.upperBound(); last > 0) {
-            group().GroupSelect(last) = 1; // to the end, where it is, out, and in again
-            ReorderGroupFile(album, "Alps.lst", last);
-            RemoveFromGroupFile(album, "Alps.lst");
-            AddToGroup(album, "Alps.lst");
-        }
-        m_search.txtTitle.Text = "p";
-        m_search.cmdSearch_Click();
-        m_search.cmbGroupName.Text = "Found";
-        m_search.cmdSave_Click();
-
-        const std::string options = album.Settings().GetOWSetting("Trovarium", "Options", "AutoFix", "?");
-        test.setSetting("Import", "LastPath", "/a\\b ");
-        EXPECT_EQ(album.Settings().GetOWSetting("Trovarium", "Import", "LastPath", "?"), "/a\\b ");
-        EXPECT_EQ(album.Settings().GetOWSetting("Trovarium", "Options", "AutoFix", "?"), options);
-        logFailure(album, "damage", Failure(FailureKind::Overflow));
-        EXPECT_TRUE(test.log().ends_with("'damage'. Error = Overflow\r\n"));
-        desktop.files().closeAll(); // a failed look for a link leaves its file open
-        return isShown;
+        prepare();
+        for (const auto& [section, key, value] :
+            {std::tuple{"SourceFolders", "Info", folder.inside("Library\\Photo_Info\\")},
+                {"SourceFolders", "MidiMusic", folder.inside("Library\\Photo_Midi\\")},
+                {"Options", "AutoFix", "True"s}})
+            COWReg().SetOWSetting("Trovarium", section, key, value);
+        std::string log;
+        for (int i = 0; i < 1000; ++i)
+            log += "An error has occurred in 'test'. Error = 7\r\n";
+        folder.write(Places.at("log"), log);
     }
-
-    FormSlot<frmThumbnail> m_builder{
-        desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), video); }};
-    FormSlot<frmSplash> m_splash{desktop, [this] { return std::make_unique<frmSplash>(desktop, test.album()); }};
-    frmSearch m_search{desktop, test.album(), main()};
-    std::map<std::string, std::string> m_sound; // files
+    void use()
+    {
+        program->mainWindow()().dialogs().showFirstTime = [] {}; // else it waits for its user
+        travel();
+        const std::string options = album->Settings().GetOWSetting("Trovarium", "Options", "AutoFix", "?");
+        album->Settings().SetOWSetting("Trovarium", "Import", "LastPath", "/a\\b ");
+        EXPECT_EQ(album->Settings().GetOWSetting("Trovarium", "Import", "LastPath", "?"), "/a\\b ");
+        EXPECT_EQ(album->Settings().GetOWSetting("Trovarium", "Options", "AutoFix", "?"), options);
+        logFailure(*album, "damage", Failure(FailureKind::Overflow));
+        EXPECT_TRUE(folder.read(Places.at("log")).ends_with("'damage'. Error = Overflow\r\n"));
+    }
 };
 
 std::string film(const std::string& format)
@@ -294,9 +237,10 @@ TEST(Damage, CrashesAndStopsNothingAndChangesNoOtherFile)
     std::ostringstream reported;
     std::streambuf* const errors = std::cerr.rdbuf(reported.rdbuf());
     DamagedLibrary library;
+    const TemporaryFolder files;
     stderr = std::fopen("/dev/null", "w"); // for the words of libraries; sanitizers report past it
     for (const auto& [format, sound] : soundFiles(library)) {
-        const std::string native = library.test.folder().native("damaged." + format);
+        const std::string native = files.native("damaged." + format);
         unsigned shown = 0;
         for (unsigned seed = first; seed < first + rounds && (only.empty() || only == format); ++seed) {
             std::cout << "\rdamage 1 " << seed << " " << format << " # " << native << std::flush;

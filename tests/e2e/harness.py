@@ -47,10 +47,8 @@ class Library:
         self.root = folder / "Album"
         self.camera = self.root / "Camera"
         self.home = Home(folder / "home")
-        for made in (self.root, self.camera, self.root / "Stick"):
-            made.mkdir()
+        self.camera.mkdir(parents=True)
         (self.root / "trovarium").symlink_to(program)
-        (self.root / "help").symlink_to(Path(__file__).resolve().parents[2] / "help")
         self.photos = self.root / "Photos"
         self.infos = self.root / "Photo_Info"
 
@@ -65,14 +63,6 @@ class Library:
             return None
         assert not text or text.endswith("\r\n"), f"the list {name} ends in the middle of a line"
         return text.split("\r\n")[:-1]
-
-    def states(self) -> dict[str, tuple[int, int, bytes]]:
-        """Of each file that is the user's: when it was changed, its number on disk, its contents."""
-        return {
-            str(file.relative_to(self.root)): (file.stat().st_mtime_ns, file.stat().st_ino, file.read_bytes())
-            for file in sorted(self.root.glob("Photo*/**/*"))
-            if file.is_file()
-        }
 
 
 class View:

@@ -19,15 +19,10 @@ TEST_F(AutoScanTest, FilesComeByTypeThenFolderAndAreSplit)
         robot.click(form().cmdAutoScan);
         EXPECT_EQ(entries(), "|hand.jpg \\|B.jpg \\Aft\\|x.jpg \\Sub\\|a.jpg \\Sub\\Deep\\|z.JPG \\|c.bmp ");
         EXPECT_EQ(form().lbCount.Caption() + form().cmdAutoScan.Caption(), "5&Auto-Scan (and sub-folders)");
-        std::string path = sources();
-        std::int32_t fileCount = 0;
-        std::int32_t folderCount = 0;
-        EXPECT_EQ(form().autoScan().FindFiles(path, "*.jpg", fileCount, folderCount, list, false), 4) << "bytes";
-        EXPECT_EQ(fileCount * 10 + folderCount, 43);
         list.setSelected(0, true);
         list.Enabled = false; // as while the paths are split
         robot.click(form().cmdRemoveFile);
-        EXPECT_EQ(list.ListCount(), 10);
+        EXPECT_EQ(list.ListCount(), 6);
         list.Clear();
         robot.key(form(), EscapeKey);
         EXPECT_FALSE(form().isLoaded());

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <csignal>
 #include <optional>
 #include <stdlib.h>
 #include <string>
+#include <sys/resource.h>
 #include <time.h>
 
 namespace trovarium {
@@ -33,6 +35,27 @@ private:
 
     const char* m_name;
     std::optional<std::string> m_old;
+};
+
+// The disk takes no file beyond `bytes`, so that real writes fail.
+class SmallDisk {
+public:
+    explicit SmallDisk(rlim_t bytes)
+        : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~SmallDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_before = {};
+    sighandler_t m_handler;
 };
 
 } // namespace trovarium

@@ -134,13 +134,6 @@ TEST_F(PhotoDisplayTest, FromTheThumbnailsAZoomOnlyOpensAndThenTheLadderSkipsZer
         robot.choose(*entry);
         EXPECT_EQ(view().ZoomLevel, level);
     }
-    for (const auto& [level, button] : {std::pair{32'767, &main().cmdZoomIn}, {-32'768, &main().cmdZoomOut}}) {
-        view().ZoomLevel = static_cast<std::int16_t>(level);
-        robot.click(*button);
-        EXPECT_FALSE(main().imgbox.Visible());
-        EXPECT_EQ(view().ZoomLevel, level);
-    }
-    EXPECT_EQ(logLines(), (Names{logged("cmdZoomIn_Click", "Overflow"), logged("cmdZoomOut_Click", "Overflow")}));
 }
 
 TEST_F(PhotoDisplayTest, ADraggedPictureFollowsTheMouseAndTheNextStepBringsItBack)

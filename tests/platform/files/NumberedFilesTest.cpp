@@ -1,5 +1,5 @@
 #include "platform/files/FileTest.h"
-#include "support/SmallDisk.h"
+#include "support/Surroundings.h"
 
 #include <unistd.h>
 

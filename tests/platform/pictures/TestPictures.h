@@ -32,14 +32,20 @@ struct PictureFolder : testing::Test, TemporaryFolder {
     PictureService pictures{files};
 };
 
+inline std::string written(QImage image, const char* format, const QColorSpace& space = {}, bool progressive = false)
+{
+    image.setColorSpace(space);
+    QBuffer buffer;
+    QImageWriter writer(&buffer, format);
+    writer.setQuality(100);
+    writer.setProgressiveScanWrite(progressive);
+    EXPECT_TRUE(writer.write(image)) << format;
+    return buffer.data().toStdString();
+}
+
 inline std::string jpegBytes(const QImage& image, bool progressive = false)
 {
-    QBuffer buffer;
-    QImageWriter writer(&buffer, "jpg");
-    writer.setQuality(95);
-    writer.setProgressiveScanWrite(progressive);
-    EXPECT_TRUE(writer.write(image));
-    return buffer.data().toStdString();
+    return written(image, "jpg", {}, progressive);
 }
 
 // Coloured quarters: red and green above blue and white.
@@ -208,16 +214,6 @@ inline std::string withProfile(const std::string& jpeg, const std::string& profi
 {
     return jpeg.substr(0, 2) + "\xFF\xE2" + big(static_cast<std::uint32_t>(profile.size() + 16), 2)
         + "ICC_PROFILE\0\1\1"s + profile + jpeg.substr(2);
-}
-
-inline std::string written(QImage image, const char* format, const QColorSpace& space = {})
-{
-    image.setColorSpace(space);
-    QBuffer buffer;
-    QImageWriter writer(&buffer, format);
-    writer.setQuality(100);
-    EXPECT_TRUE(writer.write(image)) << format;
-    return buffer.data().toStdString();
 }
 
 } // namespace trovarium

@@ -1,6 +1,5 @@
 #include "platform/system/RegistryAccess.h"
 #include "platform/files/FileTest.h"
-#include "support/SmallDisk.h"
 #include "support/Surroundings.h"
 
 namespace trovarium {
@@ -109,18 +108,12 @@ TEST_F(RegistryAccessTest, WritesACounterInPlaceAndAllElseAnew)
     EXPECT_EQ(status("sub/mine").st_mode & 0777U, 0640U);
 }
 
-TEST_F(RegistryAccessTest, StandsInTheUsersConfigurationFolder)
+TEST_F(RegistryAccessTest, StandsInTheUsersHomeWhereTheConfigurationFolderIsRelative)
 {
-    const VariableForNow home("HOME", folder.native("home"));
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(folder.path());
-    for (const std::string& place : {folder.native("config"), std::string("relative")}) {
-        const VariableForNow config("XDG_CONFIG_HOME", place);
-        RegistryAccess().WriteValue(HkeyLocalMachine, Options, "Place", place);
-    }
-    std::filesystem::current_path(before);
-    EXPECT_EQ(folder.read("config/OmbrelaneWorks/settings.txt"), Head + "Place=" + folder.native("config\n"));
-    EXPECT_EQ(folder.read("home/.config/OmbrelaneWorks/settings.txt"), Head + "Place=relative\n");
+    const VariableForNow home("HOME", folder.path());
+    const VariableForNow config("XDG_CONFIG_HOME", "relative");
+    RegistryAccess().WriteValue(HkeyLocalMachine, Options, "Place", "home");
+    EXPECT_EQ(folder.read(".config/OmbrelaneWorks/settings.txt"), Head + "Place=home\n");
 }
 
 } // namespace
