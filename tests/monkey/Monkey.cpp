@@ -244,7 +244,7 @@ private:
         during([&] {
             if (menu != nullptr)
                 use(*menu, leaving);
-            else if (leaving ? !isMain : oneIn(isMain ? 200 : 20))
+            else if (leaving ? !isMain : oneIn(isMain ? 200 : 40))
                 m_robot.close(form);
             else if (!leaving)
                 oneIn(isMain ? 100 : 20) ? workOfOthers() : use(form);
@@ -261,7 +261,7 @@ private:
 
     void use(Form& form)
     {
-        const std::string folders[] = {"Stick", "Stick", "Out", m_library, m_library + "\\Photos"};
+        const std::string folders[] = {"Stick", "Stick", "Stick", "Out", m_library + "\\Photos"};
         auto* main = dynamic_cast<frmMain*>(&form);
         std::vector<Control*> controls = form.controls();
         for (std::size_t i = 0; i < controls.size(); ++i)
