@@ -66,6 +66,8 @@ try {
     Result = read(name, OddSize::Ends);
     if (m_album.view.InfoEditing)
         fillTexts();
+    if (m_form.optInfoPosition(2).Value()) // else the box drops in a moment
+        m_form.txtTitle.SetFocus();
 } catch (const Failure&) {
     // Quiet: the result tells.
 }
@@ -161,12 +163,17 @@ void InfoBox::enterEditState()
     read(name, OddSize::IsPassedOver);
     fillTexts();
     showTexts(true);
+    m_form.txtTitle.SetFocus();
 }
 
 void InfoBox::leaveEditState()
 {
     takeTexts();
     LoadInfoBox();
+    for (const Field& field : Fields) {
+        if ((m_form.*field.box).hasFocus()) // which would go to any other control
+            m_form.cmdEditPhotoInfo.SetFocus();
+    }
     showTexts(false);
     save();
     m_form.tmrInfoBox.Enabled = true;

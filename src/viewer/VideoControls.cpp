@@ -10,6 +10,8 @@
 #include "runtime/Text.h"
 #include "store/Album.h"
 
+#include <utility>
+
 namespace trovarium {
 
 namespace {
@@ -48,6 +50,7 @@ try {
     if (VideoRate == 0)
         VideoRate = 1;
     CloseVideo();
+    m_returns = false;
     VideoFile = path;
     m_graph = m_desktop.media().newFilgraphManager();
     m_graph->RenderFile(VideoFile);
@@ -109,6 +112,8 @@ try {
     const std::string command = upper(Command);
     if (m_graph == nullptr)
         return;
+    if (std::exchange(m_returns, false) && m_form != nullptr)
+        showIn(m_form->picVideoWindow);
     if (command == "PLAY")
         play();
     else if (command == "PAUSE")
@@ -117,6 +122,11 @@ try {
         stop();
 } catch (const Failure&) {
     // Quiet.
+}
+
+void VideoControls::returnToMainWindow()
+{
+    m_returns = true;
 }
 
 // A film that is over starts anew, and one that was paused goes on.

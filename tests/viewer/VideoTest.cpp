@@ -64,8 +64,11 @@ TEST_F(VideoTest, AClipPlaysEndsStartsOverAndIsSought)
     EXPECT_TRUE(told().starts_with(closed + "b.Mpg "));
     robot.click(main().cmdFullScreen);
     EXPECT_NE(told().find("Width" + numberText(desktop.Screen().Width() - 200) + " "), std::string::npos) << "twips";
-    robot.key(fullScreen(), 'B');
+    robot.key(fullScreen(), 27);
     EXPECT_EQ(told(), "Stop At0 ");
+    robot.click(main().cmdVideo(0));
+    EXPECT_EQ(told(), "Style100663296 Top0 Left0 Width497 Height373 Owner Run ");
+    EXPECT_EQ(robot.shot(main()).count({255, 0, 0}), 497 * 373);
     pressRowNamed("Alps");
     EXPECT_EQ(told(), "Stop At0 ");
     EXPECT_EQ(window.Left(), 545 + 20) << "parked";

@@ -3,6 +3,7 @@
 
 #include "platform/Stage.h"
 #include "platform/qt/toolkit/FormView.h"
+#include "platform/toolkit/Button.h"
 #include "platform/toolkit/Label.h"
 
 #include <QAction>
@@ -25,6 +26,7 @@ struct PopUpsTest : Stage {
         for (Menu* menu : {&file, &fileRemove, &fileExit, &infoUp, &group, &sort, &sortYear, &sortPlace})
             note(menu->Click, menu->Name());
         note(row.MouseDown, "row");
+        note(find.Click, "find");
         when["row"] = [this] {
             form.PopupMenu(group);
             diary += "back ";
@@ -73,6 +75,7 @@ struct PopUpsTest : Stage {
     Menu sort{&group, {.Name = "Sort", .Caption = "Sort"}};
     Menu sortYear{&sort, {.Name = "SortYear", .Caption = "Year"}};
     Menu sortPlace{&sort, {.Name = "SortPlace", .Caption = "Place"}};
+    Button find{&form, {.Name = "find", .Top = 900, .Width = 900, .Height = 300, .Caption = "&Find"}};
     Label row{&form, {.Name = "row", .Width = 1500, .Height = 600, .Caption = "row"}};
 };
 
@@ -85,7 +88,8 @@ TEST_F(PopUpsTest, APopUpMenuReturnsBehindItsEntryOrWithoutAWindowAndTheProgramM
     robot.whenMenuOpens([&] { robot.choose(fileExit); });
     form.PopupMenu(file);
     when["FileExit"] = [&] { form.unload(); };
-    robot.choose(fileExit); // still opens from the bar
+    robot.whenMenuOpens([&] { robot.choose(fileExit); });
+    robot.key(form, 'F', AltKey); // still opens from the bar, and not the button's
     EXPECT_EQ(taken(), "File FileExit File FileExit ");
     fileExit.Enabled = false; // has no view any more
     form.PopupMenu(group);    // nothing opens without a window
