@@ -62,7 +62,7 @@ try {
         m_form->hscVideo.Value = 0;
     // Asked for its failure alone.
     m_graph->get_Rate();
-    enableButtons(true, false, false);
+    enableButtons(true, false);
 } catch (const Failure&) {
     // The window stays black, and the controls as they were.
 }
@@ -139,14 +139,14 @@ void VideoControls::play()
     VideoPlaying = true;
     if (m_form != nullptr)
         m_form->tmrVideo.Enabled = true;
-    enableButtons(false, true, true);
+    enableButtons(false, true);
 }
 
 void VideoControls::pause()
 {
     m_graph->Pause();
     VideoPlaying = false;
-    enableButtons(true, false, true);
+    enableButtons(true, true);
 }
 
 void VideoControls::stop()
@@ -156,16 +156,22 @@ void VideoControls::stop()
     m_graph->put_CurrentPosition(0);
     if (m_form != nullptr)
         m_form->hscVideo.Value = 0;
-    enableButtons(true, false, false);
+    enableButtons(true, false);
 }
 
-void VideoControls::enableButtons(bool play, bool pause, bool stop)
+// The keys stay with the buttons: from one that goes dark they go to the one that takes its act back.
+void VideoControls::enableButtons(bool play, bool stop)
 {
     if (m_form == nullptr)
         return;
-    m_form->cmdVideo(2).Enabled = stop;
-    m_form->cmdVideo(1).Enabled = pause;
-    m_form->cmdVideo(0).Enabled = play;
+    Button& lit = m_form->cmdVideo(play ? 0 : 1);
+    lit.Enabled = true;
+    const bool enabled[] = {play, !play, stop};
+    m_form->cmdVideo.forEach([&](int index, Button& button) {
+        if (!enabled[index] && button.hasFocus())
+            lit.SetFocus();
+        button.Enabled = enabled[index];
+    });
 }
 
 void VideoControls::SeekVideo(std::int16_t& Seconds)
@@ -186,7 +192,7 @@ try {
     if (!VideoPlaying || m_graph == nullptr || m_form == nullptr)
         return;
     if (m_graph->WaitForCompletion(EndWait) != 0) {
-        enableButtons(true, false, false);
+        enableButtons(true, false);
         VideoPlaying = false;
         m_form->tmrVideo.Enabled = false;
         return;

@@ -42,7 +42,7 @@ private:
     void play();
     void pause();
     void stop();
-    void enableButtons(bool play, bool pause, bool stop);
+    void enableButtons(bool play, bool stop); // play, or else pause
 
     Desktop& m_desktop;
     Album& m_album;
