@@ -10,7 +10,8 @@ struct Album;
 class frmMain;
 
 // The main window without a mouse: what the control with the focus doesn't take itself. Each key calls what the
-// menu or the mouse calls, where the entry would be enabled, and none acts while a text is being edited.
+// menu or the mouse calls, where the entry would be enabled. While a text is being edited only Page Up and Page Down
+// act, which step.
 class Keyboard {
 public:
     Keyboard(frmMain& form, Album& album);

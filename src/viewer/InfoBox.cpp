@@ -66,8 +66,6 @@ try {
     Result = read(name, OddSize::Ends);
     if (m_album.view.InfoEditing)
         fillTexts();
-    if (m_form.optInfoPosition(2).Value()) // else the box drops in a moment
-        m_form.txtTitle.SetFocus();
 } catch (const Failure&) {
     // Quiet: the result tells.
 }

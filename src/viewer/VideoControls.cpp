@@ -49,8 +49,8 @@ try {
     const std::string path(Path); // what it stands in may change in the events that run below
     if (VideoRate == 0)
         VideoRate = 1;
-    CloseVideo();
     m_returns = false;
+    CloseVideo();
     VideoFile = path;
     m_graph = m_desktop.media().newFilgraphManager();
     m_graph->RenderFile(VideoFile);

@@ -27,7 +27,7 @@ public:
     void OpenVideo(std::string_view Path, PictureBox& Window) override;
     void CloseVideo();
     void VideoCommand(std::string_view Command) override;
-    void returnToMainWindow(); // with the next command; the window of the film is gone
+    void returnToMainWindow();             // with the next command; the window of the film is gone
     void SeekVideo(std::int16_t& Seconds); // brought within the film; leaves it paused
     void UpdateVideoPosition();
     void EnableVideo(bool Enable, bool& Result);

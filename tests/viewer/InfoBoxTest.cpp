@@ -175,7 +175,11 @@ TEST_F(InfoBoxTest, AnEditIsOfThePhotographThatIsCurrentWhenItBeginsAsItsFileSta
 {
     pressRowNamed("Alps");
     robot.click(main().imgThumbnail(0));
-    pressRight(2);
+    edit();
+    robot.click(main().imgThumbnail(1));
+    robot.type(main(), "Zwei ");
+    edit();
+    EXPECT_EQ(seen(false).front(), "Zwei ");
     // By a second computer, without a link and with a size that no picture has.
     test.put(test.paths().InfoPath + "p2.jpg.info", "ImageWidth=40000\r\nYEAR=about 1900\r\nPLACE=Oslo\r\n");
     edit();
