@@ -147,13 +147,9 @@ TEST_F(Items, TheSecondPressOfADoubleClickIsADoubleClickWhereItIsKnown)
 TEST_F(Items, APressThatOpensAMenuShowsAModalFormOrAsksGetsNoRelease)
 {
     ScriptedPrompts prompts(desktop);
-    const QPoint middle = form.view()->client().mapToGlobal(QPoint(30, 30)); // of the lower one
     Form other(desktop, {.Name = "Other", .Width = 1500, .Height = 1500});
     prompts.expectNotice("asked");
-    robot.whenMenuOpens([&] {
-        EXPECT_EQ(QApplication::activePopupWidget()->pos(), QCursor::pos());
-        robot.choose(entry);
-    });
+    robot.whenMenuOpens([&] { robot.choose(entry); });
     robot.whenShown("Other", [&] { other.hide(); });
     const std::function<void()> acts[] = {[&] { form.PopupMenu(menu); }, [&] { other.showModal(); },
         [&] { desktop.prompts().messageBox("asked", Buttons::Ok, {}); }, {}};
@@ -165,7 +161,7 @@ TEST_F(Items, APressThatOpensAMenuShowsAModalFormOrAsksGetsNoRelease)
     EXPECT_EQ(taken(), down + "entry " + down + down + down + "low.up:2:0:150:150 ") << "the last press is whole again";
     when["low.down"] = acts[0];
     robot.whenMenuOpens([&] {
-        EXPECT_EQ(QApplication::activePopupWidget()->pos(), middle);
+        EXPECT_EQ(QApplication::activePopupWidget()->pos(), form.view()->client().mapToGlobal(QPoint(30, 30)));
         robot.dismissMenu();
     });
     keys({93});

@@ -26,7 +26,6 @@ struct PopUpsTest : Stage {
         for (Menu* menu : {&file, &fileRemove, &fileExit, &infoUp, &group, &sort, &sortYear, &sortPlace})
             note(menu->Click, menu->Name());
         note(row.MouseDown, "row");
-        note(find.Click, "find");
         when["row"] = [this] {
             form.PopupMenu(group);
             diary += "back ";
