@@ -57,8 +57,11 @@ Keyboard::Keyboard(frmMain& form, Album& album)
 
 void Keyboard::Form_KeyDown(int KeyCode, int Shift)
 {
-    if (isTextEdited())
+    if (isTextEdited()) {
+        if (Shift == NoKeys)
+            stepWhileEditing(KeyCode);
         return;
+    }
     const bool sign = KeyCode == PlusKey || KeyCode == MinusKey; // a plus may need Shift
     if (KeyCode == AKey && Shift == CtrlKey)
         selectAll();
@@ -137,7 +140,8 @@ void Keyboard::pressThumbnail(int button, int Shift)
 // The press and the release of the mouse in the middle of the cell. A menu keeps its release.
 void Keyboard::press(int cell, int button, int Shift)
 {
-    const Image& image = m_form.imgThumbnail(cell);
+    Image& image = m_form.imgThumbnail(cell);
+    image.SetFocus();
     const float x = image.Width() * TwipsPerPixel / 2;
     const float y = image.Height() * TwipsPerPixel / 2;
     m_form.selection().imgThumbnail_MouseDown(cell, button, Shift, x, y);
@@ -163,21 +167,27 @@ void Keyboard::selectAll()
     m_form.selection().SetGroupListSelect(last, ShiftKey);
 }
 
+// By what stays open to the mouse.
+void Keyboard::stepWhileEditing(int KeyCode)
+{
+    if (KeyCode == PageDownKey)
+        m_form.photoDisplay().pctNext_Click();
+    else if (KeyCode == PageUpKey)
+        m_form.photoDisplay().pctPrev_Click();
+}
+
 void Keyboard::backToThumbnails()
 {
     if (!isPhotographOnShow())
         return;
     m_form.slideShow().StopSlideShow();
-    m_album.view.ViewMode = ViewThumbnails;
-    m_form.pages().ShowThumbnails(m_form.pages().CurrentPage);
-    m_form.selection().ShowGroupListSelect();
-    m_form.VScroll1.Enabled = m_album.group.GroupList.upperBound() > Cells;
-    if (const int cell = currentCell(); cell >= 0)
-        m_form.imgThumbnail(cell).SetFocus();
+    m_form.pages().showCurrent();
 }
 
 void Keyboard::removeFromGroup()
 {
+    if (selected().empty())
+        return;
     m_form.menus().mnuEdit_Click();
     if (isOpen(m_form.mnuEdit, m_form.mnuEditRemoveFromGroup))
         m_form.groupCommands().mnuEditRemoveFromGroup_Click();
@@ -195,10 +205,11 @@ bool Keyboard::isTextEdited() const
     return m_album.view.InfoEditing || m_form.txtYear.Visible();
 }
 
-// A right press on a group's row makes it the thumbnail view while the photograph stays in the frame.
+// The view mode doesn't tell: a photograph that can't be opened leaves the page, and a right press on a group's row
+// the photograph. From one photograph to the next there is neither of them, nor the pages' bar.
 bool Keyboard::isPhotographOnShow() const
 {
-    return m_album.view.ViewMode != ViewThumbnails || m_form.imgbox.Visible() || m_form.picVideoWindow.Visible();
+    return m_form.imgbox.Visible() || m_form.picVideoWindow.Visible() || !m_form.VScroll1.Visible();
 }
 
 int Keyboard::focusedRow() const
@@ -225,13 +236,7 @@ int Keyboard::actingCell() const
     if (isPhotographOnShow())
         return -1;
     const int cell = focusedCell();
-    return cell >= 0 ? cell : currentCell();
-}
-
-int Keyboard::currentCell() const
-{
-    const int cell = m_album.view.CurrentIndex - m_form.pages().positionOf(0);
-    return cell >= 0 && cell < Cells && m_form.imgThumbnail(cell).Visible() ? cell : -1;
+    return cell >= 0 ? cell : m_form.pages().currentCell();
 }
 
 void Keyboard::stepPhotograph(int step)
@@ -298,21 +303,15 @@ void Keyboard::moveTo(std::int32_t position)
 void Keyboard::moveSelected(int step)
 {
     const GroupOnShow& group = m_album.group;
-    const int bound = std::min(group.GroupList.upperBound(), group.GroupSelect.upperBound());
-    std::vector<std::string> names;
-    std::int32_t first = 0;
-    std::int32_t last = 0;
-    for (std::int32_t i = 1; i <= bound; ++i) {
-        if (group.GroupSelect(i) != 1)
-            continue;
-        if (names.empty())
-            first = i;
-        last = i;
-        names.push_back(group.GroupList(i));
-    }
-    const std::int32_t there = placeFrom(step < 0 ? first : last, step);
-    if (names.empty() || isPhotographOnShow() || there < 1 || there > bound)
+    const std::vector<std::int32_t> moved = selected();
+    if (moved.empty() || isPhotographOnShow())
         return;
+    const std::int32_t there = placeFrom(step < 0 ? moved.front() : moved.back(), step);
+    if (there < 1 || there > group.GroupList.upperBound())
+        return;
+    std::vector<std::string> names;
+    for (const std::int32_t position : moved)
+        names.push_back(group.GroupList(position));
     m_form.thumbnailDrag().moveSelected(step < 0 ? -there : there);
     moveTo(there);
     const auto length = static_cast<std::int32_t>(names.size()) - 1;
@@ -323,6 +322,17 @@ void Keyboard::moveSelected(int step)
         return;
     m_form.selection().SetGroupListSelect(rear, NoKeys);
     press(cell, LeftButton, ShiftKey);
+}
+
+std::vector<std::int32_t> Keyboard::selected() const
+{
+    const GroupOnShow& group = m_album.group;
+    std::vector<std::int32_t> positions;
+    for (std::int32_t i = 1; i <= std::min(group.GroupList.upperBound(), group.GroupSelect.upperBound()); ++i) {
+        if (group.GroupSelect(i) == 1)
+            positions.push_back(i);
+    }
+    return positions;
 }
 
 bool Keyboard::standsAt(std::int32_t position, const std::vector<std::string>& names) const

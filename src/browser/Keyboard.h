@@ -10,7 +10,8 @@ struct Album;
 class frmMain;
 
 // The main window without a mouse: what the control with the focus doesn't take itself. Each key calls what the
-// menu or the mouse calls, where the entry would be enabled, and none acts while a text is being edited.
+// menu or the mouse calls, where the entry would be enabled. While a text is being edited only Page Up and Page Down
+// act, which step.
 class Keyboard {
 public:
     Keyboard(frmMain& form, Album& album);
@@ -24,6 +25,7 @@ private:
     void press(int cell, int button, int Shift);
     void openThumbnail();
     void selectAll();
+    void stepWhileEditing(int KeyCode);
     void backToThumbnails();
     void removeFromGroup();
     void renameGroup();
@@ -32,7 +34,6 @@ private:
     bool isPhotographOnShow() const;
     int focusedRow() const;  // -1 for none
     int focusedCell() const; // -1 for none
-    int currentCell() const; // that of the current photograph; -1 when it isn't on the page
     int actingCell() const;  // with the focus, or else the current one
     void stepPhotograph(int step);
     void moveToRow(int row);
@@ -40,6 +41,7 @@ private:
     void moveTo(std::int32_t position);
     void moveSelected(int step);
     std::int32_t placeFrom(std::int32_t here, int step) const;
+    std::vector<std::int32_t> selected() const; // positions
     bool standsAt(std::int32_t position, const std::vector<std::string>& names) const;
 
     frmMain& m_form;

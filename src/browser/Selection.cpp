@@ -119,6 +119,7 @@ void Selection::pressLeft(std::int32_t position, int Shift, float X, float Y)
     m_form.infoBox().LoadImageInfo(position, read);
     if (read)
         m_form.infoBox().LoadInfoBox();
+    m_form.txtTitle.SetFocus(); // where an edit goes on
     m_form.thumbnailDrag().press(X, Y);
     m_form.pages().SetCountLabel(position);
 }

@@ -14,6 +14,9 @@
 #include "store/PhotographFiles.h"
 #include "viewer/VideoControls.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace trovarium {
 
 namespace {
@@ -140,9 +143,25 @@ void ThumbnailPages::emptyCell(int cell)
     Image& image = m_form.imgThumbnail(cell);
     Label& label = m_form.lbThumbnailFile(cell);
     attempt([&] { image.Picture = Picture(); });
+    attempt([&] { image.AccessibleName = ""; });
     attempt([&] { image.Visible = false; });
     attempt([&] { label.Caption = ""; });
     attempt([&] { label.Visible = false; });
+}
+
+void ThumbnailPages::showCurrent()
+{
+    m_album.view.ViewMode = ViewThumbnails;
+    VScroll& bar = m_form.VScroll1;
+    const std::int32_t page = std::clamp((m_album.view.CurrentIndex - 1) / CellCount + 1, 1, bar.Max());
+    const bool isBusy = std::exchange(PageChangeBusy, true); // the page is drawn below, also where the bar stays
+    bar.Value = page;
+    PageChangeBusy = isBusy;
+    ShowThumbnails(page);
+    m_form.selection().ShowGroupListSelect();
+    bar.Enabled = m_album.group.GroupList.upperBound() > CellCount;
+    if (const int cell = currentCell(); cell >= 0)
+        m_form.imgThumbnail(cell).SetFocus();
 }
 
 bool ThumbnailPages::ShowThumbnailBoxes(bool Show)
@@ -168,6 +187,12 @@ void ThumbnailPages::SetCountLabel(std::int32_t Index)
         place = numberText(std::int64_t{Index}) + " of " + numberText(std::int64_t{group.PhotoCount});
     attempt([&] { m_form.lbStatusCount.Caption = "Photo " + place; });
     attempt([&] { m_form.lbCount.Caption = "Group [" + group.CurrentGroupName + "] Viewing " + place; });
+}
+
+int ThumbnailPages::currentCell() const
+{
+    const int cell = m_album.view.CurrentIndex - positionOf(0);
+    return cell >= 0 && cell < CellCount && m_form.imgThumbnail(cell).Visible() ? cell : -1;
 }
 
 void ThumbnailPages::VScroll1_Change()

@@ -34,6 +34,9 @@ public:
     // caller that passes CurrentPage follows a page change that comes in between.
     bool ShowThumbnails(const std::int32_t& Page);
 
+    // Back from a photograph, a film or a show: the page of the current photograph, whose cell gets the focus.
+    void showCurrent();
+
     // Hides or shows all sixteen cells, also those beyond the end of the group; showing is the thumbnail view.
     bool ShowThumbnailBoxes(bool Show);
 
@@ -43,6 +46,9 @@ public:
 
     // Position of a cell of the page on show.
     std::int32_t positionOf(int cell) const { return (CurrentPage - 1) * CellCount + cell + 1; }
+
+    // That of the current photograph; -1 when it isn't on the page.
+    int currentCell() const;
 
     std::int32_t CurrentPage = 0; // 0 until the first page was shown
 

@@ -272,6 +272,7 @@ try {
     Top = (desktop().Screen().Height() - Height()) * 0.5F;
     parkVideo();
     pctAlbumList(m_groupList->CurrentGroupRow).SetFocus();
+    txtTitle.TabBehind(optInfoPosition(2)); // the first of the fields
 } catch (const Failure& failure) {
     logFailure(m_album, "Form_Load", failure);
 }

@@ -161,12 +161,17 @@ void InfoBox::enterEditState()
     read(name, OddSize::IsPassedOver);
     fillTexts();
     showTexts(true);
+    m_form.txtTitle.SetFocus();
 }
 
 void InfoBox::leaveEditState()
 {
     takeTexts();
     LoadInfoBox();
+    for (const Field& field : Fields) {
+        if ((m_form.*field.box).hasFocus()) // which would go to any other control
+            m_form.cmdEditPhotoInfo.SetFocus();
+    }
     showTexts(false);
     save();
     m_form.tmrInfoBox.Enabled = true;

@@ -168,6 +168,7 @@ void PhotoDisplay::show(bool videoOnShow, bool& Result)
 {
     if (!m_form.optInfoPosition(2).Value())
         m_form.infoBox().ShowInfoBox(Up::No, Edit::No);
+    m_form.txtTitle.SetFocus(); // where an edit goes on
     m_form.pages().ShowThumbnailBoxes(false);
     if (videoOnShow) {
         m_form.picVideoWindow.Visible = true;

@@ -53,11 +53,9 @@ void SlideShow::tmrSlideShow_Timer()
     if (shown)
         return;
     StopSlideShow();
-    m_form.imgbox.Visible = false;
-    m_form.picVideoWindow.Visible = false;
     if (screen != nullptr)
         screen->PhotoRequest(EscapeKey, NoKeys, shown);
-    m_form.pages().ShowThumbnailBoxes(true);
+    m_form.pages().showCurrent();
 }
 
 // By its name, at each tick: it comes and goes while the timer runs on.

@@ -10,6 +10,8 @@
 #include "runtime/Text.h"
 #include "store/Album.h"
 
+#include <utility>
+
 namespace trovarium {
 
 namespace {
@@ -47,6 +49,7 @@ try {
     const std::string path(Path); // what it stands in may change in the events that run below
     if (VideoRate == 0)
         VideoRate = 1;
+    m_returns = false;
     CloseVideo();
     VideoFile = path;
     m_graph = m_desktop.media().newFilgraphManager();
@@ -59,7 +62,7 @@ try {
         m_form->hscVideo.Value = 0;
     // Asked for its failure alone.
     m_graph->get_Rate();
-    enableButtons(true, false, false);
+    enableButtons(true, false);
 } catch (const Failure&) {
     // The window stays black, and the controls as they were.
 }
@@ -109,6 +112,8 @@ try {
     const std::string command = upper(Command);
     if (m_graph == nullptr)
         return;
+    if (std::exchange(m_returns, false) && m_form != nullptr)
+        showIn(m_form->picVideoWindow);
     if (command == "PLAY")
         play();
     else if (command == "PAUSE")
@@ -117,6 +122,11 @@ try {
         stop();
 } catch (const Failure&) {
     // Quiet.
+}
+
+void VideoControls::returnToMainWindow()
+{
+    m_returns = true;
 }
 
 // A film that is over starts anew, and one that was paused goes on.
@@ -129,14 +139,14 @@ void VideoControls::play()
     VideoPlaying = true;
     if (m_form != nullptr)
         m_form->tmrVideo.Enabled = true;
-    enableButtons(false, true, true);
+    enableButtons(false, true);
 }
 
 void VideoControls::pause()
 {
     m_graph->Pause();
     VideoPlaying = false;
-    enableButtons(true, false, true);
+    enableButtons(true, true);
 }
 
 void VideoControls::stop()
@@ -146,16 +156,22 @@ void VideoControls::stop()
     m_graph->put_CurrentPosition(0);
     if (m_form != nullptr)
         m_form->hscVideo.Value = 0;
-    enableButtons(true, false, false);
+    enableButtons(true, false);
 }
 
-void VideoControls::enableButtons(bool play, bool pause, bool stop)
+// The keys stay with the buttons: from one that goes dark they go to the one that takes its act back.
+void VideoControls::enableButtons(bool play, bool stop)
 {
     if (m_form == nullptr)
         return;
-    m_form->cmdVideo(2).Enabled = stop;
-    m_form->cmdVideo(1).Enabled = pause;
-    m_form->cmdVideo(0).Enabled = play;
+    Button& lit = m_form->cmdVideo(play ? 0 : 1);
+    lit.Enabled = true;
+    const bool enabled[] = {play, !play, stop};
+    m_form->cmdVideo.forEach([&](int index, Button& button) {
+        if (!enabled[index] && button.hasFocus())
+            lit.SetFocus();
+        button.Enabled = enabled[index];
+    });
 }
 
 void VideoControls::SeekVideo(std::int16_t& Seconds)
@@ -176,7 +192,7 @@ try {
     if (!VideoPlaying || m_graph == nullptr || m_form == nullptr)
         return;
     if (m_graph->WaitForCompletion(EndWait) != 0) {
-        enableButtons(true, false, false);
+        enableButtons(true, false);
         VideoPlaying = false;
         m_form->tmrVideo.Enabled = false;
         return;

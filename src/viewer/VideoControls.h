@@ -27,6 +27,7 @@ public:
     void OpenVideo(std::string_view Path, PictureBox& Window) override;
     void CloseVideo();
     void VideoCommand(std::string_view Command) override;
+    void returnToMainWindow();             // with the next command; the window of the film is gone
     void SeekVideo(std::int16_t& Seconds); // brought within the film; leaves it paused
     void UpdateVideoPosition();
     void EnableVideo(bool Enable, bool& Result);
@@ -41,7 +42,7 @@ private:
     void play();
     void pause();
     void stop();
-    void enableButtons(bool play, bool pause, bool stop);
+    void enableButtons(bool play, bool stop); // play, or else pause
 
     Desktop& m_desktop;
     Album& m_album;
@@ -51,6 +52,7 @@ private:
     double VideoDuration = 0; // seconds, to one decimal place
     double VideoStartPosition = 0;
     bool VideoPlaying = false;
+    bool m_returns = false; // to the main window
     std::int16_t VideoRate = 0;
 };
 

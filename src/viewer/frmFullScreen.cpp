@@ -37,6 +37,7 @@ frmFullScreen::frmFullScreen(Desktop& desktop, Album& album, frmMain& main)
     imgFullScreen.Stretch = true;
     picVideoWindowFS.BackColor = Black;
     on(Load, this, &frmFullScreen::Form_Load);
+    on(Unload, this, &frmFullScreen::Form_Unload);
     on(KeyDown, this, &frmFullScreen::Form_KeyDown);
     on(Click, this, &frmFullScreen::Form_Click);
     on(imgFullScreen.Click, this, &frmFullScreen::imgFullScreen_Click);
@@ -50,6 +51,12 @@ try {
     ShowPhoto(unused);
 } catch (const Failure& failure) {
     logFailure(m_album, "Form_Load", failure);
+}
+
+void frmFullScreen::Form_Unload()
+{
+    if (m_album.view.IsVideo)
+        m_main.video().returnToMainWindow();
 }
 
 void frmFullScreen::ShowPhoto(bool& /*Result*/)

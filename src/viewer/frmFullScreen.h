@@ -25,6 +25,7 @@ public:
     void ShowPhoto(bool& Result); // Result is never set
 
     void Form_Load();
+    void Form_Unload();
     void Form_KeyDown(int KeyCode, int Shift);
     void Form_Click();
     void imgFullScreen_Click();

@@ -114,6 +114,8 @@ Names MainWindow::cells()
     Names shown;
     for (const int cell : where(16, [this](int i) { return main().lbThumbnailFile(i).Visible(); }))
         shown.push_back(main().lbThumbnailFile(cell).Caption());
+    for (int cell = 0; cell < 16; ++cell)
+        EXPECT_EQ(main().imgThumbnail(cell).AccessibleName(), main().lbThumbnailFile(cell).Caption());
     EXPECT_EQ(shown.size(), where(16, [this](int i) { return main().imgThumbnail(i).Visible(); }).size());
     return shown;
 }

@@ -99,7 +99,8 @@ struct Robot::State {
             const QWidget* window = receiver->window();
             QMouseEvent event(type, receiver->mapFrom(window, last), last, window->mapToGlobal(last), changed, held,
                 modifiersOf(shift));
-            QApplication::sendEvent(receiver, &event);
+            QSpontaneKeyEvent::setSpontaneous(&event); // as from the desktop, so that a press gives the focus
+            QCoreApplication::instance()->notify(receiver, &event);
         }
         return shift;
     }

@@ -135,18 +135,22 @@ TEST_F(InfoBoxTest, SteppingWhileEditingSavesThePhotographLeftBehind)
         const bool alwaysUp = year == "2001";
         robot.click(main().optInfoPosition(alwaysUp ? 2 : 1));
         edit();
-        main().txtYear.Text = year;
-        robot.click(main().pctNext);
-        EXPECT_EQ(stored(1), file(1, {"First", "Ann", year, "Ben", "Rome", "Walk", "a=b"}, "200x80")) << "the new size";
-        EXPECT_EQ(seen(alwaysUp), (Names{"Second", "", alwaysUp ? "2000" : "", "", "", "", ""}));
+        robot.type(main(), "T" + year); // in place of the title
+        robot.tab(main());
+        robot.type(main(), year);
+        robot.key(main(), PageDownKey);
+        EXPECT_EQ(stored(1), file(1, {"T" + year, "Ann", year, "Ben", "Rome", "Walk", "a=b"}, "200x80"))
+            << "the new size";
+        EXPECT_EQ(seen(alwaysUp), (Names{alwaysUp ? "S2000" : "Second", "", alwaysUp ? "2000" : "", "", "", "", ""}));
         EXPECT_EQ(stored(2), file(2, seen(alwaysUp), "200x80")) << "the slide down saves";
         EXPECT_EQ(top(), alwaysUp ? Raised : Down);
         EXPECT_EQ(restEnabled(), std::set{false});
         if (!alwaysUp)
-            edit(); // enters again
+            robot.key(main(), SpaceKey); // on the button, where the keys are: enters again
+        robot.type(main(), "S" + year);
         main().txtYear.Text = year;
         edit();
-        EXPECT_EQ(stored(2), file(2, {"Second", "", year, "", "", "", ""}, "200x80"));
+        EXPECT_EQ(stored(2), file(2, {"S" + year, "", year, "", "", "", ""}, "200x80"));
         robot.click(main().pctPrev);
         EXPECT_FALSE(main().cmdPlayAudioClip(0).Enabled() || main().cmdPlayAudioClip(1).Enabled());
     }
@@ -171,7 +175,11 @@ TEST_F(InfoBoxTest, AnEditIsOfThePhotographThatIsCurrentWhenItBeginsAsItsFileSta
 {
     pressRowNamed("Alps");
     robot.click(main().imgThumbnail(0));
-    pressRight(2);
+    edit();
+    robot.click(main().imgThumbnail(1));
+    robot.type(main(), "Zwei ");
+    edit();
+    EXPECT_EQ(seen(false).front(), "Zwei ");
     // By a second computer, without a link and with a size that no picture has.
     test.put(test.paths().InfoPath + "p2.jpg.info", "ImageWidth=40000\r\nYEAR=about 1900\r\nPLACE=Oslo\r\n");
     edit();

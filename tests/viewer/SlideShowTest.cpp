@@ -41,6 +41,8 @@ struct SlideShowTest : ViewerWindow {
         EXPECT_TRUE(main().imgThumbnail(0).Visible() && !isFullScreen() && !view().SlideShowRunning);
         EXPECT_FALSE(main().imgbox.Visible() || main().picVideoWindow.Visible());
         EXPECT_EQ(view().CurrentIndex, 3);
+        EXPECT_TRUE(
+            cells().size() == 3 && main().imgThumbnail(2).hasFocus() && media.film->told.ends_with("Stop At0 "));
     }
     // Photographs by their position as the clips told them, "0" for a clip cut off; the music: "op" when it begins, "c"
     // when it is closed.

@@ -36,7 +36,9 @@ public:
 
     void ZOrder();   // to the top among its siblings
     void Refresh();  // paints now
-    void SetFocus(); // nothing where it can't take it
+    void SetFocus(); // nothing where it can't take it; typing into a text replaces it
+    // Tab leads here from a widget of another container.
+    void TabBehind(const Control& before);
     bool hasFocus() const;
 
     // Makes the view when the form gets its window, and drops it with the window.

@@ -14,9 +14,9 @@
 #include "support/ScriptedPrompts.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QCursor>
 #include <QEvent>
-#include <QGuiApplication>
 
 #include <thread>
 
@@ -159,6 +159,12 @@ TEST_F(Items, APressThatOpensAMenuShowsAModalFormOrAsksGetsNoRelease)
     }
     const std::string down = "low.down:2:0:150:150 ";
     EXPECT_EQ(taken(), down + "entry " + down + down + down + "low.up:2:0:150:150 ") << "the last press is whole again";
+    when["low.down"] = acts[0];
+    robot.whenMenuOpens([&] {
+        EXPECT_EQ(QApplication::activePopupWidget()->pos(), form.view()->client().mapToGlobal(QPoint(30, 30)));
+        robot.dismissMenu();
+    });
+    keys({93});
 }
 
 TEST_F(Items, TabWalksOverWhatCanBeClickedAndKeysAndScreenReadersActOnIt)
@@ -175,6 +181,13 @@ TEST_F(Items, TabWalksOverWhatCanBeClickedAndKeysAndScreenReadersActOnIt)
     second.Enabled = false;
     keys({32});
     EXPECT_EQ(taken(), "second key:16:1 first key:32:0 char:32 ") << "a disabled button does nothing";
+    robot.click(first, RightButton);
+    const Shot pressed = robot.shot(form);
+    keys({32});
+    EXPECT_FALSE(robot.shot(form) == pressed) << "the ring shows with the first key, until the mouse is used again";
+    robot.click(form, At{2, 2});
+    EXPECT_EQ(robot.shot(form), pressed);
+    EXPECT_EQ(taken(), "first form.down:1:0:2:2 ");
     const QAccessibleInterface* surface = QAccessible::queryAccessibleInterface(&form.view()->client());
     surface->child(2)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(taken(), "high.down:1:0:300:300 high.up:1:0:300:300 high.click ");

@@ -2,10 +2,13 @@
 #include "platform/toolkit/TextBox.h"
 
 #include "platform/Stage.h"
+#include "platform/qt/toolkit/SurfaceView.h"
 #include "platform/toolkit/PictureBox.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QScrollBar>
 
 namespace trovarium {
 
@@ -83,7 +86,11 @@ TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndCha
     bar.Value = 10;
     desktop.DoEvents();
     EXPECT_FALSE(robot.shot(form) == before) << "the thumb stands elsewhere";
+    auto* widget = window.surface()->findChild<QScrollBar*>();
+    const auto state = [&] { return QAccessible::queryAccessibleInterface(widget)->state(); };
+    EXPECT_TRUE(!state().disabled && widget->focusPolicy() == Qt::StrongFocus);
     bar.Enabled = false;
+    EXPECT_TRUE(state().disabled && widget->focusPolicy() == Qt::NoFocus);
     click(bar, At{8, 296});
     keys({38});
     robot.wheel(bar, -1);

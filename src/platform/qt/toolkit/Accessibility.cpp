@@ -2,6 +2,7 @@
 
 #include "platform/qt/toolkit/FormWindow.h"
 #include "platform/qt/toolkit/ItemView.h"
+#include "platform/qt/toolkit/OpenOrClosedBar.h"
 #include "platform/qt/toolkit/SurfaceView.h"
 #include "platform/toolkit/PictureBox.h"
 
@@ -78,7 +79,7 @@ public:
         if (name == pressAction())
             m_item.surface().activate(m_item, Activation::Open);
         else if (name == setFocusAction())
-            m_item.surface().setFocusItem(&m_item);
+            m_item.surface().giveFocus(m_item);
     }
     QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
@@ -235,6 +236,42 @@ private:
     QComboBox& m_box;
 };
 
+// As the library's own, which asks the widget whether it is disabled.
+class BarAccessible : public QAccessibleWidget, public QAccessibleValueInterface {
+public:
+    explicit BarAccessible(OpenOrClosedBar* bar)
+        : QAccessibleWidget(bar, QAccessible::ScrollBar)
+        , m_bar(*bar)
+    {
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.disabled = !m_bar.takesInput();
+        state.focusable = !state.disabled;
+        return state;
+    }
+
+    void* interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::ValueInterface ? static_cast<QAccessibleValueInterface*>(this)
+                                                   : QAccessibleWidget::interface_cast(type);
+    }
+    QVariant currentValue() const override { return m_bar.value(); }
+    void setCurrentValue(const QVariant& value) override
+    {
+        if (m_bar.takesInput())
+            m_bar.setValue(value.toInt());
+    }
+    QVariant minimumValue() const override { return m_bar.minimum(); }
+    QVariant maximumValue() const override { return m_bar.maximum(); }
+    QVariant minimumStepSize() const override { return m_bar.singleStep(); }
+
+private:
+    OpenOrClosedBar& m_bar;
+};
+
 class WindowAccessible : public QAccessibleWidget {
 public:
     using QAccessibleWidget::QAccessibleWidget;
@@ -256,6 +293,8 @@ void installAccessibility()
             return new WindowAccessible(window);
         if (auto* box = qobject_cast<QComboBox*>(object))
             return new ComboAccessible(box);
+        if (auto* bar = dynamic_cast<OpenOrClosedBar*>(object))
+            return new BarAccessible(bar);
         return nullptr;
     });
 }

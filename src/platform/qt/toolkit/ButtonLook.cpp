@@ -2,7 +2,9 @@
 
 #include "platform/qt/toolkit/Look.h"
 
+#include <QAction>
 #include <QFontMetricsF>
+#include <QMenuBar>
 #include <QPalette>
 
 #include <algorithm>
@@ -16,6 +18,18 @@ constexpr int SmallestSize = 8; // pixels
 QColor between(const QColor& first, const QColor& second)
 {
     return {(first.red() + second.red()) / 2, (first.green() + second.green()) / 2, (first.blue() + second.blue()) / 2};
+}
+
+// The desktop opens neither of two that want the same key.
+void leaveKeyToMenus(QAbstractButton& button)
+{
+    const auto* bar = button.window()->findChild<const QMenuBar*>();
+    if (bar == nullptr)
+        return;
+    for (const QAction* menu : bar->actions()) {
+        if (QKeySequence::mnemonic(menu->text()) == button.shortcut())
+            button.setShortcut({});
+    }
 }
 
 } // namespace
@@ -50,6 +64,7 @@ void showCaption(QAbstractButton& button, const std::string& caption, int taken)
         font = fitting(--size);
     button.setFont(font);
     button.setText(text);
+    leaveKeyToMenus(button);
 }
 
 } // namespace trovarium

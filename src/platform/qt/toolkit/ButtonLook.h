@@ -12,7 +12,8 @@ namespace trovarium {
 // Fills the button's ground with a colour, with text that can be read on it; none: what lies below shows.
 void setBackColor(QAbstractButton& button, std::optional<Color> color);
 
-// Shows a caption in a size that its button has room for beside `taken` pixels: fonts differ in width.
+// Shows a caption in a size that its button has room for beside `taken` pixels: fonts differ in width. Its access
+// key is the button's unless a menu of the bar has it.
 void showCaption(QAbstractButton& button, const std::string& caption, int taken);
 
 // A control that the desktop shows as one of its buttons. Without a caption or a name of its own it is known to

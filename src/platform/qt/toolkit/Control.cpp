@@ -5,6 +5,8 @@
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Form.h"
 
+#include <QLineEdit>
+
 namespace trovarium {
 
 Control::Control(Container* parent, const Plan& plan)
@@ -47,12 +49,16 @@ void Control::SetFocus()
     auto* item = dynamic_cast<ItemView*>(m_view.get());
     if (widget != nullptr)
         widget->setFocus(Qt::OtherFocusReason);
-    else if (item != nullptr && item->takesFocus())
-        item->surface().setFocusItem(item);
-    else
-        return;
-    // Code moves the focus at the user's key, so it is shown as one that Tab moved.
-    (widget != nullptr ? widget : &item->surface())->window()->setAttribute(Qt::WA_KeyboardFocusChange);
+    if (auto* line = qobject_cast<QLineEdit*>(widget))
+        line->selectAll();
+    if (item != nullptr && item->takesFocus())
+        item->surface().giveFocus(*item);
+}
+
+void Control::TabBehind(const Control& before)
+{
+    if (m_view && before.m_view)
+        QWidget::setTabOrder(before.m_view->widget(), m_view->widget());
 }
 
 bool Control::hasFocus() const

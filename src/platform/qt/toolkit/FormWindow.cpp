@@ -39,6 +39,13 @@ void raiseKey(Form& form, const QKeyEvent& event)
     });
 }
 
+bool isModifier(const QKeyEvent& event)
+{
+    const int key = event.key();
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr
+        || key == Qt::Key_Meta;
+}
+
 bool isInput(QEvent::Type type)
 {
     switch (type) {
@@ -57,6 +64,21 @@ bool isInput(QEvent::Type type)
     default:
         return false;
     }
+}
+
+// A ring shows what the keys go to while the user works by keys, Shift and its like aside.
+void noteHand(QWidget& window, const QEvent& event)
+{
+    const bool byKey = event.type() == QEvent::KeyPress;
+    if (!byKey && event.type() != QEvent::MouseButtonPress)
+        return;
+    if (byKey && isModifier(static_cast<const QKeyEvent&>(event)))
+        return;
+    if (byKey == window.testAttribute(Qt::WA_KeyboardFocusChange))
+        return;
+    window.setAttribute(Qt::WA_KeyboardFocusChange, byKey);
+    if (QWidget* focus = window.focusWidget())
+        focus->update();
 }
 
 } // namespace
@@ -131,6 +153,7 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event)
     DesktopState& state = form->desktop().state();
     if (state.keepsInput(*receiver, *event) || !state.isOpenToInput(*form))
         return true;
+    noteHand(*window, *event);
     if (event->type() != QEvent::KeyPress || !form->plan().KeyPreview)
         return false;
     if (!form->KeyDown.isWired() && !form->KeyPress.isWired())

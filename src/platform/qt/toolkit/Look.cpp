@@ -99,6 +99,12 @@ bool has(const QStyleOption& option, QStyle::StateFlag flag)
     return option.state.testFlag(flag);
 }
 
+// Whoever works with the mouse has just pressed what has the focus, and needs no ring.
+bool hasShownFocus(const QStyleOption& option)
+{
+    return has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange);
+}
+
 void paintField(QPainter& painter, const QStyleOption& option, const QBrush& fill)
 {
     const bool focus = has(option, QStyle::State_HasFocus) && has(option, QStyle::State_Enabled);
@@ -224,7 +230,7 @@ public:
             return;
         }
         QProxyStyle::drawControl(element, option, painter, widget);
-        if (element == CE_PushButton && has(*option, State_HasFocus))
+        if (element == CE_PushButton && hasShownFocus(*option))
             paintFocusRing(*painter, option->palette, option->rect);
     }
 
@@ -288,7 +294,9 @@ private:
     // Round a whole box with its caption; a thin line round a row.
     static void paintFocus(QPainter& painter, const QStyleOption& option, const QWidget* widget)
     {
-        if (qobject_cast<const QCheckBox*>(widget) != nullptr || qobject_cast<const QRadioButton*>(widget) != nullptr)
+        const bool isBox =
+            qobject_cast<const QCheckBox*>(widget) != nullptr || qobject_cast<const QRadioButton*>(widget) != nullptr;
+        if (isBox && hasShownFocus(option))
             paintFocusRing(painter, option.palette, widget->rect());
         else if (qobject_cast<const QAbstractItemView*>(widget) != nullptr)
             paintBox(painter, option.rect, Qt::NoBrush, option.palette.color(Ring), 1, 0);
@@ -313,7 +321,7 @@ private:
             painter.setBrush(toQColor(held ? OutlineBlue : ThumbBlue));
             painter.drawRoundedRect(thumb, round, round);
         }
-        if (has(option, State_HasFocus))
+        if (hasShownFocus(option))
             paintFocusRing(painter, option.palette, option.rect);
     }
 

@@ -2,6 +2,8 @@
 
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/qt/toolkit/FormView.h"
+#include "platform/qt/toolkit/ItemView.h"
+#include "platform/qt/toolkit/SurfaceView.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Menu.h"
@@ -130,12 +132,24 @@ public:
         m_list.winId(); // the window's handle is made here
         m_list.windowHandle()->setTransientParent(m_form.view()->window().windowHandle());
         NestedLoop loop(m_form.desktop());
-        const auto found = m_entries.find(m_list.exec(QCursor::pos()));
+        const auto found = m_entries.find(m_list.exec(place()));
         loop.finish();
         return found == m_entries.end() || !m_form.isLoaded() ? nullptr : found->second;
     }
 
 private:
+    // At the pointer, or at what has the focus while the user works by keys.
+    QPoint place() const
+    {
+        const QWidget& window = m_form.view()->window();
+        const QWidget* focus = window.focusWidget();
+        if (focus == nullptr || !window.testAttribute(Qt::WA_KeyboardFocusChange))
+            return QCursor::pos();
+        const auto* surface = dynamic_cast<const SurfaceView*>(focus);
+        const ItemView* item = surface != nullptr ? surface->focusItem() : nullptr;
+        return focus->mapToGlobal(item != nullptr ? item->place().center().toPoint() : focus->rect().center());
+    }
+
     void fill(QMenu& list, Menu& menu)
     {
         for (Menu* entry : menu.entries()) {

@@ -73,7 +73,6 @@ public:
         raiseAt(m_box.MouseUp, button, shift, inside(pixels), m_box);
     }
     void click() override { m_box.Click.raise(); }
-    bool takesKeys() const override { return m_box.KeyDown.isWired(); }
     bool keyDown(int code, int shift) override
     {
         m_box.KeyDown.raise(code, shift);

@@ -1,10 +1,11 @@
 #include "platform/qt/toolkit/DesktopState.h"
+#include "platform/qt/toolkit/OpenOrClosedBar.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/ScrollBar.h"
 
+#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QMouseEvent>
-#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyleOptionSlider>
 #include <QTimerEvent>
@@ -18,16 +19,16 @@ namespace {
 
 constexpr int WheelNotch = 120; // eighths of a degree
 
-// The widget itself is never disabled: that would break off a held arrow and hand on the focus each time a
-// handler closes the bar for a moment. It looks disabled, and takes no input, as its control says.
-class Bar : public QScrollBar {
+// It looks disabled, takes no input and is passed over by Tab, as its control says.
+class Bar : public OpenOrClosedBar {
 public:
     Bar(ScrollBar& control, QWidget* parent)
-        : QScrollBar(control.orientation() == Orientation::Vertical ? Qt::Vertical : Qt::Horizontal, parent)
+        : OpenOrClosedBar(control.orientation() == Orientation::Vertical ? Qt::Vertical : Qt::Horizontal, parent)
         , m_control(&control)
     {
-        setFocusPolicy(Qt::StrongFocus);
     }
+
+    bool takesInput() const override { return m_control != nullptr && m_control->takesInput(); }
 
     void detach() { m_control = nullptr; }
 
@@ -95,8 +96,6 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override { event->accept(); }
 
 private:
-    bool takesInput() const { return m_control != nullptr && m_control->takesInput(); }
-
     ScrollBar* m_control;
     int m_raising = 0;
     int m_turned = 0;
@@ -126,7 +125,7 @@ public:
             break;
         }
         case Change::Enabled:
-            m_bar->update();
+            showOpenOrClosed();
             break;
         default:
             WidgetView::apply(change);
@@ -140,9 +139,20 @@ private:
         , m_bar(bar)
     {
         m_bar->setEnabled(true);
+        showOpenOrClosed();
         showRange();
         QObject::connect(m_bar, &QScrollBar::valueChanged, m_bar, [this] { m_bar->raise(); });
         QObject::connect(m_bar, &QScrollBar::sliderReleased, m_bar, [this] { m_bar->raise(); });
+    }
+
+    void showOpenOrClosed()
+    {
+        m_bar->setFocusPolicy(m_control.Enabled() ? Qt::StrongFocus : Qt::NoFocus);
+        m_bar->update();
+        QAccessible::State changed;
+        changed.disabled = true;
+        QAccessibleStateChangeEvent event(m_bar, changed);
+        QAccessible::updateAccessibility(&event);
     }
 
     void showRange()

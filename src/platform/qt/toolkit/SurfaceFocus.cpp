@@ -43,19 +43,26 @@ void SurfaceView::focusOn(MouseTarget* target)
     }
 }
 
-void SurfaceView::setFocusItem(ItemView* item)
+void SurfaceView::giveFocus(MouseTarget& target)
 {
     setFocus(Qt::OtherFocusReason);
-    focusOn(item);
+    focusOn(&target);
+}
+
+// The topmost there: the button below its label, the row below its name. Null where none takes it.
+MouseTarget* SurfaceView::focusTargetAt(QPointF pixels)
+{
+    const std::vector<MouseTarget*> targets = focusTargets();
+    const auto hit = std::find_if(targets.rbegin(), targets.rend(),
+        [pixels](const MouseTarget* target) { return target->place().contains(pixels); });
+    return hit == targets.rend() ? nullptr : *hit;
 }
 
 void SurfaceView::updateFocusPolicy()
 {
     if (m_container == nullptr)
         return;
-    Qt::FocusPolicy policy = ownTarget().takesKeys() ? Qt::StrongFocus : Qt::TabFocus;
-    if (focusTargets().empty())
-        policy = Qt::NoFocus;
+    const Qt::FocusPolicy policy = focusTargets().empty() ? Qt::NoFocus : Qt::TabFocus;
     if (policy != focusPolicy())
         setFocusPolicy(policy);
 }

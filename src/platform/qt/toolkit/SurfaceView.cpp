@@ -224,6 +224,8 @@ void SurfaceView::press(QMouseEvent& event, bool doubled)
     MouseTarget* target = m_pressed != nullptr ? m_pressed : targetAt(at);
     if (!target->takesInput())
         return;
+    if (MouseTarget* focus = m_pressed == nullptr ? focusTargetAt(at) : nullptr)
+        giveFocus(*focus);
     m_doubled = doubled && button == LeftButton && target == m_lastPressed && target->hasDoubleClick();
     m_pressed = target;
     m_lastPressed = target;

@@ -38,7 +38,6 @@ public:
     virtual void doubleClick() { }
     virtual bool hasDoubleClick() const { return false; }
     virtual bool takesFocus() const { return false; }
-    virtual bool takesKeys() const { return false; } // a press of the mouse gives it the focus too
     virtual bool keyDown(int, int) { return false; } // true when a handler took it
 };
 
@@ -72,7 +71,7 @@ public:
     // Everything but widgets, as on a device with so many pixels to the device-independent one.
     void paintTo(QPainter& painter, const QRegion& region, qreal ratio);
 
-    void setFocusItem(ItemView* item);
+    void giveFocus(MouseTarget& target);
     ItemView* focusItem() const { return m_focusItem; }
     // The user's press on an item by a key or by an assistive program.
     void activate(MouseTarget& target, Activation how);
@@ -104,6 +103,7 @@ private:
     void press(QMouseEvent& event, bool doubled);
     std::vector<MouseTarget*> focusTargets();
     MouseTarget* focusTarget();
+    MouseTarget* focusTargetAt(QPointF pixels);
     void focusOn(MouseTarget* target);
     void paintFocus(QPainter& painter);
     void showPointer(int pointer);
