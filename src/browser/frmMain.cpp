@@ -261,7 +261,7 @@ try {
         desktop().prompts().messageBox(
             "No album groups have been defined. Use next screen to search for photos (Ex. use a \"" + numberText(quotes)
                 + " in the year field to find all photos.",
-            Buttons::Ok, "");
+            Message::Notice, "");
         cmdCreateAlbumGroup_Click();
     } else if (lstSlideGroups.ListCount() > 0) {
         m_pages->LoadSlideGroup(lbAlbumList(0).Caption() + ".lst");

@@ -79,7 +79,7 @@ void AutoScan::scanTypes()
             m_form.desktop().prompts().messageBox(
                 "Notice: File count for located media has been exceeded. Some of the specified folders may have not "
                 "been completely searched.",
-                Buttons::Ok, "");
+                Message::Notice, "");
     }
 }
 

@@ -275,7 +275,7 @@ void ImportRun::cmdImport_Click()
     if (m_form.chkOptions(AutoName).Value() == -1
         && (m_form.txtAutoName(0).Text().empty() || m_form.txtAutoName(1).Text().empty())) {
         m_form.desktop().prompts().messageBox(
-            "The auto-name/renumber fields both must have valid values.", Buttons::Ok, "");
+            "The auto-name/renumber fields both must have valid values.", Message::Notice, "");
         m_form.DialogBusy = false;
         return;
     }
@@ -285,8 +285,8 @@ void ImportRun::cmdImport_Click()
         run.jumpToEnd();
         if (!files.errors().empty())
             m_form.desktop().prompts().messageBox(
-                "Error(s) occurred with the following files during import process.\r\r" + files.errors(), Buttons::Ok,
-                "");
+                "Error(s) occurred with the following files during import process.\r\r" + files.errors(),
+                Message::Error, "");
         if (files.count() != 0 && !files.cancelled()) {
             buildThumbnails(files);
             appendToGroups(files);

@@ -217,7 +217,7 @@ void frmImport::Drive1_Change()
 try {
     Dir1.Path = Drive1.Drive();
 } catch (const Failure& failure) {
-    desktop().prompts().messageBox("Error: " + std::string(failure.description()), Buttons::Ok, "");
+    desktop().prompts().messageBox("Error: " + std::string(failure.description()), Message::Error, "");
 }
 
 // A run has a button that cancels it; broken off here, it would leave photographs that are in no group.

@@ -56,7 +56,7 @@ void LinkRun::cmdImport_Click()
         m_run.jumpToEnd();
         if (!ImportErrors.empty())
             m_form.desktop().prompts().messageBox(
-                "Error(s) occurred with the following files during import process.\r\r" + ImportErrors, Buttons::Ok,
+                "Error(s) occurred with the following files during import process.\r\r" + ImportErrors, Message::Error,
                 "");
     });
     end();

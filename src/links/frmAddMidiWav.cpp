@@ -190,7 +190,7 @@ void frmAddMidiWav::Drive1_Change()
 try {
     Dir1.Path = Drive1.Drive();
 } catch (const Failure& failure) {
-    desktop().prompts().messageBox("Error: " + std::string(failure.description()), Buttons::Ok, "");
+    desktop().prompts().messageBox("Error: " + std::string(failure.description()), Message::Error, "");
 }
 
 void frmAddMidiWav::cmdAddFile_Click()
@@ -202,12 +202,12 @@ void frmAddMidiWav::AddSelectedFiles()
 try {
     const std::string source = selectedSource();
     if (source.empty()) {
-        desktop().prompts().messageBox("Must select a source file.", Buttons::Ok, "");
+        desktop().prompts().messageBox("Must select a source file.", Message::Notice, "");
         return;
     }
     const int row = selectedRow();
     if (row < 0) {
-        desktop().prompts().messageBox("Must select the destination.", Buttons::Ok, "");
+        desktop().prompts().messageBox("Must select the destination.", Message::Notice, "");
         return;
     }
     change(row, source, LinkIsMidi ? MidiLinked : WavLinked);

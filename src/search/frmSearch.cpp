@@ -257,7 +257,7 @@ bool frmSearch::acceptGroupName()
     std::string name = cmbGroupName.Text();
     if (name.empty() || equalInCapitals(name, ScratchGroupName)) {
         prompts.messageBox(
-            "Please create group name OR select from list to append to existing group.", Buttons::Ok, "");
+            "Please create group name OR select from list to append to existing group.", Message::Notice, "");
         return false;
     }
     if (CheckGroupName(name))
@@ -266,7 +266,7 @@ bool frmSearch::acceptGroupName()
     prompts.messageBox("Your 'GroupName' contained illegal characters. These were replace with the underscore "
                        "character. Press 'Append' again to accept the changes and save the search results to new "
                        "group name.",
-        Buttons::Ok, "");
+        Message::Notice, "");
     return false;
 }
 
