@@ -1,6 +1,7 @@
 #include "browser/Selection.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
 #include "startup/Program.h"
 #include "startup/UnloadAllForms.h"
 #include "store/GroupFile.h"
@@ -237,7 +238,7 @@ TEST_F(Start, MakesALibraryWithOneNoticeAndASkippedOneTakesOnlyTheHalfWrittenAwa
     bool isTold = false;
     robot.whenShown("frmFirstTime", [&] {
         isTold = true;
-        robot.close(*desktop.activeForm());
+        robot.key(*desktop.activeForm(), EscapeKey);
     });
     EXPECT_TRUE(robot.until([&] { return isTold && desktop.formsCount() == 1; }));
 
