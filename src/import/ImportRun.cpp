@@ -234,7 +234,7 @@ try {
 
 void ImportRun::Files::note(std::string_view name, std::string_view error)
 {
-    ImportErrors.append(name).append("    Error=").append(error).append("\r");
+    ImportErrors.append(readablePath(name)).append("    Error=").append(error).append("\r");
 }
 
 void ImportRun::Files::showProgress(int i)
@@ -280,9 +280,12 @@ void ImportRun::cmdImport_Click()
         return;
     }
     m_isRunning = true;
+    m_form.IsListImported = true; // what is added meanwhile takes it back
+    bool isFinished = false;
     run.run([&] {
         files.importAll();
         run.jumpToEnd();
+        isFinished = !files.cancelled();
         if (!files.errors().empty())
             m_form.desktop().prompts().messageBox(
                 "Error(s) occurred with the following files during import process.\r\r" + files.errors(),
@@ -293,6 +296,8 @@ void ImportRun::cmdImport_Click()
         }
         m_main.groupList().reopenGroup();
     });
+    if (!isFinished)
+        m_form.IsListImported = false;
     end();
 }
 
