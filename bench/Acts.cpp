@@ -85,9 +85,9 @@ private:
 // Agrees to everything, and names each group anew.
 class Agreement : public Prompts {
 public:
-    Answer messageBox(std::string_view /*text*/, Buttons buttons, std::string_view /*title*/) override
+    Answer messageBox(std::string_view /*text*/, Message kind, std::string_view /*title*/) override
     {
-        return buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
+        return kind == Message::Question || kind == Message::Warning ? Answer::Yes : Answer::Ok;
     }
     std::string inputBox(std::string_view /*prompt*/, std::string_view /*title*/, std::string_view /*initial*/) override
     {

@@ -18,7 +18,7 @@ int main(int argc, char** argv)
     Desktop desktop(argc, argv, files, Pace::Paced);
     // The installed command tells its user in a window why it can't start.
     if (argc == 3 && std::string_view(argv[1]) == "--message")
-        return desktop.guarded([&] { desktop.prompts().messageBox(argv[2], Buttons::Ok, ""); });
+        return desktop.guarded([&] { desktop.prompts().messageBox(argv[2], Message::Error, ""); });
 
     Album album(files);
     Program program(desktop, album, folder);

@@ -64,7 +64,7 @@ void frmAbout::cmdSysInfo_Click()
 void frmAbout::StartSysInfo()
 {
     if (attempt([&] { startProgram(systemInfoTool()); }))
-        desktop().prompts().messageBox("System Information Is Unavailable At This Time", Buttons::Ok, "");
+        desktop().prompts().messageBox("System Information Is Unavailable At This Time", Message::Error, "");
 }
 
 // The first place tells the tool itself, and it is taken unseen; the second one its folder.

@@ -58,7 +58,7 @@ bool GroupCommands::askForNewName(std::string& name)
             if (isFree(name))
                 return true;
         }
-        prompts.messageBox("Album group name already exists. Select a new name.", Buttons::Ok, "Group Exists.");
+        prompts.messageBox("Album group name already exists. Select a new name.", Message::Notice, "Group Exists.");
     }
 }
 
@@ -73,7 +73,7 @@ void GroupCommands::DeleteAlbumGroup()
 try {
     const std::string& name = m_form.groupList().SelectedGroupName;
     const Answer answer = m_form.desktop().prompts().messageBox(
-        "Are you sure you want to delete this group -> " + name, Buttons::YesNo, "");
+        "Are you sure you want to delete this group -> " + name, Message::Warning, "");
     if (answer != Answer::Yes)
         return;
     if (!hasGroupList(m_album, name + ".lst"))
@@ -102,7 +102,7 @@ void GroupCommands::RenameAlbumGroup()
         attempt([&] { renamed = isFree(name) && renameTo(name); });
         if (renamed)
             return;
-        prompts.messageBox("Group name already in use. Try another", Buttons::Ok, "Rename Group");
+        prompts.messageBox("Group name already in use. Try another", Message::Notice, "Rename Group");
     }
 }
 
@@ -152,7 +152,7 @@ void GroupCommands::showAgain()
 void GroupCommands::mnuThumbRemove_Click()
 {
     const Answer answer = m_form.desktop().prompts().messageBox(
-        "Are you sure you want to remove the photograph(s) from this group?", Buttons::YesNo, "");
+        "Are you sure you want to remove the photograph(s) from this group?", Message::Warning, "");
     if (answer == Answer::Yes)
         removeSelectedFromCurrent();
 }

@@ -26,7 +26,7 @@ void Removal::RemoveFromProgram()
         "Are you sure you want to remove selected photograph(s) from the program? The removed photograph(s) will be "
         "place in the following folder -> "
             + toNativePath(paths.PhotoPath + "Removed"),
-        Buttons::YesNo, "Remove photos from Album");
+        Message::Warning, "Remove photos from Album");
     if (answer != Answer::Yes)
         return;
     m_form.MousePointer = HourglassPointer;

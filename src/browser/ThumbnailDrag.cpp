@@ -6,6 +6,7 @@
 #include "browser/ThumbnailPages.h"
 #include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
+#include "platform/toolkit/Keys.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"
@@ -27,6 +28,7 @@ ThumbnailDrag::ThumbnailDrag(frmMain& form, Album& album)
 {
     on(form.imgThumbnail, &Image::MouseMove, this, &ThumbnailDrag::imgThumbnail_MouseMove);
     on(form.imgThumbnail, &Image::MouseUp, this, &ThumbnailDrag::imgThumbnail_MouseUp);
+    on(form.KeyPress, this, &ThumbnailDrag::Form_KeyPress);
 }
 
 void ThumbnailDrag::press(float X, float Y)
@@ -150,6 +152,12 @@ void ThumbnailDrag::imgThumbnail_MouseUp(int Index)
 {
     FinishThumbnailDrag(true);
     m_form.imgThumbnail(Index).MousePointer = DefaultPointer;
+}
+
+void ThumbnailDrag::Form_KeyPress(int KeyAscii)
+{
+    if (KeyAscii == EscapeKey)
+        breakOff();
 }
 
 void ThumbnailDrag::FinishThumbnailDrag(bool Finish)

@@ -22,6 +22,7 @@ public:
 
     void imgThumbnail_MouseMove(int Index, int Button, int Shift, float X, float Y);
     void imgThumbnail_MouseUp(int Index);
+    void Form_KeyPress(int KeyAscii); // Escape takes the drag back
 
     // Ends the drag: does what DropTarget says, a reorder only with `Finish`.
     void FinishThumbnailDrag(bool Finish);

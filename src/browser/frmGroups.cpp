@@ -2,7 +2,9 @@
 
 #include "browser/GroupCommands.h"
 #include "browser/frmMain.h"
+#include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
@@ -17,14 +19,16 @@ constexpr int EnterCharacter = 13;
 } // namespace
 
 frmGroups::frmGroups(Desktop& desktop, Album& album, frmMain& main)
-    : Form(desktop, {.Name = "frmGroups", .Caption = "Move photo(s) to ...", .Width = 2295, .Height = 3615})
+    : Form(desktop, {.Name = "frmGroups", .Caption = "Move photo(s) to ...", .Width = 4200, .Height = 3615})
     , m_album(album)
     , m_main(main)
 {
+    Icon = desktop.pictures().artwork("icon");
     lstGroups.Sorted = true;
     lstGroups.AccessibleName = "Groups";
     on(Load, this, &frmGroups::Form_Load);
     on(Activate, this, &frmGroups::Form_Activate);
+    on(KeyDown, this, &frmGroups::Form_KeyDown);
     on(lstGroups.MouseUp, this, &frmGroups::lstGroups_MouseUp);
     on(lstGroups.KeyPress, this, &frmGroups::lstGroups_KeyPress);
     on(cmdNewGroup.Click, this, &frmGroups::cmdNewGroup_Click);
@@ -61,6 +65,12 @@ void frmGroups::Form_Activate()
     if (lstGroups.ListCount() > 0)
         lstGroups.ListIndex = 0;
     GroupDialogBusy = false;
+}
+
+void frmGroups::Form_KeyDown(int KeyCode, int /*Shift*/)
+{
+    if (KeyCode == EscapeKey)
+        hide();
 }
 
 void frmGroups::lstGroups_MouseUp(int Button, int /*Shift*/, float X, float Y)

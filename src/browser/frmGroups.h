@@ -13,14 +13,14 @@ struct Album;
 class frmMain;
 
 // Asks for the group that the selected photographs are copied or moved to. One release of the left button on an entry
-// is the choice; the close box is the way to cancel.
+// is the choice; the close box and Escape are the way to cancel.
 class frmGroups : public Form {
 public:
     frmGroups(Desktop& desktop, Album& album, frmMain& main);
 
-    ListBox lstGroups{this, {.Name = "lstGroups", .Left = 0, .Top = 0, .Width = 2295, .Height = 3180}};
+    ListBox lstGroups{this, {.Name = "lstGroups", .Left = 0, .Top = 0, .Width = 4200, .Height = 3180}};
     Button cmdNewGroup{this,
-        {.Name = "cmdNewGroup", .Left = 60, .Top = 3240, .Width = 2175, .Height = 315, .Caption = "&Create New Group"}};
+        {.Name = "cmdNewGroup", .Left = 60, .Top = 3240, .Width = 4080, .Height = 315, .Caption = "&Create New Group"}};
 
     // Shows it modal for CreateWithCopies or CreateByMoving.
     void showFor(std::int32_t Mode);
@@ -29,6 +29,7 @@ public:
 
     void Form_Load();
     void Form_Activate();
+    void Form_KeyDown(int KeyCode, int Shift);
     void lstGroups_MouseUp(int Button, int Shift, float X, float Y);
     void lstGroups_KeyPress(int KeyAscii);
     void cmdNewGroup_Click();

@@ -31,6 +31,7 @@ namespace trovarium {
 namespace {
 
 constexpr float VideoParking = 20; // pixels beyond the frame's right edge
+constexpr float TitleWidth = 7200; // twips; the box that edits the title covers it
 
 // ---- the plans of the arrays, in twips ----
 
@@ -150,8 +151,14 @@ void frmMain::paintWindow()
         label.Alignment = Alignment::Center;
     });
     lbCount.Alignment = Alignment::Center;
+    lbCount.NarrowToFit = true;
+    lbCount.Elision = Elision::Middle; // a group's long name loses its end, and not the numbers behind it
     lbTitle.Alignment = Alignment::Center;
     lbTitle.AutoSize = true;
+    lbTitle.MostWidth = fromTwips(TitleWidth);
+    lbTitle.NarrowToFit = true;
+    for (Label* placeholder : {&lbTitle, &lbVideo})
+        placeholder->ForeColor = FaintInk;
     // Flat: the bar shows between its panels.
     Picture3.BackColor = PanelBlue;
     Picture4.forEach([](int, PictureBox& panel) {
@@ -261,7 +268,7 @@ try {
         desktop().prompts().messageBox(
             "No album groups have been defined. Use next screen to search for photos (Ex. use a \"" + numberText(quotes)
                 + " in the year field to find all photos.",
-            Buttons::Ok, "");
+            Message::Notice, "");
         cmdCreateAlbumGroup_Click();
     } else if (lstSlideGroups.ListCount() > 0) {
         m_pages->LoadSlideGroup(lbAlbumList(0).Caption() + ".lst");

@@ -65,7 +65,7 @@ void RemoveMissingPhotosFromGroup(Album& album, Desktop& desktop, Meanwhile mean
     const std::string& folder = album.paths.SlideGroupPath;
     if (folder.empty()) {
         desktop.prompts().messageBox(
-            "Critical Error-SubRemoveMissingPhotosFromGroup: SlideGroup path is blank!", Buttons::Ok, "");
+            "Critical Error-SubRemoveMissingPhotosFromGroup: SlideGroup path is blank!", Message::Error, "");
         desktop.endProgram(FatalExit);
     }
     std::vector<std::string> lists;

@@ -124,13 +124,13 @@ try {
         return;
 
     const bool answersItself = AutoFix && areFew(unmatched.upperBound(), count);
-    if (!isAgreed(answersItself,
+    if (!isAgreed(answersItself, Message::Warning,
             "Trovarium has detected " + formatWhole(unmatched.upperBound())
                 + " INFO file(s) without corresponding photo/image file(s).\rMove the INFO files to the 'Removed' "
                   "folder?",
             "Missing Photo/Image File(s)"))
         return;
-    if (!isAgreed(answersItself, "Are you sure?", "Removed unassociated INFO file(s)"))
+    if (!isAgreed(answersItself, Message::Warning, "Are you sure?", "Removed unassociated INFO file(s)"))
         return;
     for (int index = 1; index <= unmatched.upperBound(); ++index)
         attempt([&] { setAside(m_album.files, m_album.paths.InfoPath, unmatched(index)); });
@@ -157,7 +157,7 @@ try {
     if (missingList.upperBound() == 0)
         return;
 
-    if (!isAgreed(AutoFix,
+    if (!isAgreed(AutoFix, Message::Question,
             "Trovarium has detected " + formatWhole(missingList.upperBound())
                 + " photo/image file(s) with missing or out-of-date corresponding thumbnail(s). Press 'YES' create "
                   "thumbnail(s). Press 'NO' to ignore.",
@@ -235,9 +235,9 @@ void RepairPasses::updateProgress(int index, int count, float base)
     m_splash.UpdateSplashProgress(done * PassShare + base, 1);
 }
 
-bool RepairPasses::isAgreed(bool AutoFix, std::string_view text, std::string_view title)
+bool RepairPasses::isAgreed(bool AutoFix, Message kind, std::string_view text, std::string_view title)
 {
-    return AutoFix || m_splash.desktop().prompts().messageBox(text, Buttons::YesNo, title) == Answer::Yes;
+    return AutoFix || m_splash.desktop().prompts().messageBox(text, kind, title) == Answer::Yes;
 }
 
 } // namespace trovarium

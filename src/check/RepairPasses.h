@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/toolkit/Prompts.h"
 #include "store/GroupOnShow.h"
 
 #include <map>
@@ -41,7 +42,7 @@ private:
     bool hasOneOfOtherCase(const std::string& name, const NamesInCapitals& infoFiles) const;
     std::vector<std::string> listed(const std::string& folder, std::string_view ending = {}) const;
     void updateProgress(int index, int count, float base);
-    bool isAgreed(bool AutoFix, std::string_view text, std::string_view title);
+    bool isAgreed(bool AutoFix, Message kind, std::string_view text, std::string_view title);
 
     Album& m_album;
     frmSplash& m_splash;

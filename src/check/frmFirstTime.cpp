@@ -2,6 +2,7 @@
 
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Keys.h"
 #include "store/Deployment.h"
 
 #include <string>
@@ -15,6 +16,7 @@ frmFirstTime::frmFirstTime(Desktop& desktop)
     Icon = desktop.pictures().artwork("icon");
     imgIcon.Stretch = true;
     imgIcon.Picture = desktop.pictures().artwork("icon");
+    imgIcon.AccessibleName = "Trovarium";
     for (Label* name : {&Label1, &Label2}) {
         name->FontSize = 36;
         name->Bold = true;
@@ -30,6 +32,13 @@ frmFirstTime::frmFirstTime(Desktop& desktop)
     Label6.Caption = "2. The latest version of Trovarium can be found on our web site at " + std::string(WebSite);
     Label5.UseMnemonic = true;
     Line1.BorderColor = SoftWhite;
+    on(KeyDown, this, &frmFirstTime::Form_KeyDown);
+}
+
+void frmFirstTime::Form_KeyDown(int KeyCode, int /*Shift*/)
+{
+    if (KeyCode == EscapeKey)
+        unload();
 }
 
 } // namespace trovarium

@@ -7,10 +7,12 @@
 
 namespace trovarium {
 
-// The notice of the first start: static, closed with the window's close box.
+// The notice of the first start: static, closed with the window's close box or Escape.
 class frmFirstTime : public Form {
 public:
     explicit frmFirstTime(Desktop& desktop);
+
+    void Form_KeyDown(int KeyCode, int Shift);
 
     // ---- the plan of the window, in twips ----
 

@@ -86,8 +86,11 @@ frmThumbnail::frmThumbnail(Desktop& desktop, Album& album, VideoPlayer& video)
 {
     Picture = desktop.pictures().artwork("background");
     Icon = desktop.pictures().artwork("icon");
+    imgSize.AccessibleName = "Thumbnail";
     lbFilename.FontSize = 15;
     lbFilename.Bold = true;
+    lbFilename.NarrowToFit = true;
+    lbFilename.Elision = Elision::Start; // the name stands at the end of the path
     pctProgress.AccessibleName = "Progress";
     pctProgress.AccessibleValue = 0;
     shpProgress.BorderColor = SoftWhite;
@@ -195,7 +198,7 @@ void frmThumbnail::paintThumbnail(const std::string& listed, const std::string& 
     const float width = pctSize.Width();
     const float height = pctSize.Height();
     attempt([&] { m_ratio = divideSingle(width, height); });
-    lbFilename.Caption = listed;
+    lbFilename.Caption = readablePath(listed);
     lbPhotoSize(0).Caption = "(width=" + numberText(width) + ")";
     lbPhotoSize(1).Caption = "(height=" + numberText(height) + ")";
     if (m_ratio < 1) {

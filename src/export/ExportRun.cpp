@@ -223,7 +223,7 @@ void ExportRun::tellErrors()
             .append(numberText(m_left) + " more: ")
             .append(TooManyForOneRun);
     if (!text.empty())
-        m_form.desktop().prompts().messageBox(text, Buttons::Ok, "");
+        m_form.desktop().prompts().messageBox(text, Message::Error, "");
 }
 
 void ExportRun::end()

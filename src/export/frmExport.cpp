@@ -109,7 +109,7 @@ void frmExport::Drive1_Change()
 try {
     Dir1.Path = Drive1.Drive();
 } catch (const Failure& failure) {
-    desktop().prompts().messageBox("Error: " + std::string(failure.description()), Buttons::Ok, "");
+    desktop().prompts().messageBox("Error: " + std::string(failure.description()), Message::Error, "");
 }
 
 // The run's own button doesn't end it, so this does.

@@ -79,7 +79,7 @@ void AutoScan::scanTypes()
             m_form.desktop().prompts().messageBox(
                 "Notice: File count for located media has been exceeded. Some of the specified folders may have not "
                 "been completely searched.",
-                Buttons::Ok, "");
+                Message::Notice, "");
     }
 }
 
@@ -153,6 +153,7 @@ bool AutoScan::findMatches(const std::string& path, const std::string& pattern, 
     for (const std::string& name : m_album.files.list(path + pattern)) {
         total += m_album.files.length(path + name);
         ++fileCount;
+        m_form.IsListImported = false;
         list.AddItem(path + name);
         if (list.ListCount() >= EndOfFolder || stopFlag)
             return false;

@@ -234,7 +234,7 @@ try {
 
 void ImportRun::Files::note(std::string_view name, std::string_view error)
 {
-    ImportErrors.append(name).append("    Error=").append(error).append("\r");
+    ImportErrors.append(readablePath(name)).append("    Error=").append(error).append("\r");
 }
 
 void ImportRun::Files::showProgress(int i)
@@ -275,24 +275,29 @@ void ImportRun::cmdImport_Click()
     if (m_form.chkOptions(AutoName).Value() == -1
         && (m_form.txtAutoName(0).Text().empty() || m_form.txtAutoName(1).Text().empty())) {
         m_form.desktop().prompts().messageBox(
-            "The auto-name/renumber fields both must have valid values.", Buttons::Ok, "");
+            "The auto-name/renumber fields both must have valid values.", Message::Notice, "");
         m_form.DialogBusy = false;
         return;
     }
     m_isRunning = true;
+    m_form.IsListImported = true; // what is added meanwhile takes it back
+    bool isFinished = false;
     run.run([&] {
         files.importAll();
         run.jumpToEnd();
+        isFinished = !files.cancelled();
         if (!files.errors().empty())
             m_form.desktop().prompts().messageBox(
-                "Error(s) occurred with the following files during import process.\r\r" + files.errors(), Buttons::Ok,
-                "");
+                "Error(s) occurred with the following files during import process.\r\r" + files.errors(),
+                Message::Error, "");
         if (files.count() != 0 && !files.cancelled()) {
             buildThumbnails(files);
             appendToGroups(files);
         }
         m_main.groupList().reopenGroup();
     });
+    if (!isFinished)
+        m_form.IsListImported = false;
     end();
 }
 

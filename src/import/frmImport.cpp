@@ -36,7 +36,6 @@ frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frm
     File1.Pattern = "*.bmp;*.jpg;*.gif;*.wmf";
     chkFilter.forEach([](int, CheckBox& type) { type.preset(); });
     chkOptions(3).preset();
-    cmdImport.Default = true;
     paint();
     nameControls();
 
@@ -107,7 +106,7 @@ void frmImport::Form_Unload()
 // Escape closes the window where nothing is lost by it.
 void frmImport::Form_KeyDown(int KeyCode, int /*Shift*/)
 {
-    if (KeyCode == EscapeKey && !DialogBusy && List1.ListCount() == 0)
+    if (KeyCode == EscapeKey && !DialogBusy && (IsListImported || List1.ListCount() == 0))
         lbExit_Click();
 }
 
@@ -136,6 +135,7 @@ try {
     for (int i = 0; i < File1.ListCount(); ++i) {
         if (!File1.Selected(i) || !listed.insert(upper(File1.List(i))).second)
             continue;
+        IsListImported = false;
         List1.AddItem(File1.List(i));
         List2.AddItem(Dir1.Path());
     }
@@ -217,7 +217,7 @@ void frmImport::Drive1_Change()
 try {
     Dir1.Path = Drive1.Drive();
 } catch (const Failure& failure) {
-    desktop().prompts().messageBox("Error: " + std::string(failure.description()), Buttons::Ok, "");
+    desktop().prompts().messageBox("Error: " + std::string(failure.description()), Message::Error, "");
 }
 
 // A run has a button that cancels it; broken off here, it would leave photographs that are in no group.

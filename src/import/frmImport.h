@@ -53,7 +53,8 @@ public:
     void Drive1_Change();
     void lbExit_Click();
 
-    bool DialogBusy = false; // a scan or an import runs
+    bool DialogBusy = false;     // a scan or an import runs
+    bool IsListImported = false; // to its end, and nothing was added since
 
     // ---- the plan of the window, in twips ----
 

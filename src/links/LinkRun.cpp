@@ -56,7 +56,7 @@ void LinkRun::cmdImport_Click()
         m_run.jumpToEnd();
         if (!ImportErrors.empty())
             m_form.desktop().prompts().messageBox(
-                "Error(s) occurred with the following files during import process.\r\r" + ImportErrors, Buttons::Ok,
+                "Error(s) occurred with the following files during import process.\r\r" + ImportErrors, Message::Error,
                 "");
     });
     end();
@@ -69,6 +69,7 @@ void LinkRun::linkAll()
         m_form.lbProgress.Caption = "Import-Link Progress";
         if (m_form.List2.Selected(row)) {
             link(row);
+            m_form.settle(row);
             if (m_form.cmdImport.Caption() == Idle)
                 break;
         }
@@ -104,7 +105,9 @@ void LinkRun::link(int row)
                 files.copy(source, dest);
         });
     });
-    if (end && !source.empty()) // which is told nowhere else
+    if (source.empty())
+        m_form.settle(row);
+    else if (end) // which is told nowhere else
         logFailure(m_album, "cmdImport_Click", *end);
     if (end)
         throw Failure(*end);

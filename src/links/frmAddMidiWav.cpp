@@ -39,16 +39,7 @@ frmAddMidiWav::frmAddMidiWav(Desktop& desktop, Album& album, frmMain& main, std:
     , m_main(main)
     , m_run(std::make_unique<LinkRun>(*this, album, main, std::move(importForm)))
 {
-    const auto addButton = [this](Container* parent, int index, float left, std::string_view caption) {
-        const float top = parent == &framSource ? 5730 : 5130;
-        cmdPlayStop.add(parent, index, {.Left = left, .Top = top, .Width = 1200, .Height = 390, .Caption = caption});
-        cmdPlayStop(index).Picture =
-            this->desktop().pictures().artwork(index == PlaySource || index == PlayLinked ? "play" : "stop");
-    };
-    addButton(&framSource, PlaySource, 180, "&Play");
-    addButton(&framSource, StopSource, 1500, "&Stop");
-    addButton(&framDestination, PlayLinked, 180, "&Play");
-    addButton(&framDestination, StopLinked, 1500, "&Stop");
+    File1.MultiSelect = false;
     List2.MultiSelect = true;
     cmdImport.Default = true;
     paint();
@@ -68,6 +59,23 @@ frmAddMidiWav::frmAddMidiWav(Desktop& desktop, Album& album, frmMain& main, std:
 }
 
 frmAddMidiWav::~frmAddMidiWav() = default;
+
+ControlArray<Button> frmAddMidiWav::playButtons()
+{
+    ControlArray<Button> buttons("cmdPlayStop");
+    for (const int index : {PlaySource, StopSource, PlayLinked, StopLinked}) {
+        const bool plays = index == PlaySource || index == PlayLinked;
+        const bool isSource = index == PlaySource || index == StopSource;
+        buttons.add(isSource ? &framSource : &framDestination, index,
+            {.Left = plays ? 180.0F : 1500.0F,
+                .Top = isSource ? 5730.0F : 5130.0F,
+                .Width = 1200,
+                .Height = 390,
+                .Caption = plays ? "&Play" : "&Stop"});
+        buttons(index).Picture = desktop().pictures().artwork(plays ? "play" : "stop");
+    }
+    return buttons;
+}
 
 void frmAddMidiWav::paint()
 {
@@ -137,10 +145,13 @@ void frmAddMidiWav::Set4Wav()
 void frmAddMidiWav::setUp(bool isMidi)
 {
     LinkIsMidi = isMidi;
+    m_open.clear();
     List1.Clear();
     List2.Clear();
+    List1.Mark = std::string(isMidi ? MidiLinked : WavLinked);
     Caption = isMidi ? "Import-Link Midi Song to Group" : "Import-Link Wav Clip to Photo";
     lbListContents.Caption = isMidi ? "Current Album Groups" : "Selected Photos";
+    framDestination.AccessibleName = lbListContents.Caption();
     List1.AccessibleName = lbListContents.Caption();
 }
 
@@ -166,17 +177,13 @@ try {
 // Escape closes the window where nothing is lost by it.
 void frmAddMidiWav::Form_KeyDown(int KeyCode, int /*Shift*/)
 {
-    if (KeyCode == EscapeKey && !isChanged())
+    if (KeyCode == EscapeKey && m_open.empty())
         lbExit_Click();
 }
 
-bool frmAddMidiWav::isChanged() const
+void frmAddMidiWav::settle(int row)
 {
-    for (int i = 0; i < List2.ListCount(); ++i) {
-        if (List2.Selected(i))
-            return true;
-    }
-    return false;
+    m_open.erase(row);
 }
 
 void frmAddMidiWav::Dir1_Change()
@@ -190,7 +197,7 @@ void frmAddMidiWav::Drive1_Change()
 try {
     Dir1.Path = Drive1.Drive();
 } catch (const Failure& failure) {
-    desktop().prompts().messageBox("Error: " + std::string(failure.description()), Buttons::Ok, "");
+    desktop().prompts().messageBox("Error: " + std::string(failure.description()), Message::Error, "");
 }
 
 void frmAddMidiWav::cmdAddFile_Click()
@@ -202,12 +209,12 @@ void frmAddMidiWav::AddSelectedFiles()
 try {
     const std::string source = selectedSource();
     if (source.empty()) {
-        desktop().prompts().messageBox("Must select a source file.", Buttons::Ok, "");
+        desktop().prompts().messageBox("Must select a source file.", Message::Notice, "");
         return;
     }
     const int row = selectedRow();
     if (row < 0) {
-        desktop().prompts().messageBox("Must select the destination.", Buttons::Ok, "");
+        desktop().prompts().messageBox("Must select the destination.", Message::Notice, "");
         return;
     }
     change(row, source, LinkIsMidi ? MidiLinked : WavLinked);
@@ -237,6 +244,7 @@ void frmAddMidiWav::change(int row, const std::string& source, std::string_view 
 {
     List2.setList(row, source);
     List2.setSelected(row, true);
+    m_open.insert(row);
     List1.setList(row, std::string(marker) + List1.List(row).substr(marker.size()));
 }
 

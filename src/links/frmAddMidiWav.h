@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 
 namespace trovarium {
@@ -37,6 +38,9 @@ public:
 
     void Set4Midi();
     void Set4Wav();
+
+    // A run is through with that row, which keeps its flag.
+    void settle(int row);
 
     void Form_Load();
     void Form_KeyDown(int KeyCode, int Shift);
@@ -77,11 +81,10 @@ public:
     ListBox List1{&framDestination, {.Name = "List1", .Left = 180, .Top = 450, .Width = 3960, .Height = 4560}};
     ListBox List2{
         &framDestination, {.Name = "List2", .Left = 180, .Top = 450, .Width = 3960, .Height = 4560, .Visible = false}};
+    // Of the source, then of the entry.
+    ControlArray<Button> cmdPlayStop{playButtons()};
     Button cmdClear{&framDestination,
         {.Name = "cmdClear", .Left = 2940, .Top = 5130, .Width = 1200, .Height = 390, .Caption = "&Clear"}};
-
-    // Of the source, then of the entry.
-    ControlArray<Button> cmdPlayStop{"cmdPlayStop"};
 
     ControlArray<CheckBox> chkOptions{&framDestination, "chkOptions",
         {{0, {.Left = 180, .Top = 5745, .Width = 3960, .Height = 300, .Caption = "Overwrite existing files"}}}};
@@ -96,6 +99,7 @@ public:
     Label lbExit{this, {.Name = "lbExit", .Left = 9300, .Top = 6840, .Width = 1620, .Height = 420, .Caption = "Exit"}};
 
 private:
+    ControlArray<Button> playButtons();
     void paint();
     void nameControls();
     void setUp(bool isMidi);
@@ -104,11 +108,11 @@ private:
     std::string selectedSource() const; // empty for none
     int selectedRow() const;            // -1 for none
     void change(int row, const std::string& source, std::string_view marker);
-    bool isChanged() const;
 
     Album& m_album;
     frmMain& m_main;
     std::unique_ptr<LinkRun> m_run;
+    std::set<int> m_open; // rows that were changed since a run was through with them
 };
 
 } // namespace trovarium

@@ -48,7 +48,7 @@ bool accepts(const std::string& wanted, std::string_view text)
 } // namespace
 
 frmSearch::frmSearch(Desktop& desktop, Album& album, frmMain& main)
-    : Form(desktop, {.Name = "frmSearch", .Caption = "Create Album Groups", .Width = 7200, .Height = 6300})
+    : Form(desktop, {.Name = "frmSearch", .Caption = "Create Album Groups", .Width = 7200, .Height = 6600})
     , m_album(album)
     , m_main(main)
 {
@@ -60,6 +60,7 @@ frmSearch::frmSearch(Desktop& desktop, Album& album, frmMain& main)
     on(cmdSearch.Click, this, &frmSearch::cmdSearch_Click);
     on(cmdSave.Click, this, &frmSearch::cmdSave_Click);
     on(cmdImport.Click, this, &frmSearch::cmdImport_Click);
+    on(cmbGroupName.Enter, this, &frmSearch::cmbGroupName_Enter);
     on(lbExit.Click, this, &frmSearch::lbExit_Click);
 }
 
@@ -76,6 +77,7 @@ void frmSearch::paintWindow()
     shpProgress.FillColor = BarBlue;
     shpProgress.BorderColor = BarBlue;
     cmdSearch.Default = true;
+    lbAppended.NarrowToFit = true;
     lbExit.Raised = true;
     for (const auto& [control, label] :
         std::initializer_list<std::pair<Control*, const Label*>>{{&txtFilename, &lbFilename}, {&txtTitle, &lbTitle},
@@ -152,6 +154,7 @@ void frmSearch::cmdSearch_Click()
 void frmSearch::searchLibrary()
 {
     lbProgress.Caption = "Searched 0 (0%) -> Found 0";
+    lbAppended.Caption = "";
     fillBar(pctProgress, shpProgress, 0);
     File1.Pattern = "*.info";
     File1.Path = m_album.paths.InfoPath;
@@ -234,8 +237,20 @@ void frmSearch::showProgress(int searched, int count)
 
 void frmSearch::cmdSave_Click()
 {
-    if (save())
-        m_main.groupList().reopenGroup();
+    lbAppended.Caption = "";
+    if (!save())
+        return;
+    const int count = SearchResults.upperBound();
+    const std::string group = '"' + std::string(trimmed(cmbGroupName.Text())) + '"';
+    lbAppended.Caption = m_isAppended
+        ? "Appended " + numberText(count) + (count == 1 ? " photograph to " : " photographs to ") + group
+        : "Appending to " + group + " failed";
+    m_main.groupList().reopenGroup();
+}
+
+void frmSearch::cmbGroupName_Enter()
+{
+    cmdSave_Click();
 }
 
 bool frmSearch::save()
@@ -243,7 +258,8 @@ bool frmSearch::save()
     MousePointer = HourglassPointer;
     const bool accepted = acceptGroupName();
     if (accepted) {
-        if (appendResults())
+        m_isAppended = appendResults();
+        if (m_isAppended)
             m_main.groupList().LoadGroupNames();
         m_main.groupList().LoadGroupNames();
     }
@@ -257,7 +273,7 @@ bool frmSearch::acceptGroupName()
     std::string name = cmbGroupName.Text();
     if (name.empty() || equalInCapitals(name, ScratchGroupName)) {
         prompts.messageBox(
-            "Please create group name OR select from list to append to existing group.", Buttons::Ok, "");
+            "Please create group name OR select from list to append to existing group.", Message::Notice, "");
         return false;
     }
     if (CheckGroupName(name))
@@ -266,7 +282,7 @@ bool frmSearch::acceptGroupName()
     prompts.messageBox("Your 'GroupName' contained illegal characters. These were replace with the underscore "
                        "character. Press 'Append' again to accept the changes and save the search results to new "
                        "group name.",
-        Buttons::Ok, "");
+        Message::Notice, "");
     return false;
 }
 

@@ -39,12 +39,13 @@ public:
     // in the same way.
     void cmdSearch_Click();
     // Appends to the list of the group named in `cmbGroupName`, a new one or not. Without a name, and when
-    // characters had to be replaced in it, it tells so and writes nothing; a failing write is silent. The group on show
-    // is read again.
+    // characters had to be replaced in it, it tells so and writes nothing. A line of the dialog tells what was
+    // appended. The group on show is read again.
     void cmdSave_Click();
     // The same for a run that shows the group again by itself. False when nothing was to be written.
     bool save();
     void cmdImport_Click();
+    void cmbGroupName_Enter();
     void lbExit_Click();
 
     // ---- the plan of the window, in twips ----
@@ -102,8 +103,10 @@ public:
         this, {.Name = "cmdImport", .Left = 5100, .Top = 5595, .Width = 840, .Height = 405, .Caption = "&Import"}};
     Label lbExit{this, {.Name = "lbExit", .Left = 6060, .Top = 5595, .Width = 840, .Height = 405, .Caption = "Exit"}};
 
+    Label lbAppended{this, {.Name = "lbAppended", .Left = 1860, .Top = 6120, .Width = 5040, .Height = 240}};
+
     // Only lists the information files.
-    FileList File1{this, {.Name = "File1", .Left = 300, .Top = 6450, .Width = 1500, .Height = 1500, .Visible = false}};
+    FileList File1{this, {.Name = "File1", .Left = 300, .Top = 6900, .Width = 1500, .Height = 1500, .Visible = false}};
 
 private:
     void paintWindow();
@@ -122,6 +125,7 @@ private:
     CheckedArray<std::int16_t> SearchYears; // of the results, at the same index
     // Not cleared between two files: a match without a year of its own has that of the file before.
     std::string YearText;
+    bool m_isAppended = false; // by the last save
     bool DialogBusy = false;
 };
 

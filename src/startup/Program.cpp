@@ -81,7 +81,7 @@ try {
     m_desktop.prompts().messageBox("Unexpected problem. Must exit. Check log file at "
             + toNativePath(m_album.paths.AppPath + "\\Trovarium.Log")
             + "\rPlease email log file to: " + std::string(SupportAddress),
-        Buttons::Ok, "");
+        Message::Error, "");
     m_desktop.endProgram(FatalExit);
 }
 
@@ -101,7 +101,7 @@ void Program::requireLibrary()
     bool isOurs = true;
     attempt([&] { isOurs = m_lock.take(library); });
     if (!isOurs) {
-        m_desktop.prompts().messageBox("This album is open already: " + toNativePath(library), Buttons::Ok, "");
+        m_desktop.prompts().messageBox("This album is open already: " + toNativePath(library), Message::Notice, "");
         m_desktop.endProgram();
     }
     bool mayOpen = false; // nor where that can't be seen
@@ -115,7 +115,7 @@ void Program::requireSlideGroupPath()
 {
     if (!m_album.paths.SlideGroupPath.empty())
         return;
-    m_desktop.prompts().messageBox("Critical Error-SubMain: SlideGroup path is blank!", Buttons::Ok, "");
+    m_desktop.prompts().messageBox("Critical Error-SubMain: SlideGroup path is blank!", Message::Error, "");
     m_desktop.endProgram(FatalExit);
 }
 

@@ -161,6 +161,13 @@ bool CreateInfoFile(FileService& files, std::string_view infoFilePath, std::stri
     return writeInfoFile(files, infoFilePath, {std::string(photoLinkValue), std::string(infoFilePath)}, Sync::No);
 }
 
+bool isFirstTitle(std::string_view title, std::string_view infoFileName)
+{
+    const std::size_t length = infoFileName.size();
+    return title.size() > length && title[title.size() - length - 1] == '\\'
+        && equalInCapitals(right(title, length), infoFileName);
+}
+
 // The program's path and `ProgramFolder` are one text here: the root of the file system is "/", which is no
 // backslash that would be taken off. `PhotoPath` has no say but for a full path that leads nowhere, so a moved "Photos"
 // folder holds no other copies.

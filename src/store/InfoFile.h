@@ -25,6 +25,9 @@ bool SaveImageInfo(Album& album, std::string_view infoFileName, const PhotoInfo&
 // A new information file. Its title is its own full path until the user edits it.
 bool CreateInfoFile(FileService& files, std::string_view infoFilePath, std::string_view photoLinkValue);
 
+// Whether the title of N + ".info" is still that path, also one of before the album was moved.
+bool isFirstTitle(std::string_view title, std::string_view infoFileName);
+
 // The full path of the photograph behind `infoFileName` (N + ".info"); empty with a log line when the
 // information file is absent. A full path that leads to no file means PhotoPath + N where that one is there.
 std::string GetPhotoLink(Album& album, std::string_view infoFileName);

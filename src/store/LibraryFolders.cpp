@@ -56,7 +56,7 @@ void moveTexts(Album& album, Desktop& desktop)
 
     attempt([&] { paths.SlideGroupPath = installedCopy(album) + "\\" + name + "\\Photo_Slidegroups\\"; });
     if (paths.SlideGroupPath.empty()) {
-        desktop.prompts().messageBox("Critical Error-SubCheckDirPath: SlideGroup path is blank!", Buttons::Ok, "");
+        desktop.prompts().messageBox("Critical Error-SubCheckDirPath: SlideGroup path is blank!", Message::Error, "");
         desktop.endProgram(1);
     }
     attempt([&] { MakeNestedFolders(album, paths.SlideGroupPath); });

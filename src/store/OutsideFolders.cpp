@@ -58,7 +58,7 @@ bool mayWorkOutside(Album& album, Desktop& desktop)
     const Answer answer = desktop.prompts().messageBox("Folders of this album lie outside of it:\r\r" + list
             + "\rTrovarium reads, changes and removes files there. Press 'YES' to open the album. Press 'NO' if you "
               "don't know these folders.",
-        Buttons::YesNo, "Folders Outside the Album");
+        Message::Warning, "Folders Outside the Album");
     if (answer != Answer::Yes)
         return false;
     for (const FolderLink& link : links)

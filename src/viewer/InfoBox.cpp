@@ -3,6 +3,7 @@
 #include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/files/FileService.h"
+#include "platform/toolkit/Colors.h"
 #include "platform/toolkit/Desktop.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
@@ -11,6 +12,8 @@
 #include "store/PhotographFiles.h"
 #include "viewer/SlideShow.h"
 #include "viewer/VideoControls.h"
+
+#include <optional>
 
 namespace trovarium {
 
@@ -101,9 +104,22 @@ void InfoBox::saveUnsaved()
     });
 }
 
+bool InfoBox::isTitleGiven() const
+{
+    return !isFirstTitle(m_album.info.Title, m_held + ".info");
+}
+
+std::string InfoBox::shownTitle() const
+{
+    return isTitleGiven() ? m_album.info.Title : readablePath(m_album.info.Title);
+}
+
 void InfoBox::showFields()
 {
-    m_form.lbTitle.Caption = m_album.info.Title;
+    const bool isGiven = isTitleGiven();
+    m_form.lbTitle.Caption = shownTitle();
+    m_form.lbTitle.ForeColor = isGiven ? std::nullopt : std::optional(FaintInk);
+    m_form.lbTitle.Elision = isGiven ? Elision::End : Elision::Start; // a path's end tells the photograph
     for (int i = 0; i < LabelledFields; ++i)
         m_form.lbInfo(i).Caption = m_album.info.*Fields[i].text;
     m_form.lbInfo(6).Caption = m_held;
@@ -193,7 +209,7 @@ void InfoBox::fillTexts()
     showFields();
     for (std::size_t i = 0; i < m_filled.size(); ++i) {
         TextBox& box = m_form.*Fields[i].box;
-        box.Text = m_album.info.*Fields[i].text;
+        box.Text = Fields[i].text == &PhotoInfo::Title ? shownTitle() : m_album.info.*Fields[i].text;
         box.Enabled = !m_held.empty();
         m_filled[i] = box.Text();
     }

@@ -46,6 +46,8 @@ private:
     bool read(const std::string& name, OddSize oddSize);
     void save();
     void saveUnsaved();
+    bool isTitleGiven() const; // by a person
+    std::string shownTitle() const;
     void showFields();
     void slideTo(std::int16_t target);
     void enterEditState();

@@ -90,7 +90,7 @@ try {
     Result = true;
 } catch (const Failure& failure) {
     if (failure.kind() == FailureKind::InvalidPicture)
-        m_form.desktop().prompts().messageBox("Invalid image file. Unable to open", Buttons::Ok, "Error");
+        m_form.desktop().prompts().messageBox("Invalid image file. Unable to open", Message::Error, "Error");
     m_form.desktop().Screen().MousePointer = DefaultPointer;
 }
 

@@ -85,6 +85,7 @@ void VideoControls::takeDuration()
     if (m_form == nullptr)
         return;
     m_form->lbVideo.Caption = numberText(VideoDuration) + " sec";
+    m_form->lbVideo.ForeColor = std::nullopt;
     m_form->hscVideo.Max = toInt16(VideoDuration);
 }
 

@@ -45,7 +45,7 @@ void frmSSP::cmdOkay_Click()
 {
     const double seconds = leadingNumber(txtSlideShowInterval.Text());
     if (!(seconds > 0 && seconds < LongestDelay)) {
-        desktop().prompts().messageBox("Invalid entry. Use a value between 1 and 60 seconds.", Buttons::Ok, "");
+        desktop().prompts().messageBox("Invalid entry. Use a value between 1 and 60 seconds.", Message::Notice, "");
         return;
     }
     m_main.infoBox().endEdit(); // the show's button is disabled by one, but not its label

@@ -64,6 +64,7 @@ TEST_F(GroupCommandsTest, ANewGroupTakesAFreeNameAndTheRowPressedLastIsDeletedWi
         if (!logLines().empty())
             desktop.files().setFaultHook({});
     }
+    EXPECT_EQ(prompts.asked().back().kind, Message::Warning);
     EXPECT_EQ(logLines(), Names{"An error has occurred in 'CreateAlbumGroup'. Error = Permission denied"});
     EXPECT_FALSE(isThere("Rome") || test.isThere(music("Rome")));
     EXPECT_TRUE(isThere("Alps") && test.isThere(music("Alps")));
@@ -119,14 +120,14 @@ TEST_F(GroupCommandsTest, AReleaseOnAnEntryCopiesEnterMovesAndTheButtonMakesAGro
         clickEntryAt(24);
     });
     EXPECT_EQ(linesOf("Rome"), (Names{"old.jpg", "p1.jpg", "p3.jpg"}));
-    chooseGroup(main().mnuEditMove, [&] { robot.close(groups()); });
+    chooseGroup(main().mnuEditMove, [&] { robot.key(groups(), EscapeKey); });
     prompts.expectInput(AskName, "Aix");
     chooseGroup(main().mnuEditAdd, [&] { robot.click(groups().cmdNewGroup); });
     EXPECT_EQ(linesOf("Aix"), (Names{"p1.jpg", "p3.jpg"}));
     test.failAt(FileOperation::Close, "Aix.lst", FailureKind::DiskFull);
     main().groupCommands().MoveToGroup("Aix.lst");
     desktop.files().setFaultHook({});
-    EXPECT_EQ(cells(), names(4)) << "copies stay, what a full disk didn't take too, and the close box cancels";
+    EXPECT_EQ(cells(), names(4)) << "copies stay, what a full disk didn't take too, and Escape cancels";
     chooseGroup(main().mnuEditMove, [&] {
         EXPECT_EQ(offered(), "Move Aix: Aix Bath Rome") << "filled anew";
         groups().lstGroups.SetFocus();

@@ -32,8 +32,13 @@ TEST_F(ImportDialogTest, TheTypesOfTheCheckedBoxesAreListedAndThePrefixIsMended)
         form().txtAutoName(0).Text = "My.Trip:1";
         EXPECT_EQ(form().txtAutoName(0).Text() + setting("Autoname"), "My_Trip_1My_Trip_1");
         EXPECT_EQ(setting("Autonumber"), "0207") << "only the import saves it";
+        form().txtAutoName(0).SetFocus();
+        robot.key(form(), EnterKey);
+        EXPECT_EQ(form().lbProgress.Caption(), "") << "nobody starts a run from a field";
+        add({0});
+        robot.click(form().cmdImport);
         robot.key(form(), EscapeKey);
-        EXPECT_FALSE(form().isLoaded());
+        EXPECT_FALSE(form().isLoaded()) << "all on the list is imported";
     });
 }
 

@@ -17,8 +17,7 @@ protected:
             form().List2.AddItem(folder);
         }
         form().chkOptions.forEach([&](int i, CheckBox& box) { box.Value = std::count(boxes.begin(), boxes.end(), i); });
-        form().chkOptions(0).SetFocus();
-        robot.key(form(), EnterKey);
+        robot.click(form().cmdImport);
     }
     std::string info(const std::string& name) { return test.bytes(test.paths().InfoPath + name + ".info"); }
     std::string photo(const std::string& name) { return test.bytes(test.paths().PhotoPath + name); }
@@ -156,7 +155,7 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
         });
         const std::string torn = "    Error=Bad file name or number\r";
         expectErrors(
-            "unseen.jpg    Error=Device I/O error\rp1.jpg    Error=File already exists\rtorn.jpg" + torn + "/a\\m0.jpg",
+            "unseen.jpg    Error=Device I/O error\rp1.jpg    Error=File already exists\rtorn.jpg" + torn + "/a/m0.jpg",
             "Bad file name or number");
         import({"unseen.jpg", "m0.jpg", "p1.jpg", "torn.jpg", "/a\\m0.jpg"}, {Links}, sources());
         EXPECT_EQ(taken({"unseen.jpg", "m0.jpg", "torn.jpg"}), " igg  ");

@@ -103,12 +103,12 @@ public:
     }
 
     // Seldom yes where photographs leave the program, so that enough stay to play with.
-    Answer messageBox(std::string_view text, Buttons buttons, std::string_view) override
+    Answer messageBox(std::string_view text, Message kind, std::string_view) override
     {
         const bool isYes = oneIn(text.find("from the program?") != text.npos ? 4 : 2);
         m_judge.see();
         m_judge.say(isYes ? std::string(text) : "");
-        return buttons == Buttons::Ok ? Answer::Ok : isYes ? Answer::Yes : Answer::No;
+        return kind == Message::Notice || kind == Message::Error ? Answer::Ok : isYes ? Answer::Yes : Answer::No;
     }
     std::string inputBox(std::string_view prompt, std::string_view, std::string_view initial) override
     {

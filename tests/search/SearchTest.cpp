@@ -95,7 +95,9 @@ TEST_F(SearchTest, AUserSearchesAndAppends)
             "'Append' again to accept the changes and save the search results to new group name.");
         append("My.Trip");
         EXPECT_EQ(search.cmbGroupName.Text(), "My_Trip");
-        robot.click(search.cmdSave);
+        search.cmbGroupName.SetFocus();
+        robot.key(search, EnterKey);
+        EXPECT_EQ(search.lbAppended.Caption(), "Appended 1 photograph to \"My_Trip\"");
         EXPECT_EQ(append("My_Trip"), "p7.jpg p7.jpg ");
         append("Trip");
         EXPECT_EQ(cells(), (Names{"old.jpg", "p7.jpg"})) << "the group on show is read again";
@@ -147,6 +149,7 @@ TEST_F(SearchTest, AFailureEndsASearchAndASaveWithoutAWord)
         putGroup("Alps", {"old.jpg"});
         test.failAt(operation, "Alps.lst");
         EXPECT_TRUE(append("Alps").starts_with("old.jpg "));
+        EXPECT_EQ(search.lbAppended.Caption(), "Appending to \"Alps\" failed");
         desktop.files().setFaultHook({});
         EXPECT_TRUE(main().lstSlideGroups.List(1) == "Alps" && search.MousePointer() == DefaultPointer);
         EXPECT_EQ(desktop.files().freeFile(), 1) << "none stays open";

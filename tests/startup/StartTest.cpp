@@ -103,7 +103,7 @@ TEST_F(Start, MakesALibraryWithOneNoticeAndASkippedOneTakesOnlyTheHalfWrittenAwa
     bool isTold = false;
     robot.whenShown("frmFirstTime", [&] {
         isTold = true;
-        robot.close(*desktop.activeForm());
+        robot.key(*desktop.activeForm(), EscapeKey);
     });
     EXPECT_TRUE(robot.until([&] { return isTold && desktop.formsCount() == 1; }));
 

@@ -25,6 +25,7 @@ public:
     struct Asked {
         std::string title;
         std::string initial;
+        Message kind = Message::Question;
     };
 
     explicit ScriptedPrompts(Desktop& desktop)
@@ -66,10 +67,10 @@ public:
             ADD_FAILURE() << expected.what << "\nnever came";
     }
 
-    Answer messageBox(std::string_view text, Buttons buttons, std::string_view title) override
+    Answer messageBox(std::string_view text, Message kind, std::string_view title) override
     {
-        const bool isQuestion = buttons == Buttons::YesNo;
-        m_asked.push_back({std::string(title), {}});
+        const bool isQuestion = kind == Message::Question || kind == Message::Warning;
+        m_asked.push_back({std::string(title), {}, kind});
         return take(isQuestion ? "question: " : "notice: ", text, isQuestion ? Answer::No : Answer::Ok).answer;
     }
     std::string inputBox(std::string_view prompt, std::string_view title, std::string_view initial) override

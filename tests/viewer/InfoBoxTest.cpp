@@ -181,9 +181,17 @@ TEST_F(InfoBoxTest, AnEditIsOfThePhotographThatIsCurrentWhenItBeginsAsItsFileSta
     edit();
     EXPECT_EQ(seen(false).front(), "Zwei ");
     // By a second computer, without a link and with a size that no picture has.
-    test.put(test.paths().InfoPath + "p2.jpg.info", "ImageWidth=40000\r\nYEAR=about 1900\r\nPLACE=Oslo\r\n");
+    const std::string own = test.paths().InfoPath + "p2.jpg.info";
+    test.put(own, "ImageWidth=40000\r\nYEAR=about 1900\r\nPLACE=Oslo\r\nTITLE=" + own + "\r\n");
     edit();
-    EXPECT_EQ(seen(true), (Names{"", "", "abou", "", "Oslo", "", ""}));
+    EXPECT_EQ(seen(true), (Names{toNativePath(own), "", "abou", "", "Oslo", "", ""}));
+    edit();
+    EXPECT_EQ(stored(2), file(2, {own, "", "about 1900", "", "Oslo", "", ""}, "100x60"));
+    EXPECT_EQ(main().lbTitle.Caption(), toNativePath(own));
+    EXPECT_EQ(main().lbTitle.ForeColor(), FaintInk);
+    main().lbTitle.Caption = std::string(200, 'w');
+    EXPECT_EQ(main().lbTitle.Width(), 480) << "no wider than its box";
+    edit();
     pressRight(1);
     main().txtTitle.Text = "Fog";
     int what = 0;

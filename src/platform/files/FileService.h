@@ -164,6 +164,8 @@ private:
 std::string fromNativePath(std::string_view native);
 // The other way, separators only, for texts that a person reads.
 std::string toNativePath(std::string_view path);
+// For people: the native form of an absolute path, any other text as it stands.
+std::string readablePath(std::string_view text);
 
 // While it lives, files are read ahead of a run through them: by reading or, of `Copies`, by copying each.
 class ReadingAhead {

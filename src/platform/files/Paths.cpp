@@ -84,4 +84,9 @@ std::string toNativePath(std::string_view path)
     return native;
 }
 
+std::string readablePath(std::string_view text)
+{
+    return text.starts_with('/') ? toNativePath(text) : std::string(text);
+}
+
 } // namespace trovarium

@@ -45,6 +45,7 @@ SdlLibrary::SdlLibrary()
     require(quitSubSystem, sdl, "SDL_QuitSubSystem");
     require(tlsCleanup, sdl, "SDL_TLSCleanup");
     require(rwFromFile, sdl, "SDL_RWFromFile");
+    require(rwFromConstMem, sdl, "SDL_RWFromConstMem");
     require(loadWav, sdl, "SDL_LoadWAV_RW");
     require(freeWav, sdl, "SDL_FreeWAV");
     require(newAudioStream, sdl, "SDL_NewAudioStream");

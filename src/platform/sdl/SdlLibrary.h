@@ -18,6 +18,7 @@ public:
     decltype(&SDL_QuitSubSystem) quitSubSystem;
     decltype(&SDL_TLSCleanup) tlsCleanup;
     decltype(&SDL_RWFromFile) rwFromFile;
+    decltype(&SDL_RWFromConstMem) rwFromConstMem;
     decltype(&SDL_LoadWAV_RW) loadWav;
     decltype(&SDL_FreeWAV) freeWav;
     decltype(&SDL_NewAudioStream) newAudioStream;

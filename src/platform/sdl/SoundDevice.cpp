@@ -65,7 +65,12 @@ void SoundDevice::playClip(const std::string& native)
     };
     exchange(nullptr).reset();
     if (!native.empty())
-        exchange(WaveClip::load(m_sdl, native));
+        exchange(WaveClip::open(m_sdl, native));
+}
+
+std::optional<std::chrono::milliseconds> SoundDevice::readOn()
+{
+    return m_clip ? m_clip->readOn() : std::nullopt;
 }
 
 void SoundDevice::openPiece(const MusicCommand& command)

@@ -3,9 +3,11 @@
 #include "platform/media/MusicCommand.h"
 #include "platform/sdl/WaveClip.h"
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 namespace trovarium {
@@ -20,6 +22,8 @@ public:
 
     // Cuts off the clip that sounds. An empty path, or a file that can't be played, leaves it at that.
     void playClip(const std::string& native);
+    // Reads on in the clip that sounds, and tells for how long it can then be left alone; none: it needs no more.
+    std::optional<std::chrono::milliseconds> readOn();
     // Pieces are open by their alias; the path is native. Playing one ends the piece that sounds.
     void carryOut(const MusicCommand& command);
 

@@ -37,6 +37,16 @@ bool couldSound(const Order& order)
     return std::get<MusicCommand>(order).act == MusicCommand::Act::Open;
 }
 
+using Pause = std::optional<std::chrono::milliseconds>;
+
+// Reads on between the orders. None: only the next one counts.
+Pause readOn(std::optional<SoundDevice>& device)
+try {
+    return device ? device->readOn() : std::nullopt;
+} catch (const std::bad_alloc&) {
+    return std::nullopt;
+}
+
 void carryOut(const Order& order, std::optional<SoundDevice>& device)
 try {
     if (!device && couldSound(order))
@@ -65,23 +75,30 @@ struct SoundPlayer::Orders {
         changed.notify_all();
     }
 
-    // None at the end of the program.
-    std::optional<Order> take()
+    // None after the pause. False at the end of the program.
+    bool take(std::optional<Order>& order, const Pause& pause)
     {
         std::unique_lock lock(access);
-        changed.wait(lock, [this] { return ending || !waiting.empty(); });
-        if (ending)
-            return std::nullopt;
-        Order order = std::move(waiting.front());
-        waiting.pop_front();
-        return order;
+        const auto isDue = [this] { return ending || !waiting.empty(); };
+        if (pause)
+            changed.wait_for(lock, *pause, isDue);
+        else
+            changed.wait(lock, isDue);
+        order.reset();
+        if (!ending && !waiting.empty()) {
+            order = std::move(waiting.front());
+            waiting.pop_front();
+        }
+        return !ending;
     }
 
     void carryOutAll()
     {
         std::optional<SoundDevice> device;
-        while (const std::optional<Order> order = take())
-            carryOut(*order, device);
+        for (std::optional<Order> order; take(order, readOn(device));) {
+            if (order)
+                carryOut(*order, device);
+        }
         device.reset();
         const std::lock_guard lock(access);
         ended = true;

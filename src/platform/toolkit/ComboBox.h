@@ -29,6 +29,7 @@ public:
 
     Event<> Change{this}; // the text, from typing and from code
     Event<> Click{this};  // a choice from the list
+    Event<> Enter{this};  // its key, which then presses no default button
 
     std::unique_ptr<View> makeView() override;
 

@@ -11,7 +11,7 @@ class FileService;
 
 // The plain files of a folder, sorted as lists are; at first of the one where FolderList begins. It is read
 // when it is asked for or seen the first time since another path, another pattern or Refresh: a list that isn't
-// asked and isn't seen reads nothing. A folder that is gone by then has no files. The user may choose several.
+// asked and isn't seen reads nothing. A folder that is gone by then has no files.
 class FileList : public Control {
 public:
     FileList(Container* parent, const Plan& plan);
@@ -25,6 +25,7 @@ private:
 public:
     Property<&FileList::path, &FileList::setPath> Path{this};
     Property<&FileList::pattern, &FileList::setPattern> Pattern{this}; // "*.jpg;*.bmp"
+    Stored<bool> MultiSelect{this, Change::Appearance, true};          // by the user
 
     int ListCount() const { return static_cast<int>(names().size()); }
     const std::string& List(int index) const; // 0-based, "Invalid property array index" beyond the ends

@@ -23,6 +23,8 @@ public:
     Property<&ListBox::listIndex, &ListBox::setListIndex> ListIndex{this}; // -1 for none
     Property<&ListBox::sorted, &ListBox::setSorted> Sorted{this};          // in the order of `listedBefore`
     Stored<bool> MultiSelect{this, Change::Appearance};
+    // The widest of the marks in brackets with which the rows begin, all of its length: they are drawn as wide as it.
+    Stored<std::string> Mark{this, Change::Appearance};
 
     int ListCount() const { return m_items.size(); }
     const std::string& List(int index) const;

@@ -5,7 +5,9 @@
 
 namespace trovarium {
 
-enum class Buttons { Ok, YesNo };
+// What a message is tells its symbol and its buttons: the first two have OK, the others Yes and No. A Yes to a warning
+// takes something away.
+enum class Message { Notice, Error, Question, Warning };
 enum class Answer { Ok, Yes, No };
 
 // Questions to the user. Other forms are closed to input meanwhile, timers run. An empty title is the
@@ -14,7 +16,7 @@ class Prompts {
 public:
     virtual ~Prompts() = default;
 
-    virtual Answer messageBox(std::string_view text, Buttons buttons, std::string_view title) = 0;
+    virtual Answer messageBox(std::string_view text, Message kind, std::string_view title) = 0;
     // Empty when cancelled.
     virtual std::string inputBox(std::string_view prompt, std::string_view title, std::string_view initial) = 0;
 };

@@ -42,6 +42,11 @@ TEST_F(Sound, MixesOneClipWithOnePiece)
 {
     folder.write("high.wav", clip(3000));
     folder.write("low.wav", clip(1000));
+    // Two seconds of silence come first, and what follows makes it longer than the memory is large.
+    std::string wave = clip(2000).insert(44, 22'050, '\x80');
+    wave.replace(40, 4, 4, '\xF0');
+    folder.write("long.wav", wave);
+    std::filesystem::resize_file(folder.native("long.wav"), 4'000'000'000);
     folder.write("a\" b.mid", Piece);
     ASSERT_EQ(mkfifo(folder.native("pipe").c_str(), 0600), 0);
     EXPECT_FALSE(parseMusicCommand(R"(open " type sequencer alias x)"));
@@ -59,7 +64,8 @@ TEST_F(Sound, MixesOneClipWithOnePiece)
     const std::tuple<std::string, Tones, Tones> rows[] = {
         {folder.inside("low.wav"), {1000}, {3000, Bass}},
         {"play x", {1000, Bass}, {}},
-        {folder.inside("high.wav"), {3000, Bass}, {1000}},
+        {folder.inside("long.wav"), {2000, Bass}, {1000}},
+        {folder.inside("high.wav"), {3000, Bass}, {2000}},
         {folder.inside("pipe"), {Bass}, {3000}},
         {folder.inside("high.wav"), {3000, Bass}, {}},
         {"close x", {3000}, {Bass}},

@@ -152,7 +152,7 @@ TEST_F(Items, APressThatOpensAMenuShowsAModalFormOrAsksGetsNoRelease)
     robot.whenMenuOpens([&] { robot.choose(entry); });
     robot.whenShown("Other", [&] { other.hide(); });
     const std::function<void()> acts[] = {[&] { form.PopupMenu(menu); }, [&] { other.showModal(); },
-        [&] { desktop.prompts().messageBox("asked", Buttons::Ok, {}); }, {}};
+        [&] { desktop.prompts().messageBox("asked", Message::Notice, {}); }, {}};
     for (const auto& act : acts) {
         when["low.down"] = act;
         robot.click(low, RightButton, NoKeys, At{10, 10});

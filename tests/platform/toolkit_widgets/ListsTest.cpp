@@ -97,8 +97,29 @@ TEST_F(ListsTest, CodeChoosesOneOrSeveralAndTheChoiceFollowsItsItem)
 
 TEST_F(ListsTest, PressesAndKeysChooseRowsThatAHandlerMayRemoveAndUnloadTheForm)
 {
-    fill({"a", "b", "c"});
+    list.Mark = "[wav]";
+    fill({"[wav] : b"});
     show();
+    const Shot marked = robot.shot(form);
+    list.setList(0, "[   ] : b");
+    desktop.DoEvents();
+    const Shot unmarked = robot.shot(form);
+    int changed = 0; // the last column
+    for (int x = 0; x < 130; ++x) {
+        for (int y = 0; y < 20; ++y)
+            changed = unmarked.at(x, y) == marked.at(x, y) ? changed : x;
+    }
+    EXPECT_TRUE(changed > 8 && changed < 35) << changed << ": the brackets and the text stay in their places";
+    list.Mark = "";
+    list.setList(0, "/a\\b");
+    desktop.DoEvents();
+    const Shot path = robot.shot(form);
+    list.setList(0, "/a/b");
+    desktop.DoEvents();
+    EXPECT_TRUE(robot.shot(form) == path) << "people read paths in their native form";
+    list.Clear();
+    fill({"a", "b", "c"});
+    desktop.DoEvents();
     const Shot rows = robot.shot(form);
     list.ListIndex = 0;
     EXPECT_TRUE(robot.until([&] { return !(robot.shot(form) == rows); }));

@@ -114,11 +114,12 @@ TEST_F(PopUpsTest, TextsAreShownAsTheyAreAndAnInputBoxGivesItsTextOrNothingWhenC
     expect([&](QDialog& dialog) {
         EXPECT_EQ(textOf(dialog), "<b>/home/ann/a & b</b>\n\nnext\nlast");
         EXPECT_EQ(dialog.windowTitle(), "Removed unassociated INFO file(s)");
+        EXPECT_EQ(dialog.findChildren<QLabel*>().first()->accessibleName(), "Error") << "of its symbol";
         key(dialog, Qt::Key_Escape);
     });
     Prompts& prompts = desktop.prompts();
     const std::string text = "<b>/home/ann/a & b</b>\r\rnext\r\nlast";
-    EXPECT_EQ(prompts.messageBox(text, Buttons::Ok, "Removed unassociated INFO file(s)"), Answer::Ok);
+    EXPECT_EQ(prompts.messageBox(text, Message::Error, "Removed unassociated INFO file(s)"), Answer::Ok);
     expect([](QDialog& dialog) {
         auto* field = dialog.findChild<QLineEdit*>();
         EXPECT_EQ(textOf(dialog) + "|" + dialog.windowTitle(), "Enter name for new group.|New Album Group");

@@ -9,6 +9,7 @@
 #include <QAbstractItemView>
 #include <QAccessibleWidget>
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
 #include <QStringList>
 #include <QWindow>
@@ -102,6 +103,14 @@ public:
             return QAccessible::ProgressBar;
         return m_surface.isClickable() ? QAccessible::Button : QAccessible::Pane;
     }
+    // Its items take the focus that the widget has for them.
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        if (!m_surface.isClickable())
+            state.focusable = state.focused = false;
+        return state;
+    }
 
     void* interface_cast(QAccessible::InterfaceType type) override
     {
@@ -145,7 +154,8 @@ public:
 
     int childCount() const override
     {
-        return QAccessibleWidget::childCount() + static_cast<int>(m_surface.items().size());
+        const bool isBar = percent() >= 0; // what grows in it is its value
+        return QAccessibleWidget::childCount() + (isBar ? 0 : static_cast<int>(m_surface.items().size()));
     }
 
     QAccessibleInterface* child(int index) const override
@@ -279,6 +289,12 @@ public:
     // Asked when it is wanted: a window is known to the register before it is shown, and so before it is modal.
     // Of the widget: the native window comes only with the show.
     QAccessible::Role role() const override { return widget()->isModal() ? QAccessible::Dialog : QAccessible::Window; }
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.modal = widget()->isModal();
+        return state;
+    }
 };
 
 } // namespace
@@ -289,8 +305,8 @@ void installAccessibility()
         // The register owns what is made here.
         if (auto* surface = dynamic_cast<SurfaceView*>(object))
             return new SurfaceAccessible(surface);
-        if (auto* window = dynamic_cast<FormWindow*>(object))
-            return new WindowAccessible(window);
+        if (dynamic_cast<FormWindow*>(object) != nullptr || qobject_cast<QDialog*>(object) != nullptr)
+            return new WindowAccessible(static_cast<QWidget*>(object));
         if (auto* box = qobject_cast<QComboBox*>(object))
             return new ComboAccessible(box);
         if (auto* bar = dynamic_cast<OpenOrClosedBar*>(object))

@@ -17,8 +17,9 @@ namespace {
 
 class Combo : public QComboBox {
 public:
-    explicit Combo(QWidget* parent)
+    Combo(ComboBox& box, QWidget* parent)
         : QComboBox(parent)
+        , m_box(&box)
     {
         setEditable(true);
         // The text is used as typed: nothing is added to the list or put in its place.
@@ -28,6 +29,11 @@ public:
     }
 
     void beforeUse(std::function<void()> action) { m_beforeUse = std::move(action); }
+    void detach()
+    {
+        m_beforeUse = [] {};
+        m_box = nullptr;
+    }
 
     void showPopup() override
     {
@@ -39,26 +45,31 @@ protected:
     void keyPressEvent(QKeyEvent* event) override
     {
         m_beforeUse();
-        QComboBox::keyPressEvent(event);
+        const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+        if (isEnter && m_box != nullptr && m_box->Enter.isWired())
+            fromDesktop(*m_box, [this] { m_box->Enter.raise(); });
+        else
+            QComboBox::keyPressEvent(event);
     }
     // A turn of the wheel on the way over must not choose another entry.
     void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 
 private:
     std::function<void()> m_beforeUse = [] {};
+    ComboBox* m_box;
 };
 
 class ComboBoxView : public WidgetView {
 public:
     explicit ComboBoxView(ComboBox& box)
-        : ComboBoxView(box, new Combo(surfaceWidget(box)))
+        : ComboBoxView(box, new Combo(box, surfaceWidget(box)))
     {
     }
     ~ComboBoxView() override
     {
         if (widget() == nullptr)
             return;
-        m_combo->beforeUse([] {});
+        m_combo->detach();
         m_combo->lineEdit()->blockSignals(true);
     }
 

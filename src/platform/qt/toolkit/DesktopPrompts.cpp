@@ -36,6 +36,26 @@ QString withLines(std::string_view text)
     return toQString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
 }
 
+struct Symbol {
+    QStyle::StandardPixmap picture;
+    const char* name; // for screen readers
+};
+
+Symbol symbolOf(Message kind)
+{
+    switch (kind) {
+    case Message::Notice:
+        break;
+    case Message::Error:
+        return {QStyle::SP_MessageBoxCritical, "Error"};
+    case Message::Question:
+        return {QStyle::SP_MessageBoxQuestion, "Question"};
+    case Message::Warning:
+        return {QStyle::SP_MessageBoxWarning, "Warning"};
+    }
+    return {QStyle::SP_MessageBoxInformation, "Notice"};
+}
+
 // A box that belongs to the active form without being its child: a timer may unload the form while the
 // question stands, and the question must stay.
 class Box : public QDialog {
@@ -132,13 +152,13 @@ private:
 
 } // namespace
 
-Answer DesktopPrompts::messageBox(std::string_view text, Buttons buttons, std::string_view title)
+Answer DesktopPrompts::messageBox(std::string_view text, Message kind, std::string_view title)
 {
-    const bool isQuestion = buttons == Buttons::YesNo;
+    const bool isQuestion = kind == Message::Question || kind == Message::Warning;
     Box box(m_desktop, title, text);
     auto* icon = new QLabel;
-    const auto shape = isQuestion ? QStyle::SP_MessageBoxQuestion : QStyle::SP_MessageBoxInformation;
-    icon->setPixmap(box.style()->standardIcon(shape).pixmap(IconSize));
+    icon->setAccessibleName(QString::fromLatin1(symbolOf(kind).name));
+    icon->setPixmap(box.style()->standardIcon(symbolOf(kind).picture).pixmap(IconSize));
     auto* row = new QHBoxLayout;
     row->addWidget(icon, 0, Qt::AlignTop);
     row->addWidget(box.textArea(), 1, Qt::AlignLeft | Qt::AlignVCenter);

@@ -23,6 +23,8 @@ public:
     {
         if (change == Change::Content || change == Change::Enabled)
             m_list->follow();
+        else if (change == Change::Appearance)
+            m_list->setExtended(m_files.MultiSelect());
         else
             WidgetView::apply(change);
     }
@@ -33,7 +35,7 @@ private:
         , m_files(files)
         , m_list(list)
     {
-        m_list->setExtended(true);
+        m_list->setExtended(files.MultiSelect());
     }
 
     // The program is told of a failure when it asks itself.

@@ -73,7 +73,8 @@ private:
         // The path that is set may be the row's own, and its text goes with the rows.
         const auto failure = attempt([&] { m_folders.Path = std::string(m_folders.rowPath(row)); });
         if (failure)
-            m_folders.desktop().prompts().messageBox("Error: " + std::string(failure->description()), Buttons::Ok, "");
+            m_folders.desktop().prompts().messageBox(
+                "Error: " + std::string(failure->description()), Message::Error, "");
         return true;
     }
 

@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QStyleOptionButton>
 
+#include <algorithm>
 #include <cmath>
 
 namespace trovarium {
@@ -47,6 +48,19 @@ int alignmentOf(const Label& label)
     return Qt::AlignLeft;
 }
 
+Qt::TextElideMode elisionOf(const Label& label)
+{
+    switch (label.Elision()) {
+    case Elision::Start:
+        return Qt::ElideLeft;
+    case Elision::Middle:
+        return Qt::ElideMiddle;
+    case Elision::End:
+        break;
+    }
+    return Qt::ElideRight;
+}
+
 class LabelView : public ItemView {
 public:
     explicit LabelView(Label& label)
@@ -75,7 +89,7 @@ public:
         } else {
             QStringList lines = text.split(QLatin1Char('\n'));
             for (QString& line : lines)
-                line = metrics.elidedText(line, Qt::ElideRight, std::ceil(place.width()));
+                line = metrics.elidedText(line, elisionOf(m_label), std::ceil(place.width()));
             text = lines.join(QLatin1Char('\n'));
             // A single line in a place made for one stands in its middle and is never cut at the foot.
             const bool oneLine = lines.size() == 1 && place.height() < metrics.height() * 1.6;
@@ -87,9 +101,10 @@ public:
                 painter.drawText(place.translated(offset), flags, text);
         }
         const std::optional<Color> color = m_label.ForeColor();
-        const auto group = m_label.Enabled() ? QPalette::Active : QPalette::Disabled;
-        painter.setPen(
-            color && m_label.Enabled() ? toQColor(*color) : surface().palette().color(group, QPalette::WindowText));
+        const PictureButton* button = buttonBeneath();
+        const bool enabled = m_label.takesInput() && (button == nullptr || button->takesInput());
+        const auto group = enabled ? QPalette::Active : QPalette::Disabled;
+        painter.setPen(color && enabled ? toQColor(*color) : surface().palette().color(group, QPalette::WindowText));
         painter.drawText(place, flags, text);
     }
 
@@ -108,17 +123,7 @@ public:
     }
 
     // A label on a picture button stands for that button, which takes the focus itself.
-    bool takesFocus() const override
-    {
-        if (!m_label.Click.isWired())
-            return false;
-        const QPointF middle = place().center();
-        for (const Control* control : m_label.parent().controls()) {
-            if (dynamic_cast<const PictureButton*>(control) != nullptr && placeInPixels(*control).contains(middle))
-                return false;
-        }
-        return true;
-    }
+    bool takesFocus() const override { return m_label.Click.isWired() && buttonBeneath() == nullptr; }
     QAccessible::Role accessibleRole() const override
     {
         return takesFocus() ? QAccessible::Button : QAccessible::StaticText;
@@ -141,6 +146,17 @@ public:
     void click() override { m_label.Click.raise(); }
 
 private:
+    const PictureButton* buttonBeneath() const
+    {
+        const QPointF middle = place().center();
+        for (const Control* control : m_label.parent().controls()) {
+            const auto* button = dynamic_cast<const PictureButton*>(control);
+            if (button != nullptr && placeInPixels(*button).contains(middle))
+                return button;
+        }
+        return nullptr;
+    }
+
     void setDown(bool down)
     {
         if (down == m_isDown)
@@ -194,7 +210,8 @@ void Label::fit()
     Height = inScale(std::max(wanted.height(), metrics.height()));
     if (WordWrap())
         return;
-    const float grown = inScale(wanted.width()) - Width();
+    const float most = MostWidth() > 0 ? MostWidth() : inScale(wanted.width());
+    const float grown = std::min(inScale(wanted.width()), most) - Width();
     if (Alignment() == trovarium::Alignment::Center)
         Left = Left() - grown / 2;
     else if (Alignment() == trovarium::Alignment::Right)

@@ -1,3 +1,4 @@
+#include "platform/files/FileService.h"
 #include "platform/qt/toolkit/RowList.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/ListBox.h"
@@ -29,6 +30,7 @@ public:
             break;
         case Change::Appearance:
             m_list->setExtended(m_box.MultiSelect());
+            m_list->follow();
             break;
         default:
             WidgetView::apply(change);
@@ -45,7 +47,8 @@ private:
     }
 
     int rowCount() const override { return m_box.ListCount(); }
-    QString rowText(int row) const override { return toQString(m_box.List(row)); }
+    QString rowText(int row) const override { return toQString(readablePath(m_box.List(row))); }
+    QString widestMark() const override { return toQString(m_box.Mark()); }
     bool isRowSelected(int row) const override { return m_box.Selected(row); }
     int currentRow() const override { return m_box.ListIndex(); }
 

@@ -149,6 +149,10 @@ public:
             return symbolIcon("question");
         case SP_MessageBoxInformation:
             return symbolIcon("info");
+        case SP_MessageBoxWarning:
+            return symbolIcon("warning");
+        case SP_MessageBoxCritical:
+            return symbolIcon("error");
         case SP_DirOpenIcon:
             return symbolIcon("folder-open");
         case SP_DirClosedIcon:

@@ -7,17 +7,25 @@
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
 
 namespace trovarium {
 
+namespace {
+
+constexpr int TextEdge = 3; // pixels, as the desktop's style leaves them beside a row's text
+
+} // namespace
+
 // Texts are read from the source when they are painted; only the number of rows is kept, since Qt must be
 // told before it changes.
 class RowList::Rows : public QAbstractListModel {
 public:
     static constexpr int IndentRole = Qt::UserRole;
+    static constexpr int MarkRole = Qt::UserRole + 1;
 
     explicit Rows(RowSource& source)
         : m_source(&source)
@@ -56,6 +64,8 @@ public:
         }
         if (role == IndentRole)
             return m_source->rowIndent(index.row());
+        if (role == MarkRole)
+            return m_source->widestMark();
         return {};
     }
 
@@ -65,11 +75,45 @@ private:
 };
 
 class RowList::Delegate : public QStyledItemDelegate {
+public:
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        const QString widest = index.data(Rows::MarkRole).toString();
+        if (!widest.isEmpty())
+            paintMarked(*painter, option, index.data().toString(), widest);
+    }
+
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
         option->rect.adjust(index.data(Rows::IndentRole).toInt(), 0, 0, 0);
+        if (!index.data(Rows::MarkRole).toString().isEmpty())
+            option->text.clear(); // which is painted part by part
+    }
+
+private:
+    // Between brackets that stand below one another, whatever lies between them.
+    static void paintMarked(
+        QPainter& painter, const QStyleOptionViewItem& option, const QString& text, const QString& widest)
+    {
+        const qsizetype length = widest.size();
+        QRect behind = option.rect.adjusted(TextEdge, 0, -TextEdge, 0);
+        QRect mark = behind;
+        mark.setWidth(option.fontMetrics.horizontalAdvance(widest));
+        behind.setLeft(mark.right() + 1);
+        const bool chosen = option.state.testFlag(QStyle::State_Selected);
+        const auto group = option.state.testFlag(QStyle::State_Enabled) ? QPalette::Active : QPalette::Disabled;
+        painter.save();
+        painter.setFont(option.font);
+        painter.setPen(option.palette.color(group, chosen ? QPalette::HighlightedText : QPalette::Text));
+        painter.drawText(mark, Qt::AlignVCenter | Qt::AlignLeft, text.left(1));
+        painter.drawText(mark, Qt::AlignVCenter | Qt::AlignHCenter, text.mid(1, length - 2));
+        painter.drawText(mark, Qt::AlignVCenter | Qt::AlignRight, text.mid(length - 1, 1));
+        painter.drawText(
+            behind, Qt::AlignVCenter, option.fontMetrics.elidedText(text.mid(length), Qt::ElideMiddle, behind.width()));
+        painter.restore();
     }
 };
 

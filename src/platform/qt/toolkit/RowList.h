@@ -21,7 +21,8 @@ public:
     virtual int rowCount() const = 0;
     virtual QString rowText(int row) const = 0;
     virtual QIcon rowIcon(int) const { return {}; }
-    virtual int rowIndent(int) const { return 0; } // in pixels
+    virtual int rowIndent(int) const { return 0; }    // in pixels
+    virtual QString widestMark() const { return {}; } // of those with which the rows begin
     virtual bool isRowSelected(int row) const = 0;
     virtual int currentRow() const = 0; // -1 for none
 

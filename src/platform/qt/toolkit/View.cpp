@@ -5,9 +5,12 @@
 #include "platform/qt/toolkit/SurfaceView.h"
 #include "platform/toolkit/Form.h"
 
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QFont>
 #include <QFontMetricsF>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QTextDocument>
 
 #include <cmath>
@@ -19,6 +22,17 @@ namespace {
 
 constexpr int NarrowestFont = 70; // per cent
 constexpr int NarrowStep = 10;    // few, since each is another font to the desktop
+
+// With the list and the field that a box of choices consists of.
+void nameWidget(QWidget& widget, const QString& name)
+{
+    widget.setAccessibleName(name);
+    if (const auto* box = qobject_cast<QComboBox*>(&widget)) {
+        box->view()->setAccessibleName(name);
+        if (QLineEdit* field = box->lineEdit())
+            field->setAccessibleName(name);
+    }
+}
 
 } // namespace
 
@@ -61,7 +75,7 @@ void WidgetView::apply(Change change)
     case Change::Hint:
         m_widget->setToolTip(toolTipText(control().ToolTipText()));
         if (!control().AccessibleName().empty())
-            m_widget->setAccessibleName(toQString(control().AccessibleName()));
+            nameWidget(*m_widget, toQString(control().AccessibleName()));
         pointerChanged();
         break;
     case Change::Order:
