@@ -1,3 +1,4 @@
+#include "platform/toolkit/Keys.h"
 #include "startup/StartedProgram.h"
 #include "store/Log.h"
 

@@ -27,13 +27,6 @@ constexpr auto LongestEnd = 1s;
 // What may be kept ahead in full before another one is begun: a photograph of 64 megapixels.
 constexpr std::int64_t KeptBytes = HarmlessPixels * 4;
 
-// A thumbnail is decoded sooner than it is handed to another thread.
-bool isSmall(const PictureFile& file)
-{
-    constexpr std::int64_t Small = 1 << 16; // bytes
-    return file.length() <= Small && formatOf(file) == PictureFormat::Bitmap;
-}
-
 } // namespace
 
 struct DecodeAhead::Job {
@@ -136,7 +129,7 @@ bool DecodeAhead::isDone(const DecodeRequest& request, int milliseconds)
 
 Picture DecodeAhead::take(const DecodeRequest& request, const PictureFile& file, const Patience& patience)
 {
-    if (isSmall(file))
+    if (isThumbnail(file))
         return readPicture(file, request.longerSide, m_state->largeOnes);
     startWorkers();
     if (m_workers.empty())

@@ -249,4 +249,24 @@ try {
     throw Failure(FailureKind::InvalidPicture);
 }
 
+bool isThumbnail(const PictureFile& file)
+{
+    constexpr std::int64_t MostBytes = 1 << 16;
+    constexpr std::int64_t MostPixels = 1 << 20;
+    bool isSmall = false;
+    attempt([&] {
+        if (file.length() > MostBytes)
+            return;
+        const PictureFormat format = formatOf(file);
+        if (format == PictureFormat::Bitmap) {
+            isSmall = pixelCount(bitmapSize(file)) <= MostPixels;
+        } else if (format == PictureFormat::Jpeg) {
+            const auto bytes = file.bytes(0, static_cast<std::size_t>(file.length()));
+            const JpegDecoder decoder(bytes, file.cancelled());
+            isSmall = std::int64_t{decoder.width()} * decoder.height() <= MostPixels;
+        }
+    });
+    return isSmall;
+}
+
 } // namespace trovarium

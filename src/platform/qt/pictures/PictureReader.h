@@ -13,4 +13,7 @@ namespace trovarium {
 // any thread.
 Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes);
 
+// Whether a picture is decoded sooner than it is handed to another thread, by its headers: a thumbnail.
+bool isThumbnail(const PictureFile& file);
+
 } // namespace trovarium
