@@ -77,6 +77,7 @@ public:
         if (m_edit[""] != edit[""])
             m_ended = m_edit;
         m_edit = edit;
+        m_edits.push_back(edit);
     }
 
     // What is wrong, empty for nothing. No permit outlives the last of the acts that run within one another.
@@ -87,6 +88,7 @@ public:
         if (std::exchange(m_isTouched, false))
             judgeFiles();
         judgeEdit();
+        m_edits = {m_edit};
         if (isLastAct)
             judgeWindow();
         if (!m_wrong.empty())
@@ -134,7 +136,7 @@ private:
         else if (auto* import = dynamic_cast<frmImport*>(&form))
             say(import->chkOptions(0).Value() == 1 ? "overwrite" : "");
         else if (auto* out = dynamic_cast<frmExport*>(&form))
-            say(out->chkExport(0).Value() == 1 ? "" : "no photographs");
+            say((out->chkExport(0).Value() == 1 ? "out to " : "no photographs\nout to ") + out->Dir1.Path());
     }
 
     // Until the next press the title has the old name of a group that was renamed.
@@ -197,19 +199,22 @@ private:
                 || (isStart && isAllPhotosGroup(stemOf(path))) || said("this group -> " + stemOf(path) + "\n")
                 || ((isStart || isRemoval) && !m_now.contains("Photo_Info/" + line + ".info"));
         }
+        const std::string native = fs::path(m_library + path).lexically_normal();
+        const bool isRemoved = path.find("/Removed/") != path.npos;
+        if (path.ends_with(".csv")
+            || (isRemoved && said("out to " + fromNativePath(fs::path(native).parent_path().string()))))
+            return true;
         if (path.starts_with("../"))
             return said("frmExport")
                 && (m_now.contains(path) || said("no photographs") || !m_now.contains("Photos/" + name))
-                && !isIn("Photo_Info/",
-                    "PhotoPath=" + fromNativePath(fs::path(m_library + path).lexically_normal().string()));
-        if (path.ends_with(".csv") || (path.starts_with("Photo_Info/") && m_now.contains(path)))
+                && !isIn("Photo_Info/", "PhotoPath=" + fromNativePath(native));
+        if (path.starts_with("Photo_Info/") && m_now.contains(path))
             return true; // as far as what it has instead is right
         const std::string photograph = path.starts_with("Photo_Info/") ? stemOf(name) : name;
         const std::string link = line.substr(std::min<std::size_t>(line.find('=') + 1, line.size()));
         const bool isMissing = isStart && path.starts_with("Photo_Info/") && !m_now.contains("Photos/" + photograph)
             && !fs::exists((link.starts_with('\\') ? m_library : "") + toNativePath(link));
-        return (isMissing || (isRemoval && isChosen(photograph)) || said("overwrite")
-                   || path.find("/Removed/") != path.npos)
+        return (isMissing || (isRemoval && isChosen(photograph)) || said("overwrite") || isRemoved)
             && isIn(path.substr(0, path.find('/')) + "/Removed/" + stemOf(photograph), line); // or with a number
     }
 
@@ -221,7 +226,7 @@ private:
                 && std::ranges::any_of(edit, [&](const auto& word) { return word.first + word.second == line; });
         };
         if (path.starts_with("Photo_Info/") && path.find("/Removed/") == path.npos)
-            return isNew ? said("start") || said("frmImport") : isTyped(m_edit) || isTyped(m_ended);
+            return isNew ? said("start") || said("frmImport") : std::ranges::any_of(m_edits, isTyped);
         if (isAllPhotosGroup(stemOf(path)) && (said("start") || isKnown))
             return true;
         return !isList(path) || (isOnShow(path) && said("frmImport") && isKnown)
@@ -229,15 +234,17 @@ private:
                 && (isChosen(line) || isKnown || said("group to ... > " + stemOf(path) + "\n")));
     }
 
-    // What stood in the boxes stands in the file of the photograph that they named. They show the beginning of a year.
+    // What stood in the boxes stands in the file of the photograph that they named.
     void judgeEdit()
     {
         const std::string name = m_ended[""] + ".info";
         const Lines lines =
             linesOf(m_now.contains("Photo_Info/" + name) ? "Photo_Info/" + name : "Photo_Info/Removed/" + name, m_now);
         for (const auto& [key, text] : std::exchange(m_ended, {{"", ""}})) {
-            const auto isHeld = [word = key + text](const std::string& line) {
-                return line == word || (word.starts_with("YEAR=") && word.size() == 9 && line.starts_with(word));
+            // The beginning of a long year is on show, and a title that was never given as a path of the system.
+            const auto isHeld = [word = key + text, path = key + fromNativePath(text)](const std::string& line) {
+                return line == word || line == path
+                    || (word.starts_with("YEAR=") && word.size() == 9 && line.starts_with(word));
             };
             check(key.empty() || std::ranges::any_of(lines, isHeld), "the box held " + key + text + ", and " + name,
                 joined(lines));
@@ -312,6 +319,7 @@ private:
     bool m_choosing = false;
     Words m_edit{{"", ""}};
     Words m_ended{{"", ""}};
+    std::vector<Words> m_edits; // since it was judged: a save may come in the middle of one
     std::string m_wrong;
 };
 

@@ -42,8 +42,8 @@ TEST_F(PictureServiceTest, OnlyRegularFilesAreOpenedAndAFailingDiskFailsTheLoadA
 
 TEST_F(PictureServiceTest, AnExpectedFileIsDecodedOnceAndNotShownWhenItHasChangedMeanwhile)
 {
-    const auto wide = jpegBytes(quarters(20, 10));
-    auto tall = jpegBytes(quarters(10, 20));
+    const auto wide = jpegBytes(quarters(1200, 900));
+    auto tall = jpegBytes(quarters(900, 1200));
     tall.resize(wide.size());
     put("a.jpg", wide);
     put("b.jpg", wide);
@@ -61,11 +61,11 @@ TEST_F(PictureServiceTest, AnExpectedFileIsDecodedOnceAndNotShownWhenItHasChange
     const auto date = std::filesystem::last_write_time(native("a.jpg"));
     write("a.jpg", tall);
     std::filesystem::last_write_time(native("a.jpg"), date);
-    EXPECT_EQ(take(request), 20) << "decoded before nobody could see the change";
-    EXPECT_EQ(take(request), 10) << "what was taken is no longer kept";
+    EXPECT_EQ(take(request), 1200) << "decoded before nobody could see the change";
+    EXPECT_EQ(take(request), 900) << "what was taken is no longer kept";
     decodeAhead();
     std::filesystem::rename(native("b.jpg"), native("a.jpg"));
-    EXPECT_EQ(take(request), 20);
+    EXPECT_EQ(take(request), 1200);
 
     QImage sheet(20000, 20000, QImage::Format_Mono);
     sheet.fill(1);
