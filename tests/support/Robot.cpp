@@ -214,10 +214,8 @@ void Robot::choose(Menu& entry)
         if (action == nullptr)
             continue; // the bar's own, or a pop-up menu that starts in the middle of the way
         open->setActiveAction(action);
-        if (menu == &entry)
-            QTest::mouseClick(open, Qt::LeftButton, {}, open->actionGeometry(action).center());
-        else
-            QTest::keyPress(open, Qt::Key_Right);
+        // By keys, since a menu takes no click where no mouse has ever been.
+        QTest::keyClick(open, menu == &entry ? Qt::Key_Return : Qt::Key_Right);
         open = action->menu();
     }
     closeMenus(); // a disabled entry closes nothing
