@@ -73,7 +73,9 @@ Spot spotOf(Form& form, At at)
 QWidget* keyboard(Form& form)
 {
     QWidget& window = form.view()->window();
-    QApplication::setActiveWindow(&window);
+    window.activateWindow();
+    if (!window.isActiveWindow())
+        QCoreApplication::processEvents();
     return window.focusWidget() != nullptr ? window.focusWidget() : &window;
 }
 
@@ -99,7 +101,8 @@ struct Robot::State {
             const QWidget* window = receiver->window();
             QMouseEvent event(type, receiver->mapFrom(window, last), last, window->mapToGlobal(last), changed, held,
                 modifiersOf(shift));
-            QApplication::sendEvent(receiver, &event);
+            QSpontaneKeyEvent::setSpontaneous(&event); // by which the library knows what keys are held
+            qApp->notify(receiver, &event);
         }
         return shift;
     }
