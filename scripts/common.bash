@@ -3,7 +3,7 @@
 
 build_packages=(build-essential cmake ninja-build ccache qt6-base-dev qt6-svg-dev libqt6svg6 qt6-image-formats-plugins
     libjpeg-dev liblcms2-dev zlib1g-dev
-    libmpv-dev libsdl2-mixer-dev timgm6mb-soundfont)
+    libmpv-dev libsdl2-mixer-dev libfluidsynth3 timgm6mb-soundfont)
 screen_packages=(fontconfig fonts-dejavu-core)
 demo_packages=(lomiri-wallpapers-16.04 mate-backgrounds imagemagick)
 virtual_packages=(xvfb openbox xdotool x11-utils imagemagick python3)

@@ -73,7 +73,9 @@ Spot spotOf(Form& form, At at)
 QWidget* keyboard(Form& form)
 {
     QWidget& window = form.view()->window();
-    QApplication::setActiveWindow(&window);
+    window.activateWindow();
+    if (!window.isActiveWindow())
+        QCoreApplication::processEvents();
     return window.focusWidget() != nullptr ? window.focusWidget() : &window;
 }
 
@@ -99,8 +101,9 @@ struct Robot::State {
             const QWidget* window = receiver->window();
             QMouseEvent event(type, receiver->mapFrom(window, last), last, window->mapToGlobal(last), changed, held,
                 modifiersOf(shift));
-            QSpontaneKeyEvent::setSpontaneous(&event); // as from the desktop, so that a press gives the focus
-            QCoreApplication::instance()->notify(receiver, &event);
+            // As from the desktop: a press gives the focus, and the library knows what keys are held.
+            QSpontaneKeyEvent::setSpontaneous(&event);
+            qApp->notify(receiver, &event);
         }
         return shift;
     }
@@ -215,10 +218,8 @@ void Robot::choose(Menu& entry)
         if (action == nullptr)
             continue; // the bar's own, or a pop-up menu that starts in the middle of the way
         open->setActiveAction(action);
-        if (menu == &entry)
-            QTest::mouseClick(open, Qt::LeftButton, {}, open->actionGeometry(action).center());
-        else
-            QTest::keyPress(open, Qt::Key_Right);
+        // By keys, since a menu takes no click where no mouse has ever been.
+        QTest::keyClick(open, menu == &entry ? Qt::Key_Return : Qt::Key_Right);
         open = action->menu();
     }
     closeMenus(); // a disabled entry closes nothing

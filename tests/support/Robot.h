@@ -66,7 +66,7 @@ public:
     void type(Form& form, std::string_view text);
     void tab(Form& form, bool back = false) { key(form, 9, back ? ShiftKey : NoKeys); }
 
-    // Opens the menus that lead to the entry, from the bar or from the open pop-up menu, and clicks it.
+    // Opens the menus that lead to the entry, from the bar or from the open pop-up menu, and presses Enter.
     void choose(Menu& entry);
     void dismissMenu(); // the open pop-up menu, nothing chosen
     // By the window's close box.

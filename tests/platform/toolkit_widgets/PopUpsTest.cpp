@@ -34,10 +34,6 @@ struct PopUpsTest : Stage {
         show();
     }
 
-    QAction* actionOf(const Menu& menu) const
-    {
-        return form.view()->window().findChild<QAction*>(QString::fromStdString(menu.Name()));
-    }
     // What a press on the row tells that opens the menu, where the act is done.
     std::string popUp(std::function<void()> act)
     {
@@ -50,10 +46,6 @@ struct PopUpsTest : Stage {
     void expect(const std::function<void(QDialog&)>& act)
     {
         robot.when([] { return box() != nullptr && box()->isVisible(); }, [act] { act(*box()); });
-    }
-    static void press(QDialog& dialog, QDialogButtonBox::StandardButton button)
-    {
-        dialog.findChild<QDialogButtonBox*>()->button(button)->click();
     }
     static void key(QDialog& dialog, int key)
     {
@@ -94,7 +86,7 @@ TEST_F(PopUpsTest, APopUpMenuReturnsBehindItsEntryOrWithoutAWindowAndTheProgramM
     fileExit.Enabled = false; // has no view any more
     form.PopupMenu(group);    // nothing opens without a window
     show();
-    EXPECT_FALSE(actionOf(fileExit)->isEnabled());
+    EXPECT_FALSE(form.view()->window().findChild<QAction*>("FileExit")->isEnabled());
     taken();
     const auto close = [&] {
         form.unload();
@@ -128,7 +120,7 @@ TEST_F(PopUpsTest, TextsAreShownAsTheyAreAndAnInputBoxGivesItsTextOrNothingWhenC
         key(dialog, Qt::Key_Return);
     });
     EXPECT_EQ(prompts.inputBox("Enter name for new group.", "New Album Group", "new group"), "Rome 1998");
-    expect([](QDialog& dialog) { press(dialog, QDialogButtonBox::Cancel); });
+    expect([](QDialog& dialog) { dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel)->click(); });
     EXPECT_EQ(prompts.inputBox("", "", "new group"), "");
 }
 
