@@ -27,7 +27,7 @@ double megabytesOf(const std::string& key)
 
 } // namespace
 
-Answer NoAnswers::messageBox(std::string_view /*text*/, Buttons /*buttons*/, std::string_view /*title*/)
+Answer NoAnswers::messageBox(std::string_view /*text*/, Message /*kind*/, std::string_view /*title*/)
 {
     return Answer::No;
 }

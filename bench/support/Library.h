@@ -11,7 +11,7 @@ namespace trovarium {
 // Answers every question with No.
 class NoAnswers : public Prompts {
 public:
-    Answer messageBox(std::string_view text, Buttons buttons, std::string_view title) override;
+    Answer messageBox(std::string_view text, Message kind, std::string_view title) override;
     std::string inputBox(std::string_view prompt, std::string_view title, std::string_view initial) override;
 };
 
