@@ -102,19 +102,18 @@ TEST_F(GroupListTest, AGroupOfAnySizeHasItsPagesAndAPageTakesTheFrameBackFromAPh
         EXPECT_EQ(cells(), isPhotograph ? Names{} : names(2));
         pressRowNamed("Alps");
     }
-    bool isPressed = true;
-    desktop.files().setFaultHook([&](FileOperation operation, std::string_view) {
-        if (operation == FileOperation::Picture && !std::exchange(isPressed, true))
-            main().groupList().pctAlbumList_MouseDown(2, LeftButton, NoKeys, 0, 0); // while the page is drawn
-    });
     for (const bool byPress : {true, false}) {
         pressRowNamed("Alps");
-        isPressed = false;
+        bool isPressed = false;
+        desktop.files().setFaultHook([&](FileOperation operation, std::string_view) {
+            if (operation == FileOperation::Picture && !std::exchange(isPressed, true))
+                main().groupList().pctAlbumList_MouseDown(2, LeftButton, NoKeys, 0, 0); // while the page is drawn
+        });
         byPress ? pressRowNamed("Alps") : main().groupList().reopenGroup();
         EXPECT_EQ(group().CurrentGroupName, "Rome");
         EXPECT_EQ(selectedPositions(), Positions{}) << "nobody chose one in the group that came meanwhile";
+        desktop.files().setFaultHook({});
     }
-    desktop.files().setFaultHook({});
 }
 
 } // namespace trovarium

@@ -44,8 +44,7 @@ Desktop& testDesktop()
 
 } // namespace trovarium
 
-// The leak sanitizer asks. Libraries keep some to the end, and so does a sound device that is slow to close. The
-// music's synthesizer leaks by way of glib, where a quick look at the stack may end.
+// The leak sanitizer asks. Libraries, of which the synthesizer leaks by way of glib, and a slow sound device keep some.
 extern "C" const char* __lsan_default_suppressions() // NOLINT(bugprone-reserved-identifier)
 {
     return "leak:libSDL2\nleak:libfontconfig\nleak:libglib-2.0";

@@ -73,13 +73,12 @@ TEST(Films, PlayPauseSeekAndEnd)
         graph.put_CurrentPosition(9);
         EXPECT_EQ(graph.get_Duration(), graph.get_CurrentPosition()) << "beyond the end is the end";
     }
-    // As a camera that was held upright tells it, brighter above than below.
     const TemporaryFolder folder;
     testDesktop().files().copy(Clips + "lying.mov", folder.inside("upright.mov"));
     std::string bytes = folder.read("upright.mov");
     const std::string_view turn("\0\0\0\0\xff\xff\0\0\0\0\0\0\0\1\0\0\0\0\0\0", 20);
     folder.write("upright.mov", bytes.replace(bytes.find("tkhd") + 44, turn.size(), turn));
-    const Film film(folder.inside("upright.mov"));
+    const Film film(folder.inside("upright.mov")); // as it was taken, brighter above than below
     const FilmFrame& frame = *film.surface->shown().frame;
     EXPECT_EQ(std::pair(48, 64), std::pair(frame.width, frame.height));
     EXPECT_GT(frame.pixels[48 * 16 + 24] & 0xff, 180u);

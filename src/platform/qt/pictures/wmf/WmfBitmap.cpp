@@ -90,12 +90,12 @@ QImage WmfBitmap::image(const std::atomic<bool>& cancelled) const
     if (pixelCount() > MostPixels)
         throw Failure(FailureKind::InvalidPicture);
     const std::size_t offset = FileHeaderLength + linesOffset(m_bytes);
-    std::vector<unsigned char> file(FileHeaderLength);
+    std::vector<unsigned char> file(FileHeaderLength + m_bytes.size());
     file[0] = 'B';
     file[1] = 'M';
     for (std::size_t i = 0; i < 4; ++i)
         file[10 + i] = static_cast<unsigned char>(offset >> (8 * i) & 0xffU);
-    file.insert(file.end(), m_bytes.begin(), m_bytes.end());
+    std::copy(m_bytes.begin(), m_bytes.end(), file.begin() + FileHeaderLength);
     return readBitmap(MemoryBytes(std::move(file), cancelled), 1).convertToFormat(QImage::Format_RGB32);
 }
 
