@@ -206,7 +206,8 @@ private:
             return true;
         if (path.starts_with("../"))
             return said("frmExport")
-                && (m_now.contains(path) || said("no photographs") || !m_now.contains("Photos/" + name))
+                && (m_now.contains(path) || said("no photographs") || !m_now.contains("Photos/" + name)
+                    || name.starts_with("tn_")) // may be an old thumbnail
                 && !isIn("Photo_Info/", "PhotoPath=" + fromNativePath(native));
         if (path.starts_with("Photo_Info/") && m_now.contains(path))
             return true; // as far as what it has instead is right
