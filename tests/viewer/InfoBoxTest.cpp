@@ -138,7 +138,9 @@ TEST_F(InfoBoxTest, SteppingWhileEditingSavesThePhotographLeftBehind)
         robot.type(main(), "T" + year); // in place of the title
         robot.tab(main());
         robot.type(main(), year);
+        robot.when([this] { return view().CurrentIndex == 2; }, [this] { robot.key(main(), PageUpKey); });
         robot.key(main(), PageDownKey);
+        EXPECT_EQ(view().CurrentIndex, 2) << "no step within a step";
         EXPECT_EQ(stored(1), file(1, {"T" + year, "Ann", year, "Ben", "Rome", "Walk", "a=b"}, "200x80"))
             << "the new size";
         EXPECT_EQ(seen(alwaysUp), (Names{alwaysUp ? "S2000" : "Second", "", alwaysUp ? "2000" : "", "", "", "", ""}));
