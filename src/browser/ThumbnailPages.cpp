@@ -157,7 +157,8 @@ void ThumbnailPages::showCurrent()
     const bool isBusy = std::exchange(PageChangeBusy, true); // the page is drawn below, also where the bar stays
     bar.Value = page;
     PageChangeBusy = isBusy;
-    ShowThumbnails(page);
+    CurrentPage = page;
+    ShowThumbnails(CurrentPage);
     m_form.selection().ShowGroupListSelect();
     bar.Enabled = m_album.group.GroupList.upperBound() > CellCount;
     if (const int cell = currentCell(); cell >= 0)
@@ -201,7 +202,8 @@ try {
         return;
     PageChangeBusy = true;
     m_form.VScroll1.Enabled = false;
-    ShowThumbnails(m_form.VScroll1.Value());
+    CurrentPage = m_form.VScroll1.Value();
+    ShowThumbnails(CurrentPage);
     m_form.selection().ShowGroupListSelect();
     m_form.VScroll1.Enabled = true;
     PageChangeBusy = false;
