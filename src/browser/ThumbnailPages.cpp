@@ -161,7 +161,8 @@ void ThumbnailPages::showCurrent()
     ShowThumbnails(CurrentPage);
     m_form.selection().ShowGroupListSelect();
     bar.Enabled = m_album.group.GroupList.upperBound() > CellCount;
-    if (const int cell = currentCell(); cell >= 0)
+    const bool isTextEdited = m_album.view.InfoEditing || m_form.txtYear.Visible(); // since the events above
+    if (const int cell = currentCell(); cell >= 0 && !isTextEdited)
         m_form.imgThumbnail(cell).SetFocus();
 }
 
