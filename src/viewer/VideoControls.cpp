@@ -114,7 +114,7 @@ try {
     if (m_graph == nullptr)
         return;
     if (std::exchange(m_returns, false) && m_form != nullptr)
-        showIn(m_form->picVideoWindow);
+        attempt([&] { showIn(m_form->picVideoWindow); });
     if (command == "PLAY")
         play();
     else if (command == "PAUSE")
