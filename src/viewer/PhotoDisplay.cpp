@@ -304,6 +304,7 @@ void PhotoDisplay::press(PictureButton& button, Step step)
         (this->*step)(shown);
     }
     button.Picture = m_form.pctDarkSmall.Picture();
+    m_form.desktop().returnToText(); // also where the step led nowhere
 }
 
 void PhotoDisplay::mnuViewNext_Click()
