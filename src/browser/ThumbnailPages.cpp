@@ -179,6 +179,8 @@ try {
         if (Show)
             m_album.view.ViewMode = ViewThumbnails;
     }
+    if (!Show && m_form.VScroll1.hasFocus())
+        m_form.pctWindow.SetFocus(); // and not just any control
     m_form.VScroll1.Visible = Show;
     return true;
 } catch (const Failure& failure) {

@@ -210,7 +210,11 @@ try {
     Result = false;
     if (m_form == nullptr)
         return;
-    m_form->cmdVideo.forEach([Enable](int, Button& button) { button.Enabled = Enable; });
+    m_form->cmdVideo.forEach([&](int, Button& button) {
+        if (!Enable && button.hasFocus())
+            m_form->pctWindow.SetFocus();
+        button.Enabled = Enable;
+    });
     m_form->hscVideo.Enabled = Enable;
     Result = true;
 } catch (const Failure&) {

@@ -166,6 +166,10 @@ TEST_F(InfoBoxTest, SteppingWhileEditingSavesThePhotographLeftBehind)
     for (const int button : {0, 1})
         robot.click(main().cmdPlayAudioClip(button));
     EXPECT_EQ(media.told, (Names{"sound " + test.paths().AudioPath + "p2.jpg.wav", "sound 0"}));
+    robot.key(main(), PageUpKey);
+    EXPECT_EQ(view().CurrentIndex, 1);
+    EXPECT_TRUE(main().imgbox.hasFocus()) << "behind the button that went dark";
+    robot.click(main().pctNext);
     edit();
     robot.when([this] { return top() == 400; },
         [this] {
