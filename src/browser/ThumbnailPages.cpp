@@ -24,6 +24,8 @@ namespace {
 // In pixels. What stands in a thumbnail's place may be larger.
 constexpr int CellSide = 100;
 
+constexpr const char* CellTip = "Double-click to view."; // until the mouse moves over the photograph
+
 } // namespace
 
 ThumbnailPages::ThumbnailPages(frmMain& form, Album& album)
@@ -34,6 +36,7 @@ ThumbnailPages::ThumbnailPages(frmMain& form, Album& album)
     form.VScroll1.Max = 1;
     form.VScroll1.Min = 1;
     form.VScroll1.Value = 1;
+    form.imgThumbnail.forEach([](int, Image& image) { image.ToolTipText = CellTip; });
     on(form.VScroll1.Change, this, &ThumbnailPages::VScroll1_Change);
 }
 
@@ -130,6 +133,7 @@ void ThumbnailPages::fillCell(int cell, std::int32_t position)
         image.Picture = m_form.desktop().pictures().loadReduced(
             thumbnailPath(m_album.paths, m_album.group.GroupList(position)), CellSide);
     });
+    attempt([&] { image.ToolTipText = CellTip; });
     attempt([&] { image.AccessibleName = m_album.group.GroupList(position); });
     attempt([&] { image.Visible = true; });
     attempt([&] { label.Caption = m_album.group.GroupList(position); });
@@ -143,6 +147,7 @@ void ThumbnailPages::emptyCell(int cell)
     Image& image = m_form.imgThumbnail(cell);
     Label& label = m_form.lbThumbnailFile(cell);
     attempt([&] { image.Picture = Picture(); });
+    attempt([&] { image.ToolTipText = CellTip; });
     attempt([&] { image.AccessibleName = ""; });
     attempt([&] { image.Visible = false; });
     attempt([&] { label.Caption = ""; });
@@ -157,10 +162,12 @@ void ThumbnailPages::showCurrent()
     const bool isBusy = std::exchange(PageChangeBusy, true); // the page is drawn below, also where the bar stays
     bar.Value = page;
     PageChangeBusy = isBusy;
-    ShowThumbnails(page);
+    CurrentPage = page;
+    ShowThumbnails(CurrentPage);
     m_form.selection().ShowGroupListSelect();
     bar.Enabled = m_album.group.GroupList.upperBound() > CellCount;
-    if (const int cell = currentCell(); cell >= 0)
+    const bool isTextEdited = m_album.view.InfoEditing || m_form.txtYear.Visible(); // since the events above
+    if (const int cell = currentCell(); cell >= 0 && !isTextEdited)
         m_form.imgThumbnail(cell).SetFocus();
 }
 
@@ -172,6 +179,8 @@ try {
         if (Show)
             m_album.view.ViewMode = ViewThumbnails;
     }
+    if (!Show && m_form.VScroll1.hasFocus())
+        m_form.pctWindow.SetFocus(); // and not just any control
     m_form.VScroll1.Visible = Show;
     return true;
 } catch (const Failure& failure) {
@@ -201,7 +210,8 @@ try {
         return;
     PageChangeBusy = true;
     m_form.VScroll1.Enabled = false;
-    ShowThumbnails(m_form.VScroll1.Value());
+    CurrentPage = m_form.VScroll1.Value();
+    ShowThumbnails(CurrentPage);
     m_form.selection().ShowGroupListSelect();
     m_form.VScroll1.Enabled = true;
     PageChangeBusy = false;

@@ -57,12 +57,7 @@ float cellTop(int cell)
 
 Plan thumbnailPlan(int cell)
 {
-    return {.Left = cellLeft(cell),
-        .Top = cellTop(cell),
-        .Width = 1500,
-        .Height = 1500,
-        .ToolTipText = "Double-click to view.",
-        .Visible = false};
+    return {.Left = cellLeft(cell), .Top = cellTop(cell), .Width = 1500, .Height = 1500, .Visible = false};
 }
 
 Plan fileNamePlan(int cell)

@@ -132,8 +132,11 @@ try {
     bool hasClip = false; // also where that can't be seen: the buttons must not stay those of the photograph before
     const auto unseen =
         attempt([&] { hasClip = isPhotographName(name) && m_album.files.exists(clipPath(m_album.paths, name)); });
-    m_form.cmdPlayAudioClip(0).Enabled = hasClip;
-    m_form.cmdPlayAudioClip(1).Enabled = hasClip;
+    m_form.cmdPlayAudioClip.forEach([&](int, Button& button) {
+        if (!hasClip && button.hasFocus())
+            m_form.pctWindow.SetFocus(); // and not just any control
+        button.Enabled = hasClip;
+    });
     if (unseen)
         throw Failure(*unseen);
 } catch (const Failure& failure) {

@@ -29,6 +29,21 @@ constexpr float VideoLeft = 20;
 constexpr float VideoWidth = 497;
 constexpr float VideoHeight = 373;
 
+class Lock {
+public:
+    explicit Lock(bool& locked)
+        : m_locked(locked)
+    {
+        m_locked = true;
+    }
+    ~Lock() { m_locked = false; }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+
+private:
+    bool& m_locked;
+};
+
 // ".MOV" is compared with five characters and so never matches: such a file is taken for a picture here.
 bool playsAsVideo(std::string_view path)
 {
@@ -269,20 +284,27 @@ void PhotoDisplay::expectNeighbours(std::int32_t Index)
 
 void PhotoDisplay::pctNext_Click()
 {
-    m_form.pctNext.Picture = m_form.pctBrightSmall.Picture();
-    m_form.slideShow().StopSlideShow();
-    bool shown = false;
-    NextPhoto(shown);
-    m_form.pctNext.Picture = m_form.pctDarkSmall.Picture();
+    press(m_form.pctNext, &PhotoDisplay::NextPhoto);
 }
 
 void PhotoDisplay::pctPrev_Click()
 {
-    m_form.pctPrev.Picture = m_form.pctBrightSmall.Picture();
+    press(m_form.pctPrev, &PhotoDisplay::PrevPhoto);
+}
+
+// A click or a key that comes in the events of a step only ends a show: a second step inside the first would leave the
+// words of one photograph beside the picture of the other.
+void PhotoDisplay::press(PictureButton& button, Step step)
+{
+    button.Picture = m_form.pctBrightSmall.Picture();
     m_form.slideShow().StopSlideShow();
-    bool shown = false;
-    PrevPhoto(shown);
-    m_form.pctPrev.Picture = m_form.pctDarkSmall.Picture();
+    if (!m_isStepping) {
+        const Lock whileStepping(m_isStepping);
+        bool shown = false;
+        (this->*step)(shown);
+    }
+    button.Picture = m_form.pctDarkSmall.Picture();
+    m_form.desktop().returnToText(); // also where the step led nowhere
 }
 
 void PhotoDisplay::mnuViewNext_Click()

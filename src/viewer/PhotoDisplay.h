@@ -6,6 +6,7 @@
 namespace trovarium {
 
 struct Album;
+class PictureButton;
 class frmMain;
 
 // Shows one item of the group in the viewing frame: loads it into pctBox(0) at natural size, fits it by a
@@ -34,6 +35,9 @@ public:
     void mnuViewPrevious_Click();
 
 private:
+    using Step = void (PhotoDisplay::*)(bool& Result);
+
+    void press(PictureButton& button, Step step);
     void load(std::int32_t Index, bool& videoOnShow);
     void loadVideo(const std::string& path);
     void loadPicture(const std::string& path);
@@ -44,6 +48,7 @@ private:
 
     frmMain& m_form;
     Album& m_album;
+    bool m_isStepping = false;
 };
 
 // The first i from 1 to 20 at which a picture of `width` by `height` lies strictly inside the frame at 1/i;

@@ -53,6 +53,8 @@ void SlideShow::tmrSlideShow_Timer()
     if (shown)
         return;
     StopSlideShow();
+    m_form.imgbox.Visible = false;
+    m_form.picVideoWindow.Visible = false;
     if (screen != nullptr)
         screen->PhotoRequest(EscapeKey, NoKeys, shown);
     m_form.pages().showCurrent();

@@ -114,7 +114,7 @@ try {
     if (m_graph == nullptr)
         return;
     if (std::exchange(m_returns, false) && m_form != nullptr)
-        showIn(m_form->picVideoWindow);
+        attempt([&] { showIn(m_form->picVideoWindow); });
     if (command == "PLAY")
         play();
     else if (command == "PAUSE")
@@ -210,7 +210,11 @@ try {
     Result = false;
     if (m_form == nullptr)
         return;
-    m_form->cmdVideo.forEach([Enable](int, Button& button) { button.Enabled = Enable; });
+    m_form->cmdVideo.forEach([&](int, Button& button) {
+        if (!Enable && button.hasFocus())
+            m_form->pctWindow.SetFocus();
+        button.Enabled = Enable;
+    });
     m_form->hscVideo.Enabled = Enable;
     Result = true;
 } catch (const Failure&) {

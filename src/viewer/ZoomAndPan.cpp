@@ -114,6 +114,7 @@ void ZoomAndPan::imgbox_MouseUp(int /*Button*/, int /*Shift*/, float /*X*/, floa
 try {
     ImageDragging = false;
     m_form.imgbox.MousePointer = DefaultPointer;
+    m_form.desktop().returnToText(); // who looks at a detail goes on typing
 } catch (const Failure& failure) {
     logFailure(m_album, "imgBox_MouseUp", failure);
 }

@@ -137,8 +137,14 @@ TEST_F(InfoBoxTest, SteppingWhileEditingSavesThePhotographLeftBehind)
         edit();
         robot.type(main(), "T" + year); // in place of the title
         robot.tab(main());
-        robot.type(main(), year);
+        robot.type(main(), year.substr(0, 2));
+        const auto pressBack = [this] { robot.click(main().lbButtonText(1)); };
+        robot.click(main().imgbox);
+        pressBack(); // to nowhere, and the caret stays
+        robot.type(main(), year.substr(2));
+        robot.when([this] { return view().CurrentIndex == 2; }, [&] { robot.key(main(), PageUpKey), pressBack(); });
         robot.key(main(), PageDownKey);
+        EXPECT_EQ(view().CurrentIndex, 2) << "no step within a step";
         EXPECT_EQ(stored(1), file(1, {"T" + year, "Ann", year, "Ben", "Rome", "Walk", "a=b"}, "200x80"))
             << "the new size";
         EXPECT_EQ(seen(alwaysUp), (Names{alwaysUp ? "S2000" : "Second", "", alwaysUp ? "2000" : "", "", "", "", ""}));
@@ -160,6 +166,10 @@ TEST_F(InfoBoxTest, SteppingWhileEditingSavesThePhotographLeftBehind)
     for (const int button : {0, 1})
         robot.click(main().cmdPlayAudioClip(button));
     EXPECT_EQ(media.told, (Names{"sound " + test.paths().AudioPath + "p2.jpg.wav", "sound 0"}));
+    robot.key(main(), PageUpKey);
+    EXPECT_EQ(view().CurrentIndex, 1);
+    EXPECT_TRUE(main().imgbox.hasFocus()) << "behind the button that went dark";
+    robot.click(main().pctNext);
     edit();
     robot.when([this] { return top() == 400; },
         [this] {

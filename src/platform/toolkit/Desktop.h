@@ -71,6 +71,8 @@ public:
     int formsCount() const;
     Form& formsItem(int index) const; // 0-based, "Subscript out of range"
     Form* activeForm() const;
+    // Gives the focus back to the text box that had it last, the caret where it was; nothing once that takes no input.
+    void returnToText();
 
 private:
     friend struct DesktopState;

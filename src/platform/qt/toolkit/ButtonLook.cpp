@@ -20,16 +20,21 @@ QColor between(const QColor& first, const QColor& second)
     return {(first.red() + second.red()) / 2, (first.green() + second.green()) / 2, (first.blue() + second.blue()) / 2};
 }
 
-// The desktop opens neither of two that want the same key.
-void leaveKeyToMenus(QAbstractButton& button)
+// The desktop opens neither of two that want the same key, so a button leaves it to the menu, and shows no mark.
+QString withoutKeyOfMenu(const QAbstractButton& button, QString text)
 {
     const auto* bar = button.window()->findChild<const QMenuBar*>();
-    if (bar == nullptr)
-        return;
-    for (const QAction* menu : bar->actions()) {
-        if (QKeySequence::mnemonic(menu->text()) == button.shortcut())
-            button.setShortcut({});
-    }
+    const QKeySequence key = QKeySequence::mnemonic(text);
+    if (bar == nullptr || key.isEmpty())
+        return text;
+    const QList<QAction*> menus = bar->actions();
+    if (std::none_of(menus.begin(), menus.end(),
+            [&](const QAction* menu) { return QKeySequence::mnemonic(menu->text()) == key; }))
+        return text;
+    qsizetype mark = text.indexOf('&');
+    while (text.mid(mark, 2) == "&&")
+        mark = text.indexOf('&', mark + 2);
+    return text.remove(mark, 1);
 }
 
 } // namespace
@@ -53,7 +58,7 @@ void setBackColor(QAbstractButton& button, std::optional<Color> color)
 // Letters that are a little narrower look less odd beside another button's than letters that are smaller.
 void showCaption(QAbstractButton& button, const std::string& caption, int taken)
 {
-    const QString text = toQString(caption);
+    const QString text = withoutKeyOfMenu(button, toQString(caption));
     const int room = std::max(0, button.width() - taken);
     const auto fitting = [&](int size) {
         return narrowedFont(planFont(static_cast<float>(size)), Qt::TextShowMnemonic, text, room);
@@ -64,7 +69,6 @@ void showCaption(QAbstractButton& button, const std::string& caption, int taken)
         font = fitting(--size);
     button.setFont(font);
     button.setText(text);
-    leaveKeyToMenus(button);
 }
 
 } // namespace trovarium

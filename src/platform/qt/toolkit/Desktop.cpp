@@ -138,4 +138,10 @@ Form* Desktop::activeForm() const
     return m_state->activeForm();
 }
 
+void Desktop::returnToText()
+{
+    if (QWidget* text = m_state->lastText; text != nullptr && text->isVisible() && text->isEnabled())
+        text->setFocus(Qt::OtherFocusReason);
+}
+
 } // namespace trovarium

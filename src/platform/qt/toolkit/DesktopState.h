@@ -10,6 +10,7 @@
 #include <QEventLoop>
 #include <QObject>
 #include <QPointer>
+#include <QWidget>
 
 #include <chrono>
 #include <deque>
@@ -137,6 +138,7 @@ struct DesktopState {
     std::vector<LateUpdate*> late;
     std::unique_ptr<QTimer> lateSlot; // runs while some wait
     SurfaceView* capturing = nullptr;
+    QPointer<QWidget> lastText; // the text box that had the focus last
 
     int frames = 0;
     bool closedToEvents = false;

@@ -210,6 +210,8 @@ void FormView::show(bool modal)
         const Form* owner = m_form.desktop().activeForm();
         const bool owned = modal && owner != nullptr && owner != &m_form && owner->view() != nullptr;
         m_window->windowHandle()->setTransientParent(owned ? owner->view()->window().windowHandle() : nullptr);
+        m_window->setAttribute(Qt::WA_KeyboardFocusChange, // a dialog opened by a key shows its ring at once
+            owned && !isBare() && owner->view()->window().testAttribute(Qt::WA_KeyboardFocusChange));
         m_origin = screen.geometry().topLeft();
         m_keepsPlace = true;
         standInTheMiddle(screen);

@@ -45,6 +45,7 @@ void SurfaceView::focusOn(MouseTarget* target)
 
 void SurfaceView::giveFocus(MouseTarget& target)
 {
+    m_focusItem = dynamic_cast<ItemView*>(&target); // before the focus comes, which would look for another item
     setFocus(Qt::OtherFocusReason);
     focusOn(&target);
 }

@@ -28,6 +28,8 @@ protected:
     void focusInEvent(QFocusEvent* event) override
     {
         QLineEdit::focusInEvent(event);
+        if (m_box != nullptr)
+            m_box->desktop().state().lastText = this;
         if (std::exchange(m_unvisited, false) && event->reason() == Qt::ActiveWindowFocusReason)
             selectAll();
     }
