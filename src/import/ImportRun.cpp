@@ -285,7 +285,7 @@ void ImportRun::cmdImport_Click()
     run.run([&] {
         files.importAll();
         run.jumpToEnd();
-        isFinished = !files.cancelled();
+        isFinished = !files.cancelled() && m_form.List1.ListCount() <= MostFiles;
         if (!files.errors().empty())
             m_form.desktop().prompts().messageBox(
                 "Error(s) occurred with the following files during import process.\r\r" + files.errors(),
