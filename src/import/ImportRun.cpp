@@ -280,7 +280,7 @@ void ImportRun::cmdImport_Click()
         return;
     }
     m_isRunning = true;
-    m_form.IsListImported = true; // what is added meanwhile takes it back
+    m_form.settleList(); // what is added meanwhile takes it back
     bool isFinished = false;
     run.run([&] {
         files.importAll();
@@ -297,7 +297,7 @@ void ImportRun::cmdImport_Click()
         m_main.groupList().reopenGroup();
     });
     if (!isFinished)
-        m_form.IsListImported = false;
+        m_form.unsettleList();
     end();
 }
 
