@@ -102,7 +102,7 @@ void GroupCommands::RenameAlbumGroup()
         attempt([&] { renamed = isFree(name) && renameTo(name); });
         if (renamed)
             return;
-        prompts.messageBox("Group name already in use. Try another", Message::Notice, "Rename Group");
+        prompts.messageBox("Group name already in use. Try another", Message::Error, "Rename Group");
     }
 }
 

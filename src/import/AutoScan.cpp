@@ -153,7 +153,7 @@ bool AutoScan::findMatches(const std::string& path, const std::string& pattern, 
     for (const std::string& name : m_album.files.list(path + pattern)) {
         total += m_album.files.length(path + name);
         ++fileCount;
-        m_form.IsListImported = false;
+        m_form.unsettleList();
         list.AddItem(path + name);
         if (list.ListCount() >= EndOfFolder || stopFlag)
             return false;

@@ -280,12 +280,12 @@ void ImportRun::cmdImport_Click()
         return;
     }
     m_isRunning = true;
-    m_form.IsListImported = true; // what is added meanwhile takes it back
+    m_form.settleList(); // what is added meanwhile takes it back
     bool isFinished = false;
     run.run([&] {
         files.importAll();
         run.jumpToEnd();
-        isFinished = !files.cancelled();
+        isFinished = !files.cancelled() && m_form.List1.ListCount() <= MostFiles;
         if (!files.errors().empty())
             m_form.desktop().prompts().messageBox(
                 "Error(s) occurred with the following files during import process.\r\r" + files.errors(),
@@ -297,7 +297,7 @@ void ImportRun::cmdImport_Click()
         m_main.groupList().reopenGroup();
     });
     if (!isFinished)
-        m_form.IsListImported = false;
+        m_form.unsettleList();
     end();
 }
 

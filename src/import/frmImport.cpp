@@ -106,7 +106,7 @@ void frmImport::Form_Unload()
 // Escape closes the window where nothing is lost by it.
 void frmImport::Form_KeyDown(int KeyCode, int /*Shift*/)
 {
-    if (KeyCode == EscapeKey && !DialogBusy && (IsListImported || List1.ListCount() == 0))
+    if (KeyCode == EscapeKey && !DialogBusy && (m_isListSettled || List1.ListCount() == 0))
         lbExit_Click();
 }
 
@@ -135,7 +135,7 @@ try {
     for (int i = 0; i < File1.ListCount(); ++i) {
         if (!File1.Selected(i) || !listed.insert(upper(File1.List(i))).second)
             continue;
-        IsListImported = false;
+        unsettleList();
         List1.AddItem(File1.List(i));
         List2.AddItem(Dir1.Path());
     }

@@ -39,6 +39,9 @@ public:
     // Puts the files chosen in File1 on the list; false when a failure ended it. A name that is on the list
     // already is left out, from whatever folder it is.
     bool AddSelectedFiles();
+    // Escape closes the window behind an import of the whole list, until something is added.
+    void settleList() { m_isListSettled = true; }
+    void unsettleList() { m_isListSettled = false; }
 
     void Form_Load();
     void Form_Unload();
@@ -53,8 +56,7 @@ public:
     void Drive1_Change();
     void lbExit_Click();
 
-    bool DialogBusy = false;     // a scan or an import runs
-    bool IsListImported = false; // to its end, and nothing was added since
+    bool DialogBusy = false; // a scan or an import runs
 
     // ---- the plan of the window, in twips ----
 
@@ -159,6 +161,7 @@ private:
 
     Album& m_album;
     bool m_optionsBusy = false; // guards chkOptions_Click
+    bool m_isListSettled = false;
     std::unique_ptr<AutoScan> m_autoScan;
     std::unique_ptr<ImportRun> m_importRun;
 };

@@ -69,7 +69,6 @@ void LinkRun::linkAll()
         m_form.lbProgress.Caption = "Import-Link Progress";
         if (m_form.List2.Selected(row)) {
             link(row);
-            m_form.settle(row);
             if (m_form.cmdImport.Caption() == Idle)
                 break;
         }
@@ -97,15 +96,19 @@ void LinkRun::link(int row)
         });
         m_run.jumpToEnd();
     }
+    bool isDone = false;
     const std::optional<Failure> end = attempt([&] {
         m_run.statement([&] {
-            if (files.exists(dest))
+            if (files.exists(dest)) {
                 note(row, "File already exists");
-            else
-                files.copy(source, dest);
+                return;
+            }
+            isDone = source.empty();
+            files.copy(source, dest);
+            isDone = true;
         });
     });
-    if (source.empty())
+    if (isDone)
         m_form.settle(row);
     else if (end) // which is told nowhere else
         logFailure(m_album, "cmdImport_Click", *end);

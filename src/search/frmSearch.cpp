@@ -18,6 +18,7 @@
 #include <array>
 #include <cmath>
 #include <string_view>
+#include <utility>
 
 namespace trovarium {
 
@@ -235,7 +236,18 @@ void frmSearch::showProgress(int searched, int count)
         divideSingle(static_cast<float>(searched), static_cast<float>(count)) * pctProgress.ScaleWidth());
 }
 
+// What was found goes in once, however often it is pressed meanwhile.
 void frmSearch::cmdSave_Click()
+{
+    if (std::exchange(m_isSaving, true))
+        return;
+    const std::optional<Failure> failure = attempt([&] { saveAndTell(); });
+    m_isSaving = false;
+    if (failure)
+        throw Failure(*failure);
+}
+
+void frmSearch::saveAndTell()
 {
     lbAppended.Caption = "";
     if (!save())

@@ -115,6 +115,7 @@ private:
     bool linesMatch(int number);
     void keep(const std::string& fileName);
     void showProgress(int searched, int count);
+    void saveAndTell();
     bool appendResults();
     // True for a name that can be used as it stands; tells what is wrong with another.
     bool acceptGroupName();
@@ -126,6 +127,7 @@ private:
     // Not cleared between two files: a match without a year of its own has that of the file before.
     std::string YearText;
     bool m_isAppended = false; // by the last save
+    bool m_isSaving = false;   // guards cmdSave_Click
     bool DialogBusy = false;
 };
 

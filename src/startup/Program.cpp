@@ -101,7 +101,7 @@ void Program::requireLibrary()
     bool isOurs = true;
     attempt([&] { isOurs = m_lock.take(library); });
     if (!isOurs) {
-        m_desktop.prompts().messageBox("This album is open already: " + toNativePath(library), Message::Notice, "");
+        m_desktop.prompts().messageBox("This album is open already: " + toNativePath(library), Message::Error, "");
         m_desktop.endProgram();
     }
     bool mayOpen = false; // nor where that can't be seen

@@ -100,8 +100,9 @@ bool sounds(const std::string& native)
     for (const auto& [name, value] : {std::pair{"SDL_AUDIODRIVER", "disk"}, {"SDL_DISKAUDIOFILE", mixed.c_str()},
              {"SDL_DISKAUDIODELAY", "1"}}) // milliseconds for 12 of sound
         setenv(name, value, 1);
-    static SoundDevice device;
-    device.playClip(native);
+    static const std::atomic<unsigned> latestClip = 0;
+    static SoundDevice device(latestClip);
+    device.playClip(native, latestClip);
     if (native.ends_with("mid"))
         device.carryOut({MusicCommand::Act::Open, "x", native});
     device.carryOut({MusicCommand::Act::Play, "x", {}});

@@ -138,7 +138,8 @@ TEST_F(LinkTest, RowsAreDoneInOrderUntilOneIsClearedOrFails)
         {"+.", true, false, "", "oo", "xo", "o-"}, {"++", true, false, "", "oo", "xx", "oo"},
         {"0+", false, false, "", "o-", "--", "o-"}, {"+0", false, false, "", "-o", "x-", "-o"},
         {"++", false, true, full, "--", "-x", "--"}, {"++", true, true, "", "oo", "-o", "o-"},
-        {"..", true, false, "", "oo", "oo", "--"}, {"++", true, false, "", "--", "xx", "--"}};
+        {"..", true, false, "", "oo", "oo", "--"}, {"++", true, false, "", "--", "xx", "--"},
+        {"0.", false, true, "[   ]" + exists.substr(5), "o-", "o-", "--"}};
     for (const auto& [acts, overwrite, isFull, errors, before, after, removed] : cases) {
         std::filesystem::remove_all(toNativePath(wavs));
         std::filesystem::create_directory(toNativePath(wavs));
@@ -154,11 +155,17 @@ TEST_F(LinkTest, RowsAreDoneInOrderUntilOneIsClearedOrFails)
             }
             form().chkOptions(0).Value = overwrite;
             if (isFull)
-                test.failAt(FileOperation::Copy, "p1.jpg.wav", FailureKind::DiskFull);
+                test.failAt(
+                    acts[0] == '0' ? FileOperation::Rename : FileOperation::Copy, "p1.jpg.wav", FailureKind::DiskFull);
             if (!errors.empty())
                 expectErrors(before == "oo" ? errors + "[wav] : p3.jpg    Error=File already exists\r" : errors);
             run();
             desktop.files().setFaultHook({});
+            bool isAllDone = true;
+            for (int row = 0; row < 2; ++row)
+                isAllDone = isAllDone && (acts[row] == '.' || after[row] == (acts[row] == '+' ? 'x' : '-'));
+            robot.key(form(), EscapeKey);
+            EXPECT_EQ(form.isLoaded(), !isAllDone) << acts << overwrite << isFull << before;
         });
         EXPECT_EQ(clips({"p1.jpg", "p3.jpg"}), after) << acts << overwrite << isFull << before;
         EXPECT_EQ(clips({"Removed\\p1.jpg", "Removed\\p3.jpg"}), removed) << acts << overwrite << isFull << before;

@@ -189,6 +189,12 @@ void Robot::key(Form& form, int keyCode, int shift)
     QTest::keyClick(keyboard(form), keyOf(keyCode), modifiersOf(shift));
 }
 
+void Robot::hold(Form& form, int keyCode)
+{
+    QKeyEvent repeat(QEvent::KeyPress, keyOf(keyCode), {}, {}, true);
+    QApplication::sendEvent(keyboard(form), &repeat);
+}
+
 void Robot::type(Form& form, std::string_view text)
 {
     for (const QChar character : toQString(text)) {

@@ -63,6 +63,7 @@ public:
 
     // To the control with the focus. The key is a code as handlers get it (13 Enter, 65 A).
     void key(Form& form, int keyCode, int shift = NoKeys);
+    void hold(Form& form, int keyCode); // raises its repeats only
     void type(Form& form, std::string_view text);
     void tab(Form& form, bool back = false) { key(form, 9, back ? ShiftKey : NoKeys); }
 

@@ -86,7 +86,11 @@ std::string toNativePath(std::string_view path)
 
 std::string readablePath(std::string_view text)
 {
-    return text.starts_with('/') ? toNativePath(text) : std::string(text);
+    if (text.starts_with("/\\")) // in the root
+        text.remove_prefix(1);
+    else if (!text.starts_with('/'))
+        return std::string(text);
+    return toNativePath(text);
 }
 
 } // namespace trovarium

@@ -20,7 +20,8 @@ constexpr const char* SoundFont = "/usr/share/sounds/sf2/TimGM6mb.sf2";
 
 } // namespace
 
-SoundDevice::SoundDevice()
+SoundDevice::SoundDevice(const std::atomic<unsigned>& latestClip)
+    : m_latestClip(latestClip)
 {
     m_sdl.setMainReady();
     m_sdl.setHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
@@ -47,19 +48,21 @@ SoundDevice::~SoundDevice()
     m_sdl.tlsCleanup(); // which SDL does by itself for its own threads only
 }
 
+// A newer order may have to wait for a disk that the old clip is read from, but silences it at once.
 void SoundDevice::addClip(void* device, Uint8* mixed, int length)
 {
     auto& self = *static_cast<SoundDevice*>(device);
     const std::lock_guard lock(self.m_clipAccess);
-    if (self.m_clip)
+    if (self.m_clip && self.m_clipOrder == self.m_latestClip)
         self.m_clip->mixInto(mixed, length);
 }
 
 // The old clip ends before the new one is read, and is freed where no sound waits for it.
-void SoundDevice::playClip(const std::string& native)
+void SoundDevice::playClip(const std::string& native, unsigned order)
 {
-    const auto exchange = [this](std::unique_ptr<WaveClip> clip) {
+    const auto exchange = [this, order](std::unique_ptr<WaveClip> clip) {
         const std::lock_guard lock(m_clipAccess);
+        m_clipOrder = order;
         std::swap(m_clip, clip);
         return clip;
     };

@@ -6,6 +6,7 @@
 #include "runtime/Failure.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -21,11 +22,13 @@ namespace trovarium {
 namespace {
 
 // How long the end of the program waits. Closing a device takes 30 ms, but a sound server that doesn't answer
-// holds up its opening for half a minute.
+// holds up its opening for half a minute, and a disk that stalls a read for as long as it likes. A thread that is
+// stuck there touches nothing but its orders and files that it has open, and dies with the program.
 constexpr auto LongestEnd = std::chrono::milliseconds(80);
 
 struct ClipOrder {
-    std::string path; // native, empty to cut off only
+    std::string path;    // native, empty to cut off only
+    unsigned number = 0; // given when it is handed over
 };
 
 using Order = std::variant<ClipOrder, MusicCommand>;
@@ -47,14 +50,14 @@ try {
     return std::nullopt;
 }
 
-void carryOut(const Order& order, std::optional<SoundDevice>& device)
+void carryOut(const Order& order, std::optional<SoundDevice>& device, const std::atomic<unsigned>& latestClip)
 try {
     if (!device && couldSound(order))
-        device.emplace();
+        device.emplace(latestClip);
     if (!device)
         return;
     if (const auto* clip = std::get_if<ClipOrder>(&order))
-        device->playClip(clip->path);
+        device->playClip(clip->path, clip->number);
     else
         device->carryOut(std::get<MusicCommand>(order));
 } catch (const Failure&) { // there is no device
@@ -69,8 +72,10 @@ struct SoundPlayer::Orders {
     void hand(Order order)
     {
         const std::lock_guard lock(access);
-        if (std::holds_alternative<ClipOrder>(order))
+        if (auto* clip = std::get_if<ClipOrder>(&order)) {
+            clip->number = ++latestClip;
             std::erase_if(waiting, [](const Order& old) { return std::holds_alternative<ClipOrder>(old); });
+        }
         waiting.push_back(std::move(order));
         changed.notify_all();
     }
@@ -97,7 +102,7 @@ struct SoundPlayer::Orders {
         std::optional<SoundDevice> device;
         for (std::optional<Order> order; take(order, readOn(device));) {
             if (order)
-                carryOut(*order, device);
+                carryOut(*order, device, latestClip);
         }
         device.reset();
         const std::lock_guard lock(access);
@@ -117,6 +122,7 @@ struct SoundPlayer::Orders {
     std::mutex access;
     std::condition_variable changed;
     std::deque<Order> waiting;
+    std::atomic<unsigned> latestClip = 0; // its number
     bool ending = false;
     bool ended = false;
 };
@@ -133,7 +139,7 @@ SoundPlayer::~SoundPlayer()
     if (m_orders->end())
         m_thread.join();
     else
-        m_thread.detach(); // stuck inside a sound driver, it touches nothing but its orders, and dies with the program
+        m_thread.detach(); // see LongestEnd
 }
 
 void SoundPlayer::sndPlaySound(std::string_view name)

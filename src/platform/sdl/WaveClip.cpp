@@ -9,7 +9,8 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr int SecondsAhead = 5; // as long as a disk may sleep
+constexpr int SecondsAhead = 5;          // as long as a disk may sleep
+constexpr Sint64 MostAhead = 32'000'000; // bytes, whatever rate a damaged file tells
 constexpr milliseconds Pause{500};
 
 // Of a damaged file one frame would become thousands, which holds up all that sounds.
@@ -65,7 +66,7 @@ std::optional<milliseconds> WaveClip::readOn()
 bool WaveClip::isFarAhead()
 {
     const std::lock_guard lock(m_access);
-    return m_length > Sint64(SecondsAhead) * m_spec.freq * m_bytesPerFrame;
+    return m_length > std::min(Sint64(SecondsAhead) * m_spec.freq * m_bytesPerFrame, MostAhead);
 }
 
 bool WaveClip::feed(int length)

@@ -35,12 +35,21 @@ std::string chunkOf(std::string_view kind, std::string_view content)
     return chunk.append(content);
 }
 
+// Also a link to one. The opening alone would set some devices going.
+Descriptor openRegular(const std::string& native)
+{
+    struct stat status = {};
+    if (stat(native.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return {};
+    return Descriptor(::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+}
+
 } // namespace
 
-// Of a regular file alone: a pipe would block for ever.
+// Of a regular file alone: a pipe, which may have come into its place, would block for ever.
 WaveFile::WaveFile(const SdlLibrary& sdl, const std::string& native)
     : m_sdl(sdl)
-    , m_file(::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
+    , m_file(openRegular(native))
 {
     struct stat status = {};
     if (!m_file.isOpen() || fstat(m_file.handle(), &status) != 0 || !S_ISREG(status.st_mode))
@@ -58,7 +67,7 @@ bool WaveFile::findSamples()
     m_place = FileHead;
     for (int i = 0; i < MostChunks; ++i) {
         const std::string chunk = read(m_place, ChunkHead);
-        if (chunk.empty() || (chunk.starts_with("fmt ") && !takeFormat(chunk)))
+        if (chunk.size() < ChunkHead || (chunk.starts_with("fmt ") && !takeFormat(chunk)))
             return false;
         if (chunk.starts_with("data"))
             return takeSamples(chunk);
@@ -69,9 +78,12 @@ bool WaveFile::findSamples()
 
 bool WaveFile::takeFormat(const std::string& chunk)
 {
-    const std::size_t size = std::min(sizeOf(chunk), LargestFormat);
-    m_format = read(m_place, ChunkHead + size + size % 2);
-    if (m_format.size() < BlockSizePlace + 2)
+    const std::size_t size = sizeOf(chunk);
+    if (size > LargestFormat)
+        return false;
+    const std::size_t whole = ChunkHead + size + size % 2;
+    m_format = read(m_place, whole);
+    if (m_format.size() < std::max(whole, BlockSizePlace + 2))
         return false;
     const auto byte = [this](std::size_t place) { return std::size_t{static_cast<unsigned char>(m_format[place])}; };
     m_blockSize = std::max<std::size_t>(byte(BlockSizePlace) | byte(BlockSizePlace + 1) << 8, 1);
@@ -90,14 +102,23 @@ bool WaveFile::takeSamples(const std::string& chunk)
 std::string WaveFile::read(off_t place, std::size_t count) const
 {
     std::string bytes(count, '\0');
-    return pread(m_file.handle(), bytes.data(), count, place) == static_cast<ssize_t>(count) ? bytes : std::string();
+    std::size_t done = 0;
+    while (done < count) {
+        const ssize_t got = pread(m_file.handle(), &bytes[done], count - done, place + static_cast<off_t>(done));
+        if (got <= 0)
+            break;
+        done += static_cast<std::size_t>(got);
+    }
+    bytes.resize(done);
+    return bytes;
 }
 
 std::optional<WavePiece> WaveFile::next()
 {
     const std::size_t blocks = std::max<std::size_t>(PieceSize / m_blockSize, 1);
     const std::size_t size = std::min(blocks * m_blockSize, static_cast<std::size_t>(m_end - m_place));
-    const std::string samples = read(m_place, size);
+    std::string samples = read(m_place, size);
+    samples.resize(samples.size() - samples.size() % m_blockSize); // of a file that has shrunk
     m_place += static_cast<off_t>(size);
     const std::string file = chunkOf("RIFF", "WAVE" + m_format + chunkOf("data", samples));
     WavePiece piece;

@@ -30,7 +30,7 @@ private:
     bool findSamples();
     bool takeFormat(const std::string& chunk);
     bool takeSamples(const std::string& chunk);
-    std::string read(off_t place, std::size_t count) const; // empty where there are fewer bytes
+    std::string read(off_t place, std::size_t count) const; // fewer bytes at the end and behind a failure
 
     const SdlLibrary& m_sdl;
     Descriptor m_file;

@@ -1,5 +1,6 @@
 #include "platform/media/MusicCommand.h"
 #include "platform/media/TestSounds.h"
+#include "platform/sdl/SoundDevice.h"
 #include "platform/sdl/SoundPlayer.h"
 #include "platform/toolkit/Desktop.h"
 #include "support/Robot.h"
@@ -37,6 +38,19 @@ struct Sound : testing::Test {
 };
 
 } // namespace
+
+TEST_F(Sound, AClipIsSilentWhileANewerOrderWaits)
+{
+    std::atomic<unsigned> latest = 1;
+    SoundDevice device(latest);
+    folder.write("a.wav", clip(1000));
+    device.playClip(folder.native("a.wav"), 1);
+    while (device.readOn() == std::chrono::milliseconds::zero()) { }
+    for (const unsigned order : {1U, 2U, 1U}) {
+        latest = order;
+        EXPECT_TRUE(testDesktop().waitUntil([&] { return isLoud(1000) == (order == 1); }, 5000)) << order;
+    }
+}
 
 TEST_F(Sound, MixesOneClipWithOnePiece)
 {

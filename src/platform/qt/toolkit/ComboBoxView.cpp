@@ -46,10 +46,10 @@ protected:
     {
         m_beforeUse();
         const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-        if (isEnter && m_box != nullptr && m_box->Enter.isWired())
-            fromDesktop(*m_box, [this] { m_box->Enter.raise(); });
-        else
+        if (!isEnter || m_box == nullptr || !m_box->Enter.isWired())
             QComboBox::keyPressEvent(event);
+        else if (!event->isAutoRepeat()) // a key that is held is one press
+            fromDesktop(*m_box, [this] { m_box->Enter.raise(); });
     }
     // A turn of the wheel on the way over must not choose another entry.
     void wheelEvent(QWheelEvent* event) override { event->ignore(); }
