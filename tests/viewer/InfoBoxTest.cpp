@@ -140,8 +140,9 @@ TEST_F(InfoBoxTest, SteppingWhileEditingSavesThePhotographLeftBehind)
         robot.type(main(), year.substr(0, 2));
         const auto pressBack = [this] { robot.click(main().lbButtonText(1)); };
         robot.click(main().imgbox);
+        robot.type(main(), year.substr(2, 1));
         pressBack(); // to nowhere, and the caret stays
-        robot.type(main(), year.substr(2));
+        robot.type(main(), year.substr(3));
         robot.when([this] { return view().CurrentIndex == 2; }, [&] { robot.key(main(), PageUpKey), pressBack(); });
         robot.key(main(), PageDownKey);
         EXPECT_EQ(view().CurrentIndex, 2) << "no step within a step";
