@@ -135,6 +135,18 @@ def library_of_a_clip(data: Path) -> Path:
     return library
 
 
+def long_sound(data: Path) -> Path:
+    """Ten seconds of a tone of 16 bits, and silence up to 4 GB that takes no room."""
+    size, header = 4_000_000_000, 44
+    path = data / "long.wav"
+    with path.open("wb") as file:
+        file.write(struct.pack("<4sI4s4sIHHIIHH4sI", b"RIFF", size - 8, b"WAVE", b"fmt ", 16, 1, 2, 44_100, 176_400, 4,
+                               16, b"data", size - header))
+        file.write((b"\1\x20" * 200 + b"\1\xe0" * 200) * 2205)
+        file.truncate(size)
+    return path
+
+
 def empty_library(data: Path) -> Path:
     library = data / "empty library"
     if not library.exists():
