@@ -97,8 +97,6 @@ TEST_F(LinkTest, ASongIsLinkedToAGroupAndHeard)
         EXPECT_TRUE(form().cmdPlayStop(3).hasFocus());
         robot.tab(form());
         EXPECT_TRUE(form().cmdClear.hasFocus());
-        robot.key(form(), EscapeKey);
-        EXPECT_FALSE(form().isLoaded()) << "all is done";
     });
     EXPECT_EQ(test.bytes(test.paths().MidiPath + "Alps.mid"), "a song");
     ASSERT_EQ(media.told.size(), 3U);
@@ -161,11 +159,8 @@ TEST_F(LinkTest, RowsAreDoneInOrderUntilOneIsClearedOrFails)
                 expectErrors(before == "oo" ? errors + "[wav] : p3.jpg    Error=File already exists\r" : errors);
             run();
             desktop.files().setFaultHook({});
-            bool isAllDone = true;
-            for (int row = 0; row < 2; ++row)
-                isAllDone = isAllDone && (acts[row] == '.' || after[row] == (acts[row] == '+' ? 'x' : '-'));
             robot.key(form(), EscapeKey);
-            EXPECT_EQ(form.isLoaded(), !isAllDone) << acts << overwrite << isFull << before;
+            EXPECT_EQ(form.isLoaded(), !errors.empty() || isFull || acts == "0+") << acts << before;
         });
         EXPECT_EQ(clips({"p1.jpg", "p3.jpg"}), after) << acts << overwrite << isFull << before;
         EXPECT_EQ(clips({"Removed\\p1.jpg", "Removed\\p3.jpg"}), removed) << acts << overwrite << isFull << before;

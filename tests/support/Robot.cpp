@@ -191,8 +191,7 @@ void Robot::key(Form& form, int keyCode, int shift)
 
 void Robot::hold(Form& form, int keyCode)
 {
-    QKeyEvent repeat(QEvent::KeyPress, keyOf(keyCode), {}, {}, true);
-    QApplication::sendEvent(keyboard(form), &repeat);
+    QTest::simulateEvent(keyboard(form), true, keyOf(keyCode), {}, {}, true);
 }
 
 void Robot::type(Form& form, std::string_view text)

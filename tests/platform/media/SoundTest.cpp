@@ -43,8 +43,7 @@ TEST_F(Sound, AClipIsSilentWhileANewerOrderWaits)
 {
     std::atomic<unsigned> latest = 1;
     SoundDevice device(latest);
-    folder.write("a.wav", clip(1000));
-    device.playClip(folder.native("a.wav"), 1);
+    device.playClip((folder.write("a.wav", clip(1000)), folder.native("a.wav")), 1);
     while (device.readOn() == std::chrono::milliseconds::zero()) { }
     for (const unsigned order : {1U, 2U, 1U}) {
         latest = order;
