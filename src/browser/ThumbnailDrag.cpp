@@ -58,7 +58,7 @@ try {
     if ((Button & LeftButton) == 0)
         breakOff(); // a menu or a dialog had the release
     Image& image = m_form.imgThumbnail(Index);
-    image.ToolTipText = "Double-click to view. Right-click for menu. Drag-n-drop to rearrange.  [Media File: "
+    image.ToolTipText = std::string(ThumbnailTip) + " Right-click for menu. Drag-n-drop to rearrange.  [Media File: "
         + m_form.lbThumbnailFile(Index).Caption() + "]";
     if (!startsDrag(X, Y)) {
         ThumbMoveBusy = false;

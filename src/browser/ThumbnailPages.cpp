@@ -2,6 +2,7 @@
 
 #include "browser/GroupListPane.h"
 #include "browser/Selection.h"
+#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/media/MediaService.h"
 #include "platform/pictures/PictureService.h"
@@ -131,6 +132,7 @@ void ThumbnailPages::fillCell(int cell, std::int32_t position)
             thumbnailPath(m_album.paths, m_album.group.GroupList(position)), CellSide);
     });
     attempt([&] { image.AccessibleName = m_album.group.GroupList(position); });
+    image.ToolTipText = std::string(ThumbnailTip);
     attempt([&] { image.Visible = true; });
     attempt([&] { label.Caption = m_album.group.GroupList(position); });
     attempt([&] { label.Visible = true; });

@@ -61,7 +61,7 @@ Plan thumbnailPlan(int cell)
         .Top = cellTop(cell),
         .Width = 1500,
         .Height = 1500,
-        .ToolTipText = "Double-click to view.",
+        .ToolTipText = ThumbnailTip,
         .Visible = false};
 }
 
