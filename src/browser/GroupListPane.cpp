@@ -192,8 +192,10 @@ void GroupListPane::openRow(int Index, bool isOther)
 // That row alone.
 void GroupListPane::light(int row)
 {
-    for (int i = 0; i < GroupRows; ++i)
+    for (int i = 0; i < GroupRows; ++i) {
         m_form.pctAlbumList(i).Picture = m_form.pctAlbumList(i == row ? BrightBar : DarkBar).Picture();
+        m_form.pctAlbumList(i).AccessibleSelected = i == row;
+    }
 }
 
 void GroupListPane::showGroupMenu(int Index)
@@ -210,6 +212,7 @@ void GroupListPane::showRow(int row, const std::string& name)
     m_form.pctAlbumList(row).AccessibleName = std::string(trimmed(name));
     m_form.pctAlbumList(row).Visible = true;
     m_form.pctAlbumList(row).Picture = m_form.pctAlbumList(DarkBar).Picture();
+    m_form.pctAlbumList(row).AccessibleSelected = false;
 }
 
 void GroupListPane::lbAlbumList_MouseDown(int Index, int Button, int Shift, float X, float Y)

@@ -90,7 +90,9 @@ try {
     const CheckedArray<std::int32_t>& flags = m_album.group.GroupSelect;
     for (int cell = 0; cell < ThumbnailPages::CellCount; ++cell) {
         const std::int32_t position = m_form.pages().positionOf(cell);
-        m_form.shpThumbnailSelect(cell).Visible = position <= flags.upperBound() && flags(position) == 1;
+        const bool isSelected = position <= flags.upperBound() && flags(position) == 1;
+        m_form.shpThumbnailSelect(cell).Visible = isSelected;
+        m_form.imgThumbnail(cell).AccessibleSelected = isSelected;
     }
     m_form.lbStatusSelected.Caption = "Selected " + numberText(std::int64_t{m_album.group.SelectedCount});
 } catch (const Failure& failure) {

@@ -106,7 +106,9 @@ Names MainWindow::rows()
 Positions MainWindow::brightRows()
 {
     const Picture& bright = main().pctAlbumList(10).Picture();
-    return where(8, [&](int row) { return main().pctAlbumList(row).Picture() == bright; });
+    const auto rows = where(8, [&](int row) { return main().pctAlbumList(row).Picture() == bright; });
+    EXPECT_EQ(where(8, [&](int row) { return main().pctAlbumList(row).AccessibleSelected() == true; }), rows);
+    return rows;
 }
 
 Names MainWindow::cells()

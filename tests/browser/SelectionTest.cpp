@@ -51,10 +51,13 @@ TEST_F(SelectionTest, PressesSelectAsInAFileListAndFramesShowOnTheirPages)
     select({2, 17, 18, 40});
     for (const auto& [page, framed] : {std::pair{1, " 1"}, {2, " 0 1"}, {3, " 7"}}) {
         main().VScroll1.Value = page;
-        std::string shown;
-        for (int cell = 0; cell < 16; ++cell)
+        std::string shown, told;
+        for (int cell = 0; cell < 16; ++cell) {
             shown += main().shpThumbnailSelect(cell).Visible() ? " " + std::to_string(cell) : "";
+            told += main().imgThumbnail(cell).AccessibleSelected() == true ? " " + std::to_string(cell) : "";
+        }
         EXPECT_EQ(shown, framed);
+        EXPECT_EQ(told, framed);
     }
     test.showGroup(Names(32768, "p.jpg"), {7});
     select({});

@@ -7,6 +7,7 @@
 #include "platform/toolkit/Property.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace trovarium {
@@ -33,6 +34,8 @@ public:
     Stored<std::string> ToolTipText;
     Stored<int> MousePointer{this, Change::Hint, DefaultPointer};
     Stored<std::string> AccessibleName{this, Change::Hint};
+    // Whether a screen reader is to call it selected; empty where selection has no meaning.
+    Stored<std::optional<bool>> AccessibleSelected{this, Change::Hint};
 
     void ZOrder();   // to the top among its siblings
     void Refresh();  // paints now

@@ -20,6 +20,12 @@ namespace trovarium {
 
 namespace {
 
+void addSelection(QAccessible::State& state, const Control& control)
+{
+    state.selectable = control.AccessibleSelected().has_value();
+    state.selected = control.AccessibleSelected().value_or(false);
+}
+
 class ItemAccessible : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
     explicit ItemAccessible(ItemView& item)
@@ -59,9 +65,12 @@ public:
     {
         QAccessible::State state;
         state.invisible = !m_item.control().isShown();
+        // Such as the fields of a box that is down.
+        state.offscreen = !m_item.surface().visibleRegion().intersects(m_item.place().toAlignedRect());
         state.disabled = !m_item.control().takesInput();
         state.focusable = m_item.takesFocus();
         state.focused = m_item.surface().hasFocus() && m_item.surface().focusItem() == &m_item;
+        addSelection(state, m_item.control());
         return state;
     }
 
@@ -109,6 +118,8 @@ public:
         QAccessible::State state = QAccessibleWidget::state();
         if (!m_surface.isClickable())
             state.focusable = state.focused = false;
+        if (const auto* box = dynamic_cast<const PictureBox*>(m_surface.container()))
+            addSelection(state, *box);
         return state;
     }
 

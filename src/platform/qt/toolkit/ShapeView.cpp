@@ -35,8 +35,6 @@ public:
         painter.fillRect(QRectF(place.right() - width, place.top(), width, place.height()), color);
     }
 
-    QAccessible::Role accessibleRole() const override { return QAccessible::Border; }
-
 private:
     Shape& m_shape;
 };
