@@ -11,6 +11,7 @@
 #include "platform/toolkit/Keys.h"
 #include "store/Album.h"
 #include "viewer/FullScreen.h"
+#include "viewer/InfoBox.h"
 #include "viewer/PhotoDisplay.h"
 #include "viewer/SlideShow.h"
 #include "viewer/ZoomAndPan.h"
@@ -57,7 +58,7 @@ Keyboard::Keyboard(frmMain& form, Album& album)
 
 void Keyboard::Form_KeyDown(int KeyCode, int Shift)
 {
-    if (isTextEdited()) {
+    if (m_form.infoBox().isEdited()) {
         if (Shift == NoKeys)
             stepWhileEditing(KeyCode);
         return;
@@ -198,11 +199,6 @@ void Keyboard::renameGroup()
     m_form.menus().mnuFile_Click();
     if (isOpen(m_form.mnuFile, m_form.mnuFileRenameGroup))
         m_form.menus().mnuFileRenameGroup_Click();
-}
-
-bool Keyboard::isTextEdited() const
-{
-    return m_album.view.InfoEditing || m_form.txtYear.Visible();
 }
 
 // The view mode doesn't tell: a photograph that can't be opened leaves the page, and a right press on a group's row

@@ -30,7 +30,6 @@ private:
     void removeFromGroup();
     void renameGroup();
 
-    bool isTextEdited() const;
     bool isPhotographOnShow() const;
     int focusedRow() const;  // -1 for none
     int focusedCell() const; // -1 for none

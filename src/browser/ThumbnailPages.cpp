@@ -12,6 +12,7 @@
 #include "store/InfoFile.h"
 #include "store/Log.h"
 #include "store/PhotographFiles.h"
+#include "viewer/InfoBox.h"
 #include "viewer/VideoControls.h"
 
 #include <algorithm>
@@ -166,8 +167,8 @@ void ThumbnailPages::showCurrent()
     ShowThumbnails(CurrentPage);
     m_form.selection().ShowGroupListSelect();
     bar.Enabled = m_album.group.GroupList.upperBound() > CellCount;
-    const bool isTextEdited = m_album.view.InfoEditing || m_form.txtYear.Visible(); // since the events above
-    if (const int cell = currentCell(); cell >= 0 && !isTextEdited)
+    // An edit may have begun in the events above.
+    if (const int cell = currentCell(); cell >= 0 && !m_form.infoBox().isEdited())
         m_form.imgThumbnail(cell).SetFocus();
 }
 

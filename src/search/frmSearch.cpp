@@ -8,6 +8,7 @@
 #include "platform/toolkit/Keys.h"
 #include "platform/toolkit/ProgressBar.h"
 #include "platform/toolkit/Prompts.h"
+#include "runtime/Lock.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
@@ -239,16 +240,9 @@ void frmSearch::showProgress(int searched, int count)
 // What was found goes in once, however often it is pressed meanwhile.
 void frmSearch::cmdSave_Click()
 {
-    if (std::exchange(m_isSaving, true))
+    if (m_isSaving)
         return;
-    const std::optional<Failure> failure = attempt([&] { saveAndTell(); });
-    m_isSaving = false;
-    if (failure)
-        throw Failure(*failure);
-}
-
-void frmSearch::saveAndTell()
-{
+    const Lock whileSaving(m_isSaving);
     lbAppended.Caption = "";
     if (!save())
         return;

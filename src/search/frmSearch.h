@@ -115,7 +115,6 @@ private:
     bool linesMatch(int number);
     void keep(const std::string& fileName);
     void showProgress(int searched, int count);
-    void saveAndTell();
     bool appendResults();
     // True for a name that can be used as it stands; tells what is wrong with another.
     bool acceptGroupName();

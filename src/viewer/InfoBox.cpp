@@ -104,6 +104,11 @@ void InfoBox::saveUnsaved()
     });
 }
 
+bool InfoBox::isEdited() const
+{
+    return m_album.view.InfoEditing || m_form.txtYear.Visible();
+}
+
 bool InfoBox::isTitleGiven() const
 {
     return !isFirstTitle(m_album.info.Title, m_held + ".info");

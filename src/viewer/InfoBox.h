@@ -26,6 +26,8 @@ public:
     void LoadImageInfo(std::int32_t Index, bool& Result);
 
     void LoadInfoBox();
+    // By its flag or by its boxes: either may come, and go, before the other.
+    bool isEdited() const;
     // Slides the panel up or down while events run; a call during a slide is dropped.
     void ShowInfoBox(Up up, Edit edit);
     // Ends an edit as its button does, but without the slide and its events, and so in the middle of one too. What

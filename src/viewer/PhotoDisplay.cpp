@@ -6,6 +6,7 @@
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
+#include "runtime/Lock.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
@@ -28,21 +29,6 @@ constexpr std::int16_t SmallestReduction = 20; // 1/20
 constexpr float VideoLeft = 20;
 constexpr float VideoWidth = 497;
 constexpr float VideoHeight = 373;
-
-class Lock {
-public:
-    explicit Lock(bool& locked)
-        : m_locked(locked)
-    {
-        m_locked = true;
-    }
-    ~Lock() { m_locked = false; }
-    Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
-
-private:
-    bool& m_locked;
-};
 
 // ".MOV" is compared with five characters and so never matches: such a file is taken for a picture here.
 bool playsAsVideo(std::string_view path)
