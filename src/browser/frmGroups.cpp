@@ -64,6 +64,7 @@ void frmGroups::Form_Activate()
     }
     if (lstGroups.ListCount() > 0)
         lstGroups.ListIndex = 0;
+    lstGroups.SetFocus(); // and not the button, if that was pressed the last time
     GroupDialogBusy = false;
 }
 

@@ -119,6 +119,15 @@ public:
             m_desktop.state().handKeysOn();
     }
 
+protected:
+    // A question that a key asked shows its ring at once; the desktop's library forgets that by showing a window.
+    void showEvent(QShowEvent* event) override
+    {
+        QDialog::showEvent(event);
+        setAttribute(
+            Qt::WA_KeyboardFocusChange, m_over != nullptr && m_over->testAttribute(Qt::WA_KeyboardFocusChange));
+    }
+
 private:
     QScreen& screenOfForm() const { return m_over != nullptr ? screenOf(*m_over) : *screen(); }
 

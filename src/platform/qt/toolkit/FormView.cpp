@@ -210,8 +210,6 @@ void FormView::show(bool modal)
         const Form* owner = m_form.desktop().activeForm();
         const bool owned = modal && owner != nullptr && owner != &m_form && owner->view() != nullptr;
         m_window->windowHandle()->setTransientParent(owned ? owner->view()->window().windowHandle() : nullptr);
-        m_window->setAttribute(Qt::WA_KeyboardFocusChange, // a dialog opened by a key shows its ring at once
-            owned && !isBare() && owner->view()->window().testAttribute(Qt::WA_KeyboardFocusChange));
         m_origin = screen.geometry().topLeft();
         m_keepsPlace = true;
         standInTheMiddle(screen);
@@ -220,7 +218,9 @@ void FormView::show(bool modal)
             isBare() && m_window->width() >= screen.size().width() && m_window->height() >= screen.size().height();
         if (covers)
             m_window->setWindowState(Qt::WindowFullScreen); // over panels too
-        m_window->show();
+        m_window->show(); // forgets what follows: a dialog opened by a key shows its ring at once
+        m_window->setAttribute(Qt::WA_KeyboardFocusChange,
+            owned && !isBare() && owner->view()->window().testAttribute(Qt::WA_KeyboardFocusChange));
     } else {
         m_window->raise();
     }

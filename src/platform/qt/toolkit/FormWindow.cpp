@@ -69,7 +69,8 @@ bool isInput(QEvent::Type type)
 // A ring shows what the keys go to while the user works by keys, Shift and its like aside.
 void noteHand(QWidget& window, const QEvent& event)
 {
-    const bool byKey = event.type() == QEvent::KeyPress;
+    // An access key of the menu bar or of a button comes as no press, but every key is offered first.
+    const bool byKey = event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride;
     if (!byKey && event.type() != QEvent::MouseButtonPress)
         return;
     if (byKey && isModifier(static_cast<const QKeyEvent&>(event)))
