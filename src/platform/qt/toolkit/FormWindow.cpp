@@ -73,8 +73,8 @@ void noteHand(QWidget& window, const QEvent& event)
     const bool byKey = event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride;
     if (!byKey && event.type() != QEvent::MouseButtonPress)
         return;
-    if (byKey && isModifier(static_cast<const QKeyEvent&>(event)))
-        return;
+    if (byKey && (window.isFullScreen() || isModifier(static_cast<const QKeyEvent&>(event))))
+        return; // nobody wants a ring round a picture that fills the screen
     if (byKey == window.testAttribute(Qt::WA_KeyboardFocusChange))
         return;
     window.setAttribute(Qt::WA_KeyboardFocusChange, byKey);

@@ -24,6 +24,7 @@ namespace trovarium {
 namespace {
 
 constexpr qreal RingWidth = 2; // pixels, as all below
+constexpr int FocusEdge = 3;   // from a box's ring to its caption
 constexpr qreal RoundButton = 5;
 constexpr qreal RoundField = 3;
 constexpr qreal RoundMark = 2.5;
@@ -295,13 +296,15 @@ private:
         }
     }
 
-    // Round a whole box with its caption; a thin line round a row.
+    // Round the caption of a box, or round one that has none; a thin line round a row.
     static void paintFocus(QPainter& painter, const QStyleOption& option, const QWidget* widget)
     {
+        const auto* box = qobject_cast<const QAbstractButton*>(widget);
         const bool isBox =
             qobject_cast<const QCheckBox*>(widget) != nullptr || qobject_cast<const QRadioButton*>(widget) != nullptr;
+        const int edge = isBox && !box->text().isEmpty() ? option.rect.left() - FocusEdge : 0;
         if (isBox && hasShownFocus(option))
-            paintFocusRing(painter, option.palette, widget->rect());
+            paintFocusRing(painter, option.palette, widget->rect().adjusted(edge, 0, 0, 0));
         else if (qobject_cast<const QAbstractItemView*>(widget) != nullptr)
             paintBox(painter, option.rect, Qt::NoBrush, option.palette.color(Ring), 1, 0);
     }
