@@ -112,7 +112,9 @@ TEST_F(Lifecycle, ActivateComesOnceForEachShowingAndOnlyTheInnermostModalFormTak
         desktop.DoEvents();
     EXPECT_EQ(taken(), "A.activate B.load B.activate B.unload B.gone ");
     when.clear();
+    robot.key(a(), 'X', AltKey);
     robot.whenShown("B", [&] {
+        EXPECT_TRUE(b().view()->window().testAttribute(Qt::WA_KeyboardFocusChange)) << "a ring, as a key opened it";
         robot.whenShown("C", [&] {
             for (Page* page : {&a(), &b(), &c()})
                 robot.click(page->box);

@@ -103,7 +103,10 @@ TEST_F(PopUpsTest, APopUpMenuReturnsBehindItsEntryOrWithoutAWindowAndTheProgramM
 
 TEST_F(PopUpsTest, TextsAreShownAsTheyAreAndAnInputBoxGivesItsTextOrNothingWhenCancelled)
 {
+    robot.key(form, 'F', AltKey);
+    robot.dismissMenu();
     expect([&](QDialog& dialog) {
+        EXPECT_TRUE(dialog.testAttribute(Qt::WA_KeyboardFocusChange)) << "a ring, as keys opened the menu";
         EXPECT_EQ(textOf(dialog), "<b>/home/ann/a & b</b>\n\nnext\nlast");
         EXPECT_EQ(dialog.windowTitle(), "Removed unassociated INFO file(s)");
         EXPECT_EQ(dialog.findChildren<QLabel*>().first()->accessibleName(), "Error") << "of its symbol";
@@ -112,7 +115,9 @@ TEST_F(PopUpsTest, TextsAreShownAsTheyAreAndAnInputBoxGivesItsTextOrNothingWhenC
     Prompts& prompts = desktop.prompts();
     const std::string text = "<b>/home/ann/a & b</b>\r\rnext\r\nlast";
     EXPECT_EQ(prompts.messageBox(text, Message::Error, "Removed unassociated INFO file(s)"), Answer::Ok);
+    robot.click(find);
     expect([](QDialog& dialog) {
+        EXPECT_FALSE(dialog.testAttribute(Qt::WA_KeyboardFocusChange));
         auto* field = dialog.findChild<QLineEdit*>();
         EXPECT_EQ(textOf(dialog) + "|" + dialog.windowTitle(), "Enter name for new group.|New Album Group");
         EXPECT_EQ(field->selectedText(), "new group") << "typing replaces it";
