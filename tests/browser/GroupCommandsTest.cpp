@@ -130,7 +130,6 @@ TEST_F(GroupCommandsTest, AReleaseOnAnEntryCopiesEnterMovesAndTheButtonMakesAGro
     EXPECT_EQ(cells(), names(4)) << "copies stay, what a full disk didn't take too, and Escape cancels";
     chooseGroup(main().mnuEditMove, [&] {
         EXPECT_EQ(offered(), "Move Aix: Aix Bath Rome") << "filled anew";
-        groups().lstGroups.SetFocus();
         robot.key(groups(), AKey);
         EXPECT_TRUE(groups().isShown());
         robot.key(groups(), EnterKey);
@@ -150,7 +149,6 @@ TEST_F(GroupCommandsTest, AReleaseOnAnEntryCopiesEnterMovesAndTheButtonMakesAGro
     main().lstSlideGroups.Clear();
     robot.whenShown("frmGroups", [&] {
         desktop.DoEvents();
-        groups().lstGroups.SetFocus();
         clickEntryAt(8);
         robot.key(groups(), EnterKey);
         robot.close(groups());
