@@ -3,7 +3,7 @@
 //   bench_sound CLIP TAP   the clip sounds from its first sample on; all that sounds is written into TAP
 
 #include "platform/files/FileService.h"
-#include "platform/sdl/SoundPlayer.h"
+#include "platform/media/SoundPlayer.h"
 
 #include <algorithm>
 #include <chrono>

@@ -7,10 +7,10 @@
 #include "platform/media/FilgraphManager.h"
 #include "platform/media/FilmSurface.h"
 #include "platform/media/MediaService.h"
+#include "platform/media/SoundDevice.h"
 #include "platform/media/TestSounds.h"
+#include "platform/pictures/PictureData.h"
 #include "platform/pictures/TestPictures.h"
-#include "platform/qt/pictures/PictureData.h"
-#include "platform/sdl/SoundDevice.h"
 #include "startup/StartedProgram.h"
 #include "store/Log.h"
 

@@ -1,8 +1,8 @@
 #include "platform/media/DesktopMedia.h"
 
-#include "platform/mpv/MpvGraph.h"
-#include "platform/mpv/MpvLibrary.h"
-#include "platform/sdl/SoundPlayer.h"
+#include "platform/media/MpvGraph.h"
+#include "platform/media/MpvLibrary.h"
+#include "platform/media/SoundPlayer.h"
 #include "runtime/Failure.h"
 
 #include <system_error>

@@ -1,7 +1,7 @@
 #include "platform/media/FilgraphManager.h"
 #include "platform/media/FilmSurface.h"
 #include "platform/media/MediaService.h"
-#include "platform/mpv/MpvLibrary.h"
+#include "platform/media/MpvLibrary.h"
 #include "platform/toolkit/Desktop.h"
 #include "support/FailureOf.h"
 #include "support/Robot.h"

@@ -1,6 +1,6 @@
-#include "platform/qt/pictures/PicturePainter.h"
+#include "platform/pictures/PicturePainter.h"
+#include "platform/pictures/PictureData.h"
 #include "platform/pictures/TestPictures.h"
-#include "platform/qt/pictures/PictureData.h"
 
 #include <QPainter>
 

@@ -1,6 +1,6 @@
+#include "platform/pictures/PictureData.h"
+#include "platform/pictures/PictureHeader.h"
 #include "platform/pictures/TestPictures.h"
-#include "platform/qt/pictures/PictureData.h"
-#include "platform/qt/pictures/PictureHeader.h"
 #include "support/FailureOf.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 #include "platform/Stage.h"
 #include "platform/media/FilmSurface.h"
+#include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureService.h"
-#include "platform/qt/pictures/PictureData.h"
 #include "platform/qt/toolkit/FormView.h"
 #include "platform/toolkit/Image.h"
 #include "platform/toolkit/Label.h"

@@ -1,4 +1,4 @@
-#include "platform/qt/pictures/PictureData.h"
+#include "platform/pictures/PictureData.h"
 #include "platform/qt/toolkit/ButtonLook.h"
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/toolkit/Button.h"

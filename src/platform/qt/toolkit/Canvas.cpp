@@ -1,6 +1,6 @@
 #include "platform/qt/toolkit/Canvas.h"
 
-#include "platform/qt/pictures/PictureData.h"
+#include "platform/pictures/PictureData.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/pictures/Picture.h"
-#include "platform/qt/pictures/PicturePainter.h"
+#include "platform/pictures/PicturePainter.h"
 
 #include <QRectF>
 #include <QSize>

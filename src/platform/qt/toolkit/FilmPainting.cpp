@@ -1,8 +1,8 @@
 #include "platform/qt/toolkit/FilmPainting.h"
 
 #include "platform/media/FilmSurface.h"
-#include "platform/qt/pictures/PictureData.h"
-#include "platform/qt/pictures/PicturePainter.h"
+#include "platform/pictures/PictureData.h"
+#include "platform/pictures/PicturePainter.h"
 
 #include <QRectF>
 

@@ -1,7 +1,7 @@
 #include "platform/qt/toolkit/FormView.h"
 
-#include "platform/qt/pictures/PictureData.h"
-#include "platform/qt/pictures/PicturePainter.h"
+#include "platform/pictures/PictureData.h"
+#include "platform/pictures/PicturePainter.h"
 #include "platform/qt/toolkit/DesktopState.h"
 #include "platform/qt/toolkit/FormWindow.h"
 #include "platform/qt/toolkit/Menus.h"

@@ -1,6 +1,6 @@
 #include "platform/toolkit/Image.h"
 
-#include "platform/qt/pictures/PicturePainter.h"
+#include "platform/pictures/PicturePainter.h"
 #include "platform/qt/toolkit/ItemView.h"
 
 #include <QPainter>

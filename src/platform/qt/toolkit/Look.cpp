@@ -1,8 +1,8 @@
 #include "platform/qt/toolkit/Look.h"
 
-#include "platform/qt/pictures/Artwork.h"
-#include "platform/qt/pictures/PictureData.h"
-#include "platform/qt/pictures/PicturePainter.h"
+#include "platform/pictures/Artwork.h"
+#include "platform/pictures/PictureData.h"
+#include "platform/pictures/PicturePainter.h"
 #include "platform/qt/toolkit/View.h"
 #include "platform/toolkit/Colors.h"
 

@@ -1,8 +1,8 @@
 #include "platform/toolkit/PictureBox.h"
 
 #include "platform/media/FilmSurface.h"
-#include "platform/qt/pictures/PictureData.h"
-#include "platform/qt/pictures/PicturePainter.h"
+#include "platform/pictures/PictureData.h"
+#include "platform/pictures/PicturePainter.h"
 #include "platform/qt/toolkit/Canvas.h"
 #include "platform/qt/toolkit/ContainerView.h"
 #include "platform/qt/toolkit/DesktopState.h"

@@ -1,6 +1,6 @@
 #include "platform/toolkit/PictureButton.h"
 
-#include "platform/qt/pictures/PicturePainter.h"
+#include "platform/pictures/PicturePainter.h"
 #include "platform/qt/toolkit/ItemView.h"
 #include "platform/toolkit/Label.h"
 

@@ -1,0 +1,210 @@
+#include "platform/media/MpvFrames.h"
+
+#include "runtime/Failure.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <new>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+constexpr std::chrono::seconds RedrawDeadline{1};
+
+// Larger films are rendered smaller: no screen shows more of them.
+constexpr int LongestSide = 4096; // pixels
+// Of the start and the rows of what the library renders into; it is slower into others.
+constexpr std::size_t Alignment = 64; // bytes
+constexpr std::size_t AlignedPixels = Alignment / sizeof(std::uint32_t);
+
+constexpr std::uint32_t Opaque = 0xff000000;
+
+// How to walk through a stored picture so as to read it turned: where to begin, and how far it is to the next pixel
+// to the right and downwards.
+struct Walk {
+    std::ptrdiff_t start;
+    std::ptrdiff_t right;
+    std::ptrdiff_t down;
+};
+
+Walk turnedWalk(std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t row, int quarterTurns)
+{
+    switch (quarterTurns) {
+    case 1:
+        return {(height - 1) * row, -row, 1};
+    case 2:
+        return {(height - 1) * row + width - 1, -1, -row};
+    case 3:
+        return {width - 1, row, -1};
+    default:
+        return {0, 1, row};
+    }
+}
+
+} // namespace
+
+MpvFrames::MpvFrames(const MpvLibrary& library, mpv_handle* core)
+    : m_library(library)
+    , m_context(nullptr, FreeContext{library.renderContextFree})
+{
+    std::array<mpv_render_param, 2> params{{
+        {MPV_RENDER_PARAM_API_TYPE, const_cast<char*>(MPV_RENDER_API_TYPE_SW)},
+        {MPV_RENDER_PARAM_INVALID, nullptr},
+    }};
+    mpv_render_context* context = nullptr;
+    if (m_library.renderContextCreate(&context, core, params.data()) < 0)
+        throw Failure(FailureKind::DeviceUnavailable);
+    m_context.reset(context);
+    m_thread = std::thread([this] { run(); });
+    const auto tellThread = [](void* frames) {
+        auto& self = *static_cast<MpvFrames*>(frames);
+        const std::lock_guard lock(self.m_mutex);
+        self.m_news = true;
+        self.m_changed.notify_all();
+    };
+    m_library.renderContextSetUpdateCallback(context, tellThread, this);
+}
+
+MpvFrames::~MpvFrames()
+{
+    setOwner(nullptr);
+    m_library.renderContextSetUpdateCallback(m_context.get(), nullptr, nullptr);
+    {
+        const std::lock_guard lock(m_mutex);
+        m_ending = true;
+        m_changed.notify_all();
+    }
+    m_thread.join();
+}
+
+void MpvFrames::setNaturalSize(int width, int height, int quarterTurns)
+{
+    if (const int longer = std::max(width, height); longer > LongestSide) {
+        width = std::max(1, static_cast<int>(std::int64_t{width} * LongestSide / longer));
+        height = std::max(1, static_cast<int>(std::int64_t{height} * LongestSide / longer));
+    }
+    const std::lock_guard lock(m_mutex);
+    m_size = {width, height, quarterTurns};
+    m_redraw = m_redraw || std::exchange(m_missed, false);
+    m_changed.notify_all();
+}
+
+bool MpvFrames::hasSize() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_size.width > 0;
+}
+
+void MpvFrames::setOwner(std::shared_ptr<FilmSurface> owner)
+{
+    std::unique_lock lock(m_mutex);
+    if (owner == m_owner)
+        return;
+    if (m_owner)
+        m_owner->shut();
+    m_owner = std::move(owner);
+    if (!m_owner)
+        return;
+    m_owner->shut();
+    m_owner->open();
+    m_owner->moveTo(m_place);
+    if (m_count == 0)
+        return;
+    m_redraw = true;
+    m_changed.notify_all();
+    m_changed.wait_for(lock, RedrawDeadline, [&, before = m_count] { return m_count > before; });
+}
+
+void MpvFrames::setPlace(const FilmPlace& place)
+{
+    m_place = place;
+    const std::lock_guard lock(m_mutex);
+    if (m_owner)
+        m_owner->moveTo(place);
+}
+
+long MpvFrames::count() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_count;
+}
+
+bool MpvFrames::waitForMoreThan(long count, Clock::time_point end) const
+{
+    std::unique_lock lock(m_mutex);
+    return m_changed.wait_until(lock, end, [&] { return m_count > count; });
+}
+
+// The film waits for each frame of its to be taken, so one that has no size yet is taken too, and drawn later.
+void MpvFrames::run()
+{
+    std::unique_lock lock(m_mutex);
+    while (true) {
+        m_changed.wait(lock, [this] { return m_ending || m_news || (m_redraw && m_size.width > 0); });
+        if (m_ending)
+            return;
+        const bool news = std::exchange(m_news, false);
+        const bool redraw = std::exchange(m_redraw, false);
+        const Size size = m_size;
+        lock.unlock();
+        const bool due = news && (m_library.renderContextUpdate(m_context.get()) & MPV_RENDER_UPDATE_FRAME) != 0;
+        FilmFrame frame = due || redraw ? render(size) : FilmFrame();
+        lock.lock();
+        if (due && size.width == 0) {
+            m_redraw = m_size.width > 0;
+            m_missed = !m_redraw;
+        }
+        if (!frame.pixels.empty()) {
+            if (m_owner)
+                m_owner->put(std::move(frame));
+            ++m_count;
+        }
+        m_changed.notify_all();
+    }
+}
+
+// Empty when there is no size, or no room for so large a frame.
+FilmFrame MpvFrames::render(const Size& size)
+try {
+    const std::size_t row = (size.width + AlignedPixels - 1) / AlignedPixels * AlignedPixels;
+    m_canvas.resize(row * size.height + AlignedPixels);
+    void* start = m_canvas.data();
+    std::size_t space = m_canvas.size() * sizeof(std::uint32_t);
+    std::align(Alignment, 1, start, space);
+
+    std::array<int, 2> extent{size.width, size.height};
+    std::size_t stride = row * sizeof(std::uint32_t);
+    int wait = 0;
+    int skip = size.width == 0 ? 1 : 0;
+    std::array<mpv_render_param, 7> params{{
+        {MPV_RENDER_PARAM_SW_SIZE, extent.data()},
+        {MPV_RENDER_PARAM_SW_FORMAT, const_cast<char*>("bgr0")},
+        {MPV_RENDER_PARAM_SW_STRIDE, &stride},
+        {MPV_RENDER_PARAM_SW_POINTER, start},
+        {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &wait},
+        {MPV_RENDER_PARAM_SKIP_RENDERING, &skip},
+        {MPV_RENDER_PARAM_INVALID, nullptr},
+    }};
+    if (m_library.renderContextRender(m_context.get(), params.data()) < 0 || skip != 0)
+        return {};
+
+    FilmFrame frame{size.width, size.height, {}};
+    frame.pixels.resize(static_cast<std::size_t>(size.width) * size.height);
+    if (size.quarterTurns % 2 != 0)
+        std::swap(frame.width, frame.height);
+    const Walk walk = turnedWalk(size.width, size.height, static_cast<std::ptrdiff_t>(row), size.quarterTurns);
+    const std::uint32_t* line = static_cast<const std::uint32_t*>(start) + walk.start;
+    std::uint32_t* to = frame.pixels.data();
+    for (int y = 0; y < frame.height; ++y, line += walk.down) {
+        for (int x = 0; x < frame.width; ++x)
+            *to++ = line[x * walk.right] | Opaque;
+    }
+    return frame;
+} catch (const std::bad_alloc&) {
+    return {};
+}
+
+} // namespace trovarium

@@ -1,0 +1,274 @@
+#include "platform/media/MpvGraph.h"
+
+#include "platform/files/FileService.h"
+#include "platform/media/SoundOutput.h"
+#include "runtime/Failure.h"
+#include "runtime/Numbers.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace trovarium {
+
+namespace {
+
+using Clock = MpvFrames::Clock;
+
+// A disk that has to wake up first takes its seconds; what takes longer is damaged.
+constexpr std::chrono::seconds OpenDeadline{8};
+constexpr std::chrono::seconds SeekDeadline{2};
+// From the film's word that it stands to its frame.
+constexpr std::chrono::milliseconds FrameDeadline{300};
+constexpr std::chrono::milliseconds CloseDeadline{300};
+
+constexpr std::pair<const char*, const char*> Options[] = {
+    // No settings, scripts or keys but ours.
+    {"config", "no"}, {"terminal", "no"}, {"load-scripts", "no"}, {"load-stats-overlay", "no"},
+    {"load-osd-console", "no"}, {"load-auto-profiles", "no"}, {"osc", "no"}, {"osd-level", "0"},
+    {"input-default-bindings", "no"}, {"input-media-keys", "no"},
+    // A clip opens nothing but itself.
+    {"ytdl", "no"}, {"access-references", "no"}, {"sub-auto", "no"}, {"sid", "no"}, {"audio-file-auto", "no"},
+    {"cover-art-auto", "no"}, {"demuxer", "lavf"},
+    {"demuxer-lavf-o", "format_whitelist=[avi,mov,mp4,m4a,3gp,3g2,mj2,mpeg,mpegts,mpegvideo,matroska,webm,asf,flv,dv]"},
+    // Frames are handed over when they are due.
+    {"vo", "libmpv"}, {"video-timing-offset", "0"}, {"video-rotate", "no"}, // see takeSize
+    {"hwdec", "no"}, {"audio-fallback-to-null", "yes"}, {"audio-client-name", "Trovarium"},
+    // It stands still when it opens, and stays open at its end.
+    {"pause", "yes"}, {"keep-open", "yes"},
+    {"hr-seek-demuxer-offset", "1"}, // MPEG has no index: without it a seek lands too far on
+};
+
+} // namespace
+
+MpvGraph::MpvGraph(const MpvLibrary& library, const FileService& files, Wait wait)
+    : m_library(library)
+    , m_files(files)
+    , m_wait(std::move(wait))
+    , m_core(library.create(), DestroyCore{library.terminateDestroy})
+{
+    if (!m_core)
+        throw Failure(FailureKind::DeviceUnavailable);
+    for (const auto& [name, value] : Options)
+        setOption(name, value);
+    for (const auto& [name, value] : filmSoundOptions())
+        setOption(name, value);
+    if (m_library.initialize(m_core.get()) < 0)
+        throw Failure(FailureKind::DeviceUnavailable);
+    m_frames.emplace(m_library, m_core.get());
+}
+
+MpvGraph::~MpvGraph()
+{
+    m_frames->setOwner(nullptr);
+    forgetEvents();
+    attempt([this] { command({"stop"}); });
+    // The end of the frames would wait for a film that waits for them.
+    const Clock::time_point end = Clock::now() + CloseDeadline;
+    while (!m_idle && hear(end) != MPV_EVENT_NONE) { }
+}
+
+void MpvGraph::RenderFile(std::string_view path)
+{
+    m_open = false;
+    m_sentToEnd = false;
+    m_files.announce(FileOperation::Picture, path);
+    m_files.length(path); // a pipe or a device could keep the program waiting
+    const std::string native = m_files.nativeForReading(path);
+    command({"loadfile", native.c_str()});
+    if (!settle(m_frames->count(), Clock::now() + OpenDeadline)) {
+        attempt([this] { command({"stop"}); });
+        throw Failure(FailureKind::InvalidPicture);
+    }
+    // To a tenth, as it is told: whoever compares the position at the end with a rounded duration finds them equal.
+    m_duration = roundToPlaces(get<double>("duration", MPV_FORMAT_DOUBLE).value_or(0), 1);
+    m_open = true;
+}
+
+void MpvGraph::Run()
+{
+    setFlag("pause", false);
+}
+
+void MpvGraph::Pause()
+{
+    setFlag("pause", true);
+}
+
+// The position stays: whoever stops sets it too.
+void MpvGraph::Stop()
+{
+    Pause();
+}
+
+double MpvGraph::get_Duration() const
+{
+    requireFilm();
+    return m_duration;
+}
+
+double MpvGraph::get_CurrentPosition() const
+{
+    requireFilm();
+    if (atEnd())
+        return m_duration;
+    const double position = std::max(0.0, get<double>("time-pos", MPV_FORMAT_DOUBLE).value_or(0));
+    return m_duration > 0 ? std::min(position, m_duration) : position;
+}
+
+void MpvGraph::put_CurrentPosition(double seconds)
+{
+    requireFilm();
+    forgetEvents();
+    const long before = m_frames->count();
+    command({"seek", std::to_string(std::max(0.0, seconds)).c_str(), "absolute+exact"});
+    settle(before, Clock::now() + SeekDeadline); // a frame that is late comes by itself
+    m_sentToEnd = m_duration > 0 && seconds >= m_duration;
+}
+
+double MpvGraph::get_Rate() const
+{
+    requireFilm();
+    return get<double>("speed", MPV_FORMAT_DOUBLE).value_or(1);
+}
+
+void MpvGraph::put_Rate(double rate)
+{
+    requireFilm();
+    if (m_library.setProperty(m_core.get(), "speed", MPV_FORMAT_DOUBLE, &rate) < 0)
+        throw Failure(FailureKind::InvalidProcedureCall);
+}
+
+int MpvGraph::WaitForCompletion(int milliseconds)
+{
+    requireFilm();
+    return m_wait([this] { return atEnd(); }, milliseconds) ? 1 : 0;
+}
+
+void MpvGraph::put_WindowStyle(int /*style*/) { }
+
+void MpvGraph::put_Left(int pixels)
+{
+    FilmPlace place = m_frames->place();
+    place.left = pixels;
+    m_frames->setPlace(place);
+}
+
+void MpvGraph::put_Top(int pixels)
+{
+    FilmPlace place = m_frames->place();
+    place.top = pixels;
+    m_frames->setPlace(place);
+}
+
+void MpvGraph::put_Width(int pixels)
+{
+    FilmPlace place = m_frames->place();
+    place.width = pixels;
+    m_frames->setPlace(place);
+}
+
+void MpvGraph::put_Height(int pixels)
+{
+    FilmPlace place = m_frames->place();
+    place.height = pixels;
+    m_frames->setPlace(place);
+}
+
+void MpvGraph::put_Owner(std::shared_ptr<FilmSurface> owner)
+{
+    m_frames->setOwner(std::move(owner));
+}
+
+// Other versions of the library know fewer.
+void MpvGraph::setOption(const char* name, const char* value)
+{
+    const int result = m_library.setOptionString(m_core.get(), name, value);
+    if (result < 0 && result != MPV_ERROR_OPTION_NOT_FOUND)
+        throw Failure(FailureKind::DeviceUnavailable);
+}
+
+void MpvGraph::requireFilm() const
+{
+    if (!m_open)
+        throw Failure(FailureKind::InvalidProcedureCall);
+}
+
+void MpvGraph::command(std::initializer_list<const char*> words)
+{
+    std::vector<const char*> arguments(words);
+    arguments.push_back(nullptr);
+    if (m_library.command(m_core.get(), arguments.data()) < 0)
+        throw Failure(FailureKind::InvalidProcedureCall);
+}
+
+// The next event, MPV_EVENT_NONE when there is none in time.
+mpv_event_id MpvGraph::hear(Clock::time_point end)
+{
+    const std::chrono::duration<double> left = end - Clock::now();
+    const mpv_event_id event = m_library.waitEvent(m_core.get(), std::max(0.0, left.count()))->event_id;
+    if (event == MPV_EVENT_VIDEO_RECONFIG)
+        takeSize();
+    else if (event == MPV_EVENT_START_FILE || event == MPV_EVENT_IDLE)
+        m_idle = event == MPV_EVENT_IDLE;
+    return event;
+}
+
+// What is told from here on is about what is done from here on.
+void MpvGraph::forgetEvents()
+{
+    while (hear(Clock::now()) != MPV_EVENT_NONE) { }
+}
+
+// Until the film stands where it was sent and its frame is there; false when it ended or didn't in time.
+bool MpvGraph::settle(long framesBefore, Clock::time_point end)
+{
+    mpv_event_id event = hear(end);
+    while (event != MPV_EVENT_PLAYBACK_RESTART) {
+        if (event == MPV_EVENT_END_FILE || (event == MPV_EVENT_NONE && Clock::now() >= end))
+            return false;
+        event = hear(end);
+    }
+    if (m_frames->hasSize())
+        m_frames->waitForMoreThan(framesBefore, Clock::now() + FrameDeadline);
+    return true;
+}
+
+// A film that was taken with the camera upright is stored lying. The library's own turning needs another renderer.
+void MpvGraph::takeSize()
+{
+    const auto width = get<std::int64_t>("dwidth", MPV_FORMAT_INT64).value_or(0);
+    const auto height = get<std::int64_t>("dheight", MPV_FORMAT_INT64).value_or(0);
+    const auto degrees = get<std::int64_t>("current-tracks/video/demux-rotation", MPV_FORMAT_INT64).value_or(0);
+    if (width > 0 && height > 0)
+        m_frames->setNaturalSize(
+            static_cast<int>(width), static_cast<int>(height), static_cast<int>((degrees + 45) / 90 % 4));
+}
+
+// A film that broke off has none of its properties any more; one that pauses on its last frame says nothing of an end.
+bool MpvGraph::atEnd() const
+{
+    return m_sentToEnd || get<int>("eof-reached", MPV_FORMAT_FLAG).value_or(1) != 0;
+}
+
+void MpvGraph::setFlag(const char* property, bool value)
+{
+    requireFilm();
+    int flag = value ? 1 : 0;
+    if (m_library.setProperty(m_core.get(), property, MPV_FORMAT_FLAG, &flag) < 0)
+        throw Failure(FailureKind::InvalidProcedureCall);
+}
+
+template <class Value>
+std::optional<Value> MpvGraph::get(const char* property, mpv_format format) const
+{
+    Value value{};
+    if (m_library.getProperty(m_core.get(), property, format, &value) < 0)
+        return std::nullopt;
+    return value;
+}
+
+} // namespace trovarium

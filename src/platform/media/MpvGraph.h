@@ -1,0 +1,71 @@
+#pragma once
+
+#include "platform/media/FilgraphManager.h"
+#include "platform/media/MpvFrames.h"
+#include "platform/media/MpvLibrary.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace trovarium {
+
+class FileService;
+
+// A film that libmpv plays.
+class MpvGraph : public FilgraphManager {
+public:
+    // Waits for the condition as Desktop::waitUntil does.
+    using Wait = std::function<bool(const std::function<bool()>& condition, int milliseconds)>;
+
+    MpvGraph(const MpvLibrary& library, const FileService& files, Wait wait); // "Device unavailable"
+    ~MpvGraph() override;
+
+    void RenderFile(std::string_view path) override;
+    void Run() override;
+    void Pause() override;
+    void Stop() override;
+    double get_Duration() const override;
+    double get_CurrentPosition() const override;
+    void put_CurrentPosition(double seconds) override;
+    double get_Rate() const override;
+    void put_Rate(double rate) override;
+    int WaitForCompletion(int milliseconds) override;
+    void put_WindowStyle(int style) override;
+    void put_Left(int pixels) override;
+    void put_Top(int pixels) override;
+    void put_Width(int pixels) override;
+    void put_Height(int pixels) override;
+    void put_Owner(std::shared_ptr<FilmSurface> owner) override;
+
+private:
+    struct DestroyCore {
+        decltype(&mpv_terminate_destroy) destroy;
+        void operator()(mpv_handle* core) const { destroy(core); }
+    };
+
+    void setOption(const char* name, const char* value);
+    void requireFilm() const;
+    void command(std::initializer_list<const char*> words);
+    mpv_event_id hear(MpvFrames::Clock::time_point end);
+    void forgetEvents();
+    bool settle(long framesBefore, MpvFrames::Clock::time_point end);
+    void takeSize();
+    bool atEnd() const;
+    void setFlag(const char* property, bool value);
+    template <class Value>
+    std::optional<Value> get(const char* property, mpv_format format) const;
+
+    const MpvLibrary& m_library;
+    const FileService& m_files;
+    Wait m_wait;
+    std::unique_ptr<mpv_handle, DestroyCore> m_core;
+    std::optional<MpvFrames> m_frames;
+    bool m_open = false;
+    bool m_idle = true;       // no file is open or being opened
+    bool m_sentToEnd = false; // by the latest seek
+    double m_duration = 0;    // seconds; 0 when the film doesn't tell
+};
+
+} // namespace trovarium

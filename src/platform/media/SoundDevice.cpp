@@ -1,0 +1,100 @@
+#include "platform/media/SoundDevice.h"
+
+#include "platform/media/SoundFile.h"
+#include "runtime/Failure.h"
+
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+// 12 ms: a clip sounds so soon after it is read.
+constexpr int FramesAtOnce = 512;
+
+// A thousand times what a piece has. Reading one takes up some thirty times its size.
+constexpr std::int64_t LargestPiece = 10'000'000; // bytes
+
+// Where Debian's package puts it, for a mixer that finds none by itself.
+constexpr const char* SoundFont = "/usr/share/sounds/sf2/TimGM6mb.sf2";
+
+} // namespace
+
+SoundDevice::SoundDevice(const std::atomic<unsigned>& latestClip)
+    : m_latestClip(latestClip)
+{
+    m_sdl.setMainReady();
+    m_sdl.setHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    m_sdl.setHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Trovarium"); // in the desktop's volume control
+    if (m_sdl.initSubSystem(SDL_INIT_AUDIO) != 0)
+        throw Failure(FailureKind::DeviceUnavailable);
+    if (m_sdl.openAudioDevice(DeviceRate, DeviceFormat, DeviceChannels, FramesAtOnce, nullptr, 0) != 0) {
+        m_sdl.quitSubSystem(SDL_INIT_AUDIO);
+        throw Failure(FailureKind::DeviceUnavailable);
+    }
+    if (m_sdl.getSoundFonts() == nullptr)
+        m_sdl.setSoundFonts(SoundFont);
+    // The mixer's other synthesizer would read a "timidity.cfg" of the working folder, and what that names.
+    m_sdl.setTimidityCfg("/dev/null");
+    m_sdl.setPostMix(&SoundDevice::addClip, this);
+}
+
+SoundDevice::~SoundDevice()
+{
+    m_sdl.setPostMix(nullptr, nullptr);
+    m_pieces.clear();
+    m_sdl.closeAudio();
+    m_sdl.quitSubSystem(SDL_INIT_AUDIO);
+    m_sdl.tlsCleanup(); // which SDL does by itself for its own threads only
+}
+
+// A newer order may have to wait for a disk that the old clip is read from, but silences it at once.
+void SoundDevice::addClip(void* device, Uint8* mixed, int length)
+{
+    auto& self = *static_cast<SoundDevice*>(device);
+    const std::lock_guard lock(self.m_clipAccess);
+    if (self.m_clip && self.m_clipOrder == self.m_latestClip)
+        self.m_clip->mixInto(mixed, length);
+}
+
+// The old clip ends before the new one is read, and is freed where no sound waits for it.
+void SoundDevice::playClip(const std::string& native, unsigned order)
+{
+    const auto exchange = [this, order](std::unique_ptr<WaveClip> clip) {
+        const std::lock_guard lock(m_clipAccess);
+        m_clipOrder = order;
+        std::swap(m_clip, clip);
+        return clip;
+    };
+    exchange(nullptr).reset();
+    if (!native.empty())
+        exchange(WaveClip::open(m_sdl, native));
+}
+
+std::optional<std::chrono::milliseconds> SoundDevice::readOn()
+{
+    return m_clip ? m_clip->readOn() : std::nullopt;
+}
+
+void SoundDevice::openPiece(const MusicCommand& command)
+{
+    SDL_RWops* const file = openSoundFile(m_sdl, command.path, LargestPiece);
+    if (file == nullptr)
+        return;
+    if (Mix_Music* const piece = m_sdl.loadMusic(file, MUS_MID, 1))
+        m_pieces.try_emplace(command.alias, piece, m_sdl.freeMusic);
+}
+
+void SoundDevice::carryOut(const MusicCommand& command)
+{
+    const auto piece = m_pieces.find(command.alias);
+    const bool isOpen = piece != m_pieces.end();
+    if (command.act == MusicCommand::Act::Open && !isOpen)
+        openPiece(command);
+    else if (command.act == MusicCommand::Act::Play && isOpen)
+        m_sdl.playMusic(piece->second.get(), 1); // once
+    else if (command.act == MusicCommand::Act::Close && isOpen)
+        m_pieces.erase(piece);
+}
+
+} // namespace trovarium

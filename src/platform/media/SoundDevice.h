@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/media/MusicCommand.h"
+#include "platform/media/WaveClip.h"
+
+#include <atomic>
+#include <chrono>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+namespace trovarium {
+
+// The open sound device with what sounds on it: one wave clip and one piece of music, mixed. Used by one thread.
+class SoundDevice {
+public:
+    // Only the clip of the latest order sounds; `latestClip` is its number, which may grow at any time. "Device
+    // unavailable".
+    explicit SoundDevice(const std::atomic<unsigned>& latestClip);
+    ~SoundDevice();
+    SoundDevice(const SoundDevice&) = delete;
+    SoundDevice& operator=(const SoundDevice&) = delete;
+
+    // Cuts off the clip that sounds. An empty path, or a file that can't be played, leaves it at that.
+    void playClip(const std::string& native, unsigned order);
+    // Reads on in the clip that sounds, and tells for how long it can then be left alone; none: it needs no more.
+    std::optional<std::chrono::milliseconds> readOn();
+    // Pieces are open by their alias; the path is native. Playing one ends the piece that sounds.
+    void carryOut(const MusicCommand& command);
+
+private:
+    void openPiece(const MusicCommand& command);
+    static void addClip(void* device, Uint8* mixed, int length); // on the device's own thread
+
+    const std::atomic<unsigned>& m_latestClip;
+    SdlLibrary m_sdl;
+    std::map<std::string, std::unique_ptr<Mix_Music, decltype(&Mix_FreeMusic)>> m_pieces;
+    std::mutex m_clipAccess; // held for no longer than a piece of the clip takes
+    std::unique_ptr<WaveClip> m_clip;
+    unsigned m_clipOrder = 0;
+};
+
+} // namespace trovarium

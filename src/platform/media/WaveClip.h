@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/media/WaveFile.h"
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace trovarium {
+
+// What the device is opened with, and what all sound is turned into.
+inline constexpr int DeviceRate = 44100; // frames a second
+inline constexpr int DeviceChannels = 2;
+inline constexpr SDL_AudioFormat DeviceFormat = AUDIO_S16SYS;
+
+// A wave file that sounds from its start to its end. It is read a few seconds ahead, and turned into the device's form
+// piece by piece: for a clip of three minutes the whole of it at once takes a quarter of a second.
+class WaveClip {
+public:
+    // Null for what can't be played.
+    static std::unique_ptr<WaveClip> open(const SdlLibrary& sdl, const std::string& native);
+
+    // Reads the next piece where it is time for it, and tells for how long the clip can then be left alone; none: it is
+    // read.
+    std::optional<std::chrono::milliseconds> readOn();
+
+    // Adds the next `length` bytes in the device's form; nothing behind the end. For the device's thread.
+    void mixInto(Uint8* mixed, int length);
+
+private:
+    WaveClip(const SdlLibrary& sdl, const std::string& native);
+
+    void add(WavePiece piece);
+    bool isFarAhead();
+    bool feed(int length); // false where nothing is ready
+
+    const SdlLibrary& m_sdl;
+    std::optional<WaveFile> m_file; // until it is read
+    SDL_AudioSpec m_spec{};
+    int m_bytesPerFrame = 0;
+    std::unique_ptr<SDL_AudioStream, std::function<void(SDL_AudioStream*)>> m_stream; // the device's thread's
+    std::vector<Uint8> m_mixed;
+
+    std::mutex m_access; // to what both threads use
+    std::deque<WavePiece> m_ready;
+    Uint32 m_fed = 0;    // bytes of the first one
+    Sint64 m_length = 0; // bytes of all, without those
+    bool m_isRead = false;
+};
+
+} // namespace trovarium

@@ -1,0 +1,234 @@
+#include "platform/pictures/DecodeAhead.h"
+
+#include "platform/pictures/PictureData.h"
+#include "platform/pictures/PictureHeader.h"
+#include "platform/pictures/PictureReader.h"
+#include "runtime/Failure.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <system_error>
+
+namespace trovarium {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::size_t WorkerCount = 2;
+// How long the one who waits for a picture looks after nothing else.
+constexpr int WaitStep = 10; // milliseconds
+// Some decoders don't look up before they are through.
+constexpr auto LongestEnd = 1s;
+// What may be kept ahead in full before another one is begun: a photograph of 64 megapixels.
+constexpr std::int64_t KeptBytes = HarmlessPixels * 4;
+
+} // namespace
+
+struct DecodeAhead::Job {
+    enum class Stage { Waiting, UnderWay, Done };
+
+    explicit Job(DecodeRequest wanted)
+        : request(std::move(wanted))
+    {
+    }
+
+    void decode(std::timed_mutex& largeOnes)
+    {
+        failure = attempt([&] {
+            const PictureFile file(request.nativePath, cancelled);
+            stamp = file.stamp();
+            picture = readPicture(file, request.longerSide, largeOnes);
+        });
+    }
+
+    const DecodeRequest request;
+    bool isAwaited = false; // by the one who asks; the others are done ahead
+    std::atomic<bool> cancelled{false};
+    Stage stage = Stage::Waiting;
+    FileStamp stamp; // these three belong to the worker until the stage is Done
+    Picture picture;
+    std::optional<Failure> failure;
+};
+
+struct DecodeAhead::State {
+    std::vector<std::shared_ptr<Job>>::iterator find(const DecodeRequest& request);
+    std::shared_ptr<Job> askFor(const DecodeRequest& request, bool& isNew);
+    void work();
+    std::shared_ptr<Job> nextJob() const;
+
+    std::timed_mutex largeOnes;
+    std::mutex mutex; // guards what follows
+    std::condition_variable jobsChanged;
+    std::condition_variable jobDone; // or a worker has ended
+    std::vector<std::shared_ptr<Job>> jobs;
+    bool stopping = false;
+    std::size_t working = 0; // threads
+};
+
+DecodeAhead::DecodeAhead()
+    : m_state(std::make_shared<State>())
+{
+}
+
+DecodeAhead::~DecodeAhead()
+{
+    std::unique_lock lock(m_state->mutex);
+    m_state->stopping = true;
+    for (const auto& job : m_state->jobs)
+        job->cancelled = true;
+    m_state->jobsChanged.notify_all();
+    const bool ended = m_state->jobDone.wait_for(lock, LongestEnd, [this] { return m_state->working == 0; });
+    lock.unlock();
+    for (std::thread& worker : m_workers) {
+        if (ended)
+            worker.join();
+        else
+            worker.detach(); // it works on its own copies alone, and dies with the program
+    }
+}
+
+void DecodeAhead::expect(const std::vector<DecodeRequest>& requests)
+{
+    if (!requests.empty())
+        startWorkers();
+    std::vector<std::shared_ptr<Job>> dropped; // their pictures are freed outside the lock
+    {
+        const std::lock_guard lock(m_state->mutex);
+        dropped.swap(m_state->jobs);
+        for (const DecodeRequest& request : requests) {
+            const auto known =
+                std::find_if(dropped.begin(), dropped.end(), [&](const auto& job) { return job->request == request; });
+            if (known == dropped.end()) {
+                m_state->jobs.push_back(std::make_shared<Job>(request));
+            } else {
+                m_state->jobs.push_back(*known);
+                dropped.erase(known);
+            }
+        }
+        for (const auto& job : dropped)
+            job->cancelled = true;
+    }
+    m_state->jobsChanged.notify_all();
+}
+
+bool DecodeAhead::isDone(const DecodeRequest& request, int milliseconds)
+{
+    std::unique_lock lock(m_state->mutex);
+    const auto found = m_state->find(request);
+    if (found == m_state->jobs.end() || m_workers.empty())
+        return true;
+    const std::shared_ptr<Job> job = *found;
+    return m_state->jobDone.wait_for(
+        lock, std::chrono::milliseconds(milliseconds), [&] { return job->stage == Job::Stage::Done; });
+}
+
+Picture DecodeAhead::take(const DecodeRequest& request, const PictureFile& file, const Patience& patience)
+{
+    if (isThumbnail(file))
+        return readPicture(file, request.longerSide, m_state->largeOnes);
+    startWorkers();
+    if (m_workers.empty())
+        return readPicture(file, request.longerSide, m_state->largeOnes);
+
+    const auto start = std::chrono::steady_clock::now();
+    for (;;) {
+        bool isNew = false;
+        const std::shared_ptr<Job> job = m_state->askFor(request, isNew);
+        while (!isDone(request, WaitStep)) {
+            if (patience(
+                    std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start)))
+                continue;
+            expect({});
+            throw Failure(FailureKind::DeviceIo);
+        }
+        const std::lock_guard lock(m_state->mutex);
+        std::erase(m_state->jobs, job);
+        const bool isBroken = job->failure && job->failure->kind() != FailureKind::InvalidPicture;
+        if (!isNew && (isBroken || job->stamp != file.stamp()))
+            continue; // a bad moment, or the file has changed since
+        if (job->failure)
+            throw Failure(*job->failure);
+        return job->picture;
+    }
+}
+
+void DecodeAhead::startWorkers()
+{
+    try {
+        while (m_workers.size() < WorkerCount)
+            m_workers.emplace_back([state = m_state] { state->work(); });
+    } catch (const std::system_error&) {
+        // With one thread it takes longer, without any the caller decodes as it asks.
+    }
+}
+
+std::vector<std::shared_ptr<DecodeAhead::Job>>::iterator DecodeAhead::State::find(const DecodeRequest& request)
+{
+    return std::find_if(jobs.begin(), jobs.end(), [&](const auto& job) { return job->request == request; });
+}
+
+// Puts the job before all others.
+std::shared_ptr<DecodeAhead::Job> DecodeAhead::State::askFor(const DecodeRequest& request, bool& isNew)
+{
+    const std::lock_guard lock(mutex);
+    const auto found = find(request);
+    isNew = found == jobs.end();
+    if (isNew)
+        jobs.insert(jobs.begin(), std::make_shared<Job>(request));
+    else
+        std::rotate(jobs.begin(), found, std::next(found));
+    jobs.front()->isAwaited = true;
+    jobsChanged.notify_all();
+    return jobs.front();
+}
+
+void DecodeAhead::State::work()
+{
+    std::unique_lock lock(mutex);
+    ++working;
+    for (;;) {
+        std::shared_ptr<Job> job;
+        jobsChanged.wait(lock, [&] {
+            job = nextJob();
+            return stopping || job;
+        });
+        if (stopping)
+            break;
+        job->stage = Job::Stage::UnderWay;
+        lock.unlock();
+        job->decode(largeOnes);
+        lock.lock();
+        job->stage = Job::Stage::Done;
+        jobDone.notify_all();
+        jobsChanged.notify_all();
+    }
+    --working;
+    jobDone.notify_all();
+}
+
+// What is done ahead in full goes one at a time, and two of the largest aren't kept: each takes hundreds of megabytes,
+// and a core stays free for painting.
+std::shared_ptr<DecodeAhead::Job> DecodeAhead::State::nextJob() const
+{
+    const auto next =
+        std::find_if(jobs.begin(), jobs.end(), [](const auto& job) { return job->stage == Job::Stage::Waiting; });
+    if (next == jobs.end())
+        return nullptr;
+    if ((*next)->isAwaited || (*next)->request.longerSide > 0)
+        return *next;
+    std::int64_t kept = 0;
+    for (const auto& job : jobs) {
+        if (job->request.longerSide == 0 && job->stage == Job::Stage::UnderWay)
+            return nullptr;
+        if (job->stage == Job::Stage::Done && !job->picture.empty())
+            kept += job->picture.data()->pixels.sizeInBytes();
+    }
+    return kept <= KeptBytes ? *next : nullptr;
+}
+
+} // namespace trovarium

@@ -1,0 +1,47 @@
+#include "platform/pictures/PictureFile.h"
+
+#include "platform/files/NativeErrors.h"
+#include "runtime/Failure.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace trovarium {
+
+PictureFile::PictureFile(const std::string& nativePath, const std::atomic<bool>& cancelled)
+    : m_descriptor(::open(nativePath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
+    , m_cancelled(cancelled)
+{
+    if (!m_descriptor.isOpen() && errno != ENXIO) // which a socket gives
+        failNow(Attempted::Access);
+    struct stat status = {};
+    if (!m_descriptor.isOpen() || ::fstat(descriptor(), &status) != 0 || !S_ISREG(status.st_mode))
+        throw Failure(FailureKind::FileNotFound);
+    m_stamp = stampOf(status);
+}
+
+std::vector<unsigned char> PictureFile::bytes(std::int64_t offset, std::size_t length) const
+{
+    constexpr std::size_t MostAtOnce = std::size_t{1} << 20; // a slow disk's share between two looks at the flag
+    std::vector<unsigned char> bytes(length);
+    std::size_t count = 0;
+    while (count < length && !m_cancelled) {
+        const auto got = ::pread(descriptor(), bytes.data() + count, std::min(length - count, MostAtOnce),
+            static_cast<off_t>(offset + static_cast<std::int64_t>(count)));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            failNow(Attempted::Access);
+        if (got == 0)
+            break;
+        count += static_cast<std::size_t>(got);
+    }
+    bytes.resize(count);
+    return bytes;
+}
+
+} // namespace trovarium

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/pictures/Picture.h"
+#include "platform/pictures/PictureFile.h"
+
+#include <mutex>
+
+namespace trovarium {
+
+// Decodes a bmp, jpg, gif, png, webp, tiff (the first image) or wmf by content, upright, as sRGB by its profile,
+// opaque on white. The pixels may be fewer than the natural size says, see `reductionFor`. Whoever decodes a large one
+// holds `largeOnes`. All failures are `Failure`; a file that is cancelled meanwhile is an "Invalid picture". Safe on
+// any thread.
+Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes);
+
+// Whether a picture is decoded sooner than it is handed to another thread, by its headers: a thumbnail.
+bool isThumbnail(const PictureFile& file);
+
+} // namespace trovarium

@@ -1,0 +1,104 @@
+#include "platform/pictures/PictureService.h"
+
+#include "platform/files/FileService.h"
+#include "platform/pictures/Artwork.h"
+#include "platform/pictures/BitmapBytes.h"
+#include "platform/pictures/DecodeAhead.h"
+#include "platform/pictures/PictureData.h"
+#include "platform/pictures/PictureFile.h"
+#include "runtime/Failure.h"
+
+#include <QImageReader>
+
+#include <algorithm>
+#include <atomic>
+#include <functional>
+#include <map>
+#include <new>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+// Pictures in full that are kept ahead: the neighbours of the one on show.
+constexpr std::size_t MostInFull = 2;
+constexpr std::size_t MostReduced = 8;
+
+} // namespace
+
+struct PictureService::State {
+    State(FileService& fileService, Patience thePatience)
+        : files(fileService)
+        , patience(std::move(thePatience))
+    {
+    }
+
+    Picture load(std::string_view path, int longerSide)
+    {
+        files.announce(FileOperation::Picture, path);
+        if (path.empty())
+            throw Failure(FailureKind::FileNotFound);
+        const std::string native = files.nativeForReading(path);
+        return ahead.take({native, longerSide}, PictureFile(native, neverCancelled), patience);
+    }
+
+    FileService& files;
+    const Patience patience;
+    DecodeAhead ahead;
+    std::map<std::string, Picture, std::less<>> drawings;
+    const std::atomic<bool> neverCancelled{false};
+};
+
+PictureService::PictureService(FileService& files, Patience patience)
+    : m_state(std::make_unique<State>(files, std::move(patience)))
+{
+    // Photographs go beyond the library's 128 MB; what is too large is refused by its header instead.
+    QImageReader::setAllocationLimit(0);
+}
+
+PictureService::~PictureService() = default;
+
+Picture PictureService::load(std::string_view path)
+{
+    return m_state->load(path, 0);
+}
+
+Picture PictureService::loadReduced(std::string_view path, int longerSide)
+{
+    return m_state->load(path, std::max(1, longerSide));
+}
+
+void PictureService::expect(std::vector<std::string> paths, int longerSide)
+{
+    paths.resize(std::min(paths.size(), longerSide > 0 ? MostReduced : MostInFull));
+    std::vector<DecodeRequest> requests;
+    for (const std::string& path : paths)
+        attempt([&] { requests.push_back({m_state->files.nativeForReading(path), longerSide}); });
+    m_state->ahead.expect(requests);
+}
+
+bool PictureService::isDecoded(std::string_view path, int longerSide, int milliseconds)
+{
+    bool isDone = true;
+    attempt([&] { isDone = m_state->ahead.isDone({m_state->files.nativeForReading(path), longerSide}, milliseconds); });
+    return isDone;
+}
+
+void PictureService::saveBitmap(const Picture& picture, std::string_view path)
+try {
+    if (picture.empty())
+        throw Failure(FailureKind::InvalidPicture);
+    m_state->files.writeWhole(path, bitmapBytes(renderedImage(picture)));
+} catch (const std::bad_alloc&) {
+    throw Failure(FailureKind::OutOfMemory);
+}
+
+Picture PictureService::artwork(std::string_view name)
+{
+    if (const auto known = m_state->drawings.find(name); known != m_state->drawings.end())
+        return known->second;
+    return m_state->drawings.emplace(name, loadArtwork(name)).first->second;
+}
+
+} // namespace trovarium

@@ -1,0 +1,119 @@
+#include "platform/pictures/Reduction.h"
+
+#include "runtime/Failure.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace trovarium {
+
+namespace {
+
+// The frame shows no picture that is larger at a twentieth than itself, so none with more pixels...
+constexpr std::int64_t MostInFrame = 103'000'000;
+// ...and a screen has fewer than these.
+constexpr std::int64_t MostOnScreen = 32'000'000;
+
+QImage::Format formatFor(bool hasAlpha)
+{
+    return hasAlpha ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32;
+}
+
+} // namespace
+
+std::int64_t pixelCount(QSize size)
+{
+    return std::int64_t{size.width()} * size.height();
+}
+
+int reductionFor(QSize size, int longerSide)
+{
+    if (longerSide > 0)
+        return static_cast<int>(
+            std::max<std::int64_t>(1, std::max(size.width(), size.height()) / (Reserve * std::int64_t{longerSide})));
+    const double times = static_cast<double>(pixelCount(size)) / static_cast<double>(MostOnScreen);
+    return pixelCount(size) <= MostInFrame ? 1 : static_cast<int>(std::ceil(std::sqrt(times)));
+}
+
+ReducedImage::ReducedImage(QSize size, int factor, bool hasAlpha)
+    : m_size(size)
+    , m_factor(factor)
+    , m_image((size.width() + factor - 1) / factor, (size.height() + factor - 1) / factor, formatFor(hasAlpha))
+    , m_sums(static_cast<std::size_t>(m_image.width()))
+{
+    if (m_image.isNull())
+        throw Failure(FailureKind::OutOfMemory);
+}
+
+void ReducedImage::add(const QImage& lines)
+{
+    const QImage converted = lines.convertToFormat(m_image.format());
+    if (converted.isNull())
+        throw Failure(FailureKind::OutOfMemory);
+    for (int i = 0; i < converted.height() && m_row < m_image.height(); ++i)
+        addLine(reinterpret_cast<const QRgb*>(converted.constScanLine(i)));
+}
+
+void ReducedImage::addLine(const QRgb* pixels)
+{
+    const QRgb* const end = pixels + m_size.width();
+    for (std::array<std::uint64_t, 4>& sums : m_sums) {
+        std::uint32_t blue = 0, green = 0, red = 0, alpha = 0;
+        for (const QRgb* const next = std::min(end, pixels + m_factor); pixels != next; ++pixels) {
+            blue += *pixels & 0xffU;
+            green += *pixels >> 8U & 0xffU;
+            red += *pixels >> 16U & 0xffU;
+            alpha += *pixels >> 24U;
+        }
+        sums[0] += blue;
+        sums[1] += green;
+        sums[2] += red;
+        sums[3] += alpha;
+    }
+    ++m_linesInRow;
+    if (m_linesInRow == m_factor || m_row * m_factor + m_linesInRow == m_size.height())
+        endRow();
+}
+
+void ReducedImage::endRow()
+{
+    auto* pixel = reinterpret_cast<QRgb*>(m_image.scanLine(m_row));
+    for (int x = 0; x < m_image.width(); ++x) {
+        const int columns = std::min(m_factor, m_size.width() - x * m_factor);
+        const double share = 1 / (static_cast<double>(columns) * m_linesInRow);
+        QRgb average = 0;
+        std::array<std::uint64_t, 4>& sums = m_sums[static_cast<std::size_t>(x)];
+        for (std::size_t channel = 0; channel < sums.size(); ++channel)
+            average |= static_cast<QRgb>(static_cast<double>(sums[channel]) * share + 0.5) << (8U * channel);
+        pixel[x] = average;
+        sums = {};
+    }
+    m_linesInRow = 0;
+    ++m_row;
+}
+
+int linesAtOnce(int width)
+{
+    constexpr int Pixels = 250'000;
+    return std::max(1, Pixels / width);
+}
+
+QImage reduced(QImage image, int factor, const std::atomic<bool>& cancelled)
+{
+    if (factor == 1) {
+        image.convertTo(formatFor(image.hasAlphaChannel()));
+        if (image.isNull())
+            throw Failure(FailureKind::OutOfMemory);
+        return image;
+    }
+    ReducedImage target(image.size(), factor, image.hasAlphaChannel());
+    const int count = linesAtOnce(image.width());
+    for (int top = 0; top < image.height(); top += count) {
+        if (cancelled)
+            throw Failure(FailureKind::InvalidPicture);
+        target.add(image.copy(0, top, image.width(), std::min(count, image.height() - top)));
+    }
+    return target.take();
+}
+
+} // namespace trovarium

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/pictures/wmf/WmfFile.h"
+
+#include <QImage>
+
+#include <atomic>
+
+namespace trovarium {
+
+// A bitmap inside a record: a header, colours and lines, as in a file of its own but for the first header.
+class WmfBitmap {
+public:
+    explicit WmfBitmap(WmfBytes bytes); // "Invalid picture" without a header
+
+    // Whether it is of a kind that is read here; else it may hold a JPEG, or the pixels of some device.
+    bool isKnown() const { return m_isKnown; }
+    double pixelCount() const; // as promised
+    bool topDown() const { return m_topDown; }
+
+    // RGB32. "Invalid picture" for a damaged bitmap, for one of more than 64 megapixels, and
+    // when `cancelled` was set meanwhile.
+    QImage image(const std::atomic<bool>& cancelled) const;
+
+private:
+    WmfBytes m_bytes;
+    double m_width = 0;
+    double m_height = 0;
+    bool m_topDown = false;
+    bool m_isKnown = true;
+};
+
+} // namespace trovarium

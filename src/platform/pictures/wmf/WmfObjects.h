@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/pictures/wmf/WmfFile.h"
+
+#include <QBrush>
+#include <QPen>
+
+#include <cstddef>
+#include <functional>
+#include <queue>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace trovarium {
+
+struct WmfFont {
+    int height = 0;       // of a line above 0, of an em below it, in units
+    int averageWidth = 0; // 0 keeps the font's own proportions
+    int escapement = 0;   // tenths of a degree, against the clock
+    int weight = 0;
+    bool italic = false;
+    bool underline = false;
+    bool strikeOut = false;
+    unsigned family = 0; // pitch and kind of family
+    std::string face;
+
+    bool operator==(const WmfFont&) const = default;
+};
+
+// What takes a place in the table and does nothing here: palettes, regions, old bitmaps.
+struct WmfOther { };
+
+// A pen's width is in units. A free place holds nothing.
+using WmfObject = std::variant<std::monostate, WmfOther, QPen, QBrush, WmfFont>;
+
+// The table of objects: a new one takes the lowest free place, and its number is told nowhere else.
+class WmfObjects {
+public:
+    void add(WmfObject object); // "Invalid picture" for one beyond what a word can number
+    void remove(std::size_t index);
+    const WmfObject* at(std::size_t index) const; // null for a place that is free or doesn't exist
+
+private:
+    std::vector<WmfObject> m_objects;
+    std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> m_free;
+};
+
+QColor wmfColour(std::uint32_t colour);
+QPen wmfPen(const WmfRecord& record);
+QBrush wmfBrush(const WmfRecord& record);
+WmfFont wmfFont(const WmfRecord& record);
+
+} // namespace trovarium

@@ -1,0 +1,64 @@
+#include "platform/pictures/wmf/WmfReader.h"
+
+#include "platform/pictures/wmf/WmfCanvas.h"
+#include "platform/pictures/wmf/WmfFile.h"
+#include "platform/pictures/wmf/WmfMapping.h"
+#include "platform/pictures/wmf/WmfPlayer.h"
+#include "runtime/Failure.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+constexpr std::int64_t MostBytes = 40'000'000;
+
+double pixelCount(QSize size)
+{
+    return static_cast<double>(size.width()) * size.height();
+}
+
+int longer(QSize size)
+{
+    return std::max(size.width(), size.height());
+}
+
+// Pixels of the canvas for one of the natural size.
+double fullScale(QSize natural)
+{
+    constexpr double MostEnlarged = 4'000'000;
+    constexpr double Most = 24'000'000;
+    constexpr double LargestFactor = 4;
+    constexpr double LongestSide = 16384;
+    const double enlarged = std::clamp(std::sqrt(MostEnlarged / pixelCount(natural)), 1.0, LargestFactor);
+    return std::min({enlarged, std::sqrt(Most / pixelCount(natural)), LongestSide / longer(natural)});
+}
+
+} // namespace
+
+WmfPicture readWmf(const PictureFile& file, int longerSide, const std::atomic<bool>& cancelled)
+{
+    if (file.length() > MostBytes)
+        throw Failure(FailureKind::InvalidPicture);
+    const auto bytes = file.bytes(0, static_cast<std::size_t>(file.length()));
+    const WmfFile metafile(bytes);
+    const WmfFrame frame = frameOf(metafile);
+    const double full = fullScale(frame.naturalSize);
+    const double scale = longerSide > 0 ? std::min(full, double(longerSide) / longer(frame.naturalSize)) : full;
+    const QSize size = (QSizeF(frame.naturalSize) * scale).toSize().expandedTo(QSize(1, 1));
+    QImage image(size, QImage::Format_RGB32);
+    if (image.isNull())
+        throw Failure(FailureKind::OutOfMemory);
+    bool done = false;
+    {
+        WmfCanvas canvas(image, std::max(1.0, scale), full / scale);
+        done = WmfPlayer(frame, canvas, cancelled).play(metafile);
+    }
+    return {done ? std::move(image) : QImage(), frame.naturalSize};
+}
+
+} // namespace trovarium
