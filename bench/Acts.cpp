@@ -2,7 +2,7 @@
 #include "browser/frmGroups.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "platform/toolkit/Prompts.h"
 #include "store/GroupFile.h"
 #include "support/MainWindow.h"

@@ -8,7 +8,7 @@
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
 #include "platform/files/FileService.h"
-#include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/Form.h"
 #include "support/Library.h"
 #include "viewer/VideoControls.h"
 
@@ -30,9 +30,9 @@ int main(int argc, char** argv)
     Desktop desktop(argc, argv, files, Pace::Paced);
     Library library(desktop, folder);
     Album& album = library.album();
-    FormSlot<frmSplash> splash(desktop, [&] { return std::make_unique<frmSplash>(desktop, album); });
+    FormHolder<frmSplash> splash(desktop, [&] { return std::make_unique<frmSplash>(desktop, album); });
     VideoControls video(desktop, album);
-    FormSlot<frmThumbnail> builder(desktop, [&] { return std::make_unique<frmThumbnail>(desktop, album, video); });
+    FormHolder<frmThumbnail> builder(desktop, [&] { return std::make_unique<frmThumbnail>(desktop, album, video); });
     splash().show();
     desktop.DoEvents();
 

@@ -84,8 +84,8 @@ private:
     }
 
     MainWindow m_window;
-    FormSlot<frmSearch> m_search;
-    FormSlot<frmThumbnail> m_thumbnailBuilder;
+    FormHolder<frmSearch> m_search;
+    FormHolder<frmThumbnail> m_thumbnailBuilder;
     std::unique_ptr<frmImport> m_form;
 };
 

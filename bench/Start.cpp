@@ -2,7 +2,7 @@
 // is painted on the screen.
 
 #include "platform/files/FileService.h"
-#include "platform/qt/toolkit/FormView.h"
+#include "platform/toolkit/FormWindow.h"
 #include "platform/system/Shell.h"
 #include "platform/toolkit/Desktop.h"
 #include "startup/Program.h"
@@ -24,7 +24,7 @@ int main(int argc, char** argv)
     const int exitCode = desktop.guarded([&] { program.Main(); });
     if (exitCode != 0)
         return exitCode;
-    const QWindow* window = program.mainWindow()().view()->window().windowHandle();
+    const QWindow* window = program.mainWindow()().window().windowHandle();
     while (!window->isExposed())
         desktop.repaintOnly();
     desktop.repaintOnly();

@@ -5,7 +5,7 @@
 
 #include "check/frmThumbnail.h"
 #include "platform/files/FileService.h"
-#include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/Form.h"
 #include "support/Library.h"
 #include "viewer/VideoControls.h"
 
@@ -31,7 +31,7 @@ int main(int argc, char** argv)
         names.append(name);
 
     VideoControls video(desktop, album);
-    FormSlot<frmThumbnail> builder(desktop, [&] { return std::make_unique<frmThumbnail>(desktop, album, video); });
+    FormHolder<frmThumbnail> builder(desktop, [&] { return std::make_unique<frmThumbnail>(desktop, album, video); });
     const auto start = std::chrono::steady_clock::now();
     builder().load();
     builder().SetMissingList(names);

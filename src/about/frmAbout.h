@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/system/RegistryAccess.h"
-#include "platform/toolkit/Button.h"
+#include "platform/toolkit/Buttons.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Label.h"
-#include "platform/toolkit/Line.h"
+#include "platform/toolkit/Shape.h"
 #include "platform/toolkit/PictureBox.h"
 
 #include <string>

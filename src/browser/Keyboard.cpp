@@ -8,7 +8,7 @@
 #include "browser/ThumbnailPages.h"
 #include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "store/Album.h"
 #include "viewer/FullScreen.h"
 #include "viewer/InfoBox.h"

@@ -6,7 +6,7 @@
 #include "browser/ThumbnailPages.h"
 #include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"

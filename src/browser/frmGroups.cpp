@@ -4,7 +4,7 @@
 #include "browser/frmMain.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "store/Album.h"

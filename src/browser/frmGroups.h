@@ -1,7 +1,7 @@
 #pragma once
 
 #include "browser/GroupCommands.h"
-#include "platform/toolkit/Button.h"
+#include "platform/toolkit/Buttons.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/ListBox.h"
 

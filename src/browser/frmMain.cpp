@@ -167,7 +167,7 @@ void frmMain::paintWindow()
     cmdVideo(2).Picture = art.artwork("stop");
     cmdPlayAudioClip(1).Picture = art.artwork("stop");
     cmdEditPhotoInfo.Picture = art.artwork("edit");
-    framInfo.BackColor = PanelGrey;
+    framInfo.BackColor = PanelGray;
 }
 
 void frmMain::paintFrame()

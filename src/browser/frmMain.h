@@ -1,7 +1,7 @@
 #pragma once
 
 #include "browser/Dialogs.h"
-#include "platform/toolkit/Button.h"
+#include "platform/toolkit/Buttons.h"
 #include "platform/toolkit/ControlArray.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Frame.h"
@@ -9,9 +9,7 @@
 #include "platform/toolkit/Label.h"
 #include "platform/toolkit/ListBox.h"
 #include "platform/toolkit/Menu.h"
-#include "platform/toolkit/OptionButton.h"
 #include "platform/toolkit/PictureBox.h"
-#include "platform/toolkit/PictureButton.h"
 #include "platform/toolkit/ScrollBar.h"
 #include "platform/toolkit/Shape.h"
 #include "platform/toolkit/TextBox.h"

@@ -4,7 +4,7 @@
 #include "check/frmThumbnail.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/Form.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
@@ -70,7 +70,7 @@ bool isOutOfDate(const Album& album, const std::string& photograph)
 
 } // namespace
 
-RepairPasses::RepairPasses(Album& album, frmSplash& splash, FormSlot<frmThumbnail>& thumbnailBuilder)
+RepairPasses::RepairPasses(Album& album, frmSplash& splash, FormHolder<frmThumbnail>& thumbnailBuilder)
     : m_album(album)
     , m_splash(splash)
     , m_thumbnailBuilder(thumbnailBuilder)

@@ -14,13 +14,13 @@ struct Album;
 class frmSplash;
 class frmThumbnail;
 template <class FormType>
-class FormSlot;
+class FormHolder;
 
 // The passes that bring the library's parts back into agreement before the main window opens. They walk
 // File1 of the splash form and move its bar, a quarter each.
 class RepairPasses {
 public:
-    RepairPasses(Album& album, frmSplash& splash, FormSlot<frmThumbnail>& thumbnailBuilder);
+    RepairPasses(Album& album, frmSplash& splash, FormHolder<frmThumbnail>& thumbnailBuilder);
 
     // The four passes in their order, each only while the check is not skipped.
     void CheckFolderContents();
@@ -46,7 +46,7 @@ private:
 
     Album& m_album;
     frmSplash& m_splash;
-    FormSlot<frmThumbnail>& m_thumbnailBuilder;
+    FormHolder<frmThumbnail>& m_thumbnailBuilder;
 };
 
 } // namespace trovarium

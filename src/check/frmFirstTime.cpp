@@ -2,7 +2,7 @@
 
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "store/Deployment.h"
 
 #include <string>

@@ -3,7 +3,7 @@
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Image.h"
 #include "platform/toolkit/Label.h"
-#include "platform/toolkit/Line.h"
+#include "platform/toolkit/Shape.h"
 
 namespace trovarium {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/toolkit/Button.h"
-#include "platform/toolkit/FileList.h"
+#include "platform/toolkit/Buttons.h"
+#include "platform/toolkit/FileControls.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Image.h"
 #include "platform/toolkit/Label.h"

@@ -94,7 +94,7 @@ frmThumbnail::frmThumbnail(Desktop& desktop, Album& album, VideoPlayer& video)
     pctProgress.AccessibleName = "Progress";
     pctProgress.AccessibleValue = 0;
     shpProgress.BorderColor = SoftWhite;
-    pctProgress.BackColor = BarGrey;
+    pctProgress.BackColor = BarGray;
     pctSize.AutoSize = true;
 
     on(Activate, this, &frmThumbnail::Form_Activate);

@@ -3,7 +3,7 @@
 #include "export/ExportRun.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "platform/toolkit/Prompts.h"
 #include "store/Album.h"
 #include "store/Log.h"

@@ -246,7 +246,7 @@ void ImportRun::Files::showProgress(int i)
 }
 
 ImportRun::ImportRun(
-    frmImport& form, Album& album, frmMain& main, FormSlot<frmSearch>& search, FormSlot<frmThumbnail>& thumbnailBuilder)
+    frmImport& form, Album& album, frmMain& main, FormHolder<frmSearch>& search, FormHolder<frmThumbnail>& thumbnailBuilder)
     : m_form(form)
     , m_album(album)
     , m_main(main)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/Form.h"
 
 namespace trovarium {
 
@@ -14,8 +14,8 @@ class frmThumbnail;
 // thumbnails and the entries in the group on show and in that of all photographs.
 class ImportRun {
 public:
-    ImportRun(frmImport& form, Album& album, frmMain& main, FormSlot<frmSearch>& search,
-        FormSlot<frmThumbnail>& thumbnailBuilder);
+    ImportRun(frmImport& form, Album& album, frmMain& main, FormHolder<frmSearch>& search,
+        FormHolder<frmThumbnail>& thumbnailBuilder);
 
     // Starts a run. While one runs, asks it to stop behind the file in hand, and the next press takes that back.
     void cmdImport_Click();
@@ -32,8 +32,8 @@ private:
     frmImport& m_form;
     Album& m_album;
     frmMain& m_main;
-    FormSlot<frmSearch>& m_search;
-    FormSlot<frmThumbnail>& m_thumbnailBuilder;
+    FormHolder<frmSearch>& m_search;
+    FormHolder<frmThumbnail>& m_thumbnailBuilder;
     bool m_isRunning = false;
 };
 

@@ -4,7 +4,7 @@
 #include "import/ImportRun.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
@@ -24,8 +24,8 @@ constexpr std::string_view Section = "Import";
 
 } // namespace
 
-frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frmSearch>& search,
-    FormSlot<frmThumbnail>& thumbnailBuilder)
+frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormHolder<frmSearch>& search,
+    FormHolder<frmThumbnail>& thumbnailBuilder)
     : Form(desktop, {.Name = "frmImport", .Caption = "Import Media", .Width = 11160, .Height = 9000})
     , m_album(album)
     , m_autoScan(std::make_unique<AutoScan>(*this, album))

@@ -1,13 +1,9 @@
 #pragma once
 
-#include "platform/toolkit/Button.h"
-#include "platform/toolkit/CheckBox.h"
+#include "platform/toolkit/Buttons.h"
 #include "platform/toolkit/ControlArray.h"
-#include "platform/toolkit/DriveList.h"
-#include "platform/toolkit/FileList.h"
-#include "platform/toolkit/FolderList.h"
+#include "platform/toolkit/FileControls.h"
 #include "platform/toolkit/Form.h"
-#include "platform/toolkit/FormSlot.h"
 #include "platform/toolkit/Frame.h"
 #include "platform/toolkit/Label.h"
 #include "platform/toolkit/ListBox.h"
@@ -30,8 +26,8 @@ class frmThumbnail;
 // ImportRun takes them in. A modal show is all that its callers do.
 class frmImport : public Form {
 public:
-    frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frmSearch>& search,
-        FormSlot<frmThumbnail>& thumbnailBuilder);
+    frmImport(Desktop& desktop, Album& album, frmMain& main, FormHolder<frmSearch>& search,
+        FormHolder<frmThumbnail>& thumbnailBuilder);
     ~frmImport() override;
 
     // The types of the checked boxes, for the list of files.

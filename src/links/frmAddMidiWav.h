@@ -1,11 +1,8 @@
 #pragma once
 
-#include "platform/toolkit/Button.h"
-#include "platform/toolkit/CheckBox.h"
+#include "platform/toolkit/Buttons.h"
 #include "platform/toolkit/ControlArray.h"
-#include "platform/toolkit/DriveList.h"
-#include "platform/toolkit/FileList.h"
-#include "platform/toolkit/FolderList.h"
+#include "platform/toolkit/FileControls.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Frame.h"
 #include "platform/toolkit/Label.h"

@@ -5,7 +5,7 @@
 #include "platform/files/FileService.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "platform/toolkit/ProgressBar.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Lock.h"

@@ -11,7 +11,7 @@
 #include "import/frmImport.h"
 #include "links/frmAddMidiWav.h"
 #include "platform/files/FolderLock.h"
-#include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/Form.h"
 #include "search/frmSearch.h"
 #include "viewer/VideoControls.h"
 #include "viewer/frmFullScreen.h"
@@ -34,8 +34,8 @@ public:
     // the settings store is broken. On return the program lives on in the event loop.
     void Main();
 
-    FormSlot<frmMain>& mainWindow() { return m_main; }
-    FormSlot<frmSplash>& splash() { return m_splash; }
+    FormHolder<frmMain>& mainWindow() { return m_main; }
+    FormHolder<frmSplash>& splash() { return m_splash; }
 
 private:
     void settleProgramFolder();
@@ -48,18 +48,18 @@ private:
     std::string m_programPath;
     FolderLock m_lock;
     VideoControls m_video;
-    FormSlot<frmSplash> m_splash;
-    FormSlot<frmThumbnail> m_thumbnailBuilder;
-    FormSlot<frmFirstTime> m_firstTime;
-    FormSlot<frmMain> m_main;
-    FormSlot<frmGroups> m_groups;
-    FormSlot<frmExport> m_export;
-    FormSlot<frmFullScreen> m_fullScreen;
-    FormSlot<frmSSP> m_slideShow;
-    FormSlot<frmSearch> m_search;
-    FormSlot<frmImport> m_import;
-    FormSlot<frmAddMidiWav> m_links;
-    FormSlot<frmAbout> m_about;
+    FormHolder<frmSplash> m_splash;
+    FormHolder<frmThumbnail> m_thumbnailBuilder;
+    FormHolder<frmFirstTime> m_firstTime;
+    FormHolder<frmMain> m_main;
+    FormHolder<frmGroups> m_groups;
+    FormHolder<frmExport> m_export;
+    FormHolder<frmFullScreen> m_fullScreen;
+    FormHolder<frmSSP> m_slideShow;
+    FormHolder<frmSearch> m_search;
+    FormHolder<frmImport> m_import;
+    FormHolder<frmAddMidiWav> m_links;
+    FormHolder<frmAbout> m_about;
 };
 
 } // namespace trovarium

@@ -314,7 +314,7 @@ try {
 void InfoBox::optInfoPosition_Click(int Index)
 {
     for (int i = 0; i <= 2; ++i)
-        m_form.optInfoPosition(i).BackColor = PanelGrey;
+        m_form.optInfoPosition(i).BackColor = PanelGray;
     m_form.optInfoPosition(Index).BackColor = MarkRed;
     switch (Index) {
     case 0:

@@ -5,7 +5,7 @@
 #include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "store/Album.h"
 #include "store/Log.h"
 #include "viewer/AudioControls.h"

@@ -2,7 +2,7 @@
 
 #include "browser/frmMain.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/Log.h"

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/toolkit/Button.h"
-#include "platform/toolkit/CheckBox.h"
+#include "platform/toolkit/Buttons.h"
 #include "platform/toolkit/ControlArray.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Frame.h"

@@ -2,7 +2,7 @@
 
 #include "browser/MainWindow.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 
 #include <filesystem>
 
@@ -17,7 +17,7 @@ protected:
 
     const std::string tools = "SOFTWARE\\Microsoft\\Shared Tools";
     RegistryAccess registry{test.settingsFolder()};
-    FormSlot<frmAbout> form{desktop, [this] { return std::make_unique<frmAbout>(desktop, test.album(), registry); }};
+    FormHolder<frmAbout> form{desktop, [this] { return std::make_unique<frmAbout>(desktop, test.album(), registry); }};
 };
 
 TEST_F(AboutTest, ItTellsItsVersionAndStartsTheSystemsTool)

@@ -6,8 +6,8 @@
 #include "browser/ThumbnailPages.h"
 #include "browser/frmGroups.h"
 #include "browser/frmMain.h"
-#include "platform/toolkit/FormSlot.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/Units.h"
 #include "support/PlainBitmap.h"
 #include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
@@ -75,8 +75,8 @@ protected:
     std::string opened; // the names of the dialogs that are no forms here
 
 private:
-    FormSlot<frmMain> m_main;
-    FormSlot<frmGroups> m_groups;
+    FormHolder<frmMain> m_main;
+    FormHolder<frmGroups> m_groups;
 };
 
 } // namespace trovarium

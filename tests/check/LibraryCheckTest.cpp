@@ -6,7 +6,7 @@
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
 #include "platform/media/FilmSurface.h"
-#include "platform/toolkit/FormSlot.h"
+#include "platform/toolkit/Form.h"
 #include "store/GroupFile.h"
 #include "store/InfoFile.h"
 #include "support/PlainBitmap.h"
@@ -109,9 +109,9 @@ protected:
     TestAlbum test{desktop.files()};
     ScriptedPrompts prompts{desktop};
     RecordedPlayer player;
-    FormSlot<frmThumbnail> builder{
+    FormHolder<frmThumbnail> builder{
         desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), player); }};
-    FormSlot<frmSplash> splash{desktop, [this] { return std::make_unique<frmSplash>(desktop, test.album()); }};
+    FormHolder<frmSplash> splash{desktop, [this] { return std::make_unique<frmSplash>(desktop, test.album()); }};
     int photos = 0;
 };
 

@@ -1,7 +1,7 @@
 #include "browser/MainWindow.h"
 #include "export/frmExport.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "support/TemporaryFolder.h"
 
 #include <filesystem>
@@ -64,7 +64,7 @@ protected:
     }
 
     TemporaryFolder folder;
-    FormSlot<frmExport> form{desktop, [this] { return std::make_unique<frmExport>(desktop, test.album()); }};
+    FormHolder<frmExport> form{desktop, [this] { return std::make_unique<frmExport>(desktop, test.album()); }};
     const std::vector<std::string> copies{
         "p2.jpg", "tn_p2.jpg", "p2.jpg.info", "p3.jpg", "tn_p3.jpg", "p3.jpg.info", "Trovarium_Info.csv"};
     const std::string source = test.folder().inside("p3.jpg");

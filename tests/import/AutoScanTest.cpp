@@ -1,7 +1,7 @@
 #include "import/AutoScan.h"
 
 #include "import/ImportWindow.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 
 namespace trovarium {
 

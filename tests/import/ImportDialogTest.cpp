@@ -1,5 +1,5 @@
 #include "import/ImportWindow.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 
 namespace trovarium {
 

@@ -59,10 +59,10 @@ protected:
 
     TemporaryFolder m_sources;
     VariableForNow m_home{"HOME", test.folder().path()};
-    FormSlot<frmSearch> search{desktop, [this] { return std::make_unique<frmSearch>(desktop, test.album(), main()); }};
-    FormSlot<frmThumbnail> thumbnails{
+    FormHolder<frmSearch> search{desktop, [this] { return std::make_unique<frmSearch>(desktop, test.album(), main()); }};
+    FormHolder<frmThumbnail> thumbnails{
         desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), video); }};
-    FormSlot<frmImport> form{
+    FormHolder<frmImport> form{
         desktop, [this] { return std::make_unique<frmImport>(desktop, test.album(), main(), search, thumbnails); }};
 };
 

@@ -1,7 +1,7 @@
 #include "browser/MainWindow.h"
 #include "links/frmAddMidiWav.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "runtime/Numbers.h"
 #include "support/RecordedMedia.h"
 #include "support/TemporaryFolder.h"
@@ -65,7 +65,7 @@ protected:
     RecordedMedia media{desktop};
     TemporaryFolder folder;
     Form importForm{desktop, {.Name = "frmImport"}};
-    FormSlot<frmAddMidiWav> form{desktop, [this] {
+    FormHolder<frmAddMidiWav> form{desktop, [this] {
                                      return std::make_unique<frmAddMidiWav>(
                                          desktop, test.album(), main(), [this]() -> Form& { return importForm; });
                                  }};

@@ -7,9 +7,9 @@
 // makes the same acts each time.
 
 #include "monkey/Judge.h"
-#include "platform/qt/toolkit/DesktopState.h"
-#include "platform/toolkit/ComboBox.h"
-#include "platform/toolkit/FolderList.h"
+#include "platform/toolkit/DesktopState.h"
+#include "platform/toolkit/TextBox.h"
+#include "platform/toolkit/FileControls.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Failure.h"
 #include "startup/Program.h"
@@ -95,7 +95,7 @@ public:
             m_turn.stop();
             UnloadAllForms(m_desktop, "");
             m_desktop.state().endCode.reset();
-            m_desktop.state().graveyard.clear();
+            m_desktop.state().unloadedForms.clear();
             m_desktop.state().activates.clear();
             during([] {});
         }
@@ -229,7 +229,7 @@ private:
         DesktopState& state = m_desktop.state();
         state.lastLook = {}; // the next act comes with the next call, however soon that is
         const auto open = std::find_if(state.shown.rbegin(), state.shown.rend(),
-            [&](const Form* form) { return form->view() != nullptr && state.isOpenToInput(*form); });
+            [&](const Form* form) { return form->isLoaded() && state.isOpenToInput(*form); });
         if (state.ended() || open == state.shown.rend())
             return;
         Form& form = **open;
@@ -267,11 +267,11 @@ private:
         auto* main = dynamic_cast<frmMain*>(&form);
         std::vector<Control*> controls = form.controls();
         for (std::size_t i = 0; i < controls.size(); ++i)
-            if (const auto* inner = dynamic_cast<Container*>(controls[i]))
+            if (const Container* inner = controls[i]->container())
                 controls.insert(controls.end(), inner->controls().begin(), inner->controls().end());
         const bool isEager = main == nullptr && !oneIn(3); // for what does a dialog's work
         std::erase_if(controls, [isEager](const Control* control) {
-            return !control->isShown() || control->view() == nullptr
+            return !control->isShown()
                 || (isEager && "cm Fi Di ls"s.find(control->Name().substr(0, 2)) == std::string::npos);
         });
         Control* control = controls.empty() ? nullptr : of(controls);
@@ -337,7 +337,7 @@ private:
             m_robot.press(*control, button, shift, At{inside(control->Width()), inside(control->Height())});
         else
             m_robot.press(form, somewhere(form), button, shift);
-        for (int moves = isClick ? 0 : below(12) - 6; moves > 0 && form.view() != nullptr; --moves) {
+        for (int moves = isClick ? 0 : below(12) - 6; moves > 0 && form.isLoaded(); --moves) {
             const At to = somewhere(form);
             for (int row = 0; main != nullptr && row < GroupRows; ++row)
                 if (std::abs(to.y - main->pctAlbumList(row).Top() - main->pctAlbumList(row).Height() / 2) < 18)

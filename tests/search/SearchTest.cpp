@@ -2,7 +2,7 @@
 
 #include "browser/MainWindow.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 
 namespace trovarium {
 

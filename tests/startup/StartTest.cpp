@@ -1,4 +1,4 @@
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "startup/StartedProgram.h"
 #include "store/Log.h"
 

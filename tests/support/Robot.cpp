@@ -1,9 +1,8 @@
 #include "support/Robot.h"
 
-#include "platform/qt/toolkit/DesktopState.h"
-#include "platform/qt/toolkit/FormView.h"
-#include "platform/qt/toolkit/SurfaceView.h"
-#include "platform/qt/toolkit/View.h"
+#include "platform/toolkit/DesktopState.h"
+#include "platform/toolkit/FormWindow.h"
+#include "platform/toolkit/QtValues.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Menu.h"
 
@@ -51,28 +50,27 @@ struct Spot {
     }
 };
 
-Spot spotOf(const Control& control, const std::optional<At>& at)
+Spot spotOf(Control& control, const std::optional<At>& at)
 {
-    if (control.view() == nullptr) {
+    if (!control.form().isLoaded()) {
         ADD_FAILURE() << control.Name() << " is not in a window";
         return {};
     }
     const QRectF place = placeInPixels(control);
-    const QPointF onSurface = at ? place.topLeft() + QPointF(at->x, at->y) : place.center();
-    const SurfaceView& surface = *control.parent().surface();
-    return {surface.window(), surface.mapTo(surface.window(), onSurface)};
+    const QPointF onParent = at ? place.topLeft() + QPointF(at->x, at->y) : place.center();
+    const QWidget& parent = *control.parent().client();
+    return {parent.window(), parent.mapTo(parent.window(), onParent)};
 }
 
 Spot spotOf(Form& form, At at)
 {
-    QWidget& window = form.view()->window();
-    return {&window, form.view()->client().mapTo(&window, QPointF(at.x, at.y))};
+    return {&form.window(), form.client()->mapTo(&form.window(), QPointF(at.x, at.y))};
 }
 
 // Where a key press goes: the desktop gives the keyboard to the window that the user works in.
 QWidget* keyboard(Form& form)
 {
-    QWidget& window = form.view()->window();
+    QWidget& window = form.window();
     window.activateWindow();
     if (!window.isActiveWindow())
         QCoreApplication::processEvents();
@@ -197,7 +195,7 @@ void Robot::hold(Form& form, int keyCode)
 void Robot::type(Form& form, std::string_view text)
 {
     for (const QChar character : toQString(text)) {
-        if (form.view() == nullptr)
+        if (!form.isLoaded())
             return;
         QTest::sendKeyEvent(
             QTest::Press, keyboard(form), Qt::Key(character.toUpper().unicode()), QString(character), {});
@@ -212,20 +210,20 @@ void Robot::choose(Menu& entry)
 
     auto* open = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     if (open == nullptr) {
-        auto* bar = entry.form().view()->window().findChild<QMenuBar*>();
-        auto* top = bar != nullptr ? bar->findChild<QAction*>(toQString(way.front()->Name())) : nullptr;
-        ASSERT_TRUE(top != nullptr && top->isEnabled() && top->isVisible()) << way.front()->Name();
-        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(top).center());
-        open = top->menu();
+        QMenuBar& bar = entry.form().window().menuBar();
+        QAction& top = way.front()->action();
+        ASSERT_TRUE(bar.actions().contains(&top) && top.isEnabled() && top.isVisible()) << way.front()->Name();
+        QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(&top).center());
+        open = top.menu();
     }
     for (const Menu* menu : way) {
-        auto* action = open != nullptr ? open->findChild<QAction*>(toQString(menu->Name())) : nullptr;
-        if (action == nullptr)
+        QAction& action = menu->action();
+        if (open == nullptr || !open->actions().contains(&action))
             continue; // the bar's own, or a pop-up menu that starts in the middle of the way
-        open->setActiveAction(action);
+        open->setActiveAction(&action);
         // By keys, since a menu takes no click where no mouse has ever been.
         QTest::keyClick(open, menu == &entry ? Qt::Key_Return : Qt::Key_Right);
-        open = action->menu();
+        open = action.menu();
     }
     closeMenus(); // a disabled entry closes nothing
 }
@@ -238,8 +236,8 @@ void Robot::dismissMenu()
 
 void Robot::close(Form& form)
 {
-    ASSERT_NE(form.view(), nullptr) << form.Name();
-    form.view()->window().close();
+    ASSERT_TRUE(form.isLoaded()) << form.Name();
+    form.window().close();
 }
 
 void Robot::when(std::function<bool()> condition, std::function<void()> action, std::string_view name)
@@ -283,7 +281,7 @@ bool Robot::until(const std::function<bool()>& condition)
 
 Shot Robot::shot(Form& form, int scale)
 {
-    SurfaceView& client = form.view()->client();
+    QWidget& client = *form.client();
     QImage image(client.size() * scale, QImage::Format_RGB888); // bytes that lie as those of a Color
     image.setDevicePixelRatio(scale);
     client.render(&image);

@@ -1,5 +1,5 @@
 #include "platform/files/FileService.h"
-#include "platform/qt/toolkit/DesktopState.h"
+#include "platform/toolkit/DesktopState.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Form.h"
 #include "support/Robot.h"
@@ -23,7 +23,7 @@ class CleanDesktop : public testing::EmptyTestEventListener {
     {
         m_prompts.reset();
         DesktopState& state = theDesktop->state();
-        state.graveyard.clear();
+        state.unloadedForms.clear();
         state.endCode.reset();
         state.activates.clear();
         theDesktop->Screen().MousePointer = DefaultPointer;

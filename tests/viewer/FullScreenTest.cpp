@@ -1,7 +1,7 @@
 #include "ViewerWindow.h"
 
-#include "platform/toolkit/Keys.h"
-#include "platform/toolkit/Screen.h"
+#include "platform/toolkit/Units.h"
+#include "platform/toolkit/Desktop.h"
 
 namespace trovarium {
 

@@ -1,6 +1,6 @@
 #include "ViewerWindow.h"
 
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/Units.h"
 #include "support/RecordedMedia.h"
 #include "viewer/SlideShow.h"
 #include "viewer/frmSSP.h"
@@ -56,7 +56,7 @@ struct SlideShowTest : ViewerWindow {
 
     bool refused = false;
     RecordedMedia media{desktop};
-    FormSlot<frmSSP> form{desktop, [this] { return std::make_unique<frmSSP>(desktop, test.album(), main()); }};
+    FormHolder<frmSSP> form{desktop, [this] { return std::make_unique<frmSSP>(desktop, test.album(), main()); }};
 };
 
 TEST_F(SlideShowTest, AShowWalksTheGroupWithSoundAndMusicInEitherWindowAndNeverUnderAnEdit)

@@ -1,7 +1,7 @@
 #include "ViewerWindow.h"
 
 #include "check/frmThumbnail.h"
-#include "platform/toolkit/Screen.h"
+#include "platform/toolkit/Desktop.h"
 #include "support/RecordedMedia.h"
 
 namespace trovarium {

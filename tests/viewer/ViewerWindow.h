@@ -77,7 +77,7 @@ struct ViewerWindow : MainWindow {
     frmFullScreen& fullScreen() { return m_fullScreen(); }
     bool isFullScreen() const { return m_fullScreen.isLoaded(); }
 
-    FormSlot<frmFullScreen> m_fullScreen{
+    FormHolder<frmFullScreen> m_fullScreen{
         desktop, [this] { return std::make_unique<frmFullScreen>(desktop, test.album(), main()); }};
 };
 

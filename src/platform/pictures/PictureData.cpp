@@ -50,4 +50,9 @@ Picture pictureFromImage(const QImage& image)
     return Picture(std::move(data));
 }
 
+bool isOpaque(const Picture& picture)
+{
+    return !picture.empty() && picture.data()->drawing == nullptr && !picture.data()->pixels.hasAlphaChannel();
+}
+
 } // namespace trovarium

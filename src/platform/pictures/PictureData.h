@@ -22,6 +22,9 @@ struct PictureData {
 // The whole picture stretched to `size` pixels; reduced, every pixel is the average of the area it covers.
 QImage drawnImage(const PictureData& data, QSize size);
 
+// Whether nothing shines through it; an empty one is not.
+bool isOpaque(const Picture& picture);
+
 // The picture in exactly its natural size.
 QImage renderedImage(const Picture& picture);
 

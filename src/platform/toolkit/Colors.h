@@ -4,7 +4,7 @@
 
 namespace trovarium {
 
-// The colours of the windows, but for those inside the artwork. What is read stands out from its ground by 4.5 to 1,
+// The colors of the windows, but for those inside the artwork. What is read stands out from its ground by 4.5 to 1,
 // what is disabled and the outline of a control by 3 to 1.
 
 inline constexpr Color Black{0, 0, 0};
@@ -16,7 +16,7 @@ inline constexpr Color MarkRed{255, 0, 0};
 inline constexpr Color FieldBlue{15, 24, 41};
 inline constexpr Color WindowBlue{24, 36, 64};
 inline constexpr Color PanelBlue{32, 46, 74};
-inline constexpr Color PanelGrey{192, 192, 192}; // of the information box
+inline constexpr Color PanelGray{192, 192, 192}; // of the information box
 
 // What stands on the blue grounds.
 inline constexpr Color Ink{238, 242, 248};
@@ -28,9 +28,9 @@ inline constexpr Color OutlineBlue{128, 150, 186}; // of fields and marks
 inline constexpr Color SeparatorBlue{54, 72, 108}; // of panels, and of what is disabled
 inline constexpr Color NameShadow{6, 14, 26};
 
-// What stands on the grey one.
+// What stands on the gray one.
 inline constexpr Color DarkFaintInk{76, 76, 76}; // disabled
-inline constexpr Color OutlineGrey{84, 84, 84};
+inline constexpr Color OutlineGray{84, 84, 84};
 
 // Buttons, and what is chosen.
 inline constexpr Color ButtonBlue{29, 79, 134};
@@ -45,9 +45,9 @@ inline constexpr Color FocusDark{6, 32, 110};
 
 // Bars of progress.
 inline constexpr Color BarBlue{58, 134, 230};
-inline constexpr Color BarGrey{128, 128, 128};
+inline constexpr Color BarGray{128, 128, 128};
 
-// The background picture's colour behind the icon of the About box, whose round corners let it through.
+// The background picture's color behind the icon of the About box, whose round corners let it through.
 inline constexpr Color GroundBehindIcon{44, 65, 95};
 
 } // namespace trovarium

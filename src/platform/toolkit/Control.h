@@ -1,65 +1,137 @@
 #pragma once
 
-#include "platform/toolkit/Component.h"
-#include "platform/toolkit/Container.h"
 #include "platform/toolkit/Event.h"
-#include "platform/toolkit/Plan.h"
 #include "platform/toolkit/Property.h"
+#include "platform/toolkit/Units.h"
 
-#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
+
+class QMargins;
+class QWidget;
 
 namespace trovarium {
 
-class View;
+class Control;
+class Desktop;
+class Drawn;
+class Form;
 
-// A thing with a place on a form. Its values live here from construction on, with or without a window;
-// a view shows them while the form is loaded. Left, Top, Width and Height are in the parent's scale and
-// keep their fractions.
+// A control as the form's plan draws it. Place and size are in twips, whatever the parent's scale.
+struct Plan {
+    std::string_view Name{};
+    float Left = 0;
+    float Top = 0;
+    float Width = 0;
+    float Height = 0;
+    std::string_view Caption{};
+    std::string_view ToolTipText{};
+    bool Visible = true;
+    bool Enabled = true;
+};
+
+// What a form is made of: the form itself, its controls, menus and timers.
+class Component {
+public:
+    explicit Component(std::string_view name)
+        : m_name(name)
+    {
+    }
+    virtual ~Component() = default;
+    Component(const Component&) = delete;
+    Component& operator=(const Component&) = delete;
+
+    const std::string& Name() const { return m_name; }
+    virtual Form& form() = 0;
+    Desktop& desktop();
+
+private:
+    std::string m_name;
+};
+
+// What controls lie on: a form, a picture box or a frame. Its children's places and sizes are in its scale.
+class Container {
+public:
+    explicit Container(ScaleMode scale)
+        : m_scale(scale)
+    {
+    }
+    virtual ~Container() = default;
+    Container(const Container&) = delete;
+    Container& operator=(const Container&) = delete;
+
+    virtual Form& form() = 0;
+    virtual QWidget* client() const = 0; // the widget that its controls lie on
+    virtual bool showsControls() const { return true; }
+    virtual bool takesInput() const = 0;
+    float fromTwips(float twips) const { return m_scale == ScaleMode::Pixels ? twips / TwipsPerPixel : twips; }
+    float toPixels(float value) const { return m_scale == ScaleMode::Pixels ? value : value / TwipsPerPixel; }
+    // Pixels of a border on each side, from inside which its children count.
+    virtual float edge() const { return 0; }
+
+    const std::vector<Control*>& controls() const { return m_controls; } // in the order of their making
+    void adopt(Control* control) { m_controls.push_back(control); }
+    void abandon(Control* control) { std::erase(m_controls, control); }
+
+private:
+    ScaleMode m_scale;
+    std::vector<Control*> m_controls;
+};
+
+// A thing with a place on a form: a handle on its widget, which lives as long. Left, Top, Width and Height are in the
+// parent's scale and keep their fractions; the widget stands on whole pixels.
 class Control : public Component {
 public:
-    Control(Container* parent, const Plan& plan);
+    // Owns the widget, which is made for it.
+    Control(Container* parent, const Plan& plan, QWidget* widget);
     ~Control() override;
 
     Form& form() override { return m_parent->form(); }
     Container& parent() const { return *m_parent; }
+    QWidget* widget() const { return m_widget; }
+    virtual Container* container() { return nullptr; }   // itself, if other controls may lie on it
+    virtual const Drawn* drawn() const { return nullptr; } // itself, if the program draws it
+    virtual void followInput() { } // handlers were connected, or what decides on input changed
 
-    Stored<float> Left;
-    Stored<float> Top;
-    AtLeast<float, 0> Width;
-    AtLeast<float, 0> Height;
-    Stored<bool> Visible;
-    Stored<bool> Enabled;
-    Stored<std::string> ToolTipText;
-    Stored<int> MousePointer{this, Change::Hint, DefaultPointer};
-    Stored<std::string> AccessibleName{this, Change::Hint};
+    virtual void place(); // the widget, where Left, Top, Width and Height say
+
+protected:
+    virtual QMargins margins() const; // pixels beyond its place that it paints on
+    virtual void showOrHide();
+    virtual void enableOrDisable();
+    virtual void nameForReaders(); // tool tip and accessible name
+    void showPointer();
+    void tellSelected();
+
+public:
+    Stored<&Control::place, float> Left;
+    Stored<&Control::place, float> Top;
+    AtLeast<&Control::place, float, 0> Width;
+    AtLeast<&Control::place, float, 0> Height;
+    Stored<&Control::showOrHide, bool> Visible;
+    Stored<&Control::enableOrDisable, bool> Enabled;
+    Stored<&Control::nameForReaders, std::string> ToolTipText;
+    Stored<&Control::showPointer, int> MousePointer{this, DefaultPointer};
+    Stored<&Control::nameForReaders, std::string> AccessibleName{this};
     // Whether a screen reader is to call it selected; empty where selection has no meaning.
-    Stored<std::optional<bool>> AccessibleSelected{this, Change::Hint};
+    Stored<&Control::tellSelected, std::optional<bool>> AccessibleSelected{this};
 
-    void ZOrder();   // to the top among its siblings
-    void Refresh();  // paints now
-    void SetFocus(); // nothing where it can't take it; typing into a text replaces it
-    // Tab leads here from a widget of another container.
+    void ZOrder();           // to the top among its siblings
+    void Refresh();          // paints now
+    virtual void SetFocus(); // nothing where it can't take it
+    // Tab leads here from a control of another container.
     void TabBehind(const Control& before);
     bool hasFocus() const;
 
-    // Makes the view when the form gets its window, and drops it with the window.
-    virtual std::unique_ptr<View> makeView() = 0;
-    void attachView();
-    void detachView();
-    View* view() const { return m_view.get(); }
-
-    // Visible and enabled, and all that it lies on too.
-    bool isShown() const;
-    bool takesInput() const;
-
-protected:
-    void changed(Change change) override;
+    // Visible, and all that it lies on too; visible and enabled with all that.
+    bool isShown() const { return Visible() && m_parent->showsControls(); }
+    bool takesInput() const { return Visible() && Enabled() && m_parent->takesInput(); }
 
 private:
     Container* m_parent;
-    std::unique_ptr<View> m_view;
+    QWidget* m_widget;
 };
 
 } // namespace trovarium

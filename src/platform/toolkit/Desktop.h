@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/toolkit/Screen.h"
+#include "platform/toolkit/Property.h"
+#include "platform/toolkit/Units.h"
 
 #include <functional>
 #include <memory>
@@ -14,6 +15,7 @@ class Form;
 class MediaService;
 class PictureService;
 class Prompts;
+struct DesktopState;
 
 // The end of the program on its way to `main`. No Failure and no std::exception, so that no handler
 // swallows it.
@@ -27,6 +29,31 @@ public:
 
 private:
     int m_exitCode;
+};
+
+// The screen where the program's active form stands, the first one while there is none. A form counts its place
+// from this screen's corner, so that what is worked out from Width and Height holds on every screen. The pointer
+// is that of all screens and beats those of forms and controls.
+class Screen {
+public:
+    explicit Screen(const DesktopState& state)
+        : m_state(state)
+    {
+    }
+
+    float Width() const;  // twips
+    float Height() const; // twips
+
+private:
+    int mousePointer() const { return m_mousePointer; }
+    void setMousePointer(int value);
+
+public:
+    Property<&Screen::mousePointer, &Screen::setMousePointer> MousePointer{this};
+
+private:
+    const DesktopState& m_state;
+    int m_mousePointer = DefaultPointer;
 };
 
 // How fast the loop turns: Paced as a user sees it, Immediate for tests.
@@ -60,7 +87,7 @@ public:
     void DoEvents();
     // Paints what is dirty; no input and no timers.
     void repaintOnly();
-    // Waits closed to events while the windows repaint, a film's frames as they come; not at all when Immediate.
+    // Waits with events suspended while the windows repaint, a film's frames as they come; not at all when Immediate.
     void wait(int milliseconds);
     // As `wait`, at every pace, until the condition holds; false when it didn't in time.
     bool waitUntil(const std::function<bool()>& condition, int milliseconds);
@@ -75,11 +102,10 @@ public:
     void returnToText();
 
 private:
-    friend struct DesktopState;
-    std::unique_ptr<struct DesktopState> m_state;
+    std::unique_ptr<DesktopState> m_state;
 
 public:
-    struct DesktopState& state() { return *m_state; } // for the toolkit's own use
+    DesktopState& state() { return *m_state; } // for the toolkit
 };
 
 } // namespace trovarium

@@ -7,9 +7,9 @@ namespace trovarium {
 
 class Component;
 
-// The dispatch wall: every handler runs through it. A failure that escapes becomes a line on standard
-// error; the end of the program is noted and thrown again on our own side of the desktop's frames.
-void runHandler(Component& sender, const std::function<void()>& handler);
+// The exception barrier: every handler runs through it. A failure that escapes becomes a line on standard error; only
+// the end of the program passes, to whoever raised the event.
+void invokeHandler(Component& sender, const std::function<void()>& handler);
 
 // An event of a control or a form, with at most one handler.
 template <class... Arguments>
@@ -29,7 +29,7 @@ public:
     void raise(Arguments... arguments)
     {
         if (m_handler)
-            runHandler(*m_sender, [&] { m_handler(arguments...); });
+            invokeHandler(*m_sender, [&] { m_handler(arguments...); });
     }
 
 private:

@@ -2,23 +2,27 @@
 
 #include "platform/pictures/Picture.h"
 #include "platform/toolkit/Colors.h"
-#include "platform/toolkit/Component.h"
-#include "platform/toolkit/Container.h"
-#include "platform/toolkit/Event.h"
-#include "platform/toolkit/Property.h"
+#include "platform/toolkit/Drawn.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+class QMenuBar;
 
 namespace trovarium {
 
+class Button;
 class Desktop;
-class FormSlotBase;
-class FormView;
+class FormHolderBase;
+class FormWindow;
 class Menu;
+class PicturePainter;
 class Timer;
+class VScroll;
 
 enum class BorderKind { Fixed, None };
 
@@ -34,17 +38,20 @@ struct FormPlan {
     bool KeyPreview = false; // KeyDown and KeyPress come here before the control with the focus
 };
 
-// A window of the program. The object and its controls stand from construction on; `load` raises Load and
-// makes the window, `unload` raises Unload and drops it. Left, Top, Width and Height are twips of the
-// whole window. Left and Top count from the corner of its screen: that of the active form when it is shown, later
-// the one to which the user moved it.
-class Form : public Component, public Container {
+// A window of the program. The object and its controls stand from construction on; `load` raises Load, `unload` raises
+// Unload and takes the window off the screen. Left, Top, Width and Height are twips of the whole window. Left and Top
+// count from the corner of its screen: that of the active form when it is shown, later the one to which the user moved
+// it.
+class Form : public Component, public Container, public Drawn {
 public:
     Form(Desktop& desktop, const FormPlan& plan);
     ~Form() override;
 
     Form& form() override { return *this; }
     Desktop& desktop() const { return m_desktop; }
+    QWidget* client() const override;
+    bool takesInput() const override { return Enabled(); }
+    bool hasControls() const override { return true; }
 
 private:
     float left() const { return m_left; }
@@ -55,18 +62,23 @@ private:
     void setWidth(float value);
     float height() const;
     void setHeight(float value);
+    void showCaption();
+    void showIcon();
+    void showPointer();
+    void enableOrDisable();
+    void repaint();
 
 public:
-    Stored<std::string> Caption;
+    Stored<&Form::showCaption, std::string> Caption;
     Property<&Form::left, &Form::setLeft> Left{this};
     Property<&Form::top, &Form::setTop> Top{this};
     Property<&Form::width, &Form::setWidth> Width{this};
     Property<&Form::height, &Form::setHeight> Height{this};
-    Stored<int> MousePointer{this, Change::Hint, DefaultPointer};
-    Stored<bool> Enabled{this, Change::Enabled, true};
-    Stored<Color> BackColor{this, Change::Appearance, WindowBlue};
-    Stored<trovarium::Picture> Picture{this, Change::Appearance}; // stretched over the client area
-    Stored<trovarium::Picture> Icon{this, Change::Content};
+    Stored<&Form::showPointer, int> MousePointer{this, DefaultPointer};
+    Stored<&Form::enableOrDisable, bool> Enabled{this, true};
+    Stored<&Form::repaint, Color> BackColor{this, WindowBlue};
+    Stored<&Form::repaint, trovarium::Picture> Picture{this}; // stretched over the client area
+    Stored<&Form::showIcon, trovarium::Picture> Icon{this};
 
     float ScaleWidth() const { return fromTwips(m_clientWidth); }
     float ScaleHeight() const { return fromTwips(m_clientHeight); }
@@ -86,30 +98,32 @@ public:
     Event<> Load{this};
     Event<> Activate{this};
     Event<> Unload{this};
-    Event<> Close{this};        // by the window's frame; the form unloads where nobody is wired
-    Event<> EndOfSession{this}; // may come: what is typed is to be saved now. Its end unloads all forms
-    Event<int, int, float, float> MouseDown{this}; // Button, Shift, X, Y in the form's scale
-    Event<int, int, float, float> MouseMove{this};
-    Event<> Click{this};
+    Event<> Close{this};           // by the window's frame; the form unloads where nobody is wired
+    Event<> EndOfSession{this};    // may come: what is typed is to be saved now. Its end unloads all forms
     Event<int, int> KeyDown{this}; // KeyCode, Shift
     Event<int> KeyPress{this};     // KeyAscii
 
+    // For the toolkit.
     void addMenu(Menu* menu) { m_menus.push_back(menu); }
     const std::vector<Menu*>& menus() const { return m_menus; }
     void addTimer(Timer* timer) { m_timers.push_back(timer); }
     void removeTimer(Timer* timer) { std::erase(m_timers, timer); }
     const std::vector<Timer*>& timers() const { return m_timers; }
-    void setSlot(FormSlotBase* slot) { m_slot = slot; }
-    FormView* view() const { return m_view.get(); }
-
+    void addButton(Button* button) { m_buttons.push_back(button); }
+    // The one that Enter or Escape presses which no other control wanted; null for none.
+    Button* buttonOf(int code) const;
+    void addScroll(VScroll* scroll) { m_scrolls.push_back(scroll); }
+    // The bar that Page keys turn, or the wheel over a widget: the nearest on what that lies on. Null for none.
+    VScroll* scrollFor(const QWidget* widget = nullptr) const;
+    void setHolder(FormHolderBase* holder) { m_holder = holder; }
+    FormWindow& window() const { return *m_window; }
     float clientWidth() const { return m_clientWidth; } // twips
     float clientHeight() const { return m_clientHeight; }
     // The window stands there now, by the user's hand or where it was put at first.
     void movedTo(float left, float top);
     bool isPlaced() const { return m_placed; }
-
-protected:
-    void changed(Change change) override;
+    void draw(QPainter& painter, const QRectF& place) override;
+    QPointF handlerPlace(const QPointF& pixels) const override;
 
 private:
     void present(bool modal);
@@ -124,10 +138,61 @@ private:
     bool m_loaded = false;
     bool m_unloading = false;
     bool m_shown = false;
-    FormSlotBase* m_slot = nullptr;
+    FormHolderBase* m_holder = nullptr;
     std::vector<Menu*> m_menus;
     std::vector<Timer*> m_timers;
-    std::unique_ptr<FormView> m_view;
+    std::vector<Button*> m_buttons;
+    std::vector<VScroll*> m_scrolls;
+    std::unique_ptr<PicturePainter> m_painter;
+    std::unique_ptr<FormWindow> m_window;
+};
+
+// Holds the one instance of a form between its first mention and its unload.
+class FormHolderBase {
+public:
+    explicit FormHolderBase(Desktop& desktop)
+        : m_desktop(desktop)
+    {
+    }
+    virtual ~FormHolderBase();
+    FormHolderBase(const FormHolderBase&) = delete;
+    FormHolderBase& operator=(const FormHolderBase&) = delete;
+
+    bool isLoaded() const { return m_form != nullptr && m_form->isLoaded(); }
+
+    // Called by the form at the end of its unload: the object lives on until no handler runs any more, and the next
+    // mention makes a new form.
+    void release();
+
+protected:
+    Form* current() const { return m_form.get(); }
+    void hold(std::unique_ptr<Form> form);
+
+private:
+    Desktop& m_desktop;
+    std::unique_ptr<Form> m_form;
+};
+
+template <class FormType>
+class FormHolder : public FormHolderBase {
+public:
+    using Factory = std::function<std::unique_ptr<FormType>()>;
+
+    FormHolder(Desktop& desktop, Factory factory)
+        : FormHolderBase(desktop)
+        , m_factory(std::move(factory))
+    {
+    }
+
+    FormType& operator()()
+    {
+        if (current() == nullptr)
+            hold(m_factory());
+        return static_cast<FormType&>(*current());
+    }
+
+private:
+    Factory m_factory;
 };
 
 } // namespace trovarium

@@ -1,27 +1,51 @@
 #pragma once
 
 #include "platform/pictures/Picture.h"
-#include "platform/toolkit/Control.h"
+#include "platform/toolkit/Drawn.h"
 
 namespace trovarium {
 
-// A drawn picture that takes the mouse. With Stretch it fills its own size; without, the picture shows at
-// its natural size in the middle of the width, at the top edge. X and Y of its mouse events are twips
-// relative to the item as it lies now.
-class Image : public Control {
+class PicturePainter;
+
+// A drawn picture that takes the mouse. With Stretch it fills its own size; without, the picture shows at its natural
+// size in the middle of the width, at the top edge.
+class Image : public DrawnControl {
 public:
-    using Control::Control;
+    Image(Container* parent, const Plan& plan);
+    ~Image() override;
 
-    Stored<trovarium::Picture> Picture{this, Change::Content};
-    Stored<bool> Stretch{this, Change::Appearance};
+private:
+    void showPicture();
 
-    Event<int, int, float, float> MouseDown{this}; // Button, Shift, X, Y
-    Event<int, int, float, float> MouseMove{this};
-    Event<int, int, float, float> MouseUp{this};
-    Event<> Click{this};
-    Event<> DblClick{this};
+public:
+    Stored<&Image::showPicture, trovarium::Picture> Picture{this};
+    Stored<&Image::showPicture, bool> Stretch{this};
 
-    std::unique_ptr<View> makeView() override;
+    void draw(QPainter& painter, const QRectF& place) override;
+    Role accessibleRole() const override { return takesFocus() ? Role::Button : Role::Graphic; }
+
+protected:
+    bool isOpaque() const override;
+
+private:
+    std::unique_ptr<PicturePainter> m_painter;
+};
+
+// A drawn button whose face is its picture, stretched to its size. Labels may lie over it, and stand for it.
+class PictureButton : public DrawnControl {
+public:
+    PictureButton(Container* parent, const Plan& plan);
+    ~PictureButton() override;
+
+    Stored<&PictureButton::repaint, trovarium::Picture> Picture{this};
+
+    void draw(QPainter& painter, const QRectF& place) override;
+    Role accessibleRole() const override { return Role::Button; }
+    std::string accessibleName() const override;
+    bool isPictureButton() const override { return true; }
+
+private:
+    std::unique_ptr<PicturePainter> m_painter;
 };
 
 } // namespace trovarium

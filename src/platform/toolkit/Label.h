@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/toolkit/Control.h"
+#include "platform/toolkit/Drawn.h"
 
 #include <optional>
 #include <string>
@@ -10,43 +10,48 @@ namespace trovarium {
 // Where a text that is too long is cut off.
 enum class Elision { End, Start, Middle };
 
-// A drawn text, as it stands. With AutoSize it grows about its alignment, so that a centred one keeps its
-// centre.
-class Label : public Control {
+// A drawn text, as it stands. With AutoSize it grows about its alignment, so that a centered one keeps its center. One
+// that nobody listens to lets the mouse through to what it lies on.
+class Label : public DrawnControl {
 public:
-    Label(Container* parent, const Plan& plan)
-        : Control(parent, plan)
-        , Caption(this, Change::Text, plan.Caption)
-    {
-    }
-
-    Stored<std::string> Caption;
-    Stored<trovarium::Alignment> Alignment{this, Change::Appearance, trovarium::Alignment::Left};
-    Stored<bool> AutoSize{this, Change::Text};
-    Stored<float> MostWidth{this, Change::Text};                      // of AutoSize; 0: no limit
-    Stored<std::optional<Color>> ForeColor{this, Change::Appearance}; // none: that of what it lies on
-    Stored<std::optional<Color>> BackColor{this, Change::Appearance}; // none: what lies below shows
-    Stored<float> FontSize{this, Change::Text, 12.0F};                // pixels of the plan
-    Stored<bool> Bold{this, Change::Text};
-    Stored<bool> WordWrap{this, Change::Text};     // otherwise a long text gets a "…"
-    Stored<bool> Shadow{this, Change::Appearance}; // a dark halo, legible on any picture
-    Stored<bool> UseMnemonic{this, Change::Text};  // "&" marks an access key, "&&" shows as one
-    Stored<bool> Raised{this, Change::Appearance}; // looks like a push button, for one that is clicked
-    // A text that is too long is drawn narrower before it is cut.
-    Stored<bool> NarrowToFit{this, Change::Appearance};
-    Stored<trovarium::Elision> Elision{this, Change::Appearance, trovarium::Elision::End};
-
-    Event<int, int, float, float> MouseDown{this}; // Button, Shift, X, Y in twips
-    Event<int, int, float, float> MouseMove{this};
-    Event<> Click{this};
-
-    std::unique_ptr<View> makeView() override;
-
-protected:
-    void changed(Change change) override;
+    Label(Container* parent, const Plan& plan);
 
 private:
     void fit(); // AutoSize
+
+public:
+    Stored<&Label::fit, std::string> Caption;
+    Stored<&Label::repaint, trovarium::Alignment> Alignment{this, trovarium::Alignment::Left};
+    Stored<&Label::fit, bool> AutoSize{this};
+    Stored<&Label::fit, float> MostWidth{this};                      // of AutoSize; 0: no limit
+    Stored<&Label::repaint, std::optional<Color>> ForeColor{this}; // none: that of what it lies on
+    Stored<&Label::repaint, std::optional<Color>> BackColor{this}; // none: what lies below shows
+    Stored<&Label::fit, float> FontSize{this, 12.0F};                // pixels of the plan
+    Stored<&Label::fit, bool> Bold{this};
+    Stored<&Label::fit, bool> WordWrap{this};     // otherwise a long text gets a "…"
+    Stored<&Label::fit, bool> Shadow{this};       // a dark halo, legible on any picture
+    Stored<&Label::fit, bool> UseMnemonic{this};  // "&" marks an access key, "&&" shows as one
+    Stored<&Label::repaint, bool> Raised{this}; // looks like a push button, for one that is clicked
+    // A text that is too long is drawn narrower before it is cut.
+    Stored<&Label::repaint, bool> NarrowToFit{this};
+    Stored<&Label::repaint, trovarium::Elision> Elision{this, trovarium::Elision::End};
+
+    void draw(QPainter& painter, const QRectF& place) override;
+    bool takesMouse() const override;
+    bool takesFocus() const override { return Click.isWired() && buttonBeneath() == nullptr; }
+    void pressed(bool down) override;
+    Role accessibleRole() const override { return takesFocus() ? Role::Button : Role::Text; }
+    std::string accessibleName() const override;
+
+protected:
+    QMargins margins() const override;
+
+private:
+    const Control* buttonBeneath() const;
+    void paintButton(QPainter& painter, const QRectF& place);
+    void paintText(QPainter& painter, const QRectF& place);
+
+    bool m_isDown = false; // the mouse holds it
 };
 
 } // namespace trovarium

@@ -1,156 +1,159 @@
 #include "platform/toolkit/ListBox.h"
 
+#include "platform/files/FileService.h"
+#include "platform/toolkit/RowList.h"
+
 #include "runtime/Failure.h"
 #include "runtime/Text.h"
 
+#include <QPointF>
+
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
 namespace trovarium {
 
-ListBox::ListBox(Container* parent, const Plan& plan)
-    : Control(parent, plan)
+RowsControl::RowsControl(Container* parent, const Plan& plan, Choice choice)
+    : Control(parent, plan, new RowList(*this, parent->client()))
 {
+    setChoice(choice);
+}
+
+RowList& RowsControl::rows() const
+{
+    return static_cast<RowList&>(*widget());
+}
+
+void RowsControl::rowsChanged()
+{
+    rows().follow();
+}
+
+void RowsControl::setChoice(Choice choice)
+{
+    rows().setSelectionMode(choice == Choice::One ? RowList::SingleSelection : RowList::ExtendedSelection);
+    rowsChanged();
+}
+
+ListBox::ListBox(Container* parent, const Plan& plan)
+    : RowsControl(parent, plan, Choice::One)
+{
+}
+
+void ListBox::showChoice()
+{
+    setChoice(MultiSelect() ? Choice::Several : Choice::One);
 }
 
 void ListBox::setListIndex(int index)
 {
     if (index != -1)
-        checkIndex(index);
+        at(index);
     if (index == m_listIndex)
         return;
-    if (!MultiSelect())
-        mark(m_listIndex, false);
+    if (!MultiSelect() && m_listIndex >= 0)
+        at(m_listIndex).selected = false;
     m_listIndex = index;
-    if (!MultiSelect())
-        mark(m_listIndex, true);
-    changed(Change::Content);
+    if (!MultiSelect() && index >= 0)
+        at(index).selected = true;
+    rowsChanged();
     Click.raise();
 }
 
 void ListBox::setSorted(bool value)
 {
     m_sorted = value;
-    const int count = ListCount();
-    int inOrder = std::min(count, 1);
-    while (inOrder < count && !listedBefore(m_items[inOrder].text, m_items[inOrder - 1].text))
-        ++inOrder;
-    if (!value || inOrder == count)
+    const auto before = [](const Item& left, const Item& right) { return listedBefore(left.text, right.text); };
+    if (!value || std::is_sorted(m_items.begin(), m_items.end(), before))
         return;
-    ListItems items = std::exchange(m_items, {});
+    std::stable_sort(m_items.begin(), m_items.end(), before);
+    for (Item& item : m_items)
+        item.selected = false;
     m_listIndex = -1;
-    for (int index = 0; index < count; ++index)
-        AddItem(std::move(items[index].text));
-}
-
-// Behind its equals.
-int ListBox::sortedPlace(const std::string& text) const
-{
-    int first = 0;
-    int last = ListCount();
-    while (first < last) {
-        const int middle = std::midpoint(first, last);
-        if (listedBefore(text, m_items[middle].text))
-            last = middle;
-        else
-            first = middle + 1;
-    }
-    return first;
-}
-
-const std::string& ListBox::List(int index) const
-{
-    checkIndex(index);
-    return m_items[index].text;
+    rowsChanged();
 }
 
 void ListBox::setList(int index, std::string text)
 {
-    if (index == ListCount()) {
-        m_items.insert(index, {.text = std::move(text)});
-    } else {
-        checkIndex(index);
-        m_items[index].text = std::move(text);
-    }
-    changed(Change::Content);
+    if (index == ListCount())
+        m_items.emplace_back();
+    at(index).text = std::move(text);
+    rowsChanged();
 }
 
 std::string ListBox::Text() const
 {
-    return m_listIndex < 0 ? "" : m_items[m_listIndex].text;
+    return m_listIndex < 0 ? "" : List(m_listIndex);
 }
 
-bool ListBox::Selected(int index) const
+std::string ListBox::rowText(int row) const
 {
-    checkIndex(index);
-    return m_items[index].selected;
+    return readablePath(List(row));
+}
+
+int ListBox::entryAt(float X, float Y) const
+{
+    return rows().rowAt(QPointF(X, Y) / TwipsPerPixel);
 }
 
 void ListBox::setSelected(int index, bool value)
 {
-    checkIndex(index);
-    if (!MultiSelect()) {
-        if (value != Selected(index))
-            setListIndex(value ? index : -1);
-        return;
+    if (MultiSelect()) {
+        at(index).selected = value;
+        rowsChanged();
+    } else if (value != Selected(index)) {
+        setListIndex(value ? index : -1);
     }
-    mark(index, value);
-    changed(Change::Content);
 }
 
 void ListBox::AddItem(std::string text)
 {
-    const int at = m_sorted ? sortedPlace(text) : ListCount();
-    m_items.insert(at, {.text = std::move(text)});
-    if (m_listIndex >= at)
+    const auto behind = std::upper_bound(m_items.begin(), m_sorted ? m_items.end() : m_items.begin(), text,
+        [](const std::string& added, const Item& item) { return listedBefore(added, item.text); });
+    const auto place = m_sorted ? behind : m_items.end();
+    if (m_listIndex >= place - m_items.begin())
         ++m_listIndex;
-    changed(Change::Content);
+    m_items.insert(place, {.text = std::move(text)});
+    rowsChanged();
 }
 
 void ListBox::RemoveItem(int index)
 {
-    checkIndex(index);
-    m_items.erase(index);
+    at(index);
+    m_items.erase(m_items.begin() + index);
     if (m_listIndex == index)
         m_listIndex = -1;
     else if (m_listIndex > index)
         --m_listIndex;
-    changed(Change::Content);
+    rowsChanged();
 }
 
 void ListBox::Clear()
 {
     m_items.clear();
     m_listIndex = -1;
-    changed(Change::Content);
+    rowsChanged();
 }
 
-void ListBox::chosen(int index, const std::vector<bool>& selected)
+void ListBox::rowsChosen(int current, const std::vector<bool>& selected)
 {
-    if (index >= ListCount() || selected.size() != static_cast<std::size_t>(ListCount()))
+    if (current >= ListCount() || selected.size() != m_items.size())
         return;
-    bool isNew = !MultiSelect() && index != m_listIndex;
-    m_listIndex = index;
-    for (int row = 0; row < ListCount(); ++row) {
-        const bool value = selected[static_cast<std::size_t>(row)];
-        isNew = isNew || value != m_items[row].selected;
-        mark(row, value);
+    bool isNew = !MultiSelect() && current != m_listIndex;
+    m_listIndex = current;
+    for (std::size_t row = 0; row < m_items.size(); ++row) {
+        isNew = isNew || selected[row] != m_items[row].selected;
+        m_items[row].selected = selected[row];
     }
     if (isNew)
         Click.raise();
 }
 
-void ListBox::mark(int index, bool selected)
-{
-    if (index >= 0)
-        m_items[index].selected = selected;
-}
-
-void ListBox::checkIndex(int index) const
+const ListBox::Item& ListBox::at(int index) const
 {
     if (index < 0 || index >= ListCount())
         throw Failure(FailureKind::InvalidPropertyArrayIndex);
+    return m_items[static_cast<std::size_t>(index)];
 }
 
 } // namespace trovarium

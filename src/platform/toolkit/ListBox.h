@@ -1,15 +1,50 @@
 #pragma once
 
 #include "platform/toolkit/Control.h"
-#include "platform/toolkit/ListItems.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace trovarium {
 
+class RowList;
+
+// A list of rows on the screen. What the user does comes to the functions below.
+class RowsControl : public Control {
+protected:
+    friend class RowList;
+    enum class Choice { One, Several };
+
+    RowsControl(Container* parent, const Plan& plan, Choice choice);
+
+    // For the widget, which asks while it is seen.
+    virtual int rowCount() const = 0;
+    virtual std::string rowText(int row) const = 0;
+    virtual bool isRowSelected(int row) const = 0;
+    virtual int currentRow() const { return -1; }                // -1 for none
+    virtual std::string widestMark() const { return {}; }        // of those with which the rows begin
+    virtual int rowLevel(int /*row*/) const { return NoFolder; } // of a folder below the root
+    virtual bool isOpenFolder(int /*row*/) const { return false; }
+
+    virtual void rowsChosen(int current, const std::vector<bool>& selected) = 0;
+    virtual void rowDoubleClicked(int /*row*/) { }
+    virtual bool rowEntered(int /*row*/) { return false; } // by Enter; true when it meant something
+    virtual void mouseReleased(int /*button*/, int /*shift*/, float /*X*/, float /*Y*/) { }
+    virtual void keyDown(int /*code*/, int /*shift*/) { }
+    virtual void keyPressed(int /*ascii*/) { }
+
+    // The rows changed, and the widget follows soon: before the user acts on it, or with the next repaint.
+    void rowsChanged();
+    void setChoice(Choice choice);
+    void enableOrDisable() override { rowsChanged(); }
+    RowList& rows() const;
+
+    static constexpr int NoFolder = -1;
+};
+
 // Indexes are 0-based; beyond the ends "Invalid property array index". Writing List at the end adds.
-class ListBox : public Control {
+class ListBox : public RowsControl {
 public:
     ListBox(Container* parent, const Plan& plan);
 
@@ -18,22 +53,22 @@ private:
     void setListIndex(int index);
     bool sorted() const { return m_sorted; }
     void setSorted(bool value);
+    void showChoice();
 
 public:
     Property<&ListBox::listIndex, &ListBox::setListIndex> ListIndex{this}; // -1 for none
     Property<&ListBox::sorted, &ListBox::setSorted> Sorted{this};          // in the order of `listedBefore`
-    Stored<bool> MultiSelect{this, Change::Appearance};
+    Stored<&ListBox::showChoice, bool> MultiSelect{this};
     // The widest of the marks in brackets with which the rows begin, all of its length: they are drawn as wide as it.
-    Stored<std::string> Mark{this, Change::Appearance};
+    Stored<&ListBox::rowsChanged, std::string> Mark{this};
 
-    int ListCount() const { return m_items.size(); }
-    const std::string& List(int index) const;
+    int ListCount() const { return static_cast<int>(m_items.size()); }
+    const std::string& List(int index) const { return at(index).text; }
     void setList(int index, std::string text); // replaces; a sorted list is not sorted again
     std::string Text() const;                  // the chosen entry, empty for none
-    int entryAt(float X, float Y) const; // by a place as MouseUp tells it; -1 for none, and for a list not on show
-    bool Selected(int index) const;
+    int entryAt(float X, float Y) const; // by a place as MouseUp tells it; -1 for none
+    bool Selected(int index) const { return at(index).selected; }
     void setSelected(int index, bool value);
-
     void AddItem(std::string text); // a sorted list takes it at its place, an equal one behind
     void RemoveItem(int index);
     void Clear();
@@ -44,17 +79,27 @@ public:
     Event<int, int> KeyDown{this};
     Event<int> KeyPress{this};
 
-    std::unique_ptr<View> makeView() override;
-
-    // The view tells what the user chose.
-    void chosen(int index, const std::vector<bool>& selected);
-
 private:
-    int sortedPlace(const std::string& text) const;
-    void mark(int index, bool selected); // nothing for -1
-    void checkIndex(int index) const;
+    struct Item {
+        std::string text;
+        bool selected = false;
+    };
 
-    ListItems m_items;
+    int rowCount() const override { return ListCount(); }
+    std::string rowText(int row) const override;
+    bool isRowSelected(int row) const override { return Selected(row); }
+    int currentRow() const override { return m_listIndex; }
+    std::string widestMark() const override { return Mark(); }
+    void rowsChosen(int current, const std::vector<bool>& selected) override;
+    void rowDoubleClicked(int) override { DblClick.raise(); }
+    void mouseReleased(int button, int shift, float X, float Y) override { MouseUp.raise(button, shift, X, Y); }
+    void keyDown(int code, int shift) override { KeyDown.raise(code, shift); }
+    void keyPressed(int ascii) override { KeyPress.raise(ascii); }
+
+    const Item& at(int index) const;
+    Item& at(int index) { return const_cast<Item&>(std::as_const(*this).at(index)); }
+
+    std::vector<Item> m_items;
     int m_listIndex = -1;
     bool m_sorted = false;
 };

@@ -1,17 +1,16 @@
 #pragma once
 
-#include "platform/toolkit/Component.h"
-#include "platform/toolkit/Event.h"
-#include "platform/toolkit/Property.h"
+#include "platform/toolkit/Control.h"
 
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace trovarium {
+class QAction;
+class QMenu;
 
-class MenuView;
+namespace trovarium {
 
 struct MenuPlan {
     std::string_view Name{};
@@ -31,30 +30,38 @@ public:
 
     trovarium::Form& form() override { return *m_form; }
 
-    Stored<std::string> Caption;
-    Stored<bool> Enabled;
-    Stored<bool> Checked;
-    Stored<bool> Visible;
+private:
+    void show();
+
+public:
+    Stored<&Menu::show, std::string> Caption;
+    Stored<&Menu::show, bool> Enabled;
+    Stored<&Menu::show, bool> Checked;
+    Stored<&Menu::show, bool> Visible;
 
     Event<> Click{this};
 
     Menu* parent() const { return m_parent; }
     const std::vector<Menu*>& entries() const { return m_entries; }
     bool isSeparator() const { return Caption() == "-"; }
+    QAction& action() const { return *m_action; }
 
-    MenuView* view() const { return m_view; }
-    void setView(MenuView* view) { m_view = view; }
-
-protected:
-    void changed(Change change) override;
+    // Opens at the pointer, or at what has the focus while the user works by keys; returns when an entry was chosen
+    // and its handler has run, or nothing was.
+    void popUp();
 
 private:
     Menu(trovarium::Form* form, Menu* parent, const MenuPlan& plan);
+    QMenu& list(); // of its entries
+    Menu* entryOf(const QAction* action);
+    void chosen();
 
     trovarium::Form* m_form;
-    Menu* m_parent = nullptr;
+    Menu* m_parent;
     std::vector<Menu*> m_entries;
-    MenuView* m_view = nullptr;
+    std::unique_ptr<QMenu> m_list; // only where there are entries
+    std::unique_ptr<QAction> m_action;
+    bool m_popsUp = false;
 };
 
 } // namespace trovarium

@@ -1,21 +1,22 @@
 #pragma once
 
-#include "platform/toolkit/Component.h"
 #include "runtime/Failure.h"
 
 #include <utility>
 
 namespace trovarium {
 
-// A property that holds its value: read as `control.Left()`, written as `control.Left = 20`. Its owner is
-// told of each new value, and of none that was there already.
-template <class Value>
-class Stored {
+// A property that holds its value: read as `control.Left()`, written as `control.Left = 20`. A new value is followed
+// by a call of `Follow`, a member function of the owner; setting the same value again does nothing.
+template <auto Follow, class Value>
+class Stored;
+
+template <class Owner, void (Owner::*Follow)(), class Value>
+class Stored<Follow, Value> {
 public:
     template <class... First>
-    explicit Stored(Component* owner, Change change, First&&... first)
+    explicit Stored(Owner* owner, First&&... first)
         : m_owner(owner)
-        , m_change(change)
         , m_value(std::forward<First>(first)...)
     {
     }
@@ -28,30 +29,29 @@ public:
         if (value == m_value)
             return;
         m_value = std::move(value);
-        m_owner->changed(m_change);
+        (m_owner->*Follow)();
     }
 
 private:
-    Component* m_owner;
-    Change m_change;
+    Owner* m_owner;
     Value m_value;
 };
 
 // A number that is refused below `Least` with "Invalid property value".
-template <class Value, int Least>
-class AtLeast : public Stored<Value> {
+template <auto Follow, class Value, int Least>
+class AtLeast : public Stored<Follow, Value> {
 public:
-    using Stored<Value>::Stored;
+    using Stored<Follow, Value>::Stored;
 
     void operator=(Value value) // NOLINT(misc-unconventional-assign-operator)
     {
         if (value < Least)
             throw Failure(FailureKind::InvalidPropertyValue);
-        Stored<Value>::operator=(value);
+        Stored<Follow, Value>::operator=(value);
     }
 };
 
-// A property with more to it, read and written in the same way. Get and Set are member functions of the
+// A property whose value is kept elsewhere, read and written in the same way. Get and Set are member functions of the
 // owner.
 template <auto Get, auto Set>
 class Property;

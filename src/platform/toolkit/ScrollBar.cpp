@@ -1,6 +1,17 @@
 #include "platform/toolkit/ScrollBar.h"
 
+#include "platform/toolkit/DesktopState.h"
+#include "platform/toolkit/Form.h"
 #include "runtime/Failure.h"
+
+#include <QAccessible>
+#include <QContextMenuEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QStyleOptionSlider>
+#include <QTimerEvent>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <cstdint>
@@ -8,10 +19,135 @@
 
 namespace trovarium {
 
-ScrollBar::ScrollBar(Container* parent, const Plan& plan, trovarium::Orientation orientation)
-    : Control(parent, plan)
-    , m_orientation(orientation)
+// It looks disabled, takes no input and is passed over by Tab, as its control says, but is never disabled as a widget:
+// that would break off a held arrow and hand on the focus each time a handler closes the bar for a moment.
+class ScrollBar::Bar : public QScrollBar {
+public:
+    Bar(ScrollBar& control, Orientation orientation, QWidget* parent)
+        : QScrollBar(orientation == Orientation::Vertical ? Qt::Vertical : Qt::Horizontal, parent)
+        , m_control(control)
+    {
+        connect(this, &QScrollBar::valueChanged, this, [this] { tell(); });
+        connect(this, &QScrollBar::sliderReleased, this, [this] { tell(); });
+    }
+
+protected:
+    void initStyleOption(QStyleOptionSlider* option) const override
+    {
+        QScrollBar::initStyleOption(option);
+        if (m_control.takesInput())
+            return;
+        option->state &= ~QStyle::State_Enabled;
+        option->palette.setCurrentColorGroup(QPalette::Disabled);
+    }
+
+    void mousePressEvent(QMouseEvent* event) override
+    {
+        if (m_control.takesInput())
+            QScrollBar::mousePressEvent(event);
+    }
+
+    // A drag that began may end whatever happened meanwhile.
+    void mouseMoveEvent(QMouseEvent* event) override
+    {
+        if (m_control.takesInput() || isSliderDown())
+            QScrollBar::mouseMoveEvent(event);
+    }
+
+    // The library's own handling takes Left for forwards.
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        const bool right = event->key() == Qt::Key_Right;
+        if (!m_control.takesInput())
+            event->ignore();
+        else if (right || event->key() == Qt::Key_Left)
+            triggerAction(right ? SliderSingleStepAdd : SliderSingleStepSub);
+        else
+            QScrollBar::keyPressEvent(event);
+    }
+
+    // The repeat of a held arrow waits while a change is being handled, and goes on after it.
+    void timerEvent(QTimerEvent* event) override
+    {
+        if (m_control.takesInput() && m_telling == 0)
+            QScrollBar::timerEvent(event);
+    }
+
+    void wheelEvent(QWheelEvent* event) override
+    {
+        event->accept();
+        if (!m_control.takesInput())
+            return;
+        const QPoint turned = event->angleDelta();
+        const int turn = turned.y() != 0 ? turned.y() : turned.x();
+        m_turned = (turn > 0) == (m_turned > 0) ? m_turned + turn : turn;
+        const int notches = m_turned / QWheelEvent::DefaultDeltasPerStep;
+        m_turned -= notches * QWheelEvent::DefaultDeltasPerStep;
+        if (notches != 0)
+            deliverEvent(m_control, [&] { m_control.page(-notches); });
+    }
+
+    void contextMenuEvent(QContextMenuEvent* event) override { event->accept(); }
+
+private:
+    void tell()
+    {
+        const bool dragging = isSliderDown();
+        const int position = dragging ? sliderPosition() : value();
+        ++m_telling;
+        deliverEvent(m_control, [&] { dragging ? m_control.dragged(position) : m_control.released(position); });
+        --m_telling;
+    }
+
+    ScrollBar& m_control;
+    int m_telling = 0;
+    int m_turned = 0; // of the wheel, less than a notch
+};
+
+ScrollBar::ScrollBar(Container* parent, const Plan& plan, Orientation orientation)
+    : Control(parent, plan, new Bar(*this, orientation, parent->client()))
+    , m_bar(static_cast<Bar&>(*widget()))
 {
+    m_bar.setEnabled(true);
+    enableOrDisable();
+    showRange();
+}
+
+VScroll::VScroll(Container* parent, const Plan& plan)
+    : ScrollBar(parent, plan, Orientation::Vertical)
+{
+    form().addScroll(this);
+}
+
+void ScrollBar::enableOrDisable()
+{
+    m_bar.setFocusPolicy(Enabled() ? Qt::StrongFocus : Qt::NoFocus);
+    m_bar.update();
+    QAccessible::State changed;
+    changed.disabled = true;
+    QAccessibleStateChangeEvent event(&m_bar, changed);
+    QAccessible::updateAccessibility(&event);
+}
+
+void ScrollBar::showRange()
+{
+    {
+        const QSignalBlocker quiet(m_bar);
+        m_bar.setRange(Min(), upperEnd());
+        m_bar.setSingleStep(SmallChange());
+        m_bar.setPageStep(LargeChange());
+    }
+    const int value = std::clamp(m_value, Min(), upperEnd());
+    if (value != m_value)
+        settle(value);
+    else
+        showValue();
+}
+
+void ScrollBar::showValue()
+{
+    const QSignalBlocker quiet(m_bar);
+    m_bar.setValue(m_value);
 }
 
 void ScrollBar::setValue(int value)
@@ -24,7 +160,7 @@ void ScrollBar::setValue(int value)
 
 void ScrollBar::page(int steps)
 {
-    if (!takesInput() || !isShown())
+    if (!takesInput())
         return;
     const std::int64_t target = m_value + std::int64_t{steps} * LargeChange();
     released(static_cast<int>(
@@ -37,7 +173,7 @@ void ScrollBar::dragged(int value)
     if (value == m_value)
         return;
     m_value = value;
-    changed(trovarium::Change::Content);
+    showValue();
     Scroll.raise();
 }
 
@@ -52,15 +188,6 @@ void ScrollBar::released(int value)
         Scroll.raise();
 }
 
-// Where an end has moved past it, Value moves along.
-void ScrollBar::changed(trovarium::Change change)
-{
-    Control::changed(change);
-    const int value = std::clamp(m_value, Min(), upperEnd());
-    if (change == trovarium::Change::Appearance && value != m_value)
-        settle(value);
-}
-
 int ScrollBar::upperEnd() const
 {
     return std::max(Min(), Max());
@@ -70,7 +197,7 @@ void ScrollBar::settle(int value)
 {
     m_value = value;
     m_settledValue = value;
-    changed(trovarium::Change::Content);
+    showValue();
     Change.raise();
 }
 

@@ -16,15 +16,17 @@ public:
 private:
     int value() const { return m_value; }
     void setValue(int value); // "Invalid property value" outside Min and Max
+    void showRange();         // where an end has moved past it, Value moves along
+
+protected:
+    void enableOrDisable() override;
 
 public:
-    Stored<int> Min{this, trovarium::Change::Appearance, 0};
-    Stored<int> Max{this, trovarium::Change::Appearance, 32767};
+    Stored<&ScrollBar::showRange, int> Min{this, 0};
+    Stored<&ScrollBar::showRange, int> Max{this, 32767};
     Property<&ScrollBar::value, &ScrollBar::setValue> Value{this};
-    AtLeast<int, 1> SmallChange{this, trovarium::Change::Appearance, 1};
-    AtLeast<int, 1> LargeChange{this, trovarium::Change::Appearance, 1};
-
-    Orientation orientation() const { return m_orientation; }
+    AtLeast<&ScrollBar::showRange, int, 1> SmallChange{this, 1};
+    AtLeast<&ScrollBar::showRange, int, 1> LargeChange{this, 1};
 
     // Steps as the user makes them in the trough: nothing while disabled or hidden.
     void page(int steps);
@@ -32,29 +34,23 @@ public:
     Event<> Change{this};
     Event<> Scroll{this};
 
-    std::unique_ptr<View> makeView() override;
+private:
+    class Bar;
 
     void dragged(int value);  // while the thumb moves
     void released(int value); // by arrow, trough, or the end of a drag
-
-protected:
-    void changed(trovarium::Change change) override;
-
-private:
-    int upperEnd() const; // Max, or Min when that is above it
     void settle(int value);
+    void showValue();
+    int upperEnd() const; // Max, or Min when that is above it
 
-    Orientation m_orientation;
+    Bar& m_bar;
     int m_value = 0;
     int m_settledValue = 0; // as the last Change left it; Value runs ahead while the user drags
 };
 
 class VScroll : public ScrollBar {
 public:
-    VScroll(Container* parent, const Plan& plan)
-        : ScrollBar(parent, plan, Orientation::Vertical)
-    {
-    }
+    VScroll(Container* parent, const Plan& plan);
 };
 
 class HScroll : public ScrollBar {

@@ -1,22 +1,42 @@
 #pragma once
 
 #include "platform/toolkit/Colors.h"
-#include "platform/toolkit/Control.h"
+#include "platform/toolkit/Drawn.h"
 
 #include <optional>
 
 namespace trovarium {
 
 // A drawn rectangle; the mouse goes through it.
-class Shape : public Control {
+class Shape : public DrawnControl {
 public:
-    using Control::Control;
+    using DrawnControl::DrawnControl;
 
-    Stored<Color> BorderColor{this, Change::Appearance, Black};
-    Stored<int> BorderWidth{this, Change::Appearance, 1}; // pixels
-    Stored<std::optional<Color>> FillColor{this, Change::Appearance};
+    Stored<&Shape::repaint, Color> BorderColor{this, Black};
+    Stored<&Shape::repaint, int> BorderWidth{this, 1}; // pixels
+    Stored<&Shape::repaint, std::optional<Color>> FillColor{this};
 
-    std::unique_ptr<View> makeView() override;
+    void draw(QPainter& painter, const QRectF& place) override;
+    bool takesMouse() const override { return false; }
+    bool takesFocus() const override { return false; }
+    Role accessibleRole() const override { return Role::Graphic; }
+};
+
+// A drawn line from the upper left to the lower right corner of its place.
+class Line : public DrawnControl {
+public:
+    Line(Container* parent, const Plan& plan);
+
+    Stored<&Line::repaint, Color> BorderColor{this, Black};
+    Stored<&Line::place, int> BorderWidth{this, 1}; // pixels
+
+    void draw(QPainter& painter, const QRectF& place) override;
+    bool takesMouse() const override { return false; }
+    bool takesFocus() const override { return false; }
+    Role accessibleRole() const override { return Role::Separator; }
+
+protected:
+    QMargins margins() const override;
 };
 
 } // namespace trovarium

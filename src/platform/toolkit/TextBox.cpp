@@ -1,39 +1,244 @@
 #include "platform/toolkit/TextBox.h"
 
-#include "platform/toolkit/OneLine.h"
+#include "platform/toolkit/DesktopState.h"
+#include "platform/toolkit/QtValues.h"
+#include "runtime/Failure.h"
 #include "runtime/Text.h"
 
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+#include <algorithm>
 #include <utility>
 
 namespace trovarium {
 
+namespace {
+
+class LineEdit : public QLineEdit {
+public:
+    LineEdit(TextBox& box, QWidget* parent)
+        : QLineEdit(parent)
+        , m_box(box)
+    {
+    }
+
+protected:
+    // Where its window comes up with the focus here, typing replaces what it suggests, as when Tab led here.
+    void focusInEvent(QFocusEvent* event) override
+    {
+        QLineEdit::focusInEvent(event);
+        m_box.desktop().state().lastText = this;
+        if (std::exchange(m_unvisited, false) && event->reason() == Qt::ActiveWindowFocusReason)
+            selectAll();
+    }
+
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        const int ascii = keyAscii(*event);
+        if (ascii != 0)
+            deliverEvent(m_box, [&] { m_box.KeyPress.raise(ascii); });
+        if (m_box.takesInput())
+            QLineEdit::keyPressEvent(event);
+    }
+
+private:
+    TextBox& m_box;
+    bool m_unvisited = true;
+};
+
+class Combo : public QComboBox {
+public:
+    Combo(ComboBox& box, QWidget* parent)
+        : QComboBox(parent)
+        , m_box(box)
+    {
+        setEditable(true);
+        // The text is used as typed: nothing is added to the list or put in its place.
+        setInsertPolicy(NoInsert);
+        setDuplicatesEnabled(true);
+        setCompleter(nullptr);
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+        if (!isEnter || !m_box.Enter.isWired())
+            QComboBox::keyPressEvent(event);
+        else if (!event->isAutoRepeat()) // a key that is held is one press
+            deliverEvent(m_box, [this] { m_box.Enter.raise(); });
+    }
+
+    // A turn of the wheel on the way over must not choose another entry.
+    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+
+private:
+    ComboBox& m_box;
+};
+
+// Where the text is too long, what was put in last goes: the characters before the cursor. Counts
+// characters, where the widget's own limit would count a smiley as two.
+QString limited(const QString& text, int limit, int& cursor)
+{
+    QList<uint> characters = text.toUcs4();
+    const auto excess = characters.size() - limit;
+    if (limit == 0 || excess <= 0)
+        return text;
+    const auto before = QStringView(text).left(cursor).toUcs4().size();
+    const auto first = std::max<qsizetype>(0, before - excess);
+    characters.remove(first, excess);
+    const QList<uint> kept = characters.first(first);
+    cursor = static_cast<int>(QString::fromUcs4(reinterpret_cast<const char32_t*>(kept.data()), kept.size()).size());
+    return QString::fromUcs4(reinterpret_cast<const char32_t*>(characters.data()), characters.size());
+}
+
+void showIn(QLineEdit& edit, const QString& text, int cursor)
+{
+    if (text == edit.text())
+        return;
+    const QSignalBlocker quiet(edit);
+    edit.setText(text);
+    edit.setCursorPosition(cursor);
+}
+
+} // namespace
+
+std::string oneLine(std::string_view text)
+{
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        const bool secondOfPair = text[index] == '\n' && index > 0 && text[index - 1] == '\r';
+        if (secondOfPair)
+            continue;
+        const bool lineEnd = text[index] == '\r' || text[index] == '\n';
+        result += lineEnd ? ' ' : text[index];
+    }
+    return result;
+}
+
 TextBox::TextBox(Container* parent, const Plan& plan)
-    : Control(parent, plan)
+    : Control(parent, plan, new LineEdit(*this, parent->client()))
+    , m_edit(static_cast<QLineEdit&>(*widget()))
     , m_text(plan.Caption)
 {
+    showIn(m_edit, toQString(m_text), 0);
+    QObject::connect(&m_edit, &QLineEdit::textEdited, &m_edit, [this] { edited(); });
 }
 
 void TextBox::setText(std::string value)
-{
-    take(std::move(value));
-}
-
-void TextBox::typed(std::string value)
-{
-    take(std::move(value));
-}
-
-// The view is told even when the text stays, since the user may have typed what was taken out again.
-void TextBox::take(std::string value)
 {
     value = oneLine(value);
     if (MaxLength() > 0)
         value = firstCharacters(value, static_cast<std::size_t>(MaxLength()));
     const bool isNew = value != m_text;
     m_text = std::move(value);
-    changed(trovarium::Change::Text);
+    showIn(m_edit, toQString(m_text), m_edit.cursorPosition()); // also where the user typed what was taken out again
     if (isNew)
         Change.raise();
+}
+
+void TextBox::edited()
+{
+    int cursor = m_edit.cursorPosition();
+    const QString text = limited(m_edit.text(), MaxLength(), cursor);
+    showIn(m_edit, text, cursor);
+    deliverEvent(*this, [&] { setText(toText(text)); });
+}
+
+void TextBox::SetFocus()
+{
+    Control::SetFocus();
+    if (hasFocus())
+        m_edit.selectAll();
+}
+
+ComboBox::ComboBox(Container* parent, const Plan& plan)
+    : Control(parent, plan, new Combo(*this, parent->client()))
+    , m_box(static_cast<QComboBox&>(*widget()))
+    , m_text(plan.Caption)
+{
+    showText();
+    QObject::connect(m_box.lineEdit(), &QLineEdit::textEdited, &m_box,
+        [this](const QString& text) { deliverEvent(*this, [&] { typed(toText(text)); }); });
+    QObject::connect(
+        &m_box, &QComboBox::activated, &m_box, [this](int index) { deliverEvent(*this, [&] { chosen(index); }); });
+}
+
+// With the list and the field that it consists of.
+void ComboBox::nameForReaders()
+{
+    Control::nameForReaders();
+    for (QWidget* part : {static_cast<QWidget*>(m_box.view()), static_cast<QWidget*>(m_box.lineEdit())})
+        part->setAccessibleName(toQString(AccessibleName()));
+}
+
+void ComboBox::setListIndex(int index)
+{
+    if (index < -1 || index >= ListCount())
+        throw Failure(FailureKind::InvalidPropertyArrayIndex);
+    if (index != m_listIndex)
+        chosen(index);
+}
+
+const std::string& ComboBox::List(int index) const
+{
+    if (index < 0 || index >= ListCount())
+        throw Failure(FailureKind::InvalidPropertyArrayIndex);
+    return m_items[static_cast<std::size_t>(index)];
+}
+
+void ComboBox::AddItem(std::string text)
+{
+    m_items.push_back(std::move(text));
+    const QSignalBlocker quiet(m_box);
+    m_box.addItem(toQString(m_items.back()));
+    showText(); // the library chooses the first one by itself
+}
+
+void ComboBox::Clear()
+{
+    m_items.clear();
+    m_listIndex = -1;
+    const QSignalBlocker quiet(m_box);
+    m_box.clear();
+    showText();
+}
+
+void ComboBox::typed(std::string value)
+{
+    value = oneLine(value);
+    const auto found = std::find(m_items.begin(), m_items.end(), value);
+    m_listIndex = found == m_items.end() ? -1 : static_cast<int>(found - m_items.begin());
+    const bool isNew = value != m_text;
+    m_text = std::move(value);
+    showText();
+    if (isNew)
+        Change.raise();
+}
+
+void ComboBox::chosen(int index)
+{
+    if (index >= ListCount())
+        return;
+    m_listIndex = index;
+    m_text = index < 0 ? "" : m_items[static_cast<std::size_t>(index)];
+    showText();
+    Click.raise();
+}
+
+void ComboBox::showText()
+{
+    const QSignalBlocker quiet(m_box);
+    const int cursor = m_box.lineEdit()->cursorPosition();
+    m_box.setCurrentIndex(m_listIndex);
+    showIn(*m_box.lineEdit(), toQString(m_text), cursor);
 }
 
 } // namespace trovarium

@@ -1,15 +1,14 @@
 #pragma once
 
-#include "platform/toolkit/Component.h"
-#include "platform/toolkit/Event.h"
-#include "platform/toolkit/Property.h"
+#include "platform/toolkit/Control.h"
 
+#include <chrono>
 #include <memory>
 #include <string_view>
 
-namespace trovarium {
+class QTimer;
 
-class TimerView;
+namespace trovarium {
 
 struct TimerPlan {
     std::string_view Name{};
@@ -17,8 +16,8 @@ struct TimerPlan {
     bool Enabled = false;
 };
 
-// Ticks through the event loop. Setting Enabled true when it is true changes nothing; a tick that falls
-// due during a long handler comes once.
+// Ticks through the event loop while its form is loaded. Setting Enabled true when it is true changes nothing; a tick
+// that falls due during a long handler comes once.
 class Timer : public Component {
 public:
     Timer(trovarium::Form* form, const TimerPlan& plan);
@@ -26,21 +25,25 @@ public:
 
     trovarium::Form& form() override { return *m_form; }
 
-    AtLeast<int, 0> Interval;
-    Stored<bool> Enabled;
+    void restart(); // a whole interval anew, or not at all; also when the form was loaded or unloaded
+
+    AtLeast<&Timer::restart, int, 0> Interval;
+    Stored<&Timer::restart, bool> Enabled;
 
     trovarium::Event<> Tick{this}; // the event called Timer: handlers are tmrX_Timer
 
-    // The form was loaded or is being unloaded: it ticks only in between.
-    void formLoaded();
-    void formUnloaded();
-
-protected:
-    void changed(Change change) override;
+    using Clock = std::chrono::steady_clock;
+    bool isDue(Clock::time_point now) const { return !m_ticking && now >= m_due; }
 
 private:
+    void startUntil(Clock::time_point due);
+    void timeout();
+
     trovarium::Form* m_form;
-    std::unique_ptr<TimerView> m_view;
+    std::unique_ptr<QTimer> m_clock;
+    Clock::time_point m_due = Clock::time_point::max();
+    bool m_ticking = false;
+    bool m_overdue = false; // fell due while its handler ran
 };
 
 } // namespace trovarium

@@ -2,15 +2,13 @@
 #include "platform/media/FilmSurface.h"
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureService.h"
-#include "platform/qt/toolkit/FormView.h"
+#include "platform/toolkit/FormWindow.h"
 #include "platform/toolkit/Image.h"
 #include "platform/toolkit/Label.h"
-#include "platform/toolkit/Line.h"
+#include "platform/toolkit/Shape.h"
 #include "platform/toolkit/Menu.h"
 #include "platform/toolkit/PictureBox.h"
-#include "platform/toolkit/PictureButton.h"
 #include "platform/toolkit/ProgressBar.h"
-#include "platform/toolkit/Shape.h"
 #include "support/ScriptedPrompts.h"
 
 #include <QAccessible>
@@ -37,7 +35,7 @@ Picture plain(Qt::GlobalColor color, int width = 20, int height = 20)
 
 // How often a surface is painted.
 struct Paints : QObject {
-    explicit Paints(const Container& container) { container.surface()->installEventFilter(this); }
+    explicit Paints(const Container& container) { container.client()->installEventFilter(this); }
     bool eventFilter(QObject*, QEvent* event) override
     {
         count += event->type() == QEvent::Paint;
@@ -79,7 +77,8 @@ struct Items : Stage {
     {
         robot.moveTo(form, at);
         const QCursor* beating = QGuiApplication::overrideCursor();
-        return beating != nullptr ? beating->shape() : form.view()->client().cursor().shape();
+        const QWidget* below = form.client()->childAt(static_cast<int>(at.x), static_cast<int>(at.y));
+        return (beating != nullptr ? *beating : (below != nullptr ? below : form.client())->cursor()).shape();
     }
 
     const At both{30, 30}; // of the lower one; the upper one covers it there
@@ -161,7 +160,7 @@ TEST_F(Items, APressThatOpensAMenuShowsAModalFormOrAsksGetsNoRelease)
     EXPECT_EQ(taken(), down + "entry " + down + down + down + "low.up:2:0:150:150 ") << "the last press is whole again";
     when["low.down"] = acts[0];
     robot.whenMenuOpens([&] {
-        EXPECT_EQ(QApplication::activePopupWidget()->pos(), form.view()->client().mapToGlobal(QPoint(30, 30)));
+        EXPECT_EQ(QApplication::activePopupWidget()->pos(), form.client()->mapToGlobal(QPoint(30, 30)));
         robot.dismissMenu();
     });
     keys({93});
@@ -188,7 +187,7 @@ TEST_F(Items, TabWalksOverWhatCanBeClickedAndKeysAndScreenReadersActOnIt)
     robot.click(form, At{2, 2});
     EXPECT_EQ(robot.shot(form), pressed);
     EXPECT_EQ(taken(), "first form.down:1:0:2:2 ");
-    const QAccessibleInterface* surface = QAccessible::queryAccessibleInterface(&form.view()->client());
+    const QAccessibleInterface* surface = QAccessible::queryAccessibleInterface(form.client());
     surface->child(2)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(taken(), "high.down:1:0:300:300 high.up:1:0:300:300 high.click ");
     fillBar(box, bar, 20);

@@ -1,8 +1,8 @@
 #include "platform/Stage.h"
-#include "platform/qt/toolkit/DesktopState.h"
-#include "platform/qt/toolkit/FormView.h"
-#include "platform/toolkit/FormSlot.h"
-#include "platform/toolkit/Keys.h"
+#include "platform/toolkit/DesktopState.h"
+#include "platform/toolkit/FormWindow.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/Units.h"
 #include "platform/toolkit/PictureBox.h"
 #include "platform/toolkit/Timer.h"
 
@@ -23,7 +23,7 @@ struct Page : Form {
 };
 
 struct Lifecycle : Stage {
-    FormSlot<Page>::Factory maker(const std::string& name)
+    FormHolder<Page>::Factory maker(const std::string& name)
     {
         return [this, name] {
             auto page = std::make_unique<Page>(desktop, FormPlan{.Name = name, .Width = 3000, .Height = 1500});
@@ -42,9 +42,9 @@ struct Lifecycle : Stage {
         robot.click(page.box);
     }
 
-    FormSlot<Page> a{desktop, maker("A")};
-    FormSlot<Page> b{desktop, maker("B")};
-    FormSlot<Page> c{desktop, maker("C")};
+    FormHolder<Page> a{desktop, maker("A")};
+    FormHolder<Page> b{desktop, maker("B")};
+    FormHolder<Page> c{desktop, maker("C")};
 };
 
 } // namespace
@@ -61,6 +61,7 @@ TEST_F(Lifecycle, AFormIsListedUntilItIsClosedAndLivesUntilItsHandlerHasReturned
     b().unload();
     when["A.unload"] = [this] { a().unload(); }; // nothing, in its own Unload
     robot.close(a());
+    desktop.DoEvents();
     EXPECT_EQ(desktop.formsCount(), 0);
     EXPECT_EQ(taken(), "B.unload A.unload B.gone A.gone ");
     Form boxless(desktop, {.Name = "Boxless", .Width = 1500, .Height = 1500, .CloseBox = false});
@@ -82,6 +83,7 @@ TEST_F(Lifecycle, AFormIsListedUntilItIsClosedAndLivesUntilItsHandlerHasReturned
     EXPECT_EQ(taken(), "A.load A.click waited A.activate A.click A.unload A.gone ");
     a().show();
     robot.key(a(), F2Key + 2, AltKey); // where no window manager takes them
+    desktop.DoEvents();
     EXPECT_EQ(taken(), "A.load A.activate A.unload A.gone ");
     a().show();
     inHandler(a(), [this, &page = a()] {
@@ -92,7 +94,8 @@ TEST_F(Lifecycle, AFormIsListedUntilItIsClosedAndLivesUntilItsHandlerHasReturned
         EXPECT_EQ(a().box.Width(), 1500);
         a().show();
     });
-    EXPECT_EQ(taken(), "A.load A.click A.unload A.load A.gone ");
+    desktop.DoEvents();
+    EXPECT_EQ(taken(), "A.load A.click A.unload A.load A.activate A.gone ");
 }
 
 TEST_F(Lifecycle, ActivateComesOnceForEachShowingAndOnlyTheInnermostModalFormTakesInput)
@@ -114,7 +117,7 @@ TEST_F(Lifecycle, ActivateComesOnceForEachShowingAndOnlyTheInnermostModalFormTak
     when.clear();
     robot.key(a(), 'X', AltKey);
     robot.whenShown("B", [&] {
-        EXPECT_TRUE(b().view()->window().testAttribute(Qt::WA_KeyboardFocusChange)) << "a ring, as a key opened it";
+        EXPECT_TRUE(b().window().testAttribute(Qt::WA_KeyboardFocusChange)) << "a ring, as a key opened it";
         robot.whenShown("C", [&] {
             for (Page* page : {&a(), &b(), &c()})
                 robot.click(page->box);

@@ -2,7 +2,7 @@
 #include "platform/toolkit/TextBox.h"
 
 #include "platform/Stage.h"
-#include "platform/qt/toolkit/SurfaceView.h"
+#include "platform/toolkit/DrawnWidget.h"
 #include "platform/toolkit/PictureBox.h"
 
 #include <QAccessible>
@@ -86,7 +86,7 @@ TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndCha
     bar.Value = 10;
     desktop.DoEvents();
     EXPECT_FALSE(robot.shot(form) == before) << "the thumb stands elsewhere";
-    auto* widget = window.surface()->findChild<QScrollBar*>();
+    auto* widget = static_cast<QScrollBar*>(bar.widget());
     const auto state = [&] { return QAccessible::queryAccessibleInterface(widget)->state(); };
     EXPECT_TRUE(!state().disabled && widget->focusPolicy() == Qt::StrongFocus);
     bar.Enabled = false;

@@ -1,11 +1,9 @@
-#include "platform/toolkit/DriveList.h"
-#include "platform/toolkit/FileList.h"
-#include "platform/toolkit/FolderList.h"
+#include "platform/toolkit/FileControls.h"
 #include "platform/toolkit/ListBox.h"
 
 #include "platform/Stage.h"
 #include "platform/system/MountedMedia.h"
-#include "platform/toolkit/Button.h"
+#include "platform/toolkit/Buttons.h"
 #include "support/Surroundings.h"
 #include "support/TemporaryFolder.h"
 

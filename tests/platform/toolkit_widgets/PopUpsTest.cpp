@@ -2,8 +2,8 @@
 #include "platform/toolkit/Prompts.h"
 
 #include "platform/Stage.h"
-#include "platform/qt/toolkit/FormView.h"
-#include "platform/toolkit/Button.h"
+#include "platform/toolkit/FormWindow.h"
+#include "platform/toolkit/Buttons.h"
 #include "platform/toolkit/Label.h"
 
 #include <QAction>
@@ -86,7 +86,7 @@ TEST_F(PopUpsTest, APopUpMenuReturnsBehindItsEntryOrWithoutAWindowAndTheProgramM
     fileExit.Enabled = false; // has no view any more
     form.PopupMenu(group);    // nothing opens without a window
     show();
-    EXPECT_FALSE(form.view()->window().findChild<QAction*>("FileExit")->isEnabled());
+    EXPECT_FALSE(fileExit.action().isEnabled());
     taken();
     const auto close = [&] {
         form.unload();

@@ -1,0 +1,170 @@
+#include "platform/toolkit/Desktop.h"
+
+#include "platform/toolkit/DesktopState.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/FormWindow.h"
+#include "platform/toolkit/QtValues.h"
+#include "platform/toolkit/SessionEnd.h"
+#include "runtime/Failure.h"
+
+#include <QApplication>
+#include <QScreen>
+
+#include <exception>
+#include <iostream>
+#include <string>
+#include <utility>
+
+namespace trovarium {
+
+Desktop::Desktop(int& argc, char** argv, FileService& files, Pace pace)
+    : m_state(std::make_unique<DesktopState>(*this, argc, argv, files, pace))
+{
+}
+
+Desktop::~Desktop() = default;
+
+FileService& Desktop::files()
+{
+    return m_state->files;
+}
+
+PictureService& Desktop::pictures()
+{
+    return m_state->pictures;
+}
+
+MediaService& Desktop::media()
+{
+    return *m_state->media;
+}
+
+void Desktop::setMedia(MediaService* media)
+{
+    m_state->media = media != nullptr ? media : &m_state->realMedia;
+}
+
+trovarium::Screen& Desktop::Screen()
+{
+    return m_state->screen;
+}
+
+// Whoever asks for them is about to ask the user: the press in hand ends here.
+Prompts& Desktop::prompts()
+{
+    m_state->releaseMouse();
+    return *m_state->prompts;
+}
+
+void Desktop::setPrompts(Prompts* prompts)
+{
+    m_state->prompts = prompts != nullptr ? prompts : m_state->realPrompts.get();
+}
+
+int Desktop::run()
+{
+    try {
+        m_state->throwIfEnded();
+        if (m_state->loaded.empty())
+            return 0;
+        // Nothing that stands below this loop on the stack works on a form any more.
+        const int below = std::exchange(m_state->scopes, 0);
+        const SessionEnd sessionEnd(*m_state);
+        m_state->running = true;
+        QApplication::exec();
+        m_state->running = false;
+        m_state->scopes = below;
+        m_state->throwIfEnded();
+        return 0;
+    } catch (const ProgramEnd& end) {
+        return end.exitCode();
+    }
+}
+
+int Desktop::guarded(const std::function<void()>& body)
+{
+    const DesktopState::HandlerScope scope(*m_state);
+    try {
+        body();
+        return 0;
+    } catch (const ProgramEnd& end) {
+        m_state->noteEnd(end);
+        return end.exitCode();
+    } catch (const Failure& failure) {
+        std::cerr << std::string(failure.description()) + "\n" << std::flush;
+    } catch (const std::exception& error) {
+        std::cerr << std::string(error.what()) + "\n" << std::flush;
+    }
+    return 1;
+}
+
+void Desktop::DoEvents()
+{
+    m_state->doEvents();
+}
+
+void Desktop::repaintOnly()
+{
+    m_state->repaintOnly();
+}
+
+void Desktop::wait(int milliseconds)
+{
+    m_state->wait(milliseconds);
+}
+
+bool Desktop::waitUntil(const std::function<bool()>& condition, int milliseconds)
+{
+    return m_state->waitUntil(condition, milliseconds);
+}
+
+void Desktop::endProgram(int exitCode)
+{
+    throw ProgramEnd(exitCode);
+}
+
+int Desktop::formsCount() const
+{
+    return static_cast<int>(m_state->loaded.size());
+}
+
+Form& Desktop::formsItem(int index) const
+{
+    if (index < 0 || index >= formsCount())
+        throw Failure(FailureKind::SubscriptOutOfRange);
+    return *m_state->loaded[static_cast<std::size_t>(index)];
+}
+
+Form* Desktop::activeForm() const
+{
+    return m_state->activeForm();
+}
+
+void Desktop::returnToText()
+{
+    if (QWidget* text = m_state->lastText; text != nullptr && text->isVisible() && text->isEnabled())
+        text->setFocus(Qt::OtherFocusReason);
+}
+
+float Screen::Width() const
+{
+    return static_cast<float>(screenInUse(m_state).size().width()) * TwipsPerPixel;
+}
+
+float Screen::Height() const
+{
+    return static_cast<float>(screenInUse(m_state).size().height()) * TwipsPerPixel;
+}
+
+void Screen::setMousePointer(int value)
+{
+    if (value == m_mousePointer)
+        return;
+    if (m_mousePointer != DefaultPointer)
+        QGuiApplication::restoreOverrideCursor();
+    m_mousePointer = value;
+    if (m_mousePointer != DefaultPointer)
+        QGuiApplication::setOverrideCursor(cursorOf(m_mousePointer, qGuiApp->devicePixelRatio()));
+}
+
+} // namespace trovarium

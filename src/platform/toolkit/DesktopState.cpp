@@ -1,0 +1,405 @@
+#include "platform/toolkit/DesktopState.h"
+
+#include "platform/toolkit/Accessibility.h"
+#include "platform/toolkit/DesktopPrompts.h"
+#include "platform/toolkit/DrawnWidget.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/FormWindow.h"
+#include "platform/toolkit/QtValues.h"
+#include "platform/toolkit/Style.h"
+#include "platform/toolkit/Timer.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QStyle>
+
+#include <algorithm>
+#include <clocale>
+#include <exception>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <utility>
+
+#include <malloc.h>
+
+namespace trovarium {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// In a run of DoEvents the windows are repainted this often at most.
+constexpr auto RepaintInterval = 2ms;
+// How long a frame of a film, or what else changed, may go unpainted during a wait.
+constexpr auto WaitStep = 5ms;
+// How long a wait for a picture leaves a window's close box dead.
+constexpr auto LongestSilence = 500ms;
+// How long DoEvents may go without asking the window system.
+constexpr auto LookInterval = 1ms;
+
+// By itself the allocator puts ever larger blocks, up to 32 MB, into heaps, of which it makes eight for each core, and
+// which keep what is freed: hundreds of megabytes after an hour of photographs and films.
+void keepHeapsSmall()
+{
+    constexpr int LargestInHeap = 9 << 20; // bytes: a frame of a film in full HD, which comes many times a second
+    constexpr int KeptFree = 16 << 20;     // bytes at the end of a heap
+    constexpr int Heaps = 2;               // one for this thread and one for all others
+    mallopt(M_MMAP_THRESHOLD, LargestInHeap);
+    mallopt(M_TRIM_THRESHOLD, KeptFree);
+    mallopt(M_ARENA_MAX, Heaps);
+}
+
+std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
+{
+    keepHeapsSmall();                              // before there are threads
+    QApplication::setStyle(makeStyle().release()); // which the library owns
+    auto application = std::make_unique<QApplication>(argc, argv);
+    std::setlocale(LC_NUMERIC, "C"); // libraries below read and write numbers with it
+    QApplication::setApplicationName(QStringLiteral("trovarium"));
+    QApplication::setDesktopFileName(QStringLiteral("trovarium"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    QApplication::setFont(planFont(PlanFont));
+    return application;
+}
+
+void report(Component& sender, std::string_view description)
+{
+    const Form& form = sender.form();
+    const std::string name = &sender == &form ? form.Name() : form.Name() + "." + sender.Name();
+    std::cerr << name + ": " + std::string(description) + "\n" << std::flush;
+}
+
+} // namespace
+
+DesktopState::HandlerScope::HandlerScope(DesktopState& state, bool fromEvent)
+    : m_state(state)
+    , m_fromEvent(fromEvent)
+{
+    ++m_state.scopes;
+}
+
+DesktopState::HandlerScope::~HandlerScope()
+{
+    if (--m_state.scopes > 0)
+        return;
+    if (m_state.running && m_state.loaded.empty())
+        QCoreApplication::exit();
+    if (m_state.unloadedForms.empty())
+        return;
+    if (m_fromEvent)
+        m_state.invokeLater([&state = m_state] { state.destroyUnloadedForms(); });
+    else
+        m_state.destroyUnloadedForms();
+}
+
+DesktopState::DesktopState(Desktop& owner, int& argc, char** argv, FileService& fileService, Pace chosenPace)
+    : desktop(owner)
+    , files(fileService)
+    , pace(chosenPace)
+    , application(makeApplication(argc, argv))
+    , queue(std::make_unique<QObject>())
+    , eventFilter(std::make_unique<EventFilter>(*this))
+    , pictures(fileService, [this](auto waited) { return mayWait(waited); })
+    , realMedia(
+          fileService, [this](const auto& condition, int milliseconds) { return waitUntil(condition, milliseconds); })
+    , screen(*this)
+    , realPrompts(std::make_unique<DesktopPrompts>(owner))
+    , prompts(realPrompts.get())
+{
+    application->installEventFilter(eventFilter.get());
+    installAccessibility();
+}
+
+DesktopState::~DesktopState()
+{
+    unloadedForms.clear();
+}
+
+void DesktopState::noteEnd(const ProgramEnd& end)
+{
+    if (!endCode)
+        endCode = end.exitCode();
+    while (QWidget* popup = QApplication::activePopupWidget()) {
+        if (!popup->close())
+            break;
+    }
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (auto* dialog = qobject_cast<QDialog*>(window); dialog != nullptr && dialog->isVisible())
+            dialog->reject();
+    }
+    for (const ModalShow& modal : modals)
+        modal.loop->exit();
+    if (running)
+        QCoreApplication::exit();
+}
+
+void DesktopState::throwIfEnded() const
+{
+    if (endCode)
+        throw ProgramEnd(*endCode);
+}
+
+bool DesktopState::isOpenToInput(const Form& form) const
+{
+    if (ended() || eventsSuspended || !form.Enabled())
+        return false;
+    const auto modal =
+        std::find_if(modals.rbegin(), modals.rend(), [](const ModalShow& show) { return show.form->isShown(); });
+    return modal == modals.rend() || modal->form == &form;
+}
+
+void DesktopState::formShown(Form& form)
+{
+    lastLook = {}; // the window system has something to say about the new window
+    const bool wasActive = activeForm() == &form;
+    std::erase(shown, &form);
+    shown.push_back(&form);
+    if (!wasActive)
+        queueActivate(form);
+}
+
+void DesktopState::formHidden(Form& form)
+{
+    std::erase(shown, &form);
+    std::erase(activates, &form);
+    for (const ModalShow& modal : modals) {
+        if (modal.form == &form)
+            modal.loop->exit();
+    }
+}
+
+void DesktopState::formUnloaded(Form& form)
+{
+    formHidden(form);
+    std::erase(loaded, &form);
+}
+
+Form* DesktopState::activeForm() const
+{
+    return shown.empty() ? nullptr : shown.back();
+}
+
+Form* DesktopState::formOf(const QWidget& widget) const
+{
+    const QWidget* window = widget.window();
+    const auto found =
+        std::find_if(loaded.begin(), loaded.end(), [window](Form* form) { return &form->window() == window; });
+    return found == loaded.end() ? nullptr : *found;
+}
+
+// A window manager does so by itself; without one the keys would go nowhere.
+void DesktopState::activateNextWindow()
+{
+    if (const Form* next = activeForm())
+        next->window().activateWindow();
+}
+
+// What falls due while the form's own Activate runs is dropped.
+void DesktopState::queueActivate(Form& form)
+{
+    const auto in = [&form](const std::vector<Form*>& list) {
+        return std::find(list.begin(), list.end(), &form) != list.end();
+    };
+    if (in(activating) || in(activates))
+        return;
+    activates.push_back(&form);
+    invokeLater([this] { deliverActivates(); });
+}
+
+void DesktopState::deliverActivates()
+{
+    while (!activates.empty()) {
+        Form* form = activates.front();
+        activates.erase(activates.begin());
+        if (std::find(activating.begin(), activating.end(), form) != activating.end())
+            continue;
+        activating.push_back(form);
+        deliverEvent(*form, [form] { form->Activate.raise(); });
+        std::erase(activating, form);
+    }
+}
+
+void DesktopState::invokeLater(std::function<void()> action)
+{
+    QMetaObject::invokeMethod(
+        queue.get(),
+        [this, action = std::move(action)] {
+            if (eventsSuspended)
+                postponed.push_back(action);
+            else
+                action();
+        },
+        Qt::QueuedConnection);
+}
+
+void DesktopState::paintNow()
+{
+    repaintsWait = false;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
+}
+
+void DesktopState::releaseMouse()
+{
+    releasing = nullptr;
+    if (mouseGrabber != nullptr)
+        std::exchange(mouseGrabber, nullptr)->letGo();
+}
+
+// In a run of calls the window system is asked once a millisecond; what is posted inside the program, and
+// a timer that is due, never wait for that.
+void DesktopState::doEvents()
+{
+    throwIfEnded();
+    const HandlerScope scope(*this);
+    const Clock::time_point now = Clock::now();
+    repaintsWait = pace == Pace::Paced && !moved && now < nextRepaint;
+    if (!repaintsWait && !moved)
+        nextRepaint = now + RepaintInterval;
+    if (now - lastLook >= LookInterval || moved || timerIsDue(now)) {
+        lastLook = now;
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest); // what those events changed
+    } else {
+        QCoreApplication::sendPostedEvents();
+    }
+    repaintsWait = false;
+    for (const QPointer<QObject>& window : std::exchange(keptRepaints, {})) {
+        if (window)
+            QCoreApplication::postEvent(window, new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
+    }
+    throwIfEnded();
+    if (!std::exchange(moved, false) || pace == Pace::Immediate)
+        return;
+    nextRepaint = std::max(nextRepaint, Clock::now() - RepaintInterval) + RepaintInterval;
+    std::this_thread::sleep_until(nextRepaint);
+}
+
+bool DesktopState::keepsRepaint(QObject& window)
+{
+    if (!repaintsWait)
+        return false;
+    if (std::find(keptRepaints.begin(), keptRepaints.end(), &window) == keptRepaints.end())
+        keptRepaints.emplace_back(&window);
+    return true;
+}
+
+bool DesktopState::timerIsDue(Clock::time_point now) const
+{
+    return std::any_of(timers.begin(), timers.end(), [now](const Timer* timer) { return timer->isDue(now); });
+}
+
+void DesktopState::repaintOnly()
+{
+    processSuspended(QEventLoop::ExcludeUserInputEvents);
+}
+
+// A window's close comes with the input, so that all of it is taken in, though nothing is done by it yet.
+bool DesktopState::mayWait(std::chrono::milliseconds waited)
+{
+    if (waited >= LongestSilence)
+        processSuspended(QEventLoop::AllEvents);
+    return !closeAsked;
+}
+
+bool DesktopState::keepsInput(QObject& receiver, QEvent& event)
+{
+    if (!eventsSuspended && (keptInput.empty() || replaying))
+        return false;
+    event.accept();
+    if (event.type() == QEvent::ShortcutOverride)
+        return true; // asks only, before the key itself
+    if (keptInput.empty())
+        postponed.emplace_back([this] { replayInput(); });
+    keptInput.emplace_back(&receiver, event.clone());
+    return true;
+}
+
+void DesktopState::replayInput()
+{
+    while (!keptInput.empty()) {
+        const auto [receiver, event] = std::move(keptInput.front());
+        keptInput.pop_front();
+        replaying = true;
+        if (receiver)
+            QCoreApplication::sendEvent(receiver, event.get());
+        replaying = false;
+    }
+}
+
+void DesktopState::processSuspended(QEventLoop::ProcessEventsFlags flags)
+{
+    eventsSuspended = true;
+    QCoreApplication::processEvents(flags);
+    eventsSuspended = false;
+    paintNow(); // what came meanwhile, such as a frame of a film
+    for (std::function<void()>& action : std::exchange(postponed, {}))
+        invokeLater(std::move(action));
+}
+
+void DesktopState::wait(int milliseconds)
+{
+    waitUntil([this] { return pace == Pace::Immediate; }, milliseconds);
+}
+
+bool DesktopState::waitUntil(const std::function<bool()>& condition, int milliseconds)
+{
+    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(milliseconds);
+    while (true) {
+        repaintOnly();
+        if (condition())
+            return true;
+        const Clock::time_point now = Clock::now();
+        if (now >= end)
+            return false;
+        std::this_thread::sleep_for(std::min<Clock::duration>(end - now, WaitStep));
+    }
+}
+
+// A scope that is still open ends with another call.
+void DesktopState::destroyUnloadedForms()
+{
+    if (scopes == 0)
+        const std::vector<UnloadedForm> gone = std::exchange(unloadedForms, {});
+}
+
+void invokeHandler(Component& sender, const std::function<void()>& handler)
+{
+    const DesktopState::HandlerScope scope(sender.desktop().state());
+    try {
+        handler();
+    } catch (const Failure& failure) {
+        report(sender, failure.description());
+    } catch (const std::exception& error) {
+        report(sender, error.what());
+    }
+}
+
+void deliverEvent(Component& sender, const std::function<void()>& action)
+{
+    DesktopState& state = sender.desktop().state();
+    if (state.ended() || state.eventsSuspended || !sender.form().isLoaded())
+        return;
+    const DesktopState::HandlerScope scope(state, true);
+    try {
+        invokeHandler(sender, action);
+    } catch (const ProgramEnd& end) {
+        state.noteEnd(end);
+    }
+}
+
+NestedLoop::NestedLoop(Desktop& desktop)
+    : m_state(desktop.state())
+    , m_scope(m_state)
+{
+    m_state.releaseMouse();
+}
+
+void NestedLoop::finish()
+{
+    m_state.throwIfEnded();
+}
+
+} // namespace trovarium

@@ -1,0 +1,159 @@
+#pragma once
+
+#include "platform/media/DesktopMedia.h"
+#include "platform/pictures/PictureService.h"
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
+
+#include <QEventLoop>
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+class QApplication;
+
+namespace trovarium {
+
+class Component;
+class DrawnWidget;
+class FormHolderBase;
+class Timer;
+
+// What stands behind Desktop. Everything here runs on the one thread of the program.
+struct DesktopState {
+    using Clock = std::chrono::steady_clock;
+
+    // Code of our own on the stack, below which the library's event loop may run: handlers, DoEvents, modal shows,
+    // prompts. Unloaded forms live until the outermost scope has ended.
+    class HandlerScope {
+    public:
+        // `fromEvent`: the library's own code stands around it and may still use the widgets.
+        explicit HandlerScope(DesktopState& state, bool fromEvent = false);
+        ~HandlerScope();
+        HandlerScope(const HandlerScope&) = delete;
+        HandlerScope& operator=(const HandlerScope&) = delete;
+
+    private:
+        DesktopState& m_state;
+        bool m_fromEvent;
+    };
+
+    struct UnloadedForm {
+        std::unique_ptr<Form> form;
+        const FormHolderBase* holder;
+    };
+
+    struct ModalShow {
+        Form* form;
+        QEventLoop* loop;
+    };
+
+    DesktopState(Desktop& owner, int& argc, char** argv, FileService& fileService, Pace chosenPace);
+    ~DesktopState();
+    DesktopState(const DesktopState&) = delete;
+    DesktopState& operator=(const DesktopState&) = delete;
+
+    // Notes the end of the program and makes every loop of the library return.
+    void noteEnd(const ProgramEnd& end);
+    void throwIfEnded() const;
+    bool ended() const { return endCode.has_value(); }
+
+    // May the user act on this form now?
+    bool isOpenToInput(const Form& form) const;
+
+    void formShown(Form& form);
+    void formHidden(Form& form);   // hidden or unloaded: ends its modal show
+    void formUnloaded(Form& form); // or destroyed
+    Form* activeForm() const;
+    Form* formOf(const QWidget& widget) const; // null where its window is no loaded form's
+    void activateNextWindow();                 // the active form's, since the one with the keyboard has just gone
+    void queueActivate(Form& form);
+    void deliverActivates();
+
+    void paintNow();     // paints all that changed before it returns
+    void releaseMouse(); // the pressed widget gets no release any more
+
+    void doEvents();
+    void repaintOnly();
+    bool mayWait(std::chrono::milliseconds waited); // for a picture: false once the user closes a window
+    void wait(int milliseconds);
+    bool waitUntil(const std::function<bool()>& condition, int milliseconds);
+
+    // Runs it in the next iteration of the event loop; when events are suspended then, behind that.
+    void invokeLater(std::function<void()> action);
+    // Whether input for a form waits until handlers may run again; then it takes it.
+    bool keepsInput(QObject& receiver, QEvent& event);
+    // Whether a window's repaint waits; then it takes it.
+    bool keepsRepaint(QObject& window);
+
+    Desktop& desktop;
+    FileService& files;
+    const Pace pace;
+    std::unique_ptr<QApplication> application;
+    std::unique_ptr<QObject> queue; // what queued calls hang on
+    std::unique_ptr<QObject> eventFilter;
+    PictureService pictures;
+    DesktopMedia realMedia;
+    MediaService* media = &realMedia;
+    trovarium::Screen screen;
+    std::unique_ptr<Prompts> realPrompts;
+    Prompts* prompts = nullptr;
+
+    std::vector<Form*> loaded;
+    std::vector<Form*> shown; // the last one shown or made active at the end
+    std::vector<ModalShow> modals;
+    std::vector<Form*> activates;  // Activate is to come
+    std::vector<Form*> activating; // whose Activate handlers run
+    std::vector<UnloadedForm> unloadedForms;
+    std::vector<Timer*> timers;           // of loaded forms
+    DrawnWidget* mouseGrabber = nullptr;  // is pressed, and gets all of the mouse until its release
+    DrawnWidget* releasing = nullptr;     // its MouseUp runs, Click is still to come
+    DrawnWidget* lastPressed = nullptr;   // for the second press of a double click
+    QPointer<QWidget> lastText;           // the text box that had the focus last
+    int scopes = 0;                       // of HandlerScope
+    bool eventsSuspended = false;         // windows paint, but what would run a handler comes later
+    std::vector<std::function<void()>> postponed; // what came while events were suspended
+    bool closeAsked = false;                      // among it
+    std::deque<std::pair<QPointer<QObject>, std::shared_ptr<QEvent>>> keptInput;
+    bool replaying = false;
+    bool moved = false; // a control moved since the last repaint
+    bool repaintsWait = false;
+    std::vector<QPointer<QObject>> keptRepaints; // windows
+    Clock::time_point nextRepaint{};
+    Clock::time_point lastLook{}; // at what the window system has
+    std::optional<int> endCode;
+    bool running = false; // in `run`
+
+private:
+    void processSuspended(QEventLoop::ProcessEventsFlags flags);
+    void replayInput();
+    void destroyUnloadedForms();
+    bool timerIsDue(Clock::time_point now) const;
+};
+
+// What an event of the library leads to. Nothing is thrown through the library's code: the end of the program is noted
+// here. Does nothing once the program ends, while events are suspended, and for a form that isn't loaded.
+void deliverEvent(Component& sender, const std::function<void()>& action);
+
+// Stands around a call that runs an event loop inside a statement: a modal show, a pop-up menu, a prompt. A pressed
+// widget loses the mouse.
+class NestedLoop {
+public:
+    explicit NestedLoop(Desktop& desktop);
+    // Behind the loop: throws the end of the program again if it came meanwhile.
+    void finish();
+
+private:
+    DesktopState& m_state;
+    DesktopState::HandlerScope m_scope;
+};
+
+} // namespace trovarium

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/toolkit/Drawn.h"
+
+#include <QWidget>
+
+namespace trovarium {
+
+struct DesktopState;
+
+// What a key does on the widget with the focus: Space presses it, Enter opens it (a double click where it has one), the
+// menu key presses it with the right button.
+enum class Activation { Press, Open, Menu };
+
+// The widget of a drawn thing: paints it and gives it the mouse and the keys. Its contents' margins are what the thing
+// paints on beyond its place.
+class DrawnWidget : public QWidget {
+public:
+    DrawnWidget(Drawn& drawn, DesktopState& state, QWidget* parent);
+    ~DrawnWidget() override;
+
+    Drawn& drawn() const { return m_drawn; }
+    void letGo();
+    // The user's press by a key or by an assistive program.
+    void activate(Activation how);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override { press(*event, false); }
+    void mouseDoubleClickEvent(QMouseEvent* event) override { press(*event, true); }
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void press(QMouseEvent& event, bool doubled);
+    void deliver(const std::function<void()>& action);
+    void deliver(Event<int, int, float, float>& event, int button, int shift, const QPointF& place);
+    QWidget* focusWidgetAt(const QPoint& pixels);
+
+    Drawn& m_drawn;
+    DesktopState& m_state;
+    bool m_doubled = false;
+};
+
+} // namespace trovarium

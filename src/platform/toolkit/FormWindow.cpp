@@ -1,0 +1,343 @@
+#include "platform/toolkit/FormWindow.h"
+
+#include "platform/toolkit/Buttons.h"
+#include "platform/toolkit/DesktopState.h"
+#include "platform/toolkit/DrawnWidget.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/QtValues.h"
+#include "platform/toolkit/ScrollBar.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QPointer>
+#include <QScreen>
+#include <QTimer>
+#include <QWindow>
+
+#include <chrono>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+namespace trovarium {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// Until a window manager has a window in its place and has told so.
+constexpr auto SettlingTime = 100ms;
+
+Qt::WindowFlags flagsOf(const FormPlan& plan)
+{
+    if (plan.Border == BorderKind::None)
+        return Qt::Window | Qt::FramelessWindowHint;
+    Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+    flags.setFlag(Qt::WindowCloseButtonHint, plan.CloseBox);
+    flags.setFlag(Qt::WindowMinimizeButtonHint, plan.MinimizeBox);
+    return flags;
+}
+
+int toPixels(float twips)
+{
+    return static_cast<int>(std::lround(twips / TwipsPerPixel));
+}
+
+float toTwips(int pixels)
+{
+    return static_cast<float>(pixels) * TwipsPerPixel;
+}
+
+// Tab leads to a container, to what is drawn on it, and then to the widgets on it with what lies on those.
+void collectTabStops(const Container& container, std::vector<QWidget*>& stops)
+{
+    const auto isItem = [](Control* control) { return control->drawn() != nullptr && control->container() == nullptr; };
+    for (Control* control : container.controls()) {
+        if (isItem(control))
+            stops.push_back(control->widget());
+    }
+    for (Control* control : container.controls()) {
+        if (!isItem(control))
+            stops.push_back(control->widget());
+        if (const Container* inner = control->container())
+            collectTabStops(*inner, stops);
+    }
+}
+
+void followHandlers(const Container& container)
+{
+    for (Control* control : container.controls()) {
+        control->followInput();
+        if (const Container* inner = control->container())
+            followHandlers(*inner);
+    }
+}
+
+void raiseKey(Form& form, const QKeyEvent& event)
+{
+    const int code = keyCode(event);
+    const int ascii = keyAscii(event);
+    const int shift = shiftKeys(event.modifiers());
+    deliverEvent(form, [&] {
+        form.KeyDown.raise(code, shift);
+        if (ascii != 0 && form.isLoaded())
+            form.KeyPress.raise(ascii);
+    });
+}
+
+bool isModifier(const QKeyEvent& event)
+{
+    const int key = event.key();
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr
+        || key == Qt::Key_Meta;
+}
+
+bool isInput(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case QEvent::ContextMenu:
+    case QEvent::ToolTip:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// A ring shows what the keys go to while the user works by keys, Shift and its like aside.
+void noteHand(QWidget& window, const QEvent& event)
+{
+    // An access key of the menu bar or of a button comes as no press, but every key is offered first.
+    const bool byKey = event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride;
+    if (!byKey && event.type() != QEvent::MouseButtonPress)
+        return;
+    if (byKey && (window.isFullScreen() || isModifier(static_cast<const QKeyEvent&>(event))))
+        return; // nobody wants a ring round a picture that fills the screen
+    if (byKey == window.testAttribute(Qt::WA_KeyboardFocusChange))
+        return;
+    window.setAttribute(Qt::WA_KeyboardFocusChange, byKey);
+    if (QWidget* focus = window.focusWidget())
+        focus->update();
+}
+
+} // namespace
+
+FormWindow::FormWindow(Form& form)
+    : QWidget(nullptr, flagsOf(form.plan()))
+    , m_form(form)
+    , m_client(new DrawnWidget(form, form.desktop().state(), this))
+{
+    setObjectName(toQString(form.Name()));
+    m_client->setAttribute(Qt::WA_OpaquePaintEvent);
+    fitSize();
+}
+
+QWidget& FormWindow::client() const
+{
+    return *m_client;
+}
+
+QMenuBar& FormWindow::menuBar()
+{
+    if (m_menuBar == nullptr) {
+        m_menuBar = new QMenuBar(this);
+        m_menuBar->setNativeMenuBar(false);
+        m_menuBar->lower(); // screen readers come to it before the client area
+    }
+    return *m_menuBar;
+}
+
+void FormWindow::prepare()
+{
+    fitSize();
+    followHandlers(m_form);
+    std::vector<QWidget*> stops{this};
+    collectTabStops(m_form, stops);
+    for (std::size_t next = 1; next < stops.size(); ++next)
+        setTabOrder(stops[next - 1], stops[next]);
+}
+
+void FormWindow::place()
+{
+    move(corner());
+}
+
+void FormWindow::fitSize()
+{
+    const int bar = m_menuBar != nullptr ? m_menuBar->sizeHint().height() : 0;
+    const QSize area(toPixels(m_form.clientWidth()), toPixels(m_form.clientHeight()));
+    if (m_menuBar != nullptr)
+        m_menuBar->setGeometry(0, 0, area.width(), bar);
+    m_client->setGeometry(QRect(QPoint(0, bar), area));
+    setFixedSize(area.width(), area.height() + bar);
+}
+
+QSize FormWindow::extraSize() const
+{
+    const int bar = m_menuBar != nullptr ? m_menuBar->height() : 0;
+    return frameGeometry().size() - size() + QSize(0, bar);
+}
+
+bool FormWindow::isBare() const
+{
+    return m_form.plan().Border == BorderKind::None;
+}
+
+QScreen& FormWindow::standsOn() const
+{
+    QScreen* shownOn = isBare() ? QGuiApplication::screenAt(m_origin) : nullptr;
+    return shownOn != nullptr ? *shownOn : screenOf(*this);
+}
+
+// On a screen of another scale a window keeps its native pixels, which are too many or too few there. And while a
+// window manager takes a window in, that may seem to stand at the first screen's corner, which is put right later for
+// those with a frame only; here once, since no other place may be had.
+void FormWindow::screenChanged()
+{
+    if (!isVisible())
+        return;
+    if (isBare() && std::exchange(m_keepsPlace, false)) {
+        setScreen(&standsOn()); // by whose scale the place counts
+        place();
+    }
+    if (size() != maximumSize())
+        resize(maximumSize());
+}
+
+// The native window carries what is set before the show.
+void FormWindow::makeNative()
+{
+    if (windowHandle() != nullptr)
+        return;
+    winId();
+    connect(windowHandle(), &QWindow::screenChanged, this,
+        [this] { QTimer::singleShot(SettlingTime, this, [this] { screenChanged(); }); });
+}
+
+void FormWindow::present(bool modal)
+{
+    if (isVisible()) {
+        raise();
+        activateWindow();
+        return;
+    }
+    QScreen& screen = screenInUse(m_form.desktop().state());
+    setScreen(&screen);
+    setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    makeNative();
+    const Form* owner = m_form.desktop().activeForm();
+    const bool owned = modal && owner != nullptr && owner != &m_form;
+    windowHandle()->setTransientParent(owned ? owner->window().windowHandle() : nullptr);
+    m_origin = screen.geometry().topLeft();
+    m_keepsPlace = true;
+    standInTheMiddle(screen);
+    place();
+    if (isBare() && width() >= screen.size().width() && height() >= screen.size().height())
+        setWindowState(Qt::WindowFullScreen); // over panels too
+    show(); // forgets what follows: a dialog opened by a key shows its ring at once
+    setAttribute(Qt::WA_KeyboardFocusChange,
+        owned && !isBare() && owner->window().testAttribute(Qt::WA_KeyboardFocusChange));
+    activateWindow();
+}
+
+void FormWindow::moveEvent(QMoveEvent*)
+{
+    const QPoint now = frameGeometry().topLeft();
+    if (!isVisible() || now == corner() || isBare())
+        return;
+    m_origin = screenOf(*this).geometry().topLeft();
+    m_form.movedTo(toTwips(now.x() - m_origin.x()), toTwips(now.y() - m_origin.y()));
+}
+
+// Where no code has placed it.
+void FormWindow::standInTheMiddle(const QScreen& screen)
+{
+    if (m_form.isPlaced())
+        return;
+    const QRect free = screen.availableGeometry();
+    const QPoint place = free.topLeft() - m_origin;
+    m_form.movedTo(
+        toTwips(place.x() + (free.width() - width()) / 2), toTwips(place.y() + (free.height() - height()) / 2));
+}
+
+// On the desktop, which is all screens together.
+QPoint FormWindow::corner() const
+{
+    return m_origin + QPoint(toPixels(m_form.Left()), toPixels(m_form.Top()));
+}
+
+void FormWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    DesktopState& state = m_form.desktop().state();
+    if (!m_form.isLoaded() || !m_form.plan().CloseBox)
+        return;
+    if (state.eventsSuspended) {
+        state.closeAsked = true;
+        state.postponed.emplace_back([&state, window = QPointer<FormWindow>(this)] {
+            state.closeAsked = false;
+            if (window)
+                window->close();
+        });
+    } else if (state.isOpenToInput(m_form)) {
+        deliverEvent(m_form, [this] { m_form.Close.isWired() ? m_form.Close.raise() : m_form.unload(); });
+    }
+}
+
+void FormWindow::keyPressEvent(QKeyEvent* event)
+{
+    event->ignore();
+    const int code = keyCode(*event);
+    if (Button* button = m_form.buttonOf(code)) {
+        event->accept();
+        deliverEvent(*button, [&] { button->Click.raise(); });
+        return;
+    }
+    // They come here only where no window manager takes them, and there a window has no frame to close it by.
+    if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::AltModifier && m_form.plan().CloseBox) {
+        close();
+        return;
+    }
+    // A form with keys of its own has these as well.
+    const bool pages = (code == PageUpKey || code == PageDownKey) && !m_form.KeyDown.isWired();
+    VScroll* scroll = pages ? m_form.scrollFor() : nullptr;
+    if (scroll != nullptr)
+        deliverEvent(*scroll, [&] { scroll->page(code == PageUpKey ? -1 : 1); });
+    else
+        raiseKey(m_form, *event);
+}
+
+bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
+{
+    if (!receiver->isWidgetType())
+        return false;
+    if (event->type() == QEvent::UpdateRequest)
+        return m_state.keepsRepaint(*receiver);
+    if (!isInput(event->type()))
+        return false;
+    const auto* widget = static_cast<QWidget*>(receiver);
+    Form* form = m_state.formOf(*widget);
+    if (form == nullptr)
+        return false;
+    if (m_state.keepsInput(*receiver, *event) || !m_state.isOpenToInput(*form))
+        return true;
+    noteHand(form->window(), *event);
+    if (event->type() != QEvent::KeyPress || !form->plan().KeyPreview)
+        return false;
+    if (!form->KeyDown.isWired() && !form->KeyPress.isWired())
+        return false;
+    raiseKey(*form, static_cast<QKeyEvent&>(*event));
+    return true;
+}
+
+} // namespace trovarium

@@ -1,0 +1,214 @@
+#include "platform/toolkit/QtValues.h"
+
+#include "platform/toolkit/DesktopState.h"
+#include "platform/toolkit/Form.h"
+#include "platform/toolkit/FormWindow.h"
+
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPixmap>
+#include <QPolygonF>
+#include <QScreen>
+#include <QTextDocument>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <utility>
+
+namespace trovarium {
+
+namespace {
+
+constexpr int NarrowestFont = 70; // per cent
+constexpr int NarrowStep = 10;    // few, since each is another font to the desktop
+
+// An arrow with a sheet under it that carries a plus: what is held here is copied there.
+QCursor dropPointer(qreal ratio)
+{
+    QPixmap pixmap(QSize(32, 32) * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(40, 40, 40), 1));
+    painter.setBrush(QColor(255, 246, 190));
+    painter.drawRoundedRect(QRectF(10.5, 13.5, 18, 15), 2, 2);
+    painter.setPen(QPen(QColor(0, 100, 30), 2));
+    painter.drawLine(QPointF(19.5, 17), QPointF(19.5, 25));
+    painter.drawLine(QPointF(15.5, 21), QPointF(23.5, 21));
+    painter.setPen(QPen(Qt::black, 1));
+    painter.setBrush(Qt::white);
+    painter.drawPolygon(
+        QPolygonF({{0.5, 0.5}, {0.5, 15.5}, {4.3, 12.1}, {7.1, 18.1}, {9.5, 16.9}, {6.9, 11.1}, {11.5, 11.1}}));
+    painter.end();
+    return QCursor(pixmap, 0, 0); // the corner, since desktops differ in whose pixels they count the hot spot in
+}
+
+} // namespace
+
+QString toQString(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string toText(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+QString toolTipText(std::string_view text)
+{
+    QString plain = toQString(text);
+    return Qt::mightBeRichText(plain) ? "<qt>" + plain.toHtmlEscaped() + "</qt>" : plain;
+}
+
+QFont planFont(float pixels, bool bold)
+{
+    QFont font;
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
+    font.setBold(bold);
+    return font;
+}
+
+QFont narrowedFont(QFont font, int flags, const QString& text, qreal width)
+{
+    for (int stretch = 100; stretch > NarrowestFont && QFontMetricsF(font).size(flags, text).width() > width;) {
+        stretch -= NarrowStep;
+        font.setStretch(stretch);
+    }
+    return font;
+}
+
+QColor toQColor(Color color)
+{
+    return {color.red, color.green, color.blue};
+}
+
+QCursor cursorOf(int pointer, qreal ratio)
+{
+    switch (pointer) {
+    case TextPointer:
+        return QCursor(Qt::IBeamCursor);
+    case HourglassPointer:
+        return QCursor(Qt::WaitCursor);
+    case NoDropPointer:
+        return QCursor(Qt::ForbiddenCursor);
+    case ArrowHourglassPointer:
+        return QCursor(Qt::BusyCursor);
+    case FourWayPointer:
+        return QCursor(Qt::SizeAllCursor);
+    case OwnPointer:
+        return dropPointer(ratio);
+    default:
+        return QCursor(Qt::ArrowCursor);
+    }
+}
+
+QRectF placeInPixels(const Control& control)
+{
+    const Container& parent = control.parent();
+    return {parent.edge() + parent.toPixels(control.Left()), parent.edge() + parent.toPixels(control.Top()),
+        parent.toPixels(control.Width()), parent.toPixels(control.Height())};
+}
+
+QRect roundedPlace(const Control& control)
+{
+    const QRectF place = placeInPixels(control);
+    const QPoint corner(static_cast<int>(std::lround(place.left())), static_cast<int>(std::lround(place.top())));
+    const QPoint end(static_cast<int>(std::lround(place.right())), static_cast<int>(std::lround(place.bottom())));
+    return {corner, QSize(end.x() - corner.x(), end.y() - corner.y())};
+}
+
+int shiftKeys(Qt::KeyboardModifiers modifiers)
+{
+    return (modifiers.testFlag(Qt::ShiftModifier) ? ShiftKey : 0)
+        | (modifiers.testFlag(Qt::ControlModifier) ? CtrlKey : 0) | (modifiers.testFlag(Qt::AltModifier) ? AltKey : 0);
+}
+
+int mouseButtons(Qt::MouseButtons buttons)
+{
+    return (buttons.testFlag(Qt::LeftButton) ? LeftButton : 0) | (buttons.testFlag(Qt::RightButton) ? RightButton : 0)
+        | (buttons.testFlag(Qt::MiddleButton) ? MiddleButton : 0);
+}
+
+namespace {
+
+// What a US keyboard has on the key, 0 for a key that has no letter or digit there. X and Wayland count the keys
+// by their places.
+int usKey(quint32 scanCode)
+{
+    constexpr std::pair<quint32, std::string_view> rows[] = {
+        {10, "1234567890"}, {24, "QWERTYUIOP"}, {38, "ASDFGHJKL"}, {52, "ZXCVBNM"}};
+    for (const auto& [first, keys] : rows) {
+        if (scanCode >= first && scanCode - first < keys.size())
+            return keys[scanCode - first];
+    }
+    return 0;
+}
+
+// A key whose symbol has no number of its own. A Cyrillic or Greek letter counts as the Latin one in its place, a
+// sign or an accented letter on the row of digits as the digit; but a comma in the place of M is no M.
+int numberByPlace(const QKeyEvent& event)
+{
+    const int key = usKey(event.nativeScanCode());
+    if (key >= '0' && key <= '9')
+        return key;
+    const QChar::Script script = QChar::script(static_cast<char32_t>(event.key()));
+    return script > QChar::Script_Latin ? key : 0;
+}
+
+} // namespace
+
+int keyCode(const QKeyEvent& event)
+{
+    static const std::map<int, int> codes{{Qt::Key_Backspace, 8}, {Qt::Key_Tab, 9}, {Qt::Key_Backtab, 9},
+        {Qt::Key_Return, 13}, {Qt::Key_Enter, 13}, {Qt::Key_Shift, 16}, {Qt::Key_Control, 17}, {Qt::Key_Alt, 18},
+        {Qt::Key_Escape, 27}, {Qt::Key_Space, 32}, {Qt::Key_PageUp, 33}, {Qt::Key_PageDown, 34}, {Qt::Key_End, 35},
+        {Qt::Key_Home, 36}, {Qt::Key_Left, 37}, {Qt::Key_Up, 38}, {Qt::Key_Right, 39}, {Qt::Key_Down, 40},
+        {Qt::Key_Insert, 45}, {Qt::Key_Delete, 46}, {Qt::Key_Menu, 93}, {Qt::Key_Plus, 107}, {Qt::Key_Minus, 109}};
+    const int key = event.key();
+    if (event.modifiers().testFlag(Qt::KeypadModifier) && key >= Qt::Key_0 && key <= Qt::Key_9)
+        return 96 + key - Qt::Key_0;
+    if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9))
+        return key;
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F16)
+        return 112 + key - Qt::Key_F1;
+    const auto found = codes.find(key);
+    return found != codes.end() ? found->second : numberByPlace(event);
+}
+
+int keyAscii(const QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return 13;
+    case Qt::Key_Escape:
+        return 27;
+    case Qt::Key_Backspace:
+        return 8;
+    default:
+        break;
+    }
+    const QString text = event.text();
+    return text.size() == 1 && text.front().isPrint() ? text.front().unicode() : 0;
+}
+
+QScreen& screenOf(const QWidget& window)
+{
+    QScreen* screen = QGuiApplication::screenAt(window.frameGeometry().center());
+    return screen != nullptr ? *screen : *window.screen(); // out of sight
+}
+
+QScreen& screenInUse(const DesktopState& state)
+{
+    const Form* active = state.activeForm();
+    return active != nullptr ? active->window().standsOn() : *QGuiApplication::primaryScreen();
+}
+
+} // namespace trovarium
