@@ -56,13 +56,13 @@ void FileService::State::refuseReplacing(const Target& target, const struct stat
 }
 
 void FileService::State::copy(
-    const Descriptor& source, const struct stat& status, const NativePath& place, NewFile::Existing existing)
+    const Descriptor& source, const struct stat& status, const NativePath& place, AtomicFile::Existing existing)
 {
     made(place, [&] {
-        NewFile file(place.folder, (status.st_mode & NewFileMode) | S_IWUSR, Attempted::Change);
+        AtomicFile file(place.folder, (status.st_mode & NewFileMode) | S_IWUSR, Attempted::Change);
         file.copyContent(source);
         file.setModified(status.st_mtim);
-        file.becomes(place.whole(), existing);
+        file.commit(place.whole(), existing);
     });
 }
 
@@ -82,7 +82,7 @@ void FileService::State::moveAcross(const Target& from, const Target& to)
     const Descriptor source(::open(from.native.c_str(), O_RDONLY | O_CLOEXEC));
     if (!source.isOpen())
         failNow(Attempted::Change);
-    copy(source, *from.status, to.place, NewFile::Existing::Keep);
+    copy(source, *from.status, to.place, AtomicFile::Existing::Keep);
     gone(from.place, [&] {
         if (unlink(from.native.c_str()) == 0)
             return;
@@ -156,7 +156,7 @@ void FileService::copy(std::string_view source, std::string_view target, ReadOnl
     if (m_state->isInUse(status))
         throw Failure(FailureKind::PermissionDenied);
     m_state->refuseReplacing(place, status, readOnly);
-    m_state->copy(descriptor, status, place.place, NewFile::Existing::Replace);
+    m_state->copy(descriptor, status, place.place, AtomicFile::Existing::Replace);
 }
 
 void FileService::remove(std::string_view path)

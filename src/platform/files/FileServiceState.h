@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/files/AtomicFile.h"
 #include "platform/files/Descriptor.h"
-#include "platform/files/FileCopy.h"
 #include "platform/files/FileService.h"
 #include "platform/files/FolderWalk.h"
 #include "platform/files/NativeErrors.h"
@@ -132,7 +132,8 @@ struct FileService::State {
 
     Descriptor openForReading(std::string_view path);
     Descriptor openForWriting(std::string_view path, OpenMode mode);
-    void copy(const Descriptor& source, const struct stat& status, const NativePath& place, NewFile::Existing existing);
+    void copy(
+        const Descriptor& source, const struct stat& status, const NativePath& place, AtomicFile::Existing existing);
     void refuseReplacing(const Target& target, const struct stat& source, ReadOnlyTarget readOnly) const;
     bool isSameInOtherCase(const Target& from, const Target& to) const;
     void moveAcross(const Target& from, const Target& to);

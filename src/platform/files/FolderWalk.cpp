@@ -1,6 +1,6 @@
 #include "platform/files/FolderWalk.h"
 
-#include "platform/files/FileCopy.h"
+#include "platform/files/AtomicFile.h"
 #include "platform/files/FolderReader.h"
 #include "platform/files/NativeErrors.h"
 #include "platform/files/Paths.h"

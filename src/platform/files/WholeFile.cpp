@@ -1,6 +1,6 @@
 #include "platform/files/WholeFile.h"
 
-#include "platform/files/FileCopy.h"
+#include "platform/files/AtomicFile.h"
 #include "platform/files/NativeErrors.h"
 
 #include <algorithm>
@@ -71,21 +71,21 @@ void syncFolder(const std::string& folder)
         fsync(opened.handle());
 }
 
-void putBeside(
-    NewFile& file, const NativePath& place, std::string_view bytes, Sync sync, const std::function<void()>& whenWhole)
+void putBeside(AtomicFile& file, const NativePath& place, std::string_view bytes, Sync sync,
+    const std::function<void()>& whenWhole)
 {
     file.write(bytes);
     if (sync == Sync::Yes)
         file.sync();
     whenWhole();
-    file.becomes(place.whole(), NewFile::Existing::Replace);
+    file.commit(place.whole(), AtomicFile::Existing::Replace);
     if (sync == Sync::Yes)
         syncFolder(place.folder);
 }
 
 // Beside a file that is there. False where no file may be made in the folder, where the owner can't be kept, and
 // where the file has a second name, which is to go on naming it.
-bool startBeside(std::optional<NewFile>& file, const NativePath& place, const struct stat& old)
+bool startBeside(std::optional<AtomicFile>& file, const NativePath& place, const struct stat& old)
 {
     if (old.st_nlink > 1)
         return false;
@@ -135,7 +135,7 @@ void putWhole(const NativePath& place, const std::optional<struct stat>& old, st
     const std::function<void()>& whenWhole)
 {
     const std::string native = place.whole();
-    std::optional<NewFile> file;
+    std::optional<AtomicFile> file;
     if (!old) {
         file.emplace(place.folder, NewFileMode, Attempted::Access);
         putBeside(*file, place, bytes, sync, whenWhole);

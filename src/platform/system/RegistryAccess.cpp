@@ -1,6 +1,6 @@
 #include "platform/system/RegistryAccess.h"
 
-#include "platform/files/FileCopy.h"
+#include "platform/files/AtomicFile.h"
 #include "platform/files/WholeFile.h"
 #include "platform/system/SettingsText.h"
 #include "platform/system/UserFolders.h"
@@ -76,12 +76,12 @@ void replaceFile(const std::string& path, std::string_view text)
     const bool exists = ::stat(place.whole().c_str(), &old) == 0;
     if (exists && ::access(place.whole().c_str(), W_OK) != 0)
         failNow(Attempted::Access);
-    NewFile file(place.folder, exists ? old.st_mode & 0777 : 0666, Attempted::Access);
+    AtomicFile file(place.folder, exists ? old.st_mode & 0777 : 0666, Attempted::Access);
     if (exists)
         file.belongsAs(place.whole(), old); // where the system lets its owner be another
     file.write(text);
     file.sync();
-    file.becomes(place.whole(), NewFile::Existing::Replace);
+    file.commit(place.whole(), AtomicFile::Existing::Replace);
 }
 
 std::optional<std::uint32_t> numberIn(std::string_view text)

@@ -15,12 +15,12 @@ inline constexpr mode_t NewFileMode = 0666; // less what the user's mask takes a
 // A new file that takes its target's name when it is whole and vanishes otherwise, so that nobody ever sees half
 // a file under the name. It has no name until then; where the file system can't do that, and for the moment in
 // which it replaces another, a short hidden one beside its target.
-class NewFile {
+class AtomicFile {
 public:
-    NewFile(const std::string& folder, mode_t mode, Attempted attempted);
-    NewFile(const NewFile&) = delete;
-    NewFile& operator=(const NewFile&) = delete;
-    ~NewFile();
+    AtomicFile(const std::string& folder, mode_t mode, Attempted attempted);
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+    ~AtomicFile();
 
     void write(std::string_view bytes);
     void copyContent(const Descriptor& source); // by the kernel where it can: shared blocks, else a copy within it
@@ -31,7 +31,7 @@ public:
 
     enum class Existing { Replace, Keep };
     // "File already exists" when the target is to be kept.
-    void becomes(const std::string& target, Existing existing);
+    void commit(const std::string& target, Existing existing);
 
 private:
     bool takesListOf(const std::string& other);

@@ -1,4 +1,4 @@
-#include "platform/files/FileCopy.h"
+#include "platform/files/AtomicFile.h"
 
 #include <array>
 #include <cerrno>
@@ -26,7 +26,7 @@ constexpr mode_t AllRights = 07777;
 
 } // namespace
 
-NewFile::NewFile(const std::string& folder, mode_t mode, Attempted attempted)
+AtomicFile::AtomicFile(const std::string& folder, mode_t mode, Attempted attempted)
     : m_folder(folder)
     , m_attempted(attempted)
 {
@@ -39,13 +39,13 @@ NewFile::NewFile(const std::string& folder, mode_t mode, Attempted attempted)
     }
 }
 
-NewFile::~NewFile()
+AtomicFile::~AtomicFile()
 {
     if (!m_name.empty())
         unlink(m_name.c_str());
 }
 
-void NewFile::write(std::string_view bytes)
+void AtomicFile::write(std::string_view bytes)
 {
     while (!bytes.empty()) {
         const ssize_t count = ::write(m_descriptor.handle(), bytes.data(), bytes.size());
@@ -55,7 +55,7 @@ void NewFile::write(std::string_view bytes)
     }
 }
 
-void NewFile::copyContent(const Descriptor& source)
+void AtomicFile::copyContent(const Descriptor& source)
 {
     if (ioctl(m_descriptor.handle(), FICLONE, source.handle()) == 0)
         return;
@@ -78,7 +78,7 @@ void NewFile::copyContent(const Descriptor& source)
     }
 }
 
-void NewFile::setModified(const timespec& time)
+void AtomicFile::setModified(const timespec& time)
 {
     timespec times[2] = {};
     times[0].tv_nsec = UTIME_OMIT;
@@ -86,7 +86,7 @@ void NewFile::setModified(const timespec& time)
     check(futimens(m_descriptor.handle(), times) == 0);
 }
 
-bool NewFile::belongsAs(const std::string& other, const struct stat& status)
+bool AtomicFile::belongsAs(const std::string& other, const struct stat& status)
 {
     struct stat own = {};
     check(fstat(m_descriptor.handle(), &own) == 0);
@@ -99,7 +99,7 @@ bool NewFile::belongsAs(const std::string& other, const struct stat& status)
 
 // The rights of further users and groups. Where the other has none, those that the folder gives to what is new in it
 // go: they would open the file to more than could read it before.
-bool NewFile::takesListOf(const std::string& other)
+bool AtomicFile::takesListOf(const std::string& other)
 {
     std::array<char, 4096> list{};
     const ssize_t size = getxattr(other.c_str(), AccessList, list.data(), list.size());
@@ -109,12 +109,12 @@ bool NewFile::takesListOf(const std::string& other)
     return hasNone() && (fremovexattr(m_descriptor.handle(), AccessList) == 0 || hasNone());
 }
 
-void NewFile::sync()
+void AtomicFile::sync()
 {
     check(fdatasync(m_descriptor.handle()) == 0);
 }
 
-void NewFile::becomes(const std::string& target, Existing existing)
+void AtomicFile::commit(const std::string& target, Existing existing)
 {
     // Some file systems tell of a full disk only at a close, and without a name it must stay open until it has one.
     check(Descriptor(dup(m_descriptor.handle())).close() == 0);
@@ -130,7 +130,7 @@ void NewFile::becomes(const std::string& target, Existing existing)
     m_name.clear();
 }
 
-void NewFile::takeHiddenName()
+void AtomicFile::takeHiddenName()
 {
     std::string name;
     for (int number = 0;; ++number) {
@@ -142,12 +142,12 @@ void NewFile::takeHiddenName()
     m_name = name;
 }
 
-std::string NewFile::hiddenName(int number) const
+std::string AtomicFile::hiddenName(int number) const
 {
     return joinNative(m_folder, std::string(HiddenHead) + std::to_string(getpid()) + "-" + std::to_string(number));
 }
 
-int NewFile::linkTo(const std::string& name) const
+int AtomicFile::linkTo(const std::string& name) const
 {
     // The short way isn't open to every user on every system.
     const int result = linkat(m_descriptor.handle(), "", AT_FDCWD, name.c_str(), AT_EMPTY_PATH);
@@ -157,7 +157,7 @@ int NewFile::linkTo(const std::string& name) const
     return linkat(AT_FDCWD, file.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW);
 }
 
-void NewFile::check(bool done) const
+void AtomicFile::check(bool done) const
 {
     if (!done)
         failNow(m_attempted);
