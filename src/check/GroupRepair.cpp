@@ -54,7 +54,7 @@ void repairList(Album& album, Desktop& desktop, const std::string& list, Meanwhi
         }
     });
     if (isRead && !album.AutoCheckBypass)
-        attempt([&] { files.writeWhole(list, living, Sync::Yes); });
+        attempt([&] { files.writeFileAtomically(list, living, Sync::Yes); });
 }
 
 } // namespace

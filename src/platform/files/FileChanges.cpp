@@ -92,7 +92,7 @@ void FileService::State::moveAcross(const Target& from, const Target& to)
     });
 }
 
-void FileService::State::putWhole(std::string_view path, std::string_view bytes, Sync sync)
+void FileService::State::writeFileAtomically(std::string_view path, std::string_view bytes, Sync sync)
 {
     announce(FileOperation::Open, path);
     const Target target = writable(path);
@@ -102,12 +102,12 @@ void FileService::State::putWhole(std::string_view path, std::string_view bytes,
         throw Failure(FailureKind::PathFileAccess);
     announce(FileOperation::Print, path);
     const auto whenWhole = [&] { announce(FileOperation::Close, path); };
-    made(target.place, [&] { trovarium::putWhole(target.place, target.status, bytes, sync, whenWhole); });
+    made(target.place, [&] { trovarium::writeFileAtomically(target.place, target.status, bytes, sync, whenWhole); });
 }
 
-void FileService::writeWhole(std::string_view path, std::string_view bytes, Sync sync)
+void FileService::writeFileAtomically(std::string_view path, std::string_view bytes, Sync sync)
 {
-    m_state->putWhole(path, bytes, sync);
+    m_state->writeFileAtomically(path, bytes, sync);
 }
 
 void FileService::writeLines(std::string_view path, const std::vector<std::string>& lines, Sync sync)
@@ -115,13 +115,13 @@ void FileService::writeLines(std::string_view path, const std::vector<std::strin
     std::string bytes;
     for (const std::string& line : lines)
         bytes.append(encodeLine(line)).append("\r\n");
-    m_state->putWhole(path, bytes, sync);
+    m_state->writeFileAtomically(path, bytes, sync);
 }
 
 void FileService::replaceContent(std::string_view path, std::string_view source)
 {
     m_state->announce(FileOperation::Copy, path);
-    m_state->putWhole(path, readWhole(m_state->openForReading(source)), Sync::Yes);
+    m_state->writeFileAtomically(path, readWhole(m_state->openForReading(source)), Sync::Yes);
 }
 
 void FileService::setModified(std::string_view path, Instant instant)

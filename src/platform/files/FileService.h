@@ -100,10 +100,10 @@ public:
     // Writes or replaces a whole file in one act: whatever happens, there is the old one (or none) or the new one
     // under the name. Rights and owner stay. The hook is told of an open, a print and, before it is put in place, a
     // close.
-    void writeWhole(std::string_view path, std::string_view bytes, Sync sync = Sync::No);
+    void writeFileAtomically(std::string_view path, std::string_view bytes, Sync sync = Sync::No);
     // The same for lines, as `print` writes them.
     void writeLines(std::string_view path, const std::vector<std::string>& lines, Sync sync);
-    // Gives `path` the content of `source` as writeWhole does, synced. The hook is told of a copy before.
+    // Gives `path` the content of `source` as writeFileAtomically does, synced. The hook is told of a copy before.
     void replaceContent(std::string_view path, std::string_view source);
 
     std::int64_t length(std::string_view path) const; // in bytes; regular files only

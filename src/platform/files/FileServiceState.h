@@ -137,7 +137,7 @@ struct FileService::State {
     void refuseReplacing(const Target& target, const struct stat& source, ReadOnlyTarget readOnly) const;
     bool isSameInOtherCase(const Target& from, const Target& to) const;
     void moveAcross(const Target& from, const Target& to);
-    void putWhole(std::string_view path, std::string_view bytes, Sync sync);
+    void writeFileAtomically(std::string_view path, std::string_view bytes, Sync sync);
 
     enum class Absent { GivesNone, Fails };
     std::vector<FolderEntry> walk(std::string_view folderAndPattern, Absent absent);

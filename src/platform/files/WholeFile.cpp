@@ -131,8 +131,8 @@ std::string readWhole(const Descriptor& file)
     return bytes;
 }
 
-void putWhole(const NativePath& place, const std::optional<struct stat>& old, std::string_view bytes, Sync sync,
-    const std::function<void()>& whenWhole)
+void writeFileAtomically(const NativePath& place, const std::optional<struct stat>& old, std::string_view bytes,
+    Sync sync, const std::function<void()>& whenWhole)
 {
     const std::string native = place.whole();
     std::optional<AtomicFile> file;

@@ -20,7 +20,7 @@ std::string readWhole(const Descriptor& file);
 
 // Gives a file its bytes in one act: a kill or a full disk leaves `old`, or no file where there was none. Owner and
 // rights stay. `whenWhole` is called when nothing but that act is left to do.
-void putWhole(const NativePath& place, const std::optional<struct stat>& old, std::string_view bytes, Sync sync,
-    const std::function<void()>& whenWhole);
+void writeFileAtomically(const NativePath& place, const std::optional<struct stat>& old, std::string_view bytes,
+    Sync sync, const std::function<void()>& whenWhole);
 
 } // namespace trovarium

@@ -110,7 +110,7 @@ private:
         {"read", [&](auto& path, auto&) { told = files.lineInput(opened(path, OpenMode::Input)); }},
         {"append", [&](auto& path, auto& line) { files.print(opened(path, OpenMode::Append), line); }},
         {"empty", [&](auto& path, auto&) { opened(path, OpenMode::Output); }},
-        {"write", [&](auto& path, auto& bytes) { files.writeWhole(path, bytes); }},
+        {"write", [&](auto& path, auto& bytes) { files.writeFileAtomically(path, bytes); }},
         {"replace", [&](auto& path, auto& other) { files.replaceContent(path, at(other)); }},
         {"copy", [&](auto& path, auto& other) { files.copy(path, at(other)); }},
         {"rename", [&](auto& path, auto& other) { files.rename(path, at(other)); }},

@@ -89,7 +89,7 @@ void PictureService::saveBitmap(const Picture& picture, std::string_view path)
 try {
     if (picture.empty())
         throw Failure(FailureKind::InvalidPicture);
-    m_state->files.writeWhole(path, bitmapBytes(renderedImage(picture)));
+    m_state->files.writeFileAtomically(path, bitmapBytes(renderedImage(picture)));
 } catch (const std::bad_alloc&) {
     throw Failure(FailureKind::OutOfMemory);
 }
