@@ -48,7 +48,7 @@ std::string groupNameOf(std::string_view fileName)
 
 std::string groupListPath(const Album& album, std::string_view fileName)
 {
-    return album.files.asItStands(album.paths.SlideGroupPath + std::string(fileName));
+    return album.files.resolveExistingName(album.paths.SlideGroupPath + std::string(fileName));
 }
 
 bool hasGroupList(const Album& album, std::string_view fileName)

@@ -146,7 +146,7 @@ try {
 bool SaveImageInfo(Album& album, std::string_view infoFileName, const PhotoInfo& info)
 try {
     // Where it was read: a library from a file system without case has its names in any case.
-    const std::string path = album.files.asItStands(pathOf(album, infoFileName));
+    const std::string path = album.files.resolveExistingName(pathOf(album, infoFileName));
     return writeInfoFile(album.files, path,
         {info.PhotoLink, info.Title, info.Photographer, info.Year, info.People, info.Place, info.Event, info.Keywords,
             numberText(std::int64_t{info.ImageWidth}), numberText(std::int64_t{info.ImageHeight})},

@@ -239,7 +239,7 @@ void FileService::requireFolder(std::string_view path) const
         failNow(Attempted::Access);
 }
 
-std::string FileService::asItStands(std::string_view path) const
+std::string FileService::resolveExistingName(std::string_view path) const
 try {
     const NativePath place = splitNative(nativeAsWritten(path));
     struct stat status = {};

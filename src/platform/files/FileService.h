@@ -113,7 +113,7 @@ public:
     bool folderExists(std::string_view path) const;
     void requireFolder(std::string_view path) const; // "Path not found", or why it can't be listed
     // The path of the file that is read for this one: as written, or with the one name that differs in case alone.
-    std::string asItStands(std::string_view path) const;
+    std::string resolveExistingName(std::string_view path) const;
     Instant modified(std::string_view path) const;
     void setModified(std::string_view path, Instant instant);
     FileStamp stamp(std::string_view path) const; // of the file that is read for this path, as it is now

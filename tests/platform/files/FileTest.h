@@ -101,7 +101,7 @@ private:
         {"exists", [&](auto& path, auto&) { told = booleanText(files.exists(path)); }},
         {"folderExists", [&](auto& path, auto&) { told = booleanText(files.folderExists(path)); }},
         {"same", [&](auto& path, auto& other) { told = booleanText(files.isSameFile(path, at(other))); }},
-        {"asItStands", [&](auto& path, auto&) { told = files.asItStands(path); }},
+        {"resolveExistingName", [&](auto& path, auto&) { told = files.resolveExistingName(path); }},
         {"attributes", [&](auto& path, auto&) { told = numberText(files.attributes(path)); }},
         {"modified", [&](auto& path, auto&) { told = numberText(files.modified(path).time_since_epoch().count()); }},
         {"list", [&](auto& path, auto&) { tell(files.list(path)); }},

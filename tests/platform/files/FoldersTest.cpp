@@ -153,7 +153,7 @@ TEST_F(Folders, OddNamesGoAroundAndWhatIsMissingOrCannotBeIsTold)
     const std::string endless(300, 'x');
     for (const std::string name : {"none\\a.jpg", "file\\a.jpg"})
         expect({{"length " + name, NoFolder}, {"empty " + name, NoFolder}, {"remove " + name, NoFolder},
-            {"rename file > " + name, NoFolder}, {"asItStands " + name, at(name)}});
+            {"rename file > " + name, NoFolder}, {"resolveExistingName " + name, at(name)}});
     expect({{"length none", NoFile}, {"length " + endless, NoFile}, {"empty " + endless, BadName},
         {"copy file > " + endless, BadName}, {"length file\\", NoFile}, {"length !", NoFile}, {"copy file > !", NoFile},
         {"length " + std::string(5'000, '\\') + "d", NoFolder}, {"makeFolder new", ""}, {"makeFolder sub", NoAccess},
@@ -165,7 +165,7 @@ TEST_F(Folders, WhatIsReadFallsBackToTheOneNameInAnotherCaseAndWhatIsWrittenMean
 {
     std::filesystem::create_directories(folder.native("SUB/Caf\xE9"));
     expect({{"put FÄ.JPG > keep", ""}, {"put source > new", ""}, {"read fä.jpg", "keep"},
-        {"asItStands fä.jpg", at("FÄ.JPG")}, {"copy fä.jpg > copy", ""}, {"length COPY", "4"},
+        {"resolveExistingName fä.jpg", at("FÄ.JPG")}, {"copy fä.jpg > copy", ""}, {"length COPY", "4"},
         {"exists fä.jpg", "False"}, {"remove fä.jpg", NoFile}, {"remove ?Ä.*", NoFile},
         {"rename fä.jpg > b.jpg", NoFile}, {"date fä.jpg", NoFile}, {"rename copy > b", ""}, {"length COPY", NoFile},
         {"makeFolder Sub", NoAccess}, {"write sub\\CAFÉ\\a > 1", ""}, {"length Sub\\Café\\A", "1"},
@@ -174,7 +174,7 @@ TEST_F(Folders, WhatIsReadFallsBackToTheOneNameInAnotherCaseAndWhatIsWrittenMean
     // The exact name wins, and then none is *the* one that differs in case.
     expect({{"copy source > fä.jpg", ""}, {"append fä.JPG > line", ""}, {"bytes FÄ.JPG", "keep"},
         {"bytes fä.jpg", "new"}, {"bytes fä.JPG", "line\r\n"}, {"length FÄ.jpg", NoFile},
-        {"asItStands fä.jpg", at("fä.jpg")}, {"asItStands FÄ.jpg", at("FÄ.jpg")}});
+        {"resolveExistingName fä.jpg", at("fä.jpg")}, {"resolveExistingName FÄ.jpg", at("FÄ.jpg")}});
 }
 
 TEST_F(Folders, ANameThatIsNoUtf8IsKnownByItsWindows1252Reading)
