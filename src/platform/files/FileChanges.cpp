@@ -94,14 +94,14 @@ void FileService::State::moveAcross(const Target& from, const Target& to)
 
 void FileService::State::writeFileAtomically(std::string_view path, std::string_view bytes, Sync sync)
 {
-    announce(FileOperation::Open, path);
+    checkFault(FileOperation::Open, path);
     const Target target = writable(path);
     if (target.status && isInUse(*target.status))
         throw Failure(FailureKind::FileAlreadyOpen);
     if (target.status && (!isRegular(*target.status) || access(target.native.c_str(), W_OK) != 0))
         throw Failure(FailureKind::PathFileAccess);
-    announce(FileOperation::Print, path);
-    const auto whenWhole = [&] { announce(FileOperation::Close, path); };
+    checkFault(FileOperation::Print, path);
+    const auto whenWhole = [&] { checkFault(FileOperation::Close, path); };
     made(target.place, [&] { trovarium::writeFileAtomically(target.place, target.status, bytes, sync, whenWhole); });
 }
 
@@ -120,13 +120,13 @@ void FileService::writeLines(std::string_view path, const std::vector<std::strin
 
 void FileService::replaceContent(std::string_view path, std::string_view source)
 {
-    m_state->announce(FileOperation::Copy, path);
+    m_state->checkFault(FileOperation::Copy, path);
     m_state->writeFileAtomically(path, readWhole(m_state->openForReading(source)), Sync::Yes);
 }
 
 void FileService::setModified(std::string_view path, Instant instant)
 {
-    m_state->announce(FileOperation::SetDate, path);
+    m_state->checkFault(FileOperation::SetDate, path);
     timespec times[2] = {};
     times[0].tv_nsec = UTIME_OMIT;
     times[1].tv_sec = instant.time_since_epoch().count();
@@ -138,7 +138,7 @@ void FileService::setModified(std::string_view path, Instant instant)
 
 void FileService::copy(std::string_view source, std::string_view target, ReadOnlyTarget readOnly)
 {
-    m_state->announce(FileOperation::Copy, target);
+    m_state->checkFault(FileOperation::Copy, target);
     refuseEmpty(source);
     refuseEmpty(target);
     Descriptor descriptor;
@@ -161,7 +161,7 @@ void FileService::copy(std::string_view source, std::string_view target, ReadOnl
 
 void FileService::remove(std::string_view path)
 {
-    m_state->announce(FileOperation::Delete, path);
+    m_state->checkFault(FileOperation::Delete, path);
     const State::Target target = m_state->target(path);
     if (!target.status || !isRegular(*target.status))
         throw Failure(FailureKind::FileNotFound);
@@ -175,7 +175,7 @@ void FileService::remove(std::string_view path)
 
 void FileService::removeLink(std::string_view path)
 {
-    m_state->announce(FileOperation::Delete, path);
+    m_state->checkFault(FileOperation::Delete, path);
     const NativePath place = m_state->resolver.exact(nativeAsWritten(path));
     struct stat status = {};
     if (!isThere(lstat(place.whole().c_str(), &status)) || !S_ISLNK(status.st_mode))
@@ -188,7 +188,7 @@ void FileService::removeLink(std::string_view path)
 
 void FileService::rename(std::string_view from, std::string_view to)
 {
-    m_state->announce(FileOperation::Rename, from);
+    m_state->checkFault(FileOperation::Rename, from);
     const State::Target source = m_state->target(from);
     if (!source.status)
         throw Failure(FailureKind::FileNotFound);
@@ -216,7 +216,7 @@ void FileService::rename(std::string_view from, std::string_view to)
 
 void FileService::makeFolder(std::string_view path)
 {
-    m_state->announce(FileOperation::MakeFolder, path);
+    m_state->checkFault(FileOperation::MakeFolder, path);
     const std::string native(withoutEndSlashes(nativeAsWritten(path)));
     // A library from a file system without case must not get an empty folder beside its full one.
     if (native.empty() || !attempt([&] { m_state->resolver.folder(native); }))
@@ -230,7 +230,7 @@ void FileService::makeFolder(std::string_view path)
 
 void FileService::removeLeftOvers(std::string_view folder)
 {
-    m_state->announce(FileOperation::Delete, folder);
+    m_state->checkFault(FileOperation::Delete, folder);
     const std::string native =
         m_state->resolver.folder(splitNative(nativeAsWritten(std::string(folder) + "\\")).folder);
     std::erase_if(m_state->leftOvers,

@@ -59,7 +59,7 @@ Descriptor FileService::State::openForWriting(std::string_view path, OpenMode mo
 
 std::vector<FolderEntry> FileService::State::walk(std::string_view folderAndPattern, Absent absent)
 {
-    announce(FileOperation::List, folderAndPattern);
+    checkFault(FileOperation::List, folderAndPattern);
     try {
         const NativePath parts = splitNative(nativeAsWritten(folderAndPattern));
         return entriesOf(resolver.folder(parts.folder), NamePattern(parts.leaf), leftOvers);
@@ -133,7 +133,7 @@ int FileService::freeFile() const
 
 void FileService::open(std::string_view path, OpenMode mode, int number)
 {
-    m_state->announce(FileOperation::Open, path);
+    m_state->checkFault(FileOperation::Open, path);
     if (number < 1 || number > MaxFileNumber)
         throw Failure(FailureKind::BadFileNameOrNumber);
     if (m_state->numbers.count(number) != 0)
@@ -163,7 +163,7 @@ void FileService::open(std::string_view path, OpenMode mode, int number)
 void FileService::print(int number, std::string_view line)
 {
     OpenFile& file = m_state->numbered(number);
-    m_state->announce(FileOperation::Print, file.path());
+    m_state->checkFault(FileOperation::Print, file.path());
     file.print(line);
 }
 
@@ -175,7 +175,7 @@ bool FileService::endOfFile(int number) const
 std::string FileService::lineInput(int number)
 {
     OpenFile& file = m_state->numbered(number);
-    m_state->announce(FileOperation::LineInput, file.path());
+    m_state->checkFault(FileOperation::LineInput, file.path());
     return file.lineInput();
 }
 
@@ -189,7 +189,7 @@ void FileService::close(int number)
     auto taken = m_state->numbers.extract(number);
     if (taken.empty())
         return;
-    m_state->announce(FileOperation::Close, taken.mapped().path());
+    m_state->checkFault(FileOperation::Close, taken.mapped().path());
     taken.mapped().close();
 }
 
@@ -201,13 +201,13 @@ void FileService::closeAll()
 
 std::int64_t FileService::length(std::string_view path) const
 {
-    m_state->announce(FileOperation::Length, path);
+    m_state->checkFault(FileOperation::Length, path);
     return m_state->readableStatus(path).st_size;
 }
 
 bool FileService::exists(std::string_view path) const
 {
-    m_state->announce(FileOperation::Exists, path);
+    m_state->checkFault(FileOperation::Exists, path);
     struct stat status = {};
     const auto isSeen = [&](const std::string& native) { return isThere(stat(native.c_str(), &status)); };
     bool found = false;
@@ -227,13 +227,13 @@ bool FileService::exists(std::string_view path) const
 
 bool FileService::folderExists(std::string_view path) const
 {
-    m_state->announce(FileOperation::Exists, path);
+    m_state->checkFault(FileOperation::Exists, path);
     return !attempt([&] { m_state->resolver.folder(nativeAsWritten(path)); });
 }
 
 void FileService::requireFolder(std::string_view path) const
 {
-    m_state->announce(FileOperation::List, path);
+    m_state->checkFault(FileOperation::List, path);
     const FolderReader reader(m_state->resolver.folder(nativeAsWritten(path)));
     if (!reader.isOpen())
         failNow(Attempted::Access);
@@ -258,13 +258,13 @@ try {
 
 Instant FileService::modified(std::string_view path) const
 {
-    m_state->announce(FileOperation::Date, path);
+    m_state->checkFault(FileOperation::Date, path);
     return Instant(std::chrono::seconds(m_state->readableStatus(path).st_mtim.tv_sec));
 }
 
 FileStamp FileService::stamp(std::string_view path) const
 {
-    m_state->announce(FileOperation::Date, path);
+    m_state->checkFault(FileOperation::Date, path);
     return stampOf(m_state->readableStatus(path));
 }
 
@@ -292,7 +292,7 @@ std::vector<FolderEntry> FileService::listAll(std::string_view folderAndPattern)
 
 int FileService::attributes(std::string_view path, FolderEntry::Kind known) const
 {
-    m_state->announce(FileOperation::Attributes, path);
+    m_state->checkFault(FileOperation::Attributes, path);
     if (known != FolderEntry::Kind::Unknown)
         return known == FolderEntry::Kind::Folder ? DirectoryAttribute : 0;
     struct stat status = {};
@@ -326,7 +326,7 @@ bool isBelow(const std::string& native, const std::string& folder)
 std::vector<FolderLink> FileService::linksOut(
     std::string_view folder, const std::vector<std::string_view>& names, std::string_view home) const
 {
-    m_state->announce(FileOperation::List, folder);
+    m_state->checkFault(FileOperation::List, folder);
     std::string native;
     if (attempt([&] { native = m_state->resolver.folder(nativeAsWritten(folder)); }))
         return {};
@@ -355,7 +355,7 @@ std::vector<FolderLink> FileService::linksOut(
 
 bool FileService::isSameFile(std::string_view path, std::string_view other) const
 try {
-    m_state->announce(FileOperation::Attributes, path);
+    m_state->checkFault(FileOperation::Attributes, path);
     return isOneFile(m_state->readableStatus(path), m_state->readableStatus(other));
 } catch (const Failure& failure) {
     // Any other failure tells nothing of the two: their caller must not take them for two files.
@@ -372,9 +372,9 @@ std::string FileService::nativeForReading(std::string_view path) const
         path, Attempted::Access, [&](const std::string& native) { return stat(native.c_str(), &status); });
 }
 
-void FileService::announce(FileOperation operation, std::string_view path) const
+void FileService::checkFault(FileOperation operation, std::string_view path) const
 {
-    m_state->announce(operation, path);
+    m_state->checkFault(operation, path);
 }
 
 } // namespace trovarium

@@ -153,7 +153,7 @@ public:
     std::string nativeForReading(std::string_view path) const;
 
     // Runs the fault hook for an operation that the picture service makes on its own.
-    void announce(FileOperation operation, std::string_view path) const;
+    void checkFault(FileOperation operation, std::string_view path) const;
 
 private:
     struct State;

@@ -48,7 +48,7 @@ struct FileService::State {
     PathResolver resolver;
     ReadAhead ahead;
 
-    void announce(FileOperation operation, std::string_view path) const
+    void checkFault(FileOperation operation, std::string_view path) const
     {
         if (hook)
             hook(operation, path);

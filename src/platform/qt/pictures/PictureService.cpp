@@ -36,7 +36,7 @@ struct PictureService::State {
 
     Picture load(std::string_view path, int longerSide)
     {
-        files.announce(FileOperation::Picture, path);
+        files.checkFault(FileOperation::Picture, path);
         if (path.empty())
             throw Failure(FailureKind::FileNotFound);
         const std::string native = files.nativeForReading(path);
