@@ -3,6 +3,7 @@
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
 #include "platform/files/FileService.h"
+#include "platform/files/Prefetch.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/FormSlot.h"
 #include "platform/toolkit/Prompts.h"
@@ -109,8 +110,7 @@ void RepairPasses::PhotoFilesExist(bool AutoFix)
 try {
     CheckedArray<std::string> unmatched;
     const std::int16_t count = m_splash.listAnew(m_album.paths.InfoPath);
-    const ReadingAhead ahead(
-        m_album.files, listed(m_album.paths.InfoPath), listed(m_album.paths.PhotoPath, InfoEnding));
+    const PrefetchScope prefetch(listed(m_album.paths.InfoPath), listed(m_album.paths.PhotoPath, InfoEnding));
     for (int index = 0; index < count; ++index) {
         // A copy: events run before the next turn.
         const std::string name = m_splash.File1.List(index);
@@ -142,8 +142,7 @@ void RepairPasses::ThumbnailFilesExist(bool AutoFix)
 try {
     CheckedArray<std::string> missingList;
     const std::int16_t count = m_splash.listAnew(m_album.paths.InfoPath);
-    const ReadingAhead ahead(
-        m_album.files, listed(m_album.paths.InfoPath), listed(m_album.paths.ThumbnailPath, InfoEnding));
+    const PrefetchScope prefetch(listed(m_album.paths.InfoPath), listed(m_album.paths.ThumbnailPath, InfoEnding));
     for (int index = 0; index < count; ++index) {
         const std::string name = m_splash.File1.List(index);
         const std::string link = GetPhotoLink(m_album, name);

@@ -32,7 +32,6 @@ FileService::State::Target FileService::State::writable(std::string_view path)
     if (!isThere(lstat(target.native.c_str(), &status)))
         return target;
     if (S_ISLNK(status.st_mode)) {
-        ahead.changed(target.native); // read under this name, too
         const std::string_view ending = endingOfLinked(target.place.leaf);
         target.isLink = ending.empty();
         if (target.isLink)
@@ -131,7 +130,6 @@ void FileService::setModified(std::string_view path, Instant instant)
     times[0].tv_nsec = UTIME_OMIT;
     times[1].tv_sec = instant.time_since_epoch().count();
     const State::Target target = m_state->target(path);
-    m_state->ahead.changed(target.native);
     if (utimensat(AT_FDCWD, target.native.c_str(), times, AT_SYMLINK_NOFOLLOW) != 0)
         failNow(Attempted::Access);
 }
@@ -143,7 +141,6 @@ void FileService::copy(std::string_view source, std::string_view target, ReadOnl
     refuseEmpty(target);
     Descriptor descriptor;
     m_state->onReadable(source, Attempted::Change, [&](const std::string& native) {
-        m_state->ahead.status(native); // tells how far a run of copies is
         descriptor = Descriptor(::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
         return descriptor.handle();
     });
@@ -204,8 +201,6 @@ void FileService::rename(std::string_view from, std::string_view to)
         if (result != 0 && !betweenFileSystems)
             failNow(Attempted::Change);
     };
-    m_state->ahead.changed(source.native);
-    m_state->ahead.changed(target.native);
     m_state->resolver.listings().carry(
         {{FolderListings::Edit::What::Gone, source.place}, {FolderListings::Edit::What::Made, target.place}}, move);
     if (betweenFileSystems)

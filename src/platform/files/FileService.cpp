@@ -92,32 +92,6 @@ void FileService::setFaultHook(FaultHook hook)
     m_state->hook = std::move(hook);
 }
 
-namespace {
-
-std::vector<std::string> natives(const std::vector<std::string>& given)
-{
-    std::vector<std::string> written;
-    written.reserve(given.size());
-    // What can't be spelled is read in the usual way, with its failure.
-    for (const std::string& path : given) {
-        written.emplace_back();
-        attempt([&] { written.back() = nativeAsWritten(path); });
-    }
-    return written;
-}
-
-} // namespace
-
-void FileService::expect(const std::vector<std::string>& paths, const std::vector<std::string>& looks)
-{
-    m_state->ahead.expect(natives(paths), natives(looks));
-}
-
-void FileService::expectCopies(const std::vector<std::string>& paths)
-{
-    m_state->ahead.expectCopies(natives(paths));
-}
-
 int FileService::freeFile() const
 {
     int number = 1;
@@ -139,12 +113,6 @@ void FileService::open(std::string_view path, OpenMode mode, int number)
     if (m_state->numbers.count(number) != 0)
         throw Failure(FailureKind::FileAlreadyOpen);
 
-    if (mode == OpenMode::Input) {
-        if (auto file = m_state->ahead.take(nativeAsWritten(path))) {
-            m_state->numbers.try_emplace(number, std::string(path), std::move(*file));
-            return;
-        }
-    }
     Descriptor descriptor =
         mode == OpenMode::Input ? m_state->openForReading(path) : m_state->openForWriting(path, mode);
     struct stat status = {};

@@ -80,11 +80,6 @@ public:
 
     void setFaultHook(FaultHook hook);
 
-    // The files that a run is going to open for input one after the other, and, when there are any, as many others
-    // that it will ask for with them. No more than a head start, see `ReadingAhead`.
-    void expect(const std::vector<std::string>& paths, const std::vector<std::string>& looks);
-    void expectCopies(const std::vector<std::string>& paths);
-
     // Numbered text files, 1 to 255.
     int freeFile() const;
     void open(std::string_view path, OpenMode mode, int number);
@@ -166,27 +161,5 @@ std::string fromNativePath(std::string_view native);
 std::string toNativePath(std::string_view path);
 // For people: the native form of an absolute path, any other text as it stands.
 std::string readablePath(std::string_view text);
-
-// While it lives, files are read ahead of a run through them: by reading or, of `Copies`, by copying each.
-class ReadingAhead {
-public:
-    ReadingAhead(FileService& files, const std::vector<std::string>& paths, const std::vector<std::string>& looks = {})
-        : m_files(files)
-    {
-        files.expect(paths, looks);
-    }
-    enum CopiesTag { Copies };
-    ReadingAhead(FileService& files, const std::vector<std::string>& paths, CopiesTag)
-        : m_files(files)
-    {
-        files.expectCopies(paths);
-    }
-    ~ReadingAhead() { m_files.expect({}, {}); }
-    ReadingAhead(const ReadingAhead&) = delete;
-    ReadingAhead& operator=(const ReadingAhead&) = delete;
-
-private:
-    FileService& m_files;
-};
 
 } // namespace trovarium

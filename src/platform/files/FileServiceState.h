@@ -7,7 +7,6 @@
 #include "platform/files/NativeErrors.h"
 #include "platform/files/OpenFile.h"
 #include "platform/files/PathResolver.h"
-#include "platform/files/ReadAhead.h"
 #include "platform/files/WholeFile.h"
 
 #include <algorithm>
@@ -46,7 +45,6 @@ struct FileService::State {
     std::map<int, OpenFile> numbers;
     std::set<std::string> leftOvers; // native paths
     PathResolver resolver;
-    ReadAhead ahead;
 
     void checkFault(FileOperation operation, std::string_view path) const
     {
@@ -70,13 +68,11 @@ struct FileService::State {
 
     void made(const NativePath& place, const std::function<void()>& change)
     {
-        ahead.changed(place.whole());
         resolver.listings().carry({{FolderListings::Edit::What::Made, place}}, change);
     }
 
     void gone(const NativePath& place, const std::function<void()>& change)
     {
-        ahead.changed(place.whole());
         resolver.listings().carry({{FolderListings::Edit::What::Gone, place}}, change);
     }
 
@@ -99,8 +95,6 @@ struct FileService::State {
     {
         struct stat status = {};
         refuseEmpty(path);
-        if (const struct stat* found = ahead.status(nativeAsWritten(path)))
-            return *found;
         onReadable(path, Attempted::Access, [&](const std::string& native) { return stat(native.c_str(), &status); });
         if (!isRegular(status))
             throw Failure(FailureKind::FileNotFound);

@@ -44,16 +44,6 @@ OpenFile::OpenFile(std::string path, OpenMode mode, Descriptor descriptor, const
 {
 }
 
-OpenFile::OpenFile(std::string path, ReadAhead::File file)
-    : m_path(std::move(path))
-    , m_mode(OpenMode::Input)
-    , m_stamp(stampOf(file.status))
-    , m_unread(0)
-    , m_buffer(std::move(file.bytes))
-    , m_endReached(true)
-{
-}
-
 bool OpenFile::isSameFile(const struct stat& status) const
 {
     return m_stamp.device == status.st_dev && m_stamp.node == status.st_ino;

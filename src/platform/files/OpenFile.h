@@ -2,7 +2,6 @@
 
 #include "platform/files/Descriptor.h"
 #include "platform/files/FileService.h"
-#include "platform/files/ReadAhead.h"
 
 #include <string>
 #include <string_view>
@@ -15,8 +14,6 @@ namespace trovarium {
 class OpenFile {
 public:
     OpenFile(std::string path, OpenMode mode, Descriptor descriptor, const struct stat& status);
-
-    OpenFile(std::string path, ReadAhead::File file); // for input, read already
 
     const std::string& path() const { return m_path; } // as the program knows it
     OpenMode mode() const { return m_mode; }

@@ -1,4 +1,5 @@
 #include "platform/files/FileTest.h"
+#include "platform/files/Prefetch.h"
 #include "support/Surroundings.h"
 
 #include <unistd.h>
@@ -161,51 +162,28 @@ TEST_F(NumberedFiles, AWholeFileKeepsRightsOwnerAndSecondNameAndWhatWasThereWher
     EXPECT_EQ(status("foreign").st_uid, geteuid());
 }
 
-// Read in their order, with changes of the program's own on the way: what is read is always what stands there.
-TEST_F(NumberedFiles, ReadingAheadIsNotSeenButForTheTimeItTakes)
+TEST_F(NumberedFiles, PrefetchingReadsOnThreadsOfItsOwnUntilItIsStopped)
 {
-    constexpr int Files = 900;
     const auto threads = [] {
         const std::filesystem::directory_iterator tasks("/proc/self/task");
         return std::distance(begin(tasks), end(tasks));
     };
-    Names paths;
-    for (int i = 0; i < Files; ++i) {
-        const std::string name = std::to_string(i);
-        if (i % 14 == 3)
-            did("link " + name + " > linked " + name);
-        did("put " + name + " > old " + name + "\r\n");
-        paths.push_back(at(name));
+    const auto before = threads();
+    EXPECT_EQ(did("put a > text"), "");
+    EXPECT_EQ(did("pipe pipe"), "0");
+    Names paths(900, at("a"));
+    paths[1] = at("pipe");
+    paths[2] = at("none");
+    paths[3] = "relative";
+    {
+        PrefetchScope large(paths, PrefetchScope::LargeFiles);
+        EXPECT_GT(threads(), before) << "they wait";
+        for (int i = 0; i < 20; ++i)
+            large.advance();
+        const PrefetchScope small(paths, {at("a")});
+        EXPECT_EQ(did("read a"), "text");
     }
-    for (const int last : {Files, Files / 2}) {
-        const auto before = threads();
-        const ReadingAhead ahead(files, paths, paths);
-        EXPECT_GT(threads(), before) << "somebody reads ahead";
-        for (int i = 0; i < last; ++i) {
-            const std::string name = std::to_string(i);
-            const int turn = i % 7;
-            const bool isThere = turn != 4;
-            if (turn == 3)
-                did("write " + name + " > new " + name + "\r\n");
-            if (!isThere)
-                did(i % 2 == 0 ? "remove " + name : "rename " + name + " > away " + name);
-            if (turn == 5) // passed over
-                continue;
-            if (turn == 6)
-                expect({{"date " + name, ""}, {"modified " + name, "1000000000"}});
-            EXPECT_EQ(did("length " + name), isThere ? std::to_string(6 + name.size()) : NoFile);
-            ASSERT_EQ(did("read " + name), isThere ? (turn == 3 ? "new " : "old ") + name : NoFile);
-        }
-    }
-    // Other names and other bytes than were expected are copied as they stand.
-    const ReadingAhead copies(files, paths, ReadingAhead::Copies);
-    expect({{"put 4 > new", ""}, {"put 5 > new", ""}});
-    for (int i = 0; i < 20; ++i) {
-        const std::string name = std::to_string(i);
-        const bool isGone = i == 11 || i == 18;
-        EXPECT_EQ(did("copy " + name + " > copy"), isGone ? NoFile : "") << i;
-        EXPECT_TRUE(isGone || folder.read("copy") == folder.read(name)) << i;
-    }
+    EXPECT_EQ(threads(), before);
 }
 
 } // namespace trovarium
