@@ -18,7 +18,7 @@ PAIRS = {("browser", "viewer"), ("viewer", "browser"), ("import", "search")}
 HEADERS = {
     r"filesystem": "platform/files/",
     r"[a-z_]+": "",
-    r"(dirent|dlfcn|errno|fcntl|limits|malloc|poll|pwd|signal|spawn|time|unistd|(sys|linux)/\w+)\.h": "platform/",
+    r"(dirent|dlfcn|errno|fcntl|limits|malloc|mntent|poll|pwd|signal|spawn|time|unistd|(sys|linux)/\w+)\.h": "platform/",
     r"Q\w+(/Q\w+)?": "platform/qt/",
     r"lcms2\.h": "platform/colour/",
     r"zlib\.h": "platform/qt/pictures/",

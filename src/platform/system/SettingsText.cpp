@@ -20,7 +20,7 @@ bool isControl(char character)
     return code < 0x20 || code == 0x7F;
 }
 
-// Blanks at the ends are escaped too, so that a person may set a line loosely.
+// Blanks at the ends are escaped too: those that a person adds around a value are dropped.
 std::string escaped(std::string_view text, std::string_view special)
 {
     std::string result;
@@ -76,7 +76,7 @@ bool startsSection(std::string_view line)
     return !line.empty() && line.front() == '[';
 }
 
-// A damaged head opens a section that nobody asks for, so that its values don't fall to the one before.
+// A damaged head starts a section without a name, so that its values don't belong to the section before.
 bool isSection(std::string_view line, std::string_view section)
 {
     return line.back() == ']' && isUtf8(line)
@@ -137,7 +137,7 @@ std::string SettingsText::text() const
     return result;
 }
 
-// A new value goes behind the last line with content of its section, a new section to the end.
+// A new value goes after the last line of its section that isn't blank, a new section to the end.
 SettingsText::Place SettingsText::find(std::string_view section, std::string_view name) const
 {
     Place place{m_lines.size(), false, false};

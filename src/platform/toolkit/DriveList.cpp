@@ -1,7 +1,7 @@
 #include "platform/toolkit/DriveList.h"
 
 #include "platform/files/FileService.h"
-#include "platform/system/MountedMedia.h"
+#include "platform/system/UserFolders.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/FolderPath.h"
 #include "runtime/Failure.h"

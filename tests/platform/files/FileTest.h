@@ -24,26 +24,26 @@ inline constexpr const char* BadName = "Bad file name or number";
 inline constexpr const char* Taken = "File already exists";
 inline constexpr const char* InUse = "File already open";
 
-// A folder, and deeds in it: "copy a > b" is a verb, a name and, for some, another name or a text. Behind "!" stands a
+// A folder, and steps in it: "copy a > b" is a verb, a name and, for some, another name or a text. Behind "!" stands a
 // whole path in place of a name.
 class FileTest : public testing::Test {
 protected:
-    using Deeds = std::vector<std::pair<std::string, std::string>>;
+    using Steps = std::vector<std::pair<std::string, std::string>>;
 
     // Does one after the other and sees what each tells, or fails with.
-    void expect(const Deeds& deeds)
+    void expect(const Steps& steps)
     {
-        for (const auto& [deed, told] : deeds)
-            EXPECT_EQ(did(deed), told) << deed;
+        for (const auto& [step, told] : steps)
+            EXPECT_EQ(did(step), told) << step;
     }
-    std::string did(const std::string& deed)
+    std::string did(const std::string& step)
     {
-        const std::size_t blank = deed.find(' ');
-        const std::size_t arrow = deed.find(" > ");
-        const std::string path = at(deed.substr(blank + 1, arrow - blank - 1));
-        const std::string other = arrow == deed.npos ? "" : deed.substr(arrow + 3);
+        const std::size_t blank = step.find(' ');
+        const std::size_t arrow = step.find(" > ");
+        const std::string path = at(step.substr(blank + 1, arrow - blank - 1));
+        const std::string other = arrow == step.npos ? "" : step.substr(arrow + 3);
         told.clear();
-        const std::string failure = failureOf([&] { verbs.at(deed.substr(0, blank))(path, other); });
+        const std::string failure = failureOf([&] { verbs.at(step.substr(0, blank))(path, other); });
         attempt([&] { files.close(Number); });
         return failure + told;
     }

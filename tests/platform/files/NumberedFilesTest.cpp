@@ -26,7 +26,10 @@ TEST_F(NumberedFiles, ALineEndsAtCrLfCrOrLfAndWithTheFile)
         EXPECT_EQ(failureOf([&] { files.lineInput(1); }), "Input past end of file");
         files.close(1);
     }
-    // One that grows is read to where it ended when it was opened.
+}
+
+TEST_F(NumberedFiles, AFileThatGrowsIsReadToWhereItEndedWhenItWasOpened)
+{
     folder.write("a", "one\r\ntwo");
     files.open(at("a"), OpenMode::Input, 1);
     for (const char* line : {"one", "two"}) {
@@ -34,7 +37,10 @@ TEST_F(NumberedFiles, ALineEndsAtCrLfCrOrLfAndWithTheFile)
         EXPECT_EQ(files.lineInput(1), line);
     }
     EXPECT_TRUE(files.endOfFile(1));
-    files.close(1);
+}
+
+TEST_F(NumberedFiles, ALineOfAGigabyteTakesNoMemory)
+{
     folder.write("a", "");
     std::filesystem::resize_file(folder.native("a"), std::uintmax_t{1} << 30);
     EXPECT_EQ(did("read a"), "Out of memory");
@@ -87,17 +93,31 @@ TEST_F(NumberedFiles, NothingIsWrittenThroughALinkButAListOrAnInformationFileToO
     enum Outcome { Replaced, Followed, Refused };
     makeFolder("folder.lst");
     expect({{"put source > new", ""}, {"link chain.lst > victim.txt", ""}});
-    for (const auto& [link, target, outcome] :
-        {std::tuple{"own", "victim.txt", Replaced}, {"own.txt", "victim.lst", Replaced}, {"own", "none", Replaced},
-            {"own.jpg", "folder.lst", Replaced}, {"own.LST", "victim.lst", Followed},
-            {"own.info", "victim.INFO", Followed}, {"own.lst", "victim.txt", Refused},
-            {"own.lst", "victim.INFO", Refused}, {"own.info", "victim.lst", Refused}, {"own.lst", "none.lst", Refused},
-            {"own.lst", "chain.lst", Refused}, {"own.lst", "folder.lst", Refused}}) {
+    struct Case {
+        std::string link;
+        std::string target;
+        Outcome outcome;
+    };
+    const Case cases[] = {
+        {.link = "own", .target = "victim.txt", .outcome = Replaced},
+        {.link = "own.txt", .target = "victim.lst", .outcome = Replaced},
+        {.link = "own", .target = "none", .outcome = Replaced},
+        {.link = "own.jpg", .target = "folder.lst", .outcome = Replaced},
+        {.link = "own.LST", .target = "victim.lst", .outcome = Followed},
+        {.link = "own.info", .target = "victim.INFO", .outcome = Followed},
+        {.link = "own.lst", .target = "victim.txt", .outcome = Refused},
+        {.link = "own.lst", .target = "victim.INFO", .outcome = Refused},
+        {.link = "own.info", .target = "victim.lst", .outcome = Refused},
+        {.link = "own.lst", .target = "none.lst", .outcome = Refused},
+        {.link = "own.lst", .target = "chain.lst", .outcome = Refused},
+        {.link = "own.lst", .target = "folder.lst", .outcome = Refused},
+    };
+    for (const auto& [link, target, outcome] : cases) {
         for (const std::string verb : {"append", "empty", "write", "replace", "removeLink"}) {
             SCOPED_TRACE(verb + " " + link + " > " + target);
             expect({{"put victim.txt > x", ""}, {"put victim.lst > x", ""}, {"put victim.INFO > x", ""}});
             const auto before = onDisk();
-            did(std::string("link ") + link + " > " + target);
+            did("link " + link + " > " + target);
             const bool writes = verb != "removeLink";
             EXPECT_EQ(did(verb + " " + link + " > source"), writes && outcome == Refused ? NoAccess : "");
             EXPECT_EQ(std::filesystem::is_symlink(folder.native(link)), writes && outcome != Replaced);
