@@ -12,7 +12,7 @@ namespace trovarium {
 
 namespace {
 
-constexpr std::size_t FewestFiles = 64;
+constexpr std::size_t FewestSmallFiles = 64;
 constexpr std::size_t LargeFilesAhead = 4;
 constexpr std::size_t Threads = 16;   // more than cores: on a cold disk they wait most of the time
 constexpr off_t SmallBytes = 1 << 14; // of each small file
@@ -37,24 +37,21 @@ void readIntoCache(const std::string& path, off_t length)
 
 } // namespace
 
-PrefetchScope::PrefetchScope(const std::vector<std::string>& paths, const std::vector<std::string>& statPaths)
-    : m_mayRead(0)
+PrefetchScope::PrefetchScope(
+    const std::vector<std::string>& paths, Kind kind, const std::vector<std::string>& statPaths)
+    : m_kind(kind)
+    , m_mayRead(LargeFilesAhead)
 {
-    if (paths.size() < FewestFiles)
+    if (paths.size() < (kind == LargeFiles ? LargeFilesAhead : FewestSmallFiles))
         return;
     m_paths = nativePaths(paths);
     m_statPaths = nativePaths(statPaths);
-    start();
-}
-
-PrefetchScope::PrefetchScope(const std::vector<std::string>& paths, Tag)
-    : m_areLarge(true)
-    , m_mayRead(LargeFilesAhead)
-{
-    if (paths.size() <= LargeFilesAhead)
-        return;
-    m_paths = nativePaths(paths);
-    start();
+    try {
+        while (m_threads.size() < Threads)
+            m_threads.emplace_back([this] { run(); });
+    } catch (const std::system_error&) {
+        // The system grants no more threads; those that run do the work.
+    }
 }
 
 PrefetchScope::~PrefetchScope()
@@ -70,25 +67,15 @@ void PrefetchScope::advance()
     m_mayRead.release();
 }
 
-void PrefetchScope::start()
-{
-    try {
-        while (m_threads.size() < Threads)
-            m_threads.emplace_back([this] { run(); });
-    } catch (const std::system_error&) {
-        // The system grants no more threads; those that run do the work.
-    }
-}
-
 void PrefetchScope::run()
 {
     for (;;) {
-        if (m_areLarge)
+        if (m_kind == LargeFiles)
             m_mayRead.acquire();
         const std::size_t index = m_next.fetch_add(1);
         if (index >= m_paths.size())
             return;
-        readIntoCache(m_paths[index], m_areLarge ? AllBytes : SmallBytes);
+        readIntoCache(m_paths[index], m_kind == LargeFiles ? AllBytes : SmallBytes);
         struct stat unused = {};
         if (index < m_statPaths.size())
             static_cast<void>(stat(m_statPaths[index].c_str(), &unused));

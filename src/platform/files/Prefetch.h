@@ -13,12 +13,13 @@ namespace trovarium {
 // the program's.
 class PrefetchScope {
 public:
-    // Reads `paths`, small files. Of `statPaths`, when there are any, only the status is read, together with the path
-    // at the same place. Few files aren't worth the threads.
-    explicit PrefetchScope(const std::vector<std::string>& paths, const std::vector<std::string>& statPaths = {});
-    // For files of any size: no more than a few are read before the program is at them, see `advance`.
-    enum Tag { LargeFiles };
-    PrefetchScope(const std::vector<std::string>& paths, Tag);
+    // Of small files the first 16 KB are read. Of large ones only a few are read before the program is at them, see
+    // `advance`.
+    enum Kind { SmallFiles, LargeFiles };
+    // If there are `statPaths`, the status of each is read together with the path at the same place. Few files aren't
+    // worth the threads.
+    explicit PrefetchScope(
+        const std::vector<std::string>& paths, Kind kind = SmallFiles, const std::vector<std::string>& statPaths = {});
     ~PrefetchScope();
     PrefetchScope(const PrefetchScope&) = delete;
     PrefetchScope& operator=(const PrefetchScope&) = delete;
@@ -26,12 +27,11 @@ public:
     void advance(); // to the next of the large files
 
 private:
-    void start();
     void run();
 
+    Kind m_kind;
     std::vector<std::string> m_paths; // native
     std::vector<std::string> m_statPaths;
-    bool m_areLarge = false;
     std::atomic<std::size_t> m_next = 0;
     std::counting_semaphore<> m_mayRead; // counts the large files that may be read now
     std::vector<std::thread> m_threads;

@@ -200,7 +200,7 @@ TEST_F(NumberedFiles, PrefetchingReadsOnThreadsOfItsOwnUntilItIsStopped)
         EXPECT_GT(threads(), before) << "they wait";
         for (int i = 0; i < 20; ++i)
             large.advance();
-        const PrefetchScope small(paths, {at("a")});
+        const PrefetchScope small(paths, PrefetchScope::SmallFiles, {at("a")});
         EXPECT_EQ(did("read a"), "text");
     }
     EXPECT_EQ(threads(), before);
