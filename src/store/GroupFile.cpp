@@ -163,14 +163,10 @@ try {
 
 bool CheckGroupName(std::string& name)
 {
-    bool unchanged = true;
-    for (char& character : name) {
-        if (std::string_view("\"|.<>?*:/\\").find(character) != std::string_view::npos) {
-            character = '_';
-            unchanged = false;
-        }
-    }
-    return unchanged;
+    const std::string before = name;
+    for (std::size_t at = 0; (at = name.find_first_of("\"|.<>?*:/\\", at)) != std::string::npos;)
+        name[at] = '_';
+    return name == before;
 }
 
 } // namespace trovarium

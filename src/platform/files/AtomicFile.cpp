@@ -143,14 +143,12 @@ void AtomicFile::commit(const std::string& target, Existing existing)
 
 void AtomicFile::takeHiddenName()
 {
-    std::string name;
-    for (int number = 0;; ++number) {
-        name = hiddenName(number);
-        if (linkTo(name) == 0)
-            break;
+    int number = 0;
+    while (linkTo(hiddenName(number)) != 0) {
         check(errno == EEXIST);
+        ++number;
     }
-    m_name = name;
+    m_name = hiddenName(number);
 }
 
 std::string AtomicFile::hiddenName(int number) const

@@ -3,7 +3,7 @@
 #include "runtime/Text.h"
 
 #include <algorithm>
-#include <cctype>
+#include <charconv>
 #include <cstdint>
 #include <utility>
 
@@ -49,17 +49,15 @@ std::string unescaped(std::string_view text)
 {
     std::string result;
     for (std::size_t index = 0; index < text.size(); ++index) {
-        if (text[index] == '%' && index + 2 < text.size()) {
-            const auto digit = [&](std::size_t at) {
-                return HexDigits.find(static_cast<char>(std::toupper(static_cast<unsigned char>(text[at]))));
-            };
-            if (digit(index + 1) != HexDigits.npos && digit(index + 2) != HexDigits.npos) {
-                result += static_cast<char>(digit(index + 1) * 16 + digit(index + 2));
-                index += 2;
-                continue;
-            }
+        const char* const digits = text.data() + index + 1;
+        unsigned char code = 0;
+        if (text[index] == '%' && index + 2 < text.size()
+            && std::from_chars(digits, digits + 2, code, 16).ptr == digits + 2) {
+            result += static_cast<char>(code);
+            index += 2;
+        } else {
+            result += text[index];
         }
-        result += text[index];
     }
     return result;
 }
