@@ -3,7 +3,6 @@
 //   bench_check all FOLDER      the four passes and the repair of the groups
 //   bench_check missing FOLDER  up to the question whether the thumbnails are to be built
 
-#include "check/GroupRepair.h"
 #include "check/RepairPasses.h"
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"

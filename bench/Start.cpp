@@ -20,7 +20,7 @@ int main(int argc, char** argv)
     FileService files;
     Desktop desktop(argc, argv, files, Pace::Paced);
     Album album(files);
-    Program program(desktop, album, programPath(argc > 0 ? argv[0] : ""));
+    Program program(desktop, album, programPath());
     const int exitCode = desktop.guarded([&] { program.Main(); });
     if (exitCode != 0)
         return exitCode;

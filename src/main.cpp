@@ -12,7 +12,7 @@ int main(int argc, char** argv)
 {
     using namespace trovarium;
 
-    const std::string folder = programPath(argc > 0 ? argv[0] : "");
+    const std::string folder = programPath();
     workInRoot();
     FileService files;
     Desktop desktop(argc, argv, files, Pace::Paced);

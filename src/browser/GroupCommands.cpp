@@ -109,11 +109,12 @@ void GroupCommands::RenameAlbumGroup()
 // False when the list keeps its name. A group without music has nothing more to rename.
 bool GroupCommands::renameTo(const std::string& name)
 {
+    FileService& files = m_album.files;
     const AlbumPaths& paths = m_album.paths;
     const std::string old = m_album.group.CurrentGroupName;
-    if (attempt([&] { renameGroupList(m_album, old + ".lst", name + ".lst"); }))
+    if (attempt([&] { files.rename(groupListPath(m_album, old + ".lst"), groupListPath(m_album, name + ".lst")); }))
         return false;
-    attempt([&] { m_album.files.rename(paths.MidiPath + old + ".mid", paths.MidiPath + name + ".mid"); });
+    attempt([&] { files.rename(paths.MidiPath + old + ".mid", paths.MidiPath + name + ".mid"); });
     m_album.group.CurrentGroupName = name;
     GroupListPane& list = m_form.groupList();
     list.renameEntry(old, name);

@@ -3,9 +3,11 @@
 #include "check/frmSplash.h"
 #include "check/frmThumbnail.h"
 #include "platform/files/FileService.h"
+#include "platform/files/Prefetch.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Prompts.h"
+#include "runtime/Failure.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
@@ -14,8 +16,10 @@
 #include "store/LibraryFolders.h"
 #include "store/Log.h"
 #include "store/PhotographFiles.h"
+#include "store/QuietFile.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 
@@ -32,7 +36,7 @@ constexpr float ThumbnailPassBase = 0.25F;
 constexpr float InfoPassBase = 0.5F;
 constexpr float GroupPassBase = 0.75F;
 
-// Up to ten, or a tenth of the album, are photographs that somebody took away; more may be a disk that is away.
+// Up to ten, or a tenth of the album, were probably deleted by the user. If more are missing, a disk may be absent.
 constexpr int FewMissing = 10;
 
 bool areFew(int missing, int all)
@@ -45,7 +49,7 @@ bool isSeen(const FileService& files, const std::string& path)
     return !attempt([&] { files.length(path); });
 }
 
-// A thumbnail bears its photograph's own date, so a newer one is as out of date as an older one.
+// A thumbnail has its photograph's date, so that not only an older one is out of date, but a newer one too.
 bool isOutOfDate(const Album& album, const std::string& photograph)
 {
     const FileService& files = album.files;
@@ -61,11 +65,48 @@ bool isOutOfDate(const Album& album, const std::string& photograph)
     std::optional<Instant> photoDate;
     attempt([&] { thumbDate = files.modified(thumbnail); });
     attempt([&] { photoDate = files.modified(photograph); });
-    // What is read answers to its name in another case too: that may be the thumbnail of another photograph
-    // of the same second.
+    // Reads fall back to a case-insensitive match: that may be the thumbnail of another photograph of the same second.
     bool isItsOwn = false;
     attempt([&] { isItsOwn = files.exists(thumbnail); });
     return thumbDate != photoDate || !isItsOwn;
+}
+
+constexpr int FatalExit = 1;
+constexpr std::size_t LinesBetweenEvents = 4096;
+
+// An empty information file counts as missing. After another failure than an absent file the photograph may still be
+// there: the caller decides. Names that can't be a photograph's aren't looked up: an album may have millions of empty
+// lines.
+bool hasInfoFile(const Album& album, const std::string& name)
+try {
+    if (!isPhotographName(name))
+        return false;
+    return album.files.length(infoFilePath(album.paths, name)) > 0;
+} catch (const Failure& failure) {
+    if (!failure.isAbsence())
+        throw;
+    return false;
+}
+
+void repairList(Album& album, Desktop& desktop, const std::string& list, Meanwhile meanwhile)
+{
+    FileService& files = album.files;
+    std::string living;
+    const bool isRead = withFileQuietly(files, list, OpenMode::Input, [&](int number) {
+        for (std::size_t count = 1; !files.endOfFile(number) && !album.AutoCheckBypass; ++count) {
+            const std::string line = files.lineInput(number);
+            if (hasInfoFile(album, line))
+                living.append(encodeLine(line)).append("\r\n");
+            if (count % LinesBetweenEvents != 0)
+                continue;
+            if (meanwhile == Meanwhile::RunEvents)
+                desktop.DoEvents();
+            else
+                desktop.repaintOnly();
+        }
+    });
+    if (isRead && !album.AutoCheckBypass)
+        attempt([&] { files.writeFileAtomically(list, living, Sync::Yes); });
 }
 
 } // namespace
@@ -93,7 +134,7 @@ try {
     logFailure(m_album, "CheckFolderContents", failure);
 }
 
-// The names on the list, less `ending`, in that folder.
+// The paths in `folder` of the names in File1, without `ending`.
 std::vector<std::string> RepairPasses::listed(const std::string& folder, std::string_view ending) const
 {
     std::vector<std::string> paths;
@@ -109,10 +150,10 @@ void RepairPasses::PhotoFilesExist(bool AutoFix)
 try {
     CheckedArray<std::string> unmatched;
     const std::int16_t count = m_splash.listAnew(m_album.paths.InfoPath);
-    const ReadingAhead ahead(
-        m_album.files, listed(m_album.paths.InfoPath), listed(m_album.paths.PhotoPath, InfoEnding));
+    const PrefetchScope prefetch(
+        listed(m_album.paths.InfoPath), PrefetchScope::SmallFiles, listed(m_album.paths.PhotoPath, InfoEnding));
     for (int index = 0; index < count; ++index) {
-        // A copy: events run before the next turn.
+        // A copy: events may change the list.
         const std::string name = m_splash.File1.List(index);
         if (!CheckPhotoLink(m_album, GetPhotoLink(m_album, name)))
             unmatched.append(name);
@@ -142,12 +183,12 @@ void RepairPasses::ThumbnailFilesExist(bool AutoFix)
 try {
     CheckedArray<std::string> missingList;
     const std::int16_t count = m_splash.listAnew(m_album.paths.InfoPath);
-    const ReadingAhead ahead(
-        m_album.files, listed(m_album.paths.InfoPath), listed(m_album.paths.ThumbnailPath, InfoEnding));
+    const PrefetchScope prefetch(
+        listed(m_album.paths.InfoPath), PrefetchScope::SmallFiles, listed(m_album.paths.ThumbnailPath, InfoEnding));
     for (int index = 0; index < count; ++index) {
         const std::string name = m_splash.File1.List(index);
         const std::string link = GetPhotoLink(m_album, name);
-        // What lies on a disk that is away keeps its thumbnail, unless somebody is asked.
+        // The photograph may be on an absent disk: its thumbnail isn't replaced without asking.
         if (!m_album.ReadOnlyLibrary && isOutOfDate(m_album, link) && (!AutoFix || isSeen(m_album.files, link)))
             missingList.append(std::string(withoutLast(name, InfoEnding.size())));
         updateProgress(index, count, ThumbnailPassBase);
@@ -177,8 +218,8 @@ try {
     for (int index = 0; index < count; ++index) {
         const std::string name = m_splash.File1.List(index);
         const std::string infoFile = infoFilePath(m_album.paths, name);
-        // One that can't be seen may hold a person's words: its failure ends the pass. The link is the same wherever
-        // the settings put the photographs.
+        // A failure ends the pass: the information file may be there with what a person wrote. The link doesn't depend
+        // on the settings.
         if (!m_album.files.exists(infoFile)) {
             if (!inCapitals)
                 inCapitals = infoFilesInCapitals();
@@ -193,7 +234,7 @@ try {
     logFailure(m_album, "InfoFilesExist", failure);
 }
 
-// Listed once, and only for the first photograph that lacks its own: a first start makes thousands.
+// Called once, for the first photograph without an information file: a first start has thousands of them.
 RepairPasses::NamesInCapitals RepairPasses::infoFilesInCapitals() const
 {
     NamesInCapitals names;
@@ -202,7 +243,7 @@ RepairPasses::NamesInCapitals RepairPasses::infoFilesInCapitals() const
     return names;
 }
 
-// Such a file is this photograph's when it leads to it.
+// Whether one of the files that differ in case alone belongs to this photograph: its link leads to it.
 bool RepairPasses::hasOneOfOtherCase(const std::string& name, const NamesInCapitals& infoFiles) const
 {
     const auto [first, last] = infoFiles.equal_range(upper(name + std::string(InfoEnding)));
@@ -211,10 +252,9 @@ bool RepairPasses::hasOneOfOtherCase(const std::string& name, const NamesInCapit
     });
 }
 
-// Each statement steps over its own failure, so the tail stays unreached. The list is written whole: a folder that
-// can't be listed, a full disk and a kill in the middle leave the old one.
+// Failures are stepped over. A folder that can't be listed, a full disk and a kill in the middle leave the old list.
 void RepairPasses::Create_AllPhotos_Group(std::string_view GroupFileName)
-try {
+{
     std::int16_t count = 0;
     std::vector<std::string> names;
     if (attempt([&] { count = m_splash.listAnew(m_album.paths.InfoPath); }))
@@ -224,11 +264,9 @@ try {
         attempt([&] { updateProgress(index, count, GroupPassBase); });
     }
     attempt([&] { m_album.files.writeLines(writableGroupList(m_album, GroupFileName), names, Sync::No); });
-} catch (const Failure& failure) {
-    logFailure(m_album, "Create_AllPhotos_Group", failure);
 }
 
-// A walk over a single file divides zero by zero here, and fails.
+// With a single file this divides zero by zero: "Overflow" ends the pass.
 void RepairPasses::updateProgress(int index, int count, float base)
 {
     const float done = divideSingle(static_cast<float>(index), static_cast<float>(count - 1));
@@ -238,6 +276,34 @@ void RepairPasses::updateProgress(int index, int count, float base)
 bool RepairPasses::isAgreed(bool AutoFix, Message kind, std::string_view text, std::string_view title)
 {
     return AutoFix || m_splash.desktop().prompts().messageBox(text, kind, title) == Answer::Yes;
+}
+
+void RemoveMissingPhotosFromGroup(Album& album, Desktop& desktop, Meanwhile meanwhile)
+{
+    attempt([&] { desktop.Screen().MousePointer = HourglassPointer; });
+    const std::string& folder = album.paths.SlideGroupPath;
+    if (folder.empty()) {
+        desktop.prompts().messageBox(
+            "Critical Error-SubRemoveMissingPhotosFromGroup: SlideGroup path is blank!", Message::Error, "");
+        desktop.endProgram(FatalExit);
+    }
+    std::vector<std::string> lists;
+    // Without the information files every line would look like a missing photograph. So their folder must be there (few
+    // names match "?", which saves sorting them), and the path must end in a separator.
+    attempt([&] {
+        album.files.listExisting(album.paths.InfoPath + "?");
+        if (fromNativePath(album.paths.InfoPath).ends_with('\\'))
+            lists = album.files.list(folder + "*.lst");
+    });
+    for (const std::string& list : lists) {
+        if (album.AutoCheckBypass)
+            break;
+        if (equalInCapitals(list, ScratchGroup))
+            attempt([&] { album.files.remove(folder + list); });
+        else
+            repairList(album, desktop, folder + list, meanwhile);
+    }
+    attempt([&] { desktop.Screen().MousePointer = DefaultPointer; });
 }
 
 } // namespace trovarium

@@ -11,13 +11,14 @@
 namespace trovarium {
 
 struct Album;
+class Desktop;
 class frmSplash;
 class frmThumbnail;
 template <class FormType>
 class FormHolder;
 
-// The passes that bring the library's parts back into agreement before the main window opens. They walk
-// File1 of the splash form and move its bar, a quarter each.
+// Before the main window opens, these passes repair a library whose photographs, thumbnails, information files and
+// lists don't match. They list files with the splash form's File1 and advance its bar, a quarter each.
 class RepairPasses {
 public:
     RepairPasses(Album& album, frmSplash& splash, FormHolder<frmThumbnail>& thumbnailBuilder);
@@ -25,12 +26,12 @@ public:
     // The four passes in their order, each only while the check is not skipped.
     void CheckFolderContents();
 
-    // Information files whose photograph is gone move to "Removed". With AutoFix no question is asked, unless so many
-    // are gone that a disk may be away.
+    // Moves information files whose photograph is missing to "Removed". With AutoFix it asks only if so many are
+    // missing that a disk may be absent.
     void PhotoFilesExist(bool AutoFix);
-    // Thumbnails that are missing, or whose date differs from their photograph's, are built.
+    // Builds thumbnails that are missing, or whose date differs from their photograph's.
     void ThumbnailFilesExist(bool AutoFix);
-    // Photographs without an information file get one. AutoFix is not looked at.
+    // Creates missing information files, whatever AutoFix is.
     void InfoFilesExist(bool AutoFix);
     // Writes the names of all information files as a group list.
     void Create_AllPhotos_Group(std::string_view GroupFileName);
@@ -48,5 +49,13 @@ private:
     frmSplash& m_splash;
     FormHolder<frmThumbnail>& m_thumbnailBuilder;
 };
+
+// What runs every some thousand lines of a long list.
+enum class Meanwhile { Repaint, RunEvents };
+
+// Drops the lines of all group lists (.lst) that name no information file. A list stays as it is when it can't be
+// read or rewritten whole; all do when the folder of the information files can't be listed. Ends the program when the
+// path of the group lists is blank. Stops as soon as the check is skipped, even in the middle of a list.
+void RemoveMissingPhotosFromGroup(Album& album, Desktop& desktop, Meanwhile meanwhile = Meanwhile::Repaint);
 
 } // namespace trovarium

@@ -6,15 +6,15 @@ namespace trovarium {
 
 class PictureBox;
 
-// The one film of the program, as those see it who have it shown in a box of theirs. Failures are silent: what
-// can't be played shows nothing.
+// The program's only film player, for forms that show a film in their own picture box. Failures are silent: a film
+// that can't be played shows nothing.
 class VideoPlayer {
 public:
     virtual ~VideoPlayer() = default;
 
-    // In place of the film before, still and at its start.
+    // Replaces the film before; paused at its start.
     virtual void OpenVideo(std::string_view Path, PictureBox& Window) = 0;
-    // "play", "pause" or "stop", in any case; another word does nothing.
+    // "play", "pause" or "stop", in any case; other words do nothing.
     virtual void VideoCommand(std::string_view Command) = 0;
 };
 

@@ -31,7 +31,7 @@ public:
             .Caption = "FIRST TIME ONLY SCREEN"}};
     Line Line1{this, {.Name = "Line1", .Left = 450, .Top = 1620, .Width = 5355, .Height = 0}};
     Label Label4{this, {.Name = "Label4", .Left = 450, .Top = 1800, .Width = 5355, .Height = 330, .Caption = "Note"}};
-    // This width lets each run of blanks reach beyond its line, so that the word behind it begins the next.
+    // At this width each run of blanks ends a line, so that the word after it starts the next one.
     Label Label5{this,
         {.Name = "Label5",
             .Left = 450,

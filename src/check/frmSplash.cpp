@@ -66,7 +66,7 @@ void frmSplash::Form_Unload()
     tmrSplash.Enabled = false;
 }
 
-// Neither a click nor a key sends the form away: the check decides how long it stays.
+// A click or a key doesn't close the form, which stays as long as the check takes.
 void frmSplash::Form_Click() { }
 
 void frmSplash::Form_KeyPress(int /*KeyAscii*/) { }

@@ -17,15 +17,15 @@ namespace trovarium {
 
 struct Album;
 
-// Stands while the library is checked: shows how far the check is, offers to skip the rest, and holds the
-// listing that the repair passes walk.
+// Shown while the library is checked: shows the progress, offers to skip the rest, and has the file list that
+// the repair passes use.
 class frmSplash : public Form {
 public:
     frmSplash(Desktop& desktop, Album& album);
 
-    // Sets the bar and lets pending events run, which is where a click on the button is heard.
+    // Sets the bar and runs pending events, such as a click on the button.
     void UpdateSplashProgress(float Value, std::int16_t Maximum);
-    // Sets File1 to the folder as it is now, and gives the number of its files; "Overflow" above 32,767.
+    // Lists the folder anew in File1 and returns the number of its files; "Overflow" above 32,767.
     std::int16_t listAnew(const std::string& folder);
 
     void Form_Load();
@@ -63,7 +63,7 @@ public:
             .Height = 390,
             .Caption = "&Skip AutoCheck"}};
     FileList File1{this, {.Name = "File1", .Width = 1200, .Height = 900, .Visible = false}};
-    // Nothing enables it: how long the form stays depends on the check alone.
+    // Never enabled: the form stays as long as the check takes.
     Timer tmrSplash{this, {.Name = "tmrSplash", .Interval = 5000}};
 
 private:

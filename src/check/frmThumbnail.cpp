@@ -1,11 +1,11 @@
 #include "check/frmThumbnail.h"
 
-#include "check/FileDateTime.h"
 #include "check/VideoPlayer.h"
 #include "platform/files/FileService.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/ProgressBar.h"
+#include "runtime/Dates.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/InfoFile.h"
@@ -16,6 +16,7 @@
 #include <cmath>
 #include <cstddef>
 #include <deque>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -30,14 +31,14 @@ constexpr float ClipHeight = 75;
 constexpr int ReadingTime = 300; // milliseconds, for the form to appear and to be read
 constexpr std::size_t FilesAhead = 8;
 
-// A bitmap has whole pixels, and even the narrowest panorama has one.
+// In whole pixels, at least one.
 float shorterSide(float pixels)
 {
     return std::max(1.0F, std::round(pixels));
 }
 
-// The files of the photographs of a list, in its order. A few are looked up ahead of their turn, so that the
-// picture service decodes them while the one in work is painted and saved.
+// The files of the photographs of a list, in its order. The picture service decodes the next few while the current one
+// is painted and saved.
 class PhotographQueue {
 public:
     PhotographQueue(Album& album, PictureService& pictures, const CheckedArray<std::string>& list)
@@ -74,6 +75,19 @@ private:
 
 } // namespace
 
+bool SetFileDateTime(FileService& files, std::string_view FilePath, std::string_view DateText)
+{
+    const std::optional<Instant> instant = dateFromText(DateText);
+    bool done = false;
+    attempt([&] {
+        if (instant && files.exists(FilePath)) {
+            files.setModified(FilePath, *instant);
+            done = true;
+        }
+    });
+    return done;
+}
+
 frmThumbnail::frmThumbnail(Desktop& desktop, Album& album, VideoPlayer& video)
     : Form(desktop,
         {.Name = "frmThumbnail",
@@ -90,7 +104,7 @@ frmThumbnail::frmThumbnail(Desktop& desktop, Album& album, VideoPlayer& video)
     lbFilename.FontSize = 15;
     lbFilename.Bold = true;
     lbFilename.NarrowToFit = true;
-    lbFilename.Elision = Elision::Start; // the name stands at the end of the path
+    lbFilename.Elision = Elision::Start; // the end of the path is the name
     pctProgress.AccessibleName = "Progress";
     pctProgress.AccessibleValue = 0;
     shpProgress.BorderColor = SoftWhite;
@@ -142,8 +156,8 @@ void frmThumbnail::UpdateThumbnailProgress(float Value, std::int16_t Maximum)
     growBar(desktop(), pctProgress, shpProgress, Value, Maximum);
 }
 
-// The close box works while a large picture is decoded. One that isn't ready a second behind a stop is left to the
-// next check.
+// Runs events while it waits, so that the close box works. After a stop it waits for a second more: a thumbnail that
+// isn't done then is left to the next check.
 bool frmThumbnail::isDecoded(const std::string& photograph)
 {
     constexpr int WaitStep = 10; // milliseconds
@@ -167,14 +181,14 @@ void frmThumbnail::createThumbnail(const std::string& listed, const std::string&
     std::string thumbnail;
     attempt([&] {
         thumbnail = thumbnailPath(m_album.paths, SplitPath(listed).FileName);
-        m_album.files.removeLink(thumbnail); // a name that has the ending of a list would be followed
+        m_album.files.removeLink(thumbnail); // writing follows links whose names end like a list's
         desktop().pictures().saveBitmap(imgSize.Image(), thumbnail);
     });
     // The photograph's own date is what tells the next check that this thumbnail is up to date.
     attempt([&] { SetFileDateTime(m_album.files, thumbnail, dateText(m_album.files.modified(photograph))); });
 }
 
-// Without what was painted before, which would pass for a frame of a clip that can't be played.
+// Clears the canvas first: the picture before would pass for a frame of a clip that can't be played.
 void frmThumbnail::showFrame(const std::string& clip)
 {
     imgSize.Picture = trovarium::Picture();

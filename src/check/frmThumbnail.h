@@ -9,15 +9,21 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace trovarium {
 
 struct Album;
+class FileService;
 class VideoPlayer;
+
+// Sets the modification time of a file, and no other of its times, from the text form of a date. False when
+// there is no such file, the text is no date, or the time can't be set.
+bool SetFileDateTime(FileService& files, std::string_view FilePath, std::string_view DateText);
 
 // Writes one thumbnail for each photograph of a list and shows the work as it goes. Load it, give it the
 // list, show it modal: it starts when it is activated and unloads itself at the end. The close box stops
-// it after the file in work.
+// it after the current file.
 class frmThumbnail : public Form {
 public:
     frmThumbnail(Desktop& desktop, Album& album, VideoPlayer& video);

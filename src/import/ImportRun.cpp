@@ -5,6 +5,7 @@
 #include "check/frmThumbnail.h"
 #include "import/frmImport.h"
 #include "platform/files/FileService.h"
+#include "platform/files/Prefetch.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/ProgressBar.h"
 #include "platform/toolkit/Prompts.h"
@@ -96,10 +97,11 @@ void ImportRun::Files::importAll()
     std::vector<std::string> sources;
     for (int i = 0; i < count && !isChecked(LinksOnly); ++i)
         attempt([&] { sources.push_back(sourceOf(i)); });
-    const ReadingAhead ahead(m_album.files, sources, ReadingAhead::Copies);
+    PrefetchScope prefetch(sources, PrefetchScope::LargeFiles);
     for (int i = 0; i < count && !RunCancelled; ++i) {
         m_form.lbProgress.Caption = "Importing";
         importEntry(i);
+        prefetch.advance();
         showProgress(i);
         m_form.desktop().DoEvents();
         // A dialog that ended with the program has nobody to see the rest.

@@ -32,20 +32,19 @@ int twelveHour(int hour)
     return hour % 12 == 0 ? 12 : hour % 12;
 }
 
+bool takeCharacter(std::string_view& text, char character)
+{
+    const bool isThere = text.starts_with(character);
+    text.remove_prefix(isThere ? 1 : 0);
+    return isThere;
+}
+
 // Takes a whole number off the start of `text`.
 bool takeNumber(std::string_view& text, std::int64_t& number)
 {
     const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
     text.remove_prefix(static_cast<std::size_t>(result.ptr - text.data()));
     return result.ec == std::errc();
-}
-
-bool takeCharacter(std::string_view& text, char character)
-{
-    if (text.empty() || text.front() != character)
-        return false;
-    text.remove_prefix(1);
-    return true;
 }
 
 bool takeField(std::string_view& text, char separator, std::int64_t& number, std::int64_t limit)
@@ -83,7 +82,7 @@ std::string timeOfDayStamp(Instant instant)
 std::string dateText(Instant instant)
 {
     const std::optional<std::tm> local = localTime(instant);
-    // A damaged file may bear a year that no calendar text holds.
+    // A damaged file may have a year of more than four digits.
     if (!local || local->tm_year < -1900 || local->tm_year > 9999 - 1900)
         return formatted("@%lld", static_cast<long long>(instant.time_since_epoch().count()));
     const long offset = std::labs(local->tm_gmtoff);
@@ -96,34 +95,25 @@ std::optional<Instant> dateFromText(std::string_view text)
 {
     using namespace std::chrono;
     std::int64_t number = 0;
-    if (takeCharacter(text, '@')) {
-        if (!takeNumber(text, number) || !text.empty())
-            return std::nullopt;
-        return Instant(seconds(number));
-    }
+    if (takeCharacter(text, '@'))
+        return takeNumber(text, number) && text.empty() ? std::optional(Instant(seconds(number))) : std::nullopt;
 
     std::int64_t monthNumber = 0;
     std::int64_t dayNumber = 0;
-    if (!takeNumber(text, number) || number < 0 || number > 9999 || !takeField(text, '-', monthNumber, 12)
-        || !takeField(text, '-', dayNumber, 31))
-        return std::nullopt;
-    const year_month_day date(year(static_cast<int>(number)), month(static_cast<unsigned>(monthNumber)),
-        day(static_cast<unsigned>(dayNumber)));
-
     std::int64_t hour = 0;
     std::int64_t minute = 0;
     std::int64_t second = 0;
-    if (!date.ok() || !takeField(text, ' ', hour, 23) || !takeField(text, ':', minute, 59)
+    if (!takeNumber(text, number) || number < 0 || number > 9999 || !takeField(text, '-', monthNumber, 12)
+        || !takeField(text, '-', dayNumber, 31) || !takeField(text, ' ', hour, 23) || !takeField(text, ':', minute, 59)
         || !takeField(text, ':', second, 60))
         return std::nullopt;
-
+    const year_month_day date(year(static_cast<int>(number)), month(static_cast<unsigned>(monthNumber)),
+        day(static_cast<unsigned>(dayNumber)));
+    const char sign = text.starts_with(" -") ? '-' : '+';
     std::int64_t offsetHour = 0;
     std::int64_t offsetMinute = 0;
     std::int64_t offsetSecond = 0;
-    if (!takeCharacter(text, ' ') || text.empty())
-        return std::nullopt;
-    const char sign = text.front();
-    if ((sign != '+' && sign != '-') || !takeField(text, sign, offsetHour, 23)
+    if (!date.ok() || !takeCharacter(text, ' ') || !takeField(text, sign, offsetHour, 23)
         || !takeField(text, ':', offsetMinute, 59) || !takeField(text, ':', offsetSecond, 59) || !text.empty())
         return std::nullopt;
 

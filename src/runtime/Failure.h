@@ -7,6 +7,7 @@
 
 namespace trovarium {
 
+// In the order of the texts in `describe`.
 enum class FailureKind {
     FileNotFound,
     PathNotFound,
@@ -46,13 +47,14 @@ public:
 
     FailureKind kind() const { return m_kind; }
     std::string_view description() const { return describe(m_kind); }
+    // The file or a folder of its path is absent, while after other failures it may be there.
+    bool isAbsence() const { return m_kind == FailureKind::FileNotFound || m_kind == FailureKind::PathNotFound; }
 
 private:
     FailureKind m_kind;
 };
 
-// Runs one statement of a procedure that goes on past failures; gives the failure that it
-// stepped over, if any.
+// Runs a statement and returns its failure, if any, so that the caller can go on past it.
 template <class Statement>
 std::optional<Failure> attempt(Statement&& statement)
 {

@@ -2,7 +2,7 @@
 
 namespace trovarium {
 
-// Sets a flag while it lives, so that what runs doesn't begin once more in its own events.
+// Sets a flag while it lives: the guard of an operation that runs events and must not be started again by them.
 class Lock {
 public:
     explicit Lock(bool& locked)

@@ -8,13 +8,13 @@
 
 namespace trovarium {
 
-// A run counts in 16 bits. What is beyond is left for another run, and told in these words.
+// A run counts its files in 16 bits. The rest is left for another run, with this message.
 inline constexpr int MostFiles = 32767;
 inline constexpr std::string_view TooManyForOneRun = "No more than 32767 files at a time";
 
-// How a run over many files takes its failures. It moves between two modes: a failing statement is stepped
-// over and its failure stands until something clears it, or it leaves the run for its end. Entering a mode
-// clears what stands, and so does an operation that handles failures of its own.
+// How a run over many files handles failures. There are two modes: either the run goes on behind a failing statement
+// and keeps the failure as `standing` until it is cleared, or it jumps to its end. Entering a mode clears the
+// standing failure.
 class LongRun {
 public:
     void stepOver() { enter(Mode::StepOver); }
@@ -24,7 +24,7 @@ public:
     const std::optional<Failure>& standing() const { return m_standing; }
     void clear() { m_standing.reset(); }
 
-    // Runs one statement as the mode wants it. What it was to set stays as it was when it fails.
+    // Runs one statement according to the mode.
     template <class Statement>
     void statement(Statement&& statement)
     {
@@ -36,7 +36,7 @@ public:
             throw Failure(*failure);
     }
 
-    // Calls an operation that has a handler of its own, and so leaves no failure standing.
+    // Calls an operation that handles its own failures, which clears the standing one.
     template <class Operation>
     void handled(Operation&& operation)
     {
@@ -44,7 +44,7 @@ public:
         clear();
     }
 
-    // Runs the whole of it; a jump leads behind it.
+    // Runs the whole body; JumpToEnd continues after it.
     template <class Body>
     void run(Body&& body)
     {

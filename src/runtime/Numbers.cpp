@@ -13,46 +13,7 @@ namespace trovarium {
 
 namespace {
 
-bool isDigit(char character)
-{
-    return character >= '0' && character <= '9';
-}
-
-std::size_t skipDigits(std::string_view text, std::size_t position)
-{
-    while (position < text.size() && isDigit(text[position]))
-        ++position;
-    return position;
-}
-
-// The length of the number at the start of `text`: sign, digits, one point, an exponent; 0 if none.
-std::size_t numberLength(std::string_view text)
-{
-    std::size_t position = 0;
-    if (position < text.size() && (text[position] == '+' || text[position] == '-'))
-        ++position;
-    const std::size_t wholeStart = position;
-    position = skipDigits(text, position);
-    std::size_t digits = position - wholeStart;
-    if (position < text.size() && text[position] == '.') {
-        const std::size_t fractionStart = position + 1;
-        position = skipDigits(text, fractionStart);
-        digits += position - fractionStart;
-    }
-    if (digits == 0)
-        return 0;
-    if (position < text.size() && (text[position] == 'e' || text[position] == 'E')) {
-        std::size_t exponent = position + 1;
-        if (exponent < text.size() && (text[exponent] == '+' || text[exponent] == '-'))
-            ++exponent;
-        const std::size_t end = skipDigits(text, exponent);
-        if (end > exponent)
-            position = end;
-    }
-    return position;
-}
-
-// Beyond the range of a double: too small is zero, too large is a failure.
+// A number beyond the range of a double: zero if it is too small, else a failure.
 double outOfRangeNumber(std::string_view number)
 {
     const std::size_t exponent = number.find_first_of("eE");
@@ -64,19 +25,30 @@ double outOfRangeNumber(std::string_view number)
     throw Failure(FailureKind::Overflow);
 }
 
-// `number` is in the form that numberLength takes.
-double parsedNumber(std::string_view number)
-{
-    if (number.front() == '+')
-        number.remove_prefix(1);
+struct ParsedNumber {
     double value = 0;
-    const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (result.ec == std::errc::result_out_of_range)
-        return outOfRangeNumber(number);
-    return value;
+    std::size_t length = 0;
+};
+
+// The number at the start of `text`: sign, digits, one point, an exponent. The length is 0 if there is none.
+ParsedNumber parseNumber(std::string_view text)
+{
+    const std::size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
+    // from_chars would also accept "inf" and "nan", and no "+".
+    if (text.substr(sign).find_first_of(".0123456789") != 0)
+        return {};
+    const std::string_view number = text.substr(text.starts_with('+') ? 1 : 0);
+    double value = 0;
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (error == std::errc::invalid_argument)
+        return {};
+    const auto length = static_cast<std::size_t>(end - text.data());
+    if (error == std::errc::result_out_of_range)
+        value = outOfRangeNumber(text.substr(0, length));
+    return {value, length};
 }
 
-// Reads `text` as `Real` does; from 1e21 on and below 1e-6 with an exponent, so that no text is endless.
+// The shortest text that reads back the same. From 1e21 on and below 1e-6 it has an exponent, which keeps it short.
 template <class Real>
 std::string shortestText(Real value)
 {
@@ -147,17 +119,16 @@ double roundToPlaces(double value, int places)
 double leadingNumber(std::string_view text)
 {
     text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-    const std::size_t length = numberLength(text);
-    return length == 0 ? 0 : parsedNumber(text.substr(0, length));
+    return parseNumber(text).value;
 }
 
 double strictNumber(std::string_view text)
 {
     text = trimmed(text);
-    const std::size_t length = numberLength(text);
-    if (length == 0 || length != text.size())
+    const ParsedNumber number = parseNumber(text);
+    if (number.length == 0 || number.length != text.size())
         throw Failure(FailureKind::TypeMismatch);
-    return parsedNumber(text);
+    return number.value;
 }
 
 bool toBoolean(std::string_view text)

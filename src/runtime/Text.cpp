@@ -17,8 +17,8 @@ unsigned char byteAt(std::string_view text, std::size_t position)
     return position < text.size() ? static_cast<unsigned char>(text[position]) : 0;
 }
 
-// The byte that stands at `position` when the text is in capitals. Every letter has as many bytes as its
-// capital, so that positions stay. Two-byte letters: U+00E0..U+00FE lie 0x20 above their capitals, U+0153,
+// The byte at `position` of the text in capitals. Every letter has as many bytes as its capital, so byte positions
+// don't change. Two-byte letters: U+00E0..U+00FE lie 0x20 above their capitals, U+0153,
 // U+0161 and U+017E one above, and U+00FF has its capital at U+0178.
 unsigned char capitalAt(std::string_view text, std::size_t position)
 {
@@ -48,7 +48,7 @@ struct Decoded {
     std::size_t bytes;
 };
 
-// One character at the start of `text`, which isn't empty; none for an overlong form, a surrogate or a cut.
+// One character at the start of `text`, which isn't empty; none for an overlong form, a surrogate or a truncated one.
 std::optional<Decoded> decodeUtf8(std::string_view text)
 {
     const unsigned char lead = byteAt(text, 0);
@@ -258,11 +258,6 @@ std::string encodeLine(std::string_view utf8)
         return std::string(utf8);
     const std::optional<std::string> bytes = toWindows1252(utf8);
     return bytes && !isUtf8(*bytes) ? *bytes : std::string(utf8);
-}
-
-std::string decodeLine(std::string_view bytes)
-{
-    return fromWindows1252(bytes);
 }
 
 } // namespace trovarium

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace trovarium {
 
@@ -32,12 +31,11 @@ std::string firstCharacters(std::string_view utf8, std::size_t count);
 
 bool isAscii(std::string_view text);
 bool isUtf8(std::string_view bytes);
-// Valid UTF-8 as it stands, any other text by the Windows-1252 reading of all its bytes.
+// Valid UTF-8 unchanged; all other bytes are read as Windows-1252.
 std::string fromWindows1252(std::string_view bytes);
 
-// One line of a library file as it is kept on disk, and back. A line that Windows-1252 can't hold is
-// written as UTF-8, and so is one whose Windows-1252 bytes would read as UTF-8 beyond ASCII.
+// One line of a library file as it is stored: Windows-1252, or UTF-8 if Windows-1252 lacks a character or its bytes
+// would be valid UTF-8. `fromWindows1252` reads both.
 std::string encodeLine(std::string_view utf8);
-std::string decodeLine(std::string_view bytes);
 
 } // namespace trovarium

@@ -3,6 +3,7 @@
 #include "browser/GroupListPane.h"
 #include "browser/frmMain.h"
 #include "platform/files/FileService.h"
+#include "platform/files/Prefetch.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Units.h"
@@ -171,7 +172,7 @@ void frmSearch::searchLibrary()
     std::vector<std::string> paths;
     for (int i = 0; i < count; ++i)
         paths.push_back(m_album.paths.InfoPath + File1.List(i));
-    const ReadingAhead ahead(m_album.files, paths);
+    const PrefetchScope prefetch(paths);
     for (int i = 0; i < count; ++i) {
         if (matches(File1.List(i)))
             keep(File1.List(i));

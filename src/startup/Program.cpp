@@ -1,6 +1,5 @@
 #include "startup/Program.h"
 
-#include "check/GroupRepair.h"
 #include "check/RepairPasses.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
@@ -11,7 +10,6 @@
 #include "store/Deployment.h"
 #include "store/LibraryFolders.h"
 #include "store/Log.h"
-#include "store/OutsideFolders.h"
 
 #include <memory>
 #include <utility>

@@ -34,7 +34,7 @@ bool COWReg::SetOWSetting(
     return SetRegSetting(keyPath(product, section), key, value);
 }
 
-// The empty text of a failing store is what the start-up tells a broken installation by.
+// Startup detects a broken settings store by this empty string.
 std::string COWReg::GetRegSetting(std::string_view path, std::string_view key, std::string_view fallback) const
 try {
     std::string value;

@@ -7,9 +7,8 @@
 
 namespace trovarium {
 
-// All that the program keeps between runs outside the library. Every value is a text, booleans included.
-// A failing store gives the empty text or false and is not reported; `fallback` answers only for a value
-// that is absent.
+// The settings: all that the program keeps between runs outside the library. Every value is a text, booleans included.
+// A failing store gives the empty text or false and is not reported; `fallback` is for an absent value only.
 class COWReg {
 public:
     explicit COWReg(RegistryAccess store = RegistryAccess());

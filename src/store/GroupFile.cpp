@@ -25,7 +25,7 @@ std::vector<std::string> selectedLines(const GroupOnShow& group, std::int32_t fi
     return lines;
 }
 
-// The photograph behind which the block goes, 0 for the front.
+// The position after which the block is inserted, 0 for the front.
 std::int16_t blockPosition(std::int32_t dropPosition, std::int16_t last)
 {
     std::int64_t position = std::abs(std::int64_t{dropPosition});
@@ -48,7 +48,7 @@ std::string groupNameOf(std::string_view fileName)
 
 std::string groupListPath(const Album& album, std::string_view fileName)
 {
-    return album.files.asItStands(album.paths.SlideGroupPath + std::string(fileName));
+    return album.files.resolveExistingName(album.paths.SlideGroupPath + std::string(fileName));
 }
 
 bool hasGroupList(const Album& album, std::string_view fileName)
@@ -62,14 +62,6 @@ std::string writableGroupList(const Album& album, std::string_view fileName)
     if (isAllPhotosGroup(groupNameOf(fileName)))
         album.files.removeLink(path);
     return path;
-}
-
-void renameGroupList(Album& album, std::string_view from, std::string_view to)
-{
-    const std::string source = groupListPath(album, from);
-    const std::string target = groupListPath(album, to);
-    // Another case of its own name is free.
-    album.files.rename(source, target == source ? album.paths.SlideGroupPath + std::string(to) : target);
 }
 
 bool readGroupList(Album& album, std::string_view fileName)
@@ -96,7 +88,7 @@ bool isGroupAsRead(const Album& album)
     return isSame && album.group.isWhole;
 }
 
-// From element 0 on: when its flag is set, an empty line is written.
+// Starts at element 0: if it is selected, an empty line is written.
 bool AddToGroup(Album& album, std::string_view fileName)
 try {
     const GroupOnShow& group = album.group;
@@ -138,7 +130,7 @@ bool RemoveFromGroupFile(Album& album, std::string_view fileName)
         files.close(output);
         files.close(input);
         files.replaceContent(path, scratchPath);
-        attempt([&] { files.remove(scratchPath); }); // else the next use empties it
+        attempt([&] { files.remove(scratchPath); });
         return true;
     } catch (const Failure&) {
         attempt([&] { files.close(output); });
@@ -171,14 +163,10 @@ try {
 
 bool CheckGroupName(std::string& name)
 {
-    bool unchanged = true;
-    for (char& character : name) {
-        if (std::string_view("\"|.<>?*:/\\").find(character) != std::string_view::npos) {
-            character = '_';
-            unchanged = false;
-        }
-    }
-    return unchanged;
+    const std::string before = name;
+    for (std::size_t at = 0; (at = name.find_first_of("\"|.<>?*:/\\", at)) != std::string::npos;)
+        name[at] = '_';
+    return name == before;
 }
 
 } // namespace trovarium

@@ -11,46 +11,44 @@ struct Album;
 // "  All Photos  ": the group of all photographs. Only this name marks it.
 inline constexpr std::string_view AllPhotosGroupName = "  All Photos  ";
 inline constexpr std::string_view AllPhotosGroup = "  All Photos  .lst";
-// The name of a scratch list, which is nobody's group.
+// A scratch list that earlier versions left behind when they were killed. No group may have its name.
 inline constexpr std::string_view ScratchGroupName = "TmpGroup";
+inline constexpr std::string_view ScratchGroup = "TmpGroup.lst";
 bool isAllPhotosGroup(std::string_view name); // compared in capitals
 
-// What stands before the first "." of a list file's name.
+// A list file's name up to its first ".".
 std::string groupNameOf(std::string_view fileName);
 
-// The path of a list file as it stands on the disk: a library from a file system without case has "Trip.LST" where
-// the program asks for "Trip.lst". For all that writes, deletes or asks for a list.
+// The path of a list file with the name as it is on the disk: a library from a file system without case may have
+// "Trip.LST" for "Trip.lst". To be used wherever a list is written, renamed, deleted or tested for.
 std::string groupListPath(const Album& album, std::string_view fileName);
 
-// Whether there is such a list, in any case of letters. A look that fails is a failure.
+// Whether there is such a list, in any case of letters. A disk that doesn't answer is a failure.
 bool hasGroupList(const Album& album, std::string_view fileName);
 
-// The same for a list that is about to be written. That of all photographs is the program's own: a link in its place
-// goes, wherever it leads.
+// The same for a list that is about to be written. The list of all photographs is the program's own: a symbolic link
+// in its place is removed.
 std::string writableGroupList(const Album& album, std::string_view fileName);
 
-// Failures go to the caller, as for every rename: it never replaces another list.
-void renameGroupList(Album& album, std::string_view from, std::string_view to);
+// The following work on group list files; `fileName` has its extension. On any failure they close what they opened and
+// return false: no message, no log line. Those that use the selection do nothing unless the group `isWhole`.
 
-// The work on group list files; `fileName` has its extension. All catch any failure, close what they opened
-// and give false: no message, no log line. What goes by the selection does nothing while the group is not whole.
-
-// Reads the list into album.group.GroupList and clears GroupSelect to the same length. False leaves in
-// GroupList what was read so far, and GroupSelect as it was. The other values of the group are the caller's.
+// Reads the list into album.group.GroupList and clears GroupSelect to the same length. After a failure GroupList has
+// what was read so far, and GroupSelect is unchanged. The caller sets the other values of the group.
 bool readGroupList(Album& album, std::string_view fileName);
 
-// Whether the list of the group on show is still the file that was read. Nothing is written from what stands in memory
-// when somebody else has changed the list since, or deleted it.
+// Whether the list file of the group on show is unchanged since it was read. If not, it must not be overwritten from
+// memory.
 bool isGroupAsRead(const Album& album);
 
-// Appends the selected lines, to a new list too. That of the group on show is not made anew when it is gone.
+// Appends the selected lines, also to a new list. If the list of the group on show is gone, it isn't created again.
 bool AddToGroup(Album& album, std::string_view fileName);
 
-// Drops the selected lines that still stand at the same position, by way of "temp.group".
+// Drops the selected lines that are still at the same position, with "temp.group" as the temporary file.
 bool RemoveFromGroupFile(Album& album, std::string_view fileName);
 
-// Moves the selected photographs as one block: +n behind position n, -n in front of position n. A position
-// beyond the last photograph is taken as the last one. The list is written whole or not at all.
+// Moves the selected photographs as one block: +n after position n, -n before position n. A position
+// beyond the last photograph means the last one. The list is written whole or not at all.
 bool ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t dropPosition);
 
 // Replaces each of the ten characters that a file name can't hold by "_"; true if nothing had to be changed.

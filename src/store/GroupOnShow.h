@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/files/FileStamp.h"
+#include "platform/files/FileTypes.h"
 #include "runtime/Failure.h"
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 namespace trovarium {
 
 // An array from 0 to an upper bound; an index beyond is "Subscript out of range". Positions in a group are
-// 1-based: element 0 is there and is no photograph.
+// 1-based: element 0 exists and is not a photograph.
 template <class Value>
 class CheckedArray {
 public:
@@ -40,21 +40,20 @@ private:
     std::vector<Value> m_values;
 };
 
-// A read-only image of the group on show: a change goes to the file, and the file is read again.
+// What was read from the list file of the group on show. To change it, change the file and read it again.
 struct GroupOnShow {
     CheckedArray<std::string> GroupList;
     CheckedArray<std::int32_t> GroupSelect; // 1 selected, 0 not
     std::int32_t PhotoCount = 0;
     std::string CurrentGroupName;
-    std::int32_t SelectedCount = 0; // what the status text shows; not always the number of set flags
+    std::int32_t SelectedCount = 0; // as the status text shows it; not always the number of selected ones
 
     FileStamp stamp; // of the list file that was read
 
-    // False after a list that broke off while it was read: the flags are then still those of the group before, and
-    // would choose photographs that nobody selected.
+    // False if reading the list failed: GroupSelect still belongs to the group before, so it must not be used.
     bool isWhole = true;
 
-    // Its list file. The group on show is known by its name alone: rows move, and others stand in its place.
+    // Its list file. Only the name identifies the group: its row in the list of groups may change.
     std::string currentGroupFile() const { return CurrentGroupName + ".lst"; }
 };
 

@@ -4,68 +4,56 @@
 #include "runtime/Failure.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
-#include "store/Album.h"
 #include "store/Log.h"
 #include "store/PhotographFiles.h"
 #include "store/QuietFile.h"
 
-#include <array>
 #include <cstddef>
-#include <tuple>
 #include <vector>
 
 namespace trovarium {
 
 namespace {
 
-using InfoLines = std::array<std::string, 10>;
+struct TextField {
+    std::string_view key;
+    std::string PhotoInfo::*field;
+};
+// In the order of the file and with the case of its keys. Two lines for the sizes follow.
+constexpr TextField TextFields[] = {
+    {"PhotoPath", &PhotoInfo::PhotoLink},
+    {"TITLE", &PhotoInfo::Title},
+    {"PHOTOGRAPHER", &PhotoInfo::Photographer},
+    {"YEAR", &PhotoInfo::Year},
+    {"PEOPLE", &PhotoInfo::People},
+    {"PLACE", &PhotoInfo::Place},
+    {"EVENT", &PhotoInfo::Event},
+    {"KEYWORDS", &PhotoInfo::Keywords},
+};
 
-// Whole or not at all: a file that was begun would be an empty one, and its photograph would be out of all groups.
-bool writeInfoFile(FileService& files, std::string_view path, const InfoLines& values, Sync sync)
+// Atomically: an empty information file would take its photograph out of all groups.
+bool writeInfoFile(FileService& files, std::string_view path, const PhotoInfo& info, const std::string& width,
+    const std::string& height, Sync sync)
 {
-    // The mixed case is the format.
-    static constexpr std::array<std::string_view, std::tuple_size_v<InfoLines>> Keys{"PhotoPath", "TITLE",
-        "PHOTOGRAPHER", "YEAR", "PEOPLE", "PLACE", "EVENT", "KEYWORDS", "ImageWidth", "ImageHeight"};
     std::vector<std::string> lines;
-    for (std::size_t i = 0; i < Keys.size(); ++i)
-        lines.push_back(std::string(Keys[i]).append("=").append(values[i]));
+    for (const TextField& text : TextFields)
+        lines.push_back(std::string(text.key).append("=").append(info.*text.field));
+    lines.push_back("ImageWidth=" + width);
+    lines.push_back("ImageHeight=" + height);
     return !attempt([&] { files.writeLines(path, lines, sync); });
 }
 
-// Stores the value of one line; a key that is none of the ten is passed over.
+// Stores the value of one line; other keys than the ten are ignored.
 void takeField(std::string_view key, std::string_view value, PhotoInfo& info)
 {
-    struct TextField {
-        std::string_view key;
-        std::string PhotoInfo::*field;
-    };
-    static constexpr std::array<TextField, 8> TextFields{{
-        {"EVENT", &PhotoInfo::Event},
-        {"KEYWORDS", &PhotoInfo::Keywords},
-        {"PEOPLE", &PhotoInfo::People},
-        {"PHOTOGRAPHER", &PhotoInfo::Photographer},
-        {"PLACE", &PhotoInfo::Place},
-        {"TITLE", &PhotoInfo::Title},
-        {"YEAR", &PhotoInfo::Year},
-        {"PHOTOPATH", &PhotoInfo::PhotoLink},
-    }};
-    for (const TextField& known : TextFields) {
-        if (key == known.key) {
-            info.*known.field = value;
-            return;
-        }
+    for (const TextField& text : TextFields) {
+        if (equalInCapitals(key, text.key))
+            info.*text.field = value;
     }
-    if (key == "IMAGEWIDTH")
+    if (equalInCapitals(key, "ImageWidth"))
         info.ImageWidth = toInt16(leadingNumber(value));
-    else if (key == "IMAGEHEIGHT")
+    else if (equalInCapitals(key, "ImageHeight"))
         info.ImageHeight = toInt16(leadingNumber(value));
-}
-
-// What stands behind the key and the one character after it, whatever that is.
-std::string linkOfLine(std::string_view text, std::size_t keyLength)
-{
-    std::string_view behindKey = text.substr(keyLength);
-    return std::string(behindKey.substr(firstCharacters(behindKey, 1).size()));
 }
 
 // The value of the first line that begins with the key of the link; empty and false without one.
@@ -77,15 +65,18 @@ bool readLink(FileService& files, std::string_view path, std::string& link)
     bool found = false;
     while (!found && !files.endOfFile(number)) {
         const std::string text = files.lineInput(number);
-        found = upper(left(text, Key.size())) == Key;
-        if (found)
-            link = linkOfLine(text, Key.size());
+        found = equalInCapitals(left(text, Key.size()), Key);
+        if (!found)
+            continue;
+        // One character stands between key and value, whatever it is.
+        const std::string_view rest = std::string_view(text).substr(Key.size());
+        link = rest.substr(firstCharacters(rest, 1).size());
     }
     files.close(number);
     return found;
 }
 
-// Where "N.info" lies; "File not found" where N is no photograph's name.
+// The path of "N.info"; "File not found" if N can't be a photograph's name.
 std::string pathOf(const Album& album, std::string_view infoFileName)
 {
     constexpr std::string_view Ending = ".info";
@@ -95,17 +86,11 @@ std::string pathOf(const Album& album, std::string_view infoFileName)
     return album.paths.InfoPath + std::string(infoFileName);
 }
 
-// Any other failure than that it is absent tells nothing of the file.
-bool isAbsent(const FileService& files, std::string_view path)
-{
-    const auto failure = attempt([&] { files.length(path); });
-    return failure && (failure->kind() == FailureKind::FileNotFound || failure->kind() == FailureKind::PathNotFound);
-}
-
-// An import writes the full path of its copy. In an album that was moved, or put back, the copy lies here now.
+// An import writes the full path of its copy. In an album that was moved the copy is in PhotoPath now.
 void followMove(const Album& album, std::string_view name, std::string& link)
 {
-    if (!isAbsent(album.files, link))
+    const auto failure = attempt([&] { album.files.length(link); });
+    if (!failure || !failure->isAbsence())
         return;
     attempt([&] {
         const std::string copy = photographPath(album.paths, name);
@@ -118,14 +103,10 @@ void followMove(const Album& album, std::string_view name, std::string& link)
 
 bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info, OddSize oddSize)
 try {
-    info.Event.clear();
-    info.Keywords.clear();
-    info.People.clear();
-    info.Photographer.clear();
-    info.Place.clear();
-    info.Title.clear();
-    info.Year.clear();
-
+    for (const TextField& text : TextFields) {
+        if (text.field != &PhotoInfo::PhotoLink)
+            (info.*text.field).clear();
+    }
     FileService& files = album.files;
     return withFileQuietly(files, pathOf(album, infoFileName), OpenMode::Input, [&](int number) {
         while (!files.endOfFile(number)) {
@@ -134,7 +115,7 @@ try {
             if (equals == std::string::npos)
                 continue;
             const auto beyond =
-                attempt([&] { takeField(upper(left(text, equals)), std::string_view(text).substr(equals + 1), info); });
+                attempt([&] { takeField(left(text, equals), std::string_view(text).substr(equals + 1), info); });
             if (beyond && oddSize == OddSize::Ends)
                 throw Failure(*beyond);
         }
@@ -145,20 +126,20 @@ try {
 
 bool SaveImageInfo(Album& album, std::string_view infoFileName, const PhotoInfo& info)
 try {
-    // Where it was read: a library from a file system without case has its names in any case.
-    const std::string path = album.files.asItStands(pathOf(album, infoFileName));
-    return writeInfoFile(album.files, path,
-        {info.PhotoLink, info.Title, info.Photographer, info.Year, info.People, info.Place, info.Event, info.Keywords,
-            numberText(std::int64_t{info.ImageWidth}), numberText(std::int64_t{info.ImageHeight})},
-        Sync::Yes);
+    // The file that was read, whose name may differ in case.
+    const std::string path = album.files.resolveExistingName(pathOf(album, infoFileName));
+    return writeInfoFile(album.files, path, info, numberText(info.ImageWidth), numberText(info.ImageHeight), Sync::Yes);
 } catch (const Failure&) {
     return false;
 }
 
 bool CreateInfoFile(FileService& files, std::string_view infoFilePath, std::string_view photoLinkValue)
 {
-    // Nobody's words yet, and a first start makes thousands.
-    return writeInfoFile(files, infoFilePath, {std::string(photoLinkValue), std::string(infoFilePath)}, Sync::No);
+    // Not synced: nothing that a person wrote, and a first start creates thousands.
+    PhotoInfo info;
+    info.PhotoLink = photoLinkValue;
+    info.Title = infoFilePath;
+    return writeInfoFile(files, infoFilePath, info, "", "", Sync::No);
 }
 
 bool isFirstTitle(std::string_view title, std::string_view infoFileName)
@@ -168,9 +149,8 @@ bool isFirstTitle(std::string_view title, std::string_view infoFileName)
         && equalInCapitals(right(title, length), infoFileName);
 }
 
-// The program's path and `ProgramFolder` are one text here: the root of the file system is "/", which is no
-// backslash that would be taken off. `PhotoPath` has no say but for a full path that leads nowhere, so a moved "Photos"
-// folder holds no other copies.
+// A relative link starts at the program's folder and not at `PhotoPath`, which is used only for a full path that leads
+// to no file.
 std::string GetPhotoLink(Album& album, std::string_view infoFileName)
 {
     constexpr std::size_t InfoSuffix = 5; // ".info"
@@ -179,7 +159,7 @@ std::string GetPhotoLink(Album& album, std::string_view infoFileName)
     try {
         const std::string path = pathOf(album, infoFileName);
         if (album.files.length(path) != 0 && readLink(album.files, path, result)) {
-            // A person may have written the link with the separators of the system.
+            // A person may have written it with slashes.
             result = fromNativePath(result);
             if (result.starts_with('\\'))
                 result.insert(0, programPath + "\\");
@@ -189,7 +169,7 @@ std::string GetPhotoLink(Album& album, std::string_view infoFileName)
             result = programPath + "\\Photos\\" + std::string(withoutLast(infoFileName, InfoSuffix));
         }
     } catch (const Failure& failure) {
-        // A file that is open stays open: no tail of this kind closes one.
+        // A file that readLink opened stays open.
         logFailure(album, "GetPhotoLink", failure);
     }
     return result;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/PhotoInfo.h"
+#include "store/Album.h"
 
 #include <cstdint>
 #include <string>
@@ -8,10 +8,9 @@
 
 namespace trovarium {
 
-struct Album;
 class FileService;
 
-// What a size beyond 16 bits does to the reading. One that is passed over keeps its value and hides no words.
+// Whether a size beyond 16 bits ends the reading or leaves its field unchanged.
 enum class OddSize { Ends, IsPassedOver };
 
 // Reads the ten lines of `infoFileName` (N + ".info") into `info`. Event, Keywords, People, Photographer, Place, Title
@@ -25,7 +24,7 @@ bool SaveImageInfo(Album& album, std::string_view infoFileName, const PhotoInfo&
 // A new information file. Its title is its own full path until the user edits it.
 bool CreateInfoFile(FileService& files, std::string_view infoFilePath, std::string_view photoLinkValue);
 
-// Whether the title of N + ".info" is still that path, also one of before the album was moved.
+// Whether the title of N + ".info" is still that path, or the one from before the album was moved.
 bool isFirstTitle(std::string_view title, std::string_view infoFileName);
 
 // The full path of the photograph behind `infoFileName` (N + ".info"); empty with a log line when the

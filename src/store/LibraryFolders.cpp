@@ -12,6 +12,7 @@
 #include "store/GroupFile.h"
 #include "store/Log.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <vector>
@@ -20,7 +21,7 @@ namespace trovarium {
 
 namespace {
 
-// The date of a file that is absent: before that of any file there is.
+// The date of an absent file: before that of any file.
 constexpr Instant NoDate{std::chrono::sys_days{std::chrono::year{1899} / 12 / 30}};
 
 std::string& element(FieldArray& fields, std::size_t index)
@@ -35,14 +36,14 @@ void trim(std::string& field)
     field = std::string(trimmed(field));
 }
 
-// The setting may be written with the separators of the system; its levels are made by the program's.
+// The setting may have slashes; MakeNestedFolders needs the program's form.
 std::string installedCopy(const Album& album)
 {
     return fromNativePath(
         album.Settings().GetOWSetting("Trovarium", "Installation", "Path", defaultInstallationPath()));
 }
 
-// The texts move to the folder of the installed copy that bears the medium's name, so that edits survive.
+// Information files and lists move to the installed copy, into a folder named after the medium, so that edits are kept.
 void moveTexts(Album& album, Desktop& desktop)
 {
     AlbumPaths& paths = album.paths;
@@ -61,6 +62,31 @@ void moveTexts(Album& album, Desktop& desktop)
     }
     attempt([&] { MakeNestedFolders(album, paths.SlideGroupPath); });
     attempt([&] { CopyNewerFiles(album, paths.ProgramFolder + "\\Photo_SlideGroups\\*.*", paths.SlideGroupPath); });
+}
+
+constexpr std::string_view AgreedLinks = "OutsideFolders"; // the settings' section, a target for each link
+
+// Of the folders that the program writes into; it only creates the one of the help pages.
+std::vector<FolderLink> outsideFolders(const Album& album)
+{
+    const std::string& library = album.paths.AppPath;
+    std::vector<FolderLink> links = album.files.linksOut(library,
+        {"Photos", "Photo_Thumbnails", "Photo_Info", "Photo_SlideGroups", "Photo_Audio", "Photo_Midi"}, library);
+    for (const std::string_view folder : {"\\Photos", "\\Photo_Info", "\\Photo_Audio", "\\Photo_Midi"}) {
+        const auto inside = album.files.linksOut(library + std::string(folder), {"Removed", "Removed_Photos"}, library);
+        links.insert(links.end(), inside.begin(), inside.end());
+    }
+    return links;
+}
+
+// For the message box: an album may hold a target of many lines, or a very long one.
+std::string onOneLine(const std::string& path)
+{
+    constexpr std::size_t MostCharacters = 200;
+    std::string text = firstCharacters(toNativePath(path), MostCharacters);
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < ' '; }, '?');
+    return text;
 }
 
 } // namespace
@@ -95,8 +121,32 @@ void removeOwnLinks(Album& album)
     for (const std::string& file : {paths.AppPath + "\\Trovarium.Log", paths.AppPath + "\\LogFile.tmp",
              paths.AppPath + "\\test.txt", paths.SlideGroupPath + "temp.group"})
         attempt([&] { album.files.removeLink(file); });
-    for (const std::string_view list : {AllPhotosGroup, std::string_view("TmpGroup.lst")})
+    for (const std::string_view list : {AllPhotosGroup, ScratchGroup})
         attempt([&] { album.files.removeLink(groupListPath(album, list)); });
+}
+
+bool mayWorkOutside(Album& album, Desktop& desktop)
+{
+    std::vector<FolderLink> links = outsideFolders(album);
+    attempt([&] {
+        std::erase_if(links, [&](const FolderLink& link) {
+            return album.Settings().GetOWSetting("Trovarium", AgreedLinks, link.path, "") == link.target;
+        });
+    });
+    if (links.empty())
+        return true;
+    std::string list;
+    for (const FolderLink& link : links)
+        list += onOneLine(link.path) + " -> " + onOneLine(link.target) + "\r";
+    const Answer answer = desktop.prompts().messageBox("Folders of this album lie outside of it:\r\r" + list
+            + "\rTrovarium reads, changes and removes files there. Press 'YES' to open the album. Press 'NO' if you "
+              "don't know these folders.",
+        Message::Warning, "Folders Outside the Album");
+    if (answer != Answer::Yes)
+        return false;
+    for (const FolderLink& link : links)
+        attempt([&] { album.Settings().SetOWSetting("Trovarium", AgreedLinks, link.path, link.target); });
+    return true;
 }
 
 void CheckDirPaths(Album& album, Desktop& desktop)
@@ -113,12 +163,12 @@ void removeLeftOvers(Album& album)
     std::vector<std::string> folders{paths.AppPath + "\\", paths.ThumbnailPath, paths.AudioPath, paths.MidiPath};
     for (const std::string& folder : {paths.PhotoPath, paths.InfoPath, paths.AudioPath, paths.MidiPath})
         folders.push_back(folder + "Removed\\");
-    // The check lists these; one that was skipped may not have.
+    // The check has listed these, unless it was skipped.
     std::vector<std::string> checked{paths.PhotoPath, paths.InfoPath, paths.SlideGroupPath};
     if (album.AutoCheckBypass)
         folders.insert(folders.end(), checked.begin(), checked.end());
     for (const std::string& folder : folders)
-        attempt([&] { album.files.list(folder + "?"); }); // hardly a name fits, so that none is sorted
+        attempt([&] { album.files.list(folder + "?"); }); // few names match, which saves sorting them
     if (!album.AutoCheckBypass)
         folders.insert(folders.end(), checked.begin(), checked.end());
     for (const std::string& folder : folders)
@@ -134,7 +184,7 @@ bool IsFolderReadOnly(Album& album, std::string_view path)
         testFile += '\\';
     testFile += "test.txt";
 
-    // A file of that name which someone keeps there, or may keep, is neither emptied nor deleted.
+    // A user's own file of that name must not be emptied or deleted, nor one that may be there.
     bool isOurs = false;
     attempt([&] { isOurs = !album.files.exists(testFile); });
     const std::optional<Failure> failure = attempt([&] {
@@ -164,14 +214,13 @@ std::string GetMediaFolderName(Album& album, std::string_view path)
             total += album.files.length(photos + name);
         result = "CD-" + numberText(total);
     } catch (const Failure&) {
-        // The random name serves a medium that can't be read.
+        // A medium that can't be read keeps the random name.
     }
     return result;
 }
 
-// Every statement goes on past its failure, so the tail is never reached.
 bool CopyNewerFiles(Album& album, std::string_view sourcePattern, std::string_view destFolder)
-try {
+{
     FileService& files = album.files;
     const std::string folder = SplitPath(sourcePattern).Folder;
     std::vector<std::string> names;
@@ -187,29 +236,19 @@ try {
             attempt([&] { files.copy(source, destination); });
     }
     return true;
-} catch (const Failure& failure) {
-    logFailure(album, "Form_Click", failure);
-    return true;
 }
 
 bool MakeNestedFolders(Album& album, std::string_view path)
 try {
     FieldArray parts;
     ParseFields(album, path, "\\", parts, MaxNestedFolders);
-    std::string current = parts[0] + "\\";
-    std::size_t level = 1;
-    for (; level < MaxNestedFolders; ++level) {
-        if (parts[level].empty())
-            return true;
-        if (!album.files.folderExists(current + parts[level] + "\\"))
-            break;
-        current += parts[level] + "\\";
-    }
-    for (; level < MaxNestedFolders; ++level) {
-        if (parts[level].empty())
-            return true;
-        album.files.makeFolder(current + parts[level]);
-        current += parts[level] + "\\";
+    std::string current = parts[0];
+    bool isMissing = false;
+    for (std::size_t level = 1; level < MaxNestedFolders && !parts[level].empty(); ++level) {
+        current += "\\" + parts[level];
+        isMissing = isMissing || !album.files.folderExists(current + "\\");
+        if (isMissing)
+            album.files.makeFolder(current);
     }
     return true;
 } catch (const Failure&) {

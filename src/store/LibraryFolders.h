@@ -10,22 +10,26 @@ namespace trovarium {
 struct Album;
 class Desktop;
 
-// The seven folders of a library under AppPath; one that exists is no failure that matters.
+// Creates the seven folders of a library in AppPath. Failures are ignored.
 void makeLibraryFolders(Album& album);
 
-// The six folder settings, in their order. One that fails leaves its path as it was.
+// Reads the six folder settings. After a failure a path is unchanged.
 void readFolderSettings(Album& album);
 
-// Takes away the links that stand in the places of the files that the program writes of its own accord: an album from
-// somebody else would have it write or read what they lead to.
+// Removes symbolic links in the place of the files that the program writes without being asked: an album from somebody
+// else could make it overwrite other files with them.
 void removeOwnLinks(Album& album);
+
+// Whether the program may work on a library with folders that are symbolic links and lead out of it: it would change
+// files there that belong to no album. Asks the user once for each link and target, and nothing without such a link.
+bool mayWorkOutside(Album& album, Desktop& desktop);
 
 // Tests whether the program's folder can be written; if not, information files and group lists move to a
 // folder of the installed copy.
 void CheckDirPaths(Album& album, Desktop& desktop);
 
-// What a killed run left hidden in the library's folders while it wrote goes, quietly. Behind the check, which reads
-// the folders of photographs, information files and lists: they needn't be read again for this.
+// Removes the hidden files that killed runs left in the library's folders. To be called after the check, which has
+// listed the folders of photographs, information files and lists: they aren't read again.
 void removeLeftOvers(Album& album);
 
 // True when no file can be written in `path`; then `ReadOnlyLibrary` is set too. Leaves nothing behind.
@@ -35,7 +39,7 @@ bool IsFolderReadOnly(Album& album, std::string_view path);
 std::string GetMediaFolderName(Album& album, std::string_view path);
 
 // Copies the files that match `sourcePattern` and are newer than their namesakes in `destFolder`, or have none
-// there; a copy that fails is passed over. Always true.
+// there. Failures are ignored. Always true.
 bool CopyNewerFiles(Album& album, std::string_view sourcePattern, std::string_view destFolder);
 // Makes every missing level of `path` up to the twentieth; false when one can't be made.
 bool MakeNestedFolders(Album& album, std::string_view path);

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::int64_t LargestLog = 80'000;       // bytes
 constexpr std::size_t TrimmedCharacters = 10'000; // at least, line ends not counted
-// No log of ours comes near these: an album may bring one along.
+// Limits for a log that is not our own: an album from somebody else may have one.
 constexpr std::size_t HeaderCharacters = 100;
 constexpr std::int64_t LargestTrimmed = 1 << 26; // bytes, the longest line that can be read
 
@@ -28,8 +28,8 @@ void createLog(FileService& files, std::string_view path)
     files.close(number);
 }
 
-// Drops the oldest lines behind the header by way of a temporary file. `excess` bytes go in any case, so that a log of
-// any size is trimmed once.
+// Drops the oldest lines after the header, with a temporary file. At least `excess` bytes go, so that a log of any size
+// is short enough afterwards.
 void trimLog(FileService& files, std::string_view path, std::string_view temporaryPath, std::size_t excess)
 {
     const int log = files.freeFile();
@@ -53,7 +53,7 @@ void trimLog(FileService& files, std::string_view path, std::string_view tempora
 
     files.close(log);
     files.close(temporary);
-    files.copy(temporaryPath, path); // in one act: a kill leaves the old log or the new one
+    files.copy(temporaryPath, path); // a kill leaves the old log or the new one
     files.remove(temporaryPath);
 }
 
@@ -76,7 +76,7 @@ try {
     files.print(number, logLineStamp(now()).append(": ").append(message));
     files.close(number);
 } catch (const Failure&) {
-    // Wide on purpose: a file of the procedure that is just reporting is closed too.
+    // On purpose this closes the files of the procedure that reports, too.
     album.files.closeAll();
 }
 

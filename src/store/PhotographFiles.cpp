@@ -2,7 +2,7 @@
 
 #include "platform/files/FileService.h"
 #include "runtime/Failure.h"
-#include "store/AlbumPaths.h"
+#include "store/Album.h"
 
 #include <cstddef>
 

@@ -8,8 +8,8 @@
 
 namespace trovarium {
 
-// Opens a file under a free number, runs `body` with it and closes it. A failure anywhere, in `body` too,
-// closes the file and gives false: no message, no log line.
+// Opens a file under a free number, runs `body` with the number and closes it. After any failure, also in `body`, the
+// file is closed and the result is false: no message, no log line.
 template <class Body>
 bool withFileQuietly(FileService& files, std::string_view path, OpenMode mode, Body&& body)
 {

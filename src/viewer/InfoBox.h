@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/PhotoInfo.h"
+#include "store/Album.h"
 
 #include <array>
 #include <cstdint>

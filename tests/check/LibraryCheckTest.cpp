@@ -1,5 +1,3 @@
-#include "check/FileDateTime.h"
-#include "check/GroupRepair.h"
 #include "check/RepairPasses.h"
 #include "check/VideoPlayer.h"
 #include "check/frmFirstTime.h"
@@ -17,7 +15,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <tuple>
 
 namespace trovarium {
 
@@ -117,15 +114,24 @@ protected:
 
 } // namespace
 
-TEST_F(LibraryCheck, KeepsOrderAndDoublesOfWhatIsThereAndByAFailureTheListAsItStands)
-{
-    const auto repair = [this] { RemoveMissingPhotosFromGroup(test.album(), desktop, Meanwhile::RunEvents); };
-    addInfoFile("a.bmp");
-    test.put(infoFile("b.bmp"), "x");
-    test.put(infoFile("empty.bmp"), "");
-    using enum FileOperation;
+// Two photographs and a list that repeats one of them and names others.
+class GroupRepair : public LibraryCheck {
+protected:
+    GroupRepair()
+    {
+        addInfoFile("a.bmp");
+        test.put(infoFile("b.bmp"), "x");
+        test.put(infoFile("empty.bmp"), "");
+        test.put(groupList("Rome.lst"), before);
+    }
+    void repair() { RemoveMissingPhotosFromGroup(test.album(), desktop, Meanwhile::RunEvents); }
+
     const std::string before = joinedLines({"b.bmp", "lost.bmp", "a.bmp", "", "empty.bmp", "b.bmp"});
-    test.put(groupList("Rome.lst"), before);
+};
+
+TEST_F(GroupRepair, AFailureLeavesTheListAsItIs)
+{
+    using enum FileOperation;
     for (const auto& [operation, ending] : {std::pair{Open, "Rome.lst"}, {LineInput, "Rome.lst"}, {Print, "Rome.lst"},
              {Close, "Rome.lst"}, {Length, "b.bmp.info"}, {List, "Photo_Info\\?"}}) {
         SCOPED_TRACE(testing::Message() << static_cast<int>(operation) << ending);
@@ -145,11 +151,15 @@ TEST_F(LibraryCheck, KeepsOrderAndDoublesOfWhatIsThereAndByAFailureTheListAsItSt
     test.album().AutoCheckBypass = true;
     repair();
     EXPECT_EQ(test.bytes(groupList("Rome.lst")), before);
-    test.album().AutoCheckBypass = false;
+}
+
+TEST_F(GroupRepair, KeepsOrderAndDoublesAndStopsInTheMiddleOfAListWhenItIsSkipped)
+{
     test.putGroup("TmpGroup.lst", {"a.bmp"}); // of an earlier run, no group
     test.put(groupList("A.LST"), std::string(60'000, '\n') + "../x\na.bmp\n");
     int looks = 0;
-    desktop.files().setFaultHook([&](FileOperation operation, std::string_view) { looks += operation == Length; });
+    desktop.files().setFaultHook(
+        [&](FileOperation operation, std::string_view) { looks += operation == FileOperation::Length; });
     Robot robot(desktop);
     splash().show();
     for (const bool isStart : {true, false}) {
@@ -163,9 +173,13 @@ TEST_F(LibraryCheck, KeepsOrderAndDoublesOfWhatIsThereAndByAFailureTheListAsItSt
     EXPECT_EQ(test.groupLines("Rome.lst"), (Names{"b.bmp", "a.bmp", "b.bmp"}));
     EXPECT_FALSE(test.isThere(groupList("TmpGroup.lst")));
     desktop.DoEvents();
+}
+
+TEST_F(GroupRepair, ABlankPathEndsTheProgram)
+{
     test.paths().SlideGroupPath.clear();
     prompts.expectNotice("Critical Error-SubRemoveMissingPhotosFromGroup: SlideGroup path is blank!");
-    EXPECT_EQ(desktop.guarded(repair), 1);
+    EXPECT_EQ(desktop.guarded([this] { repair(); }), 1);
 }
 
 TEST_F(LibraryCheck, AnAlbumThatMovedKeepsItsWordsAndADiskThatIsAwayTakesNoneUnasked)
@@ -203,7 +217,7 @@ TEST_F(LibraryCheck, AnAlbumThatMovedKeepsItsWordsAndADiskThatIsAwayTakesNoneUna
     EXPECT_EQ(test.bytes(thumbnail(names[1])), thumbnailOfOne);
 }
 
-TEST_F(LibraryCheck, WithoutAutoFixItAsksBeforeItSetsTextsAsideAndMakesThumbnailsWhoseDateDiffersAtAll)
+TEST_F(LibraryCheck, WithoutAutoFixItAsksBeforeItSetsTextsAside)
 {
     const Names gone{"gone1.bmp", "gone2.bmp"};
     addInfoFile(gone[0]);
@@ -231,8 +245,13 @@ TEST_F(LibraryCheck, WithoutAutoFixItAsksBeforeItSetsTextsAsideAndMakesThumbnail
             EXPECT_EQ(test.groupLines(list), isMoved ? Names{"gone2.bmp"} : gone) << list;
     }
 
-    test.album().ReadOnlyLibrary = false;
-    desktop.files().remove(infoFile("gone2.bmp"));
+    EXPECT_EQ(prompts.asked()[0].title + prompts.asked()[2].title,
+        "Missing Photo/Image File(s)Removed unassociated INFO file(s)");
+}
+
+TEST_F(LibraryCheck, WithoutAutoFixItAsksBeforeItMakesThumbnailsWhoseDateDiffers)
+{
+    test.setSetting("Options", "AutoFix", "False");
     addPhotosWithInfo({"absent.bmp", "SAME.bmp"});
     for (const auto& [name, secondsLater] : {std::pair{"newer.bmp", 1}, {"older.bmp", -1}, {"same.bmp", 0}}) {
         addPhotosWithInfo({name});
@@ -241,16 +260,15 @@ TEST_F(LibraryCheck, WithoutAutoFixItAsksBeforeItSetsTextsAsideAndMakesThumbnail
     }
     desktop.files().setModified(photo("SAME.bmp"), dateOf(photo("same.bmp"))); // which has none of its own
     test.put(thumbnail("absent.bmp"), "");
-    for (const Answer answer : {No, Yes}) {
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
         prompts.expectQuestion("Trovarium has detected 4 photo/image file(s) with missing or out-of-date corresponding "
                                "thumbnail(s). Press 'YES' create thumbnail(s). Press 'NO' to ignore.",
             answer);
         start();
-        EXPECT_EQ(test.isThere(thumbnail("SAME.bmp")), answer == Yes);
+        EXPECT_EQ(test.isThere(thumbnail("SAME.bmp")), answer == Answer::Yes);
     }
     start(); // asks nothing more
-    EXPECT_EQ(prompts.asked()[0].title + prompts.asked()[2].title + prompts.asked()[5].title,
-        "Missing Photo/Image File(s)Removed unassociated INFO file(s)Build Thumbnails");
+    EXPECT_EQ(prompts.asked()[0].title, "Build Thumbnails");
 }
 
 TEST_F(LibraryCheck, SkippingDropsWhatThePassInHandGatheredAndAllThatFollows)
@@ -260,11 +278,19 @@ TEST_F(LibraryCheck, SkippingDropsWhatThePassInHandGatheredAndAllThatFollows)
     for (const char* name : {"a.bmp", "b.bmp", "new1.bmp", "new2.bmp"})
         addPhoto(name);
     using enum FileOperation;
-    for (const auto& [operation, ending, there, share] :
-        {std::tuple{Length, "Photo_Info\\gone.bmp.info", "-+-----", 0.125F},
-            {Length, "Photo_Thumbnails\\b.bmp", "+------", 0.25F},
-            {Open, "Photo_Info\\new1.bmp.info", "+-+++--", 0.5F + 1 / 12.0F},
-            {Print, "  All Photos  .lst", "+-+++++", 1}}) {
+    struct Case {
+        FileOperation operation;
+        std::string_view ending;
+        std::string there; // which of `files`
+        float share;       // of the bar
+    };
+    const Case cases[] = {
+        {.operation = Length, .ending = "Photo_Info\\gone.bmp.info", .there = "-+-----", .share = 0.125F},
+        {.operation = Length, .ending = "Photo_Thumbnails\\b.bmp", .there = "+------", .share = 0.25F},
+        {.operation = Open, .ending = "Photo_Info\\new1.bmp.info", .there = "+-+++--", .share = 0.5F + 1 / 12.0F},
+        {.operation = Print, .ending = "  All Photos  .lst", .there = "+-+++++", .share = 1},
+    };
+    for (const auto& [operation, ending, there, share] : cases) {
         for (const std::string& file : files)
             std::filesystem::remove(toNativePath(file)); // of the case before
         for (const char* name : {"a.bmp", "b.bmp", "gone.bmp"})
@@ -325,14 +351,22 @@ TEST_F(LibraryCheck, AFailureEndsThePassAndReplacesNobodysWords)
     EXPECT_FALSE(test.isThere(infoFile("other.bmp"))) << "the pass ends";
 }
 
-TEST_F(LibraryCheck, TheLongerSideIsAHundredPixelsTheDateThePhotographsAndAClipHasTheFrameOfItsPause)
+TEST_F(LibraryCheck, TheLongerSideIsAHundredPixelsAndTheDateThePhotographs)
 {
     build(Names(32768, "a.bmp")); // more than a walk counts
     build({});
     EXPECT_FALSE(builder.isLoaded() || test.isThere(thumbnail("a.bmp")));
-    using Sizes = std::tuple<int, int, int, int>;
-    for (const auto& [width, height, shownWidth, shownHeight] :
-        {Sizes{200, 100, 100, 50}, {300, 300, 100, 100}, {4, 2, 100, 50}, {900, 3, 100, 1}, {3, 900, 1, 100}}) {
+    struct Case {
+        int width, height, shownWidth, shownHeight;
+    };
+    const Case cases[] = {
+        {.width = 200, .height = 100, .shownWidth = 100, .shownHeight = 50},
+        {.width = 300, .height = 300, .shownWidth = 100, .shownHeight = 100},
+        {.width = 4, .height = 2, .shownWidth = 100, .shownHeight = 50},
+        {.width = 900, .height = 3, .shownWidth = 100, .shownHeight = 1},
+        {.width = 3, .height = 900, .shownWidth = 1, .shownHeight = 100},
+    };
+    for (const auto& [width, height, shownWidth, shownHeight] : cases) {
         addPhotosWithInfo({"a.bmp"}, width, height);
         build({"C:\\ignored\\a.bmp"});
         EXPECT_TRUE(measures("a.bmp", shownWidth, shownHeight)) << width << "x" << height;
@@ -343,7 +377,10 @@ TEST_F(LibraryCheck, TheLongerSideIsAHundredPixelsTheDateThePhotographsAndAClipH
     test.put(infoFile("name.bmp"), "PhotoPath=" + outside + "\r\n");
     build({"name.bmp"});
     EXPECT_TRUE(measures("name.bmp", 1, 100) && dateOf(thumbnail("name.bmp")) == dateOf(outside));
+}
 
+TEST_F(LibraryCheck, AClipHasTheFrameOfItsPause)
+{
     const Names clips{"b.mpg", "c.MOV", "damaged.Avi"};
     addPhotosWithInfo(clips);
     start(); // finds those that were left without
@@ -354,9 +391,9 @@ TEST_F(LibraryCheck, TheLongerSideIsAHundredPixelsTheDateThePhotographsAndAClipH
     }
 }
 
-TEST_F(LibraryCheck, APictureThatCannotBeReadGetsAnEmptyThumbnailAndTheDiskMayBeFull)
+TEST_F(LibraryCheck, APictureThatCannotBeReadGetsAnEmptyThumbnail)
 {
-    addPhotosWithInfo({"bad.jpg", "good.bmp", "late.bmp", "torn.bmp"});
+    addPhotosWithInfo({"bad.jpg", "good.bmp", "torn.bmp"});
     addInfoFile("gone.bmp");
     test.put(photo("bad.jpg"), "no picture at all");
     test.put(photo("torn.bmp"), plainBitmap(80, 80).substr(0, 60));
@@ -364,9 +401,11 @@ TEST_F(LibraryCheck, APictureThatCannotBeReadGetsAnEmptyThumbnailAndTheDiskMayBe
     build({"good.bmp", "bad.jpg", "torn.bmp", "gone.bmp"});
     for (const char* name : {"bad.jpg", "gone.bmp", "torn.bmp"})
         EXPECT_TRUE(isBlank(name)) << name;
+}
 
-    desktop.files().remove(infoFile("gone.bmp"));
-    desktop.files().remove(thumbnail("good.bmp"));
+TEST_F(LibraryCheck, AThumbnailThatAFullDiskLeftOutOrUndatedIsBuiltByTheNextStart)
+{
+    addPhotosWithInfo({"good.bmp", "late.bmp"});
     test.failAt(FileOperation::Print, "Photo_Thumbnails\\good.bmp");
     start();
     EXPECT_FALSE(test.isThere(thumbnail("good.bmp")));

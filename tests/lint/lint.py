@@ -18,7 +18,7 @@ PAIRS = {("browser", "viewer"), ("viewer", "browser"), ("import", "search")}
 SYSTEM = {
     r"filesystem": r"platform/files/.*",
     r"[a-z_]+": r".*",
-    r"(dirent|dlfcn|errno|fcntl|limits|malloc|poll|pwd|signal|spawn|time|unistd|(sys|linux)/\w+)\.h": r"platform/.*",
+    r"(dirent|dlfcn|errno|fcntl|limits|malloc|mntent|poll|pwd|signal|spawn|time|unistd|(sys|linux)/\w+)\.h": r"platform/.*",
 }
 LIBRARIES = {
     r"Q\w+(/Q\w+)?": r"platform/(qt/toolkit/.*|toolkit/.*\.cpp|pictures/(.*\.cpp|wmf/.*|Bitmap\w+\.h|Picture\w+\.h"

@@ -294,7 +294,7 @@ private:
         std::istringstream stream(bytes);
         for (std::string line; std::getline(stream, line);)
             if (line != "\r" && !line.starts_with("Image"))
-                lines.push_back(decodeLine(line.substr(0, line.find('\r'))));
+                lines.push_back(fromWindows1252(line.substr(0, line.find('\r'))));
         return lines;
     }
     static std::string joined(const Lines& lines)

@@ -1,131 +1,87 @@
 #pragma once
 
-#include "platform/files/FileStamp.h"
+#include "platform/files/Descriptor.h"
+#include "platform/files/FileTypes.h"
+#include "platform/files/NativeErrors.h"
+#include "platform/files/OpenFile.h"
+#include "platform/files/PathResolver.h"
+#include "platform/files/Paths.h"
 #include "runtime/Dates.h"
 
 #include <cstdint>
 #include <functional>
-#include <memory>
+#include <map>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 #include <vector>
 
 namespace trovarium {
 
-enum class OpenMode { Input, Output, Append };
-
-enum class FileOperation {
-    Open,
-    Print,
-    LineInput,
-    Close,
-    Length,
-    Date,
-    SetDate,
-    List,
-    Copy,
-    Delete,
-    Rename,
-    MakeFolder,
-    Picture,
-    Exists,
-    Attributes
-};
-
-// Called before every operation with the path as the program knows it (of a copy the target, of a rename the
-// old name). What it throws is what the operation fails with: full disks, missing rights and torn files for
-// tests.
-using FaultHook = std::function<void(FileOperation operation, std::string_view path)>;
-
-// Whether a write waits until the disk has it, so that it outlives a loss of power too: for what a person wrote or
-// arranged. It takes as long as the disk takes.
-enum class Sync { No, Yes };
-
-// Whether a copy replaces a file that may not be written, as one does that deletes it first.
-enum class ReadOnlyTarget { Stays, IsReplaced };
-
-// One name of a folder, with what the folder itself tells of it.
-struct FolderEntry {
-    // Unknown: only a look that may fail can tell, see `attributes`.
-    enum class Kind { File, Folder, Unknown };
-
-    std::string name;
-    Kind kind;
-};
-
-// A folder that is a link, by the paths of both.
-struct FolderLink {
-    std::string path;
-    std::string target;
-};
-
-inline constexpr int DirectoryAttribute = 16;
-
 // The file system as the program sees it. A path inside the program is "/home\ann\Photos\a.jpg": a
-// slash at the start and backslashes between; both separators are taken. All failures are `Failure`.
+// slash at the start and backslashes between; both separators are accepted. All failures are `Failure`.
 //
 // What creates, appends, deletes, renames, is copied to or asked to exist means exactly the name as
 // written. What is only read falls back to the one entry that differs in case alone, and so do the
-// folders on the way.
+// folders of the path.
 //
-// Nothing is written through a link: one in the place of what is opened for output or append or written whole is
-// replaced. Only a list (.lst) and an information file (.info) are written where their link leads, when that is a file
-// of the same kind; otherwise the write fails with "Path/File access error".
+// Nothing is written through a symbolic link: one in the place of what is opened for output or append or written
+// atomically is replaced. Only a list (.lst) and an information file (.info) are written where their link leads, when
+// that is a file of the same kind; otherwise the write fails with "Path/File access error".
+//
+// FileService.cpp looks and reads, FileChanges.cpp changes the disk.
 class FileService {
 public:
-    FileService();
+    FileService() = default;
     ~FileService();
     FileService(const FileService&) = delete;
     FileService& operator=(const FileService&) = delete;
 
     void setFaultHook(FaultHook hook);
-
-    // The files that a run is going to open for input one after the other, and, when there are any, as many others
-    // that it will ask for with them. No more than a head start, see `ReadingAhead`.
-    void expect(const std::vector<std::string>& paths, const std::vector<std::string>& looks);
-    void expectCopies(const std::vector<std::string>& paths);
+    // Runs the hook, for an operation that another part of the platform makes on its own.
+    void checkFault(FileOperation operation, std::string_view path) const;
 
     // Numbered text files, 1 to 255.
     int freeFile() const;
     void open(std::string_view path, OpenMode mode, int number);
     void print(int number, std::string_view line); // adds CR LF
-    bool endOfFile(int number) const;
+    bool endOfFile(int number);
     std::string lineInput(int number); // ends at CR LF, CR or LF
-    FileStamp stamp(int number) const; // as the file was when it was opened
+    FileStamp stamp(int number);       // as the file was when it was opened
     // Frees the number in any case. A number that isn't open is no failure.
     void close(int number);
-    // Closes every number. It serves where a failure is already being handled, so its own are dropped.
+    // Closes every number. Failures are dropped: it is called while another failure is handled.
     void closeAll();
 
-    // Writes or replaces a whole file in one act: whatever happens, there is the old one (or none) or the new one
-    // under the name. Rights and owner stay. The hook is told of an open, a print and, before it is put in place, a
-    // close.
-    void writeWhole(std::string_view path, std::string_view bytes, Sync sync = Sync::No);
+    // Writes or replaces a whole file: whatever happens, there is the old one (or none) or the new one under the name.
+    // Rights and owner stay. The hook is called for an open, a print and, before the new file takes the name, a close.
+    void writeFileAtomically(std::string_view path, std::string_view bytes, Sync sync = Sync::No);
     // The same for lines, as `print` writes them.
     void writeLines(std::string_view path, const std::vector<std::string>& lines, Sync sync);
-    // Gives `path` the content of `source` as writeWhole does, synced. The hook is told of a copy before.
+    // Writes the content of `source` to `path` in the same way, synced. The hook is called for a copy before.
     void replaceContent(std::string_view path, std::string_view source);
 
     std::int64_t length(std::string_view path) const; // in bytes; regular files only
-    // A regular file of exactly this name. A look that fails (a disk that doesn't answer) is a failure: for a file
-    // that isn't seen others would make a new one, in place of what a person wrote.
+    // A regular file of exactly this name. A disk that doesn't answer is a failure: taking the file for absent, callers
+    // would overwrite it.
     bool exists(std::string_view path) const;
     bool folderExists(std::string_view path) const;
     void requireFolder(std::string_view path) const; // "Path not found", or why it can't be listed
     // The path of the file that is read for this one: as written, or with the one name that differs in case alone.
-    std::string asItStands(std::string_view path) const;
+    std::string resolveExistingName(std::string_view path) const;
     Instant modified(std::string_view path) const;
     void setModified(std::string_view path, Instant instant);
     FileStamp stamp(std::string_view path) const; // of the file that is read for this path, as it is now
 
     void copy(std::string_view source, std::string_view target, ReadOnlyTarget readOnly = ReadOnlyTarget::Stays);
     void remove(std::string_view path);
-    // Takes a link away that stands in the place of a file of our own, wherever it leads. Nothing else is touched.
-    void removeLink(std::string_view path);
+    void removeLink(std::string_view path); // a symbolic link, wherever it leads; nothing else
     void rename(std::string_view from, std::string_view to);
     void makeFolder(std::string_view path);
-    // Removes the hidden files that a killed run left in a folder while it wrote, as far as a listing of the folder
-    // has met them: it is not read for this.
+    // Removes the hidden files that killed runs left in a folder while they wrote, as far as listings of the folder
+    // have found them: the folder isn't read for this.
     void removeLeftOvers(std::string_view folder);
 
     // Names of the plain files that match folder + pattern ("*", "?", several joined by ";"), sorted as
@@ -137,56 +93,51 @@ public:
     std::vector<std::string> listFolders(std::string_view folder) const;
     // Files and folders that match folder + pattern, with "." and "..": `Dir` with the directory attribute.
     std::vector<FolderEntry> listAll(std::string_view folderAndPattern) const;
-    // DirectoryAttribute for a folder, 0 for anything else that is there. What a walk knows of the entry (its
-    // `kind`) spares the look at the disk.
+    // DirectoryAttribute for a folder, 0 for anything else that is there. A kind that a listing gave saves the look at
+    // the disk.
     int attributes(std::string_view path, FolderEntry::Kind known = FolderEntry::Kind::Unknown) const;
-    // Of the folders that `folder` has under these names, in any case of letters, those that are links and lead out of
-    // `home`. One that leads nowhere may lead anywhere tomorrow, and is among them.
+    // The folders with these names in `folder`, in any case of letters, that are symbolic links and lead out of `home`
+    // or nowhere.
     std::vector<FolderLink> linksOut(
         std::string_view folder, const std::vector<std::string_view>& names, std::string_view home) const;
-    // Whether both paths lead to one file, by whatever names; false when one of them is absent. For what would delete
-    // the very file that it is about to copy.
+    // Whether both paths lead to one file, by whatever names; false when one of them is absent.
     bool isSameFile(std::string_view path, std::string_view other) const;
 
-    // The path that the system knows for a file that is only to be read (with the fall-back in case), "File not
-    // found" where there is none. For the platform's own use.
+    // For the platform's own use: the native path of a file that is only to be read, "File not found" for none.
     std::string nativeForReading(std::string_view path) const;
 
-    // Runs the fault hook for an operation that the picture service makes on its own.
-    void announce(FileOperation operation, std::string_view path) const;
-
 private:
-    struct State;
-    std::unique_ptr<State> m_state;
-};
+    // The place that an exact name means, and what stands there, if anything.
+    struct Target {
+        NativePath place;
+        std::string native;
+        std::optional<struct stat> status;
+        bool isLink = false; // to be replaced
+    };
+    enum class Absent { GivesNone, Fails };
+    using SystemCall = std::function<int(const std::string& native)>; // -1 with errno
 
-// "/home/ann/x" to "/home\ann\x"; a name that is no UTF-8 comes as the program knows it.
-std::string fromNativePath(std::string_view native);
-// The other way, separators only, for texts that a person reads.
-std::string toNativePath(std::string_view path);
-// For people: the native form of an absolute path, any other text as it stands.
-std::string readablePath(std::string_view text);
+    OpenFile& numbered(int number);
+    bool isInUse(const struct stat& status) const;
+    std::string callOnReadable(std::string_view path, Attempted attempted, const SystemCall& call) const;
+    std::string findReadable(std::string_view path, struct stat& status) const;
+    struct stat readableStatus(std::string_view path) const;
+    Descriptor openForReading(std::string_view path, Attempted attempted = Attempted::Access) const;
+    Descriptor openForWriting(std::string_view path, OpenMode mode);
+    std::vector<FolderEntry> walk(std::string_view folderAndPattern, Absent absent) const;
 
-// While it lives, files are read ahead of a run through them: by reading or, of `Copies`, by copying each.
-class ReadingAhead {
-public:
-    ReadingAhead(FileService& files, const std::vector<std::string>& paths, const std::vector<std::string>& looks = {})
-        : m_files(files)
-    {
-        files.expect(paths, looks);
-    }
-    enum CopiesTag { Copies };
-    ReadingAhead(FileService& files, const std::vector<std::string>& paths, CopiesTag)
-        : m_files(files)
-    {
-        files.expectCopies(paths);
-    }
-    ~ReadingAhead() { m_files.expect({}, {}); }
-    ReadingAhead(const ReadingAhead&) = delete;
-    ReadingAhead& operator=(const ReadingAhead&) = delete;
+    Target target(std::string_view path) const;
+    Target writableTarget(std::string_view path) const;
+    void refuseReplacing(const Target& target, const struct stat& source, ReadOnlyTarget readOnly) const;
+    static bool isSameInOtherCase(const Target& from, const Target& to);
+    void moveAcross(const Target& from, const Target& to);
+    void addEntry(const NativePath& place, const std::function<void()>& change);
+    void removeEntry(const NativePath& place);
 
-private:
-    FileService& m_files;
+    FaultHook m_hook;
+    std::map<int, OpenFile> m_numbers;
+    mutable std::set<std::string> m_leftOvers; // native paths
+    mutable PathResolver m_resolver;
 };
 
 } // namespace trovarium

@@ -1,13 +1,15 @@
 #pragma once
 
-#include "platform/files/FileService.h"
+#include "platform/files/FileTypes.h"
 
 #include <dirent.h>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
+#include <vector>
 
 namespace trovarium {
 
@@ -16,7 +18,7 @@ class FolderReader {
 public:
     struct Entry {
         std::string_view name; // valid until the next one is read
-        unsigned char type;    // what the folder itself tells, often unknown
+        unsigned char type;    // of dirent, often unknown
     };
 
     // `folder` is a native path; errno tells why it isn't open.
@@ -25,12 +27,11 @@ public:
     bool isOpen() const { return m_stream != nullptr; }
     struct stat status() const; // of the folder; "Device I/O error" and the like
 
-    // None at the end; a folder that can't be read on is a failure, since half a listing would pass for a
-    // whole one.
+    // None at the end. An error while reading is a failure: half a listing would pass for a whole one.
     std::optional<Entry> next();
 
-    // None for what is neither a file nor a folder: a link to a folder, too, while a link to a file is a file.
-    // Unknown where the disk doesn't answer.
+    // A link to a file is a file. None for a link to a folder and for what is neither file nor folder. Unknown if the
+    // disk doesn't answer.
     std::optional<FolderEntry::Kind> kindOf(const Entry& entry) const;
 
 private:
@@ -39,5 +40,12 @@ private:
     };
     std::unique_ptr<DIR, Closer> m_stream;
 };
+
+// "." and ".." and the files and folders of a native folder whose names match (see `FileService::list`), sorted as
+// lists are. Hidden names are left out. What killed runs left of files that they were writing is added to `leftOvers`.
+std::vector<FolderEntry> entriesOf(
+    const std::string& folder, std::string_view patterns, std::set<std::string>& leftOvers);
+
+std::vector<std::string> namesOf(std::vector<FolderEntry> entries, FolderEntry::Kind kind);
 
 } // namespace trovarium

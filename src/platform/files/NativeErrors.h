@@ -4,8 +4,8 @@
 
 namespace trovarium {
 
-// What was tried decides what a missing right is called: "Path/File access error" when a file is opened,
-// read or dated or a folder is made, "Permission denied" when a file is copied, deleted or renamed.
+// A missing right has two names: "Path/File access error" when a file is opened, read or dated or a folder is made,
+// "Permission denied" when a file is copied, deleted or renamed.
 enum class Attempted { Access, Change };
 
 // The kind of failure that an errno value stands for.
@@ -14,9 +14,9 @@ FailureKind failureKind(int error, Attempted attempted);
 // Throws the failure of errno.
 [[noreturn]] void failNow(Attempted attempted);
 
-// The system's answers for which a name may still be found in another spelling.
+// Whether the error means that nothing has this name, so that another spelling may be tried.
 bool isAbsent(int error);
-// What a look came to; one that failed tells nothing of what stands there, and throws.
+// Of the result of stat or lstat; any other error than an absent file throws.
 bool isThere(int result);
 
 } // namespace trovarium

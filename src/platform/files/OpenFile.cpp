@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t BufferBytes = 65536;
 
-// A line without end, as a film that was taken for a list may hold, must not take all memory.
+// A file that isn't text, such as a film with the ending of a list, must not fill the memory with one line.
 constexpr std::size_t MaxLineBytes = 1 << 26;
 
 constexpr std::string_view LineEnd = "\r\n";
@@ -44,16 +44,6 @@ OpenFile::OpenFile(std::string path, OpenMode mode, Descriptor descriptor, const
 {
 }
 
-OpenFile::OpenFile(std::string path, ReadAhead::File file)
-    : m_path(std::move(path))
-    , m_mode(OpenMode::Input)
-    , m_stamp(stampOf(file.status))
-    , m_unread(0)
-    , m_buffer(std::move(file.bytes))
-    , m_endReached(true)
-{
-}
-
 bool OpenFile::isSameFile(const struct stat& status) const
 {
     return m_stamp.device == status.st_dev && m_stamp.node == status.st_ino;
@@ -67,7 +57,7 @@ void OpenFile::print(std::string_view line)
         encoded = encodeLine(line);
         line = encoded;
     }
-    // Before the line is added: one that fails here is not written at a later close all the same.
+    // Before the line is added, so that a line that failed isn't written by a later close.
     if (!m_buffer.empty() && m_buffer.size() + line.size() > BufferBytes)
         flush();
     if (std::exchange(m_lineEndMissing, false))
@@ -104,7 +94,7 @@ std::string OpenFile::lineInput()
             ++m_taken;
         break;
     }
-    return isUtf8(line) ? std::move(line) : decodeLine(line);
+    return isUtf8(line) ? std::move(line) : fromWindows1252(line);
 }
 
 void OpenFile::close()
@@ -116,7 +106,7 @@ void OpenFile::close()
         failNow(Attempted::Access);
 }
 
-// Reads on when all was taken; false at the end of the file.
+// Fills the buffer again when all of it was taken; false at the end of the file.
 bool OpenFile::fill()
 {
     if (m_endReached)
@@ -132,8 +122,7 @@ bool OpenFile::fill()
     if (count < 0)
         failNow(Attempted::Access);
     m_unread -= count;
-    // The length that the file had is all of it: small files are read at one go, and what another program adds
-    // meanwhile is not read in parts.
+    // Reading ends at the length at opening: what another program appends meanwhile isn't read in part.
     m_endReached = count == 0 || m_unread == 0;
     return count > 0;
 }

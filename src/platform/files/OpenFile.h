@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/files/Descriptor.h"
-#include "platform/files/FileService.h"
-#include "platform/files/ReadAhead.h"
+#include "platform/files/FileTypes.h"
 
 #include <string>
 #include <string_view>
@@ -10,16 +9,12 @@
 
 namespace trovarium {
 
-// A text file that stands under a number. Writes are gathered: what can't be written shows at a later
-// print or at the close.
+// A text file that is open under a number. Writes are buffered: a full disk shows at a later print or at the close.
 class OpenFile {
 public:
     OpenFile(std::string path, OpenMode mode, Descriptor descriptor, const struct stat& status);
 
-    OpenFile(std::string path, ReadAhead::File file); // for input, read already
-
     const std::string& path() const { return m_path; } // as the program knows it
-    OpenMode mode() const { return m_mode; }
     const FileStamp& stamp() const { return m_stamp; } // as it was at opening
     bool isSameFile(const struct stat& status) const;
 
@@ -27,7 +22,7 @@ public:
     bool endOfFile();
     std::string lineInput();
 
-    // Writes what is left. When that fails, the end of the object closes the file.
+    // Writes the rest of the buffer. If that fails, the destructor closes the file.
     void close();
 
 private:
@@ -39,11 +34,11 @@ private:
     OpenMode m_mode;
     Descriptor m_descriptor;
     FileStamp m_stamp;
-    off_t m_unread;       // what the file held at opening and wasn't read yet
-    std::string m_buffer; // read and not yet taken, or printed and not yet written
+    off_t m_unread;       // bytes, of the length at opening
+    std::string m_buffer; // read from the file, or to be written
     std::size_t m_taken = 0;
     bool m_endReached = false;
-    bool m_lineEndMissing = false; // appending to a last line without an end
+    bool m_lineEndMissing = false; // at the end of a file that is appended to
 };
 
 } // namespace trovarium

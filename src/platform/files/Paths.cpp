@@ -1,6 +1,5 @@
 #include "platform/files/Paths.h"
 
-#include "platform/files/FileService.h"
 #include "runtime/Failure.h"
 #include "runtime/Text.h"
 

@@ -75,7 +75,7 @@ void MpvGraph::RenderFile(std::string_view path)
 {
     m_open = false;
     m_sentToEnd = false;
-    m_files.announce(FileOperation::Picture, path);
+    m_files.checkFault(FileOperation::Picture, path);
     m_files.length(path); // a pipe or a device could keep the program waiting
     const std::string native = m_files.nativeForReading(path);
     command({"loadfile", native.c_str()});

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/files/Descriptor.h"
-#include "platform/files/FileStamp.h"
+#include "platform/files/FileTypes.h"
 #include "platform/pictures/PictureBytes.h"
 
 #include <atomic>

@@ -36,7 +36,7 @@ struct PictureService::State {
 
     Picture load(std::string_view path, int longerSide)
     {
-        files.announce(FileOperation::Picture, path);
+        files.checkFault(FileOperation::Picture, path);
         if (path.empty())
             throw Failure(FailureKind::FileNotFound);
         const std::string native = files.nativeForReading(path);
@@ -89,7 +89,7 @@ void PictureService::saveBitmap(const Picture& picture, std::string_view path)
 try {
     if (picture.empty())
         throw Failure(FailureKind::InvalidPicture);
-    m_state->files.writeWhole(path, bitmapBytes(renderedImage(picture)));
+    m_state->files.writeFileAtomically(path, bitmapBytes(renderedImage(picture)));
 } catch (const std::bad_alloc&) {
     throw Failure(FailureKind::OutOfMemory);
 }

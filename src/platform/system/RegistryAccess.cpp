@@ -1,12 +1,10 @@
 #include "platform/system/RegistryAccess.h"
 
-#include "platform/files/FileCopy.h"
-#include "platform/files/WholeFile.h"
+#include "platform/files/AtomicFile.h"
 #include "platform/system/SettingsText.h"
 #include "platform/system/UserFolders.h"
 #include "runtime/Failure.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -32,8 +30,8 @@ std::string storeFile(const std::string& folder, std::uint32_t root)
     return folder + "/settings-" + number.data() + ".txt";
 }
 
-// Nothing when there is no file yet. Anything but a regular file is a failing store; opening a pipe
-// must not wait for its other end.
+// None when there is no file yet. Anything but a regular file is a failing store. O_NONBLOCK: opening a pipe must not
+// wait for its other end.
 std::optional<std::string> readFile(const std::string& path)
 {
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -45,43 +43,22 @@ std::optional<std::string> readFile(const std::string& path)
     return readWhole(file);
 }
 
-// A change inside one line that keeps its length, such as a counter's, is written over the old bytes without waiting
-// for the disk: a loss of power may tear that line, and nothing else of the file. False where that can't be promised;
-// a file with a second name is left alone too, since that may be a copy that somebody keeps.
-bool changeInPlace(const std::string& path, std::string_view before, std::string_view after)
-{
-    if (before.size() != after.size())
-        return false;
-    const auto head = std::mismatch(before.begin(), before.end(), after.begin()).first - before.begin();
-    const auto tail = std::mismatch(before.rbegin(), before.rend(), after.rbegin()).first - before.rbegin();
-    const auto first = static_cast<std::size_t>(head);
-    const std::size_t size = before.size() - first - static_cast<std::size_t>(tail);
-    const std::string_view changed = after.substr(first, size);
-    if (changed.find('\n') != changed.npos)
-        return false;
-    const Descriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
-    struct stat status { };
-    return file.isOpen() && ::fstat(file.handle(), &status) == 0 && status.st_nlink == 1 && readWhole(file) == before
-        && ::pwrite(file.handle(), changed.data(), size, head) == static_cast<ssize_t>(size);
-}
-
-// Beside the file and renamed when the disk has it whole, so that a crash, a full disk or a loss of power leaves the
-// old one. A link in its place stays, and leads to the new one.
+// A symbolic link in its place stays and leads to the new file. The data isn't synced: a counter is written for each
+// file of an import.
 void replaceFile(const std::string& path, std::string_view text)
 {
     for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1))
-        ::mkdir(path.substr(0, end).c_str(), 0700); // what is missing yet tells at the open
-    const NativePath place = linkEnd(path);
+        ::mkdir(path.substr(0, end).c_str(), 0700); // a folder that can't be made shows when the file is opened
+    const NativePath place = followLinks(path);
     struct stat old { };
     const bool exists = ::stat(place.whole().c_str(), &old) == 0;
     if (exists && ::access(place.whole().c_str(), W_OK) != 0)
         failNow(Attempted::Access);
-    NewFile file(place.folder, exists ? old.st_mode & 0777 : 0666, Attempted::Access);
+    AtomicFile file(place.folder, exists ? old.st_mode & 0777 : NewFileMode, Attempted::Access);
     if (exists)
-        file.belongsAs(place.whole(), old); // where the system lets its owner be another
+        file.copyOwnership(place.whole(), old); // as far as the system allows
     file.write(text);
-    file.sync();
-    file.becomes(place.whole(), NewFile::Existing::Replace);
+    file.commit(place.whole(), AtomicFile::Existing::Replace);
 }
 
 std::optional<std::uint32_t> numberIn(std::string_view text)
@@ -118,9 +95,7 @@ bool RegistryAccess::WriteValue(
     if (settings.value(keyPath, name) == value)
         return true;
     settings.setValue(keyPath, name, value);
-    const std::string after = settings.text();
-    if (!changeInPlace(path, before, after))
-        replaceFile(path, after);
+    replaceFile(path, settings.text());
     return true;
 }
 

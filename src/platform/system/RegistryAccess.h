@@ -19,9 +19,9 @@ struct RegistryValue {
 };
 
 // The settings store: one text file per root in the user's configuration folder, a section for each key
-// path, a line for each value ("dword:" and eight
-// hexadecimal digits for a number), written at once; a loss of power may take a value, never the file. A damaged
-// line is kept and counts as absent; a store that can't be opened or read is a `Failure`.
+// path, a line for each value ("dword:" and eight hexadecimal digits for a number). Each write replaces the file as a
+// whole, so a kill or a full disk leaves the old one. A damaged line is kept and counts as absent; a store that can't
+// be opened or read is a `Failure`.
 class RegistryAccess {
 public:
     RegistryAccess();                            // below $XDG_CONFIG_HOME, else ~/.config

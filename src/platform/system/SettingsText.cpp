@@ -3,7 +3,7 @@
 #include "runtime/Text.h"
 
 #include <algorithm>
-#include <cctype>
+#include <charconv>
 #include <cstdint>
 #include <utility>
 
@@ -20,7 +20,7 @@ bool isControl(char character)
     return code < 0x20 || code == 0x7F;
 }
 
-// Blanks at the ends are escaped too, so that a person may set a line loosely.
+// Blanks at the ends are escaped too: those that a person adds around a value are dropped.
 std::string escaped(std::string_view text, std::string_view special)
 {
     std::string result;
@@ -49,17 +49,15 @@ std::string unescaped(std::string_view text)
 {
     std::string result;
     for (std::size_t index = 0; index < text.size(); ++index) {
-        if (text[index] == '%' && index + 2 < text.size()) {
-            const auto digit = [&](std::size_t at) {
-                return HexDigits.find(static_cast<char>(std::toupper(static_cast<unsigned char>(text[at]))));
-            };
-            if (digit(index + 1) != HexDigits.npos && digit(index + 2) != HexDigits.npos) {
-                result += static_cast<char>(digit(index + 1) * 16 + digit(index + 2));
-                index += 2;
-                continue;
-            }
+        const char* const digits = text.data() + index + 1;
+        unsigned char code = 0;
+        if (text[index] == '%' && index + 2 < text.size()
+            && std::from_chars(digits, digits + 2, code, 16).ptr == digits + 2) {
+            result += static_cast<char>(code);
+            index += 2;
+        } else {
+            result += text[index];
         }
-        result += text[index];
     }
     return result;
 }
@@ -76,7 +74,7 @@ bool startsSection(std::string_view line)
     return !line.empty() && line.front() == '[';
 }
 
-// A damaged head opens a section that nobody asks for, so that its values don't fall to the one before.
+// A damaged head starts a section without a name, so that its values don't belong to the section before.
 bool isSection(std::string_view line, std::string_view section)
 {
     return line.back() == ']' && isUtf8(line)
@@ -137,7 +135,7 @@ std::string SettingsText::text() const
     return result;
 }
 
-// A new value goes behind the last line with content of its section, a new section to the end.
+// A new value goes after the last line of its section that isn't blank, a new section to the end.
 SettingsText::Place SettingsText::find(std::string_view section, std::string_view name) const
 {
     Place place{m_lines.size(), false, false};

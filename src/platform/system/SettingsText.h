@@ -9,7 +9,7 @@ namespace trovarium {
 
 // The text of a settings file: a line "[key path]" for each section, a line "name=value" for each value.
 // What a line can't hold is written as "%" and two hexadecimal digits. Section and value names compare
-// without regard to case. A damaged line stays where it is and counts as absent.
+// without regard to case. A damaged line is kept in its place and counts as absent.
 class SettingsText {
 public:
     explicit SettingsText(std::string_view text);

@@ -1,12 +1,13 @@
 #include "platform/system/Shell.h"
 
-#include "platform/files/FileService.h"
+#include "platform/files/PathResolver.h"
+#include "platform/files/Paths.h"
 #include "platform/system/UserFolders.h"
 
 #include <algorithm>
 #include <array>
 #include <climits>
-#include <cstdlib>
+#include <sys/auxv.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -15,22 +16,21 @@ namespace trovarium {
 
 namespace {
 
-std::string workingFolder()
-{
-    std::array<char, PATH_MAX> buffer{};
-    const char* folder = ::getcwd(buffer.data(), buffer.size());
-    return folder == nullptr ? "" : folder;
-}
+constexpr const char* OwnImage = "/proc/self/exe";
 
 std::string absolute(const std::string& path)
 {
-    return !path.empty() && path.front() == '/' ? path : workingFolder() + "/" + path;
+    std::array<char, PATH_MAX> folder{};
+    if (path.starts_with('/') || ::getcwd(folder.data(), folder.size()) == nullptr)
+        return path;
+    return folder.data() + ("/" + path);
 }
 
-bool isProgram(const std::string& path)
+bool isOwnProgram(const std::string& path)
 {
-    struct stat status { };
-    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && ::access(path.c_str(), X_OK) == 0;
+    struct stat program { };
+    struct stat own { };
+    return ::stat(path.c_str(), &program) == 0 && ::stat(OwnImage, &own) == 0 && isOneFile(program, own);
 }
 
 bool isLink(const std::string& path)
@@ -39,32 +39,14 @@ bool isLink(const std::string& path)
     return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
 }
 
-std::string lookedUp(std::string_view name)
-{
-    const char* variable = std::getenv("PATH");
-    std::string_view folders = variable == nullptr ? "" : variable;
-    for (;;) {
-        const std::size_t end = std::min(folders.find(':'), folders.size());
-        // An empty entry is the working folder.
-        std::string program =
-            absolute(std::string(folders.substr(0, end)) + (end == 0 ? "./" : "/") + std::string(name));
-        if (isProgram(program))
-            return program;
-        if (end == folders.size())
-            return {};
-        folders.remove_prefix(end + 1);
-    }
-}
-
 std::string ownImage()
 {
     std::array<char, PATH_MAX> buffer{};
-    const ssize_t length = ::readlink("/proc/self/exe", buffer.data(), buffer.size());
+    const ssize_t length = ::readlink(OwnImage, buffer.data(), buffer.size());
     return length <= 0 ? "" : std::string(buffer.data(), static_cast<std::size_t>(length));
 }
 
-// Without ".", and without ".." where no link stands before it: behind a link it means the folder above
-// the link's target.
+// Removes "." and "..", but for a ".." behind a symbolic link: that means the folder above the link's target.
 std::string tidied(std::string_view path)
 {
     std::vector<std::string> prefixes{""};
@@ -87,16 +69,16 @@ std::string tidied(std::string_view path)
 
 } // namespace
 
-std::string programPath(std::string_view argument0)
+std::string programPath()
 {
-    std::string program;
-    if (argument0.find('/') != argument0.npos)
-        program = absolute(std::string(argument0));
-    else if (!argument0.empty())
-        program = lookedUp(argument0);
-    if (!isProgram(program))
-        program = ownImage();
-    program = tidied(program);
+    const auto* startedAs = reinterpret_cast<const char*>(::getauxval(AT_EXECFN));
+    return programPath(startedAs != nullptr ? startedAs : "");
+}
+
+std::string programPath(const std::string& startedAs)
+{
+    std::string program = absolute(startedAs);
+    program = tidied(isOwnProgram(program) ? program : ownImage());
     const std::size_t slash = program.rfind('/');
     if (slash == program.npos || slash == 0)
         return "/";
@@ -110,7 +92,7 @@ void workInRoot()
 
 std::string defaultInstallationPath()
 {
-    // Tidied, since a doubled separator would end the walk that makes its levels.
+    // Tidied: MakeNestedFolders stops at a doubled separator.
     return fromNativePath(tidied(userFolder("XDG_DATA_HOME", ".local/share") + "/OmbrelaneWorks/Trovarium"));
 }
 

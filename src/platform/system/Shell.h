@@ -5,12 +5,13 @@
 
 namespace trovarium {
 
-// The folder that holds the program as it was started (a link's own folder, not its target's), in the
+// The folder of the program as it was started (of a symbolic link its own folder, not its target's), in the
 // program's form, without a separator at the end but for the root.
-std::string programPath(std::string_view argument0);
+std::string programPath();
+std::string programPath(const std::string& startedAs); // for tests: the path that was passed to exec
 
-// Leaves the working folder, which may be an album from somebody else, for "/": the sound library, for one, would read
-// its settings there.
+// Makes "/" the working folder. The one that the user starts from may be an album from somebody else, and libraries
+// look for their settings there.
 void workInRoot();
 
 // The default place of the installed copy below the user's data folder, in the program's form.
@@ -18,8 +19,8 @@ std::string defaultInstallationPath();
 
 inline constexpr int NormalWindow = 1;
 
-// Hands a document, found as a file that is read, to the desktop's own program for it; a value above 32 when that was
-// done. How its window is shown is left to that program.
+// Opens a document in the desktop's program for it; above 32 on success. The name falls back to another case, as for
+// reading. `ShowCommand` has no effect: that program decides how its window is shown.
 int ShellOpenDocument(std::string_view Path, int ShowCommand);
 
 // Starts a program with a normal window; "File not found" when it can't be.

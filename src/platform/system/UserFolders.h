@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace trovarium {
 
@@ -9,8 +10,12 @@ namespace trovarium {
 // knows none.
 std::string homeFolder();
 
-// A folder of the desktop's base folder rules: the environment's `variable` when it is an absolute path,
+// A folder of the XDG base directories: the environment's `variable` when it is an absolute path,
 // else `belowHome` in the home folder. Native; empty without a home.
 std::string userFolder(const char* variable, std::string_view belowHome);
+
+// Where removable media and shares are mounted (below /media, /run/media and /mnt), as native paths in the order of
+// their mounting. The home folder is never among them. `table` has the format of fstab.
+std::vector<std::string> mountedMedia(const std::string& table = "/proc/self/mounts");
 
 } // namespace trovarium

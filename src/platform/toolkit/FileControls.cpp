@@ -1,7 +1,6 @@
 #include "platform/toolkit/FileControls.h"
 
 #include "platform/files/FileService.h"
-#include "platform/system/MountedMedia.h"
 #include "platform/system/UserFolders.h"
 #include "platform/toolkit/DesktopState.h"
 #include "platform/toolkit/QtValues.h"

@@ -24,26 +24,26 @@ inline constexpr const char* BadName = "Bad file name or number";
 inline constexpr const char* Taken = "File already exists";
 inline constexpr const char* InUse = "File already open";
 
-// A folder, and deeds in it: "copy a > b" is a verb, a name and, for some, another name or a text. Behind "!" stands a
+// A folder, and steps in it: "copy a > b" is a verb, a name and, for some, another name or a text. Behind "!" stands a
 // whole path in place of a name.
 class FileTest : public testing::Test {
 protected:
-    using Deeds = std::vector<std::pair<std::string, std::string>>;
+    using Steps = std::vector<std::pair<std::string, std::string>>;
 
     // Does one after the other and sees what each tells, or fails with.
-    void expect(const Deeds& deeds)
+    void expect(const Steps& steps)
     {
-        for (const auto& [deed, told] : deeds)
-            EXPECT_EQ(did(deed), told) << deed;
+        for (const auto& [step, told] : steps)
+            EXPECT_EQ(did(step), told) << step;
     }
-    std::string did(const std::string& deed)
+    std::string did(const std::string& step)
     {
-        const std::size_t blank = deed.find(' ');
-        const std::size_t arrow = deed.find(" > ");
-        const std::string path = at(deed.substr(blank + 1, arrow - blank - 1));
-        const std::string other = arrow == deed.npos ? "" : deed.substr(arrow + 3);
+        const std::size_t blank = step.find(' ');
+        const std::size_t arrow = step.find(" > ");
+        const std::string path = at(step.substr(blank + 1, arrow - blank - 1));
+        const std::string other = arrow == step.npos ? "" : step.substr(arrow + 3);
         told.clear();
-        const std::string failure = failureOf([&] { verbs.at(deed.substr(0, blank))(path, other); });
+        const std::string failure = failureOf([&] { verbs.at(step.substr(0, blank))(path, other); });
         attempt([&] { files.close(Number); });
         return failure + told;
     }
@@ -101,7 +101,7 @@ private:
         {"exists", [&](auto& path, auto&) { told = booleanText(files.exists(path)); }},
         {"folderExists", [&](auto& path, auto&) { told = booleanText(files.folderExists(path)); }},
         {"same", [&](auto& path, auto& other) { told = booleanText(files.isSameFile(path, at(other))); }},
-        {"asItStands", [&](auto& path, auto&) { told = files.asItStands(path); }},
+        {"resolveExistingName", [&](auto& path, auto&) { told = files.resolveExistingName(path); }},
         {"attributes", [&](auto& path, auto&) { told = numberText(files.attributes(path)); }},
         {"modified", [&](auto& path, auto&) { told = numberText(files.modified(path).time_since_epoch().count()); }},
         {"list", [&](auto& path, auto&) { tell(files.list(path)); }},
@@ -110,7 +110,7 @@ private:
         {"read", [&](auto& path, auto&) { told = files.lineInput(opened(path, OpenMode::Input)); }},
         {"append", [&](auto& path, auto& line) { files.print(opened(path, OpenMode::Append), line); }},
         {"empty", [&](auto& path, auto&) { opened(path, OpenMode::Output); }},
-        {"write", [&](auto& path, auto& bytes) { files.writeWhole(path, bytes); }},
+        {"write", [&](auto& path, auto& bytes) { files.writeFileAtomically(path, bytes); }},
         {"replace", [&](auto& path, auto& other) { files.replaceContent(path, at(other)); }},
         {"copy", [&](auto& path, auto& other) { files.copy(path, at(other)); }},
         {"rename", [&](auto& path, auto& other) { files.rename(path, at(other)); }},

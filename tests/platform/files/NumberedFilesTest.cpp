@@ -1,4 +1,5 @@
 #include "platform/files/FileTest.h"
+#include "platform/files/Prefetch.h"
 #include "support/Surroundings.h"
 
 #include <unistd.h>
@@ -25,7 +26,10 @@ TEST_F(NumberedFiles, ALineEndsAtCrLfCrOrLfAndWithTheFile)
         EXPECT_EQ(failureOf([&] { files.lineInput(1); }), "Input past end of file");
         files.close(1);
     }
-    // One that grows is read to where it ended when it was opened.
+}
+
+TEST_F(NumberedFiles, AFileThatGrowsIsReadToWhereItEndedWhenItWasOpened)
+{
     folder.write("a", "one\r\ntwo");
     files.open(at("a"), OpenMode::Input, 1);
     for (const char* line : {"one", "two"}) {
@@ -33,7 +37,10 @@ TEST_F(NumberedFiles, ALineEndsAtCrLfCrOrLfAndWithTheFile)
         EXPECT_EQ(files.lineInput(1), line);
     }
     EXPECT_TRUE(files.endOfFile(1));
-    files.close(1);
+}
+
+TEST_F(NumberedFiles, ALineOfAGigabyteTakesNoMemory)
+{
     folder.write("a", "");
     std::filesystem::resize_file(folder.native("a"), std::uintmax_t{1} << 30);
     EXPECT_EQ(did("read a"), "Out of memory");
@@ -86,17 +93,31 @@ TEST_F(NumberedFiles, NothingIsWrittenThroughALinkButAListOrAnInformationFileToO
     enum Outcome { Replaced, Followed, Refused };
     makeFolder("folder.lst");
     expect({{"put source > new", ""}, {"link chain.lst > victim.txt", ""}});
-    for (const auto& [link, target, outcome] :
-        {std::tuple{"own", "victim.txt", Replaced}, {"own.txt", "victim.lst", Replaced}, {"own", "none", Replaced},
-            {"own.jpg", "folder.lst", Replaced}, {"own.LST", "victim.lst", Followed},
-            {"own.info", "victim.INFO", Followed}, {"own.lst", "victim.txt", Refused},
-            {"own.lst", "victim.INFO", Refused}, {"own.info", "victim.lst", Refused}, {"own.lst", "none.lst", Refused},
-            {"own.lst", "chain.lst", Refused}, {"own.lst", "folder.lst", Refused}}) {
+    struct Case {
+        std::string link;
+        std::string target;
+        Outcome outcome;
+    };
+    const Case cases[] = {
+        {.link = "own", .target = "victim.txt", .outcome = Replaced},
+        {.link = "own.txt", .target = "victim.lst", .outcome = Replaced},
+        {.link = "own", .target = "none", .outcome = Replaced},
+        {.link = "own.jpg", .target = "folder.lst", .outcome = Replaced},
+        {.link = "own.LST", .target = "victim.lst", .outcome = Followed},
+        {.link = "own.info", .target = "victim.INFO", .outcome = Followed},
+        {.link = "own.lst", .target = "victim.txt", .outcome = Refused},
+        {.link = "own.lst", .target = "victim.INFO", .outcome = Refused},
+        {.link = "own.info", .target = "victim.lst", .outcome = Refused},
+        {.link = "own.lst", .target = "none.lst", .outcome = Refused},
+        {.link = "own.lst", .target = "chain.lst", .outcome = Refused},
+        {.link = "own.lst", .target = "folder.lst", .outcome = Refused},
+    };
+    for (const auto& [link, target, outcome] : cases) {
         for (const std::string verb : {"append", "empty", "write", "replace", "removeLink"}) {
             SCOPED_TRACE(verb + " " + link + " > " + target);
             expect({{"put victim.txt > x", ""}, {"put victim.lst > x", ""}, {"put victim.INFO > x", ""}});
             const auto before = onDisk();
-            did(std::string("link ") + link + " > " + target);
+            did("link " + link + " > " + target);
             const bool writes = verb != "removeLink";
             EXPECT_EQ(did(verb + " " + link + " > source"), writes && outcome == Refused ? NoAccess : "");
             EXPECT_EQ(std::filesystem::is_symlink(folder.native(link)), writes && outcome != Replaced);
@@ -161,51 +182,28 @@ TEST_F(NumberedFiles, AWholeFileKeepsRightsOwnerAndSecondNameAndWhatWasThereWher
     EXPECT_EQ(status("foreign").st_uid, geteuid());
 }
 
-// Read in their order, with changes of the program's own on the way: what is read is always what stands there.
-TEST_F(NumberedFiles, ReadingAheadIsNotSeenButForTheTimeItTakes)
+TEST_F(NumberedFiles, PrefetchingReadsOnThreadsOfItsOwnUntilItIsStopped)
 {
-    constexpr int Files = 900;
     const auto threads = [] {
         const std::filesystem::directory_iterator tasks("/proc/self/task");
         return std::distance(begin(tasks), end(tasks));
     };
-    Names paths;
-    for (int i = 0; i < Files; ++i) {
-        const std::string name = std::to_string(i);
-        if (i % 14 == 3)
-            did("link " + name + " > linked " + name);
-        did("put " + name + " > old " + name + "\r\n");
-        paths.push_back(at(name));
+    const auto before = threads();
+    EXPECT_EQ(did("put a > text"), "");
+    EXPECT_EQ(did("pipe pipe"), "0");
+    Names paths(900, at("a"));
+    paths[1] = at("pipe");
+    paths[2] = at("none");
+    paths[3] = "relative";
+    {
+        PrefetchScope large(paths, PrefetchScope::LargeFiles);
+        EXPECT_GT(threads(), before) << "they wait";
+        for (int i = 0; i < 20; ++i)
+            large.advance();
+        const PrefetchScope small(paths, PrefetchScope::SmallFiles, {at("a")});
+        EXPECT_EQ(did("read a"), "text");
     }
-    for (const int last : {Files, Files / 2}) {
-        const auto before = threads();
-        const ReadingAhead ahead(files, paths, paths);
-        EXPECT_GT(threads(), before) << "somebody reads ahead";
-        for (int i = 0; i < last; ++i) {
-            const std::string name = std::to_string(i);
-            const int turn = i % 7;
-            const bool isThere = turn != 4;
-            if (turn == 3)
-                did("write " + name + " > new " + name + "\r\n");
-            if (!isThere)
-                did(i % 2 == 0 ? "remove " + name : "rename " + name + " > away " + name);
-            if (turn == 5) // passed over
-                continue;
-            if (turn == 6)
-                expect({{"date " + name, ""}, {"modified " + name, "1000000000"}});
-            EXPECT_EQ(did("length " + name), isThere ? std::to_string(6 + name.size()) : NoFile);
-            ASSERT_EQ(did("read " + name), isThere ? (turn == 3 ? "new " : "old ") + name : NoFile);
-        }
-    }
-    // Other names and other bytes than were expected are copied as they stand.
-    const ReadingAhead copies(files, paths, ReadingAhead::Copies);
-    expect({{"put 4 > new", ""}, {"put 5 > new", ""}});
-    for (int i = 0; i < 20; ++i) {
-        const std::string name = std::to_string(i);
-        const bool isGone = i == 11 || i == 18;
-        EXPECT_EQ(did("copy " + name + " > copy"), isGone ? NoFile : "") << i;
-        EXPECT_TRUE(isGone || folder.read("copy") == folder.read(name)) << i;
-    }
+    EXPECT_EQ(threads(), before);
 }
 
 } // namespace trovarium

@@ -23,19 +23,22 @@ protected:
 
 TEST_F(ShellTest, TheProgramsFolderIsTheOneItWasStartedFrom)
 {
-    for (const char* name : {"bin/trovarium", "other/tool", "Album/here", "far/away/trovarium", "far/trovarium"})
-        program(name);
-    expect({{"link Album\\trovarium > ../bin/trovarium", ""}, {"link away > far/away", ""},
-        {"makeFolder other\\bin", ""}, {"put bin\\notes > no program", ""}});
-    const VariableForNow path("PATH", folder.native("bin/nowhere") + "::" + folder.native("other"));
+    const std::filesystem::path image = std::filesystem::canonical("/proc/self/exe");
+    for (const char* sub : {"bin", "other/bin", "Album", "far/away"})
+        std::filesystem::create_directories(folder.native(sub));
+    for (const char* name : {"bin/trovarium", "far/away/trovarium", "far/trovarium"})
+        std::filesystem::create_symlink(image, folder.native(name));
+    program("bin/another");
+    expect({{"link Album\\trovarium > ../bin/trovarium", ""}, {"link away > far/away", ""}});
     std::filesystem::current_path(folder.native("Album"));
-    const std::string image = fromNativePath(std::filesystem::canonical("/proc/self/exe").parent_path().string());
-    const Deeds cases{{folder.native("Album//./trovarium"), at("Album")}, {"./trovarium", at("Album")},
-        {"/../.." + folder.native("away/trovarium"), at("away")}, {"../other/bin/../../bin/trovarium", at("bin")},
-        {"tool", at("other")}, {"here", at("Album")}, // an empty place in the search path is the working folder
-        {folder.native("away/../trovarium"), at("away\\..")}, {"notes", image}, {"", image}, {"../bin/notes", image}};
-    for (const auto& [argument0, expected] : cases)
-        EXPECT_EQ(programPath(argument0), expected) << argument0;
+    const std::string own = fromNativePath(image.parent_path().string());
+    const Steps cases{{folder.native("Album//./trovarium"), at("Album")}, {"./trovarium", at("Album")},
+        {"trovarium", at("Album")}, {"/../.." + folder.native("away/trovarium"), at("away")},
+        {"../other/bin/../../bin/trovarium", at("bin")}, {folder.native("away/../trovarium"), at("away\\..")},
+        {"../bin/another", own}, {"gone", own}, {"", own}};
+    for (const auto& [startedAs, expected] : cases)
+        EXPECT_EQ(programPath(startedAs), expected) << startedAs;
+    EXPECT_EQ(programPath(), own);
     workInRoot();
     EXPECT_EQ(std::filesystem::current_path(), "/");
 }

@@ -2,7 +2,7 @@
 #include "platform/toolkit/ListBox.h"
 
 #include "platform/Stage.h"
-#include "platform/system/MountedMedia.h"
+#include "platform/system/UserFolders.h"
 #include "platform/toolkit/Buttons.h"
 #include "support/Surroundings.h"
 #include "support/TemporaryFolder.h"

@@ -1,0 +1,85 @@
+#include "platform/files/Prefetch.h"
+
+#include "platform/files/Descriptor.h"
+#include "platform/files/Paths.h"
+#include "runtime/Failure.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+
+namespace trovarium {
+
+namespace {
+
+constexpr std::size_t FewestSmallFiles = 64;
+constexpr std::size_t LargeFilesAhead = 4;
+constexpr std::size_t Threads = 16;   // more than cores: on a cold disk they wait most of the time
+constexpr off_t SmallBytes = 1 << 14; // of each small file
+constexpr off_t AllBytes = 0;         // as posix_fadvise has it
+
+// A path without a native form stays empty and is skipped.
+std::vector<std::string> nativePaths(const std::vector<std::string>& paths)
+{
+    std::vector<std::string> natives(paths.size());
+    for (std::size_t index = 0; index < paths.size(); ++index)
+        attempt([&] { natives[index] = nativeAsWritten(paths[index]); });
+    return natives;
+}
+
+// What can't be opened fails when the program comes to it.
+void readIntoCache(const std::string& path, off_t length)
+{
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (file.isOpen())
+        static_cast<void>(posix_fadvise(file.handle(), 0, length, POSIX_FADV_WILLNEED));
+}
+
+} // namespace
+
+PrefetchScope::PrefetchScope(
+    const std::vector<std::string>& paths, Kind kind, const std::vector<std::string>& statPaths)
+    : m_kind(kind)
+    , m_mayRead(LargeFilesAhead)
+{
+    if (paths.size() < (kind == LargeFiles ? LargeFilesAhead : FewestSmallFiles))
+        return;
+    m_paths = nativePaths(paths);
+    m_statPaths = nativePaths(statPaths);
+    try {
+        while (m_threads.size() < Threads)
+            m_threads.emplace_back([this] { run(); });
+    } catch (const std::system_error&) {
+        // The system grants no more threads; those that run do the work.
+    }
+}
+
+PrefetchScope::~PrefetchScope()
+{
+    m_next = m_paths.size();
+    m_mayRead.release(Threads);
+    for (std::thread& thread : m_threads)
+        thread.join();
+}
+
+void PrefetchScope::advance()
+{
+    m_mayRead.release();
+}
+
+void PrefetchScope::run()
+{
+    for (;;) {
+        if (m_kind == LargeFiles)
+            m_mayRead.acquire();
+        const std::size_t index = m_next.fetch_add(1);
+        if (index >= m_paths.size())
+            return;
+        readIntoCache(m_paths[index], m_kind == LargeFiles ? AllBytes : SmallBytes);
+        struct stat unused = {};
+        if (index < m_statPaths.size())
+            static_cast<void>(stat(m_statPaths[index].c_str(), &unused));
+    }
+}
+
+} // namespace trovarium
