@@ -1,7 +1,6 @@
 #include "browser/DropGeometry.h"
 
 #include "browser/ThumbnailPages.h"
-#include "browser/WindowPlan.h"
 
 #include <algorithm>
 #include <cmath>

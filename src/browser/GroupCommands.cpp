@@ -4,27 +4,23 @@
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
 #include "browser/frmMain.h"
+#include "check/GroupRepair.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
+#include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"
 #include "store/Log.h"
+#include "store/PhotographFiles.h"
 
 namespace trovarium {
 
 GroupCommands::GroupCommands(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.mnuThumbRemove.Click, this, &GroupCommands::mnuThumbRemove_Click);
-    on(form.mnuEditRemoveFromGroup.Click, this, &GroupCommands::mnuEditRemoveFromGroup_Click);
-    on(form.mnuEditAdd.Click, this, &GroupCommands::mnuEditAdd_Click);
-    on(form.mnuEditMove.Click, this, &GroupCommands::mnuEditMove_Click);
-    on(form.mnuThumbAdd.Click, this, &GroupCommands::mnuThumbAdd_Click);
-    on(form.mnuThumbMove.Click, this, &GroupCommands::mnuThumbMove_Click);
-    on(form.mnuThumbMoveNewGroup.Click, this, &GroupCommands::mnuThumbMoveNewGroup_Click);
 }
 
 void GroupCommands::CreateAlbumGroup(std::int16_t Mode)
@@ -157,39 +153,48 @@ void GroupCommands::mnuThumbRemove_Click()
         removeSelectedFromCurrent();
 }
 
-void GroupCommands::mnuEditRemoveFromGroup_Click()
+void GroupCommands::RemoveFromProgram()
 {
-    mnuThumbRemove_Click();
+    const AlbumPaths& paths = m_album.paths;
+    const Answer answer = m_form.desktop().prompts().messageBox(
+        "Are you sure you want to remove selected photograph(s) from the program? The removed photograph(s) will be "
+        "place in the following folder -> "
+            + toNativePath(paths.PhotoPath + "Removed"),
+        Message::Warning, "Remove photos from Album");
+    if (answer != Answer::Yes)
+        return;
+    m_form.MousePointer = HourglassPointer;
+    attempt([&] { m_album.files.makeFolder(paths.PhotoPath + "Removed"); });
+    attempt([&] { m_album.files.makeFolder(paths.InfoPath + "Removed"); });
+    attempt([&] { m_album.files.makeFolder(paths.AudioPath + "Removed"); });
+    std::int16_t last = -1;
+    if (m_album.group.isWhole)
+        attempt([&] { last = toInt16(m_album.group.GroupSelect.upperBound()); });
+    for (int i = 0; i <= last; ++i) {
+        attempt([&] {
+            if (m_album.group.GroupSelect(i) == 1 && isPhotographName(m_album.group.GroupList(i)))
+                setAside(m_album.group.GroupList(i));
+        });
+    }
+    attempt([&] { RemoveMissingPhotosFromGroup(m_album, m_form.desktop()); });
+    m_form.groupList().reopenGroup();
+    m_form.MousePointer = DefaultPointer;
 }
 
-void GroupCommands::mnuEditAdd_Click()
+// A photograph that can't be moved stays as a whole: with its words it keeps its places in the groups. One that is only
+// linked has no file here.
+void GroupCommands::setAside(const std::string& name)
 {
-    m_form.dialogs().showGroups(CreateWithCopies);
-}
-
-void GroupCommands::mnuEditMove_Click()
-{
-    m_form.dialogs().showGroups(CreateByMoving);
-}
-
-void GroupCommands::mnuThumbAdd_Click()
-{
-    mnuEditAdd_Click();
-}
-
-void GroupCommands::mnuThumbMove_Click()
-{
-    mnuEditMove_Click();
-}
-
-void GroupCommands::mnuThumbMoveNewGroup_Click()
-{
-    CreateAlbumGroup(CreateByMoving);
-}
-
-void GroupCommands::mnuThumbCopyNewGroup_Click()
-{
-    CreateAlbumGroup(CreateWithCopies);
+    FileService& files = m_album.files;
+    const AlbumPaths& paths = m_album.paths;
+    const std::string photo = photographPath(paths, name);
+    attempt([&] { files.remove(paths.PhotoPath + "Removed_Photos\\" + name); });
+    attempt([&] { trovarium::setAside(files, paths.PhotoPath, name); });
+    if (files.exists(photo))
+        return;
+    attempt([&] { trovarium::setAside(files, paths.InfoPath, name + ".info"); });
+    attempt([&] { trovarium::setAside(files, paths.AudioPath, name + ".wav"); });
+    attempt([&] { files.remove(thumbnailPath(paths, name)); });
 }
 
 } // namespace trovarium

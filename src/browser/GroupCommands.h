@@ -1,18 +1,17 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
-
 enum : std::int16_t { CreateEmpty = 0, CreateWithCopies = 1, CreateByMoving = 2 };
 
-// Makes, removes and renames groups, and carries the selected photographs between them.
-class GroupCommands {
+// Creates, deletes and renames groups, moves the selected photographs between them, and removes photographs.
+class GroupCommands : public WindowPart {
 public:
     GroupCommands(frmMain& form, Album& album);
 
@@ -30,26 +29,20 @@ public:
     void AddToGroup(std::string_view FileName);
     void MoveToGroup(std::string_view FileName);
 
+    // Takes the selected photographs out of the library and out of every group. Photograph, information and clip go
+    // to a folder called Removed inside their own; only the thumbnail is deleted. Goes on past any failure and reports
+    // none.
+    void RemoveFromProgram();
+
     void mnuThumbRemove_Click();
-    void mnuEditRemoveFromGroup_Click();
-    void mnuEditAdd_Click();
-    void mnuEditMove_Click();
-    void mnuThumbAdd_Click();
-    void mnuThumbMove_Click();
-    void mnuThumbMoveNewGroup_Click();
 
 private:
-    // A named operation without a control.
-    void mnuThumbCopyNewGroup_Click();
-
     bool askForNewName(std::string& name);
     bool isFree(const std::string& name) const;
     bool renameTo(const std::string& name);
     void removeSelectedFromCurrent();
     void showAgain();
-
-    frmMain& m_form;
-    Album& m_album;
+    void setAside(const std::string& name);
 };
 
 } // namespace trovarium

@@ -2,10 +2,10 @@
 
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
-#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
+#include "runtime/Lock.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"
@@ -16,11 +16,10 @@
 namespace trovarium {
 
 GroupListPane::GroupListPane(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.pctAlbumList, &PictureBox::MouseDown, this, &GroupListPane::pctAlbumList_MouseDown);
-    on(form.lbAlbumList, &Label::MouseDown, this, &GroupListPane::lbAlbumList_MouseDown);
+    on(form.lbAlbumList, &Label::MouseDown, this, &GroupListPane::pctAlbumList_MouseDown);
     on(form.lbAlbumList, &Label::MouseMove, this, &GroupListPane::lbAlbumList_MouseMove);
     on(form.pctArrows, &PictureButton::Click, this, &GroupListPane::pctArrows_Click);
 }
@@ -56,21 +55,15 @@ try {
 
 bool GroupListPane::ScrollGroupNames(std::int32_t NewFirstRow)
 try {
-    if (GroupScrollBusy)
+    if (GroupScrollBusy || NewFirstRow > m_form.lstSlideGroups.ListCount() - GroupRows || NewFirstRow < 0)
         return false;
-    GroupScrollBusy = true;
-    if (NewFirstRow > m_form.lstSlideGroups.ListCount() - GroupRows || NewFirstRow < 0) {
-        GroupScrollBusy = false;
-        return false;
-    }
+    const Lock whileScrolling(GroupScrollBusy);
     for (int row = 0; row < GroupRows; ++row)
         showRow(row, m_form.lstSlideGroups.List(NewFirstRow + row));
     FirstGroupRow = NewFirstRow;
     CheckGroupScrollArrows();
-    GroupScrollBusy = false;
     return true;
 } catch (const Failure& failure) {
-    GroupScrollBusy = false;
     logFailure(m_album, "ScrollGroupNames", failure);
     return false;
 }
@@ -213,11 +206,6 @@ void GroupListPane::showRow(int row, const std::string& name)
     m_form.pctAlbumList(row).Visible = true;
     m_form.pctAlbumList(row).Picture = m_form.pctAlbumList(DarkBar).Picture();
     m_form.pctAlbumList(row).AccessibleSelected = false;
-}
-
-void GroupListPane::lbAlbumList_MouseDown(int Index, int Button, int Shift, float X, float Y)
-{
-    pctAlbumList_MouseDown(Index, Button, Shift, X, Y);
 }
 
 void GroupListPane::lbAlbumList_MouseMove(int Index)

@@ -1,17 +1,16 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
-
 // The column of groups: eight rows that slide over the hidden, sorted list of all group names. What is enabled goes by
 // the row of the press that opened a group; everything that reads or writes its list goes by the group's name.
-class GroupListPane {
+class GroupListPane : public WindowPart {
 public:
     GroupListPane(frmMain& form, Album& album);
 
@@ -42,7 +41,6 @@ public:
     bool isAllPhotosRow(int row) const;
 
     void pctAlbumList_MouseDown(int Index, int Button, int Shift, float X, float Y);
-    void lbAlbumList_MouseDown(int Index, int Button, int Shift, float X, float Y);
     void lbAlbumList_MouseMove(int Index);
     void pctArrows_Click(int Index);
 
@@ -57,8 +55,6 @@ private:
     void showGroupMenu(int Index);
     void showRow(int row, const std::string& name);
 
-    frmMain& m_form;
-    Album& m_album;
     bool GroupScrollBusy = false;
 };
 

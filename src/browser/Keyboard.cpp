@@ -6,11 +6,9 @@
 #include "browser/Selection.h"
 #include "browser/ThumbnailDrag.h"
 #include "browser/ThumbnailPages.h"
-#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/Keys.h"
 #include "store/Album.h"
-#include "viewer/FullScreen.h"
 #include "viewer/InfoBox.h"
 #include "viewer/PhotoDisplay.h"
 #include "viewer/SlideShow.h"
@@ -50,8 +48,7 @@ bool isOpen(const Menu& menu, const Menu& entry)
 } // namespace
 
 Keyboard::Keyboard(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.KeyDown, this, &Keyboard::Form_KeyDown);
 }
@@ -94,15 +91,15 @@ void Keyboard::commandKey(int KeyCode)
         break;
     case F11Key:
         if (isOpen(m_form.mnuView, m_form.mnuViewFullscreen))
-            m_form.fullScreen().mnuViewFullscreen_Click();
+            m_form.cmdFullScreen_Click();
         break;
     case PlusKey:
         if (isOpen(m_form.mnuView, m_form.mnuViewEnlarge))
-            m_form.zoomAndPan().mnuViewEnlarge_Click();
+            m_form.zoomAndPan().cmdZoomIn_Click();
         break;
     case MinusKey:
         if (isOpen(m_form.mnuView, m_form.mnuViewReduce))
-            m_form.zoomAndPan().mnuViewReduce_Click();
+            m_form.zoomAndPan().cmdZoomOut_Click();
         break;
     default:
         moveKey(KeyCode);
@@ -191,14 +188,14 @@ void Keyboard::removeFromGroup()
         return;
     m_form.menus().mnuEdit_Click();
     if (isOpen(m_form.mnuEdit, m_form.mnuEditRemoveFromGroup))
-        m_form.groupCommands().mnuEditRemoveFromGroup_Click();
+        m_form.groupCommands().mnuThumbRemove_Click();
 }
 
 void Keyboard::renameGroup()
 {
     m_form.menus().mnuFile_Click();
     if (isOpen(m_form.mnuFile, m_form.mnuFileRenameGroup))
-        m_form.menus().mnuFileRenameGroup_Click();
+        m_form.groupCommands().RenameAlbumGroup();
 }
 
 // The view mode doesn't tell: a photograph that can't be opened leaves the page, and a right press on a group's row
@@ -238,9 +235,9 @@ int Keyboard::actingCell() const
 void Keyboard::stepPhotograph(int step)
 {
     if (step > 0 && isOpen(m_form.mnuView, m_form.mnuViewNext))
-        m_form.photoDisplay().mnuViewNext_Click();
+        m_form.photoDisplay().pctNext_Click();
     else if (step < 0 && isOpen(m_form.mnuView, m_form.mnuViewPrevious))
-        m_form.photoDisplay().mnuViewPrevious_Click();
+        m_form.photoDisplay().pctPrev_Click();
 }
 
 // Beyond the first and the last row the list scrolls under the focus.

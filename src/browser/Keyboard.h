@@ -1,18 +1,17 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
-
 // The main window without a mouse: what the control with the focus doesn't take itself. Each key calls what the
 // menu or the mouse calls, where the entry would be enabled. While a text is being edited only Page Up and Page Down
 // act, which step.
-class Keyboard {
+class Keyboard : public WindowPart {
 public:
     Keyboard(frmMain& form, Album& album);
 
@@ -42,9 +41,6 @@ private:
     std::int32_t placeFrom(std::int32_t here, int step) const;
     std::vector<std::int32_t> selected() const; // positions
     bool standsAt(std::int32_t position, const std::vector<std::string>& names) const;
-
-    frmMain& m_form;
-    Album& m_album;
 };
 
 } // namespace trovarium

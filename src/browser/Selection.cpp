@@ -22,8 +22,7 @@ constexpr int AddMode = ShiftKey | CtrlKey;
 } // namespace
 
 Selection::Selection(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.imgThumbnail, &Image::MouseDown, this, &Selection::imgThumbnail_MouseDown);
     on(form.imgThumbnail, &Image::DblClick, this, &Selection::imgThumbnail_DblClick);

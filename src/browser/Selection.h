@@ -1,14 +1,13 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 #include <cstdint>
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
-
 // The photographs of the group that are picked, in the manner of a file list, across pages.
-class Selection {
+class Selection : public WindowPart {
 public:
     Selection(frmMain& form, Album& album);
 
@@ -30,8 +29,6 @@ private:
     void pressLeft(std::int32_t position, int Shift, float X, float Y);
     void pressRight(std::int32_t position);
 
-    frmMain& m_form;
-    Album& m_album;
     std::int16_t LastSelected = 0; // the anchor of a range
 };
 

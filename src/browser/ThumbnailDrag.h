@@ -1,16 +1,16 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 #include <cstdint>
 
 namespace trovarium {
 
-struct Album;
 struct DragPointer;
-class frmMain;
 
 // Drags the selected photographs to a new place in the group, or onto a group's row to copy them there. It is
 // made of the three mouse events of a thumbnail: two shapes and the pointer tell, a re-read of the list ends it.
-class ThumbnailDrag {
+class ThumbnailDrag : public WindowPart {
 public:
     ThumbnailDrag(frmMain& form, Album& album);
 
@@ -48,8 +48,6 @@ private:
     int rowAt(float x, float y) const;
     void hideMarks();
 
-    frmMain& m_form;
-    Album& m_album;
     std::int32_t ThumbDownX = 0; // twips within the thumbnail
     std::int32_t ThumbDownY = 0;
     bool ThumbMoveBusy = false;

@@ -6,6 +6,7 @@
 #include "platform/media/MediaService.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
+#include "runtime/Lock.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"
@@ -30,8 +31,7 @@ constexpr const char* CellTip = "Double-click to view."; // until the mouse move
 } // namespace
 
 ThumbnailPages::ThumbnailPages(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     // There is no page 0, also before a group was read.
     form.VScroll1.Max = 1;
@@ -209,15 +209,13 @@ void ThumbnailPages::VScroll1_Change()
 try {
     if (PageChangeBusy)
         return;
-    PageChangeBusy = true;
+    const Lock whileChanging(PageChangeBusy);
     m_form.VScroll1.Enabled = false;
     CurrentPage = m_form.VScroll1.Value();
     ShowThumbnails(CurrentPage);
     m_form.selection().ShowGroupListSelect();
     m_form.VScroll1.Enabled = true;
-    PageChangeBusy = false;
 } catch (const Failure& failure) {
-    PageChangeBusy = false;
     logFailure(m_album, "VScroll1_Change", failure);
 }
 

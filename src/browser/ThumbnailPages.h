@@ -1,6 +1,6 @@
 #pragma once
 
-#include "browser/WindowPlan.h"
+#include "browser/WindowPart.h"
 
 #include <cstdint>
 #include <string>
@@ -8,12 +8,9 @@
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
-
 // The pages of sixteen thumbnails, and how a group becomes the one on show. Positions in a group and pages are
 // 1-based, cells 0 to 15.
-class ThumbnailPages {
+class ThumbnailPages : public WindowPart {
 public:
     static constexpr int CellCount = Columns * Rows;
 
@@ -58,8 +55,6 @@ private:
     void fillCell(int cell, std::int32_t position);
     void emptyCell(int cell);
 
-    frmMain& m_form;
-    Album& m_album;
     bool PageChangeBusy = false;
 };
 

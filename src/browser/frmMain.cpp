@@ -4,11 +4,9 @@
 #include "browser/GroupListPane.h"
 #include "browser/Keyboard.h"
 #include "browser/MainMenus.h"
-#include "browser/Removal.h"
 #include "browser/Selection.h"
 #include "browser/ThumbnailDrag.h"
 #include "browser/ThumbnailPages.h"
-#include "browser/WindowPlan.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
@@ -16,7 +14,6 @@
 #include "store/Album.h"
 #include "store/Log.h"
 #include "viewer/AudioControls.h"
-#include "viewer/FullScreen.h"
 #include "viewer/InfoBox.h"
 #include "viewer/PhotoDisplay.h"
 #include "viewer/SlideShow.h"
@@ -103,14 +100,14 @@ frmMain::frmMain(Desktop& desktop, Album& album, VideoControls& video, Dialogs d
     paintWindow();
     paintFrame();
     nameControls();
-    makeConcerns();
+    makeParts();
 
     on(Load, this, &frmMain::Form_Load);
     on(Activate, this, &frmMain::Form_Activate);
     on(Unload, this, &frmMain::Form_Unload);
     on(EndOfSession, this, &frmMain::Form_EndOfSession);
     on(MouseDown, this, &frmMain::Form_MouseDown);
-    on(MouseMove, this, &frmMain::Form_MouseMove);
+    on(cmdFullScreen.Click, this, &frmMain::cmdFullScreen_Click);
     on(lbButtonText, &Label::Click, this, &frmMain::lbButtonText_Click);
 }
 
@@ -190,7 +187,7 @@ void frmMain::paintFrame()
     pctBox(0).AutoSize = true;
 }
 
-// For screen readers, where no caption tells.
+// Tool tips, and names for screen readers where a control has no caption.
 void frmMain::nameControls()
 {
     lstSlideGroups.AccessibleName = "All groups";
@@ -233,21 +230,27 @@ void frmMain::nameControls()
     cmdVideo(2).AccessibleName = "Stop video";
     hscVideo.AccessibleName = "Position in the video";
     cmdPlayAudioClip(1).AccessibleName = "Stop audio";
+    cmdFullScreen.ToolTipText = "Full screen view of pictures. Use arrow keys to see next/prev.";
+    cmdZoomOut.ToolTipText = "Zoom Out - Decrease image size";
+    cmdZoomIn.ToolTipText = "Zoom In - Increase image size";
+    pctPrev.ToolTipText = "Show previous image.";
+    pctNext.ToolTipText = "Show next image.";
+    imgbox.ToolTipText = "Click-n-drag to move image";
+    cmdEditPhotoInfo.ToolTipText = "Info Box - Click to start/stop editing";
+    lbZoom.ToolTipText = "Current zoom level (e.g., 1/2 = viewing at one half size)";
 }
 
-void frmMain::makeConcerns()
+void frmMain::makeParts()
 {
     m_groupList = std::make_unique<GroupListPane>(*this, m_album);
     m_pages = std::make_unique<ThumbnailPages>(*this, m_album);
     m_selection = std::make_unique<Selection>(*this, m_album);
     m_thumbnailDrag = std::make_unique<ThumbnailDrag>(*this, m_album);
     m_groupCommands = std::make_unique<GroupCommands>(*this, m_album);
-    m_removal = std::make_unique<Removal>(*this, m_album);
     m_menus = std::make_unique<MainMenus>(*this, m_album);
     m_photoDisplay = std::make_unique<PhotoDisplay>(*this, m_album);
     m_zoomAndPan = std::make_unique<ZoomAndPan>(*this, m_album);
     m_infoBox = std::make_unique<InfoBox>(*this, m_album);
-    m_fullScreen = std::make_unique<FullScreen>(*this, m_album);
     m_slideShow = std::make_unique<SlideShow>(*this, m_album);
     m_video.attach(*this);
     m_audio = std::make_unique<AudioControls>(*this, m_album);
@@ -316,12 +319,6 @@ void frmMain::Form_MouseDown(int Button, int /*Shift*/, float /*X*/, float /*Y*/
         PopupMenu(mnuHelp);
 }
 
-void frmMain::Form_MouseMove(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
-try {
-} catch (const Failure& failure) {
-    logFailure(m_album, "Form_MouseMove", failure);
-}
-
 // A label acts for the button beneath it, and also for one that is disabled and takes no press itself. Indexes 2
 // to 4 have no label.
 void frmMain::lbButtonText_Click(int Index)
@@ -349,7 +346,7 @@ try {
         m_slideShow->cmdSlideshow_Click();
         break;
     case 8:
-        m_fullScreen->cmdFullScreen_Click();
+        cmdFullScreen_Click();
         break;
     default:
         break;
@@ -359,25 +356,25 @@ try {
     logFailure(m_album, "lstSlideGroups_Click", failure);
 }
 
+void frmMain::cmdFullScreen_Click()
+try {
+    if (m_album.view.ViewMode == ViewThumbnails) {
+        m_photoDisplay->openFromThumbnails();
+        m_album.view.ViewMode = ViewPhoto;
+    }
+    cmdFullScreen.Picture = pctAlbumList(BrightBar).Picture();
+    m_dialogs.showFullScreen();
+    cmdFullScreen.Picture = pctAlbumList(DarkBar).Picture();
+    m_album.view.ViewMode = ViewFullScreen;
+} catch (const Failure& failure) {
+    logFailure(m_album, "cmdFullScreen_Click", failure);
+}
+
 void frmMain::cmdCreateAlbumGroup_Click()
 try {
     m_dialogs.showSearch();
 } catch (const Failure& failure) {
     logFailure(m_album, "cmdCreateAlbumGroup_Click", failure);
-}
-
-void frmMain::cmdExit_Click()
-try {
-    unload();
-} catch (const Failure& failure) {
-    logFailure(m_album, "cmdExit_Click", failure);
-}
-
-void frmMain::imgExit_Click()
-try {
-    unload();
-} catch (const Failure& failure) {
-    logFailure(m_album, "imgExit_Click", failure);
 }
 
 } // namespace trovarium

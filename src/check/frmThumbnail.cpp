@@ -1,11 +1,11 @@
 #include "check/frmThumbnail.h"
 
-#include "check/FileDateTime.h"
 #include "check/VideoPlayer.h"
 #include "platform/files/FileService.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/ProgressBar.h"
+#include "runtime/Dates.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/InfoFile.h"
@@ -16,6 +16,7 @@
 #include <cmath>
 #include <cstddef>
 #include <deque>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -225,6 +226,19 @@ void frmThumbnail::Form_Unload()
     StopThumbnails = true;
     if (!IsBuilding)
         unload();
+}
+
+bool SetFileDateTime(FileService& files, std::string_view FilePath, std::string_view DateText)
+{
+    const std::optional<Instant> instant = dateFromText(DateText);
+    bool done = false;
+    attempt([&] {
+        if (instant && files.exists(FilePath)) {
+            files.setModified(FilePath, *instant);
+            done = true;
+        }
+    });
+    return done;
 }
 
 } // namespace trovarium

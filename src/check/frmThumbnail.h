@@ -9,10 +9,12 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace trovarium {
 
 struct Album;
+class FileService;
 class VideoPlayer;
 
 // Writes one thumbnail for each photograph of a list and shows the work as it goes. Load it, give it the
@@ -60,5 +62,9 @@ private:
     bool StopThumbnails = false;
     float m_ratio = 1; // width to height of the picture in work
 };
+
+// Sets the modification time of a file from the text form of a date. False when there is no such file, the text is no
+// date, or the time can't be set.
+bool SetFileDateTime(FileService& files, std::string_view FilePath, std::string_view DateText);
 
 } // namespace trovarium

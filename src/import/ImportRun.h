@@ -1,6 +1,11 @@
 #pragma once
 
 #include "platform/toolkit/FormSlot.h"
+#include "runtime/LongRun.h"
+#include "store/GroupOnShow.h"
+
+#include <string>
+#include <string_view>
 
 namespace trovarium {
 
@@ -23,10 +28,22 @@ public:
     bool isRunning() const { return m_isRunning; }
 
 private:
-    class Files;
-
-    void buildThumbnails(const Files& files);
-    void appendToGroups(const Files& files);
+    void importAll();
+    bool isChecked(int option) const;
+    std::string sourceOf(int i) const;
+    bool isSource(const std::string& path, int i) const;
+    void importEntry(int i);
+    void chooseName(int i);
+    void takeNumber();
+    bool isTorn(int i) const;
+    bool makeRoom(int i);
+    void setOldAside(int i);
+    void importFile(int i);
+    void copy(const std::string& source, const std::string& target);
+    void note(std::string_view name, std::string_view error);
+    void showProgress(int i);
+    void buildThumbnails();
+    void appendToGroups();
     void end();
 
     frmImport& m_form;
@@ -35,6 +52,15 @@ private:
     FormSlot<frmSearch>& m_search;
     FormSlot<frmThumbnail>& m_thumbnailBuilder;
     bool m_isRunning = false;
+
+    // Of the current run.
+    LongRun m_run;
+    int m_digits = 0; // of the first automatic number; later ones may have more
+    // Full paths in the library, from index 1 on; of links too, for which there is no file.
+    CheckedArray<std::string> ImportedFiles;
+    std::string ImportErrors;
+    bool RunCancelled = false;
+    std::string DestName; // stays that of the file before if setting it fails
 };
 
 } // namespace trovarium

@@ -12,6 +12,7 @@
 #include "store/GroupFile.h"
 #include "store/Log.h"
 
+#include <iterator>
 #include <string>
 #include <unordered_set>
 
@@ -22,11 +23,34 @@ namespace {
 constexpr std::string_view Product = "Trovarium";
 constexpr std::string_view Section = "Import";
 
+constexpr std::string_view Types[] = {"bmp", "gif", "jpg", "wmf", "mpg", "mov", "avi"};
+constexpr float TypeWidth = 735;
+
+Plan typePlan(int type)
+{
+    return {.Left = 180 + TypeWidth * static_cast<float>(type),
+        .Top = 5220,
+        .Width = TypeWidth,
+        .Height = 300,
+        .Caption = Types[type]};
+}
+
+Plan optionPlan(float top, std::string_view caption)
+{
+    return {.Left = 180, .Top = top, .Width = 5550, .Height = 300, .Caption = caption};
+}
+
 } // namespace
 
 frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frmSearch>& search,
     FormSlot<frmThumbnail>& thumbnailBuilder)
     : Form(desktop, {.Name = "frmImport", .Caption = "Import Media", .Width = 11160, .Height = 9000})
+    , chkFilter(&framSource, "chkFilter", 0, std::size(Types) - 1, typePlan)
+    , chkOptions(&framOptions, "chkOptions",
+          {{0, optionPlan(390, "Overwrite existing photos in album")},
+              {1, optionPlan(735, "Overwrite existing photos info files")},
+              {3, optionPlan(1080, "Create photo links only (No copies to local dir)")},
+              {2, {.Left = 6060, .Top = 390, .Width = 4440, .Height = 300, .Caption = "Auto rename/number"}}})
     , m_album(album)
     , m_autoScan(std::make_unique<AutoScan>(*this, album))
     , m_importRun(std::make_unique<ImportRun>(*this, album, main, search, thumbnailBuilder))
@@ -44,7 +68,6 @@ frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frm
     on(Close, this, &frmImport::lbExit_Click);
     on(KeyDown, this, &frmImport::Form_KeyDown);
     on(chkFilter, &CheckBox::Click, this, &frmImport::chkFilter_Click);
-    on(chkOptions, &CheckBox::Click, this, &frmImport::chkOptions_Click);
     on(cmdAddFile.Click, this, &frmImport::cmdAddFile_Click);
     on(cmdRemoveFile.Click, this, &frmImport::cmdRemoveFile_Click);
     on(List1.KeyDown, this, &frmImport::List1_KeyDown);
@@ -67,7 +90,7 @@ void frmImport::paint()
     shpProgress.FillColor = BarBlue;
 }
 
-// For screen readers, where no caption tells.
+// Tool tips, and names for screen readers where a control has no caption.
 void frmImport::nameControls()
 {
     Drive1.AccessibleName = "Drives";
@@ -80,6 +103,9 @@ void frmImport::nameControls()
     txtAutoName(1).AccessibleName = "Start #";
     pctProgress.AccessibleName = "Progress";
     pctProgress.AccessibleValue = 0;
+    cmdAutoScan.ToolTipText = "Add all files of the checked types in this folder and below it.";
+    cmdAddFile.ToolTipText = "Add the chosen files.";
+    cmdRemoveFile.ToolTipText = "Take the chosen entries off the list.";
 }
 
 // Where the first steps fail, as on a drive that is gone, the pattern and the names stay as they are made.
@@ -150,15 +176,6 @@ try {
 void frmImport::chkFilter_Click(int /*Index*/)
 {
     BuildFilePattern();
-}
-
-// The boxes are read when the import needs them.
-void frmImport::chkOptions_Click(int /*Index*/)
-{
-    if (m_optionsBusy)
-        return;
-    m_optionsBusy = true;
-    m_optionsBusy = false;
 }
 
 void frmImport::cmdAddFile_Click()

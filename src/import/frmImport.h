@@ -47,7 +47,6 @@ public:
     void Form_Unload();
     void Form_KeyDown(int KeyCode, int Shift);
     void chkFilter_Click(int Index);
-    void chkOptions_Click(int Index);
     void cmdAddFile_Click();
     void cmdRemoveFile_Click();
     void List1_KeyDown(int KeyCode, int Shift);
@@ -66,39 +65,19 @@ public:
     FolderList Dir1{&framSource, {.Name = "Dir1", .Left = 180, .Top = 930, .Width = 5100, .Height = 2040}};
     FileList File1{&framSource, {.Name = "File1", .Left = 180, .Top = 3090, .Width = 5100, .Height = 2040}};
     // The captions are the extensions.
-    ControlArray<CheckBox> chkFilter{&framSource, "chkFilter",
-        {{0, {.Left = 180, .Top = 5220, .Width = 735, .Height = 300, .Caption = "bmp"}},
-            {1, {.Left = 915, .Top = 5220, .Width = 735, .Height = 300, .Caption = "gif"}},
-            {2, {.Left = 1650, .Top = 5220, .Width = 735, .Height = 300, .Caption = "jpg"}},
-            {3, {.Left = 2385, .Top = 5220, .Width = 735, .Height = 300, .Caption = "wmf"}},
-            {4, {.Left = 3120, .Top = 5220, .Width = 735, .Height = 300, .Caption = "mpg"}},
-            {5, {.Left = 3855, .Top = 5220, .Width = 735, .Height = 300, .Caption = "mov"}},
-            {6, {.Left = 4590, .Top = 5220, .Width = 735, .Height = 300, .Caption = "avi"}}}};
+    ControlArray<CheckBox> chkFilter;
     Button cmdAutoScan{&framSource,
         {.Name = "cmdAutoScan",
             .Left = 180,
             .Top = 5610,
             .Width = 5100,
             .Height = 390,
-            .Caption = "Auto-Scan (and sub-folders)",
-            .ToolTipText = "Add all files of the checked types in this folder and below it."}};
+            .Caption = "Auto-Scan (and sub-folders)"}};
 
-    Button cmdAddFile{this,
-        {.Name = "cmdAddFile",
-            .Left = 5880,
-            .Top = 3540,
-            .Width = 1200,
-            .Height = 390,
-            .Caption = "A&dd >",
-            .ToolTipText = "Add the chosen files."}};
+    Button cmdAddFile{
+        this, {.Name = "cmdAddFile", .Left = 5880, .Top = 3540, .Width = 1200, .Height = 390, .Caption = "A&dd >"}};
     Button cmdRemoveFile{this,
-        {.Name = "cmdRemoveFile",
-            .Left = 5880,
-            .Top = 4050,
-            .Width = 1200,
-            .Height = 390,
-            .Caption = "< &Remove",
-            .ToolTipText = "Take the chosen entries off the list."}};
+        {.Name = "cmdRemoveFile", .Left = 5880, .Top = 4050, .Width = 1200, .Height = 390, .Caption = "< &Remove"}};
 
     Frame framSelected{this,
         {.Name = "framSelected",
@@ -124,21 +103,7 @@ public:
     Frame framOptions{
         this, {.Name = "framOptions", .Left = 240, .Top = 6600, .Width = 10680, .Height = 1500, .Caption = "Options"}};
     // In the order of the Tab key, with the name fields behind the box that they belong to.
-    ControlArray<CheckBox> chkOptions{&framOptions, "chkOptions",
-        {{0, {.Left = 180, .Top = 390, .Width = 5550, .Height = 300, .Caption = "Overwrite existing photos in album"}},
-            {1,
-                {.Left = 180,
-                    .Top = 735,
-                    .Width = 5550,
-                    .Height = 300,
-                    .Caption = "Overwrite existing photos info files"}},
-            {3,
-                {.Left = 180,
-                    .Top = 1080,
-                    .Width = 5550,
-                    .Height = 300,
-                    .Caption = "Create photo links only (No copies to local dir)"}},
-            {2, {.Left = 6060, .Top = 390, .Width = 4440, .Height = 300, .Caption = "Auto rename/number"}}}};
+    ControlArray<CheckBox> chkOptions;
     ControlArray<Label> lbAutoName{&framOptions, "lbAutoName",
         {{0, {.Left = 6360, .Top = 780, .Width = 780, .Height = 240, .Caption = "Prefix"}},
             {1, {.Left = 6360, .Top = 1140, .Width = 780, .Height = 240, .Caption = "Start #"}}}};
@@ -160,7 +125,6 @@ private:
     void nameControls();
 
     Album& m_album;
-    bool m_optionsBusy = false; // guards chkOptions_Click
     bool m_isListSettled = false;
     std::unique_ptr<AutoScan> m_autoScan;
     std::unique_ptr<ImportRun> m_importRun;

@@ -89,7 +89,7 @@ void frmAddMidiWav::paint()
     shpProgress.FillColor = BarBlue;
 }
 
-// For screen readers, where no caption tells or two are alike.
+// A tool tip, and names for screen readers where a control has no caption or shares it with another.
 void frmAddMidiWav::nameControls()
 {
     Drive1.AccessibleName = "Drives";
@@ -102,6 +102,7 @@ void frmAddMidiWav::nameControls()
     cmdPlayStop(StopLinked).AccessibleName = "Stop linked";
     pctProgress.AccessibleName = "Progress";
     pctProgress.AccessibleValue = 0;
+    cmdAddFile.ToolTipText = "Link the chosen file to the chosen entry.";
 }
 
 void frmAddMidiWav::linkMidi()

@@ -64,14 +64,8 @@ public:
     FolderList Dir1{&framSource, {.Name = "Dir1", .Left = 180, .Top = 930, .Width = 4440, .Height = 2040}};
     FileList File1{&framSource, {.Name = "File1", .Left = 180, .Top = 3090, .Width = 4440, .Height = 2520}};
 
-    Button cmdAddFile{this,
-        {.Name = "cmdAddFile",
-            .Left = 5220,
-            .Top = 3540,
-            .Width = 1200,
-            .Height = 390,
-            .Caption = "A&dd >",
-            .ToolTipText = "Link the chosen file to the chosen entry."}};
+    Button cmdAddFile{
+        this, {.Name = "cmdAddFile", .Left = 5220, .Top = 3540, .Width = 1200, .Height = 390, .Caption = "A&dd >"}};
 
     Frame framDestination{this, {.Name = "framDestination", .Left = 6600, .Top = 240, .Width = 4320, .Height = 6300}};
     Label lbListContents{

@@ -6,7 +6,6 @@
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Failure.h"
-#include "startup/UnloadAllForms.h"
 #include "store/Album.h"
 #include "store/Deployment.h"
 #include "store/LibraryFolders.h"
@@ -139,6 +138,16 @@ Dialogs Program::dialogs()
         .showAbout = [this] { m_about().showModal(); },
         .unloadAllForms = [this] { UnloadAllForms(m_desktop, "frmMain"); },
     };
+}
+
+// From the last to the first, since an unload takes the form off the list; one that unloads others on its way
+// may leave the index beyond the end.
+void UnloadAllForms(Desktop& desktop, std::string_view ExceptName)
+{
+    for (int index = desktop.formsCount() - 1; index >= 0; --index) {
+        if (index < desktop.formsCount() && desktop.formsItem(index).Name() != ExceptName)
+            desktop.formsItem(index).unload();
+    }
 }
 
 } // namespace trovarium

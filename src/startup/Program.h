@@ -1,7 +1,6 @@
 #pragma once
 
 #include "about/frmAbout.h"
-#include "browser/Dialogs.h"
 #include "browser/frmGroups.h"
 #include "browser/frmMain.h"
 #include "check/frmFirstTime.h"
@@ -18,6 +17,7 @@
 #include "viewer/frmSSP.h"
 
 #include <string>
+#include <string_view>
 
 namespace trovarium {
 
@@ -61,5 +61,8 @@ private:
     FormSlot<frmAddMidiWav> m_links;
     FormSlot<frmAbout> m_about;
 };
+
+// Unloads every loaded form whose name differs from `ExceptName`.
+void UnloadAllForms(Desktop& desktop, std::string_view ExceptName);
 
 } // namespace trovarium

@@ -11,8 +11,7 @@
 namespace trovarium {
 
 AudioControls::AudioControls(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.cmdPlayAudioClip, &Button::Click, this, &AudioControls::cmdPlayAudioClip_Click);
 }

@@ -1,15 +1,14 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 #include <string>
 #include <string_view>
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
-
 // Wave clips and background music. Whether there is such a file isn't looked at: without one nothing sounds.
-class AudioControls {
+class AudioControls : public WindowPart {
 public:
     AudioControls(frmMain& form, Album& album);
 
@@ -21,8 +20,6 @@ public:
     void cmdPlayAudioClip_Click(int Index); // 0 plays the photograph's clip, 1 stops it
 
 private:
-    frmMain& m_form;
-    Album& m_album;
     std::string MidiAlias; // of the piece that was opened last; empty for none
 };
 

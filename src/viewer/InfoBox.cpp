@@ -1,6 +1,5 @@
 #include "viewer/InfoBox.h"
 
-#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Colors.h"
@@ -38,20 +37,15 @@ constexpr int LabelledFields = 6;
 } // namespace
 
 InfoBox::InfoBox(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
-    form.optInfoPosition(1).preset();
+    form.optInfoPosition(Normal).preset();
     form.txtYear.MaxLength = 4;
     on(form.cmdEditPhotoInfo.Click, this, &InfoBox::cmdEditPhotoInfo_Click);
-    on(form.mnuEditInfo.Click, this, &InfoBox::mnuEditInfo_Click);
     on(form.framInfo.MouseMove, this, &InfoBox::framInfo_MouseMove);
-    on(form.lbPhotoInfo.MouseMove, this, &InfoBox::lbPhotoInfo_MouseMove);
+    on(form.lbPhotoInfo.MouseMove, this, &InfoBox::framInfo_MouseMove);
     on(form.tmrInfoBox.Tick, this, &InfoBox::tmrInfoBox_Timer);
     on(form.optInfoPosition, &OptionButton::Click, this, &InfoBox::optInfoPosition_Click);
-    on(form.mnuSetInfoUp.Click, this, &InfoBox::mnuSetInfoUp_Click);
-    on(form.mnuSetInfoNormal.Click, this, &InfoBox::mnuSetInfoNormal_Click);
-    on(form.mnuSetInfoDown.Click, this, &InfoBox::mnuSetInfoDown_Click);
 }
 
 void InfoBox::LoadImageInfo(std::int32_t Index, bool& Result)
@@ -281,14 +275,9 @@ void InfoBox::enableRest(bool enabled)
     m_form.mnuHelp.Enabled = enabled;
 }
 
-void InfoBox::mnuEditInfo_Click()
-{
-    cmdEditPhotoInfo_Click();
-}
-
 void InfoBox::framInfo_MouseMove(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
 try {
-    if (!m_form.txtYear.Visible() && !m_form.optInfoPosition(0).Value()) {
+    if (!m_form.txtYear.Visible() && !m_form.optInfoPosition(AlwaysDown).Value()) {
         ShowInfoBox(Up::Yes, Edit::No);
         m_form.tmrInfoBox.Enabled = true;
     }
@@ -296,14 +285,9 @@ try {
     logFailure(m_album, "framInfo_MouseMove", failure);
 }
 
-void InfoBox::lbPhotoInfo_MouseMove(int Button, int Shift, float X, float Y)
-{
-    framInfo_MouseMove(Button, Shift, X, Y);
-}
-
 void InfoBox::tmrInfoBox_Timer()
 try {
-    if (!m_form.txtYear.Visible() && !m_form.optInfoPosition(2).Value()) {
+    if (!m_form.txtYear.Visible() && !m_form.optInfoPosition(AlwaysUp).Value()) {
         m_form.tmrInfoBox.Enabled = false;
         ShowInfoBox(Up::No, Edit::No);
     }
@@ -313,48 +297,20 @@ try {
 
 void InfoBox::optInfoPosition_Click(int Index)
 {
-    for (int i = 0; i <= 2; ++i)
-        m_form.optInfoPosition(i).BackColor = PanelGrey;
-    m_form.optInfoPosition(Index).BackColor = MarkRed;
-    switch (Index) {
-    case 0:
-        ShowInfoBox(Up::No, Edit::No);
-        mnuSetInfoDown_Click();
-        break;
-    case 1:
-        mnuSetInfoNormal_Click();
-        break;
-    case 2:
-        ShowInfoBox(Up::Yes, Edit::No);
-        mnuSetInfoUp_Click();
-        break;
-    default:
-        break;
-    }
+    m_form.optInfoPosition.forEach(
+        [Index](int index, OptionButton& button) { button.BackColor = index == Index ? MarkRed : PanelGrey; });
+    if (Index != Normal)
+        ShowInfoBox(Index == AlwaysUp ? Up::Yes : Up::No, Edit::No);
+    choosePosition(Index);
 }
 
-void InfoBox::mnuSetInfoUp_Click()
-{
-    choosePosition(2);
-}
-
-void InfoBox::mnuSetInfoNormal_Click()
-{
-    choosePosition(1);
-}
-
-void InfoBox::mnuSetInfoDown_Click()
-{
-    choosePosition(0);
-}
-
-// The option button raises its click in turn when this sets it.
+// Setting the option button raises its click, which comes back here.
 void InfoBox::choosePosition(int index)
 {
     m_form.optInfoPosition(index).Value = true;
-    m_form.mnuSetInfoDown.Checked = index == 0;
-    m_form.mnuSetInfoNormal.Checked = index == 1;
-    m_form.mnuSetInfoUp.Checked = index == 2;
+    m_form.mnuSetInfoDown.Checked = index == AlwaysDown;
+    m_form.mnuSetInfoNormal.Checked = index == Normal;
+    m_form.mnuSetInfoUp.Checked = index == AlwaysUp;
 }
 
 } // namespace trovarium

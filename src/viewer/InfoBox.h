@@ -1,5 +1,6 @@
 #pragma once
 
+#include "browser/WindowPart.h"
 #include "store/PhotoInfo.h"
 
 #include <array>
@@ -9,15 +10,13 @@
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
 enum class OddSize;
 
 enum class Up { No, Yes };
 enum class Edit { No, Yes };
 
 // The panel at the bottom of the frame: shows what is known of the photograph and turns into a small form.
-class InfoBox {
+class InfoBox : public WindowPart {
 public:
     InfoBox(frmMain& form, Album& album);
 
@@ -34,15 +33,14 @@ public:
     // couldn't be saved before is tried once more.
     void endEdit();
 
+    // Whether the panel stays down or up, or comes and goes with the mouse: the index of an option button.
+    enum : int { AlwaysDown = 0, Normal = 1, AlwaysUp = 2 };
+    void choosePosition(int index);
+
     void cmdEditPhotoInfo_Click();
-    void mnuEditInfo_Click();
     void framInfo_MouseMove(int Button, int Shift, float X, float Y);
-    void lbPhotoInfo_MouseMove(int Button, int Shift, float X, float Y);
     void tmrInfoBox_Timer();
     void optInfoPosition_Click(int Index);
-    void mnuSetInfoUp_Click();
-    void mnuSetInfoNormal_Click();
-    void mnuSetInfoDown_Click();
 
 private:
     bool read(const std::string& name, OddSize oddSize);
@@ -59,10 +57,7 @@ private:
     void showTexts(bool visible);
     void setEditing(bool editing);
     void enableRest(bool enabled);
-    void choosePosition(int index);
 
-    frmMain& m_form;
-    Album& m_album;
     bool InfoBoxMoving = false;
     // The photograph whose information PhotoInfo is, empty for none: the box shows its name and saves to its file. It
     // is not always that of CurrentIndex: behind a photograph that can't be opened the box goes on to show the one

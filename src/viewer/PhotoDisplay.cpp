@@ -53,13 +53,10 @@ std::int16_t reductionThatFits(float width, float height, float frameWidth, floa
 }
 
 PhotoDisplay::PhotoDisplay(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.pctNext.Click, this, &PhotoDisplay::pctNext_Click);
     on(form.pctPrev.Click, this, &PhotoDisplay::pctPrev_Click);
-    on(form.mnuViewNext.Click, this, &PhotoDisplay::mnuViewNext_Click);
-    on(form.mnuViewPrevious.Click, this, &PhotoDisplay::mnuViewPrevious_Click);
 }
 
 void PhotoDisplay::SetImageIndex(std::int32_t Index)
@@ -167,7 +164,7 @@ void PhotoDisplay::fitPicture(float width, float height)
 
 void PhotoDisplay::show(bool videoOnShow, bool& Result)
 {
-    if (!m_form.optInfoPosition(2).Value())
+    if (!m_form.optInfoPosition(InfoBox::AlwaysUp).Value())
         m_form.infoBox().ShowInfoBox(Up::No, Edit::No);
     m_form.txtTitle.SetFocus(); // where an edit goes on
     m_form.pages().ShowThumbnailBoxes(false);
@@ -237,7 +234,8 @@ try {
 
 void PhotoDisplay::openFromThumbnails()
 {
-    m_form.selection().imgThumbnail_DblClick(m_album.view.CurrentIndex - 1 - (m_form.pages().CurrentPage - 1) * 16);
+    m_form.selection().imgThumbnail_DblClick(
+        m_album.view.CurrentIndex - 1 - (m_form.pages().CurrentPage - 1) * ThumbnailPages::CellCount);
 }
 
 void PhotoDisplay::playClipOfSlide()
@@ -291,16 +289,6 @@ void PhotoDisplay::press(PictureButton& button, Step step)
     }
     button.Picture = m_form.pctDarkSmall.Picture();
     m_form.desktop().returnToText(); // also where the step led nowhere
-}
-
-void PhotoDisplay::mnuViewNext_Click()
-{
-    pctNext_Click();
-}
-
-void PhotoDisplay::mnuViewPrevious_Click()
-{
-    pctPrev_Click();
 }
 
 } // namespace trovarium

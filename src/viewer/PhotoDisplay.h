@@ -1,17 +1,17 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 #include <cstdint>
 #include <string>
 
 namespace trovarium {
 
-struct Album;
 class PictureButton;
-class frmMain;
 
 // Shows one item of the group in the viewing frame: loads it into pctBox(0) at natural size, fits it by a
 // whole-number reduction, and steps to the next and the previous one. Positions are 1-based.
-class PhotoDisplay {
+class PhotoDisplay : public WindowPart {
 public:
     PhotoDisplay(frmMain& form, Album& album);
 
@@ -31,8 +31,6 @@ public:
 
     void pctNext_Click();
     void pctPrev_Click();
-    void mnuViewNext_Click();
-    void mnuViewPrevious_Click();
 
 private:
     using Step = void (PhotoDisplay::*)(bool& Result);
@@ -46,8 +44,6 @@ private:
     void playClipOfSlide();
     void expectNeighbours(std::int32_t Index);
 
-    frmMain& m_form;
-    Album& m_album;
     bool m_isStepping = false;
 };
 

@@ -2,7 +2,6 @@
 
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
-#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Keys.h"
@@ -15,11 +14,9 @@
 namespace trovarium {
 
 SlideShow::SlideShow(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.cmdSlideshow.Click, this, &SlideShow::cmdSlideshow_Click);
-    on(form.mnuViewSlideshow.Click, this, &SlideShow::mnuViewSlideshow_Click);
     on(form.tmrSlideShow.Tick, this, &SlideShow::tmrSlideShow_Timer);
 }
 
@@ -31,11 +28,6 @@ try {
     m_form.cmdSlideshow.Picture = m_form.pctAlbumList(DarkBar).Picture();
 } catch (const Failure& failure) {
     logFailure(m_album, "cmdSlideshow_Click", failure);
-}
-
-void SlideShow::mnuViewSlideshow_Click()
-{
-    cmdSlideshow_Click();
 }
 
 void SlideShow::tmrSlideShow_Timer()

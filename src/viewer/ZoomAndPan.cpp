@@ -13,13 +13,10 @@
 namespace trovarium {
 
 ZoomAndPan::ZoomAndPan(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.cmdZoomIn.Click, this, &ZoomAndPan::cmdZoomIn_Click);
     on(form.cmdZoomOut.Click, this, &ZoomAndPan::cmdZoomOut_Click);
-    on(form.mnuViewEnlarge.Click, this, &ZoomAndPan::mnuViewEnlarge_Click);
-    on(form.mnuViewReduce.Click, this, &ZoomAndPan::mnuViewReduce_Click);
     on(form.imgbox.MouseDown, this, &ZoomAndPan::imgbox_MouseDown);
     on(form.imgbox.MouseMove, this, &ZoomAndPan::imgbox_MouseMove);
     on(form.imgbox.MouseUp, this, &ZoomAndPan::imgbox_MouseUp);
@@ -77,16 +74,6 @@ void ZoomAndPan::showAtZoomLevel()
     imgbox.Top = (m_form.pctWindow.ScaleHeight() - imgbox.Height()) * 0.5F;
     m_form.pages().ShowThumbnailBoxes(false);
     imgbox.Visible = true;
-}
-
-void ZoomAndPan::mnuViewEnlarge_Click()
-{
-    cmdZoomIn_Click();
-}
-
-void ZoomAndPan::mnuViewReduce_Click()
-{
-    cmdZoomOut_Click();
 }
 
 void ZoomAndPan::imgbox_MouseDown(int /*Button*/, int /*Shift*/, float X, float Y)

@@ -41,8 +41,8 @@ frmFullScreen::frmFullScreen(Desktop& desktop, Album& album, frmMain& main)
     on(KeyDown, this, &frmFullScreen::Form_KeyDown);
     on(Click, this, &frmFullScreen::Form_Click);
     on(imgFullScreen.Click, this, &frmFullScreen::imgFullScreen_Click);
-    on(picVideoWindowFS.KeyDown, this, &frmFullScreen::picVideoWindowFS_KeyDown);
-    on(picVideoWindowFS.Click, this, &frmFullScreen::picVideoWindowFS_Click);
+    on(picVideoWindowFS.KeyDown, this, &frmFullScreen::Form_KeyDown);
+    on(picVideoWindowFS.Click, this, &frmFullScreen::Form_Click);
 }
 
 void frmFullScreen::Form_Load()
@@ -157,16 +157,6 @@ try {
     unload();
 } catch (const Failure& failure) {
     logFailure(m_album, "imgFullScreen_Click", failure);
-}
-
-void frmFullScreen::picVideoWindowFS_KeyDown(int KeyCode, int Shift)
-{
-    Form_KeyDown(KeyCode, Shift);
-}
-
-void frmFullScreen::picVideoWindowFS_Click()
-{
-    Form_Click();
 }
 
 } // namespace trovarium

@@ -29,8 +29,6 @@ public:
     void Form_KeyDown(int KeyCode, int Shift);
     void Form_Click();
     void imgFullScreen_Click();
-    void picVideoWindowFS_KeyDown(int KeyCode, int Shift);
-    void picVideoWindowFS_Click();
 
 private:
     Album& m_album;

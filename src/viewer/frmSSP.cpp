@@ -7,7 +7,6 @@
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "viewer/AudioControls.h"
-#include "viewer/FullScreen.h"
 #include "viewer/InfoBox.h"
 #include "viewer/PhotoDisplay.h"
 #include "viewer/SlideShow.h"
@@ -18,13 +17,28 @@ namespace {
 
 enum { SwitchToFullScreen = 0, SelectedOnly = 1, StartWithCurrent = 2, PlayMusic = 3, PlayClips = 4 };
 
-constexpr double LongestDelay = 61; // seconds; not reached
+constexpr std::string_view OptionCaptions[] = {"Switch to Fullscreen after starting", "Show only selected photograhs",
+    "Start with current photograph", "Play album background music", "Play audio clips for each photo"};
+
+// A show of the selected photographs alone is not offered: its box stays disabled.
+Plan optionPlan(int option)
+{
+    return {.Left = 180,
+        .Top = 960 + 300 * static_cast<float>(option),
+        .Width = 4440,
+        .Height = 300,
+        .Caption = OptionCaptions[option],
+        .Enabled = option != SelectedOnly};
+}
+
+constexpr double LongestDelay = 61; // seconds; must be less
 constexpr double Millisecond = 1000;
 
 } // namespace
 
 frmSSP::frmSSP(Desktop& desktop, Album& album, frmMain& main)
     : Form(desktop, {.Name = "frmSSP", .Caption = "Start Slideshow", .Width = 5280, .Height = 3690})
+    , chkSlideshow(&framParameters, "chkSlideshow", SwitchToFullScreen, PlayClips, optionPlan)
     , m_album(album)
     , m_main(main)
 {
@@ -54,7 +68,7 @@ void frmSSP::cmdOkay_Click()
     m_album.view.SlideShowRunning = true;
     m_main.tmrSlideShow.Interval = toInt32(seconds * Millisecond);
     if (chkSlideshow(SwitchToFullScreen).Value() == 1)
-        m_main.fullScreen().cmdFullScreen_Click();
+        m_main.cmdFullScreen_Click();
     if (!m_main.isLoaded()) // closed in the events of that
         return;
     m_main.slideShow().ShowSelectedOnly = chkSlideshow(SelectedOnly).Value() == 1;

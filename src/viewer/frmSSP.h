@@ -37,24 +37,7 @@ public:
         {.Name = "txtSlideShowInterval", .Left = 2220, .Top = 480, .Width = 660, .Height = 330, .Caption = "5"}};
     Label lbSeconds{&framParameters,
         {.Name = "lbSeconds", .Left = 2985, .Top = 525, .Width = 1200, .Height = 240, .Caption = "seconds"}};
-    ControlArray<CheckBox> chkSlideshow{&framParameters, "chkSlideshow",
-        {{0, {.Left = 180, .Top = 960, .Width = 4440, .Height = 300, .Caption = "Switch to Fullscreen after starting"}},
-            // Greyed out for good: no show is of the selected ones alone.
-            {1,
-                {.Left = 180,
-                    .Top = 1260,
-                    .Width = 4440,
-                    .Height = 300,
-                    .Caption = "Show only selected photograhs",
-                    .Enabled = false}},
-            {2, {.Left = 180, .Top = 1560, .Width = 4440, .Height = 300, .Caption = "Start with current photograph"}},
-            {3, {.Left = 180, .Top = 1860, .Width = 4440, .Height = 300, .Caption = "Play album background music"}},
-            {4,
-                {.Left = 180,
-                    .Top = 2160,
-                    .Width = 4440,
-                    .Height = 300,
-                    .Caption = "Play audio clips for each photo"}}}};
+    ControlArray<CheckBox> chkSlideshow;
     Button cmdOkay{
         this, {.Name = "cmdOkay", .Left = 1680, .Top = 3030, .Width = 1620, .Height = 420, .Caption = "O&K"}};
     Button cmdCancel{

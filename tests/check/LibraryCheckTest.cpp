@@ -1,4 +1,3 @@
-#include "check/FileDateTime.h"
 #include "check/GroupRepair.h"
 #include "check/RepairPasses.h"
 #include "check/VideoPlayer.h"
