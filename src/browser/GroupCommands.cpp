@@ -29,7 +29,7 @@ try {
     if (!askForNewName(name))
         return;
     constexpr int fileNumber = 1;
-    // Whatever is there is kept.
+    // Appending keeps what may be there.
     m_album.files.open(groupListPath(m_album, name + ".lst"), OpenMode::Append, fileNumber);
     m_album.files.close(fileNumber);
     if (Mode == CreateWithCopies)
@@ -41,7 +41,7 @@ try {
     logFailure(m_album, "CreateAlbumGroup", failure);
 }
 
-// False when the box was cancelled. The name as typed is tested too: one that is mended is another one.
+// False when the box was cancelled. The name is tested as typed and again after its characters were replaced.
 bool GroupCommands::askForNewName(std::string& name)
 {
     Prompts& prompts = m_form.desktop().prompts();
@@ -58,7 +58,7 @@ bool GroupCommands::askForNewName(std::string& name)
     }
 }
 
-// Asks the folder too, where others may have put a list since the names were read.
+// Looks in the folder too: another program may have put a list there since the names were read.
 bool GroupCommands::isFree(const std::string& name) const
 {
     return !m_form.groupList().GroupExists(name) && !equalInCapitals(name, ScratchGroupName)
@@ -78,13 +78,13 @@ try {
     m_form.groupList().LoadGroupNames();
     attempt([&] { m_album.files.remove(m_album.paths.MidiPath + name + ".mid"); });
 } catch (const Failure& failure) {
-    // The log has it under the name of its neighbour.
+    // Logged under this name on purpose.
     logFailure(m_album, "CreateAlbumGroup", failure);
 }
 
 void GroupCommands::RenameAlbumGroup()
 {
-    // Its name is all that marks the group of all photographs.
+    // The group of all photographs is recognised by its name alone.
     if (isAllPhotosGroup(m_album.group.CurrentGroupName))
         return;
     Prompts& prompts = m_form.desktop().prompts();
@@ -102,7 +102,7 @@ void GroupCommands::RenameAlbumGroup()
     }
 }
 
-// False when the list keeps its name. A group without music has nothing more to rename.
+// False when the list file could not be renamed. Most groups have no music, so that failure doesn't count.
 bool GroupCommands::renameTo(const std::string& name)
 {
     const AlbumPaths& paths = m_album.paths;
@@ -127,7 +127,7 @@ void GroupCommands::MoveToGroup(std::string_view FileName)
 {
     if (!isGroupAsRead(m_album))
         showAgain();
-    // A disk that is full at this write may have room at the next: what didn't get there stays here, and selected.
+    // If the copy failed, for instance on a full disk, the photographs stay here and selected.
     else if (trovarium::AddToGroup(m_album, FileName))
         removeSelectedFromCurrent();
 }
@@ -181,8 +181,8 @@ void GroupCommands::RemoveFromProgram()
     m_form.MousePointer = DefaultPointer;
 }
 
-// A photograph that can't be moved stays as a whole: with its words it keeps its places in the groups. One that is only
-// linked has no file here.
+// If the photograph can't be moved, its information and its places in the groups stay too. One that is only linked has
+// no file here.
 void GroupCommands::setAside(const std::string& name)
 {
     FileService& files = m_album.files;

@@ -24,14 +24,13 @@ public:
     // Acts on the group on show.
     void RenameAlbumGroup();
 
-    // `FileName` is a stem + ".lst". The selection stays after a copy and is gone after a move. A move from a list that
-    // somebody else has changed since it was read moves nothing, and reads it again.
+    // `FileName` is a stem + ".lst". A copy keeps the selection, a move clears it. If the list on show was changed by
+    // another program since it was read, a move only reads it again.
     void AddToGroup(std::string_view FileName);
     void MoveToGroup(std::string_view FileName);
 
-    // Takes the selected photographs out of the library and out of every group. Photograph, information and clip go
-    // to a folder called Removed inside their own; only the thumbnail is deleted. Goes on past any failure and reports
-    // none.
+    // Removes the selected photographs from the library and from every group. Photograph, information and clip move
+    // to a folder "Removed" inside their own; only the thumbnail is deleted. Failures are skipped without a message.
     void RemoveFromProgram();
 
     void mnuThumbRemove_Click();

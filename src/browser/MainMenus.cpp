@@ -84,7 +84,7 @@ void MainMenus::mnuFile_Click()
     m_form.mnuFileRenameGroup.Enabled = canChange;
 }
 
-// Removing photographs from the group stays available even there.
+// Removing photographs stays enabled even in the group of all photographs.
 void MainMenus::mnuEdit_Click()
 {
     GroupListPane& list = m_form.groupList();
@@ -93,13 +93,13 @@ void MainMenus::mnuEdit_Click()
 
 void MainMenus::mnuFileExit_Click()
 {
-    // The form goes with its last handler; the desktop stays.
+    // The form is gone after unload; the desktop isn't.
     Desktop& desktop = m_form.desktop();
     m_form.unload();
     desktop.endProgram();
 }
 
-// Whether there is such a page isn't looked at.
+// Without a check that the page exists.
 void MainMenus::mnuHelpContents_Click()
 {
     ShellOpenDocument(m_album.paths.ProgramFolder + "\\help\\index.html", NormalWindow);

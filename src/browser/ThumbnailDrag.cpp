@@ -55,7 +55,7 @@ try {
         return;
     const Lock whileMoving(ThumbMoveBusy);
     if ((Button & LeftButton) == 0)
-        breakOff(); // a menu or a dialog had the release
+        breakOff(); // a menu or a dialog took the release
     Image& image = m_form.imgThumbnail(Index);
     image.ToolTipText = "Double-click to view. Right-click for menu. Drag-n-drop to rearrange.  [Media File: "
         + m_form.lbThumbnailFile(Index).Caption() + "]";
@@ -80,7 +80,7 @@ try {
     logFailure(m_album, "imgThumbnail_MouseMove", failure);
 }
 
-// Once a drag is on, the distance no longer matters.
+// The distance only matters until the drag has started.
 bool ThumbnailDrag::startsDrag(float X, float Y) const
 {
     const bool near = std::abs(X - static_cast<float>(ThumbDownX)) <= DragThreshold
@@ -90,8 +90,7 @@ bool ThumbnailDrag::startsDrag(float X, float Y) const
     return MouseIsDown;
 }
 
-// Each move past the upper or lower edge turns one page, here and now. With the mouse held still nothing
-// scrolls.
+// Each mouse move past the upper or lower edge turns one page. Holding the mouse still there turns none.
 int ThumbnailDrag::aimAtCell(const DragPointer& pointer)
 {
     const Drop drop = dropAt(pointer, {m_form.pages().CurrentPage, m_album.group.GroupList.upperBound()});
@@ -130,7 +129,7 @@ void ThumbnailDrag::dragOverList(int Index, float X, float Y)
     }
 }
 
-// Pixels of the form. Hidden rows take part just as visible ones.
+// In pixels of the form. Hidden rows count too.
 int ThumbnailDrag::rowAt(float x, float y) const
 {
     for (int i = 0; i < GroupRows; ++i) {

@@ -28,11 +28,11 @@ namespace trovarium {
 namespace {
 
 constexpr float VideoParking = 20; // pixels beyond the frame's right edge
-constexpr float TitleWidth = 7200; // twips; the box that edits the title covers it
+constexpr float TitleWidth = 7200; // twips; no wider than the text box that replaces it in an edit
 
-// ---- the plans of the arrays, in twips ----
+// ---- layout of the control arrays, in twips ----
 
-// The bars stay out of sight.
+// The two that only hold pictures are hidden.
 Plan barPlan(int index)
 {
     const auto offset = static_cast<float>(index);
@@ -62,7 +62,7 @@ Plan fileNamePlan(int cell)
     return {.Left = cellLeft(cell), .Top = cellTop(cell) + 1260, .Width = 1515, .Height = 195, .Visible = false};
 }
 
-// The last one follows the pointer in a drag.
+// The last one follows the mouse during a drag.
 Plan selectPlan(int cell)
 {
     if (cell == DragFrame)
@@ -70,7 +70,7 @@ Plan selectPlan(int cell)
     return {.Left = cellLeft(cell) - 60, .Top = cellTop(cell) - 60, .Width = 1635, .Height = 1635, .Visible = false};
 }
 
-// The window's background behind a row, which its bar's round corners let through.
+// The color of the background behind a row; it shows at the round corners of the row's picture.
 Color groundBehindRow(int row)
 {
     return {static_cast<unsigned char>(46 - 3 * row / 2), static_cast<unsigned char>(68 - 2 * row),
@@ -144,14 +144,14 @@ void frmMain::paintWindow()
     });
     lbCount.Alignment = Alignment::Center;
     lbCount.NarrowToFit = true;
-    lbCount.Elision = Elision::Middle; // a group's long name loses its end, and not the numbers behind it
+    lbCount.Elision = Elision::Middle; // shortens a long group name, not the numbers after it
     lbTitle.Alignment = Alignment::Center;
     lbTitle.AutoSize = true;
     lbTitle.MostWidth = fromTwips(TitleWidth);
     lbTitle.NarrowToFit = true;
     for (Label* placeholder : {&lbTitle, &lbVideo})
         placeholder->ForeColor = FaintInk;
-    // Flat: the bar shows between its panels.
+    // Flat panels: between them the bar shows.
     Picture3.BackColor = PanelBlue;
     Picture4.forEach([](int, PictureBox& panel) {
         panel.Border = true;
@@ -260,8 +260,7 @@ void frmMain::makeParts()
 void frmMain::Form_Load()
 try {
     if (!m_groupList->LoadGroupNames()) {
-        // The count of the quotes is the product of two texts that are no numbers, so the hint never comes up:
-        // the failure goes to the log.
+        // Multiplying these texts always fails, so that the message never appears: the log gets a type mismatch.
         const double quotes = strictNumber("\"") * strictNumber("*");
         desktop().prompts().messageBox(
             "No album groups have been defined. Use next screen to search for photos (Ex. use a \"" + numberText(quotes)
@@ -277,7 +276,7 @@ try {
     Top = (desktop().Screen().Height() - Height()) * 0.5F;
     parkVideo();
     pctAlbumList(m_groupList->CurrentGroupRow).SetFocus();
-    txtTitle.TabBehind(optInfoPosition(2)); // the first of the fields
+    txtTitle.TabBehind(optInfoPosition(2)); // first of the text fields
 } catch (const Failure& failure) {
     logFailure(m_album, "Form_Load", failure);
 }
@@ -287,7 +286,7 @@ void frmMain::parkVideo()
     picVideoWindow.Left = pctWindow.ScaleWidth() + VideoParking;
 }
 
-// The welcome comes once in the life of an installation.
+// The welcome appears once per installation.
 void frmMain::Form_Activate()
 {
     COWReg& settings = m_album.Settings();
@@ -319,8 +318,7 @@ void frmMain::Form_MouseDown(int Button, int /*Shift*/, float /*X*/, float /*Y*/
         PopupMenu(mnuHelp);
 }
 
-// A label acts for the button beneath it, and also for one that is disabled and takes no press itself. Indexes 2
-// to 4 have no label.
+// A label acts for the button beneath it, even if that is disabled. There are no labels 2 to 4.
 void frmMain::lbButtonText_Click(int Index)
 try {
     switch (Index) {
@@ -352,7 +350,7 @@ try {
         break;
     }
 } catch (const Failure& failure) {
-    // The log has it under the name of the list.
+    // Logged under this name on purpose.
     logFailure(m_album, "lstSlideGroups_Click", failure);
 }
 

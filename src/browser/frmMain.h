@@ -36,7 +36,7 @@ class ThumbnailPages;
 class VideoControls;
 class ZoomAndPan;
 
-// Opens the forms that the main window calls and that may call it back; filled in where the program is put together.
+// Opens the other forms. The main window can't include them, as they include it; `Program` fills this in.
 struct Dialogs {
     std::function<void()> showFirstTime;      // modal
     std::function<void(int mode)> showGroups; // modal: CreateWithCopies or CreateByMoving
@@ -84,9 +84,9 @@ public:
     void lbButtonText_Click(int Index);
 
     void cmdFullScreen_Click();
-    void cmdCreateAlbumGroup_Click(); // of no control of this form: opens the search
+    void cmdCreateAlbumGroup_Click(); // opens the search; there is no control of this name
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout, in twips ----
 
     Label Label2{
         this, {.Name = "Label2", .Left = 660, .Top = 300, .Width = 1350, .Height = 240, .Caption = "Album Groups"}};
@@ -100,12 +100,12 @@ public:
     Label lbTitle{
         this, {.Name = "lbTitle", .Left = 7020, .Top = 7680, .Width = 390, .Height = 240, .Caption = "title"}};
 
-    // The group list: rows 0 to 7; 10 and 11 hold the bright and the dark bar.
+    // The group list: rows 0 to 7; 10 and 11 are hidden and hold the pictures of a row.
     ListBox lstSlideGroups{
         this, {.Name = "lstSlideGroups", .Left = 240, .Top = 1200, .Width = 2085, .Height = 3735, .Visible = false}};
     ControlArray<PictureBox> pctAlbumList;
     ControlArray<Label> lbAlbumList;
-    // Up idle and pressed, down idle and pressed.
+    // Up, up pressed, down, down pressed.
     ControlArray<PictureButton> pctArrows{this, "pctArrows",
         {{0, {.Left = 960, .Top = 780, .Width = 630, .Height = 315, .Visible = false}},
             {1, {.Left = 960, .Top = 780, .Width = 630, .Height = 315, .Visible = false}},
@@ -119,7 +119,7 @@ public:
     PictureButton cmdZoomIn{this, {.Name = "cmdZoomIn", .Left = 1290, .Top = 7020, .Width = 1035, .Height = 465}};
     PictureButton pctPrev{this, {.Name = "pctPrev", .Left = 240, .Top = 7560, .Width = 1035, .Height = 465}};
     PictureButton pctNext{this, {.Name = "pctNext", .Left = 1290, .Top = 7560, .Width = 1035, .Height = 465}};
-    // White labels that lie over the picture buttons; 2, 3 and 4 have no control.
+    // Labels over the picture buttons; there is no 2, 3 or 4.
     ControlArray<Label> lbButtonText{this, "lbButtonText",
         {{0, {.Left = 1350, .Top = 7665, .Width = 915, .Height = 240, .Caption = ">>"}},
             {1, {.Left = 300, .Top = 7665, .Width = 915, .Height = 240, .Caption = "<<"}},
@@ -127,7 +127,7 @@ public:
             {6, {.Left = 1350, .Top = 7125, .Width = 915, .Height = 240, .Caption = "Enlarge"}},
             {7, {.Left = 300, .Top = 6045, .Width = 1965, .Height = 240, .Caption = "Slide Show"}},
             {8, {.Left = 300, .Top = 6585, .Width = 1965, .Height = 240, .Caption = "Full Screen"}}}};
-    // Faces of the small buttons, pressed and at rest.
+    // Hold the pictures of the small buttons: pressed, and not.
     Image pctBrightSmall{this, {.Name = "pctBrightSmall", .Width = 1035, .Height = 465, .Visible = false}};
     Image pctDarkSmall{this, {.Name = "pctDarkSmall", .Width = 1035, .Height = 465, .Visible = false}};
 
@@ -141,7 +141,7 @@ public:
     Image imgbox{&pctWindow, {.Name = "imgbox", .Visible = false}};
     PictureBox picVideoWindow{&pctWindow, {.Name = "picVideoWindow", .Width = 7455, .Height = 5595, .Visible = false}};
     VScroll VScroll1{&pctWindow, {.Name = "VScroll1", .Left = 7920, .Top = 180, .Width = 255, .Height = 5655}};
-    // Element 0 holds the current picture at natural size: the one source for frame, zoom and full screen.
+    // Element 0 holds the current picture at its original size, from which frame, zoom and full screen take it.
     ControlArray<PictureBox> pctBox{this, "pctBox", {{0, {.Visible = false}}}};
 
     // The information box.

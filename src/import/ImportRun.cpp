@@ -29,12 +29,12 @@ namespace trovarium {
 
 namespace {
 
-// The option boxes.
+// Indexes of the option boxes.
 enum { OverwritePhotos = 0, OverwriteInfoFiles = 1, AutoName = 2, LinksOnly = 3 };
 
 constexpr float BarMargin = 30; // twips, for the border at both ends
 
-// From the first "." on; a name without one fails.
+// Everything from the first "." on; fails without one.
 std::string_view allExtensionsOf(std::string_view name)
 {
     const std::size_t dot = name.find('.');
@@ -63,7 +63,7 @@ void ImportRun::cmdImport_Click()
         return;
     }
     m_form.cmdImport.Caption = "Cancel";
-    if (m_form.DialogBusy || m_isRunning) // a press of Auto-Scan clears the dialog's guard
+    if (m_form.DialogBusy || m_isRunning) // the Auto-Scan button may have cleared DialogBusy
         return;
     m_form.DialogBusy = true;
     m_digits = static_cast<int>(characterCount(m_form.txtAutoName(1).Text()));
@@ -74,7 +74,7 @@ void ImportRun::cmdImport_Click()
     m_form.MousePointer = HourglassPointer;
     fillBar(m_form.pctProgress, m_form.shpProgress, 0);
     m_run.stepOver();
-    // No box has this value, so that a run with an empty field goes on.
+    // A box never has this value, so a run with an empty field continues.
     if (m_form.chkOptions(AutoName).Value() == -1
         && (m_form.txtAutoName(0).Text().empty() || m_form.txtAutoName(1).Text().empty())) {
         m_form.desktop().prompts().messageBox(
@@ -83,7 +83,7 @@ void ImportRun::cmdImport_Click()
         return;
     }
     m_isRunning = true;
-    m_form.settleList(); // what is added meanwhile takes it back
+    m_form.settleList(); // adding a file during the run reverts this
     bool isFinished = false;
     m_run.run([&] {
         importAll();
@@ -117,7 +117,7 @@ void ImportRun::importAll()
         importEntry(i);
         showProgress(i);
         m_form.desktop().DoEvents();
-        // A dialog that ended with the program has nobody to see the rest.
+        // Also cancelled if the dialog was closed with the program.
         RunCancelled = m_form.cmdImport.Caption() == "Import" || !m_form.isLoaded();
     }
     if (listed > count && !RunCancelled)
@@ -137,7 +137,7 @@ std::string ImportRun::sourceOf(int i) const
     return folder + m_form.List1.List(i);
 }
 
-// The library's own folders may be what is imported from.
+// An import may read from the library's own folders.
 bool ImportRun::isSource(const std::string& path, int i) const
 {
     return m_album.files.isSameFile(path, sourceOf(i));
@@ -146,7 +146,7 @@ bool ImportRun::isSource(const std::string& path, int i) const
 void ImportRun::importEntry(int i)
 {
     chooseName(i);
-    // With one of these boxes checked, what fails from here on ends the run.
+    // With one of these boxes checked, later failures abort the run.
     if (isChecked(OverwritePhotos) || isChecked(OverwriteInfoFiles))
         m_run.jumpToEnd();
     m_run.statement([&] {
@@ -176,7 +176,7 @@ void ImportRun::chooseName(int i)
     takeNumber();
 }
 
-// Used up by every file, also by one that then fails.
+// Every file uses up a number, even if its import then fails.
 void ImportRun::takeNumber()
 {
     TextBox& number = m_form.txtAutoName(1);
@@ -187,9 +187,9 @@ void ImportRun::takeNumber()
     });
 }
 
-// A scan takes the folders of entries that were there before, and one that was cancelled leaves whole paths. A whole
-// path would get the information file of its last name, which wasn't asked for and may hold a person's words; an entry
-// without a folder leads nowhere, or to the file before it. The number that was typed may hold separators too.
+// A scan drops the folders of earlier entries, and a cancelled one leaves full paths. A full path must not overwrite
+// the information file of its last component; without a folder there is no source. The typed prefix and number may
+// contain separators.
 bool ImportRun::isTorn(int i) const
 {
     const ListBox& folders = m_form.List2;
@@ -197,14 +197,14 @@ bool ImportRun::isTorn(int i) const
         || folders.List(i).empty();
 }
 
-// Takes away what the boxes tell; false where the library knows the photograph, or a file stays in its place.
+// Removes what the boxes allow to overwrite. False if the library knows the photograph or its file is still there.
 bool ImportRun::makeRoom(int i)
 {
     FileService& files = m_album.files;
     const bool isKnown = files.exists(infoFilePath(m_album.paths, DestName));
     if (isChecked(OverwritePhotos) && !isKnown)
         setOldAside(i);
-    // Beside the information file, which has ".info" behind this name: no word that a person wrote is lost.
+    // Not the information file, whose name ends in ".info": nothing that the user wrote is lost.
     const std::string stray = m_album.paths.InfoPath + DestName;
     if (isChecked(OverwriteInfoFiles))
         attempt([&] {
@@ -215,7 +215,7 @@ bool ImportRun::makeRoom(int i)
     return !isKnown && (!files.exists(photograph) || isSource(photograph, i));
 }
 
-// Not where it would move the source itself: that one may have been set aside before.
+// Unless it is the source itself, which may have been moved to "Removed" before.
 void ImportRun::setOldAside(int i)
 {
     const AlbumPaths& paths = m_album.paths;
@@ -230,7 +230,7 @@ void ImportRun::setOldAside(int i)
     });
 }
 
-// A copy that was stepped over is taken as done: the check at a later start finds the photograph missing.
+// If a failed copy was skipped, the entry still counts as imported: the start-up check will find it missing.
 void ImportRun::importFile(int i)
 {
     const std::string SourcePath = sourceOf(i);
@@ -242,7 +242,7 @@ void ImportRun::importFile(int i)
     m_run.handled([&] { CreateInfoFile(m_album.files, infoFilePath(m_album.paths, DestName), LinkTarget); });
 }
 
-// Its failure is told nowhere else.
+// Logs the failure, which may be reported nowhere else.
 void ImportRun::copy(const std::string& source, const std::string& target)
 try {
     m_album.files.copy(source, target);
@@ -272,7 +272,7 @@ void ImportRun::buildThumbnails()
     builder.showModal();
 }
 
-// The search dialog is the writer of groups; it stays unshown, and keeps the name that stood in it.
+// Uses the search dialog, without showing it, and restores its group name.
 void ImportRun::appendToGroups()
 {
     CheckedArray<std::string> names = ImportedFiles;
@@ -287,7 +287,7 @@ void ImportRun::appendToGroups()
         search.save();
     };
     const std::string onShow = m_album.group.CurrentGroupName;
-    // A group that was deleted while it is on show isn't brought back.
+    // Doesn't recreate a group that was deleted while on show.
     attempt([&] {
         if (!isAllPhotosGroup(onShow) && !onShow.empty() && hasGroupList(m_album, onShow + ".lst"))
             append(onShow);

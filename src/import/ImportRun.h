@@ -15,16 +15,16 @@ class frmMain;
 class frmSearch;
 class frmThumbnail;
 
-// Takes the listed files into the library: a copy of each or a link to it, a fresh information file, then the
-// thumbnails and the entries in the group on show and in that of all photographs.
+// Imports the listed files: copies or links each, creates its information file, then builds the thumbnails and appends
+// the photographs to the group on show and to that of all photographs.
 class ImportRun {
 public:
     ImportRun(frmImport& form, Album& album, frmMain& main, FormSlot<frmSearch>& search,
         FormSlot<frmThumbnail>& thumbnailBuilder);
 
-    // Starts a run. While one runs, asks it to stop behind the file in hand, and the next press takes that back.
+    // Starts a run. During a run it requests a stop after the current file; the next click withdraws the request.
     void cmdImport_Click();
-    // The dialog's guard doesn't tell: a scan sets it too, and a press of Auto-Scan clears it in the middle of a run.
+    // DialogBusy can't be used: a scan sets it too, and the Auto-Scan button clears it even during an import.
     bool isRunning() const { return m_isRunning; }
 
 private:

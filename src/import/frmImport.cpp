@@ -108,7 +108,7 @@ void frmImport::nameControls()
     cmdRemoveFile.ToolTipText = "Take the chosen entries off the list.";
 }
 
-// Where the first steps fail, as on a drive that is gone, the pattern and the names stay as they are made.
+// If a step fails, for instance because the drive is missing, pattern and names keep their defaults.
 void frmImport::Form_Load()
 try {
     Dir1.SetFocus();
@@ -123,20 +123,20 @@ try {
     logFailure(m_album, "Form_Load", failure);
 }
 
-// No scan goes on for a list that nobody sees.
+// Ends a running scan.
 void frmImport::Form_Unload()
 {
     m_autoScan->stop();
 }
 
-// Escape closes the window where nothing is lost by it.
+// Escape only closes the window if no list is lost.
 void frmImport::Form_KeyDown(int KeyCode, int /*Shift*/)
 {
     if (KeyCode == EscapeKey && !DialogBusy && (m_isListSettled || List1.ListCount() == 0))
         lbExit_Click();
 }
 
-// The first term matches nothing: with no box checked the list is empty.
+// The first term matches nothing, so that the list is empty if no box is checked.
 void frmImport::BuildFilePattern()
 {
     File1.Pattern = "*.abcde";
@@ -148,12 +148,12 @@ void frmImport::BuildFilePattern()
     });
 }
 
-// The names on the list are looked up by their capitals, so that a folder of tens of thousands is added at once.
+// A set of the upper-case names keeps this fast for tens of thousands.
 bool frmImport::AddSelectedFiles()
 try {
     MousePointer = HourglassPointer;
     std::unordered_set<std::string> listed;
-    // Behind a scan that was cancelled, each new entry is to have its own folder.
+    // After a cancelled scan List2 is shorter; pad it so that indexes match.
     while (List2.ListCount() < List1.ListCount())
         List2.AddItem("");
     for (int i = 0; i < List1.ListCount(); ++i)
@@ -190,8 +190,8 @@ void frmImport::cmdRemoveFile_Click()
     lbCount.Caption = numberText(List1.ListCount());
 }
 
-// After a scan that was cancelled List2 is shorter. While a scan divides its paths the list is closed, and stays whole,
-// and so it does under an import that walks through it.
+// After a cancelled scan List2 is shorter. Nothing is removed while a scan splits its paths (List1 is disabled then) or
+// an import runs.
 void frmImport::List1_KeyDown(int KeyCode, int /*Shift*/)
 try {
     if (KeyCode == DeleteKey && List1.Enabled() && !m_importRun->isRunning()) {
@@ -210,7 +210,7 @@ try {
     logFailure(m_album, "List1_KeyDown", failure);
 }
 
-// The number may hold any text, and only the import saves it.
+// Only the prefix is checked and saved here; the import saves the number.
 void frmImport::txtAutoName_Change(int Index)
 {
     if (Index != 0)
@@ -221,8 +221,7 @@ void frmImport::txtAutoName_Change(int Index)
     m_album.Settings().SetOWSetting(Product, Section, "Autoname", txtAutoName(0).Text());
 }
 
-// What the user chooses is kept. Where the dialog begins is not: it may be the root, for want of a folder that is
-// away today.
+// Saves what the user chooses, but not the initial folder: that may be the root if the saved one is missing today.
 void frmImport::Dir1_Change()
 {
     File1.Path = Dir1.Path();
@@ -237,7 +236,7 @@ try {
     desktop().prompts().messageBox("Error: " + std::string(failure.description()), Message::Error, "");
 }
 
-// A run has a button that cancels it; broken off here, it would leave photographs that are in no group.
+// Not during an import, which has its own cancel button: photographs would be in no group.
 void frmImport::lbExit_Click()
 try {
     if (!m_importRun->isRunning())

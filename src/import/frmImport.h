@@ -26,20 +26,19 @@ class frmMain;
 class frmSearch;
 class frmThumbnail;
 
-// Chooses media files from any folder for the library: by hand here, from a whole folder tree in AutoScan.
-// ImportRun takes them in. A modal show is all that its callers do.
+// Chooses files to import: single ones here, a whole folder tree in AutoScan. ImportRun imports them.
 class frmImport : public Form {
 public:
     frmImport(Desktop& desktop, Album& album, frmMain& main, FormSlot<frmSearch>& search,
         FormSlot<frmThumbnail>& thumbnailBuilder);
     ~frmImport() override;
 
-    // The types of the checked boxes, for the list of files.
+    // Sets the file list's pattern from the checked types.
     void BuildFilePattern();
-    // Puts the files chosen in File1 on the list; false when a failure ended it. A name that is on the list
-    // already is left out, from whatever folder it is.
+    // Adds the files selected in File1 to the list, except names already on it, from whatever folder. False after a
+    // failure.
     bool AddSelectedFiles();
-    // Escape closes the window behind an import of the whole list, until something is added.
+    // After the whole list was imported Escape may close the window, until something is added.
     void settleList() { m_isListSettled = true; }
     void unsettleList() { m_isListSettled = false; }
 
@@ -57,7 +56,7 @@ public:
 
     bool DialogBusy = false; // a scan or an import runs
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout, in twips ----
 
     Frame framSource{this,
         {.Name = "framSource", .Left = 240, .Top = 240, .Width = 5460, .Height = 6180, .Caption = "Source Files"}};
@@ -86,7 +85,7 @@ public:
             .Width = 3660,
             .Height = 6180,
             .Caption = "Files Selected for Import"}};
-    // The name of each entry, and its folder at the same index.
+    // The names, and at the same index their folders.
     ListBox List1{&framSelected, {.Name = "List1", .Left = 180, .Top = 450, .Width = 3300, .Height = 5100}};
     ListBox List2{
         &framSelected, {.Name = "List2", .Left = 180, .Top = 450, .Width = 3300, .Height = 5100, .Visible = false}};
@@ -102,7 +101,7 @@ public:
 
     Frame framOptions{
         this, {.Name = "framOptions", .Left = 240, .Top = 6600, .Width = 10680, .Height = 1500, .Caption = "Options"}};
-    // In the order of the Tab key, with the name fields behind the box that they belong to.
+    // In tab order: box 2 is followed by its name fields.
     ControlArray<CheckBox> chkOptions;
     ControlArray<Label> lbAutoName{&framOptions, "lbAutoName",
         {{0, {.Left = 6360, .Top = 780, .Width = 780, .Height = 240, .Caption = "Prefix"}},

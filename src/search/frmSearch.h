@@ -22,34 +22,32 @@ namespace trovarium {
 struct Album;
 class frmMain;
 
-// Finds photographs by the text of their information files and appends them to a group. The import writes its new
+// Finds photographs by the text of their information files and appends them to a group. The import appends its new
 // photographs through it too, without showing it.
 class frmSearch : public Form {
 public:
     frmSearch(Desktop& desktop, Album& album, frmMain& main);
 
-    // Names of information files from index 1 on, in place of what a search found.
+    // Replaces the search results: names of information files from index 1 on.
     void SetNewList(const CheckedArray<std::string>& list);
-    // By year, equal years in the order in which they were found. Nobody asks for it: a group keeps that order.
+    // Stable sort by year. Not called: groups keep the order in which photographs were found.
     void SortResultsByYear();
 
     void Form_Load();
     void Form_Unload();
     void Form_KeyDown(int KeyCode, int Shift);
-    // Searches all of the library; a press in the meantime ends it with what was found until then. Failures end it
-    // in the same way.
+    // Searches the whole library. A second click, or a failure, ends the search and keeps what was found so far.
     void cmdSearch_Click();
-    // Appends to the list of the group named in `cmbGroupName`, a new one or not. Without a name, and when
-    // characters had to be replaced in it, it tells so and writes nothing. A line of the dialog tells what was
-    // appended. The group on show is read again.
+    // Appends the results to the group named in `cmbGroupName`, which is created if necessary, tells how many, and
+    // reads the group on show again. If the name is empty or characters had to be replaced, only a message appears.
     void cmdSave_Click();
-    // The same for a run that shows the group again by itself. False when nothing was to be written.
+    // The same without reading the group again. False if the name wasn't accepted.
     bool save();
     void cmdImport_Click();
     void cmbGroupName_Enter();
     void lbExit_Click();
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout, in twips ----
 
     Label Label1{this,
         {.Name = "Label1", .Left = 300, .Top = 255, .Width = 6600, .Height = 240, .Caption = "Specify search items:"}};
@@ -98,7 +96,7 @@ public:
 
     Label lbAppended{this, {.Name = "lbAppended", .Left = 1860, .Top = 6120, .Width = 5040, .Height = 240}};
 
-    // Only lists the information files.
+    // Hidden: only used to list the information files.
     FileList File1{this, {.Name = "File1", .Left = 300, .Top = 6900, .Width = 1500, .Height = 1500, .Visible = false}};
 
 private:
@@ -119,14 +117,14 @@ private:
     void keep(const std::string& fileName);
     void showProgress(int searched, int count);
     bool appendResults();
-    // True for a name that can be used as it stands; tells what is wrong with another.
+    // True if the name can be used as it is; otherwise shows a message.
     bool acceptGroupName();
 
     Album& m_album;
     frmMain& m_main;
     CheckedArray<std::string> SearchResults;
     CheckedArray<std::int16_t> SearchYears; // of the results, at the same index
-    // Not cleared between two files: a match without a year of its own has that of the file before.
+    // Not cleared between files: a match without a year gets that of the previous file.
     std::string YearText;
     bool m_isAppended = false; // by the last save
     bool m_isSaving = false;   // guards cmdSave_Click

@@ -24,14 +24,14 @@ namespace trovarium {
 struct Album;
 class Desktop;
 
-// The program put together: holds the one instance of each form, fills in who opens what, and starts it all.
+// Holds the one instance of each form, connects them, and starts the program.
 class Program {
 public:
-    // `programPath` is the folder that holds the program, as the platform gives it.
+    // `programPath` is the folder of the program.
     Program(Desktop& desktop, Album& album, std::string programPath);
 
-    // The way from nothing to the main window. Every failure on it is stepped over; it ends the program when
-    // the settings store is broken. On return the program lives on in the event loop.
+    // Starts up, from the settings to the main window. Failures are skipped, but a broken settings store ends the
+    // program. The caller then runs the event loop.
     void Main();
 
     FormSlot<frmMain>& mainWindow() { return m_main; }

@@ -32,7 +32,7 @@ try {
 
 void SlideShow::tmrSlideShow_Timer()
 {
-    if (m_album.view.InfoEditing) { // an edit that began in the events of the show's own steps
+    if (m_album.view.InfoEditing) { // an edit began in events during a step
         StopSlideShow();
         return;
     }
@@ -52,7 +52,7 @@ void SlideShow::tmrSlideShow_Timer()
     m_form.pages().showCurrent();
 }
 
-// By its name, at each tick: it comes and goes while the timer runs on.
+// Looked up at each tick, since it may open and close during the show.
 frmFullScreen* SlideShow::fullScreen() const
 {
     const Desktop& desktop = m_form.desktop();

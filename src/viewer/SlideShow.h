@@ -6,8 +6,8 @@ namespace trovarium {
 
 class frmFullScreen;
 
-// The walk through a group by a timer, in the main window or in full screen. It has no engine of its own: a tick
-// takes the step that a key takes, and the show is over when there is no next photograph.
+// Steps through a group by a timer, in the main window or in full screen. A tick does what the key for the next
+// photograph does; without a next one the show ends.
 class SlideShow : public WindowPart {
 public:
     SlideShow(frmMain& form, Album& album);

@@ -6,8 +6,8 @@ namespace trovarium {
 
 class PictureButton;
 
-// Zooms the picture in the frame on a ladder of whole-number ratios and drags it about. The picture at
-// natural size stays in pctBox(0) and is never decoded again.
+// Zooms the picture in the frame by whole-number ratios, and drags it. The original stays in pctBox(0) and is never
+// decoded again.
 class ZoomAndPan : public WindowPart {
 public:
     ZoomAndPan(frmMain& form, Album& album);
@@ -15,7 +15,7 @@ public:
     void cmdZoomIn_Click();
     void cmdZoomOut_Click();
 
-    // X and Y in twips, relative to the picture as it lies now.
+    // X and Y in twips, relative to the picture's current position.
     void imgbox_MouseDown(int Button, int Shift, float X, float Y);
     void imgbox_MouseMove(int Button, int Shift, float X, float Y);
     void imgbox_MouseUp(int Button, int Shift, float X, float Y);

@@ -61,7 +61,7 @@ void frmFullScreen::Form_Unload()
 
 void frmFullScreen::ShowPhoto(bool& /*Result*/)
 try {
-    if (!isLoaded()) // left in the events of the step before: no film begins that nobody sees
+    if (!isLoaded()) // closed in events during the step: don't start a film that nobody sees
         return;
     const float screenWidth = desktop().Screen().Width();
     const float screenHeight = desktop().Screen().Height();
@@ -96,8 +96,8 @@ try {
     logFailure(m_album, "ShowPhoto", failure);
 }
 
-// The slide timer is off around the request and comes back as it was: Escape during a show ends sound and
-// music, and the pictures go on stepping.
+// Restores the slide timer after the request: Escape during a show ends sound and music, but the pictures continue in
+// the main window.
 void frmFullScreen::Form_KeyDown(int KeyCode, int Shift)
 try {
     m_main.video().VideoCommand("stop");
@@ -150,7 +150,7 @@ try {
     logFailure(m_album, "Form_Click", failure);
 }
 
-// The view mode stays that of the full screen here.
+// Leaves ViewMode at full screen.
 void frmFullScreen::imgFullScreen_Click()
 try {
     m_main.slideShow().StopSlideShow();

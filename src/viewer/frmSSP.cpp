@@ -53,8 +53,7 @@ frmSSP::frmSSP(Desktop& desktop, Album& album, frmMain& main)
     on(cmdCancel.Click, this, &frmSSP::cmdCancel_Click);
 }
 
-// In full screen the first step changes the main window only: what the full screen shows is one photograph behind
-// until its first tick.
+// The first step only changes the main window: until the first tick the full screen is one photograph behind.
 void frmSSP::cmdOkay_Click()
 {
     const double seconds = leadingNumber(txtSlideShowInterval.Text());
@@ -62,14 +61,14 @@ void frmSSP::cmdOkay_Click()
         desktop().prompts().messageBox("Invalid entry. Use a value between 1 and 60 seconds.", Message::Notice, "");
         return;
     }
-    m_main.infoBox().endEdit(); // the show's button is disabled by one, but not its label
+    m_main.infoBox().endEdit(); // the label over the button opens this form even during an edit
     hide();
     desktop().DoEvents();
     m_album.view.SlideShowRunning = true;
     m_main.tmrSlideShow.Interval = toInt32(seconds * Millisecond);
     if (chkSlideshow(SwitchToFullScreen).Value() == 1)
         m_main.cmdFullScreen_Click();
-    if (!m_main.isLoaded()) // closed in the events of that
+    if (!m_main.isLoaded()) // closed in the events above
         return;
     m_main.slideShow().ShowSelectedOnly = chkSlideshow(SelectedOnly).Value() == 1;
     if (chkSlideshow(StartWithCurrent).Value() != 1)

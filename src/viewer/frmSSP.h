@@ -13,8 +13,7 @@ namespace trovarium {
 struct Album;
 class frmMain;
 
-// Asks how a slide show is to run, and starts it. A modal show is all that its callers do; nothing is kept for the
-// next time.
+// Asks for the options of a slide show and starts it. The options aren't kept for the next time.
 class frmSSP : public Form {
 public:
     frmSSP(Desktop& desktop, Album& album, frmMain& main);
@@ -22,7 +21,7 @@ public:
     void cmdOkay_Click();
     void cmdCancel_Click();
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout, in twips ----
 
     Frame framParameters{this,
         {.Name = "framParameters",
