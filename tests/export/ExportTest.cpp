@@ -123,11 +123,14 @@ TEST_F(ExportTest, BoxesTellWhatIsTakenWhatBecomesOfOldCopiesAndWhatAFailureEnds
 {
     // Boxes ("+": there are old copies), where the disk is full, what is there then, what is told.
     const std::string full = "Disk full", none = "File not found";
-    const std::string cases[][4] = {{"p+", "", "xooxoo-"}, {"on+", "", "------o"}, {"ona+", "", "--o--oo"},
-        {"tin+", "", "oxxoxxo"}, {"tia+", "", "oxooxox"}, {"op+", "", "x--x---"}, {"opn+", "p2.jpg", "o--x--o"},
-        {"otn+", "tn_p2.jpg", "-o-oooo", full}, {"otin+", "p2.jpg.info", "-xooooo", full},
-        {"ptn", "tn_p2.jpg", "x------", full}, {"tin", "tn_p2.jpg", "--x-xx-", full}, {"t", "", "-x--x--", none},
-        {"ti", "", "-x--x-x"}, {"pi", "Trovarium_Info.csv", "x--x---"}, {"pia", "p2.jpg.info", "---x--x"}};
+    const struct {
+        std::string boxes, place, expected, error;
+    } cases[] = {{.boxes = "p+", .place = "", .expected = "xooxoo-", .error = ""}, {"on+", "", "------o", ""},
+        {"ona+", "", "--o--oo", ""}, {"tin+", "", "oxxoxxo", ""}, {"tia+", "", "oxooxox", ""},
+        {"op+", "", "x--x---", ""}, {"opn+", "p2.jpg", "o--x--o", ""}, {"otn+", "tn_p2.jpg", "-o-oooo", full},
+        {"otin+", "p2.jpg.info", "-xooooo", full}, {"ptn", "tn_p2.jpg", "x------", full},
+        {"tin", "tn_p2.jpg", "--x-xx-", full}, {"t", "", "-x--x--", none}, {"ti", "", "-x--x-x", ""},
+        {"pi", "Trovarium_Info.csv", "x--x---", ""}, {"pia", "p2.jpg.info", "---x--x", ""}};
     inDialog([&] {
         for (const auto& [boxes, place, expected, error] : cases) {
             if (boxes.find('+') != boxes.npos)

@@ -32,9 +32,6 @@ TEST_F(ImportDialogTest, TheTypesOfTheCheckedBoxesAreListedAndThePrefixIsMended)
         form().txtAutoName(0).Text = "My.Trip:1";
         EXPECT_EQ(form().txtAutoName(0).Text() + setting("Autoname"), "My_Trip_1My_Trip_1");
         EXPECT_EQ(setting("Autonumber"), "0207") << "only the import saves it";
-        form().txtAutoName(0).SetFocus();
-        robot.key(form(), EnterKey);
-        EXPECT_EQ(form().lbProgress.Caption(), "") << "nobody starts a run from a field";
         add({0});
         robot.click(form().cmdImport);
         robot.key(form(), EscapeKey);
@@ -51,7 +48,6 @@ TEST_F(ImportDialogTest, FilesComeOnTheListOnceByTheirNameAndGoByDelete)
         EXPECT_EQ(setting("LastPath"), sources() + "\\Sub");
         add({0, 1});
         EXPECT_EQ(entries(), "|A.JPG |c.jpg \\Sub|d.jpg ");
-        EXPECT_EQ(form().lbCount.Caption(), "3");
         form().List1.SetFocus();
         form().List1.setSelected(0, true);
         form().List1.setSelected(2, true);
