@@ -137,27 +137,6 @@ TEST_F(KeyboardTest, SpaceSelectsAsTheMouseDoesAndCtrlASelectsAll)
     EXPECT_EQ(group().SelectedCount, 7) << "the menu's press adds the one with the focus";
 }
 
-TEST_F(KeyboardTest, KeysActOnWhatWasClickedLast)
-{
-    struct Case {
-        const char* clicked;
-        std::function<void()> click;
-        Keys pressed;
-        int there;
-    };
-    openGroup(18);
-    const auto clickCell = [this](int cell) { robot.click(main().imgThumbnail(cell)); };
-    for (const auto& [clicked, click, pressed, there] :
-        {Case{.clicked = "a thumbnail", .click = [&] { clickCell(4); }, .pressed = {EnterKey}, .there = 5},
-            {"the photograph", [&] { robot.click(main().imgbox); }, {EnterKey, EscapeKey, RightKey}, 6},
-            {"a label over a button", [&] { robot.click(main().lbButtonText(0)); }, {SpaceKey}, 6},
-            {"a row", [&] { pressRowNamed("Alps"); }, {SpaceKey, UpKey}, 0}}) {
-        click();
-        keys(pressed);
-        EXPECT_EQ(main().imgbox.Visible() ? view().CurrentIndex : focus(), there) << clicked;
-    }
-}
-
 TEST_F(KeyboardTest, DeleteAndF2FollowTheRulesOfTheirEntries)
 {
     openGroup(4, 7);

@@ -172,7 +172,7 @@ TEST_F(InfoBoxTest, TheEndOfASessionSavesAnEditInTheMiddleOfASlide)
     robot.click(main().pctNext);
 }
 
-TEST_F(InfoBoxTest, AClipIsPlayedByButtonsThatGoDarkWithoutOne)
+TEST_F(InfoBoxTest, AClipIsPlayedByButtonsThatAreDisabledWithoutOne)
 {
     test.put(test.paths().AudioPath + "p2.jpg.wav", "");
     robot.click(main().pctNext);

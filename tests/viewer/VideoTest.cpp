@@ -67,7 +67,7 @@ TEST_F(VideoTest, TheSliderFollowsAClipToItsEndAndSeeks)
     EXPECT_EQ(told() + lit() + numberText(main().hscVideo.Value()), "Stop At0 >--0");
 }
 
-TEST_F(VideoTest, TheButtonThatGoesDarkGivesTheKeysToTheOneThatTakesItsActBack)
+TEST_F(VideoTest, ADisabledButtonGivesTheFocusToTheOneThatUndoesItsAction)
 {
     display(2);
     robot.click(main().cmdVideo(2));
