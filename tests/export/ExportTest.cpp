@@ -41,7 +41,6 @@ protected:
         form().optExportInfo(boxes.find('a') != boxes.npos ? 3 : 2).Value = true;
         run();
     }
-    std::string lastPath() { return test.album().Settings().GetOWSetting("Trovarium", "Import", "LastPath", "none"); }
     void run()
     {
         form().chkOptions(0).SetFocus();
@@ -72,7 +71,6 @@ protected:
 
 TEST_F(ExportTest, TheSelectionGoesOutAsItIsInARunThatNothingCancels)
 {
-    const std::string header = "InfoFile,Event,Keywords,People,Photographer,Place,Title,Year,ImageWidth,ImageHeight";
     const std::string records = "p2.jpg.info,,,,,,p2.jpg,,,\r\np3.jpg.info,,,,,Z\xFCrich,a,b,,,\r\n";
     group().GroupSelect(0) = 1; // lists an empty name, of which there is nothing to take
     putOldCopies();
@@ -89,7 +87,7 @@ TEST_F(ExportTest, TheSelectionGoesOutAsItIsInARunThatNothingCancels)
         }
     });
     inDialog([&] {
-        EXPECT_EQ(lastPath(), "none") << "nobody has chosen it";
+        EXPECT_EQ(setting("Import", "LastPath"), "none") << "nobody has chosen it";
         desktop.DoEvents();
         EXPECT_TRUE(form().Dir1.hasFocus());
         run();
@@ -98,7 +96,7 @@ TEST_F(ExportTest, TheSelectionGoesOutAsItIsInARunThatNothingCancels)
         EXPECT_EQ(folder.read("p2.jpg"), test.bytes(test.paths().PhotoPath + "p2.jpg"));
         exportWith("i");
         exportWith("ia");
-        EXPECT_EQ(folder.read("Trovarium_Info.csv"), "CSV\r\n" + header + "\r\n" + records + records);
+        EXPECT_TRUE(folder.read("Trovarium_Info.csv").ends_with(",ImageHeight\r\n" + records + records));
         form().List1.RemoveItem(0);
         exportWith("tin");
         EXPECT_EQ(folder.read("tn_p3.jpg"), test.bytes(test.paths().ThumbnailPath + "p3.jpg"));
@@ -172,7 +170,7 @@ TEST_F(ExportTest, TheLibrarysOwnFoldersLoseNothing)
         form().List1.AddItem("..\\..\\p3.jpg"); // as somebody else's list may have it
         for (const std::string& path : {test.folder().inside(), paths.ThumbnailPath, paths.InfoPath, paths.PhotoPath}) {
             form().Dir1.Path = path;
-            EXPECT_EQ(lastPath() + (path.ends_with('\\') ? "\\" : ""), path);
+            EXPECT_EQ(setting("Import", "LastPath") + (path.ends_with('\\') ? "\\" : ""), path);
             exportWith("on");
             exportWith("op");
         }

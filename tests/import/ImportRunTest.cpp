@@ -107,7 +107,7 @@ TEST_F(ImportRunTest, AutomaticNumbersKeepTheWidthOfTheFirst)
             // The one without a point keeps the name of the one before.
             expectErrors("N" + start + "_" + start + ".jpg");
             import({"a.jpg", "nameless", "b.x.jpg"}, {AutoName, Links}, sources());
-            EXPECT_EQ(info("N" + start + "_" + third).empty() ? "" : setting("Autonumber"), next) << start;
+            EXPECT_EQ(info("N" + start + "_" + third).empty() ? "" : setting("Import", "Autonumber"), next) << start;
         }
     });
 }

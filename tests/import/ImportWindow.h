@@ -41,10 +41,6 @@ protected:
             m_sources.write(name, bytes);
         }
     }
-    std::string setting(std::string_view key)
-    {
-        return test.album().Settings().GetOWSetting("Trovarium", "Import", key, "none");
-    }
 
     // The list as "folder|name ", folders told from the folder of sources; "-" for an entry without one.
     std::string entries()

@@ -41,7 +41,6 @@ protected:
             form().File1.setSelected(i, i == file);
         robot.click(by);
     }
-    std::string lastPath() { return test.album().Settings().GetOWSetting("Trovarium", "Sound", "LastPath", ""); }
     void run()
     {
         form().chkOptions(0).SetFocus();
@@ -96,24 +95,6 @@ TEST_F(LinkTest, ASongIsLinkedToAGroupAndHeard)
     EXPECT_EQ(test.bytes(test.paths().MidiPath + "Alps.mid"), "a song");
     ASSERT_EQ(media.told.size(), 3U);
     EXPECT_TRUE(media.told[0].starts_with("music open \"" + folder.inside("tune.mid") + "\" type sequencer alias "));
-}
-
-TEST_F(LinkTest, FailuresOfTheDialogAreLoggedOrTold)
-{
-    test.setSetting("Sound", "LastPath", folder.inside("gone"));
-    inDialog(main().mnuFileMidi, [&] {
-        EXPECT_EQ(lastPath(), folder.inside("gone")) << "it may be back the next time";
-        form().Dir1.Path = folder.inside();
-        test.failAt(FileOperation::List);
-        form().File1.Refresh();
-        robot.click(form().cmdAddFile);
-        prompts.expectNotice("Error: Device I/O error");
-        form().Drive1.chosen(0);
-        robot.key(form(), EscapeKey);
-    });
-    EXPECT_EQ(logLines(),
-        (Names{"An error has occurred in 'Form_Load'. Error = Path not found",
-            "An error has occurred in 'AddSelectedFiles'. Error = Device I/O error"}));
 }
 
 TEST_F(LinkTest, RowsAreDoneInOrderUntilOneIsClearedOrFails)
@@ -175,7 +156,7 @@ TEST_F(LinkTest, ClipsAreHeardAndExchangedAndAPressEndsTheRunThatTheNextOneTakes
         robot.click(form().cmdPlayStop(1));
         EXPECT_EQ(media.told, (Names{"sound " + folder.inside("tone.wav"), "sound " + wavs + "p1.jpg.wav", "sound 0"}));
         form().Dir1.Path = wavs;
-        EXPECT_EQ(lastPath() + "\\", wavs);
+        EXPECT_EQ(setting("Sound", "LastPath") + "\\", wavs);
         robot.click(form().chkOptions(0));
         change(0, form().cmdAddFile); // the clip's own source
         change(1, form().cmdAddFile);

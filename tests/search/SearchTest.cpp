@@ -19,7 +19,7 @@ protected:
     }
     ~SearchTest() override { search.unload(); }
 
-    void put(const std::string& name, const std::vector<std::string>& lines)
+    void put(const std::string& name, const Names& lines)
     {
         test.put(test.paths().InfoPath + name + ".info", joinedLines(lines));
     }

@@ -1,6 +1,5 @@
 #include "ViewerWindow.h"
 
-#include "check/frmThumbnail.h"
 #include "platform/toolkit/Keys.h"
 #include "platform/toolkit/Screen.h"
 #include "support/RecordedMedia.h"
@@ -95,7 +94,7 @@ TEST_F(VideoTest, AFilmComesBackFromTheFullScreen)
     EXPECT_TRUE(told().starts_with(closed + "a.avi ")) << "the hidden window opens the current one";
 }
 
-TEST_F(VideoTest, WhateverFailsIsSilentAndAFilmOpenedWhileAnotherIsClosedIsClosedToo)
+TEST_F(VideoTest, WhateverFailsIsSilent)
 {
     const std::pair<std::string, std::string> ends[] = {{"a.avi", ">=.a.avi "}, {"Owner", ">--Stop At0 "},
         {"Run", ">=.Run "}, {"Stop", "-=.Stop "}, {"At0", "-=.At0 "}};
@@ -109,20 +108,6 @@ TEST_F(VideoTest, WhateverFailsIsSilentAndAFilmOpenedWhileAnotherIsClosedIsClose
         media.film->fails = "-";
         pressRowNamed("Alps");
     }
-    bool isGone = false;
-    robot.atNextTurn([&] {
-        told();
-        video.OpenVideo(test.paths().PhotoPath + "a.avi", main().picVideoWindow);
-        main().unload();
-        isGone = true;
-    });
-    frmThumbnail builder(desktop, test.album(), video);
-    while (!isGone)
-        video.OpenVideo(test.paths().PhotoPath + "b.Mpg", builder.imgSize);
-    video.VideoCommand("play");
-    video.CloseVideo();
-    const std::string all = told();
-    EXPECT_TRUE(all.find(closed + "b.Mpg ") != std::string::npos && all.ends_with(closed));
 }
 
 } // namespace trovarium
