@@ -11,11 +11,14 @@
 #include "viewer/SlideShow.h"
 #include "viewer/ZoomAndPan.h"
 
+#include <functional>
+#include <initializer_list>
+
 namespace trovarium {
 
 namespace {
 
-// One command, and its entries in the menu bar and in pop-up menus.
+// Connects a command with its entries in the menu bar and in pop-up menus.
 void wire(std::initializer_list<Menu*> entries, const std::function<void()>& command)
 {
     for (Menu* entry : entries)

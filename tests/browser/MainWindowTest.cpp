@@ -22,8 +22,10 @@ TEST_F(MainWindowTest, EachEntryOpensWhatItNames)
         prompts.expectInput("Enter name for new group.", "");
         entry->Click.raise();
     }
-    prompts.expectInput("Rename \"Alps\" group to ...", "");
-    main().mnuGroupRenameGroup.Click.raise();
+    for (Menu* entry : {&main().mnuFileRenameGroup, &main().mnuGroupRenameGroup}) {
+        prompts.expectInput("Rename \"Alps\" group to ...", "");
+        entry->Click.raise();
+    }
     prompts.expectQuestion("Are you sure you want to delete this group -> Alps", Answer::No);
     main().mnuFileRemove.Click.raise();
     robot.whenMenuOpens([&] { robot.dismissMenu(); });
