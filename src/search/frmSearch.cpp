@@ -169,6 +169,7 @@ void frmSearch::searchLibrary()
     cmdSearch.Caption = "Cancel";
 
     std::vector<std::string> paths;
+    paths.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         paths.push_back(m_album.paths.InfoPath + File1.List(i));
     const ReadingAhead ahead(m_album.files, paths);

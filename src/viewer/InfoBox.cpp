@@ -92,9 +92,10 @@ void InfoBox::save()
 void InfoBox::saveUnsaved()
 {
     std::erase_if(m_unsaved, [this](const auto& unsaved) {
-        const auto& [name, info] = unsaved;
+        const std::string& name = unsaved.first;
         const auto unseen = attempt([&] { m_album.files.length(infoFilePath(m_album.paths, name)); });
-        return unseen ? unseen->kind() == FailureKind::FileNotFound : SaveImageInfo(m_album, name + ".info", info);
+        return unseen ? unseen->kind() == FailureKind::FileNotFound
+                      : SaveImageInfo(m_album, name + ".info", unsaved.second);
     });
 }
 

@@ -1,8 +1,6 @@
 #include "about/frmAbout.h"
 
 #include "browser/MainWindow.h"
-#include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
 
 #include <filesystem>
 

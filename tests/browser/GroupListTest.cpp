@@ -82,4 +82,17 @@ TEST_F(GroupListTest, AGroupOfAnySizeHasItsPages)
     }
 }
 
+TEST_F(GroupListTest, AGroupThatIsOpenedWhileAnotherOneIsDrawnGetsNoSelection)
+{
+    openGroup(2);
+    bool isPressed = false;
+    desktop.files().setFaultHook([&](FileOperation operation, std::string_view) {
+        if (operation == FileOperation::Picture && !std::exchange(isPressed, true))
+            main().groupList().pctAlbumList_MouseDown(2, LeftButton, NoKeys, 0, 0);
+    });
+    main().groupList().reopenGroup();
+    EXPECT_EQ(group().CurrentGroupName, "Rome");
+    EXPECT_EQ(selectedPositions(), Positions{});
+}
+
 } // namespace trovarium

@@ -46,6 +46,14 @@ TEST_F(KeyboardTest, ArrowsMoveAmongThumbnailsAndTurnPages)
     }
 }
 
+TEST_F(KeyboardTest, AHeldKeyWaitsForThePage)
+{
+    openGroup(34);
+    robot.when([&] { return !main().VScroll1.Enabled(); }, [&] { key(EndKey); });
+    keys({HomeKey, PageDownKey});
+    EXPECT_EQ(page() + " " + std::to_string(focus()), "Page 2 of 3 17");
+}
+
 TEST_F(KeyboardTest, EnterOpensArrowsStepSignsZoomAndEscapeGoesBack)
 {
     openGroup(34);

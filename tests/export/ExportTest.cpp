@@ -1,7 +1,5 @@
 #include "browser/MainWindow.h"
 #include "export/frmExport.h"
-#include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
 #include "support/TemporaryFolder.h"
 
 #include <filesystem>

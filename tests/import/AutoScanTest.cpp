@@ -1,7 +1,6 @@
 #include "import/AutoScan.h"
 
 #include "import/ImportWindow.h"
-#include "platform/toolkit/Keys.h"
 
 namespace trovarium {
 

@@ -1,5 +1,4 @@
 #include "import/ImportWindow.h"
-#include "platform/toolkit/Keys.h"
 
 #include <algorithm>
 

@@ -3,8 +3,6 @@
 #include "browser/MainWindow.h"
 #include "check/frmThumbnail.h"
 #include "import/frmImport.h"
-#include "platform/toolkit/Desktop.h"
-#include "runtime/Failure.h"
 #include "search/frmSearch.h"
 #include "support/Surroundings.h"
 #include "support/TemporaryFolder.h"

@@ -1,7 +1,5 @@
 #include "browser/MainWindow.h"
 #include "links/frmAddMidiWav.h"
-#include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
 #include "runtime/Numbers.h"
 #include "support/RecordedMedia.h"
 #include "support/TemporaryFolder.h"

@@ -1,8 +1,6 @@
 #include "search/frmSearch.h"
 
 #include "browser/MainWindow.h"
-#include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Keys.h"
 
 namespace trovarium {
 

@@ -1,6 +1,5 @@
 #include "ViewerWindow.h"
 
-#include "platform/toolkit/Keys.h"
 #include "platform/toolkit/Screen.h"
 
 namespace trovarium {

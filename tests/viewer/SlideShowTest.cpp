@@ -1,6 +1,5 @@
 #include "ViewerWindow.h"
 
-#include "platform/toolkit/Keys.h"
 #include "support/RecordedMedia.h"
 #include "viewer/SlideShow.h"
 #include "viewer/frmSSP.h"
