@@ -23,7 +23,7 @@ SOURCES = [
     "sunset_by_Aitzol_Berasategi.jpg",
     "mate/nature/TwoWings.jpg",
 ]
-# How many photographs of a kind there are, how many of them are made, each with a cut, a size and colours of its
+# How many photographs of a kind there are, how many of them are made, each with a cut, a size and colors of its
 # own, while the others are copies, and the sizes that they come in; 8 megapixels in the mean.
 KINDS = {
     8: (500, 20, [(2832, 2120), (3264, 2448), (2448, 3264), (3648, 2736), (3072, 2304), (3456, 2304), (2304, 3456)]),
@@ -104,7 +104,7 @@ def library_of(data: Path, megapixels: int) -> Path:
 
 
 def library_of_p3(data: Path, profile: bytes) -> Path:
-    """The photographs of 12 megapixels, each with this colour profile."""
+    """The photographs of 12 megapixels, each with this color profile."""
     library = data / "library of 12 megapixels of P3"
     if library.exists():
         return library

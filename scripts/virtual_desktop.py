@@ -53,8 +53,8 @@ class Pixels:
         red, green, blue = self.data[start : start + 3]
         return red, green, blue
 
-    def colours(self) -> int:
-        """How many colours there are in a sample of the points."""
+    def colors(self) -> int:
+        """How many colors there are in a sample of the points."""
         return len({self.data[start : start + 3] for start in range(0, len(self.data), 3 * 7)})
 
 
@@ -279,7 +279,7 @@ class Program:
                 return False
             calm = bool(last) and last[-1].data == picture.data
             last[:] = [picture]
-            return calm and picture.colours() > 50
+            return calm and picture.colors() > 50
 
         until("the main window to be painted", painted, deadline=deadline)
         # The window manager may have moved it meanwhile.

@@ -16,7 +16,7 @@ int main(int argc, char** argv)
     workInRoot();
     FileService files;
     Desktop desktop(argc, argv, files, Pace::Paced);
-    // The installed command tells its user in a window why it can't start.
+    // The installed command shows in a window why it can't start.
     if (argc == 3 && std::string_view(argv[1]) == "--message")
         return desktop.guarded([&] { desktop.prompts().messageBox(argv[2], Message::Error, ""); });
 

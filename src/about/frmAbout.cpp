@@ -67,7 +67,7 @@ void frmAbout::StartSysInfo()
         desktop().prompts().messageBox("System Information Is Unavailable At This Time", Message::Error, "");
 }
 
-// The first place tells the tool itself, and it is taken unseen; the second one its folder.
+// The first value is the tool's path, used without a check; the second one its folder.
 std::string frmAbout::systemInfoTool()
 {
     std::string path;

@@ -14,22 +14,21 @@ namespace trovarium {
 
 struct Album;
 
-// Tells which program this is and who made it, and leads to the system's own information tool. A modal show is all
-// that its callers do.
+// Shows the program's version and maker, and starts the system's information tool.
 class frmAbout : public Form {
 public:
     frmAbout(Desktop& desktop, Album& album, RegistryAccess registry = RegistryAccess());
 
-    // Starts the tool that the settings store names; a message where there is none.
+    // Starts the tool named in the settings store, or shows a message.
     void StartSysInfo();
-    // A value of the settings store as text; false and empty where it can't be had.
+    // Reads a value of the settings store as text; false and empty if it can't be read.
     bool GetKeyValue(std::uint32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef, std::string& KeyVal);
 
     void Form_Load();
     void cmdOK_Click();
     void cmdSysInfo_Click();
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout, in twips ----
 
     PictureBox picIcon{this, {.Name = "picIcon", .Left = 360, .Top = 360, .Width = 960, .Height = 960}};
     Label lblTitle{

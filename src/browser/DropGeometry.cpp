@@ -1,7 +1,6 @@
 #include "browser/DropGeometry.h"
 
 #include "browser/ThumbnailPages.h"
-#include "browser/WindowPlan.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +11,7 @@ namespace {
 
 constexpr int Cells = ThumbnailPages::CellCount;
 
-// Further left than this the pointer is on its way to the group list and turns no page.
+// Left of this the pointer is on its way to the group list, and turns no page.
 constexpr std::int32_t TurnEdge = -15;
 
 constexpr std::int32_t HalfCell = 50;

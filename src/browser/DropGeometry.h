@@ -4,7 +4,7 @@
 
 namespace trovarium {
 
-// Where the pointer of a drag lies, and what it lies over; pixels of the viewing frame.
+// The pointer of a drag, and the size of the viewing frame; in pixels of the frame.
 struct DragPointer {
     std::int32_t x = 0;
     std::int32_t y = 0;
@@ -25,12 +25,11 @@ struct Drop {
     PageTurn turn = PageTurn::None;
 };
 
-// The cell that a drag aims at, by equal quarters of the frame and not by the real grid, held at the last
-// photograph of a short page; and the page that a pointer past the upper or lower edge turns to.
+// The cell under the pointer: the frame counts as a grid of equal quarters, which is not quite where the cells are. On
+// a short page it is at most the last photograph. Past the upper or lower edge, the page to turn to as well.
 Drop dropAt(const DragPointer& pointer, const DragPage& page);
 
-// Where the mark stands beside a cell, and the group position that it means: +n behind, -n in front of
-// position n.
+// The mark beside a cell, and the position in the group that it stands for: +n is after, -n before position n.
 struct Insertion {
     float markLeft = 0; // pixels of the frame
     std::int32_t position = 0;

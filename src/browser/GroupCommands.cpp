@@ -4,27 +4,23 @@
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
 #include "browser/frmMain.h"
+#include "check/GroupRepair.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
+#include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"
 #include "store/Log.h"
+#include "store/PhotographFiles.h"
 
 namespace trovarium {
 
 GroupCommands::GroupCommands(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.mnuThumbRemove.Click, this, &GroupCommands::mnuThumbRemove_Click);
-    on(form.mnuEditRemoveFromGroup.Click, this, &GroupCommands::mnuEditRemoveFromGroup_Click);
-    on(form.mnuEditAdd.Click, this, &GroupCommands::mnuEditAdd_Click);
-    on(form.mnuEditMove.Click, this, &GroupCommands::mnuEditMove_Click);
-    on(form.mnuThumbAdd.Click, this, &GroupCommands::mnuThumbAdd_Click);
-    on(form.mnuThumbMove.Click, this, &GroupCommands::mnuThumbMove_Click);
-    on(form.mnuThumbMoveNewGroup.Click, this, &GroupCommands::mnuThumbMoveNewGroup_Click);
 }
 
 void GroupCommands::CreateAlbumGroup(std::int16_t Mode)
@@ -33,7 +29,7 @@ try {
     if (!askForNewName(name))
         return;
     constexpr int fileNumber = 1;
-    // Whatever is there is kept.
+    // Appending keeps what may be there.
     m_album.files.open(groupListPath(m_album, name + ".lst"), OpenMode::Append, fileNumber);
     m_album.files.close(fileNumber);
     if (Mode == CreateWithCopies)
@@ -45,7 +41,7 @@ try {
     logFailure(m_album, "CreateAlbumGroup", failure);
 }
 
-// False when the box was cancelled. The name as typed is tested too: one that is mended is another one.
+// False when the box was cancelled. The name is tested as typed and again after its characters were replaced.
 bool GroupCommands::askForNewName(std::string& name)
 {
     Prompts& prompts = m_form.desktop().prompts();
@@ -62,7 +58,7 @@ bool GroupCommands::askForNewName(std::string& name)
     }
 }
 
-// Asks the folder too, where others may have put a list since the names were read.
+// Looks in the folder too: another program may have put a list there since the names were read.
 bool GroupCommands::isFree(const std::string& name) const
 {
     return !m_form.groupList().GroupExists(name) && !equalInCapitals(name, ScratchGroupName)
@@ -82,13 +78,13 @@ try {
     m_form.groupList().LoadGroupNames();
     attempt([&] { m_album.files.remove(m_album.paths.MidiPath + name + ".mid"); });
 } catch (const Failure& failure) {
-    // The log has it under the name of its neighbour.
+    // Logged under this name on purpose.
     logFailure(m_album, "CreateAlbumGroup", failure);
 }
 
 void GroupCommands::RenameAlbumGroup()
 {
-    // Its name is all that marks the group of all photographs.
+    // The group of all photographs is recognised by its name alone.
     if (isAllPhotosGroup(m_album.group.CurrentGroupName))
         return;
     Prompts& prompts = m_form.desktop().prompts();
@@ -106,7 +102,7 @@ void GroupCommands::RenameAlbumGroup()
     }
 }
 
-// False when the list keeps its name. A group without music has nothing more to rename.
+// False when the list file could not be renamed. Most groups have no music, so that failure doesn't count.
 bool GroupCommands::renameTo(const std::string& name)
 {
     FileService& files = m_album.files;
@@ -132,7 +128,7 @@ void GroupCommands::MoveToGroup(std::string_view FileName)
 {
     if (!isGroupAsRead(m_album))
         showAgain();
-    // A disk that is full at this write may have room at the next: what didn't get there stays here, and selected.
+    // If the copy failed, for instance on a full disk, the photographs stay here and selected.
     else if (trovarium::AddToGroup(m_album, FileName))
         removeSelectedFromCurrent();
 }
@@ -158,39 +154,48 @@ void GroupCommands::mnuThumbRemove_Click()
         removeSelectedFromCurrent();
 }
 
-void GroupCommands::mnuEditRemoveFromGroup_Click()
+void GroupCommands::RemoveFromProgram()
 {
-    mnuThumbRemove_Click();
+    const AlbumPaths& paths = m_album.paths;
+    const Answer answer = m_form.desktop().prompts().messageBox(
+        "Are you sure you want to remove selected photograph(s) from the program? The removed photograph(s) will be "
+        "place in the following folder -> "
+            + toNativePath(paths.PhotoPath + "Removed"),
+        Message::Warning, "Remove photos from Album");
+    if (answer != Answer::Yes)
+        return;
+    m_form.MousePointer = HourglassPointer;
+    attempt([&] { m_album.files.makeFolder(paths.PhotoPath + "Removed"); });
+    attempt([&] { m_album.files.makeFolder(paths.InfoPath + "Removed"); });
+    attempt([&] { m_album.files.makeFolder(paths.AudioPath + "Removed"); });
+    std::int16_t last = -1;
+    if (m_album.group.isWhole)
+        attempt([&] { last = toInt16(m_album.group.GroupSelect.upperBound()); });
+    for (int i = 0; i <= last; ++i) {
+        attempt([&] {
+            if (m_album.group.GroupSelect(i) == 1 && isPhotographName(m_album.group.GroupList(i)))
+                setAside(m_album.group.GroupList(i));
+        });
+    }
+    attempt([&] { RemoveMissingPhotosFromGroup(m_album, m_form.desktop()); });
+    m_form.groupList().reopenGroup();
+    m_form.MousePointer = DefaultPointer;
 }
 
-void GroupCommands::mnuEditAdd_Click()
+// If the photograph can't be moved, its information and its places in the groups stay too. One that is only linked has
+// no file here.
+void GroupCommands::setAside(const std::string& name)
 {
-    m_form.dialogs().showGroups(CreateWithCopies);
-}
-
-void GroupCommands::mnuEditMove_Click()
-{
-    m_form.dialogs().showGroups(CreateByMoving);
-}
-
-void GroupCommands::mnuThumbAdd_Click()
-{
-    mnuEditAdd_Click();
-}
-
-void GroupCommands::mnuThumbMove_Click()
-{
-    mnuEditMove_Click();
-}
-
-void GroupCommands::mnuThumbMoveNewGroup_Click()
-{
-    CreateAlbumGroup(CreateByMoving);
-}
-
-void GroupCommands::mnuThumbCopyNewGroup_Click()
-{
-    CreateAlbumGroup(CreateWithCopies);
+    FileService& files = m_album.files;
+    const AlbumPaths& paths = m_album.paths;
+    const std::string photo = photographPath(paths, name);
+    attempt([&] { files.remove(paths.PhotoPath + "Removed_Photos\\" + name); });
+    attempt([&] { trovarium::setAside(files, paths.PhotoPath, name); });
+    if (files.exists(photo))
+        return;
+    attempt([&] { trovarium::setAside(files, paths.InfoPath, name + ".info"); });
+    attempt([&] { trovarium::setAside(files, paths.AudioPath, name + ".wav"); });
+    attempt([&] { files.remove(thumbnailPath(paths, name)); });
 }
 
 } // namespace trovarium

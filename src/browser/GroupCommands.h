@@ -1,18 +1,17 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
-
 enum : std::int16_t { CreateEmpty = 0, CreateWithCopies = 1, CreateByMoving = 2 };
 
-// Makes, removes and renames groups, and carries the selected photographs between them.
-class GroupCommands {
+// Creates, deletes and renames groups, moves the selected photographs between them, and removes photographs.
+class GroupCommands : public WindowPart {
 public:
     GroupCommands(frmMain& form, Album& album);
 
@@ -25,31 +24,24 @@ public:
     // Acts on the group on show.
     void RenameAlbumGroup();
 
-    // `FileName` is a stem + ".lst". The selection stays after a copy and is gone after a move. A move from a list that
-    // somebody else has changed since it was read moves nothing, and reads it again.
+    // `FileName` is a stem + ".lst". A copy keeps the selection, a move clears it. If the list on show was changed by
+    // another program since it was read, a move only reads it again.
     void AddToGroup(std::string_view FileName);
     void MoveToGroup(std::string_view FileName);
 
+    // Removes the selected photographs from the library and from every group. Photograph, information and clip move
+    // to a folder "Removed" inside their own; only the thumbnail is deleted. Failures are skipped without a message.
+    void RemoveFromProgram();
+
     void mnuThumbRemove_Click();
-    void mnuEditRemoveFromGroup_Click();
-    void mnuEditAdd_Click();
-    void mnuEditMove_Click();
-    void mnuThumbAdd_Click();
-    void mnuThumbMove_Click();
-    void mnuThumbMoveNewGroup_Click();
 
 private:
-    // A named operation without a control.
-    void mnuThumbCopyNewGroup_Click();
-
     bool askForNewName(std::string& name);
     bool isFree(const std::string& name) const;
     bool renameTo(const std::string& name);
     void removeSelectedFromCurrent();
     void showAgain();
-
-    frmMain& m_form;
-    Album& m_album;
+    void setAside(const std::string& name);
 };
 
 } // namespace trovarium

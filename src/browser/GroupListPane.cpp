@@ -2,10 +2,10 @@
 
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
-#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
+#include "runtime/Lock.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"
@@ -16,11 +16,10 @@
 namespace trovarium {
 
 GroupListPane::GroupListPane(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.pctAlbumList, &PictureBox::MouseDown, this, &GroupListPane::pctAlbumList_MouseDown);
-    on(form.lbAlbumList, &Label::MouseDown, this, &GroupListPane::lbAlbumList_MouseDown);
+    on(form.lbAlbumList, &Label::MouseDown, this, &GroupListPane::pctAlbumList_MouseDown);
     on(form.lbAlbumList, &Label::MouseMove, this, &GroupListPane::lbAlbumList_MouseMove);
     on(form.pctArrows, &PictureButton::Click, this, &GroupListPane::pctArrows_Click);
 }
@@ -35,12 +34,12 @@ try {
         if (!isAllPhotosGroup(name))
             m_form.lstSlideGroups.AddItem(std::move(name));
     }
-    // The list without a name is one of the names that a listing leaves out. Unseen it keeps no other from its row.
+    // A list without a name is hidden, and so missing in the listing above.
     attempt([&] {
         if (m_album.files.exists(groupListPath(m_album, ".lst")))
             m_form.lstSlideGroups.AddItem("");
     });
-    // There whether or not it has a file; its blanks sort it first.
+    // Always there, even without a file; the blanks in its name sort it first.
     m_form.lstSlideGroups.AddItem(std::string(AllPhotosGroupName));
     showRow(0, std::string(AllPhotosGroupName));
     for (int i = 0; i < m_form.lstSlideGroups.ListCount(); ++i) {
@@ -56,21 +55,15 @@ try {
 
 bool GroupListPane::ScrollGroupNames(std::int32_t NewFirstRow)
 try {
-    if (GroupScrollBusy)
+    if (GroupScrollBusy || NewFirstRow > m_form.lstSlideGroups.ListCount() - GroupRows || NewFirstRow < 0)
         return false;
-    GroupScrollBusy = true;
-    if (NewFirstRow > m_form.lstSlideGroups.ListCount() - GroupRows || NewFirstRow < 0) {
-        GroupScrollBusy = false;
-        return false;
-    }
+    const Lock whileScrolling(GroupScrollBusy);
     for (int row = 0; row < GroupRows; ++row)
         showRow(row, m_form.lstSlideGroups.List(NewFirstRow + row));
     FirstGroupRow = NewFirstRow;
     CheckGroupScrollArrows();
-    GroupScrollBusy = false;
     return true;
 } catch (const Failure& failure) {
-    GroupScrollBusy = false;
     logFailure(m_album, "ScrollGroupNames", failure);
     return false;
 }
@@ -81,8 +74,8 @@ void GroupListPane::CheckGroupScrollArrows()
     m_form.pctArrows(2).Visible = m_form.lstSlideGroups.ListCount() > FirstGroupRow + GroupRows;
 }
 
-// The walk counts entries of the list and asks the rows, so that a name on none of the eight rows of a longer
-// list fails at row 8. Callers pass the caption of a row on show.
+// Counts the entries of the list but compares rows: in a list of more than eight, a name that is on no row fails at row
+// 8. Callers pass the caption of a visible row.
 std::int16_t GroupListPane::FindGroupRow(std::string_view FileName) const
 {
     for (int i = 0; i < m_form.lstSlideGroups.ListCount(); ++i) {
@@ -103,7 +96,7 @@ bool GroupListPane::GroupExists(std::string_view Name) const
     return false;
 }
 
-// -1 for a group that is on none of the rows on show.
+// -1 if no visible row shows the group.
 int GroupListPane::rowOf(std::string_view name) const
 {
     for (int row = 0; row < GroupRows; ++row) {
@@ -118,7 +111,7 @@ try {
     const GroupOnShow& group = m_album.group;
     const std::string name = group.CurrentGroupName;
     if (name.empty()) {
-        // Not even the first group could be read until now.
+        // No group could be read so far.
         if (m_form.pages().CurrentPage == 0)
             pctAlbumList_MouseDown(CurrentGroupRow, LeftButton, NoKeys, 0, 0);
         return;
@@ -138,7 +131,7 @@ try {
     logFailure(m_album, "pctAlbumList_MouseDown", failure);
 }
 
-// The list is not sorted again.
+// Doesn't sort the list again.
 void GroupListPane::renameEntry(const std::string& from, const std::string& to)
 {
     if (const int row = rowOf(from); row >= 0) {
@@ -169,9 +162,9 @@ try {
         openRow(Index, isOther);
     if (Button == RightButton)
         showGroupMenu(Index);
-    // Also after a right press, which leaves a photograph in the frame.
+    // Even after a right press, though a photograph may still be in the frame.
     m_album.view.ViewMode = ViewThumbnails;
-    // In another group the place is that of a photograph which nobody chose.
+    // In another group the user has chosen nothing at this position.
     if (!isOther && m_album.group.CurrentGroupName == before)
         m_form.selection().SetGroupListSelect(m_album.view.CurrentIndex, NoKeys);
 } catch (const Failure& failure) {
@@ -189,7 +182,7 @@ void GroupListPane::openRow(int Index, bool isOther)
         light(Index);
 }
 
-// That row alone.
+// Highlights that row alone.
 void GroupListPane::light(int row)
 {
     for (int i = 0; i < GroupRows; ++i) {
@@ -213,11 +206,6 @@ void GroupListPane::showRow(int row, const std::string& name)
     m_form.pctAlbumList(row).Visible = true;
     m_form.pctAlbumList(row).Picture = m_form.pctAlbumList(DarkBar).Picture();
     m_form.pctAlbumList(row).AccessibleSelected = false;
-}
-
-void GroupListPane::lbAlbumList_MouseDown(int Index, int Button, int Shift, float X, float Y)
-{
-    pctAlbumList_MouseDown(Index, Button, Shift, X, Y);
 }
 
 void GroupListPane::lbAlbumList_MouseMove(int Index)

@@ -6,11 +6,9 @@
 #include "browser/Selection.h"
 #include "browser/ThumbnailDrag.h"
 #include "browser/ThumbnailPages.h"
-#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/Units.h"
 #include "store/Album.h"
-#include "viewer/FullScreen.h"
 #include "viewer/InfoBox.h"
 #include "viewer/PhotoDisplay.h"
 #include "viewer/SlideShow.h"
@@ -25,7 +23,7 @@ namespace {
 
 constexpr int Cells = ThumbnailPages::CellCount;
 
-// How many positions an arrow goes; 0 for another key.
+// By how many positions an arrow key moves; 0 for any other key.
 int stepOf(int KeyCode)
 {
     switch (KeyCode) {
@@ -50,8 +48,7 @@ bool isOpen(const Menu& menu, const Menu& entry)
 } // namespace
 
 Keyboard::Keyboard(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.KeyDown, this, &Keyboard::Form_KeyDown);
 }
@@ -63,7 +60,7 @@ void Keyboard::Form_KeyDown(int KeyCode, int Shift)
             stepWhileEditing(KeyCode);
         return;
     }
-    const bool sign = KeyCode == PlusKey || KeyCode == MinusKey; // a plus may need Shift
+    const bool sign = KeyCode == PlusKey || KeyCode == MinusKey; // a plus may be typed with Shift
     if (KeyCode == AKey && Shift == CtrlKey)
         selectAll();
     else if (KeyCode == SpaceKey && (Shift & AltKey) == 0)
@@ -94,15 +91,15 @@ void Keyboard::commandKey(int KeyCode)
         break;
     case F11Key:
         if (isOpen(m_form.mnuView, m_form.mnuViewFullscreen))
-            m_form.fullScreen().mnuViewFullscreen_Click();
+            m_form.cmdFullScreen_Click();
         break;
     case PlusKey:
         if (isOpen(m_form.mnuView, m_form.mnuViewEnlarge))
-            m_form.zoomAndPan().mnuViewEnlarge_Click();
+            m_form.zoomAndPan().cmdZoomIn_Click();
         break;
     case MinusKey:
         if (isOpen(m_form.mnuView, m_form.mnuViewReduce))
-            m_form.zoomAndPan().mnuViewReduce_Click();
+            m_form.zoomAndPan().cmdZoomOut_Click();
         break;
     default:
         moveKey(KeyCode);
@@ -138,7 +135,7 @@ void Keyboard::pressThumbnail(int button, int Shift)
         press(cell, button, Shift);
 }
 
-// The press and the release of the mouse in the middle of the cell. A menu keeps its release.
+// Press and release of the mouse in the middle of the cell. A right press opens a menu, which takes the release.
 void Keyboard::press(int cell, int button, int Shift)
 {
     Image& image = m_form.imgThumbnail(cell);
@@ -168,7 +165,7 @@ void Keyboard::selectAll()
     m_form.selection().SetGroupListSelect(last, ShiftKey);
 }
 
-// By what stays open to the mouse.
+// The buttons for both steps stay enabled during an edit.
 void Keyboard::stepWhileEditing(int KeyCode)
 {
     if (KeyCode == PageDownKey)
@@ -191,18 +188,18 @@ void Keyboard::removeFromGroup()
         return;
     m_form.menus().mnuEdit_Click();
     if (isOpen(m_form.mnuEdit, m_form.mnuEditRemoveFromGroup))
-        m_form.groupCommands().mnuEditRemoveFromGroup_Click();
+        m_form.groupCommands().mnuThumbRemove_Click();
 }
 
 void Keyboard::renameGroup()
 {
     m_form.menus().mnuFile_Click();
     if (isOpen(m_form.mnuFile, m_form.mnuFileRenameGroup))
-        m_form.menus().mnuFileRenameGroup_Click();
+        m_form.groupCommands().RenameAlbumGroup();
 }
 
-// The view mode doesn't tell: a photograph that can't be opened leaves the page, and a right press on a group's row
-// the photograph. From one photograph to the next there is neither of them, nor the pages' bar.
+// ViewMode isn't reliable: it says "photograph" when one could not be opened and the page stays, and "thumbnails" after
+// a right press on a group. While one photograph follows another, only the hidden scrollbar tells.
 bool Keyboard::isPhotographOnShow() const
 {
     return m_form.imgbox.Visible() || m_form.picVideoWindow.Visible() || !m_form.VScroll1.Visible();
@@ -238,12 +235,12 @@ int Keyboard::actingCell() const
 void Keyboard::stepPhotograph(int step)
 {
     if (step > 0 && isOpen(m_form.mnuView, m_form.mnuViewNext))
-        m_form.photoDisplay().mnuViewNext_Click();
+        m_form.photoDisplay().pctNext_Click();
     else if (step < 0 && isOpen(m_form.mnuView, m_form.mnuViewPrevious))
-        m_form.photoDisplay().mnuViewPrevious_Click();
+        m_form.photoDisplay().pctPrev_Click();
 }
 
-// Beyond the first and the last row the list scrolls under the focus.
+// Above the first and below the last row the list scrolls, and the focus stays.
 void Keyboard::moveToRow(int row)
 {
     if (row >= 0 && row < GroupRows)
@@ -271,8 +268,8 @@ void Keyboard::moveBy(int step)
     moveTo(placeFrom(m_form.pages().positionOf(std::max(cell, 0)), step));
 }
 
-// May lie beyond the ends of the group. Down and a page on end at the last photograph when the row or page below
-// is short.
+// The result may be outside the group. Down and Page Down go to the last photograph if the next row or page is too
+// short.
 std::int32_t Keyboard::placeFrom(std::int32_t here, int step) const
 {
     const std::int32_t last = m_album.group.GroupList.upperBound();
@@ -280,7 +277,7 @@ std::int32_t Keyboard::placeFrom(std::int32_t here, int step) const
     return there > last && step > 1 && (last - 1) / step > (here - 1) / step ? last : there;
 }
 
-// Turns to the page of the position and gives its cell the focus; nothing beyond the ends of the group.
+// Turns to the page of the position and focuses its cell. Ignores positions outside the group.
 void Keyboard::moveTo(std::int32_t position)
 {
     if (isPhotographOnShow() || position < 1 || position > m_album.group.GroupList.upperBound())
@@ -288,14 +285,14 @@ void Keyboard::moveTo(std::int32_t position)
     const std::int32_t page = (position - 1) / Cells + 1;
     if (page != m_form.pages().CurrentPage) {
         if (!m_form.VScroll1.Enabled())
-            return; // a held key, while a page still turns
+            return; // key repeat while the page is still being drawn
         m_form.VScroll1.Value = page;
     }
     m_form.imgThumbnail((position - 1) % Cells).SetFocus();
 }
 
-// As a drag of the selected ones would, as one block; then they are pressed anew where they stand, so that the
-// next key moves them on.
+// Moves the selected photographs as one block, as a drag would, and selects them again in their new place, so that the
+// next key moves them further.
 void Keyboard::moveSelected(int step)
 {
     const GroupOnShow& group = m_album.group;
@@ -306,6 +303,7 @@ void Keyboard::moveSelected(int step)
     if (there < 1 || there > group.GroupList.upperBound())
         return;
     std::vector<std::string> names;
+    names.reserve(moved.size());
     for (const std::int32_t position : moved)
         names.push_back(group.GroupList(position));
     m_form.thumbnailDrag().moveSelected(step < 0 ? -there : there);
@@ -313,7 +311,7 @@ void Keyboard::moveSelected(int step)
     const auto length = static_cast<std::int32_t>(names.size()) - 1;
     const std::int32_t rear = step < 0 ? there + length : there - length;
     const int cell = there - m_form.pages().positionOf(0);
-    // A list that couldn't be written, or another act meanwhile: then nothing is selected.
+    // Selects nothing if the list could not be written or something else changed it meanwhile.
     if (cell < 0 || cell >= Cells || !standsAt(std::min(there, rear), names))
         return;
     m_form.selection().SetGroupListSelect(rear, NoKeys);

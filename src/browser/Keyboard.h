@@ -1,18 +1,16 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
-
-// The main window without a mouse: what the control with the focus doesn't take itself. Each key calls what the
-// menu or the mouse calls, where the entry would be enabled. While a text is being edited only Page Up and Page Down
-// act, which step.
-class Keyboard {
+// The keys of the main window that the focused control doesn't handle itself. Each calls what the menu entry or the
+// mouse calls, and only where the entry is enabled. While a text is edited, only Page Up and Page Down act: they step.
+class Keyboard : public WindowPart {
 public:
     Keyboard(frmMain& form, Album& album);
 
@@ -33,7 +31,7 @@ private:
     bool isPhotographOnShow() const;
     int focusedRow() const;  // -1 for none
     int focusedCell() const; // -1 for none
-    int actingCell() const;  // with the focus, or else the current one
+    int actingCell() const;  // the focused one, or else that of the current photograph
     void stepPhotograph(int step);
     void moveToRow(int row);
     void moveBy(int step);
@@ -42,9 +40,6 @@ private:
     std::int32_t placeFrom(std::int32_t here, int step) const;
     std::vector<std::int32_t> selected() const; // positions
     bool standsAt(std::int32_t position, const std::vector<std::string>& names) const;
-
-    frmMain& m_form;
-    Album& m_album;
 };
 
 } // namespace trovarium

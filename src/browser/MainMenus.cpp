@@ -6,36 +6,77 @@
 #include "platform/system/Shell.h"
 #include "platform/toolkit/Desktop.h"
 #include "store/Album.h"
+#include "viewer/InfoBox.h"
+#include "viewer/PhotoDisplay.h"
+#include "viewer/SlideShow.h"
+#include "viewer/ZoomAndPan.h"
+
+#include <functional>
+#include <initializer_list>
 
 namespace trovarium {
 
+namespace {
+
+// Connects a command with its entries in the menu bar and in pop-up menus.
+void wire(std::initializer_list<Menu*> entries, const std::function<void()>& command)
+{
+    for (Menu* entry : entries)
+        entry->Click.connect(command);
+}
+
+} // namespace
+
 MainMenus::MainMenus(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.mnuFile.Click, this, &MainMenus::mnuFile_Click);
-    on(form.mnuFileCreate.Click, this, &MainMenus::mnuFileCreate_Click);
-    on(form.mnuFileRemove.Click, this, &MainMenus::mnuFileRemove_Click);
-    on(form.mnuFileRenameGroup.Click, this, &MainMenus::mnuFileRenameGroup_Click);
-    on(form.mnuFileImport.Click, this, &MainMenus::mnuFileImport_Click);
-    on(form.mnuFileExport.Click, this, &MainMenus::mnuFileExport_Click);
-    on(form.mnuFileMidi.Click, this, &MainMenus::mnuFileMidi_Click);
-    on(form.mnuFileExit.Click, this, &MainMenus::mnuFileExit_Click);
-
     on(form.mnuEdit.Click, this, &MainMenus::mnuEdit_Click);
-    on(form.mnuEditSearchAppend.Click, this, &MainMenus::mnuEditSearchAppend_Click);
-    on(form.mnuEditWaveLink.Click, this, &MainMenus::mnuEditWaveLink_Click);
-
+    on(form.mnuFileExit.Click, this, &MainMenus::mnuFileExit_Click);
     on(form.mnuHelpContents.Click, this, &MainMenus::mnuHelpContents_Click);
-    on(form.mnuHelpAbout.Click, this, &MainMenus::mnuHelpAbout_Click);
+    wire({&form.mnuHelpAbout}, [&form] { form.dialogs().showAbout(); });
+    wireGroupEntries();
+    wirePhotographEntries();
+    wireViewEntries();
+}
 
-    on(form.mnuGroupNewGroup.Click, this, &MainMenus::mnuGroupNewGroup_Click);
-    on(form.mnuGroupRemove.Click, this, &MainMenus::mnuGroupRemove_Click);
-    on(form.mnuGroupRenameGroup.Click, this, &MainMenus::mnuGroupRenameGroup_Click);
-    on(form.mnuGroupMidi.Click, this, &MainMenus::mnuGroupMidi_Click);
-    on(form.mnuGroupImport.Click, this, &MainMenus::mnuGroupImport_Click);
-    on(form.mnuGroupExport.Click, this, &MainMenus::mnuGroupExport_Click);
-    on(form.mnuGroupSearchAppend.Click, this, &MainMenus::mnuGroupSearchAppend_Click);
+void MainMenus::wireGroupEntries()
+{
+    frmMain& form = m_form;
+    wire(
+        {&form.mnuFileCreate, &form.mnuGroupNewGroup}, [&form] { form.groupCommands().CreateAlbumGroup(CreateEmpty); });
+    wire({&form.mnuFileRemove, &form.mnuGroupRemove}, [&form] { form.groupCommands().DeleteAlbumGroup(); });
+    wire({&form.mnuFileRenameGroup, &form.mnuGroupRenameGroup}, [&form] { form.groupCommands().RenameAlbumGroup(); });
+    wire({&form.mnuFileMidi, &form.mnuGroupMidi}, [&form] { form.dialogs().showMidiLink(); });
+    wire({&form.mnuFileImport, &form.mnuGroupImport}, [&form] { form.dialogs().showImport(); });
+    wire({&form.mnuFileExport, &form.mnuGroupExport}, [&form] { form.dialogs().showExport(); });
+    wire({&form.mnuEditSearchAppend, &form.mnuGroupSearchAppend}, [&form] { form.cmdCreateAlbumGroup_Click(); });
+}
+
+void MainMenus::wirePhotographEntries()
+{
+    frmMain& form = m_form;
+    wire({&form.mnuEditAdd, &form.mnuThumbAdd}, [&form] { form.dialogs().showGroups(CreateWithCopies); });
+    wire({&form.mnuEditMove, &form.mnuThumbMove}, [&form] { form.dialogs().showGroups(CreateByMoving); });
+    wire({&form.mnuThumbMoveNewGroup}, [&form] { form.groupCommands().CreateAlbumGroup(CreateByMoving); });
+    wire({&form.mnuEditRemoveFromGroup}, [&form] { form.groupCommands().mnuThumbRemove_Click(); });
+    wire({&form.mnuEditRemoveFromAlbum}, [&form] { form.groupCommands().RemoveFromProgram(); });
+    wire({&form.mnuEditWaveLink}, [&form] { form.dialogs().showWavLink(); });
+    wire({&form.mnuEditInfo}, [&form] { form.infoBox().cmdEditPhotoInfo_Click(); });
+}
+
+void MainMenus::wireViewEntries()
+{
+    frmMain& form = m_form;
+    wire({&form.mnuViewNext}, [&form] { form.photoDisplay().pctNext_Click(); });
+    wire({&form.mnuViewPrevious}, [&form] { form.photoDisplay().pctPrev_Click(); });
+    wire({&form.mnuViewReduce}, [&form] { form.zoomAndPan().cmdZoomOut_Click(); });
+    wire({&form.mnuViewEnlarge}, [&form] { form.zoomAndPan().cmdZoomIn_Click(); });
+    wire({&form.mnuViewSlideshow}, [&form] { form.slideShow().cmdSlideshow_Click(); });
+    wire({&form.mnuViewFullscreen}, [&form] { form.cmdFullScreen_Click(); });
+    wire({&form.mnuSetInfoUp}, [&form] { form.infoBox().choosePosition(InfoBox::AlwaysUp); });
+    wire({&form.mnuSetInfoNormal}, [&form] { form.infoBox().choosePosition(InfoBox::Normal); });
+    wire({&form.mnuSetInfoDown}, [&form] { form.infoBox().choosePosition(InfoBox::AlwaysDown); });
 }
 
 void MainMenus::mnuFile_Click()
@@ -46,115 +87,25 @@ void MainMenus::mnuFile_Click()
     m_form.mnuFileRenameGroup.Enabled = canChange;
 }
 
-// Removing photographs from the group stays available even there.
+// Removing photographs stays enabled even in the group of all photographs.
 void MainMenus::mnuEdit_Click()
 {
     GroupListPane& list = m_form.groupList();
     m_form.mnuEditMove.Enabled = !list.isAllPhotosRow(list.CurrentGroupRow);
 }
 
-void MainMenus::mnuFileCreate_Click()
-{
-    m_form.groupCommands().CreateAlbumGroup(CreateEmpty);
-}
-
-void MainMenus::mnuFileRemove_Click()
-{
-    m_form.groupCommands().DeleteAlbumGroup();
-}
-
-void MainMenus::mnuFileRenameGroup_Click()
-{
-    m_form.groupCommands().RenameAlbumGroup();
-}
-
-void MainMenus::mnuFileImport_Click()
-{
-    m_form.dialogs().showImport();
-}
-
-void MainMenus::mnuFileExport_Click()
-{
-    m_form.dialogs().showExport();
-}
-
-void MainMenus::mnuFileMidi_Click()
-{
-    LinkMidi2Group();
-}
-
-void MainMenus::LinkMidi2Group()
-{
-    m_form.dialogs().showMidiLink();
-}
-
 void MainMenus::mnuFileExit_Click()
 {
-    // The form goes with its last handler; the desktop stays.
+    // The form is gone after unload; the desktop isn't.
     Desktop& desktop = m_form.desktop();
     m_form.unload();
     desktop.endProgram();
 }
 
-void MainMenus::mnuEditSearchAppend_Click()
-{
-    m_form.cmdCreateAlbumGroup_Click();
-}
-
-void MainMenus::mnuEditWaveLink_Click()
-{
-    LinkWav2Photos();
-}
-
-void MainMenus::LinkWav2Photos()
-{
-    m_form.dialogs().showWavLink();
-}
-
-// Whether there is such a page isn't looked at.
+// Without a check that the page exists.
 void MainMenus::mnuHelpContents_Click()
 {
     ShellOpenDocument(m_album.paths.ProgramFolder + "\\help\\index.html", NormalWindow);
-}
-
-void MainMenus::mnuHelpAbout_Click()
-{
-    m_form.dialogs().showAbout();
-}
-
-void MainMenus::mnuGroupNewGroup_Click()
-{
-    m_form.groupCommands().CreateAlbumGroup(CreateEmpty);
-}
-
-void MainMenus::mnuGroupRemove_Click()
-{
-    m_form.groupCommands().DeleteAlbumGroup();
-}
-
-void MainMenus::mnuGroupRenameGroup_Click()
-{
-    m_form.groupCommands().RenameAlbumGroup();
-}
-
-void MainMenus::mnuGroupMidi_Click()
-{
-    LinkMidi2Group();
-}
-
-void MainMenus::mnuGroupImport_Click()
-{
-    m_form.dialogs().showImport();
-}
-
-void MainMenus::mnuGroupExport_Click()
-{
-    m_form.dialogs().showExport();
-}
-
-void MainMenus::mnuGroupSearchAppend_Click()
-{
-    m_form.cmdCreateAlbumGroup_Click();
 }
 
 } // namespace trovarium

@@ -22,8 +22,7 @@ constexpr int AddMode = ShiftKey | CtrlKey;
 } // namespace
 
 Selection::Selection(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.imgThumbnail, &Image::MouseDown, this, &Selection::imgThumbnail_MouseDown);
     on(form.imgThumbnail, &Image::DblClick, this, &Selection::imgThumbnail_DblClick);
@@ -72,7 +71,7 @@ void Selection::toggle(std::int32_t Position)
     LastSelected = toInt16(Position);
 }
 
-// The anchor itself is not set.
+// Doesn't set the flag of the anchor.
 void Selection::extendTo(std::int32_t Position)
 {
     GroupOnShow& group = m_album.group;
@@ -102,7 +101,7 @@ try {
 void Selection::imgThumbnail_MouseDown(int Index, int Button, int Shift, float X, float Y)
 try {
     const std::int32_t position = m_form.pages().positionOf(Index);
-    // Any button makes it the current photograph.
+    // With any button it becomes the current photograph.
     m_form.photoDisplay().SetImageIndex(position);
     if (Button == LeftButton)
         pressLeft(position, Shift, X, Y);
@@ -121,12 +120,12 @@ void Selection::pressLeft(std::int32_t position, int Shift, float X, float Y)
     m_form.infoBox().LoadImageInfo(position, read);
     if (read)
         m_form.infoBox().LoadInfoBox();
-    m_form.txtTitle.SetFocus(); // where an edit goes on
+    m_form.txtTitle.SetFocus(); // where typing continues during an edit
     m_form.thumbnailDrag().press(X, Y);
     m_form.pages().SetCountLabel(position);
 }
 
-// By row number and not by name: with a scrolled list row 0 may be another group.
+// By the row's number: if the list is scrolled, row 0 may be another group.
 void Selection::pressRight(std::int32_t position)
 {
     SetGroupListSelect(position, AddMode);

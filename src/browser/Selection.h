@@ -1,23 +1,22 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 #include <cstdint>
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
-
-// The photographs of the group that are picked, in the manner of a file list, across pages.
-class Selection {
+// The selected photographs of the group, across pages, with the rules of a file list.
+class Selection : public WindowPart {
 public:
     Selection(frmMain& form, Album& album);
 
-    // `Position` is 1-based; -1 drops the whole selection. `Mode` is the Shift argument of the mouse: 0 this
-    // one alone, 1 from the anchor on, 2 toggles, 3 adds. Adding and extending count a photograph once more
-    // that was selected already: SelectedCount is what the status shows, the flags are what commands read.
+    // `Position` is 1-based; -1 clears the selection. `Mode` is the Shift argument of the mouse: 0 selects this one
+    // alone, 1 extends from the anchor, 2 toggles, 3 adds. Extending and adding count a photograph again that is
+    // selected already, so SelectedCount, which the status bar shows, may exceed the number of set flags.
     void SetGroupListSelect(std::int32_t Position, std::int16_t Mode);
 
-    // Frames and status text of the page on show.
+    // Updates the frames of the current page and the status text.
     void ShowGroupListSelect();
 
     void imgThumbnail_MouseDown(int Index, int Button, int Shift, float X, float Y);
@@ -30,8 +29,6 @@ private:
     void pressLeft(std::int32_t position, int Shift, float X, float Y);
     void pressRight(std::int32_t position);
 
-    frmMain& m_form;
-    Album& m_album;
     std::int16_t LastSelected = 0; // the anchor of a range
 };
 

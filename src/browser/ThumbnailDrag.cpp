@@ -4,9 +4,9 @@
 #include "browser/GroupCommands.h"
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
-#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/Units.h"
+#include "runtime/Lock.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"
@@ -23,8 +23,7 @@ constexpr float DragThreshold = 200; // twips, in either direction
 } // namespace
 
 ThumbnailDrag::ThumbnailDrag(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.imgThumbnail, &Image::MouseMove, this, &ThumbnailDrag::imgThumbnail_MouseMove);
     on(form.imgThumbnail, &Image::MouseUp, this, &ThumbnailDrag::imgThumbnail_MouseUp);
@@ -54,24 +53,20 @@ void ThumbnailDrag::imgThumbnail_MouseMove(int Index, int Button, int /*Shift*/,
 try {
     if (ThumbMoveBusy)
         return;
-    ThumbMoveBusy = true;
+    const Lock whileMoving(ThumbMoveBusy);
     if ((Button & LeftButton) == 0)
-        breakOff(); // a menu or a dialog had the release
+        breakOff(); // a menu or a dialog took the release
     Image& image = m_form.imgThumbnail(Index);
     image.ToolTipText = "Double-click to view. Right-click for menu. Drag-n-drop to rearrange.  [Media File: "
         + m_form.lbThumbnailFile(Index).Caption() + "]";
-    if (!startsDrag(X, Y)) {
-        ThumbMoveBusy = false;
+    if (!startsDrag(X, Y))
         return;
-    }
     ThumbnailDragging = true;
     const DragPointer pointer{toInt32(X / TwipsPerPixel + image.Left()), toInt32(Y / TwipsPerPixel + image.Top()),
         m_form.pctWindow.ScaleWidth(), m_form.pctWindow.ScaleHeight()};
     const int cell = aimAtCell(pointer);
-    if (!ThumbnailDragging) { // it ended while the page turned
-        ThumbMoveBusy = false;
+    if (!ThumbnailDragging) // it ended while the page turned
         return;
-    }
     const Image& aim = m_form.imgThumbnail(cell);
     const Insertion insertion = insertionAt(pointer.x, aim.Left(), m_form.pages().positionOf(cell));
     m_form.shpDropPosition.Left = insertion.markLeft;
@@ -81,13 +76,11 @@ try {
         dragOverFrame(Index, X, Y);
     else
         dragOverList(Index, X, Y);
-    ThumbMoveBusy = false;
 } catch (const Failure& failure) {
-    ThumbMoveBusy = false;
     logFailure(m_album, "imgThumbnail_MouseMove", failure);
 }
 
-// Once a drag is on, the distance no longer matters.
+// The distance only matters until the drag has started.
 bool ThumbnailDrag::startsDrag(float X, float Y) const
 {
     const bool near = std::abs(X - static_cast<float>(ThumbDownX)) <= DragThreshold
@@ -97,8 +90,7 @@ bool ThumbnailDrag::startsDrag(float X, float Y) const
     return MouseIsDown;
 }
 
-// Each move past the upper or lower edge turns one page, here and now. With the mouse held still nothing
-// scrolls.
+// Each mouse move past the upper or lower edge turns one page. Holding the mouse still there turns none.
 int ThumbnailDrag::aimAtCell(const DragPointer& pointer)
 {
     const Drop drop = dropAt(pointer, {m_form.pages().CurrentPage, m_album.group.GroupList.upperBound()});
@@ -137,7 +129,7 @@ void ThumbnailDrag::dragOverList(int Index, float X, float Y)
     }
 }
 
-// Pixels of the form. Hidden rows take part just as visible ones.
+// In pixels of the form. Hidden rows count too.
 int ThumbnailDrag::rowAt(float x, float y) const
 {
     for (int i = 0; i < GroupRows; ++i) {

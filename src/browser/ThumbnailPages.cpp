@@ -6,6 +6,7 @@
 #include "platform/media/MediaService.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
+#include "runtime/Lock.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"
@@ -22,7 +23,7 @@ namespace trovarium {
 
 namespace {
 
-// In pixels. What stands in a thumbnail's place may be larger.
+// In pixels. The file in a thumbnail's place may hold a larger picture.
 constexpr int CellSide = 100;
 
 constexpr const char* CellTip = "Double-click to view."; // until the mouse moves over the photograph
@@ -30,10 +31,9 @@ constexpr const char* CellTip = "Double-click to view."; // until the mouse move
 } // namespace
 
 ThumbnailPages::ThumbnailPages(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
-    // There is no page 0, also before a group was read.
+    // So that there is no page 0 before the first group is read.
     form.VScroll1.Max = 1;
     form.VScroll1.Min = 1;
     form.VScroll1.Value = 1;
@@ -55,7 +55,7 @@ try {
     return false;
 }
 
-// A lower Max clamps Value and so turns back to a page that still exists.
+// Lowering Max clamps Value, which turns back to a page that still exists.
 void ThumbnailPages::setUpScrollBar()
 {
     const int upperBound = m_album.group.GroupList.upperBound();
@@ -115,7 +115,7 @@ bool ThumbnailPages::ShowThumbnails(const std::int32_t& Page)
     return true;
 }
 
-// Takes the frame back from a photograph or a film.
+// Hides the photograph or film in the frame.
 void ThumbnailPages::takeBackFrame()
 {
     attempt([&] { m_form.imgbox.Visible = false; });
@@ -124,7 +124,7 @@ void ThumbnailPages::takeBackFrame()
     attempt([&] { m_form.video().VideoCommand("stop"); });
 }
 
-// Emptied first, so that a missing or damaged thumbnail leaves no old picture behind.
+// Clears the cell first: a missing or damaged thumbnail must not leave the old picture.
 void ThumbnailPages::fillCell(int cell, std::int32_t position)
 {
     Image& image = m_form.imgThumbnail(cell);
@@ -160,7 +160,7 @@ void ThumbnailPages::showCurrent()
     m_album.view.ViewMode = ViewThumbnails;
     VScroll& bar = m_form.VScroll1;
     const std::int32_t page = std::clamp((m_album.view.CurrentIndex - 1) / CellCount + 1, 1, bar.Max());
-    const bool isBusy = std::exchange(PageChangeBusy, true); // the page is drawn below, also where the bar stays
+    const bool isBusy = std::exchange(PageChangeBusy, true); // the page is drawn below, even if Value doesn't change
     bar.Value = page;
     PageChangeBusy = isBusy;
     CurrentPage = page;
@@ -181,7 +181,7 @@ try {
             m_album.view.ViewMode = ViewThumbnails;
     }
     if (!Show && m_form.VScroll1.hasFocus())
-        m_form.pctWindow.SetFocus(); // and not just any control
+        m_form.pctWindow.SetFocus(); // or the focus would move to an arbitrary control
     m_form.VScroll1.Visible = Show;
     return true;
 } catch (const Failure& failure) {
@@ -209,15 +209,13 @@ void ThumbnailPages::VScroll1_Change()
 try {
     if (PageChangeBusy)
         return;
-    PageChangeBusy = true;
+    const Lock whileChanging(PageChangeBusy);
     m_form.VScroll1.Enabled = false;
     CurrentPage = m_form.VScroll1.Value();
     ShowThumbnails(CurrentPage);
     m_form.selection().ShowGroupListSelect();
     m_form.VScroll1.Enabled = true;
-    PageChangeBusy = false;
 } catch (const Failure& failure) {
-    PageChangeBusy = false;
     logFailure(m_album, "VScroll1_Change", failure);
 }
 

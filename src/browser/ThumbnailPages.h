@@ -1,6 +1,6 @@
 #pragma once
 
-#include "browser/WindowPlan.h"
+#include "browser/WindowPart.h"
 
 #include <cstdint>
 #include <string>
@@ -8,46 +8,42 @@
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
-
-// The pages of sixteen thumbnails, and how a group becomes the one on show. Positions in a group and pages are
-// 1-based, cells 0 to 15.
-class ThumbnailPages {
+// The pages of sixteen thumbnails, and opening a group. Positions in a group and page numbers start at 1, cells at 0.
+class ThumbnailPages : public WindowPart {
 public:
     static constexpr int CellCount = Columns * Rows;
 
     ThumbnailPages(frmMain& form, Album& album);
 
-    // Reads the list file (stem + ".lst") of SlideGroupPath into the group on show and sets up the scrollbar
-    // and the count. False when it can't be read: all but GroupList then keeps its state.
+    // Reads the list file (stem + ".lst") in SlideGroupPath into the group on show, and sets scrollbar and count. False
+    // if it can't be read: then only GroupList has changed.
     bool LoadGroupFile(std::string_view FileName);
 
-    // The group on show keeps its page, any other opens on page 1. False only after a failure.
+    // Opens the group on page 1; the one already on show keeps its page. False only after a failure.
     bool LoadSlideGroup(std::string_view FileName);
 
-    // Reads the list of the group on show again and shows its page. False when the list can't be read; an empty page
-    // for one that is gone.
+    // Reads the list of the group on show again and shows its page, which is empty if the list was deleted. False if
+    // the list can't be read.
     bool reload();
 
-    // Fills the cells while events run, one by one. The page is looked at anew with every cell, so that a
-    // caller that passes CurrentPage follows a page change that comes in between.
+    // Fills the cells one by one; events run in between and may change the page. `Page` is read again for each cell,
+    // so that a caller who passes CurrentPage follows such a change.
     bool ShowThumbnails(const std::int32_t& Page);
 
-    // Back from a photograph, a film or a show: the page of the current photograph, whose cell gets the focus.
+    // Returns from a photograph, a film or a show to the page of the current photograph, and focuses its cell.
     void showCurrent();
 
-    // Hides or shows all sixteen cells, also those beyond the end of the group; showing is the thumbnail view.
+    // Hides or shows all sixteen cells, even those past the end of the group. Showing sets ViewMode.
     bool ShowThumbnailBoxes(bool Show);
 
     void SetCountLabel(std::int32_t Index);
 
     void VScroll1_Change();
 
-    // Position of a cell of the page on show.
+    // The position in the group of a cell of the current page.
     std::int32_t positionOf(int cell) const { return (CurrentPage - 1) * CellCount + cell + 1; }
 
-    // That of the current photograph; -1 when it isn't on the page.
+    // The cell of the current photograph; -1 if it isn't on the page.
     int currentCell() const;
 
     std::int32_t CurrentPage = 0; // 0 until the first page was shown
@@ -58,8 +54,6 @@ private:
     void fillCell(int cell, std::int32_t position);
     void emptyCell(int cell);
 
-    frmMain& m_form;
-    Album& m_album;
     bool PageChangeBusy = false;
 };
 

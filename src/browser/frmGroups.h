@@ -12,8 +12,8 @@ namespace trovarium {
 struct Album;
 class frmMain;
 
-// Asks for the group that the selected photographs are copied or moved to. One release of the left button on an entry
-// is the choice; the close box and Escape are the way to cancel.
+// Asks for the group that the selected photographs are copied or moved to. A single click on an entry chooses it; the
+// close box and Escape cancel.
 class frmGroups : public Form {
 public:
     frmGroups(Desktop& desktop, Album& album, frmMain& main);
@@ -39,7 +39,7 @@ private:
 
     Album& m_album;
     frmMain& m_main;
-    std::int16_t GroupDialogMode = CreateWithCopies; // what a new group is made for; the caption tells the list
+    std::int16_t GroupDialogMode = CreateWithCopies; // for a new group; for a chosen one the caption decides
     bool GroupDialogBusy = false;
 };
 

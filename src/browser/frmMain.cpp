@@ -4,11 +4,9 @@
 #include "browser/GroupListPane.h"
 #include "browser/Keyboard.h"
 #include "browser/MainMenus.h"
-#include "browser/Removal.h"
 #include "browser/Selection.h"
 #include "browser/ThumbnailDrag.h"
 #include "browser/ThumbnailPages.h"
-#include "browser/WindowPlan.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
@@ -16,7 +14,6 @@
 #include "store/Album.h"
 #include "store/Log.h"
 #include "viewer/AudioControls.h"
-#include "viewer/FullScreen.h"
 #include "viewer/InfoBox.h"
 #include "viewer/PhotoDisplay.h"
 #include "viewer/SlideShow.h"
@@ -31,11 +28,11 @@ namespace trovarium {
 namespace {
 
 constexpr float VideoParking = 20; // pixels beyond the frame's right edge
-constexpr float TitleWidth = 7200; // twips; the box that edits the title covers it
+constexpr float TitleWidth = 7200; // twips; no wider than the text box that replaces it in an edit
 
-// ---- the plans of the arrays, in twips ----
+// ---- layout of the control arrays, in twips ----
 
-// The bars stay out of sight.
+// The two that only hold pictures are hidden.
 Plan barPlan(int index)
 {
     const auto offset = static_cast<float>(index);
@@ -65,7 +62,7 @@ Plan fileNamePlan(int cell)
     return {.Left = cellLeft(cell), .Top = cellTop(cell) + 1260, .Width = 1515, .Height = 195, .Visible = false};
 }
 
-// The last one follows the pointer in a drag.
+// The last one follows the mouse during a drag.
 Plan selectPlan(int cell)
 {
     if (cell == DragFrame)
@@ -73,7 +70,7 @@ Plan selectPlan(int cell)
     return {.Left = cellLeft(cell) - 60, .Top = cellTop(cell) - 60, .Width = 1635, .Height = 1635, .Visible = false};
 }
 
-// The window's background behind a row, which its bar's round corners let through.
+// The color of the background behind a row; it shows at the round corners of the row's picture.
 Color groundBehindRow(int row)
 {
     return {static_cast<unsigned char>(46 - 3 * row / 2), static_cast<unsigned char>(68 - 2 * row),
@@ -103,14 +100,14 @@ frmMain::frmMain(Desktop& desktop, Album& album, VideoControls& video, Dialogs d
     paintWindow();
     paintFrame();
     nameControls();
-    makeConcerns();
+    makeParts();
 
     on(Load, this, &frmMain::Form_Load);
     on(Activate, this, &frmMain::Form_Activate);
     on(Unload, this, &frmMain::Form_Unload);
     on(EndOfSession, this, &frmMain::Form_EndOfSession);
     on(MouseDown, this, &frmMain::Form_MouseDown);
-    on(MouseMove, this, &frmMain::Form_MouseMove);
+    on(cmdFullScreen.Click, this, &frmMain::cmdFullScreen_Click);
     on(lbButtonText, &Label::Click, this, &frmMain::lbButtonText_Click);
 }
 
@@ -147,14 +144,14 @@ void frmMain::paintWindow()
     });
     lbCount.Alignment = Alignment::Center;
     lbCount.NarrowToFit = true;
-    lbCount.Elision = Elision::Middle; // a group's long name loses its end, and not the numbers behind it
+    lbCount.Elision = Elision::Middle; // shortens a long group name, not the numbers after it
     lbTitle.Alignment = Alignment::Center;
     lbTitle.AutoSize = true;
     lbTitle.MostWidth = fromTwips(TitleWidth);
     lbTitle.NarrowToFit = true;
     for (Label* placeholder : {&lbTitle, &lbVideo})
         placeholder->ForeColor = FaintInk;
-    // Flat: the bar shows between its panels.
+    // Flat panels: between them the bar shows.
     Picture3.BackColor = PanelBlue;
     Picture4.forEach([](int, PictureBox& panel) {
         panel.Border = true;
@@ -190,7 +187,7 @@ void frmMain::paintFrame()
     pctBox(0).AutoSize = true;
 }
 
-// For screen readers, where no caption tells.
+// Tool tips, and names for screen readers where a control has no caption.
 void frmMain::nameControls()
 {
     lstSlideGroups.AccessibleName = "All groups";
@@ -233,21 +230,27 @@ void frmMain::nameControls()
     cmdVideo(2).AccessibleName = "Stop video";
     hscVideo.AccessibleName = "Position in the video";
     cmdPlayAudioClip(1).AccessibleName = "Stop audio";
+    cmdFullScreen.ToolTipText = "Full screen view of pictures. Use arrow keys to see next/prev.";
+    cmdZoomOut.ToolTipText = "Zoom Out - Decrease image size";
+    cmdZoomIn.ToolTipText = "Zoom In - Increase image size";
+    pctPrev.ToolTipText = "Show previous image.";
+    pctNext.ToolTipText = "Show next image.";
+    imgbox.ToolTipText = "Click-n-drag to move image";
+    cmdEditPhotoInfo.ToolTipText = "Info Box - Click to start/stop editing";
+    lbZoom.ToolTipText = "Current zoom level (e.g., 1/2 = viewing at one half size)";
 }
 
-void frmMain::makeConcerns()
+void frmMain::makeParts()
 {
     m_groupList = std::make_unique<GroupListPane>(*this, m_album);
     m_pages = std::make_unique<ThumbnailPages>(*this, m_album);
     m_selection = std::make_unique<Selection>(*this, m_album);
     m_thumbnailDrag = std::make_unique<ThumbnailDrag>(*this, m_album);
     m_groupCommands = std::make_unique<GroupCommands>(*this, m_album);
-    m_removal = std::make_unique<Removal>(*this, m_album);
     m_menus = std::make_unique<MainMenus>(*this, m_album);
     m_photoDisplay = std::make_unique<PhotoDisplay>(*this, m_album);
     m_zoomAndPan = std::make_unique<ZoomAndPan>(*this, m_album);
     m_infoBox = std::make_unique<InfoBox>(*this, m_album);
-    m_fullScreen = std::make_unique<FullScreen>(*this, m_album);
     m_slideShow = std::make_unique<SlideShow>(*this, m_album);
     m_video.attach(*this);
     m_audio = std::make_unique<AudioControls>(*this, m_album);
@@ -257,8 +260,7 @@ void frmMain::makeConcerns()
 void frmMain::Form_Load()
 try {
     if (!m_groupList->LoadGroupNames()) {
-        // The count of the quotes is the product of two texts that are no numbers, so the hint never comes up:
-        // the failure goes to the log.
+        // Multiplying these texts always fails, so that the message never appears: the log gets a type mismatch.
         const double quotes = strictNumber("\"") * strictNumber("*");
         desktop().prompts().messageBox(
             "No album groups have been defined. Use next screen to search for photos (Ex. use a \"" + numberText(quotes)
@@ -274,7 +276,7 @@ try {
     Top = (desktop().Screen().Height() - Height()) * 0.5F;
     parkVideo();
     pctAlbumList(m_groupList->CurrentGroupRow).SetFocus();
-    txtTitle.TabBehind(optInfoPosition(2)); // the first of the fields
+    txtTitle.TabBehind(optInfoPosition(2)); // first of the text fields
 } catch (const Failure& failure) {
     logFailure(m_album, "Form_Load", failure);
 }
@@ -284,7 +286,7 @@ void frmMain::parkVideo()
     picVideoWindow.Left = pctWindow.ScaleWidth() + VideoParking;
 }
 
-// The welcome comes once in the life of an installation.
+// The welcome appears once per installation.
 void frmMain::Form_Activate()
 {
     COWReg& settings = m_album.Settings();
@@ -316,14 +318,7 @@ void frmMain::Form_MouseDown(int Button, int /*Shift*/, float /*X*/, float /*Y*/
         PopupMenu(mnuHelp);
 }
 
-void frmMain::Form_MouseMove(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
-try {
-} catch (const Failure& failure) {
-    logFailure(m_album, "Form_MouseMove", failure);
-}
-
-// A label acts for the button beneath it, and also for one that is disabled and takes no press itself. Indexes 2
-// to 4 have no label.
+// A label acts for the button beneath it, even if that is disabled. There are no labels 2 to 4.
 void frmMain::lbButtonText_Click(int Index)
 try {
     switch (Index) {
@@ -349,14 +344,28 @@ try {
         m_slideShow->cmdSlideshow_Click();
         break;
     case 8:
-        m_fullScreen->cmdFullScreen_Click();
+        cmdFullScreen_Click();
         break;
     default:
         break;
     }
 } catch (const Failure& failure) {
-    // The log has it under the name of the list.
+    // Logged under this name on purpose.
     logFailure(m_album, "lstSlideGroups_Click", failure);
+}
+
+void frmMain::cmdFullScreen_Click()
+try {
+    if (m_album.view.ViewMode == ViewThumbnails) {
+        m_photoDisplay->openFromThumbnails();
+        m_album.view.ViewMode = ViewPhoto;
+    }
+    cmdFullScreen.Picture = pctAlbumList(BrightBar).Picture();
+    m_dialogs.showFullScreen();
+    cmdFullScreen.Picture = pctAlbumList(DarkBar).Picture();
+    m_album.view.ViewMode = ViewFullScreen;
+} catch (const Failure& failure) {
+    logFailure(m_album, "cmdFullScreen_Click", failure);
 }
 
 void frmMain::cmdCreateAlbumGroup_Click()
@@ -364,20 +373,6 @@ try {
     m_dialogs.showSearch();
 } catch (const Failure& failure) {
     logFailure(m_album, "cmdCreateAlbumGroup_Click", failure);
-}
-
-void frmMain::cmdExit_Click()
-try {
-    unload();
-} catch (const Failure& failure) {
-    logFailure(m_album, "cmdExit_Click", failure);
-}
-
-void frmMain::imgExit_Click()
-try {
-    unload();
-} catch (const Failure& failure) {
-    logFailure(m_album, "imgExit_Click", failure);
 }
 
 } // namespace trovarium

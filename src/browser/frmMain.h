@@ -15,20 +15,19 @@
 #include "platform/toolkit/TextBox.h"
 #include "platform/toolkit/Timer.h"
 
+#include <functional>
 #include <memory>
 
 namespace trovarium {
 
 struct Album;
 class AudioControls;
-class FullScreen;
 class GroupCommands;
 class GroupListPane;
 class InfoBox;
 class Keyboard;
 class MainMenus;
 class PhotoDisplay;
-class Removal;
 class Selection;
 class SlideShow;
 class ThumbnailDrag;
@@ -36,8 +35,23 @@ class ThumbnailPages;
 class VideoControls;
 class ZoomAndPan;
 
-// The one main window: its face. What the controls do stands in the concerns, one class each, that wire
-// their own handlers; other forms and the concerns themselves reach them through the accessors.
+// Opens the other forms. The main window can't include them, as they include it; `Program` fills this in.
+struct Dialogs {
+    std::function<void()> showFirstTime;      // modal
+    std::function<void(int mode)> showGroups; // modal: CreateWithCopies or CreateByMoving
+    std::function<void()> showExport;         // modal
+    std::function<void()> showFullScreen;     // not modal
+    std::function<void()> showSlideShow;      // modal
+    std::function<void()> showSearch;         // modal
+    std::function<void()> showImport;         // modal
+    std::function<void()> showMidiLink;       // modal: songs for groups
+    std::function<void()> showWavLink;        // modal: clips for the selected photographs
+    std::function<void()> showAbout;          // modal
+    std::function<void()> unloadAllForms;     // all but the main window
+};
+
+// The main window: its controls and their layout. The handlers are in the window's parts (WindowPart), which wire them
+// themselves; parts and other forms reach a part through the accessors.
 class frmMain : public Form {
 public:
     // `video` outlives it.
@@ -52,14 +66,13 @@ public:
     MainMenus& menus() { return *m_menus; }
     PhotoDisplay& photoDisplay() { return *m_photoDisplay; }
     ZoomAndPan& zoomAndPan() { return *m_zoomAndPan; }
-    FullScreen& fullScreen() { return *m_fullScreen; }
     InfoBox& infoBox() { return *m_infoBox; }
     SlideShow& slideShow() { return *m_slideShow; }
     VideoControls& video() { return m_video; }
     AudioControls& audio() { return *m_audio; }
     Dialogs& dialogs() { return m_dialogs; }
 
-    // Puts the film's box beyond the frame, where nobody sees it.
+    // Moves the film's box beyond the frame, out of sight.
     void parkVideo();
 
     void Form_Load();
@@ -67,15 +80,12 @@ public:
     void Form_Unload();
     void Form_EndOfSession();
     void Form_MouseDown(int Button, int Shift, float X, float Y);
-    void Form_MouseMove(int Button, int Shift, float X, float Y);
     void lbButtonText_Click(int Index);
 
-    // Named operations without a control.
-    void cmdCreateAlbumGroup_Click();
-    void cmdExit_Click();
-    void imgExit_Click();
+    void cmdFullScreen_Click();
+    void cmdCreateAlbumGroup_Click(); // opens the search; there is no control of this name
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout, in twips ----
 
     Label Label2{
         this, {.Name = "Label2", .Left = 660, .Top = 300, .Width = 1350, .Height = 240, .Caption = "Album Groups"}};
@@ -89,12 +99,12 @@ public:
     Label lbTitle{
         this, {.Name = "lbTitle", .Left = 7020, .Top = 7680, .Width = 390, .Height = 240, .Caption = "title"}};
 
-    // The group list: rows 0 to 7; 10 and 11 hold the bright and the dark bar.
+    // The group list: rows 0 to 7; 10 and 11 are hidden and hold the pictures of a row.
     ListBox lstSlideGroups{
         this, {.Name = "lstSlideGroups", .Left = 240, .Top = 1200, .Width = 2085, .Height = 3735, .Visible = false}};
     ControlArray<PictureBox> pctAlbumList;
     ControlArray<Label> lbAlbumList;
-    // Up idle and pressed, down idle and pressed.
+    // Up, up pressed, down, down pressed.
     ControlArray<PictureButton> pctArrows{this, "pctArrows",
         {{0, {.Left = 960, .Top = 780, .Width = 630, .Height = 315, .Visible = false}},
             {1, {.Left = 960, .Top = 780, .Width = 630, .Height = 315, .Visible = false}},
@@ -102,42 +112,13 @@ public:
             {3, {.Left = 960, .Top = 5100, .Width = 630, .Height = 315, .Visible = false}}}};
 
     PictureButton cmdSlideshow{this, {.Name = "cmdSlideshow", .Left = 240, .Top = 5940, .Width = 2085, .Height = 465}};
-    PictureButton cmdFullScreen{this,
-        {.Name = "cmdFullScreen",
-            .Left = 240,
-            .Top = 6480,
-            .Width = 2085,
-            .Height = 465,
-            .ToolTipText = "Full screen view of pictures. Use arrow keys to see next/prev."}};
-    PictureButton cmdZoomOut{this,
-        {.Name = "cmdZoomOut",
-            .Left = 240,
-            .Top = 7020,
-            .Width = 1035,
-            .Height = 465,
-            .ToolTipText = "Zoom Out - Decrease image size"}};
-    PictureButton cmdZoomIn{this,
-        {.Name = "cmdZoomIn",
-            .Left = 1290,
-            .Top = 7020,
-            .Width = 1035,
-            .Height = 465,
-            .ToolTipText = "Zoom In - Increase image size"}};
-    PictureButton pctPrev{this,
-        {.Name = "pctPrev",
-            .Left = 240,
-            .Top = 7560,
-            .Width = 1035,
-            .Height = 465,
-            .ToolTipText = "Show previous image."}};
-    PictureButton pctNext{this,
-        {.Name = "pctNext",
-            .Left = 1290,
-            .Top = 7560,
-            .Width = 1035,
-            .Height = 465,
-            .ToolTipText = "Show next image."}};
-    // White labels that lie over the picture buttons; 2, 3 and 4 have no control.
+    PictureButton cmdFullScreen{
+        this, {.Name = "cmdFullScreen", .Left = 240, .Top = 6480, .Width = 2085, .Height = 465}};
+    PictureButton cmdZoomOut{this, {.Name = "cmdZoomOut", .Left = 240, .Top = 7020, .Width = 1035, .Height = 465}};
+    PictureButton cmdZoomIn{this, {.Name = "cmdZoomIn", .Left = 1290, .Top = 7020, .Width = 1035, .Height = 465}};
+    PictureButton pctPrev{this, {.Name = "pctPrev", .Left = 240, .Top = 7560, .Width = 1035, .Height = 465}};
+    PictureButton pctNext{this, {.Name = "pctNext", .Left = 1290, .Top = 7560, .Width = 1035, .Height = 465}};
+    // Labels over the picture buttons; there is no 2, 3 or 4.
     ControlArray<Label> lbButtonText{this, "lbButtonText",
         {{0, {.Left = 1350, .Top = 7665, .Width = 915, .Height = 240, .Caption = ">>"}},
             {1, {.Left = 300, .Top = 7665, .Width = 915, .Height = 240, .Caption = "<<"}},
@@ -145,7 +126,7 @@ public:
             {6, {.Left = 1350, .Top = 7125, .Width = 915, .Height = 240, .Caption = "Enlarge"}},
             {7, {.Left = 300, .Top = 6045, .Width = 1965, .Height = 240, .Caption = "Slide Show"}},
             {8, {.Left = 300, .Top = 6585, .Width = 1965, .Height = 240, .Caption = "Full Screen"}}}};
-    // Faces of the small buttons, pressed and at rest.
+    // Hold the pictures of the small buttons: pressed, and not.
     Image pctBrightSmall{this, {.Name = "pctBrightSmall", .Width = 1035, .Height = 465, .Visible = false}};
     Image pctDarkSmall{this, {.Name = "pctDarkSmall", .Width = 1035, .Height = 465, .Visible = false}};
 
@@ -156,10 +137,10 @@ public:
     ControlArray<Label> lbThumbnailFile;
     ControlArray<Shape> shpThumbnailSelect;
     Shape shpDropPosition{&pctWindow, {.Name = "shpDropPosition", .Width = 15, .Height = 1635, .Visible = false}};
-    Image imgbox{&pctWindow, {.Name = "imgbox", .ToolTipText = "Click-n-drag to move image", .Visible = false}};
+    Image imgbox{&pctWindow, {.Name = "imgbox", .Visible = false}};
     PictureBox picVideoWindow{&pctWindow, {.Name = "picVideoWindow", .Width = 7455, .Height = 5595, .Visible = false}};
     VScroll VScroll1{&pctWindow, {.Name = "VScroll1", .Left = 7920, .Top = 180, .Width = 255, .Height = 5655}};
-    // Element 0 holds the current picture at natural size: the one source for frame, zoom and full screen.
+    // Element 0 holds the current picture at its original size, from which frame, zoom and full screen take it.
     ControlArray<PictureBox> pctBox{this, "pctBox", {{0, {.Visible = false}}}};
 
     // The information box.
@@ -171,13 +152,7 @@ public:
             .Width = 5940,
             .Height = 225,
             .Caption = "Media Content Information"}};
-    Button cmdEditPhotoInfo{&framInfo,
-        {.Name = "cmdEditPhotoInfo",
-            .Left = 60,
-            .Top = 0,
-            .Width = 300,
-            .Height = 225,
-            .ToolTipText = "Info Box - Click to start/stop editing"}};
+    Button cmdEditPhotoInfo{&framInfo, {.Name = "cmdEditPhotoInfo", .Left = 60, .Top = 0, .Width = 300, .Height = 225}};
     ControlArray<OptionButton> optInfoPosition{&framInfo, "optInfoPosition",
         {{0, {.Left = 6510, .Top = 0, .Width = 255, .Height = 225, .ToolTipText = "Info Box - Always Down"}},
             {1, {.Left = 6810, .Top = 0, .Width = 255, .Height = 225, .ToolTipText = "Info Box - Normal"}},
@@ -223,13 +198,7 @@ public:
             {4, {.Left = 8640, .Top = -30, .Width = 1515, .Height = 315}},
             {0, {.Left = 10200, .Top = -30, .Width = 1755, .Height = 315}}}};
     Label lbStatusInfo{&Picture4(3), {.Name = "lbStatusInfo", .Left = 60, .Top = 30, .Width = 780, .Height = 225}};
-    Label lbZoom{&Picture4(2),
-        {.Name = "lbZoom",
-            .Left = 30,
-            .Top = 30,
-            .Width = 1050,
-            .Height = 225,
-            .ToolTipText = "Current zoom level (e.g., 1/2 = viewing at one half size)"}};
+    Label lbZoom{&Picture4(2), {.Name = "lbZoom", .Left = 30, .Top = 30, .Width = 1050, .Height = 225}};
     Label lbStatusSelected{
         &Picture4(1), {.Name = "lbStatusSelected", .Left = 30, .Top = 30, .Width = 1230, .Height = 225}};
     Label lbStatusPage{&Picture4(4), {.Name = "lbStatusPage", .Left = 30, .Top = 30, .Width = 1410, .Height = 225}};
@@ -335,7 +304,7 @@ private:
     void paintWindow();
     void paintFrame();
     void nameControls();
-    void makeConcerns();
+    void makeParts();
 
     Album& m_album;
     VideoControls& m_video;
@@ -345,11 +314,9 @@ private:
     std::unique_ptr<Selection> m_selection;
     std::unique_ptr<ThumbnailDrag> m_thumbnailDrag;
     std::unique_ptr<GroupCommands> m_groupCommands;
-    std::unique_ptr<Removal> m_removal;
     std::unique_ptr<MainMenus> m_menus;
     std::unique_ptr<PhotoDisplay> m_photoDisplay;
     std::unique_ptr<ZoomAndPan> m_zoomAndPan;
-    std::unique_ptr<FullScreen> m_fullScreen;
     std::unique_ptr<InfoBox> m_infoBox;
     std::unique_ptr<SlideShow> m_slideShow;
     std::unique_ptr<AudioControls> m_audio;

@@ -1,6 +1,5 @@
 #include "export/ExportRun.h"
 
-#include "export/CsvFile.h"
 #include "export/frmExport.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
@@ -13,14 +12,16 @@
 #include "store/LibraryFolders.h"
 #include "store/Log.h"
 #include "store/PhotographFiles.h"
+#include "store/QuietFile.h"
 
 #include <algorithm>
+#include <array>
 
 namespace trovarium {
 
 namespace {
 
-// The boxes and options, by index.
+// Indexes of the boxes and options.
 enum { Photograph = 0, Thumbnail = 1, Information = 2 };
 enum { NativeFormat = 0, CsvFormat = 1, OverwriteInfo = 2 };
 enum { OverwriteCopies = 0 };
@@ -29,6 +30,59 @@ constexpr std::string_view CsvName = "Trovarium_Info.csv";
 constexpr std::string_view ThumbnailMark = "tn_";
 constexpr std::string_view InfoEnding = ".info";
 constexpr float BarMargin = 30; // twips by which a full bar is wider than its box
+
+// The columns between the file name and the two sizes.
+constexpr std::array<std::string_view, 7> Keys{"EVENT", "KEYWORDS", "PEOPLE", "PHOTOGRAPHER", "PLACE", "TITLE", "YEAR"};
+constexpr std::string_view Header =
+    "InfoFile,Event,Keywords,People,Photographer,Place,Title,Year,ImageWidth,ImageHeight";
+
+using Values = std::array<std::string, Keys.size()>;
+
+// The last line of a key counts; unknown keys are ignored.
+void takeValue(std::string_view line, Values& values)
+{
+    const std::size_t equals = line.find('=');
+    if (equals == std::string_view::npos)
+        return;
+    const auto* const key = std::find(Keys.begin(), Keys.end(), upper(line.substr(0, equals)));
+    if (key != Keys.end())
+        values[static_cast<std::size_t>(key - Keys.begin())] = line.substr(equals + 1);
+}
+
+// Values aren't quoted, so a comma adds a column. The columns of the two sizes are always empty.
+std::string recordOf(const std::string& infoName, const Values& values)
+{
+    std::string record = infoName + ",";
+    for (const std::string& value : values)
+        record.append(value).append(",");
+    return record + ",";
+}
+
+// Adds the record of one information file (N + ".info") to the CSV file, which gets its two heading lines when it is
+// new. On any failure no record is written, and nothing is reported.
+void WriteCsvRecord(Album& album, const std::string& infoName, const std::string& csvPath)
+{
+    if (!isPhotographName(infoName))
+        return;
+    FileService& files = album.files;
+    Values values;
+    bool isNew = false;
+    const bool isRead = withFileQuietly(files, album.paths.InfoPath + infoName, OpenMode::Input, [&](int number) {
+        while (!files.endOfFile(number))
+            takeValue(files.lineInput(number), values);
+        files.removeLink(csvPath); // never append through a link
+        isNew = !files.exists(csvPath);
+    });
+    if (!isRead)
+        return;
+    withFileQuietly(files, csvPath, OpenMode::Append, [&](int number) {
+        if (isNew) {
+            files.print(number, "CSV");
+            files.print(number, Header);
+        }
+        files.print(number, recordOf(infoName, values));
+    });
+}
 
 } // namespace
 
@@ -39,8 +93,7 @@ ExportRun::ExportRun(frmExport& form, Album& album)
     on(form.cmdExport.Click, this, &ExportRun::cmdExport_Click);
 }
 
-// "Cancel" promises too much: the caption that it leaves is not the one that the run looks for, so a press
-// changes the caption and the run goes on to its end.
+// A click on "Cancel" only changes the caption: the run looks for another one, and so continues to its end.
 void ExportRun::cmdExport_Click()
 {
     if (m_form.cmdExport.Caption() == "Cancel") {
@@ -80,14 +133,13 @@ void ExportRun::exportAll()
     m_left = isEnded() ? 0 : count - last;
 }
 
-// Also with the dialog, which goes with the program.
+// Also true if the dialog was closed with the program.
 bool ExportRun::isEnded() const
 {
     return m_closes || m_form.cmdExport.Caption() == "Export" || !m_form.isLoaded();
 }
 
-// Removing and copying leave the run in the mode that the rest of it has: with one of the two boxes checked, what
-// fails below ends the run.
+// Removing and copying both leave the run in the mode in which later failures end it.
 void ExportRun::exportPhotograph(const std::string& name)
 {
     m_form.lbProgress.Caption = "Exporting";
@@ -95,7 +147,7 @@ void ExportRun::exportPhotograph(const std::string& name)
     m_source.reset();
     if (m_form.chkOptions(OverwriteCopies).Value() == 1)
         removeOldCopies();
-    // Asked behind the events of the removal, in which the user may change it.
+    // Read after removeOldCopies, whose events may change the boxes.
     if (takes(Photograph))
         copyPhotograph();
     if (takes(Thumbnail))
@@ -109,7 +161,7 @@ bool ExportRun::takes(int item) const
     return m_form.chkExport(item).Value() == 1;
 }
 
-// Those that a copy replaces stay until it does: its source may be gone, or the disk full.
+// Skips files that a new copy will replace: the copy may fail.
 void ExportRun::removeOldCopies()
 {
     const auto remove = [&](std::string_view mark, std::string_view ending = {}) {
@@ -131,7 +183,7 @@ void ExportRun::removeOldCopies()
     m_form.desktop().DoEvents();
 }
 
-// "File not found" for what is no photograph's name.
+// "File not found" if the name is no photograph's.
 std::string ExportRun::copyPath(std::string_view mark, std::string_view ending) const
 {
     if (!isPhotographName(m_name))
@@ -146,8 +198,8 @@ const std::string& ExportRun::source()
     return *m_source;
 }
 
-// The library's own folders may be the destination: what stands there is never an old copy, whichever boxes are
-// checked. "tn_a.jpg" among the photographs is one of them and no thumbnail that went out.
+// True for a file of the library itself, whose folders may be the destination: that is never an old copy. A photograph
+// may even be called "tn_a.jpg".
 bool ExportRun::isOriginal(const std::string& path)
 {
     const FileService& files = m_album.files;
@@ -158,8 +210,8 @@ bool ExportRun::isOriginal(const std::string& path)
             || files.isSameFile(path, paths.InfoPath + name) || files.isSameFile(path, source()));
 }
 
-// Two photographs meet in one file where their names differ in case and the disk doesn't see it, or where one is
-// called as the thumbnail of the other, which makes room for it.
+// True if another photograph of this run is already there: names may differ only in case on a file system that ignores
+// it, or one photograph may be named like the other's thumbnail.
 bool ExportRun::isTaken(const std::string& path, const std::string& source) const
 {
     const auto taken = m_taken.find(upper(path));
@@ -167,7 +219,7 @@ bool ExportRun::isTaken(const std::string& path, const std::string& source) cons
         && m_album.files.isSameFile(taken->second.target, path);
 }
 
-// In place of an old copy, as if that had been deleted before.
+// May replace an old copy even if that is read-only, as if it had been deleted before.
 void ExportRun::copy(const std::string& source, const std::string& target)
 {
     if (isOriginal(target) || isTaken(target, source))
@@ -182,7 +234,7 @@ void ExportRun::take(const std::string& source, const std::string& target)
     m_taken[upper(target)] = {source, target};
 }
 
-// A photograph that can't be copied is passed over: the new mode clears its failure.
+// Logs and skips a photograph that can't be copied; changing the mode clears the failure.
 void ExportRun::copyPhotograph()
 {
     m_run.stepOver();

@@ -12,13 +12,13 @@ namespace trovarium {
 struct Album;
 class frmExport;
 
-// Copies the listed photographs, their thumbnails and what is known of them to the chosen folder.
+// Copies the listed photographs, their thumbnails and their information to the chosen folder.
 class ExportRun {
 public:
     ExportRun(frmExport& form, Album& album);
 
     void cmdExport_Click();
-    // The run ends behind the photograph in hand, and the dialog closes.
+    // Ends the run after the current photograph and closes the dialog.
     void endAndClose() { m_closes = true; }
 
 private:
@@ -46,11 +46,11 @@ private:
     frmExport& m_form;
     Album& m_album;
     LongRun m_run;
-    std::string m_destination;           // the folder and the backslash behind it
-    std::string m_name;                  // of the photograph in work
-    std::optional<std::string> m_source; // of it, once it was asked for
-    std::map<std::string, Copy> m_taken; // what the run has put there, but thumbnails, by the target in capitals
-    int m_left = 0;                      // what was too many for the run
+    std::string m_destination;           // folder, with a backslash at the end
+    std::string m_name;                  // of the current photograph
+    std::optional<std::string> m_source; // its file, once it was looked up
+    std::map<std::string, Copy> m_taken; // copies made by this run except thumbnails; key: target in upper case
+    int m_left = 0;                      // photographs beyond the limit of a run
     bool m_closes = false;
 };
 

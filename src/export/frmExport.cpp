@@ -97,8 +97,8 @@ void frmExport::Form_KeyDown(int KeyCode, int /*Shift*/)
         lbExit_Click();
 }
 
-// The folder that the user chooses is where the next import begins; an export always begins at the program's own,
-// unless its setting was made by other hands.
+// Saves the folder as the import's: an export always starts in the program's folder unless its own setting was added by
+// hand.
 void frmExport::Dir1_Change()
 {
     if (isShown())
@@ -112,7 +112,7 @@ try {
     desktop().prompts().messageBox("Error: " + std::string(failure.description()), Message::Error, "");
 }
 
-// The run's own button doesn't end it, so this does.
+// Also ends a running export, which its own button doesn't.
 void frmExport::lbExit_Click()
 try {
     if (DialogBusy)

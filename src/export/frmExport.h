@@ -17,15 +17,14 @@ namespace trovarium {
 struct Album;
 class ExportRun;
 
-// Takes the photographs that are selected in the group on show out of the library, into any folder. A modal show
-// is all that its callers do.
+// Exports the selected photographs of the group on show to a folder.
 class frmExport : public Form {
 public:
     frmExport(Desktop& desktop, Album& album);
     ~frmExport() override;
 
-    // Puts the selected photographs on the list; false when a failure ended it. The unused place 0 of a group is
-    // walked too: where it is selected, an empty name is listed.
+    // Adds the selected photographs to the list; false after a failure. Includes the unused position 0 of a group: if
+    // it is selected, an empty name is listed.
     bool AddSelectedFiles();
 
     void Form_Load();
@@ -36,7 +35,7 @@ public:
 
     bool DialogBusy = false; // an export runs
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout, in twips ----
 
     Frame framDestination{this,
         {.Name = "framDestination",
@@ -61,7 +60,7 @@ public:
 
     Frame framOptions{
         this, {.Name = "framOptions", .Left = 5220, .Top = 4560, .Width = 4800, .Height = 2220, .Caption = "Options"}};
-    // The second has no work behind it and is never shown.
+    // The second does nothing and is never visible.
     ControlArray<CheckBox> chkOptions{&framOptions, "chkOptions",
         {{0,
              {.Left = 180,
@@ -84,7 +83,7 @@ public:
             .Height = 240,
             .Caption = "Photo Information Files"}};
 
-    // Two groups of options: the format belongs to the items, what becomes of an old file to the options.
+    // Two groups: 0 and 1 choose the format, 2 and 3 what happens to old files.
     ControlArray<OptionButton> optExportInfo{"optExportInfo"};
 
     Label lbProgress{this, {.Name = "lbProgress", .Left = 240, .Top = 6960, .Width = 6180, .Height = 240}};

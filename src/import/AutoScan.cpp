@@ -17,10 +17,10 @@ namespace trovarium {
 
 namespace {
 
-// The list is grouped by type in this order.
+// One after the other, so the list is grouped by type.
 constexpr std::string_view Patterns[] = {"*.jpg", "*.bmp", "*.gif", "*.wmf", "*.mpg", "*.mov", "*.avi"};
-constexpr int MostEntries = 32000; // no further type is begun from here on
-constexpr int EndOfFolder = 32001; // and no further file of a folder is taken
+constexpr int MostEntries = 32000; // from here on no further type is scanned
+constexpr int EndOfFolder = 32001; // from here on no further file is added
 constexpr std::string_view ScanCaption = "&Auto-Scan (and sub-folders)";
 
 } // namespace
@@ -54,7 +54,7 @@ void AutoScan::cmdAutoScan_Click()
     m_form.MousePointer = DefaultPointer;
 }
 
-// The scan that runs beneath this press winds down by itself.
+// Called in the events of the scan, which then ends by itself.
 void AutoScan::cancel()
 {
     m_form.cmdAutoScan.Caption = std::string(ScanCaption);
@@ -63,7 +63,7 @@ void AutoScan::cancel()
     m_form.cmdAutoScan.MousePointer = DefaultPointer;
 }
 
-// Not asked between the types: after a cancel each of the rest ends at its first entry.
+// Doesn't test for a cancel between types: each of the rest then ends at its first entry.
 void AutoScan::scanTypes()
 {
     std::int32_t fileCount = 0;
@@ -83,8 +83,8 @@ void AutoScan::scanTypes()
     }
 }
 
-// Goes over all entries: one that was added by hand is a bare name, and loses its folder here. The count is left
-// at the last index, and a cancel leaves the entries behind it as full paths.
+// Covers all entries: one that was added by hand is only a name, and loses its folder here. The count label ends at the
+// last index. After a cancel the remaining entries stay full paths.
 void AutoScan::splitPaths()
 {
     const int count = m_form.List1.ListCount();
@@ -110,9 +110,9 @@ std::int64_t AutoScan::FindFiles(std::string& path, const std::string& pattern, 
         if (!findFolders(path, folders, dirCount, stopFlag)
             || !findMatches(path, pattern, total, fileCount, list, stopFlag))
             return total;
-        // A folder in the root is "/home", as everywhere else, though a file of the root is "/\\name" on the list.
+        // "/" + name for a folder in the root, although a file in the root is listed as "/\\name".
         const std::string above = path == "/\\" ? "/" : path;
-        // Every folder is entered, whatever the list holds: the limit is a soft one.
+        // Every folder is entered even if the list is full: the limit is a soft one.
         for (const std::string& name : folders) {
             std::string below = above + name + "\\";
             total += FindFiles(below, pattern, fileCount, dirCount, list, stopFlag);
@@ -136,7 +136,7 @@ bool AutoScan::findFolders(
             folders.push_back(entry.name);
             ++dirCount;
         });
-        // In these letters alone: ".SYS" is a failure like any other.
+        // Case-sensitive: for ".SYS" the failure counts.
         if (failure && !entry.name.ends_with(".sys"))
             throw Failure(*failure);
         if (stopFlag)

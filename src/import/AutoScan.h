@@ -10,19 +10,19 @@ struct Album;
 class ListBox;
 class frmImport;
 
-// Fills the list of the import dialog with every file of the checked types in a folder and all folders below it.
-// While it runs its button is the one that cancels it.
+// Fills the list of the import dialog with all files of the checked types in a folder and its subfolders. During the
+// scan the same button cancels it.
 class AutoScan {
 public:
     AutoScan(frmImport& form, Album& album);
 
     void cmdAutoScan_Click();
-    // Lets a scan that runs end at its next entry.
+    // Ends a running scan at its next entry.
     void stop() { ScanStopped = true; }
 
-    // Adds the full path of every file below `path` that matches `pattern`, the files of a folder before those of
-    // its sub-folders; gives the bytes of all that it found. A backslash is added to `path`. `stopFlag` is looked
-    // at between entries, where events run. A failure is logged and ends the folder that it comes up in.
+    // Adds the full path of every file below `path` that matches `pattern`, a folder's files before those of its
+    // subfolders. Returns the sum of their sizes in bytes. Adds a backslash to `path`. Events run between entries,
+    // where `stopFlag` is tested. A failure is logged and ends its folder.
     std::int64_t FindFiles(std::string& path, const std::string& pattern, std::int32_t& fileCount,
         std::int32_t& dirCount, ListBox& list, const bool& stopFlag);
 

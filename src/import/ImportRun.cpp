@@ -30,12 +30,12 @@ namespace trovarium {
 
 namespace {
 
-// The option boxes.
+// Indexes of the option boxes.
 enum { OverwritePhotos = 0, OverwriteInfoFiles = 1, AutoName = 2, LinksOnly = 3 };
 
 constexpr float BarMargin = 30; // twips, for the border at both ends
 
-// From the first "." on; a name without one fails.
+// Everything from the first "." on; fails without one.
 std::string_view allExtensionsOf(std::string_view name)
 {
     const std::size_t dot = name.find('.');
@@ -45,207 +45,6 @@ std::string_view allExtensionsOf(std::string_view name)
 }
 
 } // namespace
-
-// The values of one run, and its way through the list.
-class ImportRun::Files {
-public:
-    Files(frmImport& form, Album& album, LongRun& run)
-        : m_form(form)
-        , m_album(album)
-        , m_run(run)
-        , NumberFormat(characterCount(form.txtAutoName(1).Text()), '0')
-    {
-    }
-
-    void importAll();
-
-    int count() const { return ImportedFiles.upperBound(); }
-    bool cancelled() const { return RunCancelled; }
-    const std::string& errors() const { return ImportErrors; }
-    // Full paths in the library, from index 1 on; of links too, where no file lies.
-    const CheckedArray<std::string>& imported() const { return ImportedFiles; }
-
-private:
-    bool isChecked(int option) const { return m_form.chkOptions(option).Value() == 1; }
-    std::string sourceOf(int i) const;
-    bool isSource(const std::string& path, int i) const;
-    void importEntry(int i);
-    void chooseName(int i);
-    void takeNumber();
-    bool isTorn(int i) const;
-    bool makeRoom(int i);
-    void setOldAside(int i);
-    void importFile(int i);
-    void copy(const std::string& source, const std::string& target);
-    void note(std::string_view name, std::string_view error);
-    void showProgress(int i);
-
-    frmImport& m_form;
-    Album& m_album;
-    LongRun& m_run;
-    std::string NumberFormat; // of the number at the beginning, which may outgrow it
-    CheckedArray<std::string> ImportedFiles;
-    std::string ImportErrors;
-    bool RunCancelled = false;
-    std::string DestName; // what it was for the file before, where the statement that sets it failed
-};
-
-void ImportRun::Files::importAll()
-{
-    const int listed = m_form.List1.ListCount();
-    const int count = std::min(listed, MostFiles);
-    std::vector<std::string> sources;
-    for (int i = 0; i < count && !isChecked(LinksOnly); ++i)
-        attempt([&] { sources.push_back(sourceOf(i)); });
-    PrefetchScope prefetch(sources, PrefetchScope::LargeFiles);
-    for (int i = 0; i < count && !RunCancelled; ++i) {
-        m_form.lbProgress.Caption = "Importing";
-        importEntry(i);
-        prefetch.advance();
-        showProgress(i);
-        m_form.desktop().DoEvents();
-        // A dialog that ended with the program has nobody to see the rest.
-        RunCancelled = m_form.cmdImport.Caption() == "Import" || !m_form.isLoaded();
-    }
-    if (listed > count && !RunCancelled)
-        note(numberText(listed - count) + " more", TooManyForOneRun);
-}
-
-std::string ImportRun::Files::sourceOf(int i) const
-{
-    std::string folder = m_form.List2.List(i);
-    if (!folder.ends_with('\\'))
-        folder += '\\';
-    return folder + m_form.List1.List(i);
-}
-
-// The library's own folders may be what is imported from.
-bool ImportRun::Files::isSource(const std::string& path, int i) const
-{
-    return m_album.files.isSameFile(path, sourceOf(i));
-}
-
-void ImportRun::Files::importEntry(int i)
-{
-    chooseName(i);
-    // With one of these boxes checked, what fails from here on ends the run.
-    if (isChecked(OverwritePhotos) || isChecked(OverwriteInfoFiles))
-        m_run.jumpToEnd();
-    m_run.statement([&] {
-        if (isTorn(i))
-            note(DestName, describe(FailureKind::BadFileNameOrNumber));
-        else if (makeRoom(i))
-            importFile(i);
-        else
-            note(DestName, describe(FailureKind::FileAlreadyExists));
-    });
-    if (m_run.standing())
-        note(DestName, m_run.standing()->description());
-    m_run.clear();
-}
-
-void ImportRun::Files::chooseName(int i)
-{
-    const ListBox& names = m_form.List1;
-    if (!isChecked(AutoName)) {
-        m_run.statement([&] { DestName = names.List(i); });
-        return;
-    }
-    m_run.statement([&] {
-        const std::string_view extensions = allExtensionsOf(names.List(i));
-        DestName = m_form.txtAutoName(0).Text() + m_form.txtAutoName(1).Text() + std::string(extensions);
-    });
-    takeNumber();
-}
-
-// Used up by every file, also by one that then fails.
-void ImportRun::Files::takeNumber()
-{
-    TextBox& number = m_form.txtAutoName(1);
-    m_run.statement(
-        [&] { number.Text = formatWhole(leadingNumber(number.Text()) + 1, static_cast<int>(NumberFormat.size())); });
-    m_run.statement([&] {
-        COWReg& settings = m_album.Settings();
-        m_run.handled([&] { settings.SetOWSetting("Trovarium", "Import", "Autonumber", number.Text()); });
-    });
-}
-
-// A scan takes the folders of entries that were there before, and one that was cancelled leaves whole paths. A whole
-// path would get the information file of its last name, which wasn't asked for and may hold a person's words; an entry
-// without a folder leads nowhere, or to the file before it. The number that was typed may hold separators too.
-bool ImportRun::Files::isTorn(int i) const
-{
-    const ListBox& folders = m_form.List2;
-    return !isPhotographName(m_form.List1.List(i)) || !isPhotographName(DestName) || i >= folders.ListCount()
-        || folders.List(i).empty();
-}
-
-// Takes away what the boxes tell; false where the library knows the photograph, or a file stays in its place.
-bool ImportRun::Files::makeRoom(int i)
-{
-    FileService& files = m_album.files;
-    const bool isKnown = files.exists(infoFilePath(m_album.paths, DestName));
-    if (isChecked(OverwritePhotos) && !isKnown)
-        setOldAside(i);
-    // Beside the information file, which has ".info" behind this name: no word that a person wrote is lost.
-    const std::string stray = m_album.paths.InfoPath + DestName;
-    if (isChecked(OverwriteInfoFiles))
-        attempt([&] {
-            if (!isSource(stray, i))
-                files.remove(stray);
-        });
-    const std::string photograph = photographPath(m_album.paths, DestName);
-    return !isKnown && (!files.exists(photograph) || isSource(photograph, i));
-}
-
-// Not where it would move the source itself: that one may have been set aside before.
-void ImportRun::Files::setOldAside(int i)
-{
-    const AlbumPaths& paths = m_album.paths;
-    const std::string thumbnail = thumbnailPath(paths, DestName);
-    attempt([&] {
-        if (!isSource(paths.PhotoPath + DestName, i) && !isSource(paths.PhotoPath + "Removed\\" + DestName, i))
-            setAside(m_album.files, paths.PhotoPath, DestName);
-    });
-    attempt([&] {
-        if (!isSource(thumbnail, i))
-            m_album.files.remove(thumbnail);
-    });
-}
-
-// A copy that was stepped over is taken as done: the check at a later start finds the photograph missing.
-void ImportRun::Files::importFile(int i)
-{
-    const std::string SourcePath = sourceOf(i);
-    const std::string path = photographPath(m_album.paths, DestName);
-    if (!isChecked(LinksOnly))
-        m_run.statement([&] { copy(SourcePath, path); });
-    ImportedFiles.append(path);
-    const std::string LinkTarget = isChecked(LinksOnly) ? SourcePath : path;
-    m_run.handled([&] { CreateInfoFile(m_album.files, infoFilePath(m_album.paths, DestName), LinkTarget); });
-}
-
-// Its failure is told nowhere else.
-void ImportRun::Files::copy(const std::string& source, const std::string& target)
-try {
-    m_album.files.copy(source, target);
-} catch (const Failure& failure) {
-    logFailure(m_album, "cmdImport_Click", failure);
-    throw;
-}
-
-void ImportRun::Files::note(std::string_view name, std::string_view error)
-{
-    ImportErrors.append(readablePath(name)).append("    Error=").append(error).append("\r");
-}
-
-void ImportRun::Files::showProgress(int i)
-{
-    m_run.statement([&] {
-        const float share = divideSingle(static_cast<float>(i + 1), static_cast<float>(m_form.List1.ListCount()));
-        fillBar(m_form.pctProgress, m_form.shpProgress, share * m_form.pctProgress.ScaleWidth() + BarMargin);
-    });
-}
 
 ImportRun::ImportRun(
     frmImport& form, Album& album, frmMain& main, FormHolder<frmSearch>& search, FormHolder<frmThumbnail>& thumbnailBuilder)
@@ -265,15 +64,18 @@ void ImportRun::cmdImport_Click()
         return;
     }
     m_form.cmdImport.Caption = "Cancel";
-    if (m_form.DialogBusy || m_isRunning) // a press of Auto-Scan clears the dialog's guard
+    if (m_form.DialogBusy || m_isRunning) // the Auto-Scan button may have cleared DialogBusy
         return;
     m_form.DialogBusy = true;
-    LongRun run;
-    Files files(m_form, m_album, run);
+    m_digits = static_cast<int>(characterCount(m_form.txtAutoName(1).Text()));
+    ImportedFiles.clear();
+    ImportErrors.clear();
+    DestName.clear();
+    RunCancelled = false;
     m_form.MousePointer = HourglassPointer;
     fillBar(m_form.pctProgress, m_form.shpProgress, 0);
-    run.stepOver();
-    // No box has this value, so that a run with an empty field goes on.
+    m_run.stepOver();
+    // A box never has this value, so a run with an empty field continues.
     if (m_form.chkOptions(AutoName).Value() == -1
         && (m_form.txtAutoName(0).Text().empty() || m_form.txtAutoName(1).Text().empty())) {
         m_form.desktop().prompts().messageBox(
@@ -282,19 +84,19 @@ void ImportRun::cmdImport_Click()
         return;
     }
     m_isRunning = true;
-    m_form.settleList(); // what is added meanwhile takes it back
+    m_form.settleList(); // adding a file during the run reverts this
     bool isFinished = false;
-    run.run([&] {
-        files.importAll();
-        run.jumpToEnd();
-        isFinished = !files.cancelled() && m_form.List1.ListCount() <= MostFiles;
-        if (!files.errors().empty())
+    m_run.run([&] {
+        importAll();
+        m_run.jumpToEnd();
+        isFinished = !RunCancelled && m_form.List1.ListCount() <= MostFiles;
+        if (!ImportErrors.empty())
             m_form.desktop().prompts().messageBox(
-                "Error(s) occurred with the following files during import process.\r\r" + files.errors(),
-                Message::Error, "");
-        if (files.count() != 0 && !files.cancelled()) {
-            buildThumbnails(files);
-            appendToGroups(files);
+                "Error(s) occurred with the following files during import process.\r\r" + ImportErrors, Message::Error,
+                "");
+        if (ImportedFiles.upperBound() != 0 && !RunCancelled) {
+            buildThumbnails();
+            appendToGroups();
         }
         m_main.groupList().reopenGroup();
     });
@@ -303,18 +105,179 @@ void ImportRun::cmdImport_Click()
     end();
 }
 
-void ImportRun::buildThumbnails(const Files& files)
+void ImportRun::importAll()
+{
+    const int listed = m_form.List1.ListCount();
+    const int count = std::min(listed, MostFiles);
+    std::vector<std::string> sources;
+    for (int i = 0; i < count && !isChecked(LinksOnly); ++i)
+        attempt([&] { sources.push_back(sourceOf(i)); });
+    PrefetchScope prefetch(sources, PrefetchScope::LargeFiles);
+    for (int i = 0; i < count && !RunCancelled; ++i) {
+        m_form.lbProgress.Caption = "Importing";
+        importEntry(i);
+        prefetch.advance();
+        showProgress(i);
+        m_form.desktop().DoEvents();
+        // Also cancelled if the dialog was closed with the program.
+        RunCancelled = m_form.cmdImport.Caption() == "Import" || !m_form.isLoaded();
+    }
+    if (listed > count && !RunCancelled)
+        note(numberText(listed - count) + " more", TooManyForOneRun);
+}
+
+bool ImportRun::isChecked(int option) const
+{
+    return m_form.chkOptions(option).Value() == 1;
+}
+
+std::string ImportRun::sourceOf(int i) const
+{
+    std::string folder = m_form.List2.List(i);
+    if (!folder.ends_with('\\'))
+        folder += '\\';
+    return folder + m_form.List1.List(i);
+}
+
+// An import may read from the library's own folders.
+bool ImportRun::isSource(const std::string& path, int i) const
+{
+    return m_album.files.isSameFile(path, sourceOf(i));
+}
+
+void ImportRun::importEntry(int i)
+{
+    chooseName(i);
+    // With one of these boxes checked, later failures abort the run.
+    if (isChecked(OverwritePhotos) || isChecked(OverwriteInfoFiles))
+        m_run.jumpToEnd();
+    m_run.statement([&] {
+        if (isTorn(i))
+            note(DestName, describe(FailureKind::BadFileNameOrNumber));
+        else if (makeRoom(i))
+            importFile(i);
+        else
+            note(DestName, describe(FailureKind::FileAlreadyExists));
+    });
+    if (m_run.standing())
+        note(DestName, m_run.standing()->description());
+    m_run.clear();
+}
+
+void ImportRun::chooseName(int i)
+{
+    const ListBox& names = m_form.List1;
+    if (!isChecked(AutoName)) {
+        m_run.statement([&] { DestName = names.List(i); });
+        return;
+    }
+    m_run.statement([&] {
+        const std::string_view extensions = allExtensionsOf(names.List(i));
+        DestName = m_form.txtAutoName(0).Text() + m_form.txtAutoName(1).Text() + std::string(extensions);
+    });
+    takeNumber();
+}
+
+// Every file uses up a number, even if its import then fails.
+void ImportRun::takeNumber()
+{
+    TextBox& number = m_form.txtAutoName(1);
+    m_run.statement([&] { number.Text = formatWhole(leadingNumber(number.Text()) + 1, m_digits); });
+    m_run.statement([&] {
+        COWReg& settings = m_album.Settings();
+        m_run.handled([&] { settings.SetOWSetting("Trovarium", "Import", "Autonumber", number.Text()); });
+    });
+}
+
+// A scan drops the folders of earlier entries, and a cancelled one leaves full paths. A full path must not overwrite
+// the information file of its last component; without a folder there is no source. The typed prefix and number may
+// contain separators.
+bool ImportRun::isTorn(int i) const
+{
+    const ListBox& folders = m_form.List2;
+    return !isPhotographName(m_form.List1.List(i)) || !isPhotographName(DestName) || i >= folders.ListCount()
+        || folders.List(i).empty();
+}
+
+// Removes what the boxes allow to overwrite. False if the library knows the photograph or its file is still there.
+bool ImportRun::makeRoom(int i)
+{
+    FileService& files = m_album.files;
+    const bool isKnown = files.exists(infoFilePath(m_album.paths, DestName));
+    if (isChecked(OverwritePhotos) && !isKnown)
+        setOldAside(i);
+    // Not the information file, whose name ends in ".info": nothing that the user wrote is lost.
+    const std::string stray = m_album.paths.InfoPath + DestName;
+    if (isChecked(OverwriteInfoFiles))
+        attempt([&] {
+            if (!isSource(stray, i))
+                files.remove(stray);
+        });
+    const std::string photograph = photographPath(m_album.paths, DestName);
+    return !isKnown && (!files.exists(photograph) || isSource(photograph, i));
+}
+
+// Unless it is the source itself, which may have been moved to "Removed" before.
+void ImportRun::setOldAside(int i)
+{
+    const AlbumPaths& paths = m_album.paths;
+    const std::string thumbnail = thumbnailPath(paths, DestName);
+    attempt([&] {
+        if (!isSource(paths.PhotoPath + DestName, i) && !isSource(paths.PhotoPath + "Removed\\" + DestName, i))
+            setAside(m_album.files, paths.PhotoPath, DestName);
+    });
+    attempt([&] {
+        if (!isSource(thumbnail, i))
+            m_album.files.remove(thumbnail);
+    });
+}
+
+// If a failed copy was skipped, the entry still counts as imported: the start-up check will find it missing.
+void ImportRun::importFile(int i)
+{
+    const std::string SourcePath = sourceOf(i);
+    const std::string path = photographPath(m_album.paths, DestName);
+    if (!isChecked(LinksOnly))
+        m_run.statement([&] { copy(SourcePath, path); });
+    ImportedFiles.append(path);
+    const std::string LinkTarget = isChecked(LinksOnly) ? SourcePath : path;
+    m_run.handled([&] { CreateInfoFile(m_album.files, infoFilePath(m_album.paths, DestName), LinkTarget); });
+}
+
+// Logs the failure, which may be reported nowhere else.
+void ImportRun::copy(const std::string& source, const std::string& target)
+try {
+    m_album.files.copy(source, target);
+} catch (const Failure& failure) {
+    logFailure(m_album, "cmdImport_Click", failure);
+    throw;
+}
+
+void ImportRun::note(std::string_view name, std::string_view error)
+{
+    ImportErrors.append(readablePath(name)).append("    Error=").append(error).append("\r");
+}
+
+void ImportRun::showProgress(int i)
+{
+    m_run.statement([&] {
+        const float share = divideSingle(static_cast<float>(i + 1), static_cast<float>(m_form.List1.ListCount()));
+        fillBar(m_form.pctProgress, m_form.shpProgress, share * m_form.pctProgress.ScaleWidth() + BarMargin);
+    });
+}
+
+void ImportRun::buildThumbnails()
 {
     frmThumbnail& builder = m_thumbnailBuilder();
     builder.load();
-    builder.SetMissingList(files.imported());
+    builder.SetMissingList(ImportedFiles);
     builder.showModal();
 }
 
-// The search dialog is the writer of groups; it stays unshown, and keeps the name that stood in it.
-void ImportRun::appendToGroups(const Files& files)
+// Uses the search dialog, without showing it, and restores its group name.
+void ImportRun::appendToGroups()
 {
-    CheckedArray<std::string> names = files.imported();
+    CheckedArray<std::string> names = ImportedFiles;
     for (int i = 1; i <= names.upperBound(); ++i)
         names(i) = SplitPath(names(i)).FileName + ".info";
     frmSearch& search = m_search();
@@ -326,7 +289,7 @@ void ImportRun::appendToGroups(const Files& files)
         search.save();
     };
     const std::string onShow = m_album.group.CurrentGroupName;
-    // A group that was deleted while it is on show isn't brought back.
+    // Doesn't recreate a group that was deleted while on show.
     attempt([&] {
         if (!isAllPhotosGroup(onShow) && !onShow.empty() && hasGroupList(m_album, onShow + ".lst"))
             append(onShow);

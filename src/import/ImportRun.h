@@ -1,6 +1,10 @@
 #pragma once
 
 #include "platform/toolkit/Form.h"
+#include "runtime/LongRun.h"
+#include "store/GroupOnShow.h"
+#include <string>
+#include <string_view>
 
 namespace trovarium {
 
@@ -10,23 +14,35 @@ class frmMain;
 class frmSearch;
 class frmThumbnail;
 
-// Takes the listed files into the library: a copy of each or a link to it, a fresh information file, then the
-// thumbnails and the entries in the group on show and in that of all photographs.
+// Imports the listed files: copies or links each, creates its information file, then builds the thumbnails and appends
+// the photographs to the group on show and to that of all photographs.
 class ImportRun {
 public:
     ImportRun(frmImport& form, Album& album, frmMain& main, FormHolder<frmSearch>& search,
         FormHolder<frmThumbnail>& thumbnailBuilder);
 
-    // Starts a run. While one runs, asks it to stop behind the file in hand, and the next press takes that back.
+    // Starts a run. During a run it requests a stop after the current file; the next click withdraws the request.
     void cmdImport_Click();
-    // The dialog's guard doesn't tell: a scan sets it too, and a press of Auto-Scan clears it in the middle of a run.
+    // DialogBusy can't be used: a scan sets it too, and the Auto-Scan button clears it even during an import.
     bool isRunning() const { return m_isRunning; }
 
 private:
-    class Files;
-
-    void buildThumbnails(const Files& files);
-    void appendToGroups(const Files& files);
+    void importAll();
+    bool isChecked(int option) const;
+    std::string sourceOf(int i) const;
+    bool isSource(const std::string& path, int i) const;
+    void importEntry(int i);
+    void chooseName(int i);
+    void takeNumber();
+    bool isTorn(int i) const;
+    bool makeRoom(int i);
+    void setOldAside(int i);
+    void importFile(int i);
+    void copy(const std::string& source, const std::string& target);
+    void note(std::string_view name, std::string_view error);
+    void showProgress(int i);
+    void buildThumbnails();
+    void appendToGroups();
     void end();
 
     frmImport& m_form;
@@ -35,6 +51,15 @@ private:
     FormHolder<frmSearch>& m_search;
     FormHolder<frmThumbnail>& m_thumbnailBuilder;
     bool m_isRunning = false;
+
+    // Of the current run.
+    LongRun m_run;
+    int m_digits = 0; // of the first automatic number; later ones may have more
+    // Full paths in the library, from index 1 on; of links too, for which there is no file.
+    CheckedArray<std::string> ImportedFiles;
+    std::string ImportErrors;
+    bool RunCancelled = false;
+    std::string DestName; // stays that of the file before if setting it fails
 };
 
 } // namespace trovarium

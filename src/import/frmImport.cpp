@@ -12,6 +12,7 @@
 #include "store/GroupFile.h"
 #include "store/Log.h"
 
+#include <iterator>
 #include <string>
 #include <unordered_set>
 
@@ -22,11 +23,34 @@ namespace {
 constexpr std::string_view Product = "Trovarium";
 constexpr std::string_view Section = "Import";
 
+constexpr std::string_view Types[] = {"bmp", "gif", "jpg", "wmf", "mpg", "mov", "avi"};
+constexpr float TypeWidth = 735;
+
+Plan typePlan(int type)
+{
+    return {.Left = 180 + TypeWidth * static_cast<float>(type),
+        .Top = 5220,
+        .Width = TypeWidth,
+        .Height = 300,
+        .Caption = Types[type]};
+}
+
+Plan optionPlan(float top, std::string_view caption)
+{
+    return {.Left = 180, .Top = top, .Width = 5550, .Height = 300, .Caption = caption};
+}
+
 } // namespace
 
 frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormHolder<frmSearch>& search,
     FormHolder<frmThumbnail>& thumbnailBuilder)
     : Form(desktop, {.Name = "frmImport", .Caption = "Import Media", .Width = 11160, .Height = 9000})
+    , chkFilter(&framSource, "chkFilter", 0, std::size(Types) - 1, typePlan)
+    , chkOptions(&framOptions, "chkOptions",
+          {{0, optionPlan(390, "Overwrite existing photos in album")},
+              {1, optionPlan(735, "Overwrite existing photos info files")},
+              {3, optionPlan(1080, "Create photo links only (No copies to local dir)")},
+              {2, {.Left = 6060, .Top = 390, .Width = 4440, .Height = 300, .Caption = "Auto rename/number"}}})
     , m_album(album)
     , m_autoScan(std::make_unique<AutoScan>(*this, album))
     , m_importRun(std::make_unique<ImportRun>(*this, album, main, search, thumbnailBuilder))
@@ -44,7 +68,6 @@ frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormHolder<f
     on(Close, this, &frmImport::lbExit_Click);
     on(KeyDown, this, &frmImport::Form_KeyDown);
     on(chkFilter, &CheckBox::Click, this, &frmImport::chkFilter_Click);
-    on(chkOptions, &CheckBox::Click, this, &frmImport::chkOptions_Click);
     on(cmdAddFile.Click, this, &frmImport::cmdAddFile_Click);
     on(cmdRemoveFile.Click, this, &frmImport::cmdRemoveFile_Click);
     on(List1.KeyDown, this, &frmImport::List1_KeyDown);
@@ -67,7 +90,7 @@ void frmImport::paint()
     shpProgress.FillColor = BarBlue;
 }
 
-// For screen readers, where no caption tells.
+// Tool tips, and names for screen readers where a control has no caption.
 void frmImport::nameControls()
 {
     Drive1.AccessibleName = "Drives";
@@ -80,9 +103,12 @@ void frmImport::nameControls()
     txtAutoName(1).AccessibleName = "Start #";
     pctProgress.AccessibleName = "Progress";
     pctProgress.AccessibleValue = 0;
+    cmdAutoScan.ToolTipText = "Add all files of the checked types in this folder and below it.";
+    cmdAddFile.ToolTipText = "Add the chosen files.";
+    cmdRemoveFile.ToolTipText = "Take the chosen entries off the list.";
 }
 
-// Where the first steps fail, as on a drive that is gone, the pattern and the names stay as they are made.
+// If a step fails, for instance because the drive is missing, pattern and names keep their defaults.
 void frmImport::Form_Load()
 try {
     Dir1.SetFocus();
@@ -97,20 +123,20 @@ try {
     logFailure(m_album, "Form_Load", failure);
 }
 
-// No scan goes on for a list that nobody sees.
+// Ends a running scan.
 void frmImport::Form_Unload()
 {
     m_autoScan->stop();
 }
 
-// Escape closes the window where nothing is lost by it.
+// Escape only closes the window if no list is lost.
 void frmImport::Form_KeyDown(int KeyCode, int /*Shift*/)
 {
     if (KeyCode == EscapeKey && !DialogBusy && (m_isListSettled || List1.ListCount() == 0))
         lbExit_Click();
 }
 
-// The first term matches nothing: with no box checked the list is empty.
+// The first term matches nothing, so that the list is empty if no box is checked.
 void frmImport::BuildFilePattern()
 {
     File1.Pattern = "*.abcde";
@@ -122,12 +148,12 @@ void frmImport::BuildFilePattern()
     });
 }
 
-// The names on the list are looked up by their capitals, so that a folder of tens of thousands is added at once.
+// A set of the upper-case names keeps this fast for tens of thousands.
 bool frmImport::AddSelectedFiles()
 try {
     MousePointer = HourglassPointer;
     std::unordered_set<std::string> listed;
-    // Behind a scan that was cancelled, each new entry is to have its own folder.
+    // After a cancelled scan List2 is shorter; pad it so that indexes match.
     while (List2.ListCount() < List1.ListCount())
         List2.AddItem("");
     for (int i = 0; i < List1.ListCount(); ++i)
@@ -152,15 +178,6 @@ void frmImport::chkFilter_Click(int /*Index*/)
     BuildFilePattern();
 }
 
-// The boxes are read when the import needs them.
-void frmImport::chkOptions_Click(int /*Index*/)
-{
-    if (m_optionsBusy)
-        return;
-    m_optionsBusy = true;
-    m_optionsBusy = false;
-}
-
 void frmImport::cmdAddFile_Click()
 {
     AddSelectedFiles();
@@ -173,8 +190,8 @@ void frmImport::cmdRemoveFile_Click()
     lbCount.Caption = numberText(List1.ListCount());
 }
 
-// After a scan that was cancelled List2 is shorter. While a scan divides its paths the list is closed, and stays whole,
-// and so it does under an import that walks through it.
+// After a cancelled scan List2 is shorter. Nothing is removed while a scan splits its paths (List1 is disabled then) or
+// an import runs.
 void frmImport::List1_KeyDown(int KeyCode, int /*Shift*/)
 try {
     if (KeyCode == DeleteKey && List1.Enabled() && !m_importRun->isRunning()) {
@@ -193,7 +210,7 @@ try {
     logFailure(m_album, "List1_KeyDown", failure);
 }
 
-// The number may hold any text, and only the import saves it.
+// Only the prefix is checked and saved here; the import saves the number.
 void frmImport::txtAutoName_Change(int Index)
 {
     if (Index != 0)
@@ -204,8 +221,7 @@ void frmImport::txtAutoName_Change(int Index)
     m_album.Settings().SetOWSetting(Product, Section, "Autoname", txtAutoName(0).Text());
 }
 
-// What the user chooses is kept. Where the dialog begins is not: it may be the root, for want of a folder that is
-// away today.
+// Saves what the user chooses, but not the initial folder: that may be the root if the saved one is missing today.
 void frmImport::Dir1_Change()
 {
     File1.Path = Dir1.Path();
@@ -220,7 +236,7 @@ try {
     desktop().prompts().messageBox("Error: " + std::string(failure.description()), Message::Error, "");
 }
 
-// A run has a button that cancels it; broken off here, it would leave photographs that are in no group.
+// Not during an import, which has its own cancel button: photographs would be in no group.
 void frmImport::lbExit_Click()
 try {
     if (!m_importRun->isRunning())

@@ -22,20 +22,19 @@ class frmMain;
 class frmSearch;
 class frmThumbnail;
 
-// Chooses media files from any folder for the library: by hand here, from a whole folder tree in AutoScan.
-// ImportRun takes them in. A modal show is all that its callers do.
+// Chooses files to import: single ones here, a whole folder tree in AutoScan. ImportRun imports them.
 class frmImport : public Form {
 public:
     frmImport(Desktop& desktop, Album& album, frmMain& main, FormHolder<frmSearch>& search,
         FormHolder<frmThumbnail>& thumbnailBuilder);
     ~frmImport() override;
 
-    // The types of the checked boxes, for the list of files.
+    // Sets the file list's pattern from the checked types.
     void BuildFilePattern();
-    // Puts the files chosen in File1 on the list; false when a failure ended it. A name that is on the list
-    // already is left out, from whatever folder it is.
+    // Adds the files selected in File1 to the list, except names already on it, from whatever folder. False after a
+    // failure.
     bool AddSelectedFiles();
-    // Escape closes the window behind an import of the whole list, until something is added.
+    // After the whole list was imported Escape may close the window, until something is added.
     void settleList() { m_isListSettled = true; }
     void unsettleList() { m_isListSettled = false; }
 
@@ -43,7 +42,6 @@ public:
     void Form_Unload();
     void Form_KeyDown(int KeyCode, int Shift);
     void chkFilter_Click(int Index);
-    void chkOptions_Click(int Index);
     void cmdAddFile_Click();
     void cmdRemoveFile_Click();
     void List1_KeyDown(int KeyCode, int Shift);
@@ -54,7 +52,7 @@ public:
 
     bool DialogBusy = false; // a scan or an import runs
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout, in twips ----
 
     Frame framSource{this,
         {.Name = "framSource", .Left = 240, .Top = 240, .Width = 5460, .Height = 6180, .Caption = "Source Files"}};
@@ -62,39 +60,19 @@ public:
     FolderList Dir1{&framSource, {.Name = "Dir1", .Left = 180, .Top = 930, .Width = 5100, .Height = 2040}};
     FileList File1{&framSource, {.Name = "File1", .Left = 180, .Top = 3090, .Width = 5100, .Height = 2040}};
     // The captions are the extensions.
-    ControlArray<CheckBox> chkFilter{&framSource, "chkFilter",
-        {{0, {.Left = 180, .Top = 5220, .Width = 735, .Height = 300, .Caption = "bmp"}},
-            {1, {.Left = 915, .Top = 5220, .Width = 735, .Height = 300, .Caption = "gif"}},
-            {2, {.Left = 1650, .Top = 5220, .Width = 735, .Height = 300, .Caption = "jpg"}},
-            {3, {.Left = 2385, .Top = 5220, .Width = 735, .Height = 300, .Caption = "wmf"}},
-            {4, {.Left = 3120, .Top = 5220, .Width = 735, .Height = 300, .Caption = "mpg"}},
-            {5, {.Left = 3855, .Top = 5220, .Width = 735, .Height = 300, .Caption = "mov"}},
-            {6, {.Left = 4590, .Top = 5220, .Width = 735, .Height = 300, .Caption = "avi"}}}};
+    ControlArray<CheckBox> chkFilter;
     Button cmdAutoScan{&framSource,
         {.Name = "cmdAutoScan",
             .Left = 180,
             .Top = 5610,
             .Width = 5100,
             .Height = 390,
-            .Caption = "Auto-Scan (and sub-folders)",
-            .ToolTipText = "Add all files of the checked types in this folder and below it."}};
+            .Caption = "Auto-Scan (and sub-folders)"}};
 
-    Button cmdAddFile{this,
-        {.Name = "cmdAddFile",
-            .Left = 5880,
-            .Top = 3540,
-            .Width = 1200,
-            .Height = 390,
-            .Caption = "A&dd >",
-            .ToolTipText = "Add the chosen files."}};
+    Button cmdAddFile{
+        this, {.Name = "cmdAddFile", .Left = 5880, .Top = 3540, .Width = 1200, .Height = 390, .Caption = "A&dd >"}};
     Button cmdRemoveFile{this,
-        {.Name = "cmdRemoveFile",
-            .Left = 5880,
-            .Top = 4050,
-            .Width = 1200,
-            .Height = 390,
-            .Caption = "< &Remove",
-            .ToolTipText = "Take the chosen entries off the list."}};
+        {.Name = "cmdRemoveFile", .Left = 5880, .Top = 4050, .Width = 1200, .Height = 390, .Caption = "< &Remove"}};
 
     Frame framSelected{this,
         {.Name = "framSelected",
@@ -103,7 +81,7 @@ public:
             .Width = 3660,
             .Height = 6180,
             .Caption = "Files Selected for Import"}};
-    // The name of each entry, and its folder at the same index.
+    // The names, and at the same index their folders.
     ListBox List1{&framSelected, {.Name = "List1", .Left = 180, .Top = 450, .Width = 3300, .Height = 5100}};
     ListBox List2{
         &framSelected, {.Name = "List2", .Left = 180, .Top = 450, .Width = 3300, .Height = 5100, .Visible = false}};
@@ -119,22 +97,8 @@ public:
 
     Frame framOptions{
         this, {.Name = "framOptions", .Left = 240, .Top = 6600, .Width = 10680, .Height = 1500, .Caption = "Options"}};
-    // In the order of the Tab key, with the name fields behind the box that they belong to.
-    ControlArray<CheckBox> chkOptions{&framOptions, "chkOptions",
-        {{0, {.Left = 180, .Top = 390, .Width = 5550, .Height = 300, .Caption = "Overwrite existing photos in album"}},
-            {1,
-                {.Left = 180,
-                    .Top = 735,
-                    .Width = 5550,
-                    .Height = 300,
-                    .Caption = "Overwrite existing photos info files"}},
-            {3,
-                {.Left = 180,
-                    .Top = 1080,
-                    .Width = 5550,
-                    .Height = 300,
-                    .Caption = "Create photo links only (No copies to local dir)"}},
-            {2, {.Left = 6060, .Top = 390, .Width = 4440, .Height = 300, .Caption = "Auto rename/number"}}}};
+    // In tab order: box 2 is followed by its name fields.
+    ControlArray<CheckBox> chkOptions;
     ControlArray<Label> lbAutoName{&framOptions, "lbAutoName",
         {{0, {.Left = 6360, .Top = 780, .Width = 780, .Height = 240, .Caption = "Prefix"}},
             {1, {.Left = 6360, .Top = 1140, .Width = 780, .Height = 240, .Caption = "Start #"}}}};
@@ -156,7 +120,6 @@ private:
     void nameControls();
 
     Album& m_album;
-    bool m_optionsBusy = false; // guards chkOptions_Click
     bool m_isListSettled = false;
     std::unique_ptr<AutoScan> m_autoScan;
     std::unique_ptr<ImportRun> m_importRun;

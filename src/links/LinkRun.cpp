@@ -21,7 +21,7 @@ namespace trovarium {
 namespace {
 
 constexpr std::string_view Idle = "&Make it so";
-constexpr float BarMargin = 30;          // twips, for the border at both ends
+constexpr float BarMargin = 30;          // twips, for the borders at both ends
 constexpr std::size_t WavMarkLength = 8; // bytes before the photograph's name in its row
 
 } // namespace
@@ -35,7 +35,7 @@ LinkRun::LinkRun(frmAddMidiWav& form, Album& album, frmMain& main, std::function
     on(form.cmdImport.Click, this, &LinkRun::cmdImport_Click);
 }
 
-// The pointer that changes is the import dialog's, which nobody sees.
+// Changes the mouse pointer of the import dialog, which isn't visible.
 void LinkRun::cmdImport_Click()
 {
     if (m_form.cmdImport.Caption() == "Cancel") {
@@ -75,14 +75,14 @@ void LinkRun::linkAll()
         const float share = static_cast<float>(row + 1) / static_cast<float>(count);
         fillBar(m_form.pctProgress, m_form.shpProgress, share * (m_form.pctProgress.ScaleWidth() + BarMargin));
         m_form.desktop().DoEvents();
-        // A dialog that ended with the program has nobody to see the rest.
+        // The dialog may have been closed with the program.
         if (!m_form.isLoaded())
             break;
     }
 }
 
-// After a sound was to go, also one that wasn't there, what fails ends the run. So does every row that is cleared:
-// behind its delete there is nothing to copy.
+// Once an old sound was to be removed, even a missing one, a failure ends the run. So does every cleared row, since
+// copying its empty source fails.
 void LinkRun::link(int row)
 {
     FileService& files = m_album.files;
@@ -110,7 +110,7 @@ void LinkRun::link(int row)
     });
     if (isDone)
         m_form.settle(row);
-    else if (end) // which is told nowhere else
+    else if (end) // not reported anywhere else
         logFailure(m_album, "cmdImport_Click", *end);
     if (end)
         throw Failure(*end);
@@ -119,7 +119,7 @@ void LinkRun::link(int row)
     m_run.clear();
 }
 
-// To "Removed", from where a later row reads it whose source it is: so two sounds can be exchanged.
+// Moves it to "Removed". A later row that has it as its source reads it there, so that two sounds can be swapped.
 void LinkRun::takeAway(const std::string& path)
 {
     const SplitPathResult parts = SplitPath(path);

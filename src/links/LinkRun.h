@@ -13,13 +13,13 @@ class Form;
 class frmAddMidiWav;
 class frmMain;
 
-// Does what has been changed in the link dialog, row by row: copies a sound to the name that links it to its
-// owner, or takes it away. What was there goes to "Removed".
+// Applies the changes of the link dialog row by row: copies a sound to the file name that links it to its owner, or
+// removes it. An old sound moves to "Removed".
 class LinkRun {
 public:
     LinkRun(frmAddMidiWav& form, Album& album, frmMain& main, std::function<Form&()> importForm);
 
-    // Starts a run. While one goes on, asks it to stop behind the row in hand.
+    // Starts a run. During a run it requests a stop after the current row.
     void cmdImport_Click();
 
 private:
@@ -37,7 +37,7 @@ private:
     std::function<Form&()> m_importForm;
     LongRun m_run;
     std::string ImportErrors;
-    std::map<std::string, std::string> m_moved; // where the run has put chosen sources
+    std::map<std::string, std::string> m_moved; // sources that the run has moved, with their new paths
 };
 
 } // namespace trovarium

@@ -21,8 +21,7 @@ namespace {
 
 constexpr std::string_view Product = "Trovarium";
 
-// What stands before an owner's name. The blanks hold the place of the word, so that a marker is exchanged for
-// another of its length.
+// The marker before an owner's name. Both have the same length, so that one can replace the other.
 constexpr std::string_view MidiLinked = "[midi]";
 constexpr std::string_view MidiEmpty = "[    ]";
 constexpr std::string_view WavLinked = "[wav]";
@@ -89,7 +88,7 @@ void frmAddMidiWav::paint()
     shpProgress.FillColor = BarBlue;
 }
 
-// For screen readers, where no caption tells or two are alike.
+// A tool tip, and names for screen readers where a control has no caption or shares it with another.
 void frmAddMidiWav::nameControls()
 {
     Drive1.AccessibleName = "Drives";
@@ -102,6 +101,7 @@ void frmAddMidiWav::nameControls()
     cmdPlayStop(StopLinked).AccessibleName = "Stop linked";
     pctProgress.AccessibleName = "Progress";
     pctProgress.AccessibleValue = 0;
+    cmdAddFile.ToolTipText = "Link the chosen file to the chosen entry.";
 }
 
 void frmAddMidiWav::linkMidi()
@@ -122,8 +122,8 @@ void frmAddMidiWav::linkWav()
     showModal();
 }
 
-// The markers tell of songs in the folder of the lists, while a run puts them into that of the music: a song that
-// has just been linked shows as none the next time.
+// The markers look for songs in the lists' folder, but a run copies them to the music folder: a song that was just
+// linked shows as missing the next time.
 void frmAddMidiWav::Set4Midi()
 {
     setUp(true);
@@ -174,7 +174,7 @@ try {
     logFailure(m_album, "Form_Load", failure);
 }
 
-// Escape closes the window where nothing is lost by it.
+// Escape only closes the window if no change is lost.
 void frmAddMidiWav::Form_KeyDown(int KeyCode, int /*Shift*/)
 {
     if (KeyCode == EscapeKey && m_open.empty())
@@ -189,7 +189,7 @@ void frmAddMidiWav::settle(int row)
 void frmAddMidiWav::Dir1_Change()
 {
     File1.Path = Dir1.Path();
-    if (isShown()) // what the user chooses, and not where the dialog begins
+    if (isShown()) // not the initial folder
         m_album.Settings().SetOWSetting(Product, "Sound", "LastPath", Dir1.Path());
 }
 
@@ -265,7 +265,7 @@ void frmAddMidiWav::List1_DblClick()
     cmdPlayStop_Click(PlayLinked);
 }
 
-// What was started plays on when the form has gone.
+// The sound keeps playing after the form is closed.
 void frmAddMidiWav::cmdPlayStop_Click(int Index)
 {
     AudioControls& audio = m_main.audio();
@@ -283,7 +283,7 @@ void frmAddMidiWav::cmdPlayStop_Click(int Index)
     MousePointer = DefaultPointer;
 }
 
-// A run has a button that cancels it.
+// Not during a run, which has its own cancel button.
 void frmAddMidiWav::lbExit_Click()
 try {
     if (!DialogBusy)

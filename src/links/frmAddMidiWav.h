@@ -21,22 +21,22 @@ struct Album;
 class LinkRun;
 class frmMain;
 
-// Links sound to the album: a song to a group or a wave clip to a photograph, by a copy whose name tells its
-// owner. What is chosen here is done by LinkRun.
+// Chooses a song for a group or a wave clip for a photograph. The link is a copy with the owner's name; LinkRun makes
+// it.
 class frmAddMidiWav : public Form {
 public:
-    // `importForm` gives the import dialog, which is made for the purpose where there is none.
+    // `importForm` returns the import dialog, creating it if necessary.
     frmAddMidiWav(Desktop& desktop, Album& album, frmMain& main, std::function<Form&()> importForm);
     ~frmAddMidiWav() override;
 
-    // Load the form, set it up and show it, modal.
+    // Load the form, set it up and show it modally.
     void linkMidi();
     void linkWav();
 
     void Set4Midi();
     void Set4Wav();
 
-    // A run is through with that row, which keeps its flag.
+    // The run has finished this row, which stays selected.
     void settle(int row);
 
     void Form_Load();
@@ -53,7 +53,7 @@ public:
     bool DialogBusy = false; // a run goes on
     bool LinkIsMidi = false; // music, not clips
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout, in twips ----
 
     Frame framSource{this,
         {.Name = "framSource", .Left = 240, .Top = 240, .Width = 4800, .Height = 6300, .Caption = "Source Files"}};
@@ -61,24 +61,17 @@ public:
     FolderList Dir1{&framSource, {.Name = "Dir1", .Left = 180, .Top = 930, .Width = 4440, .Height = 2040}};
     FileList File1{&framSource, {.Name = "File1", .Left = 180, .Top = 3090, .Width = 4440, .Height = 2520}};
 
-    Button cmdAddFile{this,
-        {.Name = "cmdAddFile",
-            .Left = 5220,
-            .Top = 3540,
-            .Width = 1200,
-            .Height = 390,
-            .Caption = "A&dd >",
-            .ToolTipText = "Link the chosen file to the chosen entry."}};
+    Button cmdAddFile{
+        this, {.Name = "cmdAddFile", .Left = 5220, .Top = 3540, .Width = 1200, .Height = 390, .Caption = "A&dd >"}};
 
     Frame framDestination{this, {.Name = "framDestination", .Left = 6600, .Top = 240, .Width = 4320, .Height = 6300}};
     Label lbListContents{
         &framDestination, {.Name = "lbListContents", .Left = 180, .Top = 105, .Width = 3960, .Height = 240}};
-    // The owners as shown, and the file that a run copies for each, empty to clear it; selected there is what has
-    // been changed.
+    // The owners, and the file to copy for each, empty to clear the link. Changed rows are selected in List2.
     ListBox List1{&framDestination, {.Name = "List1", .Left = 180, .Top = 450, .Width = 3960, .Height = 4560}};
     ListBox List2{
         &framDestination, {.Name = "List2", .Left = 180, .Top = 450, .Width = 3960, .Height = 4560, .Visible = false}};
-    // Of the source, then of the entry.
+    // Two for the source file, two for the chosen entry.
     ControlArray<Button> cmdPlayStop{playButtons()};
     Button cmdClear{&framDestination,
         {.Name = "cmdClear", .Left = 2940, .Top = 5130, .Width = 1200, .Height = 390, .Caption = "&Clear"}};
@@ -109,7 +102,7 @@ private:
     Album& m_album;
     frmMain& m_main;
     std::unique_ptr<LinkRun> m_run;
-    std::set<int> m_open; // rows that were changed since a run was through with them
+    std::set<int> m_open; // rows changed since a run finished them
 };
 
 } // namespace trovarium

@@ -42,7 +42,7 @@ constexpr std::array<FieldOfLine, 7> FieldsOfLines{{
     {"KEYWORDS=", &frmSearch::txtkeywords},
 }};
 
-// "*" takes any text. The text is a whole line with its key, or a file's name with its ".info".
+// "*" matches any text. `text` is a line including its key, or a file name including ".info".
 bool accepts(const std::string& wanted, std::string_view text)
 {
     return wanted == "*" || findNoCase(text, wanted) != std::string_view::npos;
@@ -123,13 +123,13 @@ try {
     logFailure(m_album, "Form_Load", failure);
 }
 
-// Nobody sees any more what a search would find.
+// Ends a running search.
 void frmSearch::Form_Unload()
 {
     cmdSearch.Caption = "Search";
 }
 
-// Escape takes back the last thing: a search that runs, or else the dialog.
+// Escape cancels a running search, or else closes the dialog.
 void frmSearch::Form_KeyDown(int KeyCode, int /*Shift*/)
 {
     if (KeyCode != EscapeKey)
@@ -162,7 +162,7 @@ void frmSearch::searchLibrary()
     File1.Pattern = "*.info";
     File1.Path = m_album.paths.InfoPath;
     File1.Refresh();
-    // A folder that can't be read leaves what the last search found.
+    // If the folder can't be read, the previous results stay.
     const int count = File1.ListCount();
     SearchResults.clear();
     SearchYears.clear();
@@ -170,6 +170,7 @@ void frmSearch::searchLibrary()
     cmdSearch.Caption = "Cancel";
 
     std::vector<std::string> paths;
+    paths.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         paths.push_back(m_album.paths.InfoPath + File1.List(i));
     const PrefetchScope prefetch(paths);
@@ -199,7 +200,7 @@ bool frmSearch::matches(const std::string& fileName)
     return match && (txtFilename.Text().empty() || accepts(txtFilename.Text(), fileName));
 }
 
-// Only the lines that are there are asked: a file without a place passes for any place.
+// Only lines that exist are compared: a file without a place matches any place.
 bool frmSearch::linesMatch(int number)
 {
     FileService& files = m_album.files;
@@ -226,7 +227,7 @@ void frmSearch::keep(const std::string& fileName)
     SearchYears.append(0);
     if (YearText.empty())
         YearText = "0";
-    // A year that is no number ends the search.
+    // Fails if the year is no number, which ends the search.
     SearchYears(SearchYears.upperBound()) = toInt16(std::floor(strictNumber(YearText)));
 }
 
@@ -238,7 +239,7 @@ void frmSearch::showProgress(int searched, int count)
         divideSingle(static_cast<float>(searched), static_cast<float>(count)) * pctProgress.ScaleWidth());
 }
 
-// What was found goes in once, however often it is pressed meanwhile.
+// A click during a save is ignored.
 void frmSearch::cmdSave_Click()
 {
     if (m_isSaving)
@@ -310,8 +311,8 @@ try {
     return false;
 }
 
-// Without a group on show, the import puts the new photographs into that of all photographs only. It writes them
-// through this dialog, and what was found comes back behind it.
+// With no group on show, the import appends the new photographs only to that of all photographs. It uses this dialog to
+// write them, so the results are restored afterwards.
 void frmSearch::cmdImport_Click()
 {
     const std::string onShow = std::exchange(m_album.group.CurrentGroupName, {});

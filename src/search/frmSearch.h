@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -19,60 +20,51 @@ namespace trovarium {
 struct Album;
 class frmMain;
 
-// Finds photographs by the text of their information files and appends them to a group. The import writes its new
+// Finds photographs by the text of their information files and appends them to a group. The import appends its new
 // photographs through it too, without showing it.
 class frmSearch : public Form {
 public:
     frmSearch(Desktop& desktop, Album& album, frmMain& main);
 
-    // Names of information files from index 1 on, in place of what a search found.
+    // Replaces the search results: names of information files from index 1 on.
     void SetNewList(const CheckedArray<std::string>& list);
-    // By year, equal years in the order in which they were found. Nobody asks for it: a group keeps that order.
+    // Stable sort by year. Not called: groups keep the order in which photographs were found.
     void SortResultsByYear();
 
     void Form_Load();
     void Form_Unload();
     void Form_KeyDown(int KeyCode, int Shift);
-    // Searches all of the library; a press in the meantime ends it with what was found until then. Failures end it
-    // in the same way.
+    // Searches the whole library. A second click, or a failure, ends the search and keeps what was found so far.
     void cmdSearch_Click();
-    // Appends to the list of the group named in `cmbGroupName`, a new one or not. Without a name, and when
-    // characters had to be replaced in it, it tells so and writes nothing. A line of the dialog tells what was
-    // appended. The group on show is read again.
+    // Appends the results to the group named in `cmbGroupName`, which is created if necessary, tells how many, and
+    // reads the group on show again. If the name is empty or characters had to be replaced, only a message appears.
     void cmdSave_Click();
-    // The same for a run that shows the group again by itself. False when nothing was to be written.
+    // The same without reading the group again. False if the name wasn't accepted.
     bool save();
     void cmdImport_Click();
     void cmbGroupName_Enter();
     void lbExit_Click();
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout, in twips ----
 
     Label Label1{this,
         {.Name = "Label1", .Left = 300, .Top = 255, .Width = 6600, .Height = 240, .Caption = "Specify search items:"}};
-    Label lbFilename{
-        this, {.Name = "lbFilename", .Left = 300, .Top = 645, .Width = 1500, .Height = 330, .Caption = "Filename:"}};
-    TextBox txtFilename{this, {.Name = "txtFilename", .Left = 1860, .Top = 645, .Width = 5040, .Height = 330}};
-    Label lbTitle{
-        this, {.Name = "lbTitle", .Left = 300, .Top = 1065, .Width = 1500, .Height = 330, .Caption = "Title:"}};
-    TextBox txtTitle{this, {.Name = "txtTitle", .Left = 1860, .Top = 1065, .Width = 5040, .Height = 330}};
-    Label lbYear{this, {.Name = "lbYear", .Left = 300, .Top = 1485, .Width = 1500, .Height = 330, .Caption = "Year:"}};
-    TextBox txtYear{this, {.Name = "txtYear", .Left = 1860, .Top = 1485, .Width = 5040, .Height = 330}};
-    Label lbPlace{
-        this, {.Name = "lbPlace", .Left = 300, .Top = 1905, .Width = 1500, .Height = 330, .Caption = "Place:"}};
-    TextBox txtPlace{this, {.Name = "txtPlace", .Left = 1860, .Top = 1905, .Width = 5040, .Height = 330}};
-    Label lbEvent{
-        this, {.Name = "lbEvent", .Left = 300, .Top = 2325, .Width = 1500, .Height = 330, .Caption = "Event:"}};
-    TextBox txtEvent{this, {.Name = "txtEvent", .Left = 1860, .Top = 2325, .Width = 5040, .Height = 330}};
-    Label lbPhotographer{this,
-        {.Name = "lbPhotographer", .Left = 300, .Top = 2745, .Width = 1500, .Height = 330, .Caption = "Photographer:"}};
-    TextBox txtPhotographer{this, {.Name = "txtPhotographer", .Left = 1860, .Top = 2745, .Width = 5040, .Height = 330}};
-    Label lbPeople{
-        this, {.Name = "lbPeople", .Left = 300, .Top = 3165, .Width = 1500, .Height = 330, .Caption = "People:"}};
-    TextBox txtPeople{this, {.Name = "txtPeople", .Left = 1860, .Top = 3165, .Width = 5040, .Height = 330}};
-    Label lbKeywords{
-        this, {.Name = "lbKeywords", .Left = 300, .Top = 3585, .Width = 1500, .Height = 330, .Caption = "Keywords:"}};
-    TextBox txtkeywords{this, {.Name = "txtkeywords", .Left = 1860, .Top = 3585, .Width = 5040, .Height = 330}};
+    Label lbFilename{this, captionPlan("lbFilename", 645, "Filename:")};
+    TextBox txtFilename{this, fieldPlan("txtFilename", 645)};
+    Label lbTitle{this, captionPlan("lbTitle", 1065, "Title:")};
+    TextBox txtTitle{this, fieldPlan("txtTitle", 1065)};
+    Label lbYear{this, captionPlan("lbYear", 1485, "Year:")};
+    TextBox txtYear{this, fieldPlan("txtYear", 1485)};
+    Label lbPlace{this, captionPlan("lbPlace", 1905, "Place:")};
+    TextBox txtPlace{this, fieldPlan("txtPlace", 1905)};
+    Label lbEvent{this, captionPlan("lbEvent", 2325, "Event:")};
+    TextBox txtEvent{this, fieldPlan("txtEvent", 2325)};
+    Label lbPhotographer{this, captionPlan("lbPhotographer", 2745, "Photographer:")};
+    TextBox txtPhotographer{this, fieldPlan("txtPhotographer", 2745)};
+    Label lbPeople{this, captionPlan("lbPeople", 3165, "People:")};
+    TextBox txtPeople{this, fieldPlan("txtPeople", 3165)};
+    Label lbKeywords{this, captionPlan("lbKeywords", 3585, "Keywords:")};
+    TextBox txtkeywords{this, fieldPlan("txtkeywords", 3585)};
 
     Button cmdSearch{
         this, {.Name = "cmdSearch", .Left = 1860, .Top = 4095, .Width = 1500, .Height = 405, .Caption = "&Search"}};
@@ -87,9 +79,8 @@ public:
     Shape shpProgress{&pctProgress, {.Name = "shpProgress", .Width = 0, .Height = 135}};
     Line Line1{this, {.Name = "Line1", .Left = 300, .Top = 4800, .Width = 6600, .Height = 0}};
 
-    Label lbGroupName{this,
-        {.Name = "lbGroupName", .Left = 300, .Top = 5085, .Width = 1500, .Height = 330, .Caption = "Group name:"}};
-    ComboBox cmbGroupName{this, {.Name = "cmbGroupName", .Left = 1860, .Top = 5085, .Width = 5040, .Height = 330}};
+    Label lbGroupName{this, captionPlan("lbGroupName", 5085, "Group name:")};
+    ComboBox cmbGroupName{this, fieldPlan("cmbGroupName", 5085)};
     Button cmdSave{this,
         {.Name = "cmdSave",
             .Left = 1860,
@@ -103,10 +94,20 @@ public:
 
     Label lbAppended{this, {.Name = "lbAppended", .Left = 1860, .Top = 6120, .Width = 5040, .Height = 240}};
 
-    // Only lists the information files.
+    // Hidden: only used to list the information files.
     FileList File1{this, {.Name = "File1", .Left = 300, .Top = 6900, .Width = 1500, .Height = 1500, .Visible = false}};
 
 private:
+    // A field and the caption in front of it.
+    static Plan captionPlan(std::string_view name, float top, std::string_view caption)
+    {
+        return {.Name = name, .Left = 300, .Top = top, .Width = 1500, .Height = 330, .Caption = caption};
+    }
+    static Plan fieldPlan(std::string_view name, float top)
+    {
+        return {.Name = name, .Left = 1860, .Top = top, .Width = 5040, .Height = 330};
+    }
+
     void paintWindow();
     void searchLibrary();
     bool matches(const std::string& fileName);
@@ -114,14 +115,14 @@ private:
     void keep(const std::string& fileName);
     void showProgress(int searched, int count);
     bool appendResults();
-    // True for a name that can be used as it stands; tells what is wrong with another.
+    // True if the name can be used as it is; otherwise shows a message.
     bool acceptGroupName();
 
     Album& m_album;
     frmMain& m_main;
     CheckedArray<std::string> SearchResults;
     CheckedArray<std::int16_t> SearchYears; // of the results, at the same index
-    // Not cleared between two files: a match without a year of its own has that of the file before.
+    // Not cleared between files: a match without a year gets that of the previous file.
     std::string YearText;
     bool m_isAppended = false; // by the last save
     bool m_isSaving = false;   // guards cmdSave_Click

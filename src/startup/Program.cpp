@@ -5,7 +5,6 @@
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Failure.h"
-#include "startup/UnloadAllForms.h"
 #include "store/Album.h"
 #include "store/Deployment.h"
 #include "store/LibraryFolders.h"
@@ -47,8 +46,8 @@ Program::Program(Desktop& desktop, Album& album, std::string programPath)
 {
 }
 
-// The order is fixed: the library for this program alone, folders, settings, the test for a read-only library, splash,
-// the check, the repair of the groups, the main window.
+// The order matters: lock the library, folders, settings, test for a read-only library, splash screen, check, repair of
+// the groups, main window.
 void Program::Main()
 try {
     attempt([&] { m_album.settingsStore = std::make_unique<COWReg>(); });
@@ -62,7 +61,7 @@ try {
     attempt([&] { CheckDirPaths(m_album, m_desktop); });
     attempt([&] { m_splash().show(); });
     attempt([&] { m_desktop.DoEvents(); });
-    // A click on the splash form while it checks takes effect where the passes let events run.
+    // A click on the splash screen sets the flag while the check lets events run.
     if (!m_album.AutoCheckBypass)
         attempt([&] { RepairPasses(m_album, m_splash(), m_thumbnailBuilder).CheckFolderContents(); });
     if (!m_album.AutoCheckBypass)
@@ -73,7 +72,7 @@ try {
     attempt([&] { m_splash().unload(); });
     attempt([&] { m_desktop.Screen().MousePointer = DefaultPointer; });
 } catch (const Failure& failure) {
-    // Kept for the day that a step above is to be fatal; as they are, no failure gets here.
+    // Not reached as long as every step above is in an attempt.
     logFailure(m_album, "Main", failure);
     m_desktop.Screen().MousePointer = DefaultPointer;
     m_desktop.prompts().messageBox("Unexpected problem. Must exit. Check log file at "
@@ -92,7 +91,7 @@ void Program::settleProgramFolder()
     paths.AppPath = paths.ProgramFolder;
 }
 
-// Before anything is written: another program may be at work here, and links may lead to what is no album's.
+// Before anything is written: the library may be open already, or have folders that are links to outside.
 void Program::requireLibrary()
 {
     const std::string& library = m_album.paths.AppPath;
@@ -102,13 +101,13 @@ void Program::requireLibrary()
         m_desktop.prompts().messageBox("This album is open already: " + toNativePath(library), Message::Error, "");
         m_desktop.endProgram();
     }
-    bool mayOpen = false; // nor where that can't be seen
+    bool mayOpen = false; // also false if the test fails
     attempt([&] { mayOpen = mayWorkOutside(m_album, m_desktop); });
     if (!mayOpen)
         m_desktop.endProgram();
 }
 
-// A broken settings store gives empty paths, and this is the one that is looked at.
+// A broken settings store gives empty paths; testing one is enough.
 void Program::requireSlideGroupPath()
 {
     if (!m_album.paths.SlideGroupPath.empty())
@@ -123,7 +122,7 @@ Dialogs Program::dialogs()
         .showFirstTime = [this] { m_firstTime().showModal(); },
         .showGroups = [this](int mode) { m_groups().showFor(mode); },
         .showExport = [this] { m_export().showModal(); },
-        // The main window may have been closed in the events that run before.
+        // The main window may have been closed in events before.
         .showFullScreen =
             [this] {
                 if (m_main.isLoaded())
@@ -137,6 +136,15 @@ Dialogs Program::dialogs()
         .showAbout = [this] { m_about().showModal(); },
         .unloadAllForms = [this] { UnloadAllForms(m_desktop, "frmMain"); },
     };
+}
+
+// Backwards, since unload removes a form from the list; it may remove others too, so the index is checked.
+void UnloadAllForms(Desktop& desktop, std::string_view ExceptName)
+{
+    for (int index = desktop.formsCount() - 1; index >= 0; --index) {
+        if (index < desktop.formsCount() && desktop.formsItem(index).Name() != ExceptName)
+            desktop.formsItem(index).unload();
+    }
 }
 
 } // namespace trovarium

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "about/frmAbout.h"
-#include "browser/Dialogs.h"
 #include "browser/frmGroups.h"
 #include "browser/frmMain.h"
 #include "check/frmFirstTime.h"
@@ -18,20 +17,21 @@
 #include "viewer/frmSSP.h"
 
 #include <string>
+#include <string_view>
 
 namespace trovarium {
 
 struct Album;
 class Desktop;
 
-// The program put together: holds the one instance of each form, fills in who opens what, and starts it all.
+// Holds the one instance of each form, connects them, and starts the program.
 class Program {
 public:
-    // `programPath` is the folder that holds the program, as the platform gives it.
+    // `programPath` is the folder of the program.
     Program(Desktop& desktop, Album& album, std::string programPath);
 
-    // The way from nothing to the main window. Every failure on it is stepped over; it ends the program when
-    // the settings store is broken. On return the program lives on in the event loop.
+    // Starts up, from the settings to the main window. Failures are skipped, but a broken settings store ends the
+    // program. The caller then runs the event loop.
     void Main();
 
     FormHolder<frmMain>& mainWindow() { return m_main; }
@@ -61,5 +61,8 @@ private:
     FormHolder<frmAddMidiWav> m_links;
     FormHolder<frmAbout> m_about;
 };
+
+// Unloads every loaded form whose name differs from `ExceptName`.
+void UnloadAllForms(Desktop& desktop, std::string_view ExceptName);
 
 } // namespace trovarium

@@ -11,8 +11,7 @@
 namespace trovarium {
 
 AudioControls::AudioControls(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.cmdPlayAudioClip, &Button::Click, this, &AudioControls::cmdPlayAudioClip_Click);
 }
@@ -29,7 +28,7 @@ void AudioControls::playClipOf(const std::string& name)
     attempt([&] { PlayWav(clipPath(m_album.paths, name)); });
 }
 
-// No clip has this name: it only cuts off the one that sounds.
+// No clip has this name, so this only stops the one that is playing.
 void AudioControls::StopWav()
 try {
     m_form.desktop().media().sndPlaySound("0");
@@ -49,7 +48,7 @@ try {
     logFailure(m_album, "PlayMidi", failure);
 }
 
-// Goes out with nothing open too, and does no harm then.
+// The command is sent even if nothing is open, and has no effect then.
 void AudioControls::StopMidi()
 try {
     m_form.desktop().media().mciSendString("close " + MidiAlias);

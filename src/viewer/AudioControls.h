@@ -1,29 +1,26 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 #include <string>
 #include <string_view>
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
-
-// Wave clips and background music. Whether there is such a file isn't looked at: without one nothing sounds.
-class AudioControls {
+// Wave clips and background music. A missing file is silence.
+class AudioControls : public WindowPart {
 public:
     AudioControls(frmMain& form, Album& album);
 
-    void PlayWav(std::string_view Path);      // cuts off the clip that sounds
-    void playClipOf(const std::string& name); // a photograph's; of any other name none
+    void PlayWav(std::string_view Path);      // stops the clip that is playing
+    void playClipOf(const std::string& name); // the clip of a photograph; nothing for an invalid name
     void StopWav();
-    void PlayMidi(std::string_view Path); // ends the piece that plays; plays once
+    void PlayMidi(std::string_view Path); // stops the music that is playing; plays once
     void StopMidi();
     void cmdPlayAudioClip_Click(int Index); // 0 plays the photograph's clip, 1 stops it
 
 private:
-    frmMain& m_form;
-    Album& m_album;
-    std::string MidiAlias; // of the piece that was opened last; empty for none
+    std::string MidiAlias; // of the music that was opened last; empty for none
 };
 
 } // namespace trovarium

@@ -1,6 +1,5 @@
 #include "viewer/InfoBox.h"
 
-#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Colors.h"
@@ -19,7 +18,7 @@ namespace trovarium {
 
 namespace {
 
-// What can be edited. All but the last have a label of the same number in lbInfo.
+// A field that can be edited. All but the last have a label with the same index in lbInfo.
 struct Field {
     TextBox frmMain::*box;
     std::string PhotoInfo::*text;
@@ -38,27 +37,22 @@ constexpr int LabelledFields = 6;
 } // namespace
 
 InfoBox::InfoBox(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
-    form.optInfoPosition(1).preset();
+    form.optInfoPosition(Normal).preset();
     form.txtYear.MaxLength = 4;
     on(form.cmdEditPhotoInfo.Click, this, &InfoBox::cmdEditPhotoInfo_Click);
-    on(form.mnuEditInfo.Click, this, &InfoBox::mnuEditInfo_Click);
     on(form.framInfo.MouseMove, this, &InfoBox::framInfo_MouseMove);
-    on(form.lbPhotoInfo.MouseMove, this, &InfoBox::lbPhotoInfo_MouseMove);
+    on(form.lbPhotoInfo.MouseMove, this, &InfoBox::framInfo_MouseMove);
     on(form.tmrInfoBox.Tick, this, &InfoBox::tmrInfoBox_Timer);
     on(form.optInfoPosition, &OptionButton::Click, this, &InfoBox::optInfoPosition_Click);
-    on(form.mnuSetInfoUp.Click, this, &InfoBox::mnuSetInfoUp_Click);
-    on(form.mnuSetInfoNormal.Click, this, &InfoBox::mnuSetInfoNormal_Click);
-    on(form.mnuSetInfoDown.Click, this, &InfoBox::mnuSetInfoDown_Click);
 }
 
 void InfoBox::LoadImageInfo(std::int32_t Index, bool& Result)
 try {
     Result = false;
     const std::string name = m_album.group.GroupList(Index);
-    // Moving on in edit state saves the photograph left behind, with no question asked.
+    // Stepping during an edit saves the previous photograph without asking.
     if (m_album.view.InfoEditing) {
         takeTexts();
         save();
@@ -70,15 +64,15 @@ try {
     if (m_album.view.InfoEditing)
         fillTexts();
 } catch (const Failure&) {
-    // Quiet: the result tells.
+    // Not logged: the caller looks at Result.
 }
 
-// What wasn't read whole is held by nobody, so that no save writes over it or makes a file. Words that couldn't be
-// written are newer than their file.
+// If the file can't be read completely, m_held stays empty, so that no save overwrites or creates it. Texts that could
+// not be written yet are newer than the file.
 bool InfoBox::read(const std::string& name, OddSize oddSize)
 {
     m_held.clear();
-    m_album.info.PhotoLink = "\\Photos\\" + name; // which a file without a link means
+    m_album.info.PhotoLink = "\\Photos\\" + name; // the default for a file without a link
     if (!readInfoFile(m_album, name + ".info", m_album.info, oddSize))
         return false;
     m_held = name;
@@ -94,13 +88,14 @@ void InfoBox::save()
     saveUnsaved();
 }
 
-// A file that is gone comes back by none of this: its photograph was taken out of the program.
+// Doesn't recreate a missing file: its photograph was removed from the program.
 void InfoBox::saveUnsaved()
 {
     std::erase_if(m_unsaved, [this](const auto& unsaved) {
-        const auto& [name, info] = unsaved;
+        const std::string& name = unsaved.first;
         const auto unseen = attempt([&] { m_album.files.length(infoFilePath(m_album.paths, name)); });
-        return unseen ? unseen->kind() == FailureKind::FileNotFound : SaveImageInfo(m_album, name + ".info", info);
+        return unseen ? unseen->kind() == FailureKind::FileNotFound
+                      : SaveImageInfo(m_album, name + ".info", unsaved.second);
     });
 }
 
@@ -124,7 +119,7 @@ void InfoBox::showFields()
     const bool isGiven = isTitleGiven();
     m_form.lbTitle.Caption = shownTitle();
     m_form.lbTitle.ForeColor = isGiven ? std::nullopt : std::optional(FaintInk);
-    m_form.lbTitle.Elision = isGiven ? Elision::End : Elision::Start; // a path's end tells the photograph
+    m_form.lbTitle.Elision = isGiven ? Elision::End : Elision::Start; // the end of a path is the file's name
     for (int i = 0; i < LabelledFields; ++i)
         m_form.lbInfo(i).Caption = m_album.info.*Fields[i].text;
     m_form.lbInfo(6).Caption = m_held;
@@ -134,12 +129,12 @@ void InfoBox::LoadInfoBox()
 try {
     showFields();
     const std::string name = m_album.group.GroupList(m_album.view.CurrentIndex);
-    bool hasClip = false; // also where that can't be seen: the buttons must not stay those of the photograph before
+    bool hasClip = false; // also if the test fails: the buttons must not keep the state of the previous photograph
     const auto unseen =
         attempt([&] { hasClip = isPhotographName(name) && m_album.files.exists(clipPath(m_album.paths, name)); });
     m_form.cmdPlayAudioClip.forEach([&](int, Button& button) {
         if (!hasClip && button.hasFocus())
-            m_form.pctWindow.SetFocus(); // and not just any control
+            m_form.pctWindow.SetFocus(); // or the focus would move to an arbitrary control
         button.Enabled = hasClip;
     });
     if (unseen)
@@ -148,7 +143,7 @@ try {
     logFailure(m_album, "LoadInfoBox", failure);
 }
 
-// A failure on the way leaves InfoBoxMoving set: the box then stays where it is until the program ends.
+// After a failure InfoBoxMoving stays set, and the box no longer moves until the program ends.
 void InfoBox::ShowInfoBox(Up up, Edit edit)
 try {
     if (InfoBoxMoving)
@@ -166,7 +161,7 @@ try {
     logFailure(m_album, "ShowInfoBox", failure);
 }
 
-// One pixel a turn of the event loop, which sets the pace.
+// One pixel per event-loop iteration, which sets the speed.
 void InfoBox::slideTo(std::int16_t target)
 {
     const int step = static_cast<float>(target) < m_form.framInfo.Top() ? -1 : 1;
@@ -176,8 +171,8 @@ void InfoBox::slideTo(std::int16_t target)
     }
 }
 
-// Of the photograph that is the current one now, behind the slide and its events: what the box showed may be another's,
-// or older than its file.
+// Reads the information of the photograph that is current now, after the slide and its events: what the box showed may
+// belong to another one or be outdated.
 void InfoBox::enterEditState()
 {
     std::string name;
@@ -193,7 +188,7 @@ void InfoBox::leaveEditState()
     takeTexts();
     LoadInfoBox();
     for (const Field& field : Fields) {
-        if ((m_form.*field.box).hasFocus()) // which would go to any other control
+        if ((m_form.*field.box).hasFocus()) // or the focus would move to an arbitrary control
             m_form.cmdEditPhotoInfo.SetFocus();
     }
     showTexts(false);
@@ -201,7 +196,7 @@ void InfoBox::leaveEditState()
     m_form.tmrInfoBox.Enabled = true;
 }
 
-// What nobody changed stays as it was read: a box may hold less than its field.
+// Keeps a field as it was read unless the user changed it: a box may hold less than the field.
 void InfoBox::takeTexts()
 {
     for (std::size_t i = 0; i < m_filled.size(); ++i) {
@@ -211,7 +206,7 @@ void InfoBox::takeTexts()
     }
 }
 
-// With the labels, whose name is to be that of the photograph. Nobody types what would go nowhere.
+// Updates the labels too, one of which shows the file's name. Boxes without a file to save to are disabled.
 void InfoBox::fillTexts()
 {
     showFields();
@@ -231,10 +226,10 @@ void InfoBox::showTexts(bool visible)
 
 void InfoBox::cmdEditPhotoInfo_Click()
 try {
-    if (InfoBoxMoving) // no edit state without its boxes
+    if (InfoBoxMoving) // or the edit would begin without its text boxes
         return;
     const bool begins = !m_form.txtYear.Visible();
-    // No picture moves on under a sentence. A clip that somebody listens to outside a show plays on.
+    // A show must not step during an edit. Outside a show a clip plays on.
     if (begins && (m_album.view.SlideShowRunning || m_form.tmrSlideShow.Enabled()))
         m_form.slideShow().StopSlideShow();
     ShowInfoBox(Up::Yes, begins ? Edit::Yes : Edit::No);
@@ -281,14 +276,9 @@ void InfoBox::enableRest(bool enabled)
     m_form.mnuHelp.Enabled = enabled;
 }
 
-void InfoBox::mnuEditInfo_Click()
-{
-    cmdEditPhotoInfo_Click();
-}
-
 void InfoBox::framInfo_MouseMove(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
 try {
-    if (!m_form.txtYear.Visible() && !m_form.optInfoPosition(0).Value()) {
+    if (!m_form.txtYear.Visible() && !m_form.optInfoPosition(AlwaysDown).Value()) {
         ShowInfoBox(Up::Yes, Edit::No);
         m_form.tmrInfoBox.Enabled = true;
     }
@@ -296,14 +286,9 @@ try {
     logFailure(m_album, "framInfo_MouseMove", failure);
 }
 
-void InfoBox::lbPhotoInfo_MouseMove(int Button, int Shift, float X, float Y)
-{
-    framInfo_MouseMove(Button, Shift, X, Y);
-}
-
 void InfoBox::tmrInfoBox_Timer()
 try {
-    if (!m_form.txtYear.Visible() && !m_form.optInfoPosition(2).Value()) {
+    if (!m_form.txtYear.Visible() && !m_form.optInfoPosition(AlwaysUp).Value()) {
         m_form.tmrInfoBox.Enabled = false;
         ShowInfoBox(Up::No, Edit::No);
     }
@@ -313,48 +298,20 @@ try {
 
 void InfoBox::optInfoPosition_Click(int Index)
 {
-    for (int i = 0; i <= 2; ++i)
-        m_form.optInfoPosition(i).BackColor = PanelGray;
-    m_form.optInfoPosition(Index).BackColor = MarkRed;
-    switch (Index) {
-    case 0:
-        ShowInfoBox(Up::No, Edit::No);
-        mnuSetInfoDown_Click();
-        break;
-    case 1:
-        mnuSetInfoNormal_Click();
-        break;
-    case 2:
-        ShowInfoBox(Up::Yes, Edit::No);
-        mnuSetInfoUp_Click();
-        break;
-    default:
-        break;
-    }
+    m_form.optInfoPosition.forEach(
+        [Index](int index, OptionButton& button) { button.BackColor = index == Index ? MarkRed : PanelGray; });
+    if (Index != Normal)
+        ShowInfoBox(Index == AlwaysUp ? Up::Yes : Up::No, Edit::No);
+    choosePosition(Index);
 }
 
-void InfoBox::mnuSetInfoUp_Click()
-{
-    choosePosition(2);
-}
-
-void InfoBox::mnuSetInfoNormal_Click()
-{
-    choosePosition(1);
-}
-
-void InfoBox::mnuSetInfoDown_Click()
-{
-    choosePosition(0);
-}
-
-// The option button raises its click in turn when this sets it.
+// Setting the option button raises its click, which comes back here.
 void InfoBox::choosePosition(int index)
 {
     m_form.optInfoPosition(index).Value = true;
-    m_form.mnuSetInfoDown.Checked = index == 0;
-    m_form.mnuSetInfoNormal.Checked = index == 1;
-    m_form.mnuSetInfoUp.Checked = index == 2;
+    m_form.mnuSetInfoDown.Checked = index == AlwaysDown;
+    m_form.mnuSetInfoNormal.Checked = index == Normal;
+    m_form.mnuSetInfoUp.Checked = index == AlwaysUp;
 }
 
 } // namespace trovarium

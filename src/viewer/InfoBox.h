@@ -1,6 +1,8 @@
 #pragma once
 
+#include "browser/WindowPart.h"
 #include "store/Album.h"
+#include "store/PhotoInfo.h"
 
 #include <array>
 #include <cstdint>
@@ -9,46 +11,43 @@
 
 namespace trovarium {
 
-struct Album;
-class frmMain;
 enum class OddSize;
 
 enum class Up { No, Yes };
 enum class Edit { No, Yes };
 
-// The panel at the bottom of the frame: shows what is known of the photograph and turns into a small form.
-class InfoBox {
+// The panel at the bottom of the frame: shows the information about the photograph, and lets the user edit it.
+class InfoBox : public WindowPart {
 public:
     InfoBox(frmMain& form, Album& album);
 
-    // Reads the information file of GroupList(Index), 1-based, into PhotoInfo. In edit state the photograph
-    // left behind is saved first. False when there is no such file or a size in it is beyond 16 bits.
+    // Reads the information file of GroupList(Index), 1-based, into PhotoInfo. During an edit the previous photograph
+    // is saved first. False if there is no such file or a size in it exceeds 16 bits.
     void LoadImageInfo(std::int32_t Index, bool& Result);
 
     void LoadInfoBox();
-    // By its flag or by its boxes: either may come, and go, before the other.
+    // True if the flag is set or the text boxes are visible: they change one after the other.
     bool isEdited() const;
-    // Slides the panel up or down while events run; a call during a slide is dropped.
+    // Slides the panel up or down while events run; a call during a slide is ignored.
     void ShowInfoBox(Up up, Edit edit);
-    // Ends an edit as its button does, but without the slide and its events, and so in the middle of one too. What
-    // couldn't be saved before is tried once more.
+    // Ends an edit as its button does, but without the slide and its events, so that it also works during a slide.
+    // Saves what could not be saved before.
     void endEdit();
 
+    // Whether the panel stays down, stays up, or pops up under the mouse; indexes of the option buttons.
+    enum : int { AlwaysDown = 0, Normal = 1, AlwaysUp = 2 };
+    void choosePosition(int index);
+
     void cmdEditPhotoInfo_Click();
-    void mnuEditInfo_Click();
     void framInfo_MouseMove(int Button, int Shift, float X, float Y);
-    void lbPhotoInfo_MouseMove(int Button, int Shift, float X, float Y);
     void tmrInfoBox_Timer();
     void optInfoPosition_Click(int Index);
-    void mnuSetInfoUp_Click();
-    void mnuSetInfoNormal_Click();
-    void mnuSetInfoDown_Click();
 
 private:
     bool read(const std::string& name, OddSize oddSize);
     void save();
     void saveUnsaved();
-    bool isTitleGiven() const; // by a person
+    bool isTitleGiven() const; // by the user, not by the import
     std::string shownTitle() const;
     void showFields();
     void slideTo(std::int16_t target);
@@ -59,17 +58,13 @@ private:
     void showTexts(bool visible);
     void setEditing(bool editing);
     void enableRest(bool enabled);
-    void choosePosition(int index);
 
-    frmMain& m_form;
-    Album& m_album;
     bool InfoBoxMoving = false;
-    // The photograph whose information PhotoInfo is, empty for none: the box shows its name and saves to its file. It
-    // is not always that of CurrentIndex: behind a photograph that can't be opened the box goes on to show the one
-    // before.
+    // The photograph whose information is in PhotoInfo, or empty: the box shows its name and saves to its file. It
+    // isn't always the one at CurrentIndex: if a photograph can't be opened, the box still shows the previous one.
     std::string m_held;
-    std::array<std::string, 7> m_filled;        // what the text boxes held before somebody typed
-    std::map<std::string, PhotoInfo> m_unsaved; // by name, what couldn't be written so far
+    std::array<std::string, 7> m_filled;        // the texts of the boxes before the user typed
+    std::map<std::string, PhotoInfo> m_unsaved; // by name; could not be written so far
 };
 
 } // namespace trovarium

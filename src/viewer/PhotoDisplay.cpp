@@ -30,7 +30,7 @@ constexpr float VideoLeft = 20;
 constexpr float VideoWidth = 497;
 constexpr float VideoHeight = 373;
 
-// ".MOV" is compared with five characters and so never matches: such a file is taken for a picture here.
+// ".MOV" is compared with five characters and so never matches: such a file counts as a picture.
 bool playsAsVideo(std::string_view path)
 {
     const std::string tail = upper(right(path, 5));
@@ -53,13 +53,10 @@ std::int16_t reductionThatFits(float width, float height, float frameWidth, floa
 }
 
 PhotoDisplay::PhotoDisplay(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.pctNext.Click, this, &PhotoDisplay::pctNext_Click);
     on(form.pctPrev.Click, this, &PhotoDisplay::pctPrev_Click);
-    on(form.mnuViewNext.Click, this, &PhotoDisplay::mnuViewNext_Click);
-    on(form.mnuViewPrevious.Click, this, &PhotoDisplay::mnuViewPrevious_Click);
 }
 
 void PhotoDisplay::SetImageIndex(std::int32_t Index)
@@ -100,9 +97,9 @@ void PhotoDisplay::load(std::int32_t Index, bool& videoOnShow)
     m_form.desktop().Screen().MousePointer = HourglassPointer;
     const std::string infoFileName = m_album.group.GroupList(Index) + ".info";
     const std::string path = GetPhotoLink(m_album, infoFileName);
-    // Read once more for the path that others use.
+    // A second read, for the path that others use.
     m_album.view.CurrentPhotoFile = GetPhotoLink(m_album, infoFileName);
-    // The index moves before anything has been loaded.
+    // Before anything is loaded, even if that fails.
     SetImageIndex(Index);
     if (playsAsVideo(path)) {
         loadVideo(path);
@@ -145,7 +142,7 @@ void PhotoDisplay::loadPicture(const std::string& path)
     fitPicture(width, height);
 }
 
-// A picture more than twenty times the frame's size doesn't reach the frame: the old one stays.
+// A picture more than twenty times as large as the frame isn't shown: the previous one stays.
 void PhotoDisplay::fitPicture(float width, float height)
 {
     const float frameWidth = m_form.pctWindow.ScaleWidth();
@@ -167,9 +164,9 @@ void PhotoDisplay::fitPicture(float width, float height)
 
 void PhotoDisplay::show(bool videoOnShow, bool& Result)
 {
-    if (!m_form.optInfoPosition(2).Value())
+    if (!m_form.optInfoPosition(InfoBox::AlwaysUp).Value())
         m_form.infoBox().ShowInfoBox(Up::No, Edit::No);
-    m_form.txtTitle.SetFocus(); // where an edit goes on
+    m_form.txtTitle.SetFocus(); // where typing continues during an edit
     m_form.pages().ShowThumbnailBoxes(false);
     if (videoOnShow) {
         m_form.picVideoWindow.Visible = true;
@@ -189,7 +186,7 @@ try {
     Result = false;
     ViewState& view = m_album.view;
     if (m_form.slideShow().ShowSelectedOnly) {
-        // The index is moved before the test, and the step below adds one more.
+        // Leaves the index on the selected photograph; the step below still adds one.
         const std::int16_t last = toInt16(m_album.group.GroupList.upperBound() - 1);
         for (int i = toInt16(view.CurrentIndex); i <= last; ++i) {
             SetImageIndex(i + 1);
@@ -199,7 +196,7 @@ try {
     }
     if (view.ViewMode == ViewThumbnails) {
         openFromThumbnails();
-        // From the page of thumbnails the current photograph comes up, not its successor.
+        // From the thumbnails, the current photograph is shown and not the next one.
         SetImageIndex(view.CurrentIndex - 1);
         view.ViewMode = ViewPhoto;
     }
@@ -237,7 +234,8 @@ try {
 
 void PhotoDisplay::openFromThumbnails()
 {
-    m_form.selection().imgThumbnail_DblClick(m_album.view.CurrentIndex - 1 - (m_form.pages().CurrentPage - 1) * 16);
+    m_form.selection().imgThumbnail_DblClick(
+        m_album.view.CurrentIndex - 1 - (m_form.pages().CurrentPage - 1) * ThumbnailPages::CellCount);
 }
 
 void PhotoDisplay::playClipOfSlide()
@@ -248,8 +246,8 @@ void PhotoDisplay::playClipOfSlide()
     }
 }
 
-// Has the photographs on either side decoded ahead. Whatever stands in the way of that says nothing here: the
-// step to such a photograph tells.
+// Prefetches the photographs before and after this one. Failures are ignored: they are reported when the user gets
+// there.
 void PhotoDisplay::expectNeighbours(std::int32_t Index)
 {
     std::vector<std::string> paths;
@@ -257,7 +255,7 @@ void PhotoDisplay::expectNeighbours(std::int32_t Index)
         if (neighbour < 1 || neighbour > m_album.group.GroupList.upperBound())
             continue;
         const std::string infoFileName = m_album.group.GroupList(neighbour) + ".info";
-        // Read quietly first: GetPhotoLink logs what it can't read.
+        // GetPhotoLink would log a file that can't be read.
         PhotoInfo unused;
         if (!readInfoFile(m_album, infoFileName, unused))
             continue;
@@ -278,8 +276,8 @@ void PhotoDisplay::pctPrev_Click()
     press(m_form.pctPrev, &PhotoDisplay::PrevPhoto);
 }
 
-// A click or a key that comes in the events of a step only ends a show: a second step inside the first would leave the
-// words of one photograph beside the picture of the other.
+// During a step, another click or key only ends a show: a step inside a step would show the texts of one photograph
+// with the picture of another.
 void PhotoDisplay::press(PictureButton& button, Step step)
 {
     button.Picture = m_form.pctBrightSmall.Picture();
@@ -290,17 +288,7 @@ void PhotoDisplay::press(PictureButton& button, Step step)
         (this->*step)(shown);
     }
     button.Picture = m_form.pctDarkSmall.Picture();
-    m_form.desktop().returnToText(); // also where the step led nowhere
-}
-
-void PhotoDisplay::mnuViewNext_Click()
-{
-    pctNext_Click();
-}
-
-void PhotoDisplay::mnuViewPrevious_Click()
-{
-    pctPrev_Click();
+    m_form.desktop().returnToText(); // even if there was no next one
 }
 
 } // namespace trovarium

@@ -1,38 +1,36 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 #include <cstdint>
 #include <string>
 
 namespace trovarium {
 
-struct Album;
 class PictureButton;
-class frmMain;
 
-// Shows one item of the group in the viewing frame: loads it into pctBox(0) at natural size, fits it by a
-// whole-number reduction, and steps to the next and the previous one. Positions are 1-based.
-class PhotoDisplay {
+// Shows a photograph or film of the group in the viewing frame, and steps to the next and previous one. A photograph is
+// loaded into pctBox(0) at its original size and reduced by a whole number to fit. Positions are 1-based.
+class PhotoDisplay : public WindowPart {
 public:
     PhotoDisplay(frmMain& form, Album& album);
 
-    // PreviousIndex takes CurrentIndex, CurrentIndex takes `Index`.
+    // Makes `Index` the CurrentIndex, and the old one the PreviousIndex.
     void SetImageIndex(std::int32_t Index);
 
-    // Result is true once the whole operation ran. A file that is no picture is told in a message box; no
-    // failure is logged. The index has moved by then.
+    // Result is true if everything worked. A file that is no picture gives a message; failures aren't logged, and
+    // CurrentIndex has already changed.
     void DisplayPhoto(std::int32_t Index, bool Show, bool& Result);
 
-    // Result is true when another item came up, false at the end of the list or on a failed load.
+    // Result is true if another photograph or film was shown, false at the end of the list or after a failure.
     void NextPhoto(bool& Result);
     void PrevPhoto(bool& Result);
 
-    // Opens the current photograph from its page of thumbnails: the first step of all that starts there.
+    // Opens the current photograph from the page of thumbnails.
     void openFromThumbnails();
 
     void pctNext_Click();
     void pctPrev_Click();
-    void mnuViewNext_Click();
-    void mnuViewPrevious_Click();
 
 private:
     using Step = void (PhotoDisplay::*)(bool& Result);
@@ -46,13 +44,11 @@ private:
     void playClipOfSlide();
     void expectNeighbours(std::int32_t Index);
 
-    frmMain& m_form;
-    Album& m_album;
     bool m_isStepping = false;
 };
 
-// The first i from 1 to 20 at which a picture of `width` by `height` lies strictly inside the frame at 1/i;
-// 0 if none does.
+// The first i from 1 to 20 for which a picture of `width` by `height`, divided by i, is smaller than the frame; 0 if
+// there is none.
 std::int16_t reductionThatFits(float width, float height, float frameWidth, float frameHeight);
 
 } // namespace trovarium

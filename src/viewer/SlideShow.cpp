@@ -2,7 +2,6 @@
 
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
-#include "browser/WindowPlan.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Units.h"
@@ -15,11 +14,9 @@
 namespace trovarium {
 
 SlideShow::SlideShow(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.cmdSlideshow.Click, this, &SlideShow::cmdSlideshow_Click);
-    on(form.mnuViewSlideshow.Click, this, &SlideShow::mnuViewSlideshow_Click);
     on(form.tmrSlideShow.Tick, this, &SlideShow::tmrSlideShow_Timer);
 }
 
@@ -33,14 +30,9 @@ try {
     logFailure(m_album, "cmdSlideshow_Click", failure);
 }
 
-void SlideShow::mnuViewSlideshow_Click()
-{
-    cmdSlideshow_Click();
-}
-
 void SlideShow::tmrSlideShow_Timer()
 {
-    if (m_album.view.InfoEditing) { // an edit that began in the events of the show's own steps
+    if (m_album.view.InfoEditing) { // an edit began in events during a step
         StopSlideShow();
         return;
     }
@@ -60,7 +52,7 @@ void SlideShow::tmrSlideShow_Timer()
     m_form.pages().showCurrent();
 }
 
-// By its name, at each tick: it comes and goes while the timer runs on.
+// Looked up at each tick, since it may open and close during the show.
 frmFullScreen* SlideShow::fullScreen() const
 {
     const Desktop& desktop = m_form.desktop();

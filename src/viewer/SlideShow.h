@@ -1,19 +1,18 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 namespace trovarium {
 
-struct Album;
 class frmFullScreen;
-class frmMain;
 
-// The walk through a group by a timer, in the main window or in full screen. It has no engine of its own: a tick
-// takes the step that a key takes, and the show is over when there is no next photograph.
-class SlideShow {
+// Steps through a group by a timer, in the main window or in full screen. A tick does what the key for the next
+// photograph does; without a next one the show ends.
+class SlideShow : public WindowPart {
 public:
     SlideShow(frmMain& form, Album& album);
 
     void cmdSlideshow_Click();
-    void mnuViewSlideshow_Click();
     void tmrSlideShow_Timer();
     void StopSlideShow(); // also called outside any show
 
@@ -21,9 +20,6 @@ public:
 
 private:
     frmFullScreen* fullScreen() const; // null when none is up
-
-    frmMain& m_form;
-    Album& m_album;
 };
 
 } // namespace trovarium

@@ -16,7 +16,7 @@ namespace trovarium {
 
 namespace {
 
-constexpr int ClippedChild = 0x6000000; // the style of a window that paints over neither siblings nor children
+constexpr int ClippedChild = 0x6000000; // window style: clips siblings and children
 constexpr int EndWait = 100;            // milliseconds of each tick
 constexpr float OutOfSight = 8;         // screens
 
@@ -46,7 +46,7 @@ void VideoControls::detach(const frmMain& form)
 
 void VideoControls::OpenVideo(std::string_view Path, PictureBox& Window)
 try {
-    const std::string path(Path); // what it stands in may change in the events that run below
+    const std::string path(Path); // the caller's text may change in the events below
     if (VideoRate == 0)
         VideoRate = 1;
     m_returns = false;
@@ -60,15 +60,15 @@ try {
     VideoStartPosition = 0;
     if (m_form != nullptr)
         m_form->hscVideo.Value = 0;
-    // Asked for its failure alone.
+    // Only called because it may fail.
     m_graph->get_Rate();
     enableButtons(true, false);
 } catch (const Failure&) {
-    // The window stays black, and the controls as they were.
+    // The window stays black, the controls don't change.
 }
 
-// The numbers go through as they stand in the scale of what the box lies on. They mean pixels: in a box that is
-// measured in twips the film is 15 times too large, and clipped.
+// The numbers are passed unconverted and taken as pixels: on a form with twips the film is 15 times too large, and
+// clipped.
 void VideoControls::showIn(const PictureBox& window)
 {
     m_graph->put_WindowStyle(ClippedChild);
@@ -89,8 +89,8 @@ void VideoControls::takeDuration()
     m_form->hscVideo.Max = toInt16(VideoDuration);
 }
 
-// The events run with the timer off, so that no tick meets a film on its way out. One of them may open another
-// film: then that one is closed.
+// Events run with the timer off, so that no tick sees a film that is being closed. They may open another film, which is
+// then closed too.
 void VideoControls::CloseVideo()
 try {
     VideoPlaying = false;
@@ -105,7 +105,7 @@ try {
     m_graph->put_Owner(nullptr);
     m_graph.reset();
 } catch (const Failure&) {
-    // Quiet: the next film takes its place.
+    // Ignored: the next film replaces this one.
 }
 
 void VideoControls::VideoCommand(std::string_view Command)
@@ -122,7 +122,7 @@ try {
     else if (command == "STOP")
         stop();
 } catch (const Failure&) {
-    // Quiet.
+    // Ignored.
 }
 
 void VideoControls::returnToMainWindow()
@@ -130,7 +130,7 @@ void VideoControls::returnToMainWindow()
     m_returns = true;
 }
 
-// A film that is over starts anew, and one that was paused goes on.
+// Restarts a film that has ended, continues one that was paused.
 void VideoControls::play()
 {
     if (roundHalfEven(m_graph->get_CurrentPosition()) < VideoStartPosition
@@ -160,7 +160,7 @@ void VideoControls::stop()
     enableButtons(true, false);
 }
 
-// The keys stay with the buttons: from one that goes dark they go to the one that takes its act back.
+// A button that gets disabled gives the focus to the one that undoes its action.
 void VideoControls::enableButtons(bool play, bool stop)
 {
     if (m_form == nullptr)
@@ -185,7 +185,7 @@ try {
         m_graph->put_CurrentPosition(Seconds);
     VideoCommand("pause");
 } catch (const Failure&) {
-    // Quiet.
+    // Ignored.
 }
 
 void VideoControls::UpdateVideoPosition()
@@ -202,7 +202,7 @@ try {
     if (position < m_form->hscVideo.Max())
         m_form->hscVideo.Value = toInt32(position);
 } catch (const Failure&) {
-    // Quiet.
+    // Ignored.
 }
 
 void VideoControls::EnableVideo(bool Enable, bool& Result)
@@ -218,11 +218,11 @@ try {
     m_form->hscVideo.Enabled = Enable;
     Result = true;
 } catch (const Failure&) {
-    // Quiet: the result tells.
+    // Ignored: the caller looks at Result.
 }
 
-// With the window hidden the current photograph is opened, which plays by itself. The cell asked for doesn't
-// regard the page on show, so from the second page on another photograph comes up, or none: so it is wanted.
+// If the film isn't visible, this opens the current photograph, which starts it. The cell ignores the current page, so
+// from page 2 on another photograph opens, or none: this is intended.
 void VideoControls::cmdVideo_Click(int Index)
 {
     if (Index == 0 && !m_form->picVideoWindow.Visible())

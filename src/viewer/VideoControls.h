@@ -13,22 +13,21 @@ class Desktop;
 class FilgraphManager;
 class frmMain;
 
-// The one film of the program, and the main window's controls that follow it. It is there before the main window
-// and behind it: what is to happen to the controls is left out meanwhile. Every operation ends at its first
-// failure and says nothing of it.
+// The one film of the program, and the main window's controls for it. It exists before and after the main window; the
+// controls are left out then. Every operation ends silently at its first failure.
 class VideoControls : public VideoPlayer {
 public:
     VideoControls(Desktop& desktop, Album& album);
     ~VideoControls() override;
 
     void attach(frmMain& form);
-    void detach(const frmMain& form); // nothing when another one was attached meanwhile
+    void detach(const frmMain& form); // has no effect if another one was attached meanwhile
 
     void OpenVideo(std::string_view Path, PictureBox& Window) override;
     void CloseVideo();
     void VideoCommand(std::string_view Command) override;
-    void returnToMainWindow();             // with the next command; the window of the film is gone
-    void SeekVideo(std::int16_t& Seconds); // brought within the film; leaves it paused
+    void returnToMainWindow();             // with the next command, since the film's own window was closed
+    void SeekVideo(std::int16_t& Seconds); // clamped to the film, which is then paused
     void UpdateVideoPosition();
     void EnableVideo(bool Enable, bool& Result);
 
@@ -42,17 +41,17 @@ private:
     void play();
     void pause();
     void stop();
-    void enableButtons(bool play, bool stop); // play, or else pause
+    void enableButtons(bool play, bool stop); // enables either play or pause, and stop
 
     Desktop& m_desktop;
     Album& m_album;
     frmMain* m_form = nullptr;
-    std::unique_ptr<FilgraphManager> m_graph; // also one whose file could not be opened: all that it is asked fails
+    std::unique_ptr<FilgraphManager> m_graph; // kept even if its file could not be opened; every call then fails
     std::string VideoFile;
     double VideoDuration = 0; // seconds, to one decimal place
     double VideoStartPosition = 0;
     bool VideoPlaying = false;
-    bool m_returns = false; // to the main window
+    bool m_returns = false; // to the main window with the next command
     std::int16_t VideoRate = 0;
 };
 

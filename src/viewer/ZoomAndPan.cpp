@@ -13,13 +13,10 @@
 namespace trovarium {
 
 ZoomAndPan::ZoomAndPan(frmMain& form, Album& album)
-    : m_form(form)
-    , m_album(album)
+    : WindowPart(form, album)
 {
     on(form.cmdZoomIn.Click, this, &ZoomAndPan::cmdZoomIn_Click);
     on(form.cmdZoomOut.Click, this, &ZoomAndPan::cmdZoomOut_Click);
-    on(form.mnuViewEnlarge.Click, this, &ZoomAndPan::mnuViewEnlarge_Click);
-    on(form.mnuViewReduce.Click, this, &ZoomAndPan::mnuViewReduce_Click);
     on(form.imgbox.MouseDown, this, &ZoomAndPan::imgbox_MouseDown);
     on(form.imgbox.MouseMove, this, &ZoomAndPan::imgbox_MouseMove);
     on(form.imgbox.MouseUp, this, &ZoomAndPan::imgbox_MouseUp);
@@ -39,7 +36,7 @@ try {
     logFailure(m_album, "cmdZoomOut_Click", failure);
 }
 
-// The first press from the thumbnails only opens the photograph; a clip is not zoomed.
+// From the thumbnails the first click only opens the photograph. Films aren't zoomed.
 void ZoomAndPan::step(PictureButton& button, int direction)
 {
     ViewState& view = m_album.view;
@@ -49,9 +46,9 @@ void ZoomAndPan::step(PictureButton& button, int direction)
         view.ViewMode = ViewPhoto;
     } else if (!view.IsVideo) {
         const int next = view.ZoomLevel + direction;
-        // A level beyond 16 bits fails with the picture hidden.
+        // A level beyond 16 bits fails and leaves the picture hidden.
         m_form.imgbox.Visible = false;
-        // 1/1 is +1 on the way down and -1 on the way up: the step behind it depends on the direction.
+        // There is no level 0: 1/1 is +1 on the way down and -1 on the way up.
         view.ZoomLevel = toInt16(next == 0 ? 2 * direction : next);
         showAtZoomLevel();
     }
@@ -79,16 +76,6 @@ void ZoomAndPan::showAtZoomLevel()
     imgbox.Visible = true;
 }
 
-void ZoomAndPan::mnuViewEnlarge_Click()
-{
-    cmdZoomIn_Click();
-}
-
-void ZoomAndPan::mnuViewReduce_Click()
-{
-    cmdZoomOut_Click();
-}
-
 void ZoomAndPan::imgbox_MouseDown(int /*Button*/, int /*Shift*/, float X, float Y)
 try {
     ImageDragging = true;
@@ -103,7 +90,7 @@ void ZoomAndPan::imgbox_MouseMove(int /*Button*/, int /*Shift*/, float X, float 
 try {
     if (!ImageDragging)
         return;
-    // The start point is not moved on: as the picture follows the mouse, X and Y come back to it.
+    // The start point stays the same: X and Y are relative to the picture, which follows the mouse.
     m_form.imgbox.Top = m_form.imgbox.Top() + (Y - DragStartY) / TwipsPerPixel;
     m_form.imgbox.Left = m_form.imgbox.Left() + (X - DragStartX) / TwipsPerPixel;
 } catch (const Failure& failure) {
@@ -114,7 +101,7 @@ void ZoomAndPan::imgbox_MouseUp(int /*Button*/, int /*Shift*/, float /*X*/, floa
 try {
     ImageDragging = false;
     m_form.imgbox.MousePointer = DefaultPointer;
-    m_form.desktop().returnToText(); // who looks at a detail goes on typing
+    m_form.desktop().returnToText(); // typing continues after a look at a detail
 } catch (const Failure& failure) {
     logFailure(m_album, "imgBox_MouseUp", failure);
 }

@@ -1,23 +1,21 @@
 #pragma once
 
+#include "browser/WindowPart.h"
+
 namespace trovarium {
 
-struct Album;
 class PictureButton;
-class frmMain;
 
-// Zooms the picture in the frame on a ladder of whole-number ratios and drags it about. The picture at
-// natural size stays in pctBox(0) and is never decoded again.
-class ZoomAndPan {
+// Zooms the picture in the frame by whole-number ratios, and drags it. The original stays in pctBox(0) and is never
+// decoded again.
+class ZoomAndPan : public WindowPart {
 public:
     ZoomAndPan(frmMain& form, Album& album);
 
     void cmdZoomIn_Click();
     void cmdZoomOut_Click();
-    void mnuViewEnlarge_Click();
-    void mnuViewReduce_Click();
 
-    // X and Y in twips, relative to the picture as it lies now.
+    // X and Y in twips, relative to the picture's current position.
     void imgbox_MouseDown(int Button, int Shift, float X, float Y);
     void imgbox_MouseMove(int Button, int Shift, float X, float Y);
     void imgbox_MouseUp(int Button, int Shift, float X, float Y);
@@ -26,8 +24,6 @@ private:
     void step(PictureButton& button, int direction);
     void showAtZoomLevel();
 
-    frmMain& m_form;
-    Album& m_album;
     bool ImageDragging = false;
     float DragStartX = 0;
     float DragStartY = 0;

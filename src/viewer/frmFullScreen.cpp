@@ -41,8 +41,8 @@ frmFullScreen::frmFullScreen(Desktop& desktop, Album& album, frmMain& main)
     on(KeyDown, this, &frmFullScreen::Form_KeyDown);
     on(Click, this, &frmFullScreen::Form_Click);
     on(imgFullScreen.Click, this, &frmFullScreen::imgFullScreen_Click);
-    on(picVideoWindowFS.KeyDown, this, &frmFullScreen::picVideoWindowFS_KeyDown);
-    on(picVideoWindowFS.Click, this, &frmFullScreen::picVideoWindowFS_Click);
+    on(picVideoWindowFS.KeyDown, this, &frmFullScreen::Form_KeyDown);
+    on(picVideoWindowFS.Click, this, &frmFullScreen::Form_Click);
 }
 
 void frmFullScreen::Form_Load()
@@ -61,7 +61,7 @@ void frmFullScreen::Form_Unload()
 
 void frmFullScreen::ShowPhoto(bool& /*Result*/)
 try {
-    if (!isLoaded()) // left in the events of the step before: no film begins that nobody sees
+    if (!isLoaded()) // closed in events during the step: don't start a film that nobody sees
         return;
     const float screenWidth = desktop().Screen().Width();
     const float screenHeight = desktop().Screen().Height();
@@ -96,8 +96,8 @@ try {
     logFailure(m_album, "ShowPhoto", failure);
 }
 
-// The slide timer is off around the request and comes back as it was: Escape during a show ends sound and
-// music, and the pictures go on stepping.
+// Restores the slide timer after the request: Escape during a show ends sound and music, but the pictures continue in
+// the main window.
 void frmFullScreen::Form_KeyDown(int KeyCode, int Shift)
 try {
     m_main.video().VideoCommand("stop");
@@ -150,23 +150,13 @@ try {
     logFailure(m_album, "Form_Click", failure);
 }
 
-// The view mode stays that of the full screen here.
+// Leaves ViewMode at full screen.
 void frmFullScreen::imgFullScreen_Click()
 try {
     m_main.slideShow().StopSlideShow();
     unload();
 } catch (const Failure& failure) {
     logFailure(m_album, "imgFullScreen_Click", failure);
-}
-
-void frmFullScreen::picVideoWindowFS_KeyDown(int KeyCode, int Shift)
-{
-    Form_KeyDown(KeyCode, Shift);
-}
-
-void frmFullScreen::picVideoWindowFS_Click()
-{
-    Form_Click();
 }
 
 } // namespace trovarium

@@ -9,8 +9,8 @@ namespace trovarium {
 struct Album;
 class frmMain;
 
-// A black window over the whole screen that shows the current item at the largest size that fits. It shows
-// what the main window holds in pctBox(0), and steps by way of the main window.
+// A black window over the whole screen that shows the current photograph or film as large as it fits. The picture comes
+// from the main window's pctBox(0), which also does the stepping.
 class frmFullScreen : public Form {
 public:
     frmFullScreen(Desktop& desktop, Album& album, frmMain& main);
@@ -22,15 +22,13 @@ public:
     PictureBox picVideoWindowFS{this, {.Name = "picVideoWindowFS", .Visible = false}};
 
     void PhotoRequest(int KeyCode, int Shift, bool& Result);
-    void ShowPhoto(bool& Result); // Result is never set
+    void ShowPhoto(bool& Result); // never sets Result
 
     void Form_Load();
     void Form_Unload();
     void Form_KeyDown(int KeyCode, int Shift);
     void Form_Click();
     void imgFullScreen_Click();
-    void picVideoWindowFS_KeyDown(int KeyCode, int Shift);
-    void picVideoWindowFS_Click();
 
 private:
     Album& m_album;

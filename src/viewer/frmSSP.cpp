@@ -7,7 +7,6 @@
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "viewer/AudioControls.h"
-#include "viewer/FullScreen.h"
 #include "viewer/InfoBox.h"
 #include "viewer/PhotoDisplay.h"
 #include "viewer/SlideShow.h"
@@ -18,13 +17,28 @@ namespace {
 
 enum { SwitchToFullScreen = 0, SelectedOnly = 1, StartWithCurrent = 2, PlayMusic = 3, PlayClips = 4 };
 
-constexpr double LongestDelay = 61; // seconds; not reached
+constexpr std::string_view OptionCaptions[] = {"Switch to Fullscreen after starting", "Show only selected photograhs",
+    "Start with current photograph", "Play album background music", "Play audio clips for each photo"};
+
+// A show of the selected photographs alone is not offered: its box stays disabled.
+Plan optionPlan(int option)
+{
+    return {.Left = 180,
+        .Top = 960 + 300 * static_cast<float>(option),
+        .Width = 4440,
+        .Height = 300,
+        .Caption = OptionCaptions[option],
+        .Enabled = option != SelectedOnly};
+}
+
+constexpr double LongestDelay = 61; // seconds; must be less
 constexpr double Millisecond = 1000;
 
 } // namespace
 
 frmSSP::frmSSP(Desktop& desktop, Album& album, frmMain& main)
     : Form(desktop, {.Name = "frmSSP", .Caption = "Start Slideshow", .Width = 5280, .Height = 3690})
+    , chkSlideshow(&framParameters, "chkSlideshow", SwitchToFullScreen, PlayClips, optionPlan)
     , m_album(album)
     , m_main(main)
 {
@@ -39,8 +53,7 @@ frmSSP::frmSSP(Desktop& desktop, Album& album, frmMain& main)
     on(cmdCancel.Click, this, &frmSSP::cmdCancel_Click);
 }
 
-// In full screen the first step changes the main window only: what the full screen shows is one photograph behind
-// until its first tick.
+// The first step only changes the main window: until the first tick the full screen is one photograph behind.
 void frmSSP::cmdOkay_Click()
 {
     const double seconds = leadingNumber(txtSlideShowInterval.Text());
@@ -48,14 +61,14 @@ void frmSSP::cmdOkay_Click()
         desktop().prompts().messageBox("Invalid entry. Use a value between 1 and 60 seconds.", Message::Notice, "");
         return;
     }
-    m_main.infoBox().endEdit(); // the show's button is disabled by one, but not its label
+    m_main.infoBox().endEdit(); // the label over the button opens this form even during an edit
     hide();
     desktop().DoEvents();
     m_album.view.SlideShowRunning = true;
     m_main.tmrSlideShow.Interval = toInt32(seconds * Millisecond);
     if (chkSlideshow(SwitchToFullScreen).Value() == 1)
-        m_main.fullScreen().cmdFullScreen_Click();
-    if (!m_main.isLoaded()) // closed in the events of that
+        m_main.cmdFullScreen_Click();
+    if (!m_main.isLoaded()) // closed in the events above
         return;
     m_main.slideShow().ShowSelectedOnly = chkSlideshow(SelectedOnly).Value() == 1;
     if (chkSlideshow(StartWithCurrent).Value() != 1)

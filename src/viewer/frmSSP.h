@@ -12,8 +12,7 @@ namespace trovarium {
 struct Album;
 class frmMain;
 
-// Asks how a slide show is to run, and starts it. A modal show is all that its callers do; nothing is kept for the
-// next time.
+// Asks for the options of a slide show and starts it. The options aren't kept for the next time.
 class frmSSP : public Form {
 public:
     frmSSP(Desktop& desktop, Album& album, frmMain& main);
@@ -21,7 +20,7 @@ public:
     void cmdOkay_Click();
     void cmdCancel_Click();
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout, in twips ----
 
     Frame framParameters{this,
         {.Name = "framParameters",
@@ -36,24 +35,7 @@ public:
         {.Name = "txtSlideShowInterval", .Left = 2220, .Top = 480, .Width = 660, .Height = 330, .Caption = "5"}};
     Label lbSeconds{&framParameters,
         {.Name = "lbSeconds", .Left = 2985, .Top = 525, .Width = 1200, .Height = 240, .Caption = "seconds"}};
-    ControlArray<CheckBox> chkSlideshow{&framParameters, "chkSlideshow",
-        {{0, {.Left = 180, .Top = 960, .Width = 4440, .Height = 300, .Caption = "Switch to Fullscreen after starting"}},
-            // Greyed out for good: no show is of the selected ones alone.
-            {1,
-                {.Left = 180,
-                    .Top = 1260,
-                    .Width = 4440,
-                    .Height = 300,
-                    .Caption = "Show only selected photograhs",
-                    .Enabled = false}},
-            {2, {.Left = 180, .Top = 1560, .Width = 4440, .Height = 300, .Caption = "Start with current photograph"}},
-            {3, {.Left = 180, .Top = 1860, .Width = 4440, .Height = 300, .Caption = "Play album background music"}},
-            {4,
-                {.Left = 180,
-                    .Top = 2160,
-                    .Width = 4440,
-                    .Height = 300,
-                    .Caption = "Play audio clips for each photo"}}}};
+    ControlArray<CheckBox> chkSlideshow;
     Button cmdOkay{
         this, {.Name = "cmdOkay", .Left = 1680, .Top = 3030, .Width = 1620, .Height = 420, .Caption = "O&K"}};
     Button cmdCancel{

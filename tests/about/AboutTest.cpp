@@ -49,10 +49,9 @@ TEST_F(AboutTest, ItTellsItsVersionAndStartsTheSystemsTool)
 TEST_F(AboutTest, ValuesAreReadByTheirKind)
 {
     const std::string longest(1023, 'a');
-    const std::pair<std::string, std::string> cases[] = {
-        {"", ""}, {longest, longest}, {"dword:00000100", "256"}, {"dword:ffffffff", "-1"}};
     std::string value;
-    for (const auto& [stored, text] : cases) {
+    for (const auto& [stored, text] :
+        {std::pair{longest, longest}, {"dword:00000100", "256"}, {"dword:ffffffff", "-1"}}) {
         put("key", "name", stored);
         EXPECT_TRUE(form().GetKeyValue(HkeyLocalMachine, "key", "name", value)) << stored;
         EXPECT_EQ(value, text);

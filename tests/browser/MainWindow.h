@@ -65,6 +65,10 @@ protected:
                "will be place in the following folder -> "
             + toNativePath(test.paths().PhotoPath + "Removed");
     }
+    std::string setting(std::string_view section, std::string_view key)
+    {
+        return test.album().Settings().GetOWSetting("Trovarium", section, key, "none");
+    }
     std::string page() { return main().lbStatusPage.Caption(); }
 
     Desktop& desktop;

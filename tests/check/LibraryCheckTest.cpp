@@ -1,3 +1,4 @@
+#include "check/GroupRepair.h"
 #include "check/RepairPasses.h"
 #include "check/VideoPlayer.h"
 #include "check/frmFirstTime.h"

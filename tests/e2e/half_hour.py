@@ -9,7 +9,7 @@ import sys
 import tempfile
 from pathlib import Path
 
-from harness import ALL_PHOTOS, WHITE, YELLOW, Library, View, colour_of, equal
+from harness import ALL_PHOTOS, WHITE, YELLOW, Library, View, color_of, equal
 from virtual_desktop import Program, VirtualDesktop, Window, until
 
 PHOTOS = [f"Photo {number:02}.jpg" for number in range(40)]
@@ -19,11 +19,11 @@ LOW_EDIT_BUTTON, RAISED_EDIT_BUTTON, TITLE = (238, 501), (238, 352), (704, 522)
 
 
 def make(path: Path, number: int) -> None:
-    """A picture in the colour of its number, or a clip that turns white after a second and a half."""
-    colours, seconds, kind = (["0x%02x%02x%02x" % colour_of(number)], 0.04, [])
+    """A picture in the color of its number, or a clip that turns white after a second and a half."""
+    colors, seconds, kind = (["0x%02x%02x%02x" % color_of(number)], 0.04, [])
     if number >= len(PHOTOS):
-        colours, seconds, kind = [*colours, "white"], 1.5, ["-filter_complex", "concat,format=yuv420p"]
-    inputs = [part for c in colours for part in ("-f", "lavfi", "-i", f"color={c}:s=320x240:r=25:d={seconds}")]
+        colors, seconds, kind = [*colors, "white"], 1.5, ["-filter_complex", "concat,format=yuv420p"]
+    inputs = [part for c in colors for part in ("-f", "lavfi", "-i", f"color={c}:s=320x240:r=25:d={seconds}")]
     subprocess.run([*FFMPEG, *inputs, *kind, "-q:v", "1", path], check=True)
 
 
@@ -85,16 +85,16 @@ class User:
     def describe(self) -> None:
         self.open_group(1, [0, 2, 4, 40])
         centre = View.FRAME_CENTRE
-        self.main.shows("the photograph", {centre: colour_of(2)}, lambda: self.main.click(View.cell(1), times=2))
+        self.main.shows("the photograph", {centre: color_of(2)}, lambda: self.main.click(View.cell(1), times=2))
         self.main.shows("text boxes", {(690, 379): WHITE}, lambda: self.main.click(LOW_EDIT_BUTTON))
         until("the title", lambda: self.main.has_ink((228, 522), 96), lambda: self.main.do({TITLE: "Abend am See"}))
         info, line = self.library.infos / f"{NAMES[2]}.info", b"\r\nTITLE=Abend am See\r\n"
         until("the title saved", lambda: line in info.read_bytes(), lambda: self.main.click(RAISED_EDIT_BUTTON))
         full = View(self.desktop, until("the full screen", self.other_window, lambda: self.main.do("F11")))
-        full.shows("the photograph on it", {(640, 512): colour_of(2)})
+        full.shows("the photograph on it", {(640, 512): color_of(2)})
         until("the way back", lambda: not self.other_window(), lambda: full.click((640, 512)))
         for number in (4, 40):
-            self.main.shows("the next one", {centre: colour_of(number)}, lambda: self.main.click(View.NEXT))
+            self.main.shows("the next one", {centre: color_of(number)}, lambda: self.main.click(View.NEXT))
         self.main.shows("the clip a moment later", {centre: WHITE})
 
     def link(self) -> None:
@@ -112,7 +112,7 @@ class User:
         until("the main window", lambda: not dialog.has_ink((31, 92), 12), lambda: dialog.click((36, 92)))
         until("the show", lambda: not self.other_window(), lambda: dialog.do({(186, 59): "1.5"}, "Return"))
         for number in (0, 2, 4, 40):
-            self.main.shows(f"slide {number}", {View.FRAME_CENTRE: colour_of(number)})
+            self.main.shows(f"slide {number}", {View.FRAME_CENTRE: color_of(number)})
         self.main.shows_page("the end of the show", [0, 2, 4, 40])
 
 

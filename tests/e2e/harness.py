@@ -10,9 +10,9 @@ sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
 
 from virtual_desktop import CLIENT_HEIGHT, Program, VirtualDesktop, Window, until  # noqa: E402
 
-Colour = tuple[int, int, int]
+Color = tuple[int, int, int]
 Place = tuple[int, int]
-Colours = dict[Place, Colour | None]
+Colors = dict[Place, Color | None]
 
 ALL_PHOTOS = "  All Photos  "
 CELLS = 16  # to a page
@@ -93,39 +93,39 @@ class View:
                     self.do(place, "ctrl+a")
                     self.desktop.act("type", text)
 
-    def drag(self, start: Place, *way: tuple[Place, Colours], held: str = "") -> None:
-        """Presses, and moves on whenever the window shows the colours that stand beside the place."""
+    def drag(self, start: Place, *way: tuple[Place, Colors], held: str = "") -> None:
+        """Presses, and moves on whenever the window shows the colors that stand beside the place."""
         self._do(start, "mousedown", "1", held=held)
-        for (x, y), colours in way:
+        for (x, y), colors in way:
             # One move a time, since each turns a page; a move to where the mouse is would be none.
             tries = count()
-            self.shows(f"the drag to {x}, {y}", colours, lambda: self._do((x + next(tries) % 2, y)))
+            self.shows(f"the drag to {x}, {y}", colors, lambda: self._do((x + next(tries) % 2, y)))
         self.desktop.act("mouseup", "1")
 
-    def colours(self, places: Iterable[Place]) -> dict[Place, Colour]:
+    def colors(self, places: Iterable[Place]) -> dict[Place, Color]:
         picture = until("a picture of the window", lambda: self.desktop.picture(self.window))
         return {(x, y): picture.at(x, y + self._menu_height) for x, y in places}
 
     def has_ink(self, place: Place, width: int) -> bool:
         """Whether something light stands on the line of pixels that begins at the place."""
-        return any(min(ink) > 150 for ink in self.colours((place[0] + k, place[1]) for k in range(width)).values())
+        return any(min(ink) > 150 for ink in self.colors((place[0] + k, place[1]) for k in range(width)).values())
 
-    def shows(self, what: str, colours: Colours, act: Callable[[], object] = lambda: None) -> None:
-        """Acts until each place looks like its colour."""
-        seen: dict[Place, Colour] = {}
+    def shows(self, what: str, colors: Colors, act: Callable[[], object] = lambda: None) -> None:
+        """Acts until each place looks like its color."""
+        seen: dict[Place, Color] = {}
 
         def as_expected() -> bool:
-            seen.update(self.colours(colours))
-            return all(looks_like(seen[place], colour) for place, colour in colours.items())
+            seen.update(self.colors(colors))
+            return all(looks_like(seen[place], color) for place, color in colors.items())
 
         try:
             until(what, as_expected, act)
         except AssertionError as failure:
-            raise AssertionError(f"{failure}\nseen: {seen}\nexpected: {colours}") from None
+            raise AssertionError(f"{failure}\nseen: {seen}\nexpected: {colors}") from None
 
     def shows_page(self, what: str, numbers: list[int], act: Callable[[], object] = lambda: None) -> None:
         """The photographs with these numbers, from the first cell on, and no further one."""
-        shown = [colour_of(number) for number in numbers] + [None] * CELLS
+        shown = [color_of(number) for number in numbers] + [None] * CELLS
         self.shows(what, {self.cell(k): shown[k] for k in range(CELLS)}, act)
 
     # ---- the plan of the main window ----
@@ -147,18 +147,18 @@ class View:
 
 
 # Far apart from one another, and saturated, as nothing in the window's own art is.
-PALETTE: list[Colour] = [(230, 20, 20), (20, 200, 20), (230, 220, 10), (220, 20, 220), (20, 220, 220), (250, 130, 0)]
+PALETTE: list[Color] = [(230, 20, 20), (20, 200, 20), (230, 220, 10), (220, 20, 220), (20, 220, 220), (250, 130, 0)]
 
 
-def looks_like(seen: Colour, colour: Colour | None) -> bool:
+def looks_like(seen: Color, color: Color | None) -> bool:
     """None stands for the ground of the window: nothing of a photograph, and no mark."""
-    if colour is None:
+    if color is None:
         return not any(looks_like(seen, other) for other in (*PALETTE, YELLOW))
-    return all(abs(one - other) <= 24 for one, other in zip(seen, colour))
+    return all(abs(one - other) <= 24 for one, other in zip(seen, color))
 
 
-def colour_of(number: int) -> Colour:
-    """The colour of the photograph with this number: neighbours differ, and so do whole pages."""
+def color_of(number: int) -> Color:
+    """The color of the photograph with this number: neighbours differ, and so do whole pages."""
     return PALETTE[(number + number // CELLS) % len(PALETTE)]
 
 

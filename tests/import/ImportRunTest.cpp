@@ -42,27 +42,35 @@ protected:
 
 enum { Overwrite = 0, OverwriteInfo = 1, AutoName = 2, Links = 3 };
 
-TEST_F(ImportRunTest, PhotographsGetInformationThumbnailsAndTheirPlaceAndNoneIsLostByOverwriting)
+TEST_F(ImportRunTest, PhotographsGetInformationThumbnailsAndTheirPlace)
 {
-    putSources({"a.jpg"}, plainBitmap(8, 6));
+    putSources({"a.jpg", "e.jpg"}, plainBitmap(8, 6));
     inDialog([&] {
         putGroup("Aix", {});
         import({"a.jpg"}, {AutoName}, sources());
         EXPECT_TRUE(info("Image0100.jpg").starts_with("PhotoPath=" + test.paths().PhotoPath + "Image0100.jpg\r\n"));
         EXPECT_TRUE(test.isThere(test.paths().ThumbnailPath + "Image0100.jpg"));
-        EXPECT_EQ(cells(), (std::vector<std::string>{"p1.jpg", "Image0100.jpg"})) << "the group on show is read again";
+        EXPECT_EQ(cells(), (Names{"p1.jpg", "Image0100.jpg"})) << "the group on show is read again";
         EXPECT_EQ(brightRows(), Positions{2}) << "behind one that came meanwhile";
         EXPECT_EQ(taken({"Image0100.jpg"}), "ipgg ");
-        EXPECT_EQ(form().MousePointer() + form().pctProgress.AccessibleValue(), 0);
         EXPECT_TRUE(search.isLoaded() && !search().isShown() && search().cmbGroupName.Text().empty());
-
         group().CurrentGroupName = "  all photos  ";
         expectErrors("a.jpg");
         import({"a.jpg", "a.jpg", "b.jpg"}, {Links}, "/none");
         EXPECT_TRUE(info("a.jpg").starts_with("PhotoPath=/none\\a.jpg\r\n"));
         EXPECT_EQ(linesOf("  All Photos  ").size(), 4U) << "once, though it is the group on show too";
+        group().CurrentGroupName = "Alps";
+        test.files().remove(test.paths().SlideGroupPath + "Alps.lst");
+        import({"e.jpg"}, {Links}, sources());
+        EXPECT_EQ(taken({"e.jpg"}), "ig ") << "no import brings a group back";
+    });
+}
 
-        putSources({"p1.jpg", "d.jpg"});
+TEST_F(ImportRunTest, NothingIsLostByOverwriting)
+{
+    putSources({"p1.jpg", "d.jpg"});
+    putSources({"c.jpg"}, "new");
+    inDialog([&] {
         expectErrors("p1.jpg");
         import({"p1.jpg"}, {Overwrite}, sources());
         EXPECT_EQ(photo("p1.jpg"), plainBitmap(40, 30) + "p1.jpg") << "known, so it stays, with its thumbnail";
@@ -78,28 +86,20 @@ TEST_F(ImportRunTest, PhotographsGetInformationThumbnailsAndTheirPlaceAndNoneIsL
         expectErrors("d.jpg"); // it would have to make room where the source lies
         import({"d.jpg"}, {Overwrite}, test.paths().PhotoPath + "Removed");
         import({"d.jpg"}, {Overwrite, Links}, test.paths().PhotoPath);
-        EXPECT_EQ(photo("d.jpg") + taken({"d.jpg"}) + photo("Removed\\d.jpg"), "droppedipg before");
+        EXPECT_EQ(photo("d.jpg") + taken({"d.jpg"}) + photo("Removed\\d.jpg"), "droppedipgg before");
         for (const std::string& path : {test.paths().PhotoPath + "c.jpg", test.paths().InfoPath + "c.jpg"})
             test.put(path, "old");
-        putSources({"c.jpg"}, "new");
-        group().CurrentGroupName.clear(); // as the search dialog does
         import({"c.jpg"}, {Overwrite, OverwriteInfo, Links}, sources());
         EXPECT_EQ(photo("c.jpg") + test.bytes(test.paths().InfoPath + "c.jpg") + photo("Removed\\c.jpg"), "old");
-        EXPECT_EQ(linesOf("Alps").size() + linesOf("  All Photos  ").size(), 8U);
-        group().CurrentGroupName = "Alps";
-        test.files().remove(test.paths().SlideGroupPath + "Alps.lst");
-        putSources({"e.jpg"});
-        import({"e.jpg"}, {Links}, sources());
-        EXPECT_EQ(taken({"e.jpg"}) + group().CurrentGroupName, "ig Alps") << "no import brings a group back";
-        EXPECT_EQ(cells(), Names{});
     });
 }
 
 TEST_F(ImportRunTest, AutomaticNumbersKeepTheWidthOfTheFirst)
 {
-    const std::string cases[][3] = {// the first number, the third name, the next number
-        {"0098", "0100.x.jpg", "0101"}, {"9", "11.x.jpg", "12"}, {"A1", "02.x.jpg", "03"},
-        {"-10", "-008.x.jpg", "-007"}, {"", "2.x.jpg", "3"}};
+    const struct {
+        std::string start, third, next;
+    } cases[] = {{.start = "0098", .third = "0100.x.jpg", .next = "0101"}, {"9", "11.x.jpg", "12"},
+        {"A1", "02.x.jpg", "03"}, {"-10", "-008.x.jpg", "-007"}, {"", "2.x.jpg", "3"}};
     inDialog([&] {
         for (const auto& [start, third, next] : cases) {
             form().txtAutoName(0).Text = "N" + start + "_";
@@ -107,7 +107,7 @@ TEST_F(ImportRunTest, AutomaticNumbersKeepTheWidthOfTheFirst)
             // The one without a point keeps the name of the one before.
             expectErrors("N" + start + "_" + start + ".jpg");
             import({"a.jpg", "nameless", "b.x.jpg"}, {AutoName, Links}, sources());
-            EXPECT_EQ(info("N" + start + "_" + third).empty() ? "" : setting("Autonumber"), next) << start;
+            EXPECT_EQ(info("N" + start + "_" + third).empty() ? "" : setting("Import", "Autonumber"), next) << start;
         }
     });
 }
@@ -147,6 +147,12 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
             EXPECT_EQ(form().cmdImport.Caption() + form().lbProgress.Caption(), "ImportDone");
         }
         EXPECT_EQ(std::ranges::count(logLines(), "An error has occurred in 'cmdImport_Click'. Error = Disk full"), 3);
+    });
+}
+
+TEST_F(ImportRunTest, AnEntryThatIsTornIsRefused)
+{
+    inDialog([&] {
         desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
             if (operation == FileOperation::Exists && path.ends_with("unseen.jpg.info"))
                 throw Failure(FailureKind::DeviceIo);
@@ -163,11 +169,17 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
         form().txtAutoName(1).Text = "\\..\\1";
         expectErrors("Image\\..\\1.jpg" + torn + "Image00001.jpg", "Bad file name or number");
         import({"a.jpg", "/a\\m0.jpg"}, {AutoName, Links}, sources());
+    });
+}
+
+TEST_F(ImportRunTest, ARunEndsAtItsLimitAndWithTheDialog)
+{
+    inDialog([&] {
         std::string errors;
         for (int i = 0; i < 32767; ++i)
-            errors += "m0.jpg    Error=File already exists\r";
+            errors += "p1.jpg    Error=File already exists\r";
         expectErrors(errors + "2 more", "No more than 32767 files at a time");
-        import(Names(32769, "m0.jpg"), {Links}, sources());
+        import(Names(32769, "p1.jpg"), {Links}, sources());
         robot.key(form(), EscapeKey);
         EXPECT_TRUE(form().isShown()) << "the rest is to be imported";
         robot.atNextTurn([&] { form().unload(); });

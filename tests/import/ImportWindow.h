@@ -3,8 +3,6 @@
 #include "browser/MainWindow.h"
 #include "check/frmThumbnail.h"
 #include "import/frmImport.h"
-#include "platform/toolkit/Desktop.h"
-#include "runtime/Failure.h"
 #include "search/frmSearch.h"
 #include "support/Surroundings.h"
 #include "support/TemporaryFolder.h"
@@ -40,10 +38,6 @@ protected:
             std::filesystem::create_directories(std::filesystem::path(m_sources.native(name)).parent_path());
             m_sources.write(name, bytes);
         }
-    }
-    std::string setting(std::string_view key)
-    {
-        return test.album().Settings().GetOWSetting("Trovarium", "Import", key, "none");
     }
 
     // The list as "folder|name ", folders told from the folder of sources; "-" for an entry without one.

@@ -85,7 +85,8 @@ def check_handlers(sources: dict[str, str]) -> list[str]:
         return set(re.findall(r"Event<.*?> (\w+)\{", bodies.get(kind, ""))).union(*map(events, bases.get(kind, [])))
 
     def forms_of(owner: str) -> set[str]:
-        return controls.keys() & ({owner} & controls.keys() or re.findall(r"\b(frm\w+)[&*] m_form\b", bodies[owner]))
+        body = "".join(bodies.get(name, "") for name in (owner, *bases[owner]))
+        return controls.keys() & ({owner} & controls.keys() or re.findall(r"\b(frm\w+)[&*] m_form\b", body))
 
     wrong, first = [], {}
     for source, array, owner, handler in WIRING.findall(code):

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "browser/WindowPlan.h"
+#include "browser/WindowPart.h"
 #include "browser/frmGroups.h"
 #include "browser/frmMain.h"
 #include "export/frmExport.h"

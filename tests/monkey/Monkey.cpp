@@ -13,7 +13,6 @@
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Failure.h"
 #include "startup/Program.h"
-#include "startup/UnloadAllForms.h"
 #include "store/Album.h"
 #include "support/PlainBitmap.h"
 #include "support/Robot.h"

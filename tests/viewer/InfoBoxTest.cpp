@@ -61,32 +61,32 @@ struct InfoBoxTest : ViewerWindow {
         &main().lbInfo(1), &main().lbInfo(2), &main().lbInfo(5)};
 };
 
-TEST_F(InfoBoxTest, ThePanelSlidesPixelByPixelAndThePositionDecidesWhatMovesIt)
+TEST_F(InfoBoxTest, ThePanelSlidesPixelByPixelAndNoEditBeginsOnTheWay)
 {
     std::set<float> tops{Down};
     robot.when([&] { return tops.insert(top()), top() == Raised; }, [] {});
     robot.when([this] { return top() == 420; }, [this] { edit(); });
-    // A tick on the way has switched the timer off, and the mouse switches it on at the top.
-    robot.when([this] { return top() == 400; }, [this] { main().tmrInfoBox.Tick.raise(); });
     robot.moveTo(main().framInfo, At{2, 2});
     EXPECT_EQ(tops.size(), 150U) << "149 steps";
-    EXPECT_TRUE(main().tmrInfoBox.Enabled() && !main().txtYear.Visible() && !view().InfoEditing)
-        << "no edit begins on the way";
+    EXPECT_TRUE(main().tmrInfoBox.Enabled() && !main().txtYear.Visible() && !view().InfoEditing);
+}
+
+TEST_F(InfoBoxTest, ThePositionDecidesWhatMovesThePanel)
+{
     const std::vector<Menu*> entries{&main().mnuSetInfoDown, &main().mnuSetInfoNormal, &main().mnuSetInfoUp};
-    EXPECT_TRUE(main().optInfoPosition(1).Value());
-    // The position of the chosen one, and where the box is at once, under the mouse and after a tick.
+    struct Case {
+        bool byMenu;
+        int index;
+        float atOnce, afterMouse, afterTick;
+    };
     for (const auto& [byMenu, index, atOnce, afterMouse, afterTick] :
-        {std::tuple{false, 2, Raised, Raised, Raised}, {false, 0, Down, Down, Down}, {false, 1, Down, Raised, Down},
-            {true, 2, Raised, Raised, Raised}, {true, 1, Raised, Raised, Down}, {true, 0, Down, Down, Down}}) {
+        {Case{.byMenu = false, .index = 2, .atOnce = Raised, .afterMouse = Raised, .afterTick = Raised},
+            {false, 0, Down, Down, Down}, {false, 1, Down, Raised, Down}, {true, 2, Raised, Raised, Raised},
+            {true, 1, Raised, Raised, Down}, {true, 0, Down, Down, Down}}) {
         SCOPED_TRACE(std::to_string(index) + (byMenu ? " by menu" : " by button"));
-        if (byMenu)
-            robot.choose(*entries[static_cast<std::size_t>(index)]);
-        else
-            robot.click(main().optInfoPosition(index));
-        for (int i = 0; i < 3; ++i) {
-            EXPECT_EQ(main().optInfoPosition(i).Value(), i == index);
-            EXPECT_EQ(entries[static_cast<std::size_t>(i)]->Checked(), i == index);
-        }
+        byMenu ? robot.choose(*entries[index]) : robot.click(main().optInfoPosition(index));
+        for (int i = 0; i < 3; ++i)
+            EXPECT_TRUE(main().optInfoPosition(i).Value() == (i == index) && entries[i]->Checked() == (i == index));
         EXPECT_EQ(top(), atOnce);
         robot.moveTo(main().lbPhotoInfo, At{20, 5});
         EXPECT_EQ(top(), afterMouse);
@@ -94,8 +94,6 @@ TEST_F(InfoBoxTest, ThePanelSlidesPixelByPixelAndThePositionDecidesWhatMovesIt)
         main().tmrInfoBox.Tick.raise();
         EXPECT_EQ(top(), afterTick);
         EXPECT_EQ(main().tmrInfoBox.Enabled(), index == 2) << "a tick without effect lets it run on";
-        robot.click(view().CurrentIndex == 1 ? main().pctNext : main().pctPrev);
-        EXPECT_EQ(top(), afterTick);
     }
 }
 
@@ -130,7 +128,6 @@ TEST_F(InfoBoxTest, EditingClosesTheRestUntilTheSecondPressAndTextsComeBackAsThe
 
 TEST_F(InfoBoxTest, SteppingWhileEditingSavesThePhotographLeftBehind)
 {
-    test.put(test.paths().AudioPath + "p2.jpg.wav", "");
     for (const std::string year : {"2000", "2001"}) {
         const bool alwaysUp = year == "2001";
         robot.click(main().optInfoPosition(alwaysUp ? 2 : 1));
@@ -159,27 +156,34 @@ TEST_F(InfoBoxTest, SteppingWhileEditingSavesThePhotographLeftBehind)
         edit();
         EXPECT_EQ(stored(2), file(2, {"S" + year, "", year, "", "", "", ""}, "200x80"));
         robot.click(main().pctPrev);
-        EXPECT_FALSE(main().cmdPlayAudioClip(0).Enabled() || main().cmdPlayAudioClip(1).Enabled());
     }
-    robot.click(main().optInfoPosition(1));
-    robot.click(main().pctNext);
-    RecordedMedia media(desktop);
-    for (const int button : {0, 1})
-        robot.click(main().cmdPlayAudioClip(button));
-    EXPECT_EQ(media.told, (Names{"sound " + test.paths().AudioPath + "p2.jpg.wav", "sound 0"}));
-    robot.key(main(), PageUpKey);
-    EXPECT_EQ(view().CurrentIndex, 1);
-    EXPECT_TRUE(main().imgbox.hasFocus()) << "behind the button that went dark";
-    robot.click(main().pctNext);
+}
+
+TEST_F(InfoBoxTest, TheEndOfASessionSavesAnEditInTheMiddleOfASlide)
+{
     edit();
     robot.when([this] { return top() == 400; },
         [this] {
             main().txtTitle.Text = "Logout";
             main().EndOfSession.raise();
-            EXPECT_EQ(stored(1), file(1, {"Logout", "Ann", "2001", "Ben", "Rome", "Walk", "a=b"}, "200x80"));
+            EXPECT_EQ(stored(2), file(2, {"Logout", "", "", "", "", "", ""}, "200x80"));
             EXPECT_EQ(restEnabled(), std::set{true});
         });
-    robot.click(main().pctPrev);
+    robot.click(main().pctNext);
+}
+
+TEST_F(InfoBoxTest, AClipIsPlayedByButtonsThatAreDisabledWithoutOne)
+{
+    test.put(test.paths().AudioPath + "p2.jpg.wav", "");
+    robot.click(main().pctNext);
+    robot.click(main().imgbox);
+    RecordedMedia media(desktop);
+    for (const int button : {0, 1})
+        robot.click(main().cmdPlayAudioClip(button));
+    EXPECT_EQ(media.told, (Names{"sound " + test.paths().AudioPath + "p2.jpg.wav", "sound 0"}));
+    robot.key(main(), PageUpKey);
+    EXPECT_FALSE(main().cmdPlayAudioClip(0).Enabled() || main().cmdPlayAudioClip(1).Enabled());
+    EXPECT_TRUE(main().imgbox.hasFocus()) << "which had the keys before the button";
 }
 
 TEST_F(InfoBoxTest, AnEditIsOfThePhotographThatIsCurrentWhenItBeginsAsItsFileStandsThen)
@@ -200,8 +204,6 @@ TEST_F(InfoBoxTest, AnEditIsOfThePhotographThatIsCurrentWhenItBeginsAsItsFileSta
     EXPECT_EQ(stored(2), file(2, {own, "", "about 1900", "", "Oslo", "", ""}, "100x60"));
     EXPECT_EQ(main().lbTitle.Caption(), toNativePath(own));
     EXPECT_EQ(main().lbTitle.ForeColor(), FaintInk);
-    main().lbTitle.Caption = std::string(200, 'w');
-    EXPECT_EQ(main().lbTitle.Width(), 480) << "no wider than its box";
     edit();
     pressRight(1);
     main().txtTitle.Text = "Fog";

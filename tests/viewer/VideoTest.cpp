@@ -23,7 +23,7 @@ struct VideoTest : ViewerWindow {
         "Stop Left" + times8(desktop.Screen().Width()) + "Height" + times8(desktop.Screen().Height()) + "Owner0 gone ";
 };
 
-TEST_F(VideoTest, AClipPlaysEndsStartsOverAndIsSought)
+TEST_F(VideoTest, AClipIsOpenedInTheFrameAndPlays)
 {
     const PictureBox& window = main().picVideoWindow;
     display(1);
@@ -34,9 +34,20 @@ TEST_F(VideoTest, AClipPlaysEndsStartsOverAndIsSought)
     EXPECT_EQ(place(window), place(20, 48, 497, 373));
     robot.click(main().cmdZoomIn);
     EXPECT_TRUE(frameShows(100, 60) && view().ZoomLevel == -1) << "a clip isn't zoomed";
-    main().framInfo.Visible = false;
-    EXPECT_EQ(robot.shot(main()).count({255, 0, 0}), 497 * 373);
+    robot.click(main().pctNext);
+    EXPECT_TRUE(told().starts_with(closed + "b.Mpg "));
+    robot.click(main().pctPrev);
+    robot.click(main().pctPrev);
+    EXPECT_TRUE(told().ends_with("Stop At0 "));
+    EXPECT_FALSE(main().hscVideo.Enabled() || window.Visible() || view().IsVideo);
+    EXPECT_EQ(window.Left(), 545 + 20) << "parked";
+}
+
+TEST_F(VideoTest, TheSliderFollowsAClipToItsEndAndSeeks)
+{
+    display(2);
     media.film->position = 5.496; // rounded to two places, and then to even
+    told();
     EXPECT_TRUE(robot.until([&] { return main().hscVideo.Value() == 6; }));
     EXPECT_EQ(told().find("At"), std::string::npos) << "a tick doesn't seek";
     media.film->position = 12.34;
@@ -46,45 +57,44 @@ TEST_F(VideoTest, AClipPlaysEndsStartsOverAndIsSought)
     told();
     robot.click(main().cmdVideo(0));
     main().hscVideo.SetFocus();
-    robot.key(main(), 39);
-    video.UpdateVideoPosition();
+    robot.key(main(), RightKey);
     EXPECT_EQ(told() + lit(), "At0 Run At7 Pause >-.");
-    robot.click(main().cmdVideo(0));
-    robot.key(main(), SpaceKey); // the keys are with the button that goes on
-    robot.key(main(), SpaceKey);
-    EXPECT_EQ(told(), "Run Pause Run ");
     for (std::int16_t second : {-1, 13})
         video.SeekVideo(second);
     EXPECT_EQ(told(), "At0 Pause At12 Pause ");
-    video.OpenVideo(test.paths().PhotoPath + "a.avi", main().picVideoWindow);
-    EXPECT_EQ(lit() + numberText(main().hscVideo.Value()), ">--0");
-    told();
-    main().hscVideo.SetFocus();
-    robot.key(main(), 39);
     robot.click(main().cmdVideo(2));
-    EXPECT_EQ(told() + lit() + numberText(main().hscVideo.Value()), "At1 Pause Stop At0 >--0");
-    robot.click(main().pctNext);
-    EXPECT_TRUE(told().starts_with(closed + "b.Mpg "));
+    EXPECT_EQ(told() + lit() + numberText(main().hscVideo.Value()), "Stop At0 >--0");
+}
+
+TEST_F(VideoTest, ADisabledButtonGivesTheFocusToTheOneThatUndoesItsAction)
+{
+    display(2);
+    robot.click(main().cmdVideo(2));
+    told();
+    robot.click(main().cmdVideo(0));
+    robot.key(main(), SpaceKey);
+    robot.key(main(), SpaceKey);
+    EXPECT_EQ(told(), "Run Pause Run ");
+}
+
+TEST_F(VideoTest, AFilmComesBackFromTheFullScreen)
+{
+    display(2);
     robot.click(main().cmdFullScreen);
     EXPECT_NE(told().find("Width" + numberText(desktop.Screen().Width() - 200) + " "), std::string::npos) << "twips";
-    robot.key(fullScreen(), 27);
+    robot.key(fullScreen(), EscapeKey);
     EXPECT_EQ(told(), "Stop At0 ");
     robot.click(main().cmdVideo(0));
     EXPECT_EQ(told(), "Style100663296 Top0 Left0 Width497 Height373 Owner Run ");
+    main().framInfo.Visible = false;
     EXPECT_EQ(robot.shot(main()).count({255, 0, 0}), 497 * 373);
     pressRowNamed("Alps");
     EXPECT_EQ(told(), "Stop At0 ");
-    EXPECT_EQ(window.Left(), 545 + 20) << "parked";
     robot.click(main().cmdVideo(0));
-    EXPECT_TRUE(told().starts_with(closed + "b.Mpg ")) << "the hidden window opens the current one";
-    robot.click(main().pctPrev);
-    robot.click(main().pctPrev);
-    EXPECT_TRUE(told().ends_with("Stop At0 "));
-    EXPECT_FALSE(main().hscVideo.Enabled() || window.Visible() || view().IsVideo);
-    EXPECT_EQ(window.Left(), 545 + 20);
+    EXPECT_TRUE(told().starts_with(closed + "a.avi ")) << "the hidden window opens the current one";
 }
 
-TEST_F(VideoTest, WhateverFailsIsSilentAndAFilmOpenedWhileAnotherIsClosedIsClosedToo)
+TEST_F(VideoTest, WhateverFailsIsSilent)
 {
     const std::pair<std::string, std::string> ends[] = {{"a.avi", ">=.a.avi "}, {"Owner", ">--Stop At0 "},
         {"Run", ">=.Run "}, {"Stop", "-=.Stop "}, {"At0", "-=.At0 "}};
@@ -98,20 +108,6 @@ TEST_F(VideoTest, WhateverFailsIsSilentAndAFilmOpenedWhileAnotherIsClosedIsClose
         media.film->fails = "-";
         pressRowNamed("Alps");
     }
-    bool isGone = false;
-    robot.atNextTurn([&] {
-        told();
-        video.OpenVideo(test.paths().PhotoPath + "a.avi", main().picVideoWindow);
-        main().unload();
-        isGone = true;
-    });
-    frmThumbnail builder(desktop, test.album(), video);
-    while (!isGone)
-        video.OpenVideo(test.paths().PhotoPath + "b.Mpg", builder.imgSize);
-    video.VideoCommand("play");
-    video.CloseVideo();
-    const std::string all = told();
-    EXPECT_TRUE(all.find(closed + "b.Mpg ") != std::string::npos && all.ends_with(closed));
 }
 
 } // namespace trovarium
