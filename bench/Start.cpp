@@ -2,9 +2,9 @@
 // is painted on the screen.
 
 #include "platform/files/FileService.h"
-#include "platform/toolkit/FormWindow.h"
 #include "platform/system/Shell.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/FormWindow.h"
 #include "startup/Program.h"
 #include "store/Album.h"
 

@@ -4,8 +4,8 @@
 #include "platform/toolkit/Buttons.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Label.h"
-#include "platform/toolkit/Shape.h"
 #include "platform/toolkit/PictureBox.h"
+#include "platform/toolkit/Shape.h"
 
 #include <string>
 #include <string_view>

@@ -3,8 +3,8 @@
 #include "export/ExportRun.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Units.h"
 #include "platform/toolkit/Prompts.h"
+#include "platform/toolkit/Units.h"
 #include "store/Album.h"
 #include "store/Log.h"
 

@@ -46,8 +46,8 @@ std::string_view allExtensionsOf(std::string_view name)
 
 } // namespace
 
-ImportRun::ImportRun(
-    frmImport& form, Album& album, frmMain& main, FormHolder<frmSearch>& search, FormHolder<frmThumbnail>& thumbnailBuilder)
+ImportRun::ImportRun(frmImport& form, Album& album, frmMain& main, FormHolder<frmSearch>& search,
+    FormHolder<frmThumbnail>& thumbnailBuilder)
     : m_form(form)
     , m_album(album)
     , m_main(main)

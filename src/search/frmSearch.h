@@ -1,12 +1,12 @@
 #pragma once
 
 #include "platform/toolkit/Buttons.h"
-#include "platform/toolkit/TextBox.h"
 #include "platform/toolkit/FileControls.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Label.h"
-#include "platform/toolkit/Shape.h"
 #include "platform/toolkit/PictureBox.h"
+#include "platform/toolkit/Shape.h"
+#include "platform/toolkit/TextBox.h"
 #include "store/GroupOnShow.h"
 
 #include <cstdint>

@@ -53,7 +53,8 @@ protected:
 
     TemporaryFolder m_sources;
     VariableForNow m_home{"HOME", test.folder().path()};
-    FormHolder<frmSearch> search{desktop, [this] { return std::make_unique<frmSearch>(desktop, test.album(), main()); }};
+    FormHolder<frmSearch> search{
+        desktop, [this] { return std::make_unique<frmSearch>(desktop, test.album(), main()); }};
     FormHolder<frmThumbnail> thumbnails{
         desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), video); }};
     FormHolder<frmImport> form{

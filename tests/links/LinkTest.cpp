@@ -65,9 +65,9 @@ protected:
     TemporaryFolder folder;
     Form importForm{desktop, {.Name = "frmImport"}};
     FormHolder<frmAddMidiWav> form{desktop, [this] {
-                                     return std::make_unique<frmAddMidiWav>(
-                                         desktop, test.album(), main(), [this]() -> Form& { return importForm; });
-                                 }};
+                                       return std::make_unique<frmAddMidiWav>(
+                                           desktop, test.album(), main(), [this]() -> Form& { return importForm; });
+                                   }};
     const std::string wavs = test.paths().AudioPath;
 };
 

@@ -8,9 +8,9 @@
 
 #include "monkey/Judge.h"
 #include "platform/toolkit/DesktopState.h"
-#include "platform/toolkit/TextBox.h"
 #include "platform/toolkit/FileControls.h"
 #include "platform/toolkit/Prompts.h"
+#include "platform/toolkit/TextBox.h"
 #include "runtime/Failure.h"
 #include "startup/Program.h"
 #include "store/Album.h"

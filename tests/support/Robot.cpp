@@ -1,10 +1,10 @@
 #include "support/Robot.h"
 
 #include "platform/toolkit/DesktopState.h"
-#include "platform/toolkit/FormWindow.h"
-#include "platform/toolkit/QtValues.h"
 #include "platform/toolkit/Form.h"
+#include "platform/toolkit/FormWindow.h"
 #include "platform/toolkit/Menu.h"
+#include "platform/toolkit/QtValues.h"
 
 #include <QApplication>
 #include <QImage>

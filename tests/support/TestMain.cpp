@@ -1,6 +1,6 @@
 #include "platform/files/FileService.h"
-#include "platform/toolkit/DesktopState.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/DesktopState.h"
 #include "platform/toolkit/Form.h"
 #include "support/Robot.h"
 #include "support/ScriptedPrompts.h"

@@ -91,9 +91,9 @@ public:
     Form& form() override { return m_parent->form(); }
     Container& parent() const { return *m_parent; }
     QWidget* widget() const { return m_widget; }
-    virtual Container* container() { return nullptr; }   // itself, if other controls may lie on it
+    virtual Container* container() { return nullptr; }     // itself, if other controls may lie on it
     virtual const Drawn* drawn() const { return nullptr; } // itself, if the program draws it
-    virtual void followInput() { } // handlers were connected, or what decides on input changed
+    virtual void followInput() { }                         // handlers were connected, or what decides on input changed
 
     virtual void place(); // the widget, where Left, Top, Width and Height say
 

@@ -113,13 +113,13 @@ struct DesktopState {
     std::vector<Form*> activates;  // Activate is to come
     std::vector<Form*> activating; // whose Activate handlers run
     std::vector<UnloadedForm> unloadedForms;
-    std::vector<Timer*> timers;           // of loaded forms
-    DrawnWidget* mouseGrabber = nullptr;  // is pressed, and gets all of the mouse until its release
-    DrawnWidget* releasing = nullptr;     // its MouseUp runs, Click is still to come
-    DrawnWidget* lastPressed = nullptr;   // for the second press of a double click
-    QPointer<QWidget> lastText;           // the text box that had the focus last
-    int scopes = 0;                       // of HandlerScope
-    bool eventsSuspended = false;         // windows paint, but what would run a handler comes later
+    std::vector<Timer*> timers;                   // of loaded forms
+    DrawnWidget* mouseGrabber = nullptr;          // is pressed, and gets all of the mouse until its release
+    DrawnWidget* releasing = nullptr;             // its MouseUp runs, Click is still to come
+    DrawnWidget* lastPressed = nullptr;           // for the second press of a double click
+    QPointer<QWidget> lastText;                   // the text box that had the focus last
+    int scopes = 0;                               // of HandlerScope
+    bool eventsSuspended = false;                 // windows paint, but what would run a handler comes later
     std::vector<std::function<void()>> postponed; // what came while events were suspended
     bool closeAsked = false;                      // among it
     std::deque<std::pair<QPointer<QObject>, std::shared_ptr<QEvent>>> keptInput;

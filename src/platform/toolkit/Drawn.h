@@ -45,7 +45,7 @@ public:
     virtual bool takesInput() const = 0;
     virtual bool takesMouse() const { return true; } // otherwise it goes to what lies below
     virtual bool takesFocus() const { return false; }
-    virtual QPointF handlerPlace(const QPointF& pixels) const; // as the events tell it
+    virtual QPointF handlerPlace(const QPointF& pixels) const;          // as the events tell it
     virtual bool keyDown(int /*code*/, int /*shift*/) { return false; } // true when a handler took it
     virtual void pressed(bool /*down*/) { }
     virtual void letGo() { } // of the mouse or of the focus

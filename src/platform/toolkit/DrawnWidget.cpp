@@ -233,8 +233,7 @@ void DrawnControl::place()
 // though the library would take both from a widget that is hidden. It is no longer painted, and lets the mouse through.
 void DrawnControl::showOrHide()
 {
-    const bool isUsed =
-        desktop().state().mouseGrabber == widget() || widget()->window()->focusWidget() == widget();
+    const bool isUsed = desktop().state().mouseGrabber == widget() || widget()->window()->focusWidget() == widget();
     const bool stays = !Visible() && widget()->isVisible() && isUsed;
     widget()->setAttribute(Qt::WA_TransparentForMouseEvents, stays || !takesMouse());
     widget()->setAttribute(Qt::WA_OpaquePaintEvent, !stays && isOpaque());

@@ -92,10 +92,8 @@ DriveList::DriveList(Container* parent, const Plan& plan)
     refreshPlaces();
     m_drive = m_places.size() > 1 ? m_places[1] : m_places[0];
     showPlaces();
-    QObject::connect(
-        &m_box, &QComboBox::activated, &m_box, [this](int place) {
-            deliverEvent(*this, [&] { chosen(static_cast<std::size_t>(place)); });
-        });
+    QObject::connect(&m_box, &QComboBox::activated, &m_box,
+        [this](int place) { deliverEvent(*this, [&] { chosen(static_cast<std::size_t>(place)); }); });
 }
 
 void DriveList::setDrive(std::string value)

@@ -199,8 +199,8 @@ void Form::PopupMenu(Menu& menu)
 Button* Form::buttonOf(int code) const
 {
     const QWidget* focus = m_window->focusWidget();
-    const bool isAmongRows = qobject_cast<const QAbstractItemView*>(focus) != nullptr
-        || qobject_cast<const QComboBox*>(focus) != nullptr;
+    const bool isAmongRows =
+        qobject_cast<const QAbstractItemView*>(focus) != nullptr || qobject_cast<const QComboBox*>(focus) != nullptr;
     const auto found = std::find_if(m_buttons.begin(), m_buttons.end(), [&](const Button* button) {
         const bool isMeant =
             (code == EnterKey && button->Default() && !isAmongRows) || (code == EscapeKey && button->Cancel());

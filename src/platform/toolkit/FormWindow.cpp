@@ -244,9 +244,9 @@ void FormWindow::present(bool modal)
     place();
     if (isBare() && width() >= screen.size().width() && height() >= screen.size().height())
         setWindowState(Qt::WindowFullScreen); // over panels too
-    show(); // forgets what follows: a dialog opened by a key shows its ring at once
-    setAttribute(Qt::WA_KeyboardFocusChange,
-        owned && !isBare() && owner->window().testAttribute(Qt::WA_KeyboardFocusChange));
+    show();                                   // forgets what follows: a dialog opened by a key shows its ring at once
+    setAttribute(
+        Qt::WA_KeyboardFocusChange, owned && !isBare() && owner->window().testAttribute(Qt::WA_KeyboardFocusChange));
     activateWindow();
 }
 

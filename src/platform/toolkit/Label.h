@@ -23,15 +23,15 @@ public:
     Stored<&Label::fit, std::string> Caption;
     Stored<&Label::repaint, trovarium::Alignment> Alignment{this, trovarium::Alignment::Left};
     Stored<&Label::fit, bool> AutoSize{this};
-    Stored<&Label::fit, float> MostWidth{this};                      // of AutoSize; 0: no limit
+    Stored<&Label::fit, float> MostWidth{this};                    // of AutoSize; 0: no limit
     Stored<&Label::repaint, std::optional<Color>> ForeColor{this}; // none: that of what it lies on
     Stored<&Label::repaint, std::optional<Color>> BackColor{this}; // none: what lies below shows
-    Stored<&Label::fit, float> FontSize{this, 12.0F};                // pixels of the plan
+    Stored<&Label::fit, float> FontSize{this, 12.0F};              // pixels of the plan
     Stored<&Label::fit, bool> Bold{this};
-    Stored<&Label::fit, bool> WordWrap{this};     // otherwise a long text gets a "…"
-    Stored<&Label::fit, bool> Shadow{this};       // a dark halo, legible on any picture
-    Stored<&Label::fit, bool> UseMnemonic{this};  // "&" marks an access key, "&&" shows as one
-    Stored<&Label::repaint, bool> Raised{this}; // looks like a push button, for one that is clicked
+    Stored<&Label::fit, bool> WordWrap{this};    // otherwise a long text gets a "…"
+    Stored<&Label::fit, bool> Shadow{this};      // a dark halo, legible on any picture
+    Stored<&Label::fit, bool> UseMnemonic{this}; // "&" marks an access key, "&&" shows as one
+    Stored<&Label::repaint, bool> Raised{this};  // looks like a push button, for one that is clicked
     // A text that is too long is drawn narrower before it is cut.
     Stored<&Label::repaint, bool> NarrowToFit{this};
     Stored<&Label::repaint, trovarium::Elision> Elision{this, trovarium::Elision::End};

@@ -66,7 +66,7 @@ public:
     const std::string& List(int index) const { return at(index).text; }
     void setList(int index, std::string text); // replaces; a sorted list is not sorted again
     std::string Text() const;                  // the chosen entry, empty for none
-    int entryAt(float X, float Y) const; // by a place as MouseUp tells it; -1 for none
+    int entryAt(float X, float Y) const;       // by a place as MouseUp tells it; -1 for none
     bool Selected(int index) const { return at(index).selected; }
     void setSelected(int index, bool value);
     void AddItem(std::string text); // a sorted list takes it at its place, an equal one behind

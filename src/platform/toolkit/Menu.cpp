@@ -101,7 +101,8 @@ void Menu::popUp()
         return;
     const QWidget& window = m_form->window();
     const QWidget* focus = window.testAttribute(Qt::WA_KeyboardFocusChange) ? window.focusWidget() : nullptr;
-    const QPoint place = focus != nullptr ? focus->mapToGlobal(QRectF(focus->contentsRect()).center().toPoint()) : QCursor::pos();
+    const QPoint place =
+        focus != nullptr ? focus->mapToGlobal(QRectF(focus->contentsRect()).center().toPoint()) : QCursor::pos();
     NestedLoop loop(m_form->desktop());
     m_popsUp = true;
     Menu* entry = entryOf(list().exec(place));

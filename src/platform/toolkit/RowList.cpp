@@ -203,9 +203,8 @@ void RowList::mouseReleaseEvent(QMouseEvent* event)
     const int button = mouseButtons(event->button());
     const int shift = shiftKeys(event->modifiers());
     const QPointF place = viewport()->mapTo(this, event->position()) * TwipsPerPixel;
-    deliverEvent(m_control, [&] {
-        m_control.mouseReleased(button, shift, static_cast<float>(place.x()), static_cast<float>(place.y()));
-    });
+    deliverEvent(m_control,
+        [&] { m_control.mouseReleased(button, shift, static_cast<float>(place.x()), static_cast<float>(place.y())); });
 }
 
 void RowList::mouseDoubleClickEvent(QMouseEvent* event)

@@ -17,7 +17,7 @@ public:
     RowList(RowsControl& control, QWidget* parent);
     ~RowList() override;
 
-    void follow(); // soon: before the user acts on it, or with the next repaint but a few
+    void follow();                   // soon: before the user acts on it, or with the next repaint but a few
     int rowAt(QPointF pixels) const; // of the widget; -1 for none
 
 protected:

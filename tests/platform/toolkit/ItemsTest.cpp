@@ -5,10 +5,10 @@
 #include "platform/toolkit/FormWindow.h"
 #include "platform/toolkit/Image.h"
 #include "platform/toolkit/Label.h"
-#include "platform/toolkit/Shape.h"
 #include "platform/toolkit/Menu.h"
 #include "platform/toolkit/PictureBox.h"
 #include "platform/toolkit/ProgressBar.h"
+#include "platform/toolkit/Shape.h"
 #include "support/ScriptedPrompts.h"
 
 #include <QAccessible>

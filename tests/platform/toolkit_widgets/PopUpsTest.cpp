@@ -2,8 +2,8 @@
 #include "platform/toolkit/Prompts.h"
 
 #include "platform/Stage.h"
-#include "platform/toolkit/FormWindow.h"
 #include "platform/toolkit/Buttons.h"
+#include "platform/toolkit/FormWindow.h"
 #include "platform/toolkit/Label.h"
 
 #include <QAction>
