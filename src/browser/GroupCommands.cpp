@@ -4,7 +4,7 @@
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
 #include "browser/frmMain.h"
-#include "check/GroupRepair.h"
+#include "check/RepairPasses.h"
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "browser/Dialogs.h"
 #include "platform/toolkit/Buttons.h"
 #include "platform/toolkit/ControlArray.h"
 #include "platform/toolkit/Form.h"

@@ -2,7 +2,6 @@
 
 #include "browser/WindowPart.h"
 #include "store/Album.h"
-#include "store/PhotoInfo.h"
 
 #include <array>
 #include <cstdint>

@@ -1,4 +1,3 @@
-#include "check/GroupRepair.h"
 #include "check/RepairPasses.h"
 #include "check/VideoPlayer.h"
 #include "check/frmFirstTime.h"
