@@ -129,8 +129,8 @@ bool DecodeAhead::isDone(const DecodeRequest& request, int milliseconds)
 
 Picture DecodeAhead::take(const DecodeRequest& request, const PictureFile& file, const Patience& patience)
 {
-    if (isThumbnail(file))
-        return readPicture(file, request.longerSide, m_state->largeOnes);
+    if (Picture thumbnail = readThumbnail(file, request.longerSide); !thumbnail.empty())
+        return thumbnail;
     startWorkers();
     if (m_workers.empty())
         return readPicture(file, request.longerSide, m_state->largeOnes);

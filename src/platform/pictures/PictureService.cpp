@@ -1,14 +1,16 @@
 #include "platform/pictures/PictureService.h"
 
 #include "platform/files/FileService.h"
-#include "platform/pictures/Artwork.h"
-#include "platform/pictures/BitmapBytes.h"
 #include "platform/pictures/DecodeAhead.h"
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureFile.h"
 #include "runtime/Failure.h"
 
+#include <QBuffer>
+#include <QFile>
 #include <QImageReader>
+#include <QPainter>
+#include <QSvgRenderer>
 
 #include <algorithm>
 #include <atomic>
@@ -17,6 +19,13 @@
 #include <new>
 #include <utility>
 
+// A static library's resources are left out by the linker unless somebody asks for them; the macro needs
+// the global namespace.
+static void includeArtwork()
+{
+    Q_INIT_RESOURCE(artwork);
+}
+
 namespace trovarium {
 
 namespace {
@@ -24,6 +33,23 @@ namespace {
 // Pictures in full that are kept ahead: the neighbours of the one on show.
 constexpr std::size_t MostInFull = 2;
 constexpr std::size_t MostReduced = 8;
+
+// A whole uncompressed 24-bit bitmap file, alpha on white.
+std::string bitmapBytes(const QImage& image)
+{
+    constexpr int PixelsPerMetre = 3780; // 96 to the inch
+
+    QImage opaque(image.size(), QImage::Format_RGB888); // of 24 bits a pixel in the file
+    opaque.fill(Qt::white);
+    QPainter(&opaque).drawImage(0, 0, image);
+    opaque.setDotsPerMeterX(PixelsPerMetre);
+    opaque.setDotsPerMeterY(PixelsPerMetre);
+    QBuffer file;
+    file.open(QIODevice::WriteOnly);
+    if (!opaque.save(&file, "BMP"))
+        throw std::bad_alloc(); // no room for the pixels: nothing else stops a write into memory
+    return file.data().toStdString();
+}
 
 } // namespace
 
@@ -99,6 +125,21 @@ Picture PictureService::artwork(std::string_view name)
     if (const auto known = m_state->drawings.find(name); known != m_state->drawings.end())
         return known->second;
     return m_state->drawings.emplace(name, loadArtwork(name)).first->second;
+}
+
+Picture loadArtwork(std::string_view name)
+{
+    includeArtwork();
+    QFile file(QStringLiteral(":/assets/") + QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()))
+        + QStringLiteral(".svg"));
+    if (!file.open(QIODevice::ReadOnly))
+        throw Failure(FailureKind::FileNotFound);
+    auto data = std::make_shared<PictureData>();
+    data->drawing = std::make_shared<QSvgRenderer>(file.readAll());
+    if (!data->drawing->isValid())
+        throw Failure(FailureKind::InvalidPicture);
+    data->naturalSize = data->drawing->defaultSize();
+    return Picture(std::move(data));
 }
 
 } // namespace trovarium

@@ -116,4 +116,14 @@ QImage reduced(QImage image, int factor, const std::atomic<bool>& cancelled)
     return target.take();
 }
 
+QImage upright(QImage image, QImageIOHandler::Transformations orientation)
+{
+    if (orientation == QImageIOHandler::TransformationNone)
+        return image;
+    image = std::move(image).mirrored(orientation.testFlag(QImageIOHandler::TransformationMirror),
+        orientation.testFlag(QImageIOHandler::TransformationFlip));
+    return orientation.testFlag(QImageIOHandler::TransformationRotate90) ? image.transformed(QTransform().rotate(90))
+                                                                         : image;
+}
+
 } // namespace trovarium

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QImageIOHandler>
 #include <QSize>
 
 #include <array>
@@ -50,5 +51,8 @@ int linesAtOnce(int width);
 
 // The image as a `ReducedImage` gives it, also for the factor 1. "Invalid picture" when `cancelled` was set meanwhile.
 QImage reduced(QImage image, int factor, const std::atomic<bool>& cancelled);
+
+// The image turned and mirrored so that it stands upright.
+QImage upright(QImage image, QImageIOHandler::Transformations orientation);
 
 } // namespace trovarium

@@ -46,7 +46,7 @@ private:
     std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> m_free;
 };
 
-QColor wmfColour(std::uint32_t colour);
+QColor wmfColor(std::uint32_t color);
 QPen wmfPen(const WmfRecord& record);
 QBrush wmfBrush(const WmfRecord& record);
 WmfFont wmfFont(const WmfRecord& record);

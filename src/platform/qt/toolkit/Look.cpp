@@ -1,6 +1,5 @@
 #include "platform/qt/toolkit/Look.h"
 
-#include "platform/pictures/Artwork.h"
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PicturePainter.h"
 #include "platform/qt/toolkit/View.h"

@@ -1,4 +1,6 @@
-#include "platform/pictures/ColourConversion.h"
+#include "platform/pictures/ColorConversion.h"
+
+#include <QImage>
 
 #include <algorithm>
 #include <bit>
@@ -21,16 +23,16 @@ struct KindInProfiles {
     cmsUInt32Number pixels;
 };
 
-KindInProfiles inProfiles(ColourKind kind)
+KindInProfiles inProfiles(ColorKind kind)
 {
     switch (kind) {
-    case ColourKind::Grey:
+    case ColorKind::Gray:
         return {cmsSigGrayData, TYPE_GRAY_8};
-    case ColourKind::Inks:
+    case ColorKind::Inks:
         return {cmsSigCmykData, TYPE_CMYK_8};
-    case ColourKind::InvertedInks:
+    case ColorKind::InvertedInks:
         return {cmsSigCmykData, TYPE_CMYK_8_REV};
-    case ColourKind::Rgb:
+    case ColorKind::Rgb:
         break;
     }
     return {cmsSigRgbData, Pixels};
@@ -41,7 +43,7 @@ struct CloseProfile {
 };
 using Profile = std::unique_ptr<void, CloseProfile>;
 
-bool describesColours(cmsProfileClassSignature profileClass)
+bool describesColors(cmsProfileClassSignature profileClass)
 {
     return profileClass == cmsSigInputClass || profileClass == cmsSigDisplayClass || profileClass == cmsSigOutputClass
         || profileClass == cmsSigColorSpaceClass;
@@ -49,7 +51,7 @@ bool describesColours(cmsProfileClassSignature profileClass)
 
 } // namespace
 
-struct ColourConversion::Transform {
+struct ColorConversion::Transform {
     explicit Transform(cmsHTRANSFORM transform)
         : handle(transform)
     {
@@ -61,14 +63,14 @@ struct ColourConversion::Transform {
     cmsHTRANSFORM handle;
 };
 
-ColourConversion::ColourConversion(std::span<const unsigned char> bytes, ColourKind kind)
+ColorConversion::ColorConversion(std::span<const unsigned char> bytes, ColorKind kind)
     : m_kind(kind)
 {
     if (bytes.empty())
         return;
     const Profile source(cmsOpenProfileFromMem(bytes.data(), static_cast<cmsUInt32Number>(bytes.size())));
     const KindInProfiles wanted = inProfiles(kind);
-    if (!source || cmsGetColorSpace(source.get()) != wanted.space || !describesColours(cmsGetDeviceClass(source.get())))
+    if (!source || cmsGetColorSpace(source.get()) != wanted.space || !describesColors(cmsGetDeviceClass(source.get())))
         return;
     const Profile standard(cmsCreate_sRGBProfile());
     const cmsHTRANSFORM handle =
@@ -76,74 +78,77 @@ ColourConversion::ColourConversion(std::span<const unsigned char> bytes, ColourK
     if (handle == nullptr)
         return;
     m_transform = std::make_unique<Transform>(handle);
-    if (kind == ColourKind::Grey) {
+    if (kind == ColorKind::Gray) {
         std::array<std::uint8_t, 256> lights{};
         for (std::size_t i = 0; i < lights.size(); ++i)
             lights[i] = static_cast<std::uint8_t>(i);
-        m_greys = std::make_unique<Greys>();
-        cmsDoTransform(handle, lights.data(), m_greys->data(), 256);
+        m_grays = std::make_unique<Grays>();
+        cmsDoTransform(handle, lights.data(), m_grays->data(), 256);
         m_transform.reset();
     }
     if (changesNothing()) {
         m_transform.reset();
-        m_greys.reset();
+        m_grays.reset();
     }
 }
 
-ColourConversion::~ColourConversion() = default;
+ColorConversion::~ColorConversion() = default;
 
-void ColourConversion::convert(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine,
-    const std::atomic<bool>& cancelled) const
+void ColorConversion::convert(QImage& image, const std::atomic<bool>& cancelled) const
 {
     constexpr std::int64_t WorthAThread = 1'000'000; // pixels
-    if (empty())
+    if (empty() || image.isNull())
         return;
-    const int shared = std::int64_t{width} * height < WorthAThread ? 0 : height / 2;
+    unsigned char* const bits = image.bits();
+    const qsizetype bytesPerLine = image.bytesPerLine();
+    const int width = image.width();
+    const auto convertLines = [=, this, &cancelled](int from, int to) {
+        for (int y = from; y < to && !cancelled; ++y)
+            convertLine(reinterpret_cast<std::uint32_t*>(bits + y * bytesPerLine), width);
+    };
+    const int shared = std::int64_t{width} * image.height() < WorthAThread ? 0 : image.height() / 2;
     std::thread other;
     try {
         if (shared > 0)
-            other = std::thread([&] { convertLines(pixels, width, shared, pixelsPerLine, cancelled); });
+            other = std::thread(convertLines, 0, shared);
     } catch (const std::system_error&) {
         // No thread to be had: it takes twice as long.
-        convertLines(pixels, width, shared, pixelsPerLine, cancelled);
+        convertLines(0, shared);
     }
-    convertLines(pixels + shared * pixelsPerLine, width, height - shared, pixelsPerLine, cancelled);
+    convertLines(shared, image.height());
     if (other.joinable())
         other.join();
 }
 
-void ColourConversion::convertLines(std::uint32_t* pixels, int width, int height, std::ptrdiff_t pixelsPerLine,
-    const std::atomic<bool>& cancelled) const
+void ColorConversion::convertLine(std::uint32_t* pixels, int width) const
 {
-    for (int y = 0; y < height && !cancelled; ++y, pixels += pixelsPerLine) {
-        std::uint32_t* end = pixels + width;
-        if (m_greys) {
-            std::transform(pixels, end, pixels,
-                [this](auto pixel) { return (pixel & Opaque) | ((*m_greys)[pixel & 0xffU] & ~Opaque); });
-            continue;
-        }
-        cmsDoTransform(m_transform->handle, pixels, pixels, static_cast<cmsUInt32Number>(width));
-        if (m_kind != ColourKind::Rgb)
-            std::transform(pixels, end, pixels, [](auto pixel) { return pixel | Opaque; });
+    std::uint32_t* const end = pixels + width;
+    if (m_grays) {
+        std::transform(pixels, end, pixels,
+            [this](auto pixel) { return (pixel & Opaque) | ((*m_grays)[pixel & 0xffU] & ~Opaque); });
+        return;
     }
+    cmsDoTransform(m_transform->handle, pixels, pixels, static_cast<cmsUInt32Number>(width));
+    if (m_kind != ColorKind::Rgb)
+        std::transform(pixels, end, pixels, [](auto pixel) { return pixel | Opaque; });
 }
 
-// sRGB comes under many names and with curves of many kinds: what counts is that no colour moves by more
-// than the rounding of the transform.
-bool ColourConversion::changesNothing() const
+// sRGB comes under many names and with curves of many kinds: what counts is that no color changes by more than the
+// transform rounds.
+bool ColorConversion::changesNothing() const
 {
     constexpr std::uint32_t Step = 15;
-    if (m_kind != ColourKind::Rgb && m_kind != ColourKind::Grey)
+    if (m_kind != ColorKind::Rgb && m_kind != ColorKind::Gray)
         return false;
-    std::vector<std::uint32_t> colours;
+    std::vector<std::uint32_t> colors;
     for (std::uint32_t red = 0; red <= 255; red += Step)
         for (std::uint32_t green = 0; green <= 255; green += Step)
             for (std::uint32_t blue = 0; blue <= 255; blue += Step)
-                if (m_kind == ColourKind::Rgb || (red == green && green == blue))
-                    colours.push_back(Opaque | red << 16U | green << 8U | blue);
-    std::vector<std::uint32_t> converted = colours;
-    convert(converted.data(), static_cast<int>(converted.size()), 1, 0, false);
-    return std::equal(colours.begin(), colours.end(), converted.begin(), [](std::uint32_t a, std::uint32_t b) {
+                if (m_kind == ColorKind::Rgb || (red == green && green == blue))
+                    colors.push_back(Opaque | red << 16U | green << 8U | blue);
+    std::vector<std::uint32_t> converted = colors;
+    convertLine(converted.data(), static_cast<int>(converted.size()));
+    return std::equal(colors.begin(), colors.end(), converted.begin(), [](std::uint32_t a, std::uint32_t b) {
         const auto lights = [](std::uint32_t pixel) { return std::bit_cast<std::array<std::uint8_t, 4>>(pixel); };
         return std::ranges::equal(lights(a), lights(b), [](int x, int y) { return std::abs(x - y) <= 1; });
     });
