@@ -4,7 +4,6 @@
 //
 // So many files of each format, or of the one, damaged by the seeds from SEED on.
 
-#include "platform/media/FilgraphManager.h"
 #include "platform/media/FilmSurface.h"
 #include "platform/media/MediaService.h"
 #include "platform/media/SoundDevice.h"

@@ -1,14 +1,18 @@
 #include "platform/media/MpvGraph.h"
 
 #include "platform/files/FileService.h"
-#include "platform/media/SoundOutput.h"
 #include "runtime/Failure.h"
 #include "runtime/Numbers.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
+#include <cstdlib>
+#include <dirent.h>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -42,6 +46,51 @@ constexpr std::pair<const char*, const char*> Options[] = {
     {"hr-seek-demuxer-offset", "1"}, // MPEG has no index: without it a seek lands too far on
 };
 
+std::string environment(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+bool isThere(const std::string& path)
+{
+    return access(path.c_str(), F_OK) == 0;
+}
+
+bool soundServerIsThere()
+{
+    const std::string folder = environment("XDG_RUNTIME_DIR");
+    return !environment("PULSE_SERVER").empty() || !environment("PIPEWIRE_REMOTE").empty()
+        || (!folder.empty() && (isThere(folder + "/pulse/native") || isThere(folder + "/pipewire-0")));
+}
+
+// One that plays, such as "pcmC0D3p", or a definition of the user's own, such as a loudspeaker in the network.
+bool soundDeviceIsThere()
+{
+    if (isThere(environment("HOME") + "/.asoundrc") || isThere("/etc/asound.conf"))
+        return true;
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir("/dev/snd"), closedir);
+    while (const dirent* entry = folder ? readdir(folder.get()) : nullptr) {
+        const std::string_view name = entry->d_name;
+        if (name.starts_with("pcm") && name.ends_with("p"))
+            return true;
+    }
+    return false;
+}
+
+// Options by which films sound: none where the library's own choice will do, silence where nothing could sound, since
+// looking for a device in vain would hold up the first frame. The files of SDL_DISKAUDIOFILE, which have no head, hold
+// one kind of samples whoever writes them.
+std::vector<std::pair<const char*, const char*>> soundOptions()
+{
+    const std::string wanted = environment("SDL_AUDIODRIVER");
+    if (wanted == "disk")
+        return {{"ao", "sdl"}, {"audio-format", "s16"}, {"audio-channels", "stereo"}, {"audio-samplerate", "44100"}};
+    if (wanted == "dummy" || (!soundServerIsThere() && !soundDeviceIsThere()))
+        return {{"ao", "null"}};
+    return {};
+}
+
 } // namespace
 
 MpvGraph::MpvGraph(const MpvLibrary& library, const FileService& files, Wait wait)
@@ -54,7 +103,7 @@ MpvGraph::MpvGraph(const MpvLibrary& library, const FileService& files, Wait wai
         throw Failure(FailureKind::DeviceUnavailable);
     for (const auto& [name, value] : Options)
         setOption(name, value);
-    for (const auto& [name, value] : filmSoundOptions())
+    for (const auto& [name, value] : soundOptions())
         setOption(name, value);
     if (m_library.initialize(m_core.get()) < 0)
         throw Failure(FailureKind::DeviceUnavailable);
@@ -152,29 +201,28 @@ void MpvGraph::put_WindowStyle(int /*style*/) { }
 
 void MpvGraph::put_Left(int pixels)
 {
-    FilmPlace place = m_frames->place();
-    place.left = pixels;
-    m_frames->setPlace(place);
+    place(&FilmPlace::left, pixels);
 }
 
 void MpvGraph::put_Top(int pixels)
 {
-    FilmPlace place = m_frames->place();
-    place.top = pixels;
-    m_frames->setPlace(place);
+    place(&FilmPlace::top, pixels);
 }
 
 void MpvGraph::put_Width(int pixels)
 {
-    FilmPlace place = m_frames->place();
-    place.width = pixels;
-    m_frames->setPlace(place);
+    place(&FilmPlace::width, pixels);
 }
 
 void MpvGraph::put_Height(int pixels)
 {
+    place(&FilmPlace::height, pixels);
+}
+
+void MpvGraph::place(int FilmPlace::*side, int pixels)
+{
     FilmPlace place = m_frames->place();
-    place.height = pixels;
+    place.*side = pixels;
     m_frames->setPlace(place);
 }
 

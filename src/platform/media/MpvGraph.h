@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/media/FilgraphManager.h"
+#include "platform/media/MediaService.h"
 #include "platform/media/MpvFrames.h"
 #include "platform/media/MpvLibrary.h"
 
@@ -45,6 +45,7 @@ private:
         void operator()(mpv_handle* core) const { destroy(core); }
     };
 
+    void place(int FilmPlace::*side, int pixels);
     void setOption(const char* name, const char* value);
     void requireFilm() const;
     void command(std::initializer_list<const char*> words);

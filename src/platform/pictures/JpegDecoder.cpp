@@ -39,6 +39,25 @@ bool startsWith(Bytes bytes, std::string_view text)
     return std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()).starts_with(text);
 }
 
+// Calls `take` with the marker and the content of each segment that has one.
+template <class Take>
+void forEachSegment(Bytes file, Take take)
+{
+    constexpr int First = 0xC0, Restart = 0xD0, EndOfImage = 0xD9, Fill = 0xFF;
+    for (auto at = file.begin() + 2; file.end() - at >= 4;) {
+        const int marker = at[0] == Fill ? at[1] : 0;
+        if (marker == EndOfImage)
+            break;
+        if (marker < First || (marker >= Restart && marker < EndOfImage) || marker == Fill) {
+            at = std::find(at + 1, file.end(), Fill); // within a scan's data, or behind damage
+            continue;
+        }
+        const auto length = std::clamp<std::ptrdiff_t>(at[2] * 256 + at[3] - 2, 0, file.end() - at - 4);
+        take(marker, Bytes(at + 4, at + 4 + length));
+        at += 4 + length;
+    }
+}
+
 using Decompressor = std::unique_ptr<void, int (*)(tjhandle)>;
 
 Decompressor newDecompressor()
@@ -106,27 +125,14 @@ QSize JpegDecoder::size() const
 // Sources: ITU-T T.81, annex B; ICC.1, annex B.4.
 void JpegDecoder::readSegments()
 {
-    constexpr int AppExif = 0xE1, AppProfile = 0xE2, AppAdobe = 0xEE, StartOfScan = 0xDA, EndOfImage = 0xD9;
-    constexpr int StartOfFrame = 0xC0, Progressive = 0xC2, ProgressiveArithmetic = 0xCA;
-    constexpr int OtherTables[] = {0xC4, 0xC8, 0xCC};
+    constexpr int AppExif = 0xE1, AppProfile = 0xE2, AppAdobe = 0xEE, StartOfScan = 0xDA;
+    constexpr int Frames[] = {0xC0, 0xC1, 0xC2, 0xC9, 0xCA}; // those that the library decodes
     constexpr std::string_view ProfileName("ICC_PROFILE\0", 12);
     std::map<int, Bytes> parts; // of the profile, by their number, counted from 1
     int partCount = 0;
     int components = 0;
     int scans = 0;
-    for (std::size_t at = 2; at + 4 <= m_file.size();) {
-        const int marker = m_file[at] == 0xFF ? m_file[at + 1] : 0;
-        if (marker < StartOfFrame || (marker >= 0xD0 && marker < EndOfImage) || marker == 0xFF) {
-            // Within a scan's data, or behind damage.
-            at = static_cast<std::size_t>(
-                std::find(m_file.begin() + static_cast<std::ptrdiff_t>(at) + 1, m_file.end(), 0xFF) - m_file.begin());
-            continue;
-        }
-        if (marker == EndOfImage)
-            break;
-        const std::size_t length = std::max<std::size_t>(m_file[at + 2] * 256U + m_file[at + 3], 2) - 2;
-        const Bytes content = m_file.subspan(at + 4, std::min(length, m_file.size() - at - 4));
-        at += 4 + content.size();
+    forEachSegment(m_file, [&](int marker, Bytes content) {
         const auto byte = [&](std::size_t index) { return index < content.size() ? content[index] : 0; };
         if (marker == AppExif) {
             m_hasExif = m_hasExif || startsWith(content, "Exif");
@@ -140,11 +146,11 @@ void JpegDecoder::readSegments()
             m_isHeld = m_isHeld || byte(0) < components;
             if (++scans > MostScans)
                 refuse();
-        } else if (marker <= 0xCF && std::ranges::find(OtherTables, marker) == std::end(OtherTables)) {
-            m_isHeld = m_isHeld || marker == Progressive || marker == ProgressiveArithmetic;
+        } else if (std::ranges::find(Frames, marker) != std::end(Frames)) {
+            m_isHeld = m_isHeld || marker == 0xC2 || marker == 0xCA; // progressive
             components = byte(5);
         }
-    }
+    });
     if (std::ssize(parts) == partCount && partCount > 0 && parts.rbegin()->first == partCount)
         for (const auto& [number, part] : parts)
             m_profile.insert(m_profile.end(), part.begin(), part.end());
@@ -184,13 +190,11 @@ void JpegDecoder::decompress(QImage& image) const
     };
     if (run())
         return;
-    if (tjGetErrorCode(decompressor.get()) == TJERR_FATAL) {
-        if (std::string_view(tjGetErrorStr2(decompressor.get())).starts_with("Insufficient memory"))
-            throw Failure(FailureKind::OutOfMemory);
-        // Once more, over gray: nobody tells how many lines there are.
-        image.fill(Gray);
-        run();
-    }
+    if (std::string_view(tjGetErrorStr2(decompressor.get())).starts_with("Insufficient memory"))
+        throw Failure(FailureKind::OutOfMemory);
+    // Once more over gray: the library doesn't tell how many lines it has written.
+    image.fill(Gray);
+    run();
     // What is missing is gray. Where that is all below the first row of blocks, the file ends before the image.
     const int rowOfBlocks = tjMCUHeight[subsampling] * image.height() / m_storedSize.height() + 1;
     const QRgb missing = hasInks ? reinterpret_cast<const QRgb*>(image.constScanLine(image.height() - 1))[0] : Gray;

@@ -1,4 +1,3 @@
-#include "platform/media/MusicCommand.h"
 #include "platform/media/SoundDevice.h"
 #include "platform/media/SoundPlayer.h"
 #include "platform/media/TestSounds.h"
