@@ -45,7 +45,7 @@ class MediaService {
 public:
     virtual ~MediaService() = default;
 
-    // One may be opened soon: what that takes is got ready meanwhile.
+    // A film may be opened soon: loads the library on another thread.
     virtual void expectFilm() = 0;
     // For a film that is still to be opened. "Device unavailable" where none can be.
     virtual std::unique_ptr<FilgraphManager> newFilgraphManager() = 0;

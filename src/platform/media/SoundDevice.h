@@ -20,8 +20,6 @@ struct MusicCommand {
     Act act;
     std::string alias; // never empty
     std::string path;  // of Open only
-
-    bool operator==(const MusicCommand&) const = default;
 };
 
 // Reads `open "PATH" type sequencer alias NAME`, `play NAME` and `close NAME`; none for anything else. The path may

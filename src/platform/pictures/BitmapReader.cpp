@@ -26,11 +26,6 @@ constexpr QRgb Opaque = 0xff000000U;
 
 enum class Compression : std::uint32_t { None, Runs8, Runs4, Masks };
 
-[[noreturn]] void refuse()
-{
-    throw Failure(FailureKind::InvalidPicture);
-}
-
 // One color's bits within a pixel of 16 or 32 bits.
 struct Channel {
     std::uint32_t mask = 0;
@@ -77,10 +72,10 @@ void checkHeader(const Header& header, std::int64_t fileLength)
         || (header.compression == Compression::Runs4 && header.bits == 4)
         || (header.compression == Compression::Masks && (header.bits == 16 || header.bits == 32));
     if (!knownDepth || !fits)
-        refuse();
+        refusePicture();
     checkSize(header.width, header.height, fileLength, MostPixelsInAByte);
     if (!header.inRuns() && header.dataOffset + header.lineLength() * header.height > fileLength)
-        refuse();
+        refusePicture();
 }
 
 void readMasks(Header& header, Bytes behindNewHeader, bool withAlpha)
@@ -105,14 +100,14 @@ Header readHeader(const PictureBytes& file)
 {
     const auto start = file.bytes(0, FileHeaderLength + LongestHeader);
     if (start.size() < FileHeaderLength + OldHeaderLength)
-        refuse();
+        refusePicture();
     Header header;
     header.dataOffset = littleEndian(start, 10, 4);
     const Bytes info = Bytes(start).subspan(FileHeaderLength);
     const std::size_t length = littleEndian(info, 0, 4);
     const bool old = length == OldHeaderLength;
     if (!old && (length < NewHeaderLength || info.size() < NewHeaderLength))
-        refuse();
+        refusePicture();
 
     std::size_t colorCount = 0;
     if (old) {
@@ -174,7 +169,8 @@ void convertLine(const Header& header, Bytes line, QRgb* pixels)
     }
 }
 
-// Hands on some hundred kilobytes of lines at a time, `count` lines of the file from `first` on, each with its number.
+// Calls `takeLine` with the number and bytes of `count` lines of the file from `first` on, which are read some hundred
+// kilobytes at a time.
 template <class TakeLine>
 void forEachLine(const Header& header, const PictureBytes& file, int first, int count, TakeLine takeLine)
 {
@@ -185,7 +181,7 @@ void forEachLine(const Header& header, const PictureBytes& file, int first, int 
         const int now = std::min(most, end - first);
         const auto bytes = file.bytes(header.dataOffset + first * length, static_cast<std::size_t>(now * length));
         if (file.cancelled() || std::ssize(bytes) < now * length)
-            refuse(); // it has become shorter meanwhile
+            refusePicture(); // it has become shorter meanwhile
         for (int i = 0; i < now; ++i)
             takeLine(first + i,
                 Bytes(bytes).subspan(static_cast<std::size_t>(i * length), static_cast<std::size_t>(length)));
@@ -201,7 +197,7 @@ void readLines(const Header& header, const PictureBytes& file, int top, QImage& 
     });
 }
 
-// Some programs fill the fourth byte of all pixels with 0 and mean nothing by it.
+// Some programs write alpha 0 into all pixels of an opaque picture.
 bool alphaIsMeant(const Header& header, const PictureBytes& file)
 {
     const std::size_t length = header.bits / 8;

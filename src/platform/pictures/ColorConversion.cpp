@@ -38,10 +38,7 @@ KindInProfiles inProfiles(ColorKind kind)
     return {cmsSigRgbData, Pixels};
 }
 
-struct CloseProfile {
-    void operator()(void* profile) const { cmsCloseProfile(profile); }
-};
-using Profile = std::unique_ptr<void, CloseProfile>;
+using Profile = std::unique_ptr<void, cmsBool (*)(void*)>;
 
 bool describesColors(cmsProfileClassSignature profileClass)
 {
@@ -51,39 +48,27 @@ bool describesColors(cmsProfileClassSignature profileClass)
 
 } // namespace
 
-struct ColorConversion::Transform {
-    explicit Transform(cmsHTRANSFORM transform)
-        : handle(transform)
-    {
-    }
-    ~Transform() { cmsDeleteTransform(handle); }
-    Transform(const Transform&) = delete;
-    Transform& operator=(const Transform&) = delete;
-
-    cmsHTRANSFORM handle;
-};
-
 ColorConversion::ColorConversion(std::span<const unsigned char> bytes, ColorKind kind)
-    : m_kind(kind)
+    : m_transform(nullptr, &cmsDeleteTransform)
+    , m_kind(kind)
 {
     if (bytes.empty())
         return;
-    const Profile source(cmsOpenProfileFromMem(bytes.data(), static_cast<cmsUInt32Number>(bytes.size())));
+    const Profile source(
+        cmsOpenProfileFromMem(bytes.data(), static_cast<cmsUInt32Number>(bytes.size())), &cmsCloseProfile);
     const KindInProfiles wanted = inProfiles(kind);
     if (!source || cmsGetColorSpace(source.get()) != wanted.space || !describesColors(cmsGetDeviceClass(source.get())))
         return;
-    const Profile standard(cmsCreate_sRGBProfile());
-    const cmsHTRANSFORM handle =
-        cmsCreateTransform(source.get(), wanted.pixels, standard.get(), Pixels, INTENT_PERCEPTUAL, 0);
-    if (handle == nullptr)
+    const Profile standard(cmsCreate_sRGBProfile(), &cmsCloseProfile);
+    m_transform.reset(cmsCreateTransform(source.get(), wanted.pixels, standard.get(), Pixels, INTENT_PERCEPTUAL, 0));
+    if (!m_transform)
         return;
-    m_transform = std::make_unique<Transform>(handle);
     if (kind == ColorKind::Gray) {
         std::array<std::uint8_t, 256> lights{};
         for (std::size_t i = 0; i < lights.size(); ++i)
             lights[i] = static_cast<std::uint8_t>(i);
         m_grays = std::make_unique<Grays>();
-        cmsDoTransform(handle, lights.data(), m_grays->data(), 256);
+        cmsDoTransform(m_transform.get(), lights.data(), m_grays->data(), 256);
         m_transform.reset();
     }
     if (changesNothing()) {
@@ -91,8 +76,6 @@ ColorConversion::ColorConversion(std::span<const unsigned char> bytes, ColorKind
         m_grays.reset();
     }
 }
-
-ColorConversion::~ColorConversion() = default;
 
 void ColorConversion::convert(QImage& image, const std::atomic<bool>& cancelled) const
 {
@@ -128,7 +111,7 @@ void ColorConversion::convertLine(std::uint32_t* pixels, int width) const
             [this](auto pixel) { return (pixel & Opaque) | ((*m_grays)[pixel & 0xffU] & ~Opaque); });
         return;
     }
-    cmsDoTransform(m_transform->handle, pixels, pixels, static_cast<cmsUInt32Number>(width));
+    cmsDoTransform(m_transform.get(), pixels, pixels, static_cast<cmsUInt32Number>(width));
     if (m_kind != ColorKind::Rgb)
         std::transform(pixels, end, pixels, [](auto pixel) { return pixel | Opaque; });
 }

@@ -19,9 +19,6 @@ class ColorConversion {
 public:
     // `profile` is as it stands in a picture. Empty where it is empty, damaged, of another kind or sRGB itself.
     ColorConversion(std::span<const unsigned char> profile, ColorKind kind);
-    ~ColorConversion();
-    ColorConversion(const ColorConversion&) = delete;
-    ColorConversion& operator=(const ColorConversion&) = delete;
 
     bool empty() const { return !m_transform && !m_grays; }
 
@@ -30,13 +27,12 @@ public:
     void convert(QImage& image, const std::atomic<bool>& cancelled) const;
 
 private:
-    struct Transform;
     using Grays = std::array<std::uint32_t, 256>;
 
     void convertLine(std::uint32_t* pixels, int width) const;
     bool changesNothing() const;
 
-    std::unique_ptr<Transform> m_transform;
+    std::unique_ptr<void, void (*)(void*)> m_transform;
     std::unique_ptr<Grays> m_grays;
     ColorKind m_kind;
 };

@@ -1,6 +1,7 @@
 #include "platform/pictures/JpegDecoder.h"
 
 #include "platform/pictures/ColorConversion.h"
+#include "platform/pictures/PictureHeader.h"
 #include "platform/pictures/Reduction.h"
 #include "runtime/Failure.h"
 
@@ -28,11 +29,6 @@ constexpr int MostScans = 200;
 constexpr unsigned long MostHeldBytes = 768UL << 20U;
 constexpr int NativePixels = std::endian::native == std::endian::little ? TJPF_BGRA : TJPF_ARGB;
 constexpr QRgb Gray = 0xff808080U;
-
-[[noreturn]] void refuse()
-{
-    throw Failure(FailureKind::InvalidPicture);
-}
 
 bool startsWith(Bytes bytes, std::string_view text)
 {
@@ -107,7 +103,7 @@ JpegDecoder::JpegDecoder(Bytes file)
         newDecompressor().get(), file.data(), file.size(), &width, &height, &m_subsampling, &m_colorSpace);
     m_storedSize = QSize(width, height);
     if (m_storedSize.isEmpty())
-        refuse();
+        refusePicture();
     if (m_hasExif) {
         QByteArray bytes =
             QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()), static_cast<qsizetype>(file.size()));
@@ -145,7 +141,7 @@ void JpegDecoder::readSegments()
         } else if (marker == StartOfScan) {
             m_isHeld = m_isHeld || byte(0) < components;
             if (++scans > MostScans)
-                refuse();
+                refusePicture();
         } else if (std::ranges::find(Frames, marker) != std::end(Frames)) {
             m_isHeld = m_isHeld || marker == 0xC2 || marker == 0xCA; // progressive
             components = byte(5);
@@ -180,7 +176,7 @@ void JpegDecoder::decompress(QImage& image) const
     const bool hasInks = m_colorSpace == TJCS_CMYK || m_colorSpace == TJCS_YCCK;
     const unsigned long coefficients = tjBufSizeYUV2(m_storedSize.width(), 1, m_storedSize.height(), subsampling);
     if (m_isHeld && coefficients * 2 > MostHeldBytes)
-        refuse();
+        refusePicture();
     const Decompressor decompressor = newDecompressor();
     const auto run = [&] {
         return tjDecompress2(decompressor.get(), m_file.data(), m_file.size(), image.bits(), image.width(),
@@ -199,7 +195,7 @@ void JpegDecoder::decompress(QImage& image) const
     const int rowOfBlocks = tjMCUHeight[subsampling] * image.height() / m_storedSize.height() + 1;
     const QRgb missing = hasInks ? reinterpret_cast<const QRgb*>(image.constScanLine(image.height() - 1))[0] : Gray;
     if (isPlain(image, image.height() > rowOfBlocks ? rowOfBlocks : 0, missing))
-        refuse();
+        refusePicture();
 }
 
 } // namespace trovarium

@@ -23,11 +23,6 @@ public:
 
     // Up to `length` bytes from `offset`; fewer at the end.
     virtual std::vector<unsigned char> bytes(std::int64_t offset, std::size_t length) const = 0;
-
-protected:
-    PictureBytes() = default;
-    PictureBytes(const PictureBytes&) = default;
-    PictureBytes& operator=(const PictureBytes&) = default;
 };
 
 // A regular file, open for reading under its native path. "File not found" for anything else; a pipe is

@@ -36,7 +36,7 @@ PictureFormat formatOf(const PictureFile& file)
     for (const std::string_view start : {std::string_view("II*\0", 4), std::string_view("MM\0*", 4)})
         if (text.starts_with(start))
             return PictureFormat::Tiff;
-    throw Failure(FailureKind::InvalidPicture);
+    refusePicture();
 }
 
 QSize checkGif(const PictureBytes& file)
@@ -59,7 +59,7 @@ QSize checkGif(const PictureBytes& file)
             stream.skip(length);
     }
     if (kind != ImageStart)
-        throw Failure(FailureKind::InvalidPicture);
+        refusePicture();
     const unsigned left = stream.number(2);
     const unsigned top = stream.number(2);
     width = std::max(width, left + stream.number(2));

@@ -13,11 +13,16 @@ namespace trovarium {
 
 enum class PictureFormat { Jpeg, Gif, Bitmap, Metafile, Png, WebP, Tiff };
 
-// What a file is by its first bytes; "Invalid picture" for any other.
+// The format of a file by its first bytes; "Invalid picture" for any other.
 PictureFormat formatOf(const PictureFile& file);
 
-// Up to here a torn file may well promise more than it holds: decoding it costs little. A larger picture may take a
-// gigabyte.
+[[noreturn]] inline void refusePicture()
+{
+    throw Failure(FailureKind::InvalidPicture);
+}
+
+// Up to this size a damaged file may declare more pixels than it holds, since decoding it costs little. A larger
+// picture may take a gigabyte.
 constexpr std::int64_t HarmlessPixels = 64'000'000;
 
 // "Invalid picture" for a size beyond what is decoded at all, and for one that `length` bytes can't hold at the densest
@@ -29,11 +34,11 @@ inline void checkSize(std::int64_t width, std::int64_t height, std::int64_t leng
     const bool isKnown = width > 0 && height > 0 && width <= LongestSide && height <= LongestSide;
     if (!isKnown || width * height > MostPixels
         || (width * height > HarmlessPixels && width * height / mostPixelsInAByte > length))
-        throw Failure(FailureKind::InvalidPicture);
+        refusePicture();
 }
 
-// The size of a gif by its headers alone; refuses one that promises more than it holds. Source: GIF89a, sections 17 to
-// 25.
+// The size of a gif by its headers alone; "Invalid picture" if the file is too short for it. Source: GIF89a, sections
+// 17 to 25.
 QSize checkGif(const PictureBytes& file);
 
 // A number of `length` bytes, the lowest first.

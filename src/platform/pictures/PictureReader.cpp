@@ -30,13 +30,8 @@ namespace {
 // A block of 64 pixels takes at least a bit of the entropy-coded data.
 constexpr std::int64_t MostJpegPixelsInAByte = 512;
 
-// What follows beyond can't belong to a picture that is small enough to be decoded.
+// No picture that is small enough to be decoded has more.
 constexpr std::int64_t MostJpegBytes = std::int64_t{1} << 30;
-
-[[noreturn]] void refuse()
-{
-    throw Failure(FailureKind::InvalidPicture);
-}
 
 class CancellableFile : public QFile {
 public:
@@ -69,7 +64,7 @@ public:
     {
         while (count > HarmlessPixels && !m_lock.owns_lock() && !m_lock.try_lock_for(std::chrono::milliseconds(20)))
             if (m_cancelled)
-                refuse();
+                refusePicture();
         return true;
     }
 
@@ -99,22 +94,8 @@ Picture readJpeg(const PictureFile& file, int longerSide, const MayDecode& mayDe
         denominator /= 2;
     QImage image = decoder.decode(denominator, file.cancelled());
     if (file.cancelled())
-        refuse();
+        refusePicture();
     return pictureOf(std::move(image), size);
-}
-
-const char* nameOf(PictureFormat format)
-{
-    switch (format) {
-    case PictureFormat::Png:
-        return "png";
-    case PictureFormat::WebP:
-        return "webp";
-    case PictureFormat::Tiff:
-        return "tiff";
-    default:
-        return "gif";
-    }
 }
 
 Picture readMetafile(const PictureFile& file, int longerSide)
@@ -122,12 +103,10 @@ Picture readMetafile(const PictureFile& file, int longerSide)
     constexpr std::int64_t MostBytes = 40'000'000;
     constexpr int LongestSide = 1 << 24; // so that the reserve can't overflow
     if (file.length() > MostBytes)
-        refuse();
+        refusePicture();
     const auto bytes = file.bytes(0, static_cast<std::size_t>(file.length()));
     WmfPicture picture =
         readWmf(bytes, Reserve * std::min(longerSide, LongestSide), &readBitmapInMemory, file.cancelled());
-    if (picture.pixels.isNull())
-        refuse();
     return pictureOf(std::move(picture.pixels), picture.naturalSize);
 }
 
@@ -159,16 +138,19 @@ Decoded readByLibrary(const PictureFile& file, PictureFormat format, int longerS
     CancellableFile device(file.cancelled());
     if (!device.open(file.descriptor(), QIODevice::ReadOnly))
         throw Failure(FailureKind::DeviceIo);
-    QImageReader reader(&device, nameOf(format));
+    constexpr std::pair<PictureFormat, const char*> Names[] = {{PictureFormat::Gif, "gif"}, {PictureFormat::Png, "png"},
+        {PictureFormat::WebP, "webp"}, {PictureFormat::Tiff, "tiff"}};
+    QImageReader reader(
+        &device, std::ranges::find(Names, format, &std::pair<PictureFormat, const char*>::first)->second);
     reader.setAutoDetectImageFormat(false);
     const QSize promised = isGif ? gifSize : checkPromise(reader, file.length());
-    // Of these the library holds all pixels, and once more while it unpacks them; no camera or scanner writes them.
+    // Qt holds the pixels of these formats twice while it unpacks them. No camera or scanner writes such large ones.
     constexpr std::int64_t MostHeldTwice = 120'000'000;
     if ((isGif || format == PictureFormat::WebP) && pixelCount(promised) > MostHeldTwice)
-        refuse();
+        refusePicture();
     mayDecode(pixelCount(promised));
     const int factor = reductionFor(promised, longerSide);
-    // One of few bits is smaller as it is.
+    // A picture of few bits a pixel takes less memory unscaled.
     const bool comesReduced = format == PictureFormat::Png && factor > 1 && pixelCount(promised) > HarmlessPixels
         && (reader.imageFormat() == QImage::Format_RGB32 || reader.imageFormat() == QImage::Format_ARGB32);
     if (comesReduced)
@@ -176,12 +158,13 @@ Decoded readByLibrary(const PictureFile& file, PictureFormat format, int longerS
     const QImageIOHandler::Transformations how = reader.transformation();
     QImage image = reader.read();
     if (image.isNull() || file.cancelled())
-        refuse();
+        refusePicture();
     const QSize size = comesReduced ? promised : image.size();
+    // Only a profile has a description. What Qt makes of a png's gamma is approximate, and most are meant as sRGB.
     const QColorSpace space = image.colorSpace();
     image = upright(reduced(std::move(image), comesReduced ? 1 : factor, file.cancelled()), how);
     return {std::move(image), how.testFlag(QImageIOHandler::TransformationRotate90) ? size.transposed() : size,
-        space == QColorSpace::SRgb ? QByteArray() : space.iccProfile()};
+        space.description().isEmpty() ? QByteArray() : space.iccProfile()};
 }
 
 Decoded readBitmapFile(const PictureFile& file, int longerSide, const MayDecode& mayDecode)
@@ -194,7 +177,7 @@ Decoded readBitmapFile(const PictureFile& file, int longerSide, const MayDecode&
 
 void convertToSrgb(QImage& image, const QByteArray& profile, const std::atomic<bool>& cancelled)
 {
-    // The library gives gray pixels with alpha in the form of colored ones, so the profile is asked first.
+    // Qt returns gray pixels with alpha as RGB, so what counts is the color space of the profile.
     constexpr qsizetype SpacePosition = 16;
     const bool isGray = profile.mid(SpacePosition, 4) == "GRAY" && image.isGrayscale();
     const ColorConversion conversion(

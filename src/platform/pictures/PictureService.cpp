@@ -14,8 +14,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <functional>
-#include <map>
 #include <new>
 #include <utility>
 
@@ -53,31 +51,10 @@ std::string bitmapBytes(const QImage& image)
 
 } // namespace
 
-struct PictureService::State {
-    State(FileService& fileService, Patience thePatience)
-        : files(fileService)
-        , patience(std::move(thePatience))
-    {
-    }
-
-    Picture load(std::string_view path, int longerSide)
-    {
-        files.announce(FileOperation::Picture, path);
-        if (path.empty())
-            throw Failure(FailureKind::FileNotFound);
-        const std::string native = files.nativeForReading(path);
-        return ahead.take({native, longerSide}, PictureFile(native, neverCancelled), patience);
-    }
-
-    FileService& files;
-    const Patience patience;
-    DecodeAhead ahead;
-    std::map<std::string, Picture, std::less<>> drawings;
-    const std::atomic<bool> neverCancelled{false};
-};
-
 PictureService::PictureService(FileService& files, Patience patience)
-    : m_state(std::make_unique<State>(files, std::move(patience)))
+    : m_files(files)
+    , m_patience(std::move(patience))
+    , m_ahead(std::make_unique<DecodeAhead>())
 {
     // Photographs go beyond the library's 128 MB; what is too large is refused by its header instead.
     QImageReader::setAllocationLimit(0);
@@ -87,12 +64,22 @@ PictureService::~PictureService() = default;
 
 Picture PictureService::load(std::string_view path)
 {
-    return m_state->load(path, 0);
+    return loadFor(path, 0);
 }
 
 Picture PictureService::loadReduced(std::string_view path, int longerSide)
 {
-    return m_state->load(path, std::max(1, longerSide));
+    return loadFor(path, std::max(1, longerSide));
+}
+
+Picture PictureService::loadFor(std::string_view path, int longerSide)
+{
+    static const std::atomic<bool> never{false};
+    m_files.announce(FileOperation::Picture, path);
+    if (path.empty())
+        throw Failure(FailureKind::FileNotFound);
+    const std::string native = m_files.nativeForReading(path);
+    return m_ahead->take({native, longerSide}, PictureFile(native, never), m_patience);
 }
 
 void PictureService::expect(std::vector<std::string> paths, int longerSide)
@@ -100,14 +87,14 @@ void PictureService::expect(std::vector<std::string> paths, int longerSide)
     paths.resize(std::min(paths.size(), longerSide > 0 ? MostReduced : MostInFull));
     std::vector<DecodeRequest> requests;
     for (const std::string& path : paths)
-        attempt([&] { requests.push_back({m_state->files.nativeForReading(path), longerSide}); });
-    m_state->ahead.expect(requests);
+        attempt([&] { requests.push_back({m_files.nativeForReading(path), longerSide}); });
+    m_ahead->expect(requests);
 }
 
 bool PictureService::isDecoded(std::string_view path, int longerSide, int milliseconds)
 {
     bool isDone = true;
-    attempt([&] { isDone = m_state->ahead.isDone({m_state->files.nativeForReading(path), longerSide}, milliseconds); });
+    attempt([&] { isDone = m_ahead->isDone({m_files.nativeForReading(path), longerSide}, milliseconds); });
     return isDone;
 }
 
@@ -115,16 +102,15 @@ void PictureService::saveBitmap(const Picture& picture, std::string_view path)
 try {
     if (picture.empty())
         throw Failure(FailureKind::InvalidPicture);
-    m_state->files.writeWhole(path, bitmapBytes(renderedImage(picture)));
+    m_files.writeWhole(path, bitmapBytes(renderedImage(picture)));
 } catch (const std::bad_alloc&) {
     throw Failure(FailureKind::OutOfMemory);
 }
 
 Picture PictureService::artwork(std::string_view name)
 {
-    if (const auto known = m_state->drawings.find(name); known != m_state->drawings.end())
-        return known->second;
-    return m_state->drawings.emplace(name, loadArtwork(name)).first->second;
+    const auto known = m_drawings.find(name);
+    return known != m_drawings.end() ? known->second : m_drawings.emplace(name, loadArtwork(name)).first->second;
 }
 
 Picture loadArtwork(std::string_view name)

@@ -9,7 +9,7 @@ namespace trovarium {
 
 namespace {
 
-// The frame shows no picture that is larger at a twentieth than itself, so none with more pixels...
+// The viewing frame shows no picture that is larger than itself at a twentieth of the size, so none with more pixels...
 constexpr std::int64_t MostInFrame = 103'000'000;
 // ...and a screen has fewer than these.
 constexpr std::int64_t MostOnScreen = 32'000'000;

@@ -24,8 +24,6 @@ struct WmfFont {
     bool strikeOut = false;
     unsigned family = 0; // pitch and kind of family
     std::string face;
-
-    bool operator==(const WmfFont&) const = default;
 };
 
 // What takes a place in the table and does nothing here: palettes, regions, old bitmaps.

@@ -16,16 +16,15 @@ WmfPlayer::WmfPlayer(
 {
 }
 
-bool WmfPlayer::play(const WmfFile& file)
+void WmfPlayer::play(const WmfFile& file)
 {
     constexpr double RecordWork = 100;
     for (const WmfRecord& record : file.records()) {
         if (m_cancelled)
-            return false;
+            throw Failure(FailureKind::InvalidPicture);
         m_canvas.charge(RecordWork);
         carryOut(record);
     }
-    return !m_cancelled;
 }
 
 // The records that change the state; what paints follows in `paint`.

@@ -22,8 +22,8 @@ class WmfPlayer {
 public:
     WmfPlayer(const WmfFrame& frame, WmfCanvas& canvas, ReadBitmap readBitmap, const std::atomic<bool>& cancelled);
 
-    // False when `cancelled` was set meanwhile. "Invalid picture" for a damaged record.
-    bool play(const WmfFile& file);
+    // "Invalid picture" for a damaged record, and when `cancelled` was set meanwhile.
+    void play(const WmfFile& file);
 
 private:
     struct State {

@@ -47,12 +47,11 @@ WmfPicture readWmf(WmfBytes file, int longerSide, ReadBitmap readBitmap, const s
     QImage image(size, QImage::Format_RGB32);
     if (image.isNull())
         throw Failure(FailureKind::OutOfMemory);
-    bool done = false;
     {
-        WmfCanvas canvas(image, std::max(1.0, scale), full / scale);
-        done = WmfPlayer(frame, canvas, readBitmap, cancelled).play(metafile);
+        WmfCanvas canvas(image, std::max(1.0, scale), full / scale); // paints on it as long as it lives
+        WmfPlayer(frame, canvas, readBitmap, cancelled).play(metafile);
     }
-    return {done ? std::move(image) : QImage(), frame.naturalSize};
+    return {std::move(image), frame.naturalSize};
 }
 
 } // namespace trovarium
