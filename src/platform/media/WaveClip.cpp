@@ -130,9 +130,9 @@ std::optional<WavePiece> WaveFile::next()
     const std::string file = chunkOf("RIFF", "WAVE" + m_format + chunkOf("data", samples));
     WavePiece piece;
     Uint8* decoded = nullptr;
-    SDL_RWops* const reader = m_sdl.rwFromConstMem(file.data(), static_cast<int>(file.size()));
-    if (samples.empty() || reader == nullptr
-        || m_sdl.loadWav(reader, 1, &piece.spec, &decoded, &piece.length) == nullptr) {
+    SDL_RWops* const reader =
+        samples.empty() ? nullptr : m_sdl.rwFromConstMem(file.data(), static_cast<int>(file.size()));
+    if (reader == nullptr || m_sdl.loadWav(reader, 1, &piece.spec, &decoded, &piece.length) == nullptr) {
         m_place = m_end;
         return std::nullopt;
     }
