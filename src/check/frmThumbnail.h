@@ -67,8 +67,4 @@ private:
     float m_ratio = 1; // width to height of the picture in work
 };
 
-// Sets the modification time of a file from the text form of a date. False when there is no such file, the text is no
-// date, or the time can't be set.
-bool SetFileDateTime(FileService& files, std::string_view FilePath, std::string_view DateText);
-
 } // namespace trovarium

@@ -2,7 +2,6 @@
 
 #include "browser/Selection.h"
 #include "browser/frmMain.h"
-#include "platform/media/FilgraphManager.h"
 #include "platform/media/MediaService.h"
 #include "platform/toolkit/Desktop.h"
 #include "runtime/Failure.h"

@@ -4,7 +4,6 @@
 //
 // So many files of each format, or of the one, damaged by the seeds from SEED on.
 
-#include "platform/media/FilgraphManager.h"
 #include "platform/media/FilmSurface.h"
 #include "platform/media/MediaService.h"
 #include "platform/media/SoundDevice.h"
@@ -195,7 +194,7 @@ std::vector<std::pair<std::string, std::vector<std::string>>> soundFiles(const D
     const std::string ink = inkJpeg("\xFF\xEE\0\x0E"s + "Adobe\0\x64\0\0\0\0\0"s);
     return {
         {"jpg",
-            {jpegBytes(scene), jpegBytes(scene, true), withOrientation(jpegBytes(scene), 6, true),
+            {jpegBytes(scene), jpegBytes(scene, true), withOrientation(jpegBytes(scene), 6),
                 written(scene, "jpg", wide), withProfile(ink, inkProfile())}},
         {"gif", {gifBytes(64, 48, 10, 20, 1)}},
         {"bmp", {bitmapFile(64, 48, 24, ones), bitmapFile(64, 48, 8, ones, std::string(1024, '\x55'), 1)}},

@@ -21,11 +21,10 @@ SYSTEM = {
     r"(dirent|dlfcn|errno|fcntl|limits|malloc|mntent|poll|pwd|signal|spawn|time|unistd|(sys|linux)/\w+)\.h": r"platform/.*",
 }
 LIBRARIES = {
-    r"Q\w+(/Q\w+)?": r"platform/(qt/toolkit/.*|toolkit/.*\.cpp|pictures/(.*\.cpp|wmf/.*|Bitmap\w+\.h|Picture\w+\.h"
+    r"Q\w+(/Q\w+)?": r"platform/(qt/toolkit/.*|toolkit/.*\.cpp|pictures/(.*\.cpp|wmf/.*|(Bitmap|Jpeg|Picture)\w+\.h"
     r"|Reduction\.h)|system/ShellOpenDocument\.cpp)",
-    r"lcms2\.h": r"platform/pictures/ColourConversion\.cpp",
-    r"zlib\.h": r"platform/pictures/EmbeddedProfile\.cpp",
-    r"j(peglib|error)\.h": r"platform/pictures/JpegDecoder\.cpp",
+    r"lcms2\.h": r"platform/pictures/ColorConversion\.cpp",
+    r"turbojpeg\.h": r"platform/pictures/JpegDecoder\.cpp",
     r"mpv/\w+\.h": r"platform/media/MpvLibrary\.h",
     r"(SDL2/)?SDL\w*\.h": r"platform/media/SdlLibrary\.h",
 }

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "platform/media/FilgraphManager.h"
 #include "platform/media/FilmSurface.h"
-#include "platform/media/SilentMedia.h"
+#include "platform/media/MediaService.h"
 #include "platform/toolkit/Desktop.h"
 #include "runtime/Failure.h"
 #include "runtime/Numbers.h"
@@ -84,7 +83,7 @@ private:
 };
 
 // Silence that notes what it was told, while it lives, and films by a script.
-class RecordedMedia : public SilentMedia {
+class RecordedMedia : public MediaService {
 public:
     explicit RecordedMedia(Desktop& desktop)
         : m_desktop(desktop)
@@ -95,6 +94,7 @@ public:
     RecordedMedia(const RecordedMedia&) = delete;
     RecordedMedia& operator=(const RecordedMedia&) = delete;
 
+    void expectFilm() override { }
     std::unique_ptr<FilgraphManager> newFilgraphManager() override
     {
         auto opened = std::make_unique<RecordedFilm>();

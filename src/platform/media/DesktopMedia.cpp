@@ -27,7 +27,7 @@ void DesktopMedia::expectFilm()
     try {
         m_filmLibrary = std::async(std::launch::async, [] { return std::make_shared<const MpvLibrary>(); });
     } catch (const std::system_error&) {
-        // No thread is to be had: whoever opens a film tells.
+        // There is no thread to be had: opening a film will fail.
     }
 }
 

@@ -25,8 +25,8 @@ struct FilmPlace {
     bool operator==(const FilmPlace&) const = default;
 };
 
-// Where a film's frames, which come on a thread of their own, meet the box that shows them. Both hold it, and
-// either may go first: without a box the frames show nowhere. Every function may be called on any thread.
+// Passes a film's frames from the render thread to the box that shows them. Both share it, and either may be destroyed
+// first: without a box the frames show nowhere. Every function may be called on any thread.
 class FilmSurface {
 public:
     struct Shown {
@@ -36,12 +36,12 @@ public:
 
     void put(FilmFrame frame); // in place of the one before; drops one with too few pixels
     void open();               // to frames again
-    void shut();               // shows none and takes none: a late one would stand above what the box shows next
+    void shut();               // shows none and takes none: a late frame would hide what the box shows next
     void moveTo(const FilmPlace& place);
     Shown shown() const;
 
-    // Called at every change, on its thread: it may only pass the word on. Empty: nobody is told any more, and
-    // no call is under way when this returns.
+    // `changed` is called at every change, on the thread that made it, and may only post an event. An empty one stops
+    // that: no call is running any more when this returns.
     void tell(std::function<void()> changed);
 
 private:

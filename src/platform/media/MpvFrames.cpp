@@ -48,7 +48,7 @@ Walk turnedWalk(std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t row,
 
 MpvFrames::MpvFrames(const MpvLibrary& library, mpv_handle* core)
     : m_library(library)
-    , m_context(nullptr, FreeContext{library.renderContextFree})
+    , m_context(nullptr, library.renderContextFree)
 {
     std::array<mpv_render_param, 2> params{{
         {MPV_RENDER_PARAM_API_TYPE, const_cast<char*>(MPV_RENDER_API_TYPE_SW)},
@@ -59,13 +59,13 @@ MpvFrames::MpvFrames(const MpvLibrary& library, mpv_handle* core)
         throw Failure(FailureKind::DeviceUnavailable);
     m_context.reset(context);
     m_thread = std::thread([this] { run(); });
-    const auto tellThread = [](void* frames) {
+    const auto notifyThread = [](void* frames) {
         auto& self = *static_cast<MpvFrames*>(frames);
         const std::lock_guard lock(self.m_mutex);
-        self.m_news = true;
+        self.m_mayHaveFrame = true;
         self.m_changed.notify_all();
     };
-    m_library.renderContextSetUpdateCallback(context, tellThread, this);
+    m_library.renderContextSetUpdateCallback(context, notifyThread, this);
 }
 
 MpvFrames::~MpvFrames()
@@ -138,19 +138,20 @@ bool MpvFrames::waitForMoreThan(long count, Clock::time_point end) const
     return m_changed.wait_until(lock, end, [&] { return m_count > count; });
 }
 
-// The film waits for each frame of its to be taken, so one that has no size yet is taken too, and drawn later.
+// The film waits until its frame is taken. So a frame is taken even before its size is known, and drawn again later.
 void MpvFrames::run()
 {
     std::unique_lock lock(m_mutex);
     while (true) {
-        m_changed.wait(lock, [this] { return m_ending || m_news || (m_redraw && m_size.width > 0); });
+        m_changed.wait(lock, [this] { return m_ending || m_mayHaveFrame || (m_redraw && m_size.width > 0); });
         if (m_ending)
             return;
-        const bool news = std::exchange(m_news, false);
+        const bool mayHaveFrame = std::exchange(m_mayHaveFrame, false);
         const bool redraw = std::exchange(m_redraw, false);
         const Size size = m_size;
         lock.unlock();
-        const bool due = news && (m_library.renderContextUpdate(m_context.get()) & MPV_RENDER_UPDATE_FRAME) != 0;
+        const bool due =
+            mayHaveFrame && (m_library.renderContextUpdate(m_context.get()) & MPV_RENDER_UPDATE_FRAME) != 0;
         FilmFrame frame = due || redraw ? render(size) : FilmFrame();
         lock.lock();
         if (due && size.width == 0) {

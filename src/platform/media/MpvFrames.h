@@ -36,11 +36,6 @@ public:
     bool waitForMoreThan(long count, Clock::time_point end) const;
 
 private:
-    struct FreeContext {
-        decltype(&mpv_render_context_free) free;
-        void operator()(mpv_render_context* context) const { free(context); }
-    };
-
     struct Size {
         int width = 0; // before the turn; 0: not known yet
         int height = 0;
@@ -51,7 +46,7 @@ private:
     FilmFrame render(const Size& size);
 
     const MpvLibrary& m_library;
-    std::unique_ptr<mpv_render_context, FreeContext> m_context;
+    std::unique_ptr<mpv_render_context, decltype(&mpv_render_context_free)> m_context;
     FilmPlace m_place;                   // the program's thread only
     std::vector<std::uint32_t> m_canvas; // the render thread only
 
@@ -59,9 +54,9 @@ private:
     mutable std::condition_variable m_changed;
     std::shared_ptr<FilmSurface> m_owner;
     Size m_size;
-    bool m_news = false;   // the film may have a frame
-    bool m_missed = false; // one came before its size was known
-    bool m_redraw = false; // the latest is wanted once more
+    bool m_mayHaveFrame = false; // the film may have a frame
+    bool m_missed = false;       // one came before its size was known
+    bool m_redraw = false;       // the latest is wanted once more
     bool m_ending = false;
     long m_count = 0; // of frames that were rendered
     std::thread m_thread;

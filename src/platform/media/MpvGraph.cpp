@@ -1,14 +1,18 @@
 #include "platform/media/MpvGraph.h"
 
 #include "platform/files/FileService.h"
-#include "platform/media/SoundOutput.h"
 #include "runtime/Failure.h"
 #include "runtime/Numbers.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
+#include <cstdlib>
+#include <dirent.h>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -21,7 +25,7 @@ using Clock = MpvFrames::Clock;
 // A disk that has to wake up first takes its seconds; what takes longer is damaged.
 constexpr std::chrono::seconds OpenDeadline{8};
 constexpr std::chrono::seconds SeekDeadline{2};
-// From the film's word that it stands to its frame.
+// From the event that a seek is done to the frame.
 constexpr std::chrono::milliseconds FrameDeadline{300};
 constexpr std::chrono::milliseconds CloseDeadline{300};
 
@@ -30,17 +34,62 @@ constexpr std::pair<const char*, const char*> Options[] = {
     {"config", "no"}, {"terminal", "no"}, {"load-scripts", "no"}, {"load-stats-overlay", "no"},
     {"load-osd-console", "no"}, {"load-auto-profiles", "no"}, {"osc", "no"}, {"osd-level", "0"},
     {"input-default-bindings", "no"}, {"input-media-keys", "no"},
-    // A clip opens nothing but itself.
+    // A clip opens no other file.
     {"ytdl", "no"}, {"access-references", "no"}, {"sub-auto", "no"}, {"sid", "no"}, {"audio-file-auto", "no"},
     {"cover-art-auto", "no"}, {"demuxer", "lavf"},
     {"demuxer-lavf-o", "format_whitelist=[avi,mov,mp4,m4a,3gp,3g2,mj2,mpeg,mpegts,mpegvideo,matroska,webm,asf,flv,dv]"},
     // Frames are handed over when they are due.
-    {"vo", "libmpv"}, {"video-timing-offset", "0"}, {"video-rotate", "no"}, // see takeSize
+    {"vo", "libmpv"}, {"video-timing-offset", "0"}, {"video-rotate", "no"}, // see updateSize
     {"hwdec", "no"}, {"audio-fallback-to-null", "yes"}, {"audio-client-name", "Trovarium"},
-    // It stands still when it opens, and stays open at its end.
+    // It is paused when it opens, and stays open at its end.
     {"pause", "yes"}, {"keep-open", "yes"},
     {"hr-seek-demuxer-offset", "1"}, // MPEG has no index: without it a seek lands too far on
 };
+
+std::string environment(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+bool isThere(const std::string& path)
+{
+    return access(path.c_str(), F_OK) == 0;
+}
+
+bool soundServerIsThere()
+{
+    const std::string folder = environment("XDG_RUNTIME_DIR");
+    return !environment("PULSE_SERVER").empty() || !environment("PIPEWIRE_REMOTE").empty()
+        || (!folder.empty() && (isThere(folder + "/pulse/native") || isThere(folder + "/pipewire-0")));
+}
+
+// One that plays, such as "pcmC0D3p", or a definition of the user's own, such as a loudspeaker in the network.
+bool soundDeviceIsThere()
+{
+    if (isThere(environment("HOME") + "/.asoundrc") || isThere("/etc/asound.conf"))
+        return true;
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir("/dev/snd"), closedir);
+    while (const dirent* entry = folder ? readdir(folder.get()) : nullptr) {
+        const std::string_view name = entry->d_name;
+        if (name.starts_with("pcm") && name.ends_with("p"))
+            return true;
+    }
+    return false;
+}
+
+// Options by which films sound: none where the library's own choice will do, silence where nothing could sound, since
+// looking for a device in vain would hold up the first frame. The files of SDL_DISKAUDIOFILE, which have no head, hold
+// one kind of samples whoever writes them.
+std::vector<std::pair<const char*, const char*>> soundOptions()
+{
+    const std::string wanted = environment("SDL_AUDIODRIVER");
+    if (wanted == "disk")
+        return {{"ao", "sdl"}, {"audio-format", "s16"}, {"audio-channels", "stereo"}, {"audio-samplerate", "44100"}};
+    if (wanted == "dummy" || (!soundServerIsThere() && !soundDeviceIsThere()))
+        return {{"ao", "null"}};
+    return {};
+}
 
 } // namespace
 
@@ -48,13 +97,13 @@ MpvGraph::MpvGraph(const MpvLibrary& library, const FileService& files, Wait wai
     : m_library(library)
     , m_files(files)
     , m_wait(std::move(wait))
-    , m_core(library.create(), DestroyCore{library.terminateDestroy})
+    , m_core(library.create(), library.terminateDestroy)
 {
     if (!m_core)
         throw Failure(FailureKind::DeviceUnavailable);
     for (const auto& [name, value] : Options)
         setOption(name, value);
-    for (const auto& [name, value] : filmSoundOptions())
+    for (const auto& [name, value] : soundOptions())
         setOption(name, value);
     if (m_library.initialize(m_core.get()) < 0)
         throw Failure(FailureKind::DeviceUnavailable);
@@ -64,11 +113,11 @@ MpvGraph::MpvGraph(const MpvLibrary& library, const FileService& files, Wait wai
 MpvGraph::~MpvGraph()
 {
     m_frames->setOwner(nullptr);
-    forgetEvents();
+    dropEvents();
     attempt([this] { command({"stop"}); });
-    // The end of the frames would wait for a film that waits for them.
+    // Else the render thread and the film would wait for each other at the end.
     const Clock::time_point end = Clock::now() + CloseDeadline;
-    while (!m_idle && hear(end) != MPV_EVENT_NONE) { }
+    while (!m_idle && nextEvent(end) != MPV_EVENT_NONE) { }
 }
 
 void MpvGraph::RenderFile(std::string_view path)
@@ -79,23 +128,25 @@ void MpvGraph::RenderFile(std::string_view path)
     m_files.length(path); // a pipe or a device could keep the program waiting
     const std::string native = m_files.nativeForReading(path);
     command({"loadfile", native.c_str()});
-    if (!settle(m_frames->count(), Clock::now() + OpenDeadline)) {
+    if (!waitForFrame(m_frames->count(), Clock::now() + OpenDeadline)) {
         attempt([this] { command({"stop"}); });
         throw Failure(FailureKind::InvalidPicture);
     }
-    // To a tenth, as it is told: whoever compares the position at the end with a rounded duration finds them equal.
+    // Rounded to a tenth as it is shown, so that the position at the end equals a rounded duration.
     m_duration = roundToPlaces(get<double>("duration", MPV_FORMAT_DOUBLE).value_or(0), 1);
     m_open = true;
 }
 
 void MpvGraph::Run()
 {
-    setFlag("pause", false);
+    int pause = 0;
+    set("pause", MPV_FORMAT_FLAG, &pause);
 }
 
 void MpvGraph::Pause()
 {
-    setFlag("pause", true);
+    int pause = 1;
+    set("pause", MPV_FORMAT_FLAG, &pause);
 }
 
 // The position stays: whoever stops sets it too.
@@ -122,10 +173,10 @@ double MpvGraph::get_CurrentPosition() const
 void MpvGraph::put_CurrentPosition(double seconds)
 {
     requireFilm();
-    forgetEvents();
+    dropEvents();
     const long before = m_frames->count();
     command({"seek", std::to_string(std::max(0.0, seconds)).c_str(), "absolute+exact"});
-    settle(before, Clock::now() + SeekDeadline); // a frame that is late comes by itself
+    waitForFrame(before, Clock::now() + SeekDeadline); // a frame that is late comes by itself
     m_sentToEnd = m_duration > 0 && seconds >= m_duration;
 }
 
@@ -137,9 +188,7 @@ double MpvGraph::get_Rate() const
 
 void MpvGraph::put_Rate(double rate)
 {
-    requireFilm();
-    if (m_library.setProperty(m_core.get(), "speed", MPV_FORMAT_DOUBLE, &rate) < 0)
-        throw Failure(FailureKind::InvalidProcedureCall);
+    set("speed", MPV_FORMAT_DOUBLE, &rate);
 }
 
 int MpvGraph::WaitForCompletion(int milliseconds)
@@ -152,29 +201,28 @@ void MpvGraph::put_WindowStyle(int /*style*/) { }
 
 void MpvGraph::put_Left(int pixels)
 {
-    FilmPlace place = m_frames->place();
-    place.left = pixels;
-    m_frames->setPlace(place);
+    place(&FilmPlace::left, pixels);
 }
 
 void MpvGraph::put_Top(int pixels)
 {
-    FilmPlace place = m_frames->place();
-    place.top = pixels;
-    m_frames->setPlace(place);
+    place(&FilmPlace::top, pixels);
 }
 
 void MpvGraph::put_Width(int pixels)
 {
-    FilmPlace place = m_frames->place();
-    place.width = pixels;
-    m_frames->setPlace(place);
+    place(&FilmPlace::width, pixels);
 }
 
 void MpvGraph::put_Height(int pixels)
 {
+    place(&FilmPlace::height, pixels);
+}
+
+void MpvGraph::place(int FilmPlace::*side, int pixels)
+{
     FilmPlace place = m_frames->place();
-    place.height = pixels;
+    place.*side = pixels;
     m_frames->setPlace(place);
 }
 
@@ -183,7 +231,7 @@ void MpvGraph::put_Owner(std::shared_ptr<FilmSurface> owner)
     m_frames->setOwner(std::move(owner));
 }
 
-// Other versions of the library know fewer.
+// Some versions of the library lack an option.
 void MpvGraph::setOption(const char* name, const char* value)
 {
     const int result = m_library.setOptionString(m_core.get(), name, value);
@@ -206,31 +254,31 @@ void MpvGraph::command(std::initializer_list<const char*> words)
 }
 
 // The next event, MPV_EVENT_NONE when there is none in time.
-mpv_event_id MpvGraph::hear(Clock::time_point end)
+mpv_event_id MpvGraph::nextEvent(Clock::time_point end)
 {
     const std::chrono::duration<double> left = end - Clock::now();
     const mpv_event_id event = m_library.waitEvent(m_core.get(), std::max(0.0, left.count()))->event_id;
     if (event == MPV_EVENT_VIDEO_RECONFIG)
-        takeSize();
+        updateSize();
     else if (event == MPV_EVENT_START_FILE || event == MPV_EVENT_IDLE)
         m_idle = event == MPV_EVENT_IDLE;
     return event;
 }
 
-// What is told from here on is about what is done from here on.
-void MpvGraph::forgetEvents()
+// Drops old events, so that all that follow belong to the next command.
+void MpvGraph::dropEvents()
 {
-    while (hear(Clock::now()) != MPV_EVENT_NONE) { }
+    while (nextEvent(Clock::now()) != MPV_EVENT_NONE) { }
 }
 
-// Until the film stands where it was sent and its frame is there; false when it ended or didn't in time.
-bool MpvGraph::settle(long framesBefore, Clock::time_point end)
+// Waits until opening or seeking is done and the frame is rendered; false when the film ended or the time is over.
+bool MpvGraph::waitForFrame(long framesBefore, Clock::time_point end)
 {
-    mpv_event_id event = hear(end);
+    mpv_event_id event = nextEvent(end);
     while (event != MPV_EVENT_PLAYBACK_RESTART) {
         if (event == MPV_EVENT_END_FILE || (event == MPV_EVENT_NONE && Clock::now() >= end))
             return false;
-        event = hear(end);
+        event = nextEvent(end);
     }
     if (m_frames->hasSize())
         m_frames->waitForMoreThan(framesBefore, Clock::now() + FrameDeadline);
@@ -238,7 +286,7 @@ bool MpvGraph::settle(long framesBefore, Clock::time_point end)
 }
 
 // A film that was taken with the camera upright is stored lying. The library's own turning needs another renderer.
-void MpvGraph::takeSize()
+void MpvGraph::updateSize()
 {
     const auto width = get<std::int64_t>("dwidth", MPV_FORMAT_INT64).value_or(0);
     const auto height = get<std::int64_t>("dheight", MPV_FORMAT_INT64).value_or(0);
@@ -254,11 +302,10 @@ bool MpvGraph::atEnd() const
     return m_sentToEnd || get<int>("eof-reached", MPV_FORMAT_FLAG).value_or(1) != 0;
 }
 
-void MpvGraph::setFlag(const char* property, bool value)
+void MpvGraph::set(const char* property, mpv_format format, void* value)
 {
     requireFilm();
-    int flag = value ? 1 : 0;
-    if (m_library.setProperty(m_core.get(), property, MPV_FORMAT_FLAG, &flag) < 0)
+    if (m_library.setProperty(m_core.get(), property, format, value) < 0)
         throw Failure(FailureKind::InvalidProcedureCall);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/media/FilgraphManager.h"
+#include "platform/media/MediaService.h"
 #include "platform/media/MpvFrames.h"
 #include "platform/media/MpvLibrary.h"
 
@@ -40,27 +40,23 @@ public:
     void put_Owner(std::shared_ptr<FilmSurface> owner) override;
 
 private:
-    struct DestroyCore {
-        decltype(&mpv_terminate_destroy) destroy;
-        void operator()(mpv_handle* core) const { destroy(core); }
-    };
-
+    void place(int FilmPlace::*side, int pixels);
     void setOption(const char* name, const char* value);
     void requireFilm() const;
     void command(std::initializer_list<const char*> words);
-    mpv_event_id hear(MpvFrames::Clock::time_point end);
-    void forgetEvents();
-    bool settle(long framesBefore, MpvFrames::Clock::time_point end);
-    void takeSize();
+    mpv_event_id nextEvent(MpvFrames::Clock::time_point end);
+    void dropEvents();
+    bool waitForFrame(long framesBefore, MpvFrames::Clock::time_point end);
+    void updateSize();
     bool atEnd() const;
-    void setFlag(const char* property, bool value);
+    void set(const char* property, mpv_format format, void* value);
     template <class Value>
     std::optional<Value> get(const char* property, mpv_format format) const;
 
     const MpvLibrary& m_library;
     const FileService& m_files;
     Wait m_wait;
-    std::unique_ptr<mpv_handle, DestroyCore> m_core;
+    std::unique_ptr<mpv_handle, decltype(&mpv_terminate_destroy)> m_core;
     std::optional<MpvFrames> m_frames;
     bool m_open = false;
     bool m_idle = true;       // no file is open or being opened

@@ -1,29 +1,36 @@
 #pragma once
 
+#include "platform/media/DynamicLibrary.h"
+
 #include <mpv/client.h>
 #include <mpv/render.h>
 
 namespace trovarium {
 
-// What is used of libmpv. The library is loaded here and not at the start, which shows no film, and where it is
-// missing the program does without films. Once loaded it stays.
+// The functions of libmpv that films need.
 class MpvLibrary {
-public:
-    explicit MpvLibrary(const char* name = "libmpv.so.2"); // "Device unavailable"
+    DynamicLibrary m_library;
 
-    decltype(&mpv_create) create;
-    decltype(&mpv_initialize) initialize;
-    decltype(&mpv_terminate_destroy) terminateDestroy;
-    decltype(&mpv_set_option_string) setOptionString;
-    decltype(&mpv_command) command;
-    decltype(&mpv_set_property) setProperty;
-    decltype(&mpv_get_property) getProperty;
-    decltype(&mpv_wait_event) waitEvent;
-    decltype(&mpv_render_context_create) renderContextCreate;
-    decltype(&mpv_render_context_set_update_callback) renderContextSetUpdateCallback;
-    decltype(&mpv_render_context_update) renderContextUpdate;
-    decltype(&mpv_render_context_render) renderContextRender;
-    decltype(&mpv_render_context_free) renderContextFree;
+public:
+    explicit MpvLibrary(const char* name = "libmpv.so.2") // "Device unavailable"
+        : m_library(name)
+    {
+    }
+
+    decltype(&mpv_create) create = m_library["mpv_create"];
+    decltype(&mpv_initialize) initialize = m_library["mpv_initialize"];
+    decltype(&mpv_terminate_destroy) terminateDestroy = m_library["mpv_terminate_destroy"];
+    decltype(&mpv_set_option_string) setOptionString = m_library["mpv_set_option_string"];
+    decltype(&mpv_command) command = m_library["mpv_command"];
+    decltype(&mpv_set_property) setProperty = m_library["mpv_set_property"];
+    decltype(&mpv_get_property) getProperty = m_library["mpv_get_property"];
+    decltype(&mpv_wait_event) waitEvent = m_library["mpv_wait_event"];
+    decltype(&mpv_render_context_create) renderContextCreate = m_library["mpv_render_context_create"];
+    decltype(&mpv_render_context_set_update_callback) renderContextSetUpdateCallback =
+        m_library["mpv_render_context_set_update_callback"];
+    decltype(&mpv_render_context_update) renderContextUpdate = m_library["mpv_render_context_update"];
+    decltype(&mpv_render_context_render) renderContextRender = m_library["mpv_render_context_render"];
+    decltype(&mpv_render_context_free) renderContextFree = m_library["mpv_render_context_free"];
 };
 
 } // namespace trovarium

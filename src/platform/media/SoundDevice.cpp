@@ -1,6 +1,5 @@
 #include "platform/media/SoundDevice.h"
 
-#include "platform/media/SoundFile.h"
 #include "runtime/Failure.h"
 
 #include <utility>
@@ -18,7 +17,31 @@ constexpr std::int64_t LargestPiece = 10'000'000; // bytes
 // Where Debian's package puts it, for a mixer that finds none by itself.
 constexpr const char* SoundFont = "/usr/share/sounds/sf2/TimGM6mb.sf2";
 
+constexpr std::string_view OpenHead = "open \"";
+constexpr std::string_view OpenTail = "\" type sequencer alias ";
+
+std::optional<MusicCommand> named(MusicCommand::Act act, std::string_view alias, std::string_view path = {})
+{
+    if (alias.empty() || alias.find(' ') != std::string_view::npos)
+        return std::nullopt;
+    return MusicCommand{act, std::string(alias), std::string(path)};
+}
+
 } // namespace
+
+std::optional<MusicCommand> parseMusicCommand(std::string_view command)
+{
+    using Act = MusicCommand::Act;
+    for (const auto& [head, act] : {std::pair("play ", Act::Play), std::pair("close ", Act::Close)}) {
+        if (command.starts_with(head))
+            return named(act, command.substr(std::string_view(head).size()));
+    }
+    const std::size_t tail = command.rfind(OpenTail);
+    if (!command.starts_with(OpenHead) || tail == std::string_view::npos || tail < OpenHead.size())
+        return std::nullopt;
+    return named(
+        Act::Open, command.substr(tail + OpenTail.size()), command.substr(OpenHead.size(), tail - OpenHead.size()));
+}
 
 SoundDevice::SoundDevice(const std::atomic<unsigned>& latestClip)
     : m_latestClip(latestClip)
@@ -78,10 +101,12 @@ std::optional<std::chrono::milliseconds> SoundDevice::readOn()
 
 void SoundDevice::openPiece(const MusicCommand& command)
 {
-    SDL_RWops* const file = openSoundFile(m_sdl, command.path, LargestPiece);
-    if (file == nullptr)
+    const SoundFile file(command.path);
+    if (file.size() == 0 || file.size() > LargestPiece)
         return;
-    if (Mix_Music* const piece = m_sdl.loadMusic(file, MUS_MID, 1))
+    const std::string bytes = file.read(0, static_cast<std::size_t>(file.size()));
+    SDL_RWops* const reader = m_sdl.rwFromConstMem(bytes.data(), static_cast<int>(bytes.size()));
+    if (Mix_Music* const piece = reader != nullptr ? m_sdl.loadMusic(reader, MUS_MID, 1) : nullptr)
         m_pieces.try_emplace(command.alias, piece, m_sdl.freeMusic);
 }
 

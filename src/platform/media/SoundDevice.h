@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/media/MusicCommand.h"
 #include "platform/media/WaveClip.h"
 
 #include <atomic>
@@ -10,8 +9,22 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace trovarium {
+
+// A command of the music sequencer.
+struct MusicCommand {
+    enum class Act { Open, Play, Close };
+
+    Act act;
+    std::string alias; // never empty
+    std::string path;  // of Open only
+};
+
+// Reads `open "PATH" type sequencer alias NAME`, `play NAME` and `close NAME`; none for anything else. The path may
+// hold double quotes of its own.
+std::optional<MusicCommand> parseMusicCommand(std::string_view command);
 
 // The open sound device with what sounds on it: one wave clip and one piece of music, mixed. Used by one thread.
 class SoundDevice {

@@ -1,7 +1,6 @@
 #include "platform/media/SoundPlayer.h"
 
 #include "platform/files/FileService.h"
-#include "platform/media/MusicCommand.h"
 #include "platform/media/SoundDevice.h"
 #include "runtime/Failure.h"
 

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "platform/media/WaveFile.h"
+#include "platform/files/Descriptor.h"
+#include "platform/media/SdlLibrary.h"
 
 #include <chrono>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -12,6 +14,48 @@
 #include <vector>
 
 namespace trovarium {
+
+// A regular file that is read; one of size 0 for anything else: a pipe would block for ever.
+class SoundFile {
+public:
+    explicit SoundFile(const std::string& native);
+
+    std::int64_t size() const { return m_size; }
+    std::string read(std::int64_t place, std::size_t count) const; // fewer bytes at the end and behind a failure
+
+private:
+    Descriptor m_file;
+    std::int64_t m_size = 0;
+};
+
+// Samples of a wave file, in the form that the file has them in.
+struct WavePiece {
+    SDL_AudioSpec spec{};
+    std::unique_ptr<Uint8, std::function<void(Uint8*)>> samples;
+    Uint32 length = 0; // in bytes
+};
+
+// Reads a wave file piece by piece, so that a long one begins as soon as a short one. Each piece is given to SDL as a
+// file of its own, behind the file's format: so all formats are decoded that SDL knows.
+class WaveFile {
+public:
+    WaveFile(const SdlLibrary& sdl, const std::string& native);
+
+    // The next tenths of a second to seconds; none at the end, and for what is no wave file or can't be read.
+    std::optional<WavePiece> next();
+
+private:
+    bool findSamples();
+    bool takeFormat(const std::string& chunk);
+    bool takeSamples(const std::string& chunk);
+
+    const SdlLibrary& m_sdl;
+    SoundFile m_file;
+    std::string m_format; // its chunk
+    std::size_t m_blockSize = 1;
+    std::int64_t m_place = 0; // of the next piece
+    std::int64_t m_end = 0;
+};
 
 // What the device is opened with, and what all sound is turned into.
 inline constexpr int DeviceRate = 44100; // frames a second

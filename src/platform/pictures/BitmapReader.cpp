@@ -1,6 +1,5 @@
 #include "platform/pictures/BitmapReader.h"
 
-#include "platform/pictures/ByteStream.h"
 #include "platform/pictures/PictureHeader.h"
 #include "platform/pictures/Reduction.h"
 #include "runtime/Failure.h"
@@ -22,17 +21,12 @@ constexpr std::int64_t FileHeaderLength = 14;
 constexpr std::size_t OldHeaderLength = 12;
 constexpr std::size_t NewHeaderLength = 40;
 constexpr std::size_t LongestHeader = 124;
-constexpr std::size_t MostColours = 256;
+constexpr std::size_t MostColors = 256;
 constexpr QRgb Opaque = 0xff000000U;
 
 enum class Compression : std::uint32_t { None, Runs8, Runs4, Masks };
 
-[[noreturn]] void refuse()
-{
-    throw Failure(FailureKind::InvalidPicture);
-}
-
-// One colour's bits within a pixel of 16 or 32 bits.
+// One color's bits within a pixel of 16 or 32 bits.
 struct Channel {
     std::uint32_t mask = 0;
 
@@ -55,7 +49,7 @@ struct Header {
     Compression compression = Compression::None;
     std::int64_t dataOffset = 0;
     Channel red, green, blue, alpha;
-    std::array<QRgb, MostColours> colours{};
+    std::array<QRgb, MostColors> colors{};
 
     std::int64_t lineLength() const { return (std::int64_t{width} * bits + 31) / 32 * 4; }
     bool inRuns() const { return compression == Compression::Runs8 || compression == Compression::Runs4; }
@@ -78,10 +72,10 @@ void checkHeader(const Header& header, std::int64_t fileLength)
         || (header.compression == Compression::Runs4 && header.bits == 4)
         || (header.compression == Compression::Masks && (header.bits == 16 || header.bits == 32));
     if (!knownDepth || !fits)
-        refuse();
+        refusePicture();
     checkSize(header.width, header.height, fileLength, MostPixelsInAByte);
     if (!header.inRuns() && header.dataOffset + header.lineLength() * header.height > fileLength)
-        refuse();
+        refusePicture();
 }
 
 void readMasks(Header& header, Bytes behindNewHeader, bool withAlpha)
@@ -94,28 +88,28 @@ void readMasks(Header& header, Bytes behindNewHeader, bool withAlpha)
         header.alpha = mask(3);
 }
 
-void readColours(Header& header, const PictureBytes& file, std::int64_t offset, std::size_t count, std::size_t length)
+void readColors(Header& header, const PictureBytes& file, std::int64_t offset, std::size_t count, std::size_t length)
 {
-    const auto bytes = file.bytes(offset, std::min(count, MostColours) * length);
-    header.colours.fill(Opaque);
+    const auto bytes = file.bytes(offset, std::min(count, MostColors) * length);
+    header.colors.fill(Opaque);
     for (std::size_t i = 0; i < bytes.size() / length; ++i)
-        header.colours[i] = Opaque | littleEndian(bytes, i * length, 3);
+        header.colors[i] = Opaque | littleEndian(bytes, i * length, 3);
 }
 
 Header readHeader(const PictureBytes& file)
 {
     const auto start = file.bytes(0, FileHeaderLength + LongestHeader);
     if (start.size() < FileHeaderLength + OldHeaderLength)
-        refuse();
+        refusePicture();
     Header header;
     header.dataOffset = littleEndian(start, 10, 4);
     const Bytes info = Bytes(start).subspan(FileHeaderLength);
     const std::size_t length = littleEndian(info, 0, 4);
     const bool old = length == OldHeaderLength;
     if (!old && (length < NewHeaderLength || info.size() < NewHeaderLength))
-        refuse();
+        refusePicture();
 
-    std::size_t colourCount = 0;
+    std::size_t colorCount = 0;
     if (old) {
         header.width = static_cast<int>(littleEndian(info, 4, 2));
         header.height = static_cast<int>(littleEndian(info, 6, 2));
@@ -127,7 +121,7 @@ Header readHeader(const PictureBytes& file)
         header.height = static_cast<int>(std::min(std::abs(std::int64_t{height}), std::int64_t{INT32_MAX}));
         header.bits = littleEndian(info, 14, 2);
         header.compression = Compression{littleEndian(info, 16, 4)};
-        colourCount = littleEndian(info, 32, 4);
+        colorCount = littleEndian(info, 32, 4);
     }
     checkHeader(header, file.length());
 
@@ -139,8 +133,8 @@ Header readHeader(const PictureBytes& file)
     if (header.compression == Compression::Masks && info.size() >= NewHeaderLength + FourMasks)
         readMasks(header, info.subspan(NewHeaderLength), length >= NewHeaderLength + FourMasks);
     if (header.bits <= 8)
-        readColours(header, file, FileHeaderLength + static_cast<std::int64_t>(length),
-            colourCount == 0 ? std::size_t{1} << header.bits : colourCount, old ? 3 : 4);
+        readColors(header, file, FileHeaderLength + static_cast<std::int64_t>(length),
+            colorCount == 0 ? std::size_t{1} << header.bits : colorCount, old ? 3 : 4);
     return header;
 }
 
@@ -150,7 +144,7 @@ void convertIndexes(const Header& header, Bytes line, QRgb* pixels)
     const unsigned mask = (1U << header.bits) - 1;
     for (unsigned x = 0; x < static_cast<unsigned>(header.width); ++x) {
         const unsigned shift = 8 - header.bits * (x % perByte + 1);
-        pixels[x] = header.colours[line[x / perByte] >> shift & mask];
+        pixels[x] = header.colors[line[x / perByte] >> shift & mask];
     }
 }
 
@@ -175,7 +169,8 @@ void convertLine(const Header& header, Bytes line, QRgb* pixels)
     }
 }
 
-// Hands on some hundred kilobytes of lines at a time, `count` lines of the file from `first` on, each with its number.
+// Calls `takeLine` with the number and bytes of `count` lines of the file from `first` on, which are read some hundred
+// kilobytes at a time.
 template <class TakeLine>
 void forEachLine(const Header& header, const PictureBytes& file, int first, int count, TakeLine takeLine)
 {
@@ -186,7 +181,7 @@ void forEachLine(const Header& header, const PictureBytes& file, int first, int 
         const int now = std::min(most, end - first);
         const auto bytes = file.bytes(header.dataOffset + first * length, static_cast<std::size_t>(now * length));
         if (file.cancelled() || std::ssize(bytes) < now * length)
-            refuse(); // it has become shorter meanwhile
+            refusePicture(); // it has become shorter meanwhile
         for (int i = 0; i < now; ++i)
             takeLine(first + i,
                 Bytes(bytes).subspan(static_cast<std::size_t>(i * length), static_cast<std::size_t>(length)));
@@ -202,7 +197,7 @@ void readLines(const Header& header, const PictureBytes& file, int top, QImage& 
     });
 }
 
-// Some programs fill the fourth byte of all pixels with 0 and mean nothing by it.
+// Some programs write alpha 0 into all pixels of an opaque picture.
 bool alphaIsMeant(const Header& header, const PictureBytes& file)
 {
     const std::size_t length = header.bits / 8;
@@ -268,7 +263,7 @@ private:
     int m_line = 0;
 };
 
-// The colour at a place in a run: a byte each, or its two halves in turn.
+// The color at a place in a run: a byte each, or its two halves in turn.
 unsigned runIndex(const Header& header, unsigned byte, unsigned place)
 {
     if (header.bits == 8)
@@ -284,7 +279,7 @@ QImage readRuns(const Header& header, const PictureBytes& file, int factor)
     QImage image(header.width, header.height, QImage::Format_Indexed8);
     if (image.isNull())
         throw Failure(FailureKind::OutOfMemory);
-    image.setColorTable(QList<QRgb>(header.colours.begin(), header.colours.end()));
+    image.setColorTable(QList<QRgb>(header.colors.begin(), header.colors.end()));
     image.fill(0);
     RunPainter painter(header, image);
     ByteStream stream(file, header.dataOffset);
@@ -317,6 +312,29 @@ QImage readRuns(const Header& header, const PictureBytes& file, int factor)
     return reduced(std::move(image), factor, file.cancelled());
 }
 
+class MemoryBytes : public PictureBytes {
+public:
+    MemoryBytes(std::vector<unsigned char> bytes, const std::atomic<bool>& cancelled)
+        : m_bytes(std::move(bytes))
+        , m_cancelled(cancelled)
+    {
+    }
+
+    std::int64_t length() const override { return static_cast<std::int64_t>(m_bytes.size()); }
+    const std::atomic<bool>& cancelled() const override { return m_cancelled; }
+    std::vector<unsigned char> bytes(std::int64_t offset, std::size_t length) const override
+    {
+        if (offset < 0 || offset >= this->length())
+            return {};
+        const auto start = m_bytes.begin() + offset;
+        return {start, start + std::min(this->length() - offset, static_cast<std::int64_t>(length))};
+    }
+
+private:
+    std::vector<unsigned char> m_bytes;
+    const std::atomic<bool>& m_cancelled;
+};
+
 } // namespace
 
 QSize bitmapSize(const PictureBytes& file)
@@ -329,6 +347,11 @@ QImage readBitmap(const PictureBytes& file, int factor)
 {
     const Header header = readHeader(file);
     return header.inRuns() ? readRuns(header, file, factor) : readPlain(header, file, factor);
+}
+
+QImage readBitmapInMemory(std::vector<unsigned char> file, const std::atomic<bool>& cancelled)
+{
+    return readBitmap(MemoryBytes(std::move(file), cancelled), 1);
 }
 
 } // namespace trovarium

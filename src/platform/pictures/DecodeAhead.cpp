@@ -20,11 +20,11 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::size_t WorkerCount = 2;
-// How long the one who waits for a picture looks after nothing else.
+// Between two calls of the caller's `Patience`.
 constexpr int WaitStep = 10; // milliseconds
-// Some decoders don't look up before they are through.
+// A decoder that is at work on pixels can't be cancelled.
 constexpr auto LongestEnd = 1s;
-// What may be kept ahead in full before another one is begun: a photograph of 64 megapixels.
+// How much may be kept in full before another one is decoded ahead: a photograph of 64 megapixels.
 constexpr std::int64_t KeptBytes = HarmlessPixels * 4;
 
 } // namespace
@@ -129,8 +129,8 @@ bool DecodeAhead::isDone(const DecodeRequest& request, int milliseconds)
 
 Picture DecodeAhead::take(const DecodeRequest& request, const PictureFile& file, const Patience& patience)
 {
-    if (isThumbnail(file))
-        return readPicture(file, request.longerSide, m_state->largeOnes);
+    if (Picture thumbnail = readThumbnail(file, request.longerSide); !thumbnail.empty())
+        return thumbnail;
     startWorkers();
     if (m_workers.empty())
         return readPicture(file, request.longerSide, m_state->largeOnes);
@@ -150,7 +150,7 @@ Picture DecodeAhead::take(const DecodeRequest& request, const PictureFile& file,
         std::erase(m_state->jobs, job);
         const bool isBroken = job->failure && job->failure->kind() != FailureKind::InvalidPicture;
         if (!isNew && (isBroken || job->stamp != file.stamp()))
-            continue; // a bad moment, or the file has changed since
+            continue; // decoded ahead at a bad moment, or from a file that has changed since
         if (job->failure)
             throw Failure(*job->failure);
         return job->picture;
@@ -163,7 +163,7 @@ void DecodeAhead::startWorkers()
         while (m_workers.size() < WorkerCount)
             m_workers.emplace_back([state = m_state] { state->work(); });
     } catch (const std::system_error&) {
-        // With one thread it takes longer, without any the caller decodes as it asks.
+        // One thread is enough. Without any, the caller decodes by itself.
     }
 }
 
@@ -211,8 +211,8 @@ void DecodeAhead::State::work()
     jobDone.notify_all();
 }
 
-// What is done ahead in full goes one at a time, and two of the largest aren't kept: each takes hundreds of megabytes,
-// and a core stays free for painting.
+// Pictures in full are decoded ahead one at a time, so that a core stays free for painting. Two of the largest are
+// never kept, since each takes hundreds of megabytes.
 std::shared_ptr<DecodeAhead::Job> DecodeAhead::State::nextJob() const
 {
     const auto next =

@@ -18,23 +18,23 @@ struct DecodeRequest {
     bool operator==(const DecodeRequest&) const = default;
 };
 
-// Decodes files on threads of its own, before they are asked for and when they are, so that whoever waits for one can
-// look after other things and give up.
+// Decodes files on worker threads, ahead of time or on request, so that the caller stays responsive while it waits, and
+// can give up.
 class DecodeAhead {
 public:
     DecodeAhead();
-    ~DecodeAhead(); // breaks off what is under way, within a second
+    ~DecodeAhead(); // cancels running jobs, within a second
     DecodeAhead(const DecodeAhead&) = delete;
     DecodeAhead& operator=(const DecodeAhead&) = delete;
 
-    // What will be asked for, nearest first; everything else that is kept or under way is dropped.
+    // What will be asked for, nearest first. All other jobs and kept pictures are dropped.
     void expect(const std::vector<DecodeRequest>& requests);
 
-    // Whether nobody works on it any more; waits for that up to so long.
+    // Whether no job for it is waiting or running; waits for that up to so long.
     bool isDone(const DecodeRequest& request, int milliseconds);
 
-    // The picture that stands in the file, of which `request` says the name; it is no longer kept here. While it is
-    // decoded, `patience` is asked every few milliseconds: "Device I/O error" when it has come to its end.
+    // The picture in `file`, which is the one that `request` names, decoded now or ahead of time; it is no longer kept
+    // here. Calls `patience` every few milliseconds; "Device I/O error" once that returns false.
     Picture take(const DecodeRequest& request, const PictureFile& file, const Patience& patience);
 
 private:

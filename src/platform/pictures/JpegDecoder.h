@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QImage>
+#include <QImageIOHandler>
+#include <QSize>
+
 #include <atomic>
-#include <cstddef>
-#include <cstdint>
-#include <memory>
 #include <span>
+#include <vector>
 
 namespace trovarium {
 
@@ -12,24 +14,28 @@ namespace trovarium {
 // are `Failure`: "Invalid picture" and "Out of memory".
 class JpegDecoder {
 public:
-    // Reads the header. `file` and `cancelled` must outlive the decoder.
-    JpegDecoder(std::span<const unsigned char> file, const std::atomic<bool>& cancelled);
-    ~JpegDecoder();
-    JpegDecoder(const JpegDecoder&) = delete;
-    JpegDecoder& operator=(const JpegDecoder&) = delete;
+    // Reads the headers. `file` must outlive the decoder.
+    explicit JpegDecoder(std::span<const unsigned char> file);
 
-    // The upright size in pixels at 1/denominator: 1, 2, 4 or 8.
-    int width(int denominator = 1) const;
-    int height(int denominator = 1) const;
+    QSize size() const; // upright, in pixels
 
-    // Decodes at 1/denominator into opaque 0xffRRGGBB pixels, once. A picture whose end is missing or torn
-    // shows what there is, and mid-grey below it; one without any image data is an invalid picture. False
-    // when `cancelled` was set meanwhile.
-    bool decode(int denominator, std::uint32_t* pixels, std::ptrdiff_t pixelsPerLine);
+    // RGB32 at 1/denominator: 1, 2, 4 or 8. A picture whose end is missing or damaged shows what there is, and gray
+    // below it; one without any image data is an invalid picture. Once `cancelled` is set, the colors may be wrong.
+    QImage decode(int denominator, const std::atomic<bool>& cancelled) const;
 
 private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    void readSegments();
+    void decompress(QImage& image) const;
+
+    std::span<const unsigned char> m_file;
+    QSize m_storedSize;
+    QImageIOHandler::Transformations m_orientation;
+    std::vector<unsigned char> m_profile;
+    int m_subsampling = -1; // as TJSAMP; -1: none of those
+    int m_colorSpace = -1;  // as TJCS
+    bool m_isAdobe = false; // inks are stored inverted
+    bool m_hasExif = false;
+    bool m_isHeld = false; // in whole, as coefficients, before the first pixel is there
 };
 
 } // namespace trovarium

@@ -6,6 +6,7 @@
 #include <QSize>
 
 #include <memory>
+#include <string_view>
 
 class QSvgRenderer;
 
@@ -30,5 +31,8 @@ QImage renderedImage(const Picture& picture);
 
 // An image as a picture; its natural size is counted in device-independent pixels.
 Picture pictureFromImage(const QImage& image);
+
+// One of the program's own drawings by its name in assets/; "File not found" for any other name.
+Picture loadArtwork(std::string_view name);
 
 } // namespace trovarium

@@ -1,10 +1,12 @@
 #include "platform/pictures/PictureFile.h"
 
 #include "platform/files/NativeErrors.h"
+#include "platform/pictures/PictureHeader.h"
 #include "runtime/Failure.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -42,6 +44,30 @@ std::vector<unsigned char> PictureFile::bytes(std::int64_t offset, std::size_t l
     }
     bytes.resize(count);
     return bytes;
+}
+
+ByteStream::ByteStream(const PictureBytes& bytes, std::int64_t offset)
+    : m_bytes(bytes)
+    , m_start(offset)
+{
+}
+
+bool ByteStream::has(std::size_t length)
+{
+    constexpr std::size_t BlockLength = std::size_t{1} << 16;
+    if (m_at + length > m_block.size()) {
+        m_start += static_cast<std::int64_t>(std::exchange(m_at, 0));
+        m_block = m_bytes.bytes(m_start, BlockLength);
+    }
+    return length <= m_block.size();
+}
+
+std::uint32_t ByteStream::number(std::size_t length)
+{
+    if (!has(length))
+        throw Failure(FailureKind::InvalidPicture);
+    m_at += length;
+    return littleEndian(m_block, m_at - length, length);
 }
 
 } // namespace trovarium

@@ -12,6 +12,20 @@
 
 namespace trovarium {
 
+// What a picture is decoded from, read piece by piece: a file, or bytes inside one.
+class PictureBytes {
+public:
+    virtual ~PictureBytes() = default;
+
+    virtual std::int64_t length() const = 0;
+
+    // Set from another thread when the picture isn't wanted any more.
+    virtual const std::atomic<bool>& cancelled() const = 0;
+
+    // Up to `length` bytes from `offset`; fewer at the end.
+    virtual std::vector<unsigned char> bytes(std::int64_t offset, std::size_t length) const = 0;
+};
+
 // A regular file, open for reading under its native path. "File not found" for anything else; a pipe is
 // never waited for. Once `cancelled` is set, which must outlive it, it reads as if it ended here.
 class PictureFile : public PictureBytes {
@@ -29,6 +43,24 @@ private:
     Descriptor m_descriptor;
     FileStamp m_stamp;
     const std::atomic<bool>& m_cancelled;
+};
+
+// Reads numbers from a picture's bytes in order, through a buffer of one block.
+class ByteStream {
+public:
+    ByteStream(const PictureBytes& bytes, std::int64_t offset);
+
+    // Whether so many bytes are left; `length` is at most some thousands.
+    bool has(std::size_t length);
+    // The next bytes as a number, little-endian; "Invalid picture" behind the end.
+    std::uint32_t number(std::size_t length);
+    void skip(std::size_t length) { m_at += length; }
+
+private:
+    const PictureBytes& m_bytes;
+    std::vector<unsigned char> m_block;
+    std::int64_t m_start; // of the block, in the file
+    std::size_t m_at = 0; // in the block, or behind it
 };
 
 } // namespace trovarium

@@ -1,8 +1,6 @@
 #include "platform/pictures/PictureHeader.h"
 
-#include "platform/pictures/ByteStream.h"
 #include "platform/pictures/wmf/WmfFile.h"
-#include "runtime/Failure.h"
 
 #include <algorithm>
 #include <string_view>
@@ -12,17 +10,7 @@ namespace trovarium {
 
 namespace {
 
-using Bytes = std::vector<unsigned char>;
-
-constexpr std::int64_t MostPixels = 500'000'000;
-constexpr std::int64_t LongestSide = 1'000'000;
-
-[[noreturn]] void refuse()
-{
-    throw Failure(FailureKind::InvalidPicture);
-}
-
-std::size_t colourTableLength(unsigned packed)
+std::size_t colorTableLength(unsigned packed)
 {
     return (packed & 0x80U) != 0 ? std::size_t{3} << ((packed & 7U) + 1) : 0;
 }
@@ -31,7 +19,7 @@ std::size_t colourTableLength(unsigned packed)
 
 PictureFormat formatOf(const PictureFile& file)
 {
-    const Bytes head = file.bytes(0, 12);
+    const std::vector<unsigned char> head = file.bytes(0, 12);
     const std::string_view text(reinterpret_cast<const char*>(head.data()), head.size());
     if (text.starts_with("\xFF\xD8\xFF"))
         return PictureFormat::Jpeg;
@@ -48,16 +36,7 @@ PictureFormat formatOf(const PictureFile& file)
     for (const std::string_view start : {std::string_view("II*\0", 4), std::string_view("MM\0*", 4)})
         if (text.starts_with(start))
             return PictureFormat::Tiff;
-    refuse();
-}
-
-void checkSize(std::int64_t width, std::int64_t height, std::int64_t length, std::int64_t mostPixelsInAByte)
-{
-    if (width <= 0 || height <= 0 || std::max(width, height) > LongestSide || width * height > MostPixels)
-        refuse();
-    const std::int64_t pixels = width * height;
-    if (pixels > HarmlessPixels && pixels / mostPixelsInAByte > length)
-        refuse();
+    refusePicture();
 }
 
 QSize checkGif(const PictureBytes& file)
@@ -72,7 +51,7 @@ QSize checkGif(const PictureBytes& file)
     unsigned width = stream.number(2);
     unsigned height = stream.number(2);
     const unsigned packed = stream.number(1);
-    stream.skip(2 + colourTableLength(packed));
+    stream.skip(2 + colorTableLength(packed));
     unsigned kind = stream.number(1);
     for (; kind == Extension; kind = stream.number(1)) {
         stream.skip(1);
@@ -80,29 +59,13 @@ QSize checkGif(const PictureBytes& file)
             stream.skip(length);
     }
     if (kind != ImageStart)
-        refuse();
+        refusePicture();
     const unsigned left = stream.number(2);
     const unsigned top = stream.number(2);
     width = std::max(width, left + stream.number(2));
     height = std::max(height, top + stream.number(2));
     checkSize(width, height, file.length(), MostPixelsInAByte);
     return {static_cast<int>(width), static_cast<int>(height)};
-}
-
-std::uint32_t littleEndian(std::span<const unsigned char> bytes, std::size_t position, std::size_t length)
-{
-    std::uint32_t value = 0;
-    for (std::size_t i = length; i-- > 0;)
-        value = value << 8U | bytes[position + i];
-    return value;
-}
-
-std::uint32_t bigEndian(std::span<const unsigned char> bytes, std::size_t position, std::size_t length)
-{
-    std::uint32_t value = 0;
-    for (std::size_t i = 0; i < length; ++i)
-        value = value << 8U | bytes[position + i];
-    return value;
 }
 
 } // namespace trovarium

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/pictures/PictureFile.h"
+#include "runtime/Failure.h"
 
 #include <QSize>
 
@@ -12,23 +13,41 @@ namespace trovarium {
 
 enum class PictureFormat { Jpeg, Gif, Bitmap, Metafile, Png, WebP, Tiff };
 
-// What a file is by its first bytes; "Invalid picture" for any other.
+// The format of a file by its first bytes; "Invalid picture" for any other.
 PictureFormat formatOf(const PictureFile& file);
 
-// Up to here a torn file may well promise more than it holds: decoding it costs little. A larger picture may take a
-// gigabyte.
+[[noreturn]] inline void refusePicture()
+{
+    throw Failure(FailureKind::InvalidPicture);
+}
+
+// Up to this size a damaged file may declare more pixels than it holds, since decoding it costs little. A larger
+// picture may take a gigabyte.
 constexpr std::int64_t HarmlessPixels = 64'000'000;
 
-// "Invalid picture" for a size beyond what is decoded at all (500 megapixels, a million along a side), and for one that
-// `length` bytes can't hold at the densest that the format packs.
-void checkSize(std::int64_t width, std::int64_t height, std::int64_t length, std::int64_t mostPixelsInAByte);
+// "Invalid picture" for a size beyond what is decoded at all, and for one that `length` bytes can't hold at the densest
+// that the format packs.
+inline void checkSize(std::int64_t width, std::int64_t height, std::int64_t length, std::int64_t mostPixelsInAByte)
+{
+    constexpr std::int64_t MostPixels = 500'000'000;
+    constexpr std::int64_t LongestSide = 1'000'000;
+    const bool isKnown = width > 0 && height > 0 && width <= LongestSide && height <= LongestSide;
+    if (!isKnown || width * height > MostPixels
+        || (width * height > HarmlessPixels && width * height / mostPixelsInAByte > length))
+        refusePicture();
+}
 
-// The size of a gif by its headers alone; refuses one that promises more than it holds. Source: GIF89a, sections 17 to
-// 25.
+// The size of a gif by its headers alone; "Invalid picture" if the file is too short for it. Source: GIF89a, sections
+// 17 to 25.
 QSize checkGif(const PictureBytes& file);
 
-// The number that `length` bytes stand for, the lowest or the highest first.
-std::uint32_t littleEndian(std::span<const unsigned char> bytes, std::size_t position, std::size_t length);
-std::uint32_t bigEndian(std::span<const unsigned char> bytes, std::size_t position, std::size_t length);
+// A number of `length` bytes, the lowest first.
+inline std::uint32_t littleEndian(std::span<const unsigned char> bytes, std::size_t position, std::size_t length)
+{
+    std::uint32_t value = 0;
+    for (std::size_t i = length; i-- > 0;)
+        value = value << 8U | bytes[position + i];
+    return value;
+}
 
 } // namespace trovarium

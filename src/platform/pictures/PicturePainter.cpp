@@ -1,6 +1,7 @@
 #include "platform/pictures/PicturePainter.h"
 
 #include "platform/pictures/PictureData.h"
+#include "platform/pictures/Reduction.h"
 
 #include <QPaintEngine>
 #include <QPainter>
@@ -15,11 +16,6 @@ namespace {
 
 // Kept scaled versions, all together and the largest single one: 128 MB.
 constexpr std::int64_t MostKeptPixels = 32'000'000;
-
-std::int64_t pixelCount(QSize size)
-{
-    return std::int64_t{size.width()} * size.height();
-}
 
 // Device pixels that the painter can reach.
 QRect visibleArea(const QPainter& painter)

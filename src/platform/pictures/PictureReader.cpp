@@ -1,8 +1,7 @@
 #include "platform/pictures/PictureReader.h"
 
 #include "platform/pictures/BitmapReader.h"
-#include "platform/pictures/ColourConversion.h"
-#include "platform/pictures/EmbeddedProfile.h"
+#include "platform/pictures/ColorConversion.h"
 #include "platform/pictures/JpegDecoder.h"
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureHeader.h"
@@ -10,6 +9,7 @@
 #include "platform/pictures/wmf/WmfReader.h"
 #include "runtime/Failure.h"
 
+#include <QColorSpace>
 #include <QFile>
 #include <QImageReader>
 #include <QPainter>
@@ -18,11 +18,10 @@
 #include <chrono>
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <limits>
 #include <new>
-#include <string_view>
 #include <utility>
-#include <vector>
 
 namespace trovarium {
 
@@ -31,13 +30,8 @@ namespace {
 // A block of 64 pixels takes at least a bit of the entropy-coded data.
 constexpr std::int64_t MostJpegPixelsInAByte = 512;
 
-// What follows beyond can't belong to a picture that is small enough to be decoded.
+// No picture that is small enough to be decoded has more.
 constexpr std::int64_t MostJpegBytes = std::int64_t{1} << 30;
-
-[[noreturn]] void refuse()
-{
-    throw Failure(FailureKind::InvalidPicture);
-}
 
 class CancellableFile : public QFile {
 public:
@@ -53,6 +47,9 @@ private:
     const std::atomic<bool>& m_cancelled;
 };
 
+// Asked before so many pixels are decoded, or bytes read: whether to go on.
+using MayDecode = std::function<bool(std::int64_t count)>;
+
 // Large pictures are decoded one at a time: each may take a gigabyte meanwhile.
 class Turn {
 public:
@@ -62,14 +59,13 @@ public:
     {
     }
 
-    // Before so many pixels are decoded, or bytes read; the turn lasts as long as this lives.
-    void await(std::int64_t count)
+    // Waits where another large one is being decoded. The turn lasts as long as this lives.
+    bool await(std::int64_t count)
     {
-        if (count <= HarmlessPixels || m_lock.owns_lock())
-            return;
-        while (!m_lock.try_lock_for(std::chrono::milliseconds(20)))
+        while (count > HarmlessPixels && !m_lock.owns_lock() && !m_lock.try_lock_for(std::chrono::milliseconds(20)))
             if (m_cancelled)
-                refuse();
+                refusePicture();
+        return true;
     }
 
 private:
@@ -85,45 +81,32 @@ Picture pictureOf(QImage pixels, QSize naturalSize)
     return Picture(std::move(data));
 }
 
-Picture readJpeg(const PictureFile& file, int longerSide, Turn& turn)
+Picture readJpeg(const PictureFile& file, int longerSide, const MayDecode& mayDecode)
 {
     const auto bytes = file.bytes(0, static_cast<std::size_t>(std::min(file.length(), MostJpegBytes)));
-    JpegDecoder decoder(bytes, file.cancelled());
-    const QSize size(decoder.width(), decoder.height());
+    const JpegDecoder decoder(bytes);
+    const QSize size = decoder.size();
     checkSize(size.width(), size.height(), file.length(), MostJpegPixelsInAByte);
-    turn.await(pixelCount(size));
+    if (!mayDecode(pixelCount(size)))
+        return {};
     int denominator = 8;
     while (denominator > reductionFor(size, longerSide))
         denominator /= 2;
-    QImage image(decoder.width(denominator), decoder.height(denominator), QImage::Format_RGB32);
-    if (image.isNull())
-        throw Failure(FailureKind::OutOfMemory);
-    if (!decoder.decode(denominator, reinterpret_cast<std::uint32_t*>(image.bits()),
-            image.bytesPerLine() / qsizetype{sizeof(std::uint32_t)}))
-        refuse();
+    QImage image = decoder.decode(denominator, file.cancelled());
+    if (file.cancelled())
+        refusePicture();
     return pictureOf(std::move(image), size);
-}
-
-const char* nameOf(PictureFormat format)
-{
-    switch (format) {
-    case PictureFormat::Png:
-        return "png";
-    case PictureFormat::WebP:
-        return "webp";
-    case PictureFormat::Tiff:
-        return "tiff";
-    default:
-        return "gif";
-    }
 }
 
 Picture readMetafile(const PictureFile& file, int longerSide)
 {
+    constexpr std::int64_t MostBytes = 40'000'000;
     constexpr int LongestSide = 1 << 24; // so that the reserve can't overflow
-    WmfPicture picture = readWmf(file, Reserve * std::min(longerSide, LongestSide), file.cancelled());
-    if (picture.pixels.isNull())
-        refuse();
+    if (file.length() > MostBytes)
+        refusePicture();
+    const auto bytes = file.bytes(0, static_cast<std::size_t>(file.length()));
+    WmfPicture picture =
+        readWmf(bytes, Reserve * std::min(longerSide, LongestSide), &readBitmapInMemory, file.cancelled());
     return pictureOf(std::move(picture.pixels), picture.naturalSize);
 }
 
@@ -141,38 +124,33 @@ QSize checkPromise(const QImageReader& reader, std::int64_t length)
     return size;
 }
 
-QImage turned(QImage image, QImageIOHandler::Transformations how)
-{
-    if (how == QImageIOHandler::TransformationNone)
-        return image;
-    image = std::move(image).mirrored(
-        how.testFlag(QImageIOHandler::TransformationMirror), how.testFlag(QImageIOHandler::TransformationFlip));
-    return how.testFlag(QImageIOHandler::TransformationRotate90) ? image.transformed(QTransform().rotate(90)) : image;
-}
-
 struct Decoded {
     QImage pixels; // in 32 bits
     QSize naturalSize;
+    QByteArray profile{}; // ICC
 };
 
 // The first image. The library tries nothing but this one format.
-Decoded readByLibrary(const PictureFile& file, PictureFormat format, int longerSide, Turn& turn)
+Decoded readByLibrary(const PictureFile& file, PictureFormat format, int longerSide, const MayDecode& mayDecode)
 {
     const bool isGif = format == PictureFormat::Gif;
     const QSize gifSize = isGif ? checkGif(file) : QSize();
     CancellableFile device(file.cancelled());
     if (!device.open(file.descriptor(), QIODevice::ReadOnly))
         throw Failure(FailureKind::DeviceIo);
-    QImageReader reader(&device, nameOf(format));
+    constexpr std::pair<PictureFormat, const char*> Names[] = {{PictureFormat::Gif, "gif"}, {PictureFormat::Png, "png"},
+        {PictureFormat::WebP, "webp"}, {PictureFormat::Tiff, "tiff"}};
+    QImageReader reader(
+        &device, std::ranges::find(Names, format, &std::pair<PictureFormat, const char*>::first)->second);
     reader.setAutoDetectImageFormat(false);
     const QSize promised = isGif ? gifSize : checkPromise(reader, file.length());
-    // Of these the library holds all pixels, and once more while it unpacks them; no camera or scanner writes them.
+    // Qt holds the pixels of these formats twice while it unpacks them. No camera or scanner writes such large ones.
     constexpr std::int64_t MostHeldTwice = 120'000'000;
     if ((isGif || format == PictureFormat::WebP) && pixelCount(promised) > MostHeldTwice)
-        refuse();
-    turn.await(pixelCount(promised));
+        refusePicture();
+    mayDecode(pixelCount(promised));
     const int factor = reductionFor(promised, longerSide);
-    // One of few bits is smaller as it is.
+    // A picture of few bits a pixel takes less memory unscaled.
     const bool comesReduced = format == PictureFormat::Png && factor > 1 && pixelCount(promised) > HarmlessPixels
         && (reader.imageFormat() == QImage::Format_RGB32 || reader.imageFormat() == QImage::Format_ARGB32);
     if (comesReduced)
@@ -180,41 +158,38 @@ Decoded readByLibrary(const PictureFile& file, PictureFormat format, int longerS
     const QImageIOHandler::Transformations how = reader.transformation();
     QImage image = reader.read();
     if (image.isNull() || file.cancelled())
-        refuse();
+        refusePicture();
     const QSize size = comesReduced ? promised : image.size();
-    image = turned(reduced(std::move(image), comesReduced ? 1 : factor, file.cancelled()), how);
-    return {std::move(image), how.testFlag(QImageIOHandler::TransformationRotate90) ? size.transposed() : size};
+    // Only a profile has a description. What Qt makes of a png's gamma is approximate, and most are meant as sRGB.
+    const QColorSpace space = image.colorSpace();
+    image = upright(reduced(std::move(image), comesReduced ? 1 : factor, file.cancelled()), how);
+    return {std::move(image), how.testFlag(QImageIOHandler::TransformationRotate90) ? size.transposed() : size,
+        space.description().isEmpty() ? QByteArray() : space.iccProfile()};
 }
 
-Decoded readBitmapFile(const PictureFile& file, int longerSide, Turn& turn)
+Decoded readBitmapFile(const PictureFile& file, int longerSide, const MayDecode& mayDecode)
 {
     const QSize size = bitmapSize(file);
-    turn.await(pixelCount(size));
+    if (!mayDecode(pixelCount(size)))
+        return {};
     return {readBitmap(file, reductionFor(size, longerSide)), size};
 }
 
-// To sRGB by the profile that the file carries.
-QImage inStandardColours(QImage image, const PictureFile& file, PictureFormat format)
+void convertToSrgb(QImage& image, const QByteArray& profile, const std::atomic<bool>& cancelled)
 {
-    const std::vector<unsigned char> profile = embeddedProfile(file, format);
-    if (profile.empty())
-        return image;
-    // The library gives grey pixels with alpha in the form of coloured ones, so the profile is asked first.
-    constexpr std::string_view GreySpace = "GRAY";
-    constexpr std::size_t SpacePosition = 16;
-    const bool grey = profile.size() > SpacePosition + GreySpace.size()
-        && std::equal(GreySpace.begin(), GreySpace.end(), profile.begin() + SpacePosition) && image.isGrayscale();
-    const ColourConversion conversion(profile, grey ? ColourKind::Grey : ColourKind::Rgb);
+    // Qt returns gray pixels with alpha as RGB, so what counts is the color space of the profile.
+    constexpr qsizetype SpacePosition = 16;
+    const bool isGray = profile.mid(SpacePosition, 4) == "GRAY" && image.isGrayscale();
+    const ColorConversion conversion(
+        {reinterpret_cast<const unsigned char*>(profile.data()), static_cast<std::size_t>(profile.size())},
+        isGray ? ColorKind::Gray : ColorKind::Rgb);
     if (conversion.empty())
-        return image;
+        return;
     image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
-    if (!image.isNull())
-        conversion.convert(reinterpret_cast<std::uint32_t*>(image.bits()), image.width(), image.height(),
-            image.bytesPerLine() / qsizetype{sizeof(std::uint32_t)}, file.cancelled());
-    return image;
+    conversion.convert(image, cancelled);
 }
 
-QImage onWhite(QImage image)
+QImage flattenOnWhite(QImage image)
 {
     if (image.hasAlphaChannel()) {
         image.convertTo(QImage::Format_ARGB32_Premultiplied);
@@ -229,44 +204,45 @@ QImage onWhite(QImage image)
     return image;
 }
 
-} // namespace
-
-Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes)
+// Empty where `mayDecode` says no.
+Picture readFormat(const PictureFile& file, PictureFormat format, int longerSide, const MayDecode& mayDecode)
 try {
-    const PictureFormat format = formatOf(file);
-    Turn turn(largeOnes, file.cancelled());
-    turn.await(file.length());
     if (format == PictureFormat::Jpeg)
-        return readJpeg(file, longerSide, turn);
+        return readJpeg(file, longerSide, mayDecode);
     if (format == PictureFormat::Metafile)
         return readMetafile(file, longerSide);
-    Decoded decoded = format == PictureFormat::Bitmap ? readBitmapFile(file, longerSide, turn)
-                                                      : readByLibrary(file, format, longerSide, turn);
-    return pictureOf(onWhite(inStandardColours(std::move(decoded.pixels), file, format)), decoded.naturalSize);
+    Decoded decoded = format == PictureFormat::Bitmap ? readBitmapFile(file, longerSide, mayDecode)
+                                                      : readByLibrary(file, format, longerSide, mayDecode);
+    if (decoded.naturalSize.isEmpty())
+        return {};
+    convertToSrgb(decoded.pixels, decoded.profile, file.cancelled());
+    return pictureOf(flattenOnWhite(std::move(decoded.pixels)), decoded.naturalSize);
 } catch (const std::bad_alloc&) {
     throw Failure(FailureKind::OutOfMemory);
 } catch (const std::exception&) {
     throw Failure(FailureKind::InvalidPicture);
 }
 
-bool isThumbnail(const PictureFile& file)
+} // namespace
+
+Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes)
+{
+    const PictureFormat format = formatOf(file);
+    Turn turn(largeOnes, file.cancelled());
+    turn.await(file.length());
+    return readFormat(file, format, longerSide, [&turn](std::int64_t pixels) { return turn.await(pixels); });
+}
+
+Picture readThumbnail(const PictureFile& file, int longerSide)
 {
     constexpr std::int64_t MostBytes = 1 << 16;
     constexpr std::int64_t MostPixels = 1 << 20;
-    bool isSmall = false;
-    attempt([&] {
-        if (file.length() > MostBytes)
-            return;
-        const PictureFormat format = formatOf(file);
-        if (format == PictureFormat::Bitmap) {
-            isSmall = pixelCount(bitmapSize(file)) <= MostPixels;
-        } else if (format == PictureFormat::Jpeg) {
-            const auto bytes = file.bytes(0, static_cast<std::size_t>(file.length()));
-            const JpegDecoder decoder(bytes, file.cancelled());
-            isSmall = std::int64_t{decoder.width()} * decoder.height() <= MostPixels;
-        }
-    });
-    return isSmall;
+    if (file.length() > MostBytes)
+        return {};
+    const PictureFormat format = formatOf(file);
+    if (format != PictureFormat::Bitmap && format != PictureFormat::Jpeg)
+        return {};
+    return readFormat(file, format, longerSide, [](std::int64_t pixels) { return pixels <= MostPixels; });
 }
 
 } // namespace trovarium

@@ -13,7 +13,7 @@ namespace trovarium {
 // any thread.
 Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes);
 
-// Whether a picture is decoded sooner than it is handed to another thread, by its headers: a thumbnail.
-bool isThumbnail(const PictureFile& file);
+// The same for a picture that is decoded sooner than it is handed to another thread: a thumbnail. Empty for any other.
+Picture readThumbnail(const PictureFile& file, int longerSide);
 
 } // namespace trovarium

@@ -1,21 +1,28 @@
 #include "platform/pictures/PictureService.h"
 
 #include "platform/files/FileService.h"
-#include "platform/pictures/Artwork.h"
-#include "platform/pictures/BitmapBytes.h"
 #include "platform/pictures/DecodeAhead.h"
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureFile.h"
 #include "runtime/Failure.h"
 
+#include <QBuffer>
+#include <QFile>
 #include <QImageReader>
+#include <QPainter>
+#include <QSvgRenderer>
 
 #include <algorithm>
 #include <atomic>
-#include <functional>
-#include <map>
 #include <new>
 #include <utility>
+
+// A static library's resources are left out by the linker unless somebody asks for them; the macro needs
+// the global namespace.
+static void includeArtwork()
+{
+    Q_INIT_RESOURCE(artwork);
+}
 
 namespace trovarium {
 
@@ -25,33 +32,29 @@ namespace {
 constexpr std::size_t MostInFull = 2;
 constexpr std::size_t MostReduced = 8;
 
+// A whole uncompressed 24-bit bitmap file, alpha on white.
+std::string bitmapBytes(const QImage& image)
+{
+    constexpr int PixelsPerMetre = 3780; // 96 to the inch
+
+    QImage opaque(image.size(), QImage::Format_RGB888); // of 24 bits a pixel in the file
+    opaque.fill(Qt::white);
+    QPainter(&opaque).drawImage(0, 0, image);
+    opaque.setDotsPerMeterX(PixelsPerMetre);
+    opaque.setDotsPerMeterY(PixelsPerMetre);
+    QBuffer file;
+    file.open(QIODevice::WriteOnly);
+    if (!opaque.save(&file, "BMP"))
+        throw std::bad_alloc(); // no room for the pixels: nothing else stops a write into memory
+    return file.data().toStdString();
+}
+
 } // namespace
 
-struct PictureService::State {
-    State(FileService& fileService, Patience thePatience)
-        : files(fileService)
-        , patience(std::move(thePatience))
-    {
-    }
-
-    Picture load(std::string_view path, int longerSide)
-    {
-        files.checkFault(FileOperation::Picture, path);
-        if (path.empty())
-            throw Failure(FailureKind::FileNotFound);
-        const std::string native = files.nativeForReading(path);
-        return ahead.take({native, longerSide}, PictureFile(native, neverCancelled), patience);
-    }
-
-    FileService& files;
-    const Patience patience;
-    DecodeAhead ahead;
-    std::map<std::string, Picture, std::less<>> drawings;
-    const std::atomic<bool> neverCancelled{false};
-};
-
 PictureService::PictureService(FileService& files, Patience patience)
-    : m_state(std::make_unique<State>(files, std::move(patience)))
+    : m_files(files)
+    , m_patience(std::move(patience))
+    , m_ahead(std::make_unique<DecodeAhead>())
 {
     // Photographs go beyond the library's 128 MB; what is too large is refused by its header instead.
     QImageReader::setAllocationLimit(0);
@@ -61,12 +64,22 @@ PictureService::~PictureService() = default;
 
 Picture PictureService::load(std::string_view path)
 {
-    return m_state->load(path, 0);
+    return loadFor(path, 0);
 }
 
 Picture PictureService::loadReduced(std::string_view path, int longerSide)
 {
-    return m_state->load(path, std::max(1, longerSide));
+    return loadFor(path, std::max(1, longerSide));
+}
+
+Picture PictureService::loadFor(std::string_view path, int longerSide)
+{
+    static const std::atomic<bool> never{false};
+    m_files.checkFault(FileOperation::Picture, path);
+    if (path.empty())
+        throw Failure(FailureKind::FileNotFound);
+    const std::string native = m_files.nativeForReading(path);
+    return m_ahead->take({native, longerSide}, PictureFile(native, never), m_patience);
 }
 
 void PictureService::expect(std::vector<std::string> paths, int longerSide)
@@ -74,14 +87,14 @@ void PictureService::expect(std::vector<std::string> paths, int longerSide)
     paths.resize(std::min(paths.size(), longerSide > 0 ? MostReduced : MostInFull));
     std::vector<DecodeRequest> requests;
     for (const std::string& path : paths)
-        attempt([&] { requests.push_back({m_state->files.nativeForReading(path), longerSide}); });
-    m_state->ahead.expect(requests);
+        attempt([&] { requests.push_back({m_files.nativeForReading(path), longerSide}); });
+    m_ahead->expect(requests);
 }
 
 bool PictureService::isDecoded(std::string_view path, int longerSide, int milliseconds)
 {
     bool isDone = true;
-    attempt([&] { isDone = m_state->ahead.isDone({m_state->files.nativeForReading(path), longerSide}, milliseconds); });
+    attempt([&] { isDone = m_ahead->isDone({m_files.nativeForReading(path), longerSide}, milliseconds); });
     return isDone;
 }
 
@@ -89,16 +102,30 @@ void PictureService::saveBitmap(const Picture& picture, std::string_view path)
 try {
     if (picture.empty())
         throw Failure(FailureKind::InvalidPicture);
-    m_state->files.writeFileAtomically(path, bitmapBytes(renderedImage(picture)));
+    m_files.writeFileAtomically(path, bitmapBytes(renderedImage(picture)));
 } catch (const std::bad_alloc&) {
     throw Failure(FailureKind::OutOfMemory);
 }
 
 Picture PictureService::artwork(std::string_view name)
 {
-    if (const auto known = m_state->drawings.find(name); known != m_state->drawings.end())
-        return known->second;
-    return m_state->drawings.emplace(name, loadArtwork(name)).first->second;
+    const auto known = m_drawings.find(name);
+    return known != m_drawings.end() ? known->second : m_drawings.emplace(name, loadArtwork(name)).first->second;
+}
+
+Picture loadArtwork(std::string_view name)
+{
+    includeArtwork();
+    QFile file(QStringLiteral(":/assets/") + QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()))
+        + QStringLiteral(".svg"));
+    if (!file.open(QIODevice::ReadOnly))
+        throw Failure(FailureKind::FileNotFound);
+    auto data = std::make_shared<PictureData>();
+    data->drawing = std::make_shared<QSvgRenderer>(file.readAll());
+    if (!data->drawing->isValid())
+        throw Failure(FailureKind::InvalidPicture);
+    data->naturalSize = data->drawing->defaultSize();
+    return Picture(std::move(data));
 }
 
 } // namespace trovarium

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -11,9 +12,10 @@
 
 namespace trovarium {
 
+class DecodeAhead;
 class FileService;
 
-// What somebody does who waits for a picture, and for how long already; whether to wait on.
+// Called while somebody waits for a picture, with the time waited so far. Returns whether to wait on.
 using Patience = std::function<bool(std::chrono::milliseconds waited)>;
 
 // Reads bmp, jpg, gif, png, webp, tiff and wmf by content, upright by their orientation, on other cores and ahead.
@@ -27,9 +29,9 @@ public:
     PictureService(const PictureService&) = delete;
     PictureService& operator=(const PictureService&) = delete;
 
-    // Decodes in full; of a picture that is too large for any view but the one that fits it to the screen, no more
-    // pixels than that needs. "File not found" for an empty or absent path, "Invalid picture" for a file that isn't
-    // one, "Device I/O error" where the patience has come to its end.
+    // Decodes in full. A picture that is so large that it is only shown fitted to the screen gets as many pixels as
+    // that needs. "File not found" for an empty or absent path, "Invalid picture" for a file that isn't one, "Device
+    // I/O error" when the patience ended.
     Picture load(std::string_view path);
 
     // As `load`, but the caller never paints it larger than `longerSide` pixels, so that a JPEG may be
@@ -40,7 +42,7 @@ public:
     // `longerSide` 0 means in full. Checked against size and time of the file when asked.
     void expect(std::vector<std::string> paths, int longerSide = 0);
 
-    // Whether nobody works ahead on it any more; waits for that up to so long.
+    // Whether it isn't being decoded ahead any more; waits for that up to so long.
     bool isDecoded(std::string_view path, int longerSide, int milliseconds);
 
     // An uncompressed 24-bit bitmap, whatever the name says.
@@ -50,8 +52,12 @@ public:
     Picture artwork(std::string_view name);
 
 private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    Picture loadFor(std::string_view path, int longerSide);
+
+    FileService& m_files;
+    const Patience m_patience;
+    std::unique_ptr<DecodeAhead> m_ahead;
+    std::map<std::string, Picture, std::less<>> m_drawings;
 };
 
 } // namespace trovarium

@@ -9,7 +9,7 @@ namespace trovarium {
 
 namespace {
 
-// The frame shows no picture that is larger at a twentieth than itself, so none with more pixels...
+// The viewing frame shows no picture that is larger than itself at a twentieth of the size, so none with more pixels...
 constexpr std::int64_t MostInFrame = 103'000'000;
 // ...and a screen has fewer than these.
 constexpr std::int64_t MostOnScreen = 32'000'000;
@@ -114,6 +114,16 @@ QImage reduced(QImage image, int factor, const std::atomic<bool>& cancelled)
         target.add(image.copy(0, top, image.width(), std::min(count, image.height() - top)));
     }
     return target.take();
+}
+
+QImage upright(QImage image, QImageIOHandler::Transformations orientation)
+{
+    if (orientation == QImageIOHandler::TransformationNone)
+        return image;
+    image = std::move(image).mirrored(orientation.testFlag(QImageIOHandler::TransformationMirror),
+        orientation.testFlag(QImageIOHandler::TransformationFlip));
+    return orientation.testFlag(QImageIOHandler::TransformationRotate90) ? image.transformed(QTransform().rotate(90))
+                                                                         : image;
 }
 
 } // namespace trovarium

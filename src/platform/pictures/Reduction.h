@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QImageIOHandler>
 #include <QSize>
 
 #include <array>
@@ -11,19 +12,19 @@
 
 namespace trovarium {
 
-// Of so many pixels along a side for each that is asked for, those that are painted are averages. What the reduced
-// transform of a JPEG does differently at sharp edges doesn't show then.
+// So many pixels along a side are decoded for each that is asked for. Painting averages them, which hides the artifacts
+// that a JPEG's scaled decoding leaves at sharp edges.
 constexpr int Reserve = 4;
 
 std::int64_t pixelCount(QSize size);
 
-// By what whole number the sides of a picture are divided while it is decoded. For `longerSide` above 0 at least
+// The factor by which the sides of a picture are divided while it is decoded. For `longerSide` above 0 at least
 // `Reserve` times as many pixels are left. In full (0) it is 1, except for a picture that is too large for any view but
 // the one that fits it to the screen.
 int reductionFor(QSize size, int longerSide);
 
-// A picture of which each pixel is the average of `factor` by `factor`. Its lines come one after the other from the
-// top, so that they need not stand in the memory in 32 bits a pixel.
+// Scales a picture down: each pixel is the average of `factor` by `factor` pixels. Lines are added from the top, so
+// that the whole picture needn't be in memory at 32 bits a pixel.
 class ReducedImage {
 public:
     ReducedImage(QSize size, int factor, bool hasAlpha); // "Out of memory"
@@ -50,5 +51,8 @@ int linesAtOnce(int width);
 
 // The image as a `ReducedImage` gives it, also for the factor 1. "Invalid picture" when `cancelled` was set meanwhile.
 QImage reduced(QImage image, int factor, const std::atomic<bool>& cancelled);
+
+// The image turned and mirrored so that it stands upright.
+QImage upright(QImage image, QImageIOHandler::Transformations orientation);
 
 } // namespace trovarium

@@ -1,6 +1,5 @@
 #include "platform/toolkit/Style.h"
 
-#include "platform/pictures/Artwork.h"
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PicturePainter.h"
 #include "platform/toolkit/Colors.h"

@@ -1,4 +1,3 @@
-#include "platform/media/FilgraphManager.h"
 #include "platform/media/FilmSurface.h"
 #include "platform/media/MediaService.h"
 #include "platform/media/MpvLibrary.h"

@@ -1,4 +1,3 @@
-#include "platform/media/MusicCommand.h"
 #include "platform/media/SoundDevice.h"
 #include "platform/media/SoundPlayer.h"
 #include "platform/media/TestSounds.h"
@@ -73,22 +72,26 @@ TEST_F(Sound, MixesOneClipWithOnePiece)
     player.sndPlaySound("0");
     player.mciSendString("close x");
     player.mciSendString("open \"" + folder.inside("A\" b.mid") + "\" type sequencer alias x");
-    using Tones = std::vector<double>; // that then sound, and that don't
-    const std::tuple<std::string, Tones, Tones> rows[] = {
-        {folder.inside("low.wav"), {1000}, {3000, Bass}},
-        {"play x", {1000, Bass}, {}},
-        {folder.inside("long.wav"), {2000, Bass}, {1000}},
-        {folder.inside("high.wav"), {3000, Bass}, {2000}},
-        {folder.inside("pipe"), {Bass}, {3000}},
-        {folder.inside("high.wav"), {3000, Bass}, {}},
-        {"close x", {3000}, {Bass}},
-        {"close x", {3000}, {}},
-        {"0", {}, {3000}},
+    struct Case {
+        std::string order;
+        std::vector<double> sounding;
+        std::vector<double> silent;
     };
-    for (const auto& [order, on, off] : rows) {
+    const Case cases[] = {
+        {.order = folder.inside("low.wav"), .sounding = {1000}, .silent = {3000, Bass}},
+        {.order = "play x", .sounding = {1000, Bass}, .silent = {}},
+        {.order = folder.inside("long.wav"), .sounding = {2000, Bass}, .silent = {1000}},
+        {.order = folder.inside("high.wav"), .sounding = {3000, Bass}, .silent = {2000}},
+        {.order = folder.inside("pipe"), .sounding = {Bass}, .silent = {3000}},
+        {.order = folder.inside("high.wav"), .sounding = {3000, Bass}, .silent = {}},
+        {.order = "close x", .sounding = {3000}, .silent = {Bass}},
+        {.order = "close x", .sounding = {3000}, .silent = {}},
+        {.order = "0", .sounding = {}, .silent = {3000}},
+    };
+    for (const auto& [order, sounding, silent] : cases) {
         order.ends_with(" x") ? player.mciSendString(order) : player.sndPlaySound(order);
         const auto loud = [this](double hertz) { return isLoud(hertz); };
-        const auto holds = [&] { return std::ranges::all_of(on, loud) && std::ranges::none_of(off, loud); };
+        const auto holds = [&] { return std::ranges::all_of(sounding, loud) && std::ranges::none_of(silent, loud); };
         EXPECT_TRUE(testDesktop().waitUntil(holds, 5000)) << order;
     }
     inotify_event opened;

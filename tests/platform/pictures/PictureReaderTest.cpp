@@ -37,40 +37,41 @@ double megabytesFor(const std::function<void()>& act)
 
 } // namespace
 
-TEST_F(PictureReader, APhotographStandsUprightByItsOrientationAndEveryKindOfJpegKeepsItsColours)
+TEST_F(PictureReader, APhotographStandsUprightByItsOrientation)
 {
     constexpr std::array Degrees = {0, 0, 0, 180, 180, 270, 90, 90, 270, 0};
-    // Neither side is a multiple of the rows that are turned at once.
     const std::string stored = jpegBytes(testScene(150, 74));
     const QImage upright = loaded(stored);
-    for (const bool bigEndian : {false, true})
-        for (char orientation = 0; orientation <= 9; ++orientation) {
-            const bool mirrored = orientation == 2 || orientation == 4 || orientation == 5 || orientation == 7;
-            const QTransform turn = QTransform().rotate(Degrees.at(static_cast<std::size_t>(orientation)));
-            const QImage expected = upright.mirrored(mirrored, false).transformed(turn);
-            EXPECT_EQ(loaded(withOrientation(stored, orientation, bigEndian)), expected) << int{orientation};
-            EXPECT_LT(meanDifference(renderedImage(pictures.loadReduced(inside("picture"), 15)), expected), 20);
-        }
+    for (char orientation = 0; orientation <= 9; ++orientation) {
+        const bool mirrored = orientation == 2 || orientation == 4 || orientation == 5 || orientation == 7;
+        const QTransform turn = QTransform().rotate(Degrees.at(static_cast<std::size_t>(orientation)));
+        const QImage expected = upright.mirrored(mirrored, false).transformed(turn);
+        EXPECT_EQ(loaded(withOrientation(stored, orientation)), expected) << int{orientation};
+        EXPECT_LT(meanDifference(renderedImage(pictures.loadReduced(inside("picture"), 15)), expected), 20);
+    }
+}
 
+TEST_F(PictureReader, EveryKindOfJpegKeepsItsColors)
+{
     const QImage scene = testScene(40, 30).scaled(160, 120, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    const QImage grey = scene.convertToFormat(QImage::Format_Grayscale8);
+    const QImage gray = scene.convertToFormat(QImage::Format_Grayscale8);
     for (const bool progressive : {false, true})
         EXPECT_LT(meanDifference(loaded(jpegBytes(scene, progressive)), scene), 3);
-    EXPECT_LT(meanDifference(loaded(jpegBytes(grey)), grey.convertToFormat(QImage::Format_RGB32)), 3);
+    EXPECT_LT(meanDifference(loaded(jpegBytes(gray)), gray.convertToFormat(QImage::Format_RGB32)), 3);
     const std::string adobe = "\xFF\xEE\0\x0E"s + "Adobe\0\x64\0\0\0\0"s;
     const std::pair<std::string, QRgb> inks[] = {
         {"", qRgb(1, 14, 7)}, {adobe + '\0', qRgb(226, 15, 120)}, {adobe + '\2', qRgb(14, 0, 200)}};
-    for (const auto& [marker, colour] : inks)
-        EXPECT_EQ(loaded(inkJpeg(marker)).pixel(7, 7), colour);
+    for (const auto& [marker, color] : inks)
+        EXPECT_EQ(loaded(inkJpeg(marker)).pixel(7, 7), color);
 }
 
-// The expected colours are those that transicc tells of the same profiles.
-TEST_F(PictureReader, ColoursAreThoseOfTheProfileAndADamagedOneCountsAsNone)
+// The expected colors are those that transicc tells of the same profiles.
+TEST_F(PictureReader, ColorsAreThoseOfTheProfileAndADamagedOneCountsAsNone)
 {
     QImage flat(16, 16, QImage::Format_RGB32);
     flat.fill(qRgb(200, 120, 40));
-    QImage grey(16, 16, QImage::Format_Grayscale8);
-    grey.fill(132);
+    QImage gray(16, 16, QImage::Format_Grayscale8);
+    gray.fill(132);
     const auto expectNear = [](QRgb pixel, const QColor& expected) {
         EXPECT_NEAR(qRed(pixel), expected.red(), 2);
         EXPECT_NEAR(qGreen(pixel), expected.green(), 2);
@@ -78,18 +79,13 @@ TEST_F(PictureReader, ColoursAreThoseOfTheProfileAndADamagedOneCountsAsNone)
     };
     for (const char* format : {"jpg", "png", "webp", "tiff"}) {
         SCOPED_TRACE(format);
-        const std::string wide = written(flat, format, QColorSpace::DisplayP3);
-        expectNear(loaded(wide).pixel(7, 7), QColor(213, 115, 0));
-        expectNear(loaded(written(flat, format, QColorSpace::AdobeRgb)).pixel(7, 7), QColor(224, 121, 25));
+        expectNear(loaded(written(flat, format, QColorSpace::DisplayP3)).pixel(7, 7), QColor(213, 115, 0));
         expectNear(loaded(written(flat, format, QColorSpace::SRgb)).pixel(7, 7), QColor(200, 120, 40));
-        const std::size_t signature = wide.find("acsp");
-        if (signature != std::string::npos)
-            expectNear(loaded(std::string(wide).replace(signature, 4, "void")).pixel(7, 7), QColor(200, 120, 40));
-        else
-            EXPECT_STREQ(format, "png") << "which packs it";
     }
-    expectNear(loaded(withProfile(jpegBytes(grey), greyProfile())).pixel(7, 7), QColor(150, 150, 150));
-    expectNear(loaded(withProfile(jpegBytes(flat), greyProfile())).pixel(7, 7), QColor(200, 120, 40));
+    std::string damaged = written(flat, "jpg", QColorSpace::DisplayP3);
+    expectNear(loaded(damaged.replace(damaged.find("acsp"), 4, "void")).pixel(7, 7), QColor(200, 120, 40));
+    expectNear(loaded(withProfile(jpegBytes(gray), grayProfile())).pixel(7, 7), QColor(150, 150, 150));
+    expectNear(loaded(withProfile(jpegBytes(flat), grayProfile())).pixel(7, 7), QColor(200, 120, 40));
     const std::string inks = inkJpeg("\xFF\xEE\0\x0E"s + "Adobe\0\x64\0\0\0\0\0"s);
     expectNear(loaded(withProfile(inks, inkProfile())).pixel(7, 7), QColor(255, 131, 119));
     QImage clear(16, 16, QImage::Format_ARGB32);
@@ -114,25 +110,29 @@ TEST_F(PictureReader, ATornJpegShowsWhatThereIsAndOneWithoutImageDataIsNone)
 
 TEST_F(PictureReader, EveryKindOfBitmapIsReadWhenItIsWholeAndAGifShowsItsFirstImage)
 {
-    const std::string colours = "\0\0\xFF\0\0\xFF\0\0\xFF\0\0\0\xFF\xFF\xFF\0"s;
-    const std::string oldColours = "\0\0\xFF\0\xFF\0\xFF\0\0\xFF\xFF\xFF"s;
+    const std::string colors = "\0\0\xFF\0\0\xFF\0\0\xFF\0\0\0\xFF\xFF\xFF\0"s;
+    const std::string oldColors = "\0\0\xFF\0\xFF\0\xFF\0\0\xFF\xFF\xFF"s;
     const std::string masks565 = little(0xf800, 4) + little(0x07e0, 4) + little(0x001f, 4);
     const std::string alpha = little(0xff0000, 4) + little(0xff00, 4) + little(0xff, 4) + little(0xff000000, 4);
     const std::string empty = "\xFF\0\0\0\xFF\xFF\xFF\0\0\0\xFF\0\0\xFF\0\0"s;
     // Runs, pixels one by one, and a step over what is there by default.
     const std::string runs8 = "\2\2\2\3\0\0\0\3\2\2\3\0\1\3\0\0\0\2\2\0\2\1\0\0\2\0\2\1\0\1"s;
     const std::string runs4 = "\2\x22\2\x33\0\0\0\3\x22\x30\1\x33\0\0\0\2\2\0\2\x11\0\0\2\0\2\x11\0\1"s;
-    const std::pair<int, std::string> rows[] = {
-        {2, bitmapFile(2, -2, 24, "\0\0\xFF\0\xFF\0\0\0\xFF\0\0\xFF\xFF\xFF\0\0"s)},
-        {2, bitmapFile(2, 2, 8, "\2\3\0\0\0\1\0\0"s, oldColours, 0, 12)},
-        {4, bitmapFile(4, 4, 8, runs8, colours, 1)},
-        {4, bitmapFile(4, 4, 4, runs4, colours, 2)},
-        {2, bitmapFile(2, 2, 16, "\x1F\0\xFF\x7F\0\x7C\xE0\3"s)},
-        {2, bitmapFile(2, 2, 16, "\x1F\0\xFF\xFF\0\xF8\xE0\7"s, masks565, 3)},
-        {2, bitmapFile(2, 2, 32, empty)},
-        {2, bitmapFile(2, 2, 32, empty, alpha, 3, 124)},
+    struct Case {
+        int side;
+        std::string file;
     };
-    for (const auto& [side, file] : rows) {
+    const Case cases[] = {
+        {.side = 2, .file = bitmapFile(2, -2, 24, "\0\0\xFF\0\xFF\0\0\0\xFF\0\0\xFF\xFF\xFF\0\0"s)},
+        {.side = 2, .file = bitmapFile(2, 2, 8, "\2\3\0\0\0\1\0\0"s, oldColors, 0, 12)},
+        {.side = 4, .file = bitmapFile(4, 4, 8, runs8, colors, 1)},
+        {.side = 4, .file = bitmapFile(4, 4, 4, runs4, colors, 2)},
+        {.side = 2, .file = bitmapFile(2, 2, 16, "\x1F\0\xFF\x7F\0\x7C\xE0\3"s)},
+        {.side = 2, .file = bitmapFile(2, 2, 16, "\x1F\0\xFF\xFF\0\xF8\xE0\7"s, masks565, 3)},
+        {.side = 2, .file = bitmapFile(2, 2, 32, empty)},
+        {.side = 2, .file = bitmapFile(2, 2, 32, empty, alpha, 3, 124)},
+    };
+    for (const auto& [side, file] : cases) {
         SCOPED_TRACE(testing::PrintToString(file));
         EXPECT_EQ(loaded(file), quarters(side, side));
         EXPECT_EQ(loadFailure(file.substr(0, file.size() - 1)), side == 4 ? "" : "Invalid picture") << "runs may end";
@@ -159,6 +159,9 @@ TEST_F(PictureReader, NoOtherFormatIsTriedAndAFileThatPromisesTooMuchIsRefused)
     std::string jpeg = jpegBytes(quarters(64, 64));
     const std::size_t frame = jpeg.find("\xFF\xC0");
     const auto jpegOf = [&](const std::string& size) { return jpeg.replace(frame + 5, 4, size); };
+    const QByteArray progressive = QByteArray::fromStdString(jpegBytes(quarters(64, 64), true));
+    const QByteArray lastScan = progressive.sliced(progressive.lastIndexOf("\xFF\xDA")).chopped(2);
+    const std::string manyScans = (progressive.chopped(2) + lastScan.repeated(200)).toStdString();
     WmfWords zigzag = {4000};
     for (int i = 0; i < 4000; ++i)
         zigzag.insert(zigzag.end(), {i / 4, i % 2 * 800});
@@ -166,7 +169,7 @@ TEST_F(PictureReader, NoOtherFormatIsTriedAndAFileThatPromisesTooMuchIsRefused)
     const std::array bombs = {bitmapFile(100000, 100000, 24, lines), bitmapFile(20000, 20000, 8, lines, {}, 1), tiff,
         bitmapFile(0, 10, 24, lines), bitmapFile(-4, 4, 24, lines), gifBytes(20000, 20000),
         gifBytes(12000, 12000) + std::string(100'000, '\0'), gifBytes(4, 4, 65000, 65000), jpegOf("\x4E\x20\x4E\x20"),
-        jpegOf(std::string(4, '\0')), wmfFile(wmfScene(), {0, 0, 30000, 30000, 96}),
+        jpegOf(std::string(4, '\0')), manyScans, wmfFile(wmfScene(), {0, 0, 30000, 30000, 96}),
         wmfFile(wmfScene(), {0, 0, 100, 100, 0}), wmfFile(std::string(6, '\0') + wmfScene()),
         wmfFile(wmfScene()).substr(0, 200), wmfFile(wmfScene() + wmfRecord(0x0325, {-1, 0, 0})),
         wmfFile(wmfScene() + wmfRecord(0x0324, zigzag)), wmfFile(wmfScene() + manyRecords)};
@@ -180,11 +183,11 @@ TEST_F(PictureReader, NoOtherFormatIsTriedAndAFileThatPromisesTooMuchIsRefused)
 TEST_F(PictureReader, EachPixelOfAReducedPictureIsAnAverage)
 {
     const QImage scene = testScene(152, 76);
-    const QImage grey = scene.convertToFormat(QImage::Format_Grayscale8);
+    const QImage gray = scene.convertToFormat(QImage::Format_Grayscale8);
     std::string lines;
     for (int i = 0; i < 152 * 76; ++i)
         lines += little(scene.pixel(i % 152, 75 - i / 152), 3);
-    const std::pair<std::string, QImage> rows[] = {{written(scene, "png"), scene}, {written(grey, "png"), grey},
+    const std::pair<std::string, QImage> rows[] = {{written(scene, "png"), scene}, {written(gray, "png"), gray},
         {written(scene, "tiff"), scene}, {bitmapFile(152, 76, 24, lines), scene}};
     const auto reduced = [&](const std::string& file) {
         return pictures.loadReduced(put("picture", file), 18).data()->pixels;
@@ -231,13 +234,17 @@ TEST_F(PictureReader, AMetafileIsPaintedInItsOwnSize)
     const std::string inches = wmfRecord(0x0103, {5}) + wmfRecord(0x020C, {1000, 1500}) + wmfRecord(0x0103, {8});
     const std::string thereAndBack = wmfRecord(0x020D, {7, 9}) + wmfRecord(0x0211, {-7, -9})
         + wmfRecord(0x0412, {2, 1, 3, 1}) + wmfRecord(0x0412, {1, 2, 1, 3});
-    const std::array<std::pair<std::string, QSize>, 4> rows = {{
-        {wmfFile(scene, {-100, 50, 1100, 850, 960}), {120, 80}},
-        {wmfFile(wmfRecord(0x020C, {4000, 6000}) + scene), {1024, 683}},
-        {wmfFile(wmfRecord(0x020E, {20, 30}) + thereAndBack + scene).replace(0, 1, "\2"), {30, 20}},
-        {wmfFile(inches + scene), {144, 96}},
-    }};
-    for (const auto& [file, size] : rows) {
+    struct Case {
+        std::string file;
+        QSize size;
+    };
+    const Case cases[] = {
+        {.file = wmfFile(scene, {-100, 50, 1100, 850, 960}), .size = {120, 80}},
+        {.file = wmfFile(wmfRecord(0x020C, {4000, 6000}) + scene), .size = {1024, 683}},
+        {.file = wmfFile(wmfRecord(0x020E, {20, 30}) + thereAndBack + scene).replace(0, 1, "\2"), .size = {30, 20}},
+        {.file = wmfFile(inches + scene), .size = {144, 96}},
+    };
+    for (const auto& [file, size] : cases) {
         const QImage image = loaded(file);
         ASSERT_EQ(image.size(), size);
         const auto at = [&](int x, int y) { return image.pixelColor(x * size.width() / 120, y * size.height() / 80); };

@@ -48,11 +48,11 @@ inline std::string jpegBytes(const QImage& image, bool progressive = false)
     return written(image, "jpg", {}, progressive);
 }
 
-// Coloured quarters: red and green above blue and white.
+// Colored quarters: red and green above blue and white.
 inline QImage quarters(int width, int height)
 {
-    static constexpr QRgb Colours[] = {0xffff0000, 0xff00ff00, 0xff0000ff, 0xffffffff};
-    return QImage(reinterpret_cast<const uchar*>(Colours), 2, 2, QImage::Format_RGB32).scaled(width, height);
+    static constexpr QRgb Colors[] = {0xffff0000, 0xff00ff00, 0xff0000ff, 0xffffffff};
+    return QImage(reinterpret_cast<const uchar*>(Colors), 2, 2, QImage::Format_RGB32).scaled(width, height);
 }
 
 // A still life of gradients, edges and fine texture, the same at every call.
@@ -93,11 +93,10 @@ inline std::string little(std::int64_t value, int length)
 }
 
 // The same file with an orientation behind another tag in its EXIF data.
-inline std::string withOrientation(const std::string& jpeg, char orientation, bool bigEndian)
+inline std::string withOrientation(const std::string& jpeg, char orientation)
 {
-    const std::string exif = bigEndian
-        ? "MM\0\x2A\0\0\0\x08\0\2\1\0\0\4\0\0\0\1\0\0\0\7\1\x12\0\3\0\0\0\1\0"s + orientation + std::string(6, '\0')
-        : "II\x2A\0\x08\0\0\0\2\0\0\1\4\0\1\0\0\0\7\0\0\0\x12\1\3\0\1\0\0\0"s + orientation + std::string(7, '\0');
+    const std::string exif =
+        "MM\0\x2A\0\0\0\x08\0\2\1\0\0\4\0\0\0\1\0\0\0\7\1\x12\0\3\0\0\0\1\0"s + orientation + std::string(6, '\0');
     return jpeg.substr(0, 2) + "\xFF\xE1\0\x2E"s + "Exif\0\0"s + exif + jpeg.substr(2);
 }
 
@@ -185,7 +184,7 @@ inline std::string profileOf(
 }
 
 // Lights to the power of 1.8.
-inline std::string greyProfile()
+inline std::string grayProfile()
 {
     return profileOf(
         "GRAY", "XYZ ", "kTRC", "curv" + std::string(4, '\0') + big(1, 4) + big(0x01CD, 2) + std::string(2, '\0'));
@@ -210,10 +209,14 @@ inline std::string inkProfile()
     return profileOf("CMYK", "Lab ", "A2B0", data + line + line + line);
 }
 
+// In two segments, the second one first.
 inline std::string withProfile(const std::string& jpeg, const std::string& profile)
 {
-    return jpeg.substr(0, 2) + "\xFF\xE2" + big(static_cast<std::uint32_t>(profile.size() + 16), 2)
-        + "ICC_PROFILE\0\1\1"s + profile + jpeg.substr(2);
+    const auto segment = [](const std::string& number, const std::string& part) {
+        return "\xFF\xE2" + big(static_cast<std::uint32_t>(part.size() + 16), 2) + "ICC_PROFILE\0"s + number + part;
+    };
+    return jpeg.substr(0, 2) + segment("\2\2", profile.substr(99)) + segment("\1\2", profile.substr(0, 99))
+        + jpeg.substr(2);
 }
 
 } // namespace trovarium

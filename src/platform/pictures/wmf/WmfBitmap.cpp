@@ -1,6 +1,5 @@
 #include "platform/pictures/wmf/WmfBitmap.h"
 
-#include "platform/pictures/BitmapReader.h"
 #include "platform/pictures/PictureHeader.h"
 #include "runtime/Failure.h"
 
@@ -18,40 +17,17 @@ constexpr std::size_t LongestHeader = 124;
 constexpr std::size_t FileHeaderLength = 14;
 constexpr std::uint32_t Masks = 3; // the highest kind of compression that is read
 
-class MemoryBytes : public PictureBytes {
-public:
-    MemoryBytes(std::vector<unsigned char> bytes, const std::atomic<bool>& cancelled)
-        : m_bytes(std::move(bytes))
-        , m_cancelled(cancelled)
-    {
-    }
-
-    std::int64_t length() const override { return static_cast<std::int64_t>(m_bytes.size()); }
-    const std::atomic<bool>& cancelled() const override { return m_cancelled; }
-    std::vector<unsigned char> bytes(std::int64_t offset, std::size_t length) const override
-    {
-        if (offset < 0 || offset >= this->length())
-            return {};
-        const auto start = m_bytes.begin() + offset;
-        return {start, start + std::min(this->length() - offset, static_cast<std::int64_t>(length))};
-    }
-
-private:
-    std::vector<unsigned char> m_bytes;
-    const std::atomic<bool>& m_cancelled;
-};
-
 // How far the lines stand behind the start of the bitmap's own header.
 std::size_t linesOffset(WmfBytes bytes)
 {
     const std::size_t header = littleEndian(bytes, 0, 4);
     const bool old = header == OldHeaderLength;
     const std::size_t bits = littleEndian(bytes, old ? 10 : 14, 2);
-    std::size_t colours = old ? 0 : littleEndian(bytes, 32, 4);
-    if (colours == 0 && bits <= 8)
-        colours = std::size_t{1} << bits;
+    std::size_t colors = old ? 0 : littleEndian(bytes, 32, 4);
+    if (colors == 0 && bits <= 8)
+        colors = std::size_t{1} << bits;
     const bool masksBehind = header == NewHeaderLength && littleEndian(bytes, 16, 4) == Masks;
-    return header + (masksBehind ? 12 : 0) + colours * (old ? 3 : 4);
+    return header + (masksBehind ? 12 : 0) + colors * (old ? 3 : 4);
 }
 
 } // namespace
@@ -84,7 +60,7 @@ double WmfBitmap::pixelCount() const
     return m_width * m_height;
 }
 
-QImage WmfBitmap::image(const std::atomic<bool>& cancelled) const
+QImage WmfBitmap::image(ReadBitmap read, const std::atomic<bool>& cancelled) const
 {
     constexpr double MostPixels = 64'000'000;
     if (pixelCount() > MostPixels)
@@ -96,7 +72,7 @@ QImage WmfBitmap::image(const std::atomic<bool>& cancelled) const
     for (std::size_t i = 0; i < 4; ++i)
         file[10 + i] = static_cast<unsigned char>(offset >> (8 * i) & 0xffU);
     std::copy(m_bytes.begin(), m_bytes.end(), file.begin() + FileHeaderLength);
-    return readBitmap(MemoryBytes(std::move(file), cancelled), 1).convertToFormat(QImage::Format_RGB32);
+    return read(std::move(file), cancelled).convertToFormat(QImage::Format_RGB32);
 }
 
 } // namespace trovarium

@@ -8,7 +8,10 @@
 
 namespace trovarium {
 
-// A bitmap inside a record: a header, colours and lines, as in a file of its own but for the first header.
+// Reads a bitmap file in full.
+using ReadBitmap = QImage (*)(std::vector<unsigned char> file, const std::atomic<bool>& cancelled);
+
+// A bitmap inside a record: a header, colors and lines, as in a file of its own but for the first header.
 class WmfBitmap {
 public:
     explicit WmfBitmap(WmfBytes bytes); // "Invalid picture" without a header
@@ -20,7 +23,7 @@ public:
 
     // RGB32. "Invalid picture" for a damaged bitmap, for one of more than 64 megapixels, and
     // when `cancelled` was set meanwhile.
-    QImage image(const std::atomic<bool>& cancelled) const;
+    QImage image(ReadBitmap read, const std::atomic<bool>& cancelled) const;
 
 private:
     WmfBytes m_bytes;

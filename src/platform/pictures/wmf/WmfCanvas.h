@@ -10,7 +10,7 @@ namespace trovarium {
 
 // What a path is painted with. The pen's width is in pixels of the canvas.
 struct WmfInk {
-    // How a colour meets the one below it. Bit by bit the result where, from the lowest: neither is set,
+    // How a color meets the one below it. Bit by bit the result where, from the lowest: neither is set,
     // only the one below, only the new one, both.
     static constexpr unsigned Copy = 12;
 

@@ -12,11 +12,6 @@ constexpr std::size_t HeaderLength = 18;
 constexpr std::size_t RecordHeaderLength = 6;
 constexpr std::size_t MostRecords = 1'000'000;
 
-[[noreturn]] void refuse()
-{
-    throw Failure(FailureKind::InvalidPicture);
-}
-
 bool startsPlaceable(WmfBytes bytes)
 {
     constexpr std::uint32_t Key = 0x9AC6CDD7U;
@@ -59,14 +54,14 @@ WmfBytes WmfRecord::bytes(std::size_t index, std::size_t length) const
 {
     const WmfBytes rest = bytesFrom(index);
     if (rest.size() < length)
-        refuse();
+        refusePicture();
     return rest.first(length);
 }
 
 WmfBytes WmfRecord::bytesFrom(std::size_t index) const
 {
     if (index > wordCount())
-        refuse();
+        refusePicture();
     return m_parameters.subspan(index * 2);
 }
 
@@ -87,13 +82,13 @@ std::size_t WmfFile::readHeaders(WmfBytes bytes)
     std::size_t length = 0;
     if (startsPlaceable(bytes)) {
         if (bytes.size() < BoxLength)
-            refuse();
+            refusePicture();
         m_box = WmfBox{signedWord(bytes, 6), signedWord(bytes, 8), signedWord(bytes, 10), signedWord(bytes, 12),
             static_cast<int>(littleEndian(bytes, 14, 2))};
         length = BoxLength;
     }
     if (bytes.size() < length + HeaderLength || !startsPlain(bytes.subspan(length)))
-        refuse();
+        refusePicture();
     return length + HeaderLength;
 }
 
@@ -101,11 +96,11 @@ void WmfFile::readRecords(WmfBytes bytes)
 {
     for (;;) {
         if (bytes.size() < RecordHeaderLength || m_records.size() == MostRecords)
-            refuse();
+            refusePicture();
         const std::size_t length = std::size_t{littleEndian(bytes, 0, 4)} * 2;
         const WmfFunction function{littleEndian(bytes, 4, 2)};
         if (length < RecordHeaderLength || length > bytes.size())
-            refuse();
+            refusePicture();
         if (function == WmfFunction::EndOfFile)
             return;
         m_records.emplace_back(function, bytes.subspan(RecordHeaderLength, length - RecordHeaderLength));

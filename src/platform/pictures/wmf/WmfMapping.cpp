@@ -119,56 +119,17 @@ WmfMapping::WmfMapping(const WmfFrame& frame, QSize canvas)
     update();
 }
 
-void WmfMapping::setMode(int mode)
+void WmfMapping::setExtent(QSizeF& extent, QSizeF value)
 {
-    m_mode = mode;
-    update();
-}
-
-void WmfMapping::setWindowOrigin(QPointF origin)
-{
-    m_windowOrigin = origin;
-}
-
-void WmfMapping::moveWindowOrigin(QPointF by)
-{
-    m_windowOrigin += by;
-}
-
-void WmfMapping::setWindowExtent(QSizeF extent)
-{
-    if (!isExtent(extent))
+    if (!isExtent(value))
         return;
-    m_windowExtent = extent;
+    extent = value;
     update();
 }
 
-void WmfMapping::scaleWindowExtent(double x, double y)
+void WmfMapping::scaleExtent(QSizeF& extent, double x, double y)
 {
-    setWindowExtent(QSizeF(std::trunc(m_windowExtent.width() * x), std::trunc(m_windowExtent.height() * y)));
-}
-
-void WmfMapping::setViewportOrigin(QPointF origin)
-{
-    m_viewportOrigin = origin;
-}
-
-void WmfMapping::moveViewportOrigin(QPointF by)
-{
-    m_viewportOrigin += by;
-}
-
-void WmfMapping::setViewportExtent(QSizeF extent)
-{
-    if (!isExtent(extent))
-        return;
-    m_viewportExtent = extent;
-    update();
-}
-
-void WmfMapping::scaleViewportExtent(double x, double y)
-{
-    setViewportExtent(QSizeF(std::trunc(m_viewportExtent.width() * x), std::trunc(m_viewportExtent.height() * y)));
+    setExtent(extent, QSizeF(std::trunc(extent.width() * x), std::trunc(extent.height() * y)));
 }
 
 QPointF WmfMapping::map(QPointF point) const

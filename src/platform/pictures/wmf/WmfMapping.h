@@ -28,15 +28,19 @@ class WmfMapping {
 public:
     WmfMapping(const WmfFrame& frame, QSize canvas);
 
-    void setMode(int mode);
-    void setWindowOrigin(QPointF origin);
-    void moveWindowOrigin(QPointF by);
-    void setWindowExtent(QSizeF extent);
-    void scaleWindowExtent(double x, double y);
-    void setViewportOrigin(QPointF origin);
-    void moveViewportOrigin(QPointF by);
-    void setViewportExtent(QSizeF extent);
-    void scaleViewportExtent(double x, double y);
+    void setMode(int mode)
+    {
+        m_mode = mode;
+        update();
+    }
+    void setWindowOrigin(QPointF origin) { m_windowOrigin = origin; }
+    void moveWindowOrigin(QPointF by) { m_windowOrigin += by; }
+    void setWindowExtent(QSizeF extent) { setExtent(m_windowExtent, extent); }
+    void scaleWindowExtent(double x, double y) { scaleExtent(m_windowExtent, x, y); }
+    void setViewportOrigin(QPointF origin) { m_viewportOrigin = origin; }
+    void moveViewportOrigin(QPointF by) { m_viewportOrigin += by; }
+    void setViewportExtent(QSizeF extent) { setExtent(m_viewportExtent, extent); }
+    void scaleViewportExtent(double x, double y) { scaleExtent(m_viewportExtent, x, y); }
 
     // A place on the canvas, kept within `Reach` of it.
     QPointF map(QPointF point) const;
@@ -49,6 +53,8 @@ public:
     static constexpr double Reach = 24000;
 
 private:
+    void setExtent(QSizeF& extent, QSizeF value);
+    void scaleExtent(QSizeF& extent, double x, double y);
     void update();
 
     int m_mode = 0;

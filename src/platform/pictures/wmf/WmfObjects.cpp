@@ -36,10 +36,10 @@ const WmfObject* WmfObjects::at(std::size_t index) const
     return &m_objects[index];
 }
 
-QColor wmfColour(std::uint32_t colour)
+QColor wmfColor(std::uint32_t color)
 {
-    return {static_cast<int>(colour & 0xffU), static_cast<int>(colour >> 8U & 0xffU),
-        static_cast<int>(colour >> 16U & 0xffU)};
+    return {
+        static_cast<int>(color & 0xffU), static_cast<int>(color >> 8U & 0xffU), static_cast<int>(color >> 16U & 0xffU)};
 }
 
 QPen wmfPen(const WmfRecord& record)
@@ -52,7 +52,7 @@ QPen wmfPen(const WmfRecord& record)
     const auto chosen = [](const auto& choices, unsigned index) {
         return index < choices.size() ? choices[index] : choices[0];
     };
-    return QPen(wmfColour(record.doubleWord(3)), std::abs(record.number(1)), chosen(Styles, style & 0xfU),
+    return QPen(wmfColor(record.doubleWord(3)), std::abs(record.number(1)), chosen(Styles, style & 0xfU),
         chosen(Caps, style >> 8U & 0xfU), chosen(Joins, style >> 12U & 0xfU));
 }
 
@@ -63,11 +63,11 @@ QBrush wmfBrush(const WmfRecord& record)
     constexpr std::array Hatches = {
         Qt::HorPattern, Qt::VerPattern, Qt::FDiagPattern, Qt::BDiagPattern, Qt::CrossPattern, Qt::DiagCrossPattern};
     const unsigned style = record.word(0);
-    const QColor colour = wmfColour(record.doubleWord(1));
+    const QColor color = wmfColor(record.doubleWord(1));
     const unsigned hatch = record.word(3);
     if (style == Solid || (style == Hatched && hatch >= Hatches.size()))
-        return colour;
-    return style == Hatched ? QBrush(colour, Hatches[hatch]) : QBrush();
+        return color;
+    return style == Hatched ? QBrush(color, Hatches[hatch]) : QBrush();
 }
 
 // The face's name is cut off in some files.

@@ -24,8 +24,6 @@ struct WmfFont {
     bool strikeOut = false;
     unsigned family = 0; // pitch and kind of family
     std::string face;
-
-    bool operator==(const WmfFont&) const = default;
 };
 
 // What takes a place in the table and does nothing here: palettes, regions, old bitmaps.
@@ -46,7 +44,7 @@ private:
     std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> m_free;
 };
 
-QColor wmfColour(std::uint32_t colour);
+QColor wmfColor(std::uint32_t color);
 QPen wmfPen(const WmfRecord& record);
 QBrush wmfBrush(const WmfRecord& record);
 WmfFont wmfFont(const WmfRecord& record);

@@ -1,8 +1,6 @@
 // What the player paints: shapes, text and bitmaps.
 #include "platform/pictures/wmf/WmfPlayer.h"
 
-#include "platform/pictures/wmf/WmfBitmap.h"
-
 #include <QTransform>
 
 #include <algorithm>
@@ -16,6 +14,13 @@ QPainterPath rectanglePath(const QRectF& rectangle)
 {
     QPainterPath path;
     path.addRect(rectangle);
+    return path;
+}
+
+QPainterPath ellipsePath(const QRectF& box)
+{
+    QPainterPath path;
+    path.addEllipse(box);
     return path;
 }
 
@@ -74,22 +79,69 @@ QRectF boxOfSize(const WmfRecord& record, std::size_t index)
 
 } // namespace
 
-void WmfPlayer::moveTo(const WmfRecord& record)
+void WmfPlayer::paint(const WmfRecord& record)
 {
-    m_state.position = QPointF(record.number(1), record.number(0));
+    switch (record.function()) {
+    case WmfFunction::MoveTo:
+        m_state.position = QPointF(record.number(1), record.number(0));
+        return;
+    case WmfFunction::LineTo:
+        return lineTo(QPointF(record.number(1), record.number(0)));
+    case WmfFunction::Rectangle:
+        return paintShape(rectanglePath(boxAt(record, 0)));
+    case WmfFunction::RoundRectangle:
+        return roundRectangle(record);
+    case WmfFunction::Ellipse:
+        return paintShape(ellipsePath(boxAt(record, 0)));
+    case WmfFunction::Arc:
+    case WmfFunction::Pie:
+    case WmfFunction::Chord:
+        return arc(record);
+    case WmfFunction::Polyline:
+    case WmfFunction::Polygon:
+        return polygon(record);
+    case WmfFunction::PolyPolygon:
+        return polyPolygon(record);
+    case WmfFunction::SetPixel:
+        return m_canvas.paint(
+            rectanglePath(QRectF(pointAt(record, 2), QSizeF(m_canvas.hairline(), m_canvas.hairline()))),
+            {.brush = wmfColor(record.doubleWord(0))});
+    case WmfFunction::TextOut: {
+        const std::size_t length = record.word(0);
+        const std::size_t behind = 1 + (length + 1) / 2;
+        return paintText(QPointF(record.number(behind + 1), record.number(behind)), textAt(record, 1, length), {});
+    }
+    case WmfFunction::ExtendedTextOut:
+        return extendedTextOut(record);
+    case WmfFunction::PatternBlit:
+        return paintPattern(boxOfSize(record, 2), record.doubleWord(0));
+    case WmfFunction::DibBitBlit:
+        return dibBlit(record, 4);
+    case WmfFunction::DibStretchBlit:
+        return dibBlit(record, 6);
+    case WmfFunction::StretchDib:
+        if (record.word(2) == 0) // else colors by a palette
+            paintBitmap({record.doubleWord(0), boxOfSize(record, 3), boxOfSize(record, 7), true}, record.bytesFrom(11));
+        return;
+    case WmfFunction::SetDibToDevice:
+        if (record.word(0) == 0) { // else colors by a palette
+            constexpr std::uint32_t SourceCopy = 0x00CC0020;
+            const QRectF target = boxOfSize(record, 5);
+            const QPointF from(record.number(4), record.number(3));
+            paintBitmap({SourceCopy, QRectF(from, target.size()), target, true}, record.bytesFrom(9));
+        }
+        return;
+    default:
+        return;
+    }
 }
 
-void WmfPlayer::lineTo(const WmfRecord& record)
+void WmfPlayer::lineTo(QPointF position)
 {
     QPainterPath path(m_state.mapping.map(m_state.position));
-    moveTo(record);
-    path.lineTo(m_state.mapping.map(m_state.position));
+    m_state.position = position;
+    path.lineTo(m_state.mapping.map(position));
     paintLine(path);
-}
-
-void WmfPlayer::rectangle(const WmfRecord& record)
-{
-    paintShape(rectanglePath(boxAt(record, 0)));
 }
 
 void WmfPlayer::roundRectangle(const WmfRecord& record)
@@ -101,55 +153,27 @@ void WmfPlayer::roundRectangle(const WmfRecord& record)
     paintShape(path);
 }
 
-void WmfPlayer::ellipse(const WmfRecord& record)
-{
-    QPainterPath path;
-    path.addEllipse(boxAt(record, 0));
-    paintShape(path);
-}
-
+// A bare arc, or one closed over the middle (a pie) or straight (a chord).
 void WmfPlayer::arc(const WmfRecord& record)
 {
     const QRectF box = boxAt(record, 4);
     const ArcAngles angles(box, pointAt(record, 2), pointAt(record, 0));
-    QPainterPath path;
-    path.arcMoveTo(box, angles.start);
-    path.arcTo(box, angles.start, angles.sweep);
-    paintLine(path);
-}
-
-void WmfPlayer::pie(const WmfRecord& record)
-{
-    const QRectF box = boxAt(record, 4);
-    const ArcAngles angles(box, pointAt(record, 2), pointAt(record, 0));
     QPainterPath path(box.center());
+    if (record.function() != WmfFunction::Pie)
+        path.arcMoveTo(box, angles.start);
     path.arcTo(box, angles.start, angles.sweep);
+    if (record.function() == WmfFunction::Arc)
+        return paintLine(path);
     path.closeSubpath();
     paintShape(path);
-}
-
-void WmfPlayer::chord(const WmfRecord& record)
-{
-    const QRectF box = boxAt(record, 4);
-    const ArcAngles angles(box, pointAt(record, 2), pointAt(record, 0));
-    QPainterPath path;
-    path.arcMoveTo(box, angles.start);
-    path.arcTo(box, angles.start, angles.sweep);
-    path.closeSubpath();
-    paintShape(path);
-}
-
-void WmfPlayer::polyline(const WmfRecord& record)
-{
-    QPainterPath path;
-    path.addPolygon(pointsAt(record, 1, record.word(0)));
-    paintLine(path);
 }
 
 void WmfPlayer::polygon(const WmfRecord& record)
 {
     QPainterPath path;
     path.addPolygon(pointsAt(record, 1, record.word(0)));
+    if (record.function() == WmfFunction::Polyline)
+        return paintLine(path);
     path.closeSubpath();
     paintShape(path);
 }
@@ -166,20 +190,6 @@ void WmfPlayer::polyPolygon(const WmfRecord& record)
         at += points * 2;
     }
     paintShape(path);
-}
-
-void WmfPlayer::setPixel(const WmfRecord& record)
-{
-    const double side = m_canvas.hairline();
-    const QPointF place = pointAt(record, 2);
-    m_canvas.paint(rectanglePath(QRectF(place, QSizeF(side, side))), {.brush = wmfColour(record.doubleWord(0))});
-}
-
-void WmfPlayer::textOut(const WmfRecord& record)
-{
-    const std::size_t length = record.word(0);
-    const std::size_t behind = 1 + (length + 1) / 2;
-    paintText(QPointF(record.number(behind + 1), record.number(behind)), textAt(record, 1, length), {});
 }
 
 void WmfPlayer::extendedTextOut(const WmfRecord& record)
@@ -214,48 +224,18 @@ void WmfPlayer::extendedTextOut(const WmfRecord& record)
         m_canvas.setClip(clip());
 }
 
-void WmfPlayer::patternBlit(const WmfRecord& record)
+// The record may hold no bitmap; its target then stands a word further on. Only a stretched one tells the size of its
+// source.
+void WmfPlayer::dibBlit(const WmfRecord& record, std::size_t targetIndex)
 {
-    paintPattern(boxOfSize(record, 2), record.doubleWord(0));
-}
-
-void WmfPlayer::dibBitBlit(const WmfRecord& record)
-{
-    constexpr std::size_t WithoutBitmap = 9;
     const std::uint32_t operation = record.doubleWord(0);
-    if (record.wordCount() == WithoutBitmap) {
-        paintPattern(boxOfSize(record, 5), operation);
-        return;
-    }
-    const QRectF target = boxOfSize(record, 4);
-    const QPointF from(record.number(3), record.number(2));
-    paintBitmap({operation, QRectF(from, target.size()), target}, record.bytesFrom(8));
-}
-
-void WmfPlayer::dibStretchBlit(const WmfRecord& record)
-{
-    constexpr std::size_t WithoutBitmap = 11;
-    const std::uint32_t operation = record.doubleWord(0);
-    if (record.wordCount() == WithoutBitmap)
-        paintPattern(boxOfSize(record, 7), operation);
-    else
-        paintBitmap({operation, boxOfSize(record, 2), boxOfSize(record, 6)}, record.bytesFrom(10));
-}
-
-void WmfPlayer::stretchDib(const WmfRecord& record)
-{
-    if (record.word(2) == 0) // else colours by a palette
-        paintBitmap({record.doubleWord(0), boxOfSize(record, 3), boxOfSize(record, 7), true}, record.bytesFrom(11));
-}
-
-void WmfPlayer::setDibToDevice(const WmfRecord& record)
-{
-    constexpr std::uint32_t SourceCopy = 0x00CC0020;
-    if (record.word(0) != 0) // colours by a palette
-        return;
-    const QRectF target = boxOfSize(record, 5);
-    const QPointF from(record.number(4), record.number(3));
-    paintBitmap({SourceCopy, QRectF(from, target.size()), target, true}, record.bytesFrom(9));
+    if (record.wordCount() == targetIndex + 5)
+        return paintPattern(boxOfSize(record, targetIndex + 1), operation);
+    const QRectF target = boxOfSize(record, targetIndex);
+    const QRectF source = record.function() == WmfFunction::DibStretchBlit
+        ? boxOfSize(record, 2)
+        : QRectF(QPointF(record.number(3), record.number(2)), target.size());
+    paintBitmap({operation, source, target}, record.bytesFrom(targetIndex + 4));
 }
 
 QPointF WmfPlayer::pointAt(const WmfRecord& record, std::size_t index) const
@@ -313,7 +293,7 @@ void WmfPlayer::paintText(QPointF place, std::string_view text, const std::vecto
 {
     constexpr unsigned UpdatesPosition = 1;
     constexpr unsigned Right = 2;
-    constexpr unsigned Centre = 6;
+    constexpr unsigned Center = 6;
     constexpr unsigned Bottom = 8;
     constexpr unsigned Baseline = 24;
     constexpr double StandardHeight = 12; // of an em, in pixels of the natural size
@@ -326,14 +306,14 @@ void WmfPlayer::paintText(QPointF place, std::string_view text, const std::vecto
     const WmfLine line = m_typesetter.line(font, text, advances);
 
     const bool updates = (m_state.textAlign & UpdatesPosition) != 0;
-    const unsigned across = m_state.textAlign & Centre;
+    const unsigned across = m_state.textAlign & Center;
     const unsigned upright = m_state.textAlign & Baseline;
     QTransform transform;
     const QPointF start = mapping.map(updates ? m_state.position : place);
     transform.translate(start.x(), start.y());
     transform.rotate(-font.escapement / 10.0);
     transform.scale(std::abs(mapping.scaleX()), std::abs(mapping.scaleY()));
-    transform.translate(across == Centre ? -line.width / 2
+    transform.translate(across == Center ? -line.width / 2
             : across == Right            ? -line.width
                                          : 0,
         upright == Baseline     ? 0
@@ -342,7 +322,7 @@ void WmfPlayer::paintText(QPointF place, std::string_view text, const std::vecto
     if (m_state.backgroundIsOpaque)
         m_canvas.paint(transform.map(rectanglePath(QRectF(0, -line.ascent, line.width, line.ascent + line.descent))),
             {.brush = m_state.background});
-    m_canvas.paint(transform.map(line.outline), {.brush = m_state.textColour});
+    m_canvas.paint(transform.map(line.outline), {.brush = m_state.textColor});
     if (updates)
         m_state.position.rx() += std::clamp(line.width, 0.0, WmfMapping::Reach);
 }
@@ -366,7 +346,7 @@ void WmfPlayer::paintBitmap(const Blit& blit, WmfBytes bytes)
     if (!bitmap.isKnown())
         return;
     m_canvas.charge(bitmap.pixelCount() * PixelWork);
-    const QImage image = bitmap.image(m_cancelled);
+    const QImage image = bitmap.image(m_readBitmap, m_cancelled);
     QRectF source = blit.source.normalized();
     if (blit.sourceRunsUp && !bitmap.topDown())
         source.moveTop(image.height() - source.bottom());

@@ -8,14 +8,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <utility>
 
 namespace trovarium {
 
 namespace {
-
-constexpr std::int64_t MostBytes = 40'000'000;
 
 double pixelCount(QSize size)
 {
@@ -40,12 +37,9 @@ double fullScale(QSize natural)
 
 } // namespace
 
-WmfPicture readWmf(const PictureFile& file, int longerSide, const std::atomic<bool>& cancelled)
+WmfPicture readWmf(WmfBytes file, int longerSide, ReadBitmap readBitmap, const std::atomic<bool>& cancelled)
 {
-    if (file.length() > MostBytes)
-        throw Failure(FailureKind::InvalidPicture);
-    const auto bytes = file.bytes(0, static_cast<std::size_t>(file.length()));
-    const WmfFile metafile(bytes);
+    const WmfFile metafile(file);
     const WmfFrame frame = frameOf(metafile);
     const double full = fullScale(frame.naturalSize);
     const double scale = longerSide > 0 ? std::min(full, double(longerSide) / longer(frame.naturalSize)) : full;
@@ -53,12 +47,11 @@ WmfPicture readWmf(const PictureFile& file, int longerSide, const std::atomic<bo
     QImage image(size, QImage::Format_RGB32);
     if (image.isNull())
         throw Failure(FailureKind::OutOfMemory);
-    bool done = false;
     {
-        WmfCanvas canvas(image, std::max(1.0, scale), full / scale);
-        done = WmfPlayer(frame, canvas, cancelled).play(metafile);
+        WmfCanvas canvas(image, std::max(1.0, scale), full / scale); // paints on it as long as it lives
+        WmfPlayer(frame, canvas, readBitmap, cancelled).play(metafile);
     }
-    return {done ? std::move(image) : QImage(), frame.naturalSize};
+    return {std::move(image), frame.naturalSize};
 }
 
 } // namespace trovarium
