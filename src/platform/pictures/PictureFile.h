@@ -2,7 +2,6 @@
 
 #include "platform/files/Descriptor.h"
 #include "platform/files/FileTypes.h"
-#include "platform/pictures/PictureBytes.h"
 
 #include <atomic>
 #include <cstddef>
