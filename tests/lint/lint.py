@@ -21,8 +21,8 @@ SYSTEM = {
     r"(dirent|dlfcn|errno|fcntl|limits|malloc|mntent|poll|pwd|signal|spawn|time|unistd|(sys|linux)/\w+)\.h": r"platform/.*",
 }
 LIBRARIES = {
-    r"Q\w+(/Q\w+)?": r"platform/(qt/toolkit/.*|toolkit/.*\.cpp|pictures/(.*\.cpp|wmf/.*|(Bitmap|Jpeg|Picture)\w+\.h"
-    r"|Reduction\.h)|system/ShellOpenDocument\.cpp)",
+    r"Q\w+(/Q\w+)?": r"platform/(toolkit/(.*\.cpp|(DesktopState|DrawnWidget|FormWindow|QtValues|RowList|SessionEnd|Style)\.h)"
+    r"|pictures/(.*\.cpp|wmf/.*|(Bitmap|Jpeg|Picture)\w+\.h|Reduction\.h)|system/ShellOpenDocument\.cpp)",
     r"lcms2\.h": r"platform/pictures/ColorConversion\.cpp",
     r"turbojpeg\.h": r"platform/pictures/JpegDecoder\.cpp",
     r"mpv/\w+\.h": r"platform/media/MpvLibrary\.h",
