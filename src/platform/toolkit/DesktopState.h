@@ -117,6 +117,7 @@ struct DesktopState {
     DrawnWidget* mouseGrabber = nullptr;          // is pressed, and gets all of the mouse until its release
     DrawnWidget* releasing = nullptr;             // its MouseUp runs, Click is still to come
     DrawnWidget* lastPressed = nullptr;           // for the second press of a double click
+    QPointer<QWidget> focusWhenShown;             // while what it lies on has the focus
     QPointer<QWidget> lastText;                   // the text box that had the focus last
     int scopes = 0;                               // of HandlerScope
     bool eventsSuspended = false;                 // windows paint, but what would run a handler comes later

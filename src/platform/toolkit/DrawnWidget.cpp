@@ -240,6 +240,12 @@ void DrawnControl::showOrHide()
     widget()->update();
     if (!stays)
         widget()->setVisible(Visible());
+    QPointer<QWidget>& waiting = desktop().state().focusWhenShown;
+    if (Visible() && waiting == widget()) {
+        waiting.clear();
+        if (widget()->parentWidget()->hasFocus())
+            SetFocus();
+    }
 }
 
 // It isn't disabled as a widget, which would hand on the focus.
