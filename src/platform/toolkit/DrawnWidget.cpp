@@ -213,7 +213,6 @@ DrawnControl::DrawnControl(Container* parent, const Plan& plan)
     , Drawn(static_cast<Component*>(this))
 {
     widget()->setAttribute(Qt::WA_NoSystemBackground);
-    widget()->setEnabled(true);
 }
 
 void DrawnControl::followInput()
