@@ -4,7 +4,10 @@
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/QtValues.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QWidget>
 
 namespace trovarium {
@@ -70,6 +73,12 @@ void Control::nameForReaders()
 {
     m_widget->setToolTip(toolTipText(ToolTipText()));
     m_widget->setAccessibleName(toQString(AccessibleName()));
+    // With the list and the field that a box of choices consists of.
+    if (const auto* box = qobject_cast<QComboBox*>(m_widget)) {
+        box->view()->setAccessibleName(toQString(AccessibleName()));
+        if (QLineEdit* field = box->lineEdit())
+            field->setAccessibleName(toQString(AccessibleName()));
+    }
 }
 
 void Control::showPointer()

@@ -5,7 +5,6 @@
 #include "runtime/Failure.h"
 #include "runtime/Text.h"
 
-#include <QAbstractItemView>
 #include <QComboBox>
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -171,14 +170,6 @@ ComboBox::ComboBox(Container* parent, const Plan& plan)
         [this](const QString& text) { deliverEvent(*this, [&] { typed(toText(text)); }); });
     QObject::connect(
         &m_box, &QComboBox::activated, &m_box, [this](int index) { deliverEvent(*this, [&] { chosen(index); }); });
-}
-
-// With the list and the field that it consists of.
-void ComboBox::nameForReaders()
-{
-    Control::nameForReaders();
-    for (QWidget* part : {static_cast<QWidget*>(m_box.view()), static_cast<QWidget*>(m_box.lineEdit())})
-        part->setAccessibleName(toQString(AccessibleName()));
 }
 
 void ComboBox::setListIndex(int index)

@@ -66,9 +66,6 @@ public:
     Event<> Click{this};  // a choice from the list
     Event<> Enter{this};  // its key, which then presses no default button
 
-protected:
-    void nameForReaders() override;
-
 private:
     QComboBox& m_box;
     std::vector<std::string> m_items;
