@@ -69,8 +69,8 @@ CaptionedControl::CaptionedControl(Container* parent, const Plan& plan, QAbstrac
     , m_taken(taken)
 {
     showCaption();
-    nameForReaders();
-    enableOrDisable();
+    CaptionedControl::nameForReaders();
+    Control::enableOrDisable();
 }
 
 void CaptionedControl::place()

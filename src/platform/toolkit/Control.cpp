@@ -34,8 +34,8 @@ Control::Control(Container* parent, const Plan& plan, QWidget* widget)
     widget->setAttribute(Qt::WA_NoMousePropagation); // a disabled control's events are lost
     // Nothing here may have the library ask for the accessible state of a control that is half made.
     widget->setToolTip(toolTipText(ToolTipText()));
-    Control::place();
-    Control::showOrHide();
+    widget->setGeometry(roundedPlace(*this));
+    widget->setVisible(Visible());
 }
 
 Control::~Control()

@@ -68,7 +68,6 @@ Label::Label(Container* parent, const Plan& plan)
     : DrawnControl(parent, plan)
     , Caption(this, plan.Caption)
 {
-    place();
 }
 
 bool Label::takesMouse() const

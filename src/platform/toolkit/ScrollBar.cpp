@@ -108,7 +108,7 @@ ScrollBar::ScrollBar(Container* parent, const Plan& plan, Orientation orientatio
     : Control(parent, plan, new Bar(*this, orientation, parent->client()))
     , m_bar(static_cast<Bar&>(*widget()))
 {
-    enableOrDisable();
+    ScrollBar::enableOrDisable();
     showRange();
 }
 

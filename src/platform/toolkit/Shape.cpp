@@ -23,12 +23,6 @@ void Shape::draw(QPainter& painter, const QRectF& place)
     painter.fillRect(QRectF(place.right() - width, place.top(), width, place.height()), color);
 }
 
-Line::Line(Container* parent, const Plan& plan)
-    : DrawnControl(parent, plan)
-{
-    place();
-}
-
 void Line::draw(QPainter& painter, const QRectF& place)
 {
     const qreal width = BorderWidth();

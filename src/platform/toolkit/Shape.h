@@ -25,7 +25,7 @@ public:
 // A drawn line from the upper left to the lower right corner of its place.
 class Line : public DrawnControl {
 public:
-    Line(Container* parent, const Plan& plan);
+    using DrawnControl::DrawnControl;
 
     Stored<&Line::repaint, Color> BorderColor{this, Black};
     Stored<&Line::place, int> BorderWidth{this, 1}; // pixels
