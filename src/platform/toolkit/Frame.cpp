@@ -26,7 +26,17 @@ DrawnContainer::DrawnContainer(Container* parent, const Plan& plan, ScaleMode sc
     , Container(scale)
 {
     widget()->setAttribute(Qt::WA_OpaquePaintEvent);
-    Control::enableOrDisable();
+    widget()->setEnabled(Enabled());
+}
+
+void DrawnContainer::showOrHide()
+{
+    widget()->setVisible(Visible());
+}
+
+void DrawnContainer::enableOrDisable()
+{
+    widget()->setEnabled(Enabled());
 }
 
 void DrawnContainer::SetFocus()
@@ -45,10 +55,11 @@ void DrawnContainer::SetFocus()
     }
     if (last != all.end())
         desktop().state().focusWhenShown = (*last)->widget();
-    if (last != all.end() || takesFocus() || first == all.end())
-        Control::SetFocus();
-    else
+    const bool isFirst = last == all.end() && !takesFocus() && first != all.end();
+    if (isFirst)
         (*first)->SetFocus();
+    else if (takesInput())
+        widget()->setFocus(Qt::OtherFocusReason);
 }
 
 Frame::Frame(Container* parent, const Plan& plan)

@@ -24,8 +24,8 @@ public:
 
 protected:
     // As those of the library's widgets: what lies on it is hidden or disabled with it.
-    void showOrHide() override { Control::showOrHide(); }
-    void enableOrDisable() override { Control::enableOrDisable(); }
+    void showOrHide() override;
+    void enableOrDisable() override;
 };
 
 // A panel with a caption in its upper left corner when it has one. Its children's places are in twips.

@@ -31,7 +31,7 @@ protected:
     // All rows are of one height and read when they are painted: other texts need no other layout.
     void dataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles) override
     {
-        QAbstractItemView::dataChanged(first, last, roles);
+        QAbstractItemView::dataChanged(first, last, roles); // NOLINT(bugprone-parent-virtual-call)
     }
 
 private:
