@@ -17,7 +17,7 @@ protected:
 
     const std::string tools = "SOFTWARE\\Microsoft\\Shared Tools";
     RegistryAccess registry{test.settingsFolder()};
-    FormHolder<frmAbout> form{desktop, [this] { return std::make_unique<frmAbout>(desktop, test.album(), registry); }};
+    FormHolder<frmAbout> form = held<frmAbout>(registry);
 };
 
 TEST_F(AboutTest, ItTellsItsVersionAndStartsTheSystemsTool)
@@ -29,7 +29,7 @@ TEST_F(AboutTest, ItTellsItsVersionAndStartsTheSystemsTool)
     std::filesystem::permissions(folder + "/MSINFO32.EXE", std::filesystem::perms::owner_all);
     openGroup(1);
     main().dialogs().showAbout = [this] { form().showModal(); };
-    robot.whenShown("frmAbout", [&] {
+    inDialog(main().mnuHelpAbout, form, [&] {
         EXPECT_EQ(form().lblVersion.Caption(), "Version " TROVARIUM_VERSION);
         prompts.expectNotice(unavailable);
         robot.click(form().cmdSysInfo);
@@ -41,9 +41,8 @@ TEST_F(AboutTest, ItTellsItsVersionAndStartsTheSystemsTool)
         prompts.expectNotice(unavailable);
         robot.click(form().cmdSysInfo);
         robot.key(form(), EscapeKey);
+        EXPECT_FALSE(form.isLoaded());
     });
-    robot.choose(main().mnuHelpAbout);
-    EXPECT_FALSE(form.isLoaded());
 }
 
 TEST_F(AboutTest, ValuesAreReadByTheirKind)

@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 
 #include <algorithm>
+#include <regex>
 
 namespace trovarium {
 
@@ -129,10 +130,11 @@ Positions MainWindow::selectedPositions()
 
 Names MainWindow::logLines()
 {
+    const std::regex entry("An error has occurred in '(.*)'\\. Error = (.*)\r\n");
     const std::string text = test.log();
     Names lines;
-    for (std::size_t at = text.find("An error"); at != std::string::npos; at = text.find("An error", at + 1))
-        lines.push_back(text.substr(at, text.find("\r\n", at) - at));
+    for (std::sregex_iterator found(text.begin(), text.end(), entry); found != std::sregex_iterator(); ++found)
+        lines.push_back(found->format("$1: $2"));
     return lines;
 }
 

@@ -46,7 +46,24 @@ protected:
     void open();
     frmMain& main() { return m_main(); }
     frmGroups& groups() { return m_groups(); }
-    bool isOpen() const { return m_main.isLoaded(); }
+    // A form of the program, made when it is first used.
+    template <class AnyForm, class... More>
+    FormHolder<AnyForm> held(More&... more)
+    {
+        return {desktop, [&, this] { return std::make_unique<AnyForm>(desktop, test.album(), more...); }};
+    }
+    // Opens the dialog by its entry, acts in it, and closes it.
+    template <class Dialog>
+    void inDialog(Menu& entry, FormHolder<Dialog>& dialog, const std::function<void()>& act)
+    {
+        robot.whenShown(dialog().Name(), [&] {
+            desktop.DoEvents();
+            act();
+            if (dialog.isLoaded())
+                dialog().unload();
+        });
+        robot.choose(entry);
+    }
 
     GroupOnShow& group() { return test.album().group; }
     ViewState& view() { return test.album().view; }
@@ -57,14 +74,8 @@ protected:
     Positions brightRows();
     Names cells(); // file names of the cells on show
     Positions selectedPositions();
-    Names logLines(); // without their time
+    Names logLines(); // "procedure: error"
     void select(const Positions& positions);
-    std::string askRemoval()
-    {
-        return "Are you sure you want to remove selected photograph(s) from the program? The removed photograph(s) "
-               "will be place in the following folder -> "
-            + toNativePath(test.paths().PhotoPath + "Removed");
-    }
     std::string setting(std::string_view section, std::string_view key)
     {
         return test.album().Settings().GetOWSetting("Trovarium", section, key, "none");

@@ -74,7 +74,7 @@ TEST_F(SelectionTest, AGroupBeyondSixteenBitsKeepsItsSelection)
     openGroup(1);
     test.showGroup(Names(32768, "p.jpg"), {7});
     select({});
-    EXPECT_EQ(logLines(), Names{"An error has occurred in 'SetGroupListSelect'. Error = Overflow"});
+    EXPECT_EQ(logLines(), Names{"SetGroupListSelect: Overflow"});
     EXPECT_EQ(selectedPositions(), Positions{7});
 }
 

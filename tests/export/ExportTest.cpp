@@ -22,16 +22,6 @@ protected:
         main().dialogs().showExport = [this] { form().showModal(); };
     }
 
-    void inDialog(const std::function<void()>& story)
-    {
-        robot.whenShown("frmExport", [&] {
-            story();
-            if (form.isLoaded())
-                robot.key(form(), EscapeKey);
-            EXPECT_FALSE(form.isLoaded());
-        });
-        robot.choose(main().mnuFileExport);
-    }
     // "o" over write, "p" photograph, "t" thumbnail, "i" information, "n" native and not CSV, "a" append.
     void exportWith(const std::string& boxes)
     {
@@ -63,7 +53,7 @@ protected:
     }
 
     TemporaryFolder folder;
-    FormHolder<frmExport> form{desktop, [this] { return std::make_unique<frmExport>(desktop, test.album()); }};
+    FormHolder<frmExport> form = held<frmExport>();
     const std::vector<std::string> copies{
         "p2.jpg", "tn_p2.jpg", "p2.jpg.info", "p3.jpg", "tn_p3.jpg", "p3.jpg.info", "Trovarium_Info.csv"};
     const std::string source = test.folder().inside("p3.jpg");
@@ -86,9 +76,8 @@ TEST_F(ExportTest, TheSelectionGoesOutAsItIsInARunThatNothingCancels)
             form().chkExport(0).Value = 0; // from here on no photograph is taken
         }
     });
-    inDialog([&] {
+    inDialog(main().mnuFileExport, form, [&] {
         EXPECT_EQ(setting("Import", "LastPath"), "none") << "nobody has chosen it";
-        desktop.DoEvents();
         EXPECT_TRUE(form().Dir1.hasFocus());
         run();
         EXPECT_EQ(told, "CancelExporting ImportExporting CancelExporting x--ooo-66");
@@ -129,7 +118,7 @@ TEST_F(ExportTest, BoxesTellWhatIsTakenWhatBecomesOfOldCopiesAndWhatAFailureEnds
         {"otin+", "p2.jpg.info", "-xooooo", full}, {"ptn", "tn_p2.jpg", "x------", full},
         {"tin", "tn_p2.jpg", "--x-xx-", full}, {"t", "", "-x--x--", none}, {"ti", "", "-x--x-x", ""},
         {"pi", "Trovarium_Info.csv", "x--x---", ""}, {"pia", "p2.jpg.info", "---x--x", ""}};
-    inDialog([&] {
+    inDialog(main().mnuFileExport, form, [&] {
         for (const auto& [boxes, place, expected, error] : cases) {
             if (boxes.find('+') != boxes.npos)
                 putOldCopies();
@@ -147,10 +136,11 @@ TEST_F(ExportTest, BoxesTellWhatIsTakenWhatBecomesOfOldCopiesAndWhatAFailureEnds
             for (const std::string& name : copies)
                 std::filesystem::remove(folder.native(name));
         }
+        robot.key(form(), EscapeKey);
+        EXPECT_FALSE(form.isLoaded());
     });
-    // Of a disk that is full and of a source that is gone.
-    EXPECT_EQ(
-        std::ranges::count_if(logLines(), [](const auto& line) { return line.find("cmdExport") != line.npos; }), 2);
+    EXPECT_EQ(std::ranges::count_if(logLines(), [](const auto& line) { return line.starts_with("cmdExport"); }), 2)
+        << "of a disk that is full and of a source that is gone";
 }
 
 TEST_F(ExportTest, TheLibrarysOwnFoldersLoseNothing)
@@ -161,10 +151,10 @@ TEST_F(ExportTest, TheLibrarysOwnFoldersLoseNothing)
     test.put(paths.InfoPath + "tn_p2.jpg.info", "");
     test.put(paths.ThumbnailPath + "tn_p2.jpg", "");
     const auto before = test.allFiles();
-    inDialog([&] {
+    inDialog(main().mnuFileExport, form, [&] {
         group().GroupSelect.clear();
         EXPECT_FALSE(form().AddSelectedFiles());
-        EXPECT_EQ(logLines(), Names{"An error has occurred in 'AddSelectedFiles'. Error = Subscript out of range"});
+        EXPECT_EQ(logLines(), Names{"AddSelectedFiles: Subscript out of range"});
         form().List1.AddItem("tn_p2.jpg");
         form().List1.AddItem("p2.jpg");
         form().List1.AddItem("..\\..\\p3.jpg"); // as somebody else's list may have it

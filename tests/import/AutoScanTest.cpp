@@ -69,8 +69,7 @@ TEST_F(AutoScanTest, AFailureEndsItsFolderAlone)
         EXPECT_EQ(entries(), "\\1\\|a.jpg \\1\\In\\|b.jpg \\5\\|f.jpg ");
     });
     // Once for each type; a file is only measured for its own.
-    EXPECT_EQ(logLines(),
-        std::vector<std::string>(15, "An error has occurred in 'FindFiles'. Error = Path/File access error"));
+    EXPECT_EQ(logLines(), std::vector<std::string>(15, "FindFiles: Path/File access error"));
 }
 
 } // namespace trovarium

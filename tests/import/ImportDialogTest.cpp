@@ -84,9 +84,7 @@ TEST_F(ImportDialogTest, FailuresAreLoggedAndLeaveWhatStood)
         prompts.expectNotice("Error: Device I/O error");
         form().Drive1.chosen(0);
     });
-    EXPECT_EQ(logLines(),
-        (Names{"An error has occurred in 'Form_Load'. Error = Path not found",
-            "An error has occurred in 'AddSelectedFiles'. Error = Device I/O error"}));
+    EXPECT_EQ(logLines(), (Names{"Form_Load: Path not found", "AddSelectedFiles: Device I/O error"}));
 }
 
 } // namespace trovarium

@@ -146,7 +146,7 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
             EXPECT_EQ(photo("Removed\\" + files[1]), run % 3 == 1 ? "old" : "");
             EXPECT_EQ(form().cmdImport.Caption() + form().lbProgress.Caption(), "ImportDone");
         }
-        EXPECT_EQ(std::ranges::count(logLines(), "An error has occurred in 'cmdImport_Click'. Error = Disk full"), 3);
+        EXPECT_EQ(std::ranges::count(logLines(), "cmdImport_Click: Disk full"), 3);
     });
 }
 

@@ -155,7 +155,7 @@ TEST_F(SearchTest, AFailureEndsASearchAndASaveWithoutAWord)
         EXPECT_TRUE(main().lstSlideGroups.List(1) == "Alps" && search.MousePointer() == DefaultPointer);
         EXPECT_EQ(desktop.files().freeFile(), 1) << "none stays open";
     }
-    EXPECT_EQ(logLines(), Names{"An error has occurred in 'SortResultsByYear'. Error = Subscript out of range"});
+    EXPECT_EQ(logLines(), Names{"SortResultsByYear: Subscript out of range"});
 }
 
 } // namespace trovarium

@@ -63,7 +63,7 @@ TEST_F(PhotoDisplayTest, AFileThatCantBeShownKeepsThePictureAndItsInformation)
     EXPECT_EQ(view().CurrentPhotoFile, test.library() + "\\\\Photos\\gone.jpg");
     EXPECT_EQ(logLines(), Names{}) << "a neighbour without information is no matter yet";
     EXPECT_FALSE(step(true));
-    EXPECT_EQ(logLines(), Names(2, logged("GetPhotoLink", "File not found")));
+    EXPECT_EQ(logLines(), Names(2, "GetPhotoLink: File not found"));
 }
 
 // From the thumbnails forward shows the current one, and back the one before.

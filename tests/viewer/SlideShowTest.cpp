@@ -56,7 +56,7 @@ struct SlideShowTest : ViewerWindow {
 
     bool refused = false;
     RecordedMedia media{desktop};
-    FormHolder<frmSSP> form{desktop, [this] { return std::make_unique<frmSSP>(desktop, test.album(), main()); }};
+    FormHolder<frmSSP> form = held<frmSSP>(main());
 };
 
 TEST_F(SlideShowTest, AShowWalksTheGroupWithSoundAndMusicInEitherWindow)
@@ -120,7 +120,7 @@ TEST_F(SlideShowTest, TheDelayIsALeadingNumberBelow61)
     }
     main().dialogs().showSlideShow = [] { throw Failure(FailureKind::DeviceIo); };
     robot.choose(main().mnuViewSlideshow);
-    EXPECT_EQ(logLines(), Names{logged("cmdSlideshow_Click", "Device I/O error")});
+    EXPECT_EQ(logLines(), Names{"cmdSlideshow_Click: Device I/O error"});
 }
 
 } // namespace trovarium
