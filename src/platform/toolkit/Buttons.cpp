@@ -70,6 +70,7 @@ CaptionedControl::CaptionedControl(Container* parent, const Plan& plan, QAbstrac
 {
     showCaption();
     nameForReaders();
+    enableOrDisable();
 }
 
 void CaptionedControl::place()

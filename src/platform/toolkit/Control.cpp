@@ -29,9 +29,9 @@ Control::Control(Container* parent, const Plan& plan, QWidget* widget)
     parent->adopt(this);
     widget->setObjectName(toQString(Name()));
     widget->setAttribute(Qt::WA_NoMousePropagation); // a disabled control's events are lost
-    Control::nameForReaders();
+    // Nothing here may have the library ask for the accessible state of a control that is half made.
+    widget->setToolTip(toolTipText(ToolTipText()));
     Control::place();
-    Control::enableOrDisable();
     Control::showOrHide();
 }
 

@@ -5,17 +5,40 @@
 #include "platform/toolkit/FormWindow.h"
 #include "platform/toolkit/QtValues.h"
 #include "platform/toolkit/SessionEnd.h"
+#include "platform/toolkit/Timer.h"
 #include "runtime/Failure.h"
 
 #include <QApplication>
 #include <QScreen>
 
+#include <algorithm>
+#include <chrono>
 #include <exception>
 #include <iostream>
 #include <string>
+#include <thread>
 #include <utility>
 
 namespace trovarium {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// In a run of DoEvents the windows are repainted this often at most.
+constexpr auto RepaintInterval = 2ms;
+// How long DoEvents may go without asking the window system.
+constexpr auto LookInterval = 1ms;
+// How long a frame of a film, or what else changed, may go unpainted during a wait.
+constexpr auto WaitStep = 5ms;
+
+bool timerIsDue(const DesktopState& state, DesktopState::Clock::time_point now)
+{
+    return std::any_of(
+        state.timers.begin(), state.timers.end(), [now](const Timer* timer) { return timer->isDue(now); });
+}
+
+} // namespace
 
 Desktop::Desktop(int& argc, char** argv, FileService& files, Pace pace)
     : m_state(std::make_unique<DesktopState>(*this, argc, argv, files, pace))
@@ -98,24 +121,58 @@ int Desktop::guarded(const std::function<void()>& body)
     return 1;
 }
 
+// In a run of calls the window system is asked once a millisecond; what is posted inside the program, and
+// a timer that is due, never wait for that.
 void Desktop::DoEvents()
 {
-    m_state->doEvents();
+    DesktopState& state = *m_state;
+    state.throwIfEnded();
+    const DesktopState::HandlerScope scope(state);
+    const DesktopState::Clock::time_point now = DesktopState::Clock::now();
+    state.repaintsWait = state.pace == Pace::Paced && !state.moved && now < state.nextRepaint;
+    if (!state.repaintsWait && !state.moved)
+        state.nextRepaint = now + RepaintInterval;
+    if (now - state.lastLook >= LookInterval || state.moved || timerIsDue(state, now)) {
+        state.lastLook = now;
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest); // what those events changed
+    } else {
+        QCoreApplication::sendPostedEvents();
+    }
+    state.repaintsWait = false;
+    for (const QPointer<QObject>& window : std::exchange(state.keptRepaints, {})) {
+        if (window)
+            QCoreApplication::postEvent(window, new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
+    }
+    state.throwIfEnded();
+    if (!std::exchange(state.moved, false) || state.pace == Pace::Immediate)
+        return;
+    state.nextRepaint = std::max(state.nextRepaint, DesktopState::Clock::now() - RepaintInterval) + RepaintInterval;
+    std::this_thread::sleep_until(state.nextRepaint);
 }
 
 void Desktop::repaintOnly()
 {
-    m_state->repaintOnly();
+    m_state->processSuspended(QEventLoop::ExcludeUserInputEvents);
 }
 
 void Desktop::wait(int milliseconds)
 {
-    m_state->wait(milliseconds);
+    waitUntil([this] { return m_state->pace == Pace::Immediate; }, milliseconds);
 }
 
 bool Desktop::waitUntil(const std::function<bool()>& condition, int milliseconds)
 {
-    return m_state->waitUntil(condition, milliseconds);
+    const DesktopState::Clock::time_point end = DesktopState::Clock::now() + std::chrono::milliseconds(milliseconds);
+    while (true) {
+        repaintOnly();
+        if (condition())
+            return true;
+        const DesktopState::Clock::time_point now = DesktopState::Clock::now();
+        if (now >= end)
+            return false;
+        std::this_thread::sleep_for(std::min<DesktopState::Clock::duration>(end - now, WaitStep));
+    }
 }
 
 void Desktop::endProgram(int exitCode)

@@ -19,7 +19,6 @@
 #include <iostream>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <utility>
 
 #include <malloc.h>
@@ -30,14 +29,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// In a run of DoEvents the windows are repainted this often at most.
-constexpr auto RepaintInterval = 2ms;
-// How long a frame of a film, or what else changed, may go unpainted during a wait.
-constexpr auto WaitStep = 5ms;
 // How long a wait for a picture leaves a window's close box dead.
 constexpr auto LongestSilence = 500ms;
-// How long DoEvents may go without asking the window system.
-constexpr auto LookInterval = 1ms;
 
 // By itself the allocator puts ever larger blocks, up to 32 MB, into heaps, of which it makes eight for each core, and
 // which keep what is freed: hundreds of megabytes after an hour of photographs and films.
@@ -103,8 +96,7 @@ DesktopState::DesktopState(Desktop& owner, int& argc, char** argv, FileService& 
     , queue(std::make_unique<QObject>())
     , eventFilter(std::make_unique<EventFilter>(*this))
     , pictures(fileService, [this](auto waited) { return mayWait(waited); })
-    , realMedia(
-          fileService, [this](const auto& condition, int milliseconds) { return waitUntil(condition, milliseconds); })
+    , realMedia(fileService, [this](const auto& met, int milliseconds) { return desktop.waitUntil(met, milliseconds); })
     , screen(*this)
     , realPrompts(std::make_unique<DesktopPrompts>(owner))
     , prompts(realPrompts.get())
@@ -248,35 +240,6 @@ void DesktopState::releaseMouse()
         std::exchange(mouseGrabber, nullptr)->letGo();
 }
 
-// In a run of calls the window system is asked once a millisecond; what is posted inside the program, and
-// a timer that is due, never wait for that.
-void DesktopState::doEvents()
-{
-    throwIfEnded();
-    const HandlerScope scope(*this);
-    const Clock::time_point now = Clock::now();
-    repaintsWait = pace == Pace::Paced && !moved && now < nextRepaint;
-    if (!repaintsWait && !moved)
-        nextRepaint = now + RepaintInterval;
-    if (now - lastLook >= LookInterval || moved || timerIsDue(now)) {
-        lastLook = now;
-        QCoreApplication::processEvents();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest); // what those events changed
-    } else {
-        QCoreApplication::sendPostedEvents();
-    }
-    repaintsWait = false;
-    for (const QPointer<QObject>& window : std::exchange(keptRepaints, {})) {
-        if (window)
-            QCoreApplication::postEvent(window, new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
-    }
-    throwIfEnded();
-    if (!std::exchange(moved, false) || pace == Pace::Immediate)
-        return;
-    nextRepaint = std::max(nextRepaint, Clock::now() - RepaintInterval) + RepaintInterval;
-    std::this_thread::sleep_until(nextRepaint);
-}
-
 bool DesktopState::keepsRepaint(QObject& window)
 {
     if (!repaintsWait)
@@ -284,16 +247,6 @@ bool DesktopState::keepsRepaint(QObject& window)
     if (std::find(keptRepaints.begin(), keptRepaints.end(), &window) == keptRepaints.end())
         keptRepaints.emplace_back(&window);
     return true;
-}
-
-bool DesktopState::timerIsDue(Clock::time_point now) const
-{
-    return std::any_of(timers.begin(), timers.end(), [now](const Timer* timer) { return timer->isDue(now); });
-}
-
-void DesktopState::repaintOnly()
-{
-    processSuspended(QEventLoop::ExcludeUserInputEvents);
 }
 
 // A window's close comes with the input, so that all of it is taken in, though nothing is done by it yet.
@@ -337,25 +290,6 @@ void DesktopState::processSuspended(QEventLoop::ProcessEventsFlags flags)
     paintNow(); // what came meanwhile, such as a frame of a film
     for (std::function<void()>& action : std::exchange(postponed, {}))
         invokeLater(std::move(action));
-}
-
-void DesktopState::wait(int milliseconds)
-{
-    waitUntil([this] { return pace == Pace::Immediate; }, milliseconds);
-}
-
-bool DesktopState::waitUntil(const std::function<bool()>& condition, int milliseconds)
-{
-    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(milliseconds);
-    while (true) {
-        repaintOnly();
-        if (condition())
-            return true;
-        const Clock::time_point now = Clock::now();
-        if (now >= end)
-            return false;
-        std::this_thread::sleep_for(std::min<Clock::duration>(end - now, WaitStep));
-    }
 }
 
 // A scope that is still open ends with another call.

@@ -81,11 +81,8 @@ struct DesktopState {
     void paintNow();     // paints all that changed before it returns
     void releaseMouse(); // the pressed widget gets no release any more
 
-    void doEvents();
-    void repaintOnly();
-    bool mayWait(std::chrono::milliseconds waited); // for a picture: false once the user closes a window
-    void wait(int milliseconds);
-    bool waitUntil(const std::function<bool()>& condition, int milliseconds);
+    void processSuspended(QEventLoop::ProcessEventsFlags flags); // repaints meanwhile
+    bool mayWait(std::chrono::milliseconds waited);              // for a picture: false once the user closes a window
 
     // Runs it in the next iteration of the event loop; when events are suspended then, behind that.
     void invokeLater(std::function<void()> action);
@@ -117,6 +114,7 @@ struct DesktopState {
     DrawnWidget* mouseGrabber = nullptr;          // is pressed, and gets all of the mouse until its release
     DrawnWidget* releasing = nullptr;             // its MouseUp runs, Click is still to come
     DrawnWidget* lastPressed = nullptr;           // for the second press of a double click
+    QPointer<QWidget> focusWhenShown;             // while what it lies on has the focus
     QPointer<QWidget> lastText;                   // the text box that had the focus last
     int scopes = 0;                               // of HandlerScope
     bool eventsSuspended = false;                 // windows paint, but what would run a handler comes later
@@ -133,10 +131,8 @@ struct DesktopState {
     bool running = false; // in `run`
 
 private:
-    void processSuspended(QEventLoop::ProcessEventsFlags flags);
     void replayInput();
     void destroyUnloadedForms();
-    bool timerIsDue(Clock::time_point now) const;
 };
 
 // What an event of the library leads to. Nothing is thrown through the library's code: the end of the program is noted

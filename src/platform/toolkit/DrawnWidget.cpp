@@ -213,7 +213,6 @@ DrawnControl::DrawnControl(Container* parent, const Plan& plan)
     , Drawn(static_cast<Component*>(this))
 {
     widget()->setAttribute(Qt::WA_NoSystemBackground);
-    widget()->setEnabled(true);
 }
 
 void DrawnControl::followInput()
@@ -240,6 +239,12 @@ void DrawnControl::showOrHide()
     widget()->update();
     if (!stays)
         widget()->setVisible(Visible());
+    QPointer<QWidget>& waiting = desktop().state().focusWhenShown;
+    if (Visible() && waiting == widget()) {
+        waiting.clear();
+        if (widget()->parentWidget()->hasFocus())
+            SetFocus();
+    }
 }
 
 // It isn't disabled as a widget, which would hand on the focus.

@@ -89,6 +89,7 @@ DriveList::DriveList(Container* parent, const Plan& plan)
     : Control(parent, plan, new DriveBox(parent->client(), [this] { refreshPlaces(); }))
     , m_box(static_cast<QComboBox&>(*widget()))
 {
+    enableOrDisable();
     refreshPlaces();
     m_drive = m_places.size() > 1 ? m_places[1] : m_places[0];
     showPlaces();

@@ -55,7 +55,7 @@ void collectTabStops(const Container& container, std::vector<QWidget*>& stops)
 {
     const auto isItem = [](Control* control) { return control->drawn() != nullptr && control->container() == nullptr; };
     for (Control* control : container.controls()) {
-        if (isItem(control))
+        if (isItem(control) && control->drawn()->takesFocus())
             stops.push_back(control->widget());
     }
     for (Control* control : container.controls()) {
@@ -163,8 +163,16 @@ void FormWindow::prepare()
     followHandlers(m_form);
     std::vector<QWidget*> stops{this};
     collectTabStops(m_form, stops);
+    // The library leaves out of the order what takes no focus now, though it may be enabled later.
+    std::vector<Qt::FocusPolicy> policies;
+    for (QWidget* stop : stops) {
+        policies.push_back(stop->focusPolicy());
+        stop->setFocusPolicy(Qt::TabFocus);
+    }
     for (std::size_t next = 1; next < stops.size(); ++next)
         setTabOrder(stops[next - 1], stops[next]);
+    for (std::size_t stop = 0; stop < stops.size(); ++stop)
+        stops[stop]->setFocusPolicy(policies[stop]);
 }
 
 void FormWindow::place()

@@ -1,10 +1,15 @@
 #include "platform/toolkit/Frame.h"
 
+#include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/DesktopState.h"
 #include "platform/toolkit/QtValues.h"
 #include "platform/toolkit/Style.h"
 
 #include <QPainter>
 #include <QWidget>
+
+#include <algorithm>
+#include <vector>
 
 namespace trovarium {
 
@@ -22,6 +27,28 @@ DrawnContainer::DrawnContainer(Container* parent, const Plan& plan, ScaleMode sc
 {
     widget()->setAttribute(Qt::WA_OpaquePaintEvent);
     Control::enableOrDisable();
+}
+
+void DrawnContainer::SetFocus()
+{
+    const std::vector<Control*>& all = controls();
+    const auto takes = [](const Control* control) {
+        return control->drawn() != nullptr && control->drawn()->takesFocus();
+    };
+    const auto last = std::find_if(all.begin(), all.end(),
+        [&](const Control* control) { return control->widget() == widget()->focusWidget() && takes(control); });
+    const auto first = std::find_if(
+        all.begin(), all.end(), [&](const Control* control) { return takes(control) && control->takesInput(); });
+    if (last != all.end() && (*last)->takesInput()) {
+        (*last)->SetFocus();
+        return;
+    }
+    if (last != all.end())
+        desktop().state().focusWhenShown = (*last)->widget();
+    if (last != all.end() || takesFocus() || first == all.end())
+        Control::SetFocus();
+    else
+        (*first)->SetFocus();
 }
 
 Frame::Frame(Container* parent, const Plan& plan)

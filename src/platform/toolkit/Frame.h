@@ -19,6 +19,7 @@ public:
     bool takesInput() const override { return Control::takesInput(); }
     bool isPainted() const override { return true; }
     bool hasControls() const override { return true; }
+    void SetFocus() override; // for what is drawn on it and had it last, as soon as that shows; or itself, or the first
     void letGo() override { }
 
 protected:

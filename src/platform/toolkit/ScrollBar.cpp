@@ -108,7 +108,6 @@ ScrollBar::ScrollBar(Container* parent, const Plan& plan, Orientation orientatio
     : Control(parent, plan, new Bar(*this, orientation, parent->client()))
     , m_bar(static_cast<Bar&>(*widget()))
 {
-    m_bar.setEnabled(true);
     enableOrDisable();
     showRange();
 }

@@ -128,6 +128,7 @@ TextBox::TextBox(Container* parent, const Plan& plan)
     , m_edit(static_cast<QLineEdit&>(*widget()))
     , m_text(plan.Caption)
 {
+    enableOrDisable();
     showIn(m_edit, toQString(m_text), 0);
     QObject::connect(&m_edit, &QLineEdit::textEdited, &m_edit, [this] { edited(); });
 }
@@ -164,6 +165,7 @@ ComboBox::ComboBox(Container* parent, const Plan& plan)
     , m_box(static_cast<QComboBox&>(*widget()))
     , m_text(plan.Caption)
 {
+    enableOrDisable();
     showText();
     QObject::connect(m_box.lineEdit(), &QLineEdit::textEdited, &m_box,
         [this](const QString& text) { deliverEvent(*this, [&] { typed(toText(text)); }); });
