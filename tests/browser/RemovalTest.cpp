@@ -2,10 +2,7 @@
 
 namespace trovarium {
 
-namespace {
-
-class RemovalTest : public MainWindow {
-protected:
+struct RemovalTest : MainWindow {
     // "Alps" has the second photograph twice, and one that is a link out of the library.
     RemovalTest()
     {
@@ -37,8 +34,6 @@ protected:
     const std::string linked = test.folder().inside("linked.jpg");
     const Names whole{"p2.jpg", "p3.jpg", "p2.jpg", "linked.jpg", "p5.jpg"};
 };
-
-} // namespace
 
 TEST_F(RemovalTest, APhotographLeavesAllItsGroupsForAFolderBesideIt)
 {

@@ -1,11 +1,10 @@
 #include "import/AutoScan.h"
 
 #include "import/ImportWindow.h"
-#include "platform/toolkit/Units.h"
 
 namespace trovarium {
 
-class AutoScanTest : public ImportWindow { };
+using AutoScanTest = ImportWindow;
 
 TEST_F(AutoScanTest, FilesComeByTypeThenFolderAndAreSplit)
 {
@@ -23,9 +22,6 @@ TEST_F(AutoScanTest, FilesComeByTypeThenFolderAndAreSplit)
         list.Enabled = false; // as while the paths are split
         robot.click(form().cmdRemoveFile);
         EXPECT_EQ(list.ListCount(), 6);
-        list.Clear();
-        robot.key(form(), EscapeKey);
-        EXPECT_FALSE(form().isLoaded());
     });
 }
 

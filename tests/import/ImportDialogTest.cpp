@@ -1,10 +1,8 @@
 #include "import/ImportWindow.h"
-#include "platform/toolkit/Units.h"
 
 namespace trovarium {
 
-class ImportDialogTest : public ImportWindow {
-protected:
+struct ImportDialogTest : ImportWindow {
     void add(std::initializer_list<int> rows)
     {
         for (const int row : rows)
@@ -27,7 +25,6 @@ TEST_F(ImportDialogTest, TheTypesOfTheCheckedBoxesAreListedAndThePrefixIsMended)
         EXPECT_EQ(form().File1.Pattern() + std::to_string(form().File1.ListCount()), "*.abcde0");
         robot.click(form().chkFilter(2), LeftButton, NoKeys, At{7, 10});
         EXPECT_EQ(form().File1.Pattern() + form().File1.List(0), "*.abcde;*.jpgc.jpg");
-
         form().txtAutoName(1).Text = "A1";
         form().txtAutoName(0).Text = "My.Trip:1";
         EXPECT_EQ(form().txtAutoName(0).Text() + setting("Import", "Autoname"), "My_Trip_1My_Trip_1");

@@ -12,8 +12,7 @@
 namespace trovarium {
 
 // The import dialog over the main window, at the folder of sources; each story runs in `inDialog`.
-class ImportWindow : public MainWindow {
-protected:
+struct ImportWindow : MainWindow {
     ImportWindow() { test.setSetting("Import", "LastPath", sources()); }
 
     // Opens the main window, and the dialog by its entry on the File menu; closes it behind the story.

@@ -1,7 +1,5 @@
 #include "browser/MainWindow.h"
 #include "links/frmAddMidiWav.h"
-#include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Units.h"
 #include "runtime/Numbers.h"
 #include "support/RecordedMedia.h"
 #include "support/TemporaryFolder.h"
@@ -9,8 +7,7 @@
 namespace trovarium {
 
 // The link dialog over three groups, "Alps" of three photographs, the first and the last selected.
-class LinkTest : public MainWindow {
-protected:
+struct LinkTest : MainWindow {
     LinkTest()
     {
         folder.write("tone.wav", "x");
