@@ -35,30 +35,21 @@ TEST_F(FullScreenTest, KeysStepThroughPicturesThatFillTheScreenOneWay)
 TEST_F(FullScreenTest, EveryWayBackEndsTheShowAndLeavesItsViewMode)
 {
     openAlbum({{"clip.avi"}, {"p2.jpg"}});
-    const auto leave = [this](char by) {
-        if (by == 'i')
-            robot.click(fullScreen().imgFullScreen);
-        else if (by == 'v')
-            robot.click(fullScreen().picVideoWindowFS);
-        else if (by == 'f')
-            robot.click(fullScreen(), At{1, 1});
-        else
-            robot.key(fullScreen(), EscapeKey);
-    };
-    struct Case {
-        char by; // image, video window, form, key
-        int mode;
-    };
-    for (const auto& [by, mode] :
-        {Case{.by = 'i', .mode = ViewFullScreen}, {'v', ViewPhoto}, {'f', ViewPhoto}, {'k', ViewFullScreen}}) {
-        display(by == 'v' ? 1 : 2);
+    for (const std::string by : {"image", "film", "form", "key"}) {
+        display(by == "film" ? 1 : 2);
         robot.click(main().cmdFullScreen, LeftButton, NoKeys, BesideLabel);
         EXPECT_EQ(main().cmdFullScreen.Picture(), main().pctAlbumList(11).Picture());
         setShowTimer(true);
-        leave(by);
+        if (by == "key")
+            robot.key(fullScreen(), EscapeKey);
+        else if (by == "form")
+            robot.click(fullScreen(), At{1, 1});
+        else
+            robot.click(
+                by == "film" ? static_cast<Control&>(fullScreen().picVideoWindowFS) : fullScreen().imgFullScreen);
         EXPECT_FALSE(isFullScreen() || view().SlideShowRunning);
-        EXPECT_EQ(view().ViewMode, mode);
-        EXPECT_EQ(main().tmrSlideShow.Enabled(), by == 'k') << "so that the pictures step in the main window";
+        EXPECT_EQ(view().ViewMode, by == "key" || by == "image" ? ViewFullScreen : ViewPhoto);
+        EXPECT_EQ(main().tmrSlideShow.Enabled(), by == "key") << "so that the pictures step in the main window";
         pressRowNamed("Alps");
     }
 }
