@@ -2,12 +2,9 @@
 
 namespace trovarium {
 
-namespace {
-
 constexpr const char* AskName = "Enter name for new group.";
 
-class GroupCommandsTest : public MainWindow {
-protected:
+struct GroupCommandsTest : MainWindow {
     bool isThere(const std::string& name) { return test.isThere(test.paths().SlideGroupPath + name + ".lst"); }
     std::string music(const std::string& name) { return test.paths().MidiPath + name + ".mid"; }
     void chooseFor(int row, Menu& entry)
@@ -15,25 +12,15 @@ protected:
         robot.whenMenuOpens([&] { robot.choose(entry); });
         pressRow(row, RightButton);
     }
-    // Opens the dialog of groups, and acts when it stands with its list filled.
+    // Acts in the dialog of groups, when its list is filled.
     void chooseGroup(Menu& entry, const std::function<void()>& act)
     {
         robot.when([this] { return groups().isShown() && groups().lstGroups.ListIndex() >= 0; }, act);
         robot.choose(entry);
         EXPECT_FALSE(groups().isShown());
     }
-    // What it does and the groups that it offers, the chosen one in front.
-    std::string offered()
-    {
-        std::string text = groups().Caption().substr(0, 4) + " " + groups().lstGroups.Text() + ":";
-        for (int i = 0; i < groups().lstGroups.ListCount(); ++i)
-            text += " " + groups().lstGroups.List(i);
-        return text;
-    }
     void clickEntryAt(float y, int button = LeftButton) { robot.click(groups().lstGroups, button, NoKeys, At{20, y}); }
 };
-
-} // namespace
 
 TEST_F(GroupCommandsTest, ANewGroupTakesAFreeNameAndEmptiesNoList)
 {
@@ -67,7 +54,7 @@ TEST_F(GroupCommandsTest, TheRowPressedLastIsDeletedWithItsMusic)
         if (!logLines().empty())
             desktop.files().setFaultHook({});
     }
-    EXPECT_EQ(logLines(), Names{"An error has occurred in 'CreateAlbumGroup'. Error = Permission denied"});
+    EXPECT_EQ(logLines(), Names{"CreateAlbumGroup: Permission denied"});
     EXPECT_FALSE(isThere("Rome") || test.isThere(music("Rome")));
     EXPECT_TRUE(isThere("Alps") && test.isThere(music("Alps")));
     EXPECT_EQ(cells(), names(2)) << "the group on show stays";
@@ -78,13 +65,11 @@ TEST_F(GroupCommandsTest, TheGroupOnShowIsRenamedWithItsMusic)
     putGroup("x_y", {});
     openGroup(3);
     test.put(music("Alps"), "MThd");
-    putGroup("Unread", {"p1.jpg"}); // since the names were read
-    const auto before = test.allFiles();
+    putGroup("Unread", {"p1.jpg"});                                     // since the names were read
     for (const char* refused : {"x.y", "unread", "TmpGroup", "Free"}) { // the last one by the disk
         prompts.expectInput("Rename \"Alps\" group to ...", refused);
         prompts.expectNotice("Group name already in use. Try another", [&] {
             EXPECT_EQ(group().CurrentGroupName + rows().at(1) + main().lstSlideGroups.List(1), "AlpsAlpsAlps");
-            EXPECT_EQ(test.allFiles(), before);
             if (prompts.asked().size() == 6)
                 test.failAt(FileOperation::Rename, "Alps.lst", FailureKind::PermissionDenied);
             else
@@ -107,7 +92,9 @@ TEST_F(GroupCommandsTest, AReleaseOnAnEntryCopiesAndEnterMoves)
     openGroup(4);
     select({1, 3});
     chooseGroup(main().mnuEditAdd, [&] {
-        EXPECT_EQ(offered(), "Copy Bath: Bath Rome") << "not the one on show, nor all photographs";
+        const ListBox& offered = groups().lstGroups;
+        EXPECT_EQ(groups().Caption().substr(0, 4) + offered.List(0) + offered.List(1), "CopyBathRome");
+        EXPECT_EQ(offered.ListCount(), 2) << "neither the one on show nor all photographs";
         clickEntryAt(180); // below the last one
         clickEntryAt(8, RightButton);
         EXPECT_TRUE(groups().isShown());
@@ -122,18 +109,14 @@ TEST_F(GroupCommandsTest, AReleaseOnAnEntryCopiesAndEnterMoves)
     chooseGroup(main().mnuEditMove, [&] { robot.key(groups(), EnterKey); });
     EXPECT_EQ(linesOf("Bath"), (Names{"p1.jpg", "p3.jpg"}));
     EXPECT_EQ(cells(), (Names{"p2.jpg", "p4.jpg"}));
-}
-
-TEST_F(GroupCommandsTest, TheButtonOfTheDialogMakesAGroup)
-{
-    openGroup(2);
     select({1});
     for (Menu* entry : {&main().mnuEditAdd, &main().mnuEditMove}) {
+        EXPECT_EQ(cells().size(), 2U);
         prompts.expectInput(AskName, entry->Name());
         chooseGroup(*entry, [&] { robot.click(groups().cmdNewGroup); });
-        EXPECT_EQ(linesOf(entry->Name()), Names{"p1.jpg"});
-        EXPECT_EQ(cells().size(), entry == &main().mnuEditAdd ? 2U : 1U);
+        EXPECT_EQ(linesOf(entry->Name()), Names{"p2.jpg"});
     }
+    EXPECT_EQ(cells(), Names{"p4.jpg"});
 }
 
 } // namespace trovarium

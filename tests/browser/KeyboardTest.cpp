@@ -2,78 +2,65 @@
 
 namespace trovarium {
 
-namespace {
-
 using Keys = std::vector<int>;
 
-class KeyboardTest : public MainWindow {
-protected:
+struct KeyboardTest : MainWindow {
     void key(int code, int shift = NoKeys) { robot.key(main(), code, shift); }
     void keys(const Keys& codes, int shift = NoKeys)
     {
         for (const int code : codes)
             key(code, shift);
     }
-    // The position of the thumbnail with the focus; 0 for none.
-    int focus()
+    // The photograph on show and its zoom, or the page, the position with the focus and what is selected.
+    std::string state()
     {
+        if (view().ViewMode == ViewPhoto)
+            return std::to_string(view().CurrentIndex) + " x" + std::to_string(view().ZoomLevel);
+        std::string text = page().substr(5, 2);
         for (int cell = 0; cell < 16; ++cell)
             if (main().imgThumbnail(cell).hasFocus())
-                return main().pages().positionOf(cell);
-        return 0;
+                text += std::to_string(main().pages().positionOf(cell)) + ":";
+        for (const int position : selectedPositions())
+            text += " " + std::to_string(position);
+        return text;
     }
 };
 
-} // namespace
-
-TEST_F(KeyboardTest, ArrowsMoveAmongThumbnailsAndTurnPages)
+TEST_F(KeyboardTest, KeysMoveTheFocusSelectAndShowPhotographs)
 {
     struct Case {
-        const char* what;
-        Keys pressed;
-        int there;
+        Keys way;
+        int last, shift;
+        std::string shown;
+    };
+    const auto run = [this](const std::vector<Case>& cases) {
+        for (const auto& [way, last, shift, shown] : cases) {
+            keys(way);
+            key(last, shift);
+            EXPECT_EQ(state(), shown);
+        }
     };
     openGroup(34);
-    for (const auto& [what, pressed, there] : {Case{.what = "right", .pressed = {HomeKey, RightKey}, .there = 2},
-             {"left stops at the first", {HomeKey, LeftKey}, 1}, {"up stops in the first row", {HomeKey, UpKey}, 1},
-             {"down turns the page", {HomeKey, DownKey, DownKey, DownKey, DownKey}, 17},
-             {"right stops at the last", {EndKey, RightKey}, 34},
-             {"down in the last row stops", {EndKey, LeftKey, DownKey}, 33},
-             {"a page on", {HomeKey, RightKey, PageDownKey}, 18}, {"and back", {EndKey, PageUpKey}, 18}}) {
-        keys(pressed);
-        EXPECT_EQ(focus(), there) << what;
-        EXPECT_EQ(page(), "Page " + std::to_string((there - 1) / 16 + 1) + " of 3") << what;
-    }
-}
-
-TEST_F(KeyboardTest, AHeldKeyWaitsForThePage)
-{
-    openGroup(34);
+    run({{.way = {HomeKey}, .last = RightKey, .shift = NoKeys, .shown = "1 2:"}, {{HomeKey}, LeftKey, NoKeys, "1 1:"},
+        {{HomeKey}, UpKey, NoKeys, "1 1:"}, {{HomeKey, DownKey, DownKey, DownKey}, DownKey, NoKeys, "2 17:"},
+        {{EndKey}, RightKey, NoKeys, "3 34:"}, {{EndKey, LeftKey}, DownKey, NoKeys, "3 33:"},
+        {{HomeKey, RightKey}, PageDownKey, NoKeys, "2 18:"}, {{EndKey}, PageUpKey, NoKeys, "2 18:"},
+        {{HomeKey}, SpaceKey, NoKeys, "1 1: 1"}, {{RightKey, RightKey, RightKey}, SpaceKey, ShiftKey, "1 4: 1 2 3 4"},
+        {{LeftKey}, SpaceKey, CtrlKey, "1 3: 1 2 4"}, {{}, SpaceKey, NoKeys, "1 3: 3"}, {{}, AKey, NoKeys, "1 3: 3"}});
+    key(AKey, CtrlKey);
+    robot.whenMenuOpens([&] { robot.dismissMenu(); });
+    key(MenuKey);
+    EXPECT_EQ(group().SelectedCount, 35) << "the menu's press adds the one with the focus to all";
+    // A held key waits for the page.
     robot.when([&] { return !main().VScroll1.Enabled(); }, [&] { key(EndKey); });
     keys({HomeKey, PageDownKey});
-    EXPECT_EQ(page() + " " + std::to_string(focus()), "Page 2 of 3 17");
-}
-
-TEST_F(KeyboardTest, EnterOpensArrowsStepSignsZoomAndEscapeGoesBack)
-{
-    openGroup(34);
-    keys({EndKey, EnterKey});
-    struct Case {
-        int pressed, shift, index, zoom;
-    };
-    for (const auto& [pressed, shift, index, zoom] :
-        {Case{.pressed = LeftKey, .shift = NoKeys, .index = 33, .zoom = -1}, {RightKey, NoKeys, 34, -1},
-            {HomeKey, NoKeys, 34, -1}, {LeftKey, ShiftKey, 34, -1}, {PlusKey, ShiftKey, 34, 2},
-            {PlusKey, CtrlKey, 34, 2}, {MinusKey, ShiftKey, 34, 1}}) {
-        key(pressed, shift);
-        EXPECT_EQ(std::pair(view().CurrentIndex, int(view().ZoomLevel)), std::pair(index, zoom));
-    }
+    EXPECT_EQ(state().substr(0, 5), "2 17:");
+    run({{{EndKey, EnterKey}, LeftKey, NoKeys, "33 x-1"}, {{}, RightKey, NoKeys, "34 x-1"},
+        {{}, HomeKey, NoKeys, "34 x-1"}, {{}, LeftKey, ShiftKey, "34 x-1"}, {{}, PlusKey, ShiftKey, "34 x2"},
+        {{}, PlusKey, CtrlKey, "34 x2"}, {{}, MinusKey, ShiftKey, "34 x1"}});
     main().mnuViewPrevious.Enabled = false;
-    keys({LeftKey, EscapeKey});
-    EXPECT_EQ(view().ViewMode, ViewThumbnails);
-    EXPECT_EQ(focus(), 34);
-    key(F11Key);
-    EXPECT_EQ(opened, "full ");
+    keys({LeftKey, EscapeKey, F11Key});
+    EXPECT_EQ(state() + opened, "3 34:full ");
 }
 
 TEST_F(KeyboardTest, NoKeyActsWhileATextIsEdited)
@@ -85,7 +72,7 @@ TEST_F(KeyboardTest, NoKeyActsWhileATextIsEdited)
         view().InfoEditing = !isField;
         keys({F2Key, F11Key, HomeKey, DeleteKey});
         key(AKey, CtrlKey);
-        EXPECT_EQ(opened + page() + std::to_string(focus()), "Page 3 of 334");
+        EXPECT_EQ(opened + state(), "3 34:");
     }
 }
 
@@ -116,33 +103,11 @@ TEST_F(KeyboardTest, CtrlShiftWithAnArrowMovesTheSelectedAsOneBlock)
     pressRowNamed("Alps");
     select({16});
     key(RightKey, ShiftKey | CtrlKey);
-    EXPECT_EQ(page() + " " + std::to_string(focus()), "Page 2 of 2 17");
+    EXPECT_EQ(state(), "2 17: 17");
     test.failAt(FileOperation::Print, "Alps.lst", FailureKind::DiskFull);
     key(RightKey, ShiftKey | CtrlKey);
     EXPECT_EQ(selectedPositions(), Positions{}) << "a list that couldn't be written";
     EXPECT_EQ(cells(), (Names{"p16.jpg", "p18.jpg"}));
-}
-
-TEST_F(KeyboardTest, SpaceSelectsAsTheMouseDoesAndCtrlASelectsAll)
-{
-    struct Case {
-        Keys way;
-        int pressed, shift;
-        Positions selected;
-    };
-    openGroup(6);
-    for (const auto& [way, pressed, shift, selected] :
-        {Case{.way = {HomeKey}, .pressed = SpaceKey, .shift = NoKeys, .selected = {1}},
-            {{RightKey, RightKey, RightKey}, SpaceKey, ShiftKey, {1, 2, 3, 4}},
-            {{LeftKey}, SpaceKey, CtrlKey, {1, 2, 4}}, {{}, SpaceKey, NoKeys, {3}}, {{}, AKey, NoKeys, {3}},
-            {{}, AKey, CtrlKey, {1, 2, 3, 4, 5, 6}}}) {
-        keys(way);
-        key(pressed, shift);
-        EXPECT_EQ(selectedPositions(), selected);
-    }
-    robot.whenMenuOpens([&] { robot.dismissMenu(); });
-    key(MenuKey);
-    EXPECT_EQ(group().SelectedCount, 7) << "the menu's press adds the one with the focus";
 }
 
 TEST_F(KeyboardTest, DeleteAndF2FollowTheRulesOfTheirEntries)

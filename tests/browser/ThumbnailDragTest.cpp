@@ -4,11 +4,7 @@
 
 namespace trovarium {
 
-namespace {
-
-class ThumbnailDragTest : public MainWindow {
-protected:
-    ThumbnailDrag& thumbnailDrag() { return main().thumbnailDrag(); }
+struct ThumbnailDragTest : MainWindow {
     // From the middle of a cell to a place of the frame, by the mouse.
     void drag(int cell, At inFrame, int shift = NoKeys)
     {
@@ -27,8 +23,6 @@ protected:
         return main().shpDropPosition.Visible();
     }
 };
-
-} // namespace
 
 TEST(DropGeometryTest, ThePointerAimsAtAQuarterOfTheFrameAndTurnsPagesAtItsEdges)
 {
@@ -52,15 +46,15 @@ TEST(DropGeometryTest, ThePointerAimsAtAQuarterOfTheFrameAndTurnsPagesAtItsEdges
 TEST_F(ThumbnailDragTest, MoreThanTwoHundredTwipsStartADrag)
 {
     openGroup(6);
+    ThumbnailDrag& drag = main().thumbnailDrag();
     for (const auto& [x, y, dragging] : {std::tuple{900.0F, 750.0F, false}, {901.0F, 750.0F, true},
              {500.0F, 750.0F, false}, {700.0F, 951.0F, true}, {700.0F, 950.0F, false}}) {
         main().selection().imgThumbnail_MouseDown(0, LeftButton, NoKeys, 700, 750);
-        thumbnailDrag().imgThumbnail_MouseMove(0, LeftButton, NoKeys, x, y);
-        EXPECT_EQ(thumbnailDrag().ThumbnailDragging, dragging);
+        drag.imgThumbnail_MouseMove(0, LeftButton, NoKeys, x, y);
         EXPECT_EQ(marksShow(), dragging);
-        thumbnailDrag().imgThumbnail_MouseUp(0);
-        thumbnailDrag().imgThumbnail_MouseMove(0, LeftButton, NoKeys, 2635, 780);
-        EXPECT_FALSE(thumbnailDrag().ThumbnailDragging || marksShow()) << "the release ends it";
+        drag.imgThumbnail_MouseUp(0);
+        drag.imgThumbnail_MouseMove(0, LeftButton, NoKeys, 2635, 780);
+        EXPECT_FALSE(marksShow()) << "the release ends it";
     }
 }
 
@@ -108,19 +102,16 @@ TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnce)
 {
     const At between{20, 80 + 31};
     const At start{204 + 24 + 2 * 128 + 52, 40 + 66}; // within 200 twips of the press
-    const int reorder = ThumbnailDrag::ReorderTarget;
-    const int none = ThumbnailDrag::NoTarget;
     struct Case {
         std::vector<At> way;
-        int target, pointer;
+        int pointer;
         const char *list, *numbers;
     };
     openGroup(4);
-    for (const auto& [way, target, pointer, list, numbers] :
-        {Case{.way = {onRow(0)}, .target = 0, .pointer = OwnPointer, .list = "  All Photos  ", .numbers = "123413"},
-            {{onRow(6)}, 6, OwnPointer, "Label3", "13"}, // a hidden row, by the name that it had last
-            {{onRow(2), between}, none, NoDropPointer, "Rome", "9"},
-            {{onRow(2), start}, reorder, DefaultPointer, "Alps", "2134"}}) {
+    for (const auto& [way, pointer, list, numbers] :
+        {Case{.way = {onRow(0)}, .pointer = OwnPointer, .list = "  All Photos  ", .numbers = "123413"},
+            {{onRow(6)}, OwnPointer, "Label3", "13"}, // a hidden row, by the name that it had last
+            {{onRow(2), between}, NoDropPointer, "Rome", "9"}, {{onRow(2), start}, DefaultPointer, "Alps", "2134"}}) {
         SCOPED_TRACE(list);
         putGroup("Rome", {"p9.jpg"});
         putGroup("Alps", names(4));
@@ -130,12 +121,11 @@ TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnce)
         robot.moveTo(main(), At{400, 200});
         for (const At& place : way)
             robot.moveTo(main(), place);
-        EXPECT_EQ(thumbnailDrag().DropTarget, target);
         EXPECT_EQ(main().imgThumbnail(2).MousePointer(), pointer);
-        EXPECT_EQ(marksShow(), target == reorder);
+        EXPECT_EQ(marksShow(), pointer == DefaultPointer);
         robot.release();
         EXPECT_EQ(main().imgThumbnail(2).MousePointer(), DefaultPointer);
-        EXPECT_EQ(selectedPositions(), target == reorder ? Positions{} : (Positions{1, 3}));
+        EXPECT_EQ(selectedPositions(), pointer == DefaultPointer ? Positions{} : (Positions{1, 3}));
         robot.click(main().imgThumbnail(3), MiddleButton);
         EXPECT_EQ(numbersOf(list), numbers);
     }
@@ -157,7 +147,7 @@ TEST_F(ThumbnailDragTest, EscapeOrAMenuCancelsADrag)
         EXPECT_FALSE(marksShow());
         robot.release();
         robot.moveTo(main().imgThumbnail(0), At{2, 2});
-        EXPECT_FALSE(thumbnailDrag().ThumbnailDragging || marksShow());
+        EXPECT_FALSE(marksShow());
         EXPECT_EQ(main().imgThumbnail(2).MousePointer(), DefaultPointer);
         EXPECT_EQ(linesOf("Rome"), Names{"old.jpg"});
     }

@@ -16,7 +16,7 @@ Colors = dict[Place, Color | None]
 
 ALL_PHOTOS = "  All Photos  "
 CELLS = 16  # to a page
-WHITE = (255, 255, 255)  # the rim of a selected thumbnail
+WHITE = (255, 255, 255)
 YELLOW = (255, 255, 0)  # where the dragged ones would go
 
 
@@ -73,13 +73,11 @@ class View:
         self.window = window
         self._menu_height = window.height - CLIENT_HEIGHT if window.is_main else 0
 
-    def _do(self, place: Place, *act: str, held: str = "") -> None:
-        if held:
-            act = ("keydown", held, *act, "keyup", held)
+    def _do(self, place: Place, *act: str) -> None:
         self.desktop.mouse(self.window, place[0], place[1] + self._menu_height, *act)
 
-    def click(self, place: Place, held: str = "", times: int = 1) -> None:
-        self._do(place, "click", "--repeat", str(times), "--delay", "60", "1", held=held)
+    def click(self, place: Place, times: int = 1) -> None:
+        self._do(place, "click", "--repeat", str(times), "--delay", "60", "1")
 
     def do(self, *steps: str | Place | dict[Place, str]) -> None:
         """Keys by their names, clicks at places, and texts in place of what stands in the text boxes there."""
@@ -93,9 +91,9 @@ class View:
                     self.do(place, "ctrl+a")
                     self.desktop.act("type", text)
 
-    def drag(self, start: Place, *way: tuple[Place, Colors], held: str = "") -> None:
+    def drag(self, start: Place, *way: tuple[Place, Colors]) -> None:
         """Presses, and moves on whenever the window shows the colors that stand beside the place."""
-        self._do(start, "mousedown", "1", held=held)
+        self._do(start, "mousedown", "1")
         for (x, y), colors in way:
             # One move a time, since each turns a page; a move to where the mouse is would be none.
             tries = count()
@@ -112,16 +110,12 @@ class View:
 
     def shows(self, what: str, colors: Colors, act: Callable[[], object] = lambda: None) -> None:
         """Acts until each place looks like its color."""
-        seen: dict[Place, Color] = {}
 
         def as_expected() -> bool:
-            seen.update(self.colors(colors))
+            seen = self.colors(colors)
             return all(looks_like(seen[place], color) for place, color in colors.items())
 
-        try:
-            until(what, as_expected, act)
-        except AssertionError as failure:
-            raise AssertionError(f"{failure}\nseen: {seen}\nexpected: {colors}") from None
+        until(f"{what}: {colors}", as_expected, act)
 
     def shows_page(self, what: str, numbers: list[int], act: Callable[[], object] = lambda: None) -> None:
         """The photographs with these numbers, from the first cell on, and no further one."""
@@ -130,17 +124,14 @@ class View:
 
     # ---- the plan of the main window ----
 
-    RIM, MIDDLE, RIGHT_HALF, MARK_BEHIND = -4, 50, 80, 113  # pixels from a thumbnail's left edge
+    MIDDLE, RIGHT_HALF, MARK_BEHIND = 50, 80, 113  # pixels from a thumbnail's left edge
 
     @staticmethod
     def cell(index: int, right: int = MIDDLE) -> Place:
         """In the upper half of a thumbnail, where no name lies; `index` is 0 to 15."""
         return 204 + 24 + 128 * (index % 4) + right, 40 + 16 + 112 * (index // 4) + 30
 
-    @staticmethod
-    def group_row(row: int) -> Place:
-        return 16 + 70, 80 + 32 * row + 15
-
+    TRIP_ROW = (16 + 70, 80 + 32 + 15)  # the second one of the groups
     FRAME_CENTRE = (204 + 272, 40 + 234)
     NEXT = (86 + 34, 504 + 15)
     SCROLLBAR_DOWN = (204 + 528 + 8, 40 + 12 + 377 - 8)

@@ -1,7 +1,5 @@
 #include "browser/MainWindow.h"
 #include "export/frmExport.h"
-#include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Units.h"
 #include "support/TemporaryFolder.h"
 
 #include <filesystem>
@@ -9,8 +7,7 @@
 namespace trovarium {
 
 // The export dialog over a group of three photographs, the last two selected; p3 is a link.
-class ExportTest : public MainWindow {
-protected:
+struct ExportTest : MainWindow {
     ExportTest()
     {
         test.setSetting("Export", "LastPath", folder.inside());
@@ -22,16 +19,6 @@ protected:
         main().dialogs().showExport = [this] { form().showModal(); };
     }
 
-    void inDialog(const std::function<void()>& story)
-    {
-        robot.whenShown("frmExport", [&] {
-            story();
-            if (form.isLoaded())
-                robot.key(form(), EscapeKey);
-            EXPECT_FALSE(form.isLoaded());
-        });
-        robot.choose(main().mnuFileExport);
-    }
     // "o" over write, "p" photograph, "t" thumbnail, "i" information, "n" native and not CSV, "a" append.
     void exportWith(const std::string& boxes)
     {
@@ -63,7 +50,7 @@ protected:
     }
 
     TemporaryFolder folder;
-    FormHolder<frmExport> form{desktop, [this] { return std::make_unique<frmExport>(desktop, test.album()); }};
+    FormHolder<frmExport> form = held<frmExport>();
     const std::vector<std::string> copies{
         "p2.jpg", "tn_p2.jpg", "p2.jpg.info", "p3.jpg", "tn_p3.jpg", "p3.jpg.info", "Trovarium_Info.csv"};
     const std::string source = test.folder().inside("p3.jpg");
@@ -76,19 +63,17 @@ TEST_F(ExportTest, TheSelectionGoesOutAsItIsInARunThatNothingCancels)
     putOldCopies();
     std::string told;
     desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
-        const bool isOnce = operation == FileOperation::Delete && path == folder.inside("tn_p3.jpg");
-        for (int press = 0; isOnce && press < 3; ++press) {
+        if (operation != FileOperation::Delete || path != folder.inside("tn_p3.jpg"))
+            return;
+        for (int press = 0; press < 3; ++press) {
             told += form().cmdExport.Caption() + form().lbProgress.Caption() + " ";
             robot.click(form().cmdExport);
         }
-        if (isOnce) {
-            told += marks() + std::to_string(form().pctProgress.AccessibleValue());
-            form().chkExport(0).Value = 0; // from here on no photograph is taken
-        }
+        told += marks() + std::to_string(form().pctProgress.AccessibleValue());
+        form().chkExport(0).Value = 0; // from here on no photograph is taken
     });
-    inDialog([&] {
+    inDialog(main().mnuFileExport, form, [&] {
         EXPECT_EQ(setting("Import", "LastPath"), "none") << "nobody has chosen it";
-        desktop.DoEvents();
         EXPECT_TRUE(form().Dir1.hasFocus());
         run();
         EXPECT_EQ(told, "CancelExporting ImportExporting CancelExporting x--ooo-66");
@@ -123,13 +108,13 @@ TEST_F(ExportTest, BoxesTellWhatIsTakenWhatBecomesOfOldCopiesAndWhatAFailureEnds
     const std::string full = "Disk full", none = "File not found";
     const struct {
         std::string boxes, place, expected, error;
-    } cases[] = {{.boxes = "p+", .place = "", .expected = "xooxoo-", .error = ""}, {"on+", "", "------o", ""},
-        {"ona+", "", "--o--oo", ""}, {"tin+", "", "oxxoxxo", ""}, {"tia+", "", "oxooxox", ""},
-        {"op+", "", "x--x---", ""}, {"opn+", "p2.jpg", "o--x--o", ""}, {"otn+", "tn_p2.jpg", "-o-oooo", full},
+    } cases[] = {{.boxes = "on+", .place = "", .expected = "------o", .error = ""}, {"ona+", "", "--o--oo", ""},
+        {"tin+", "", "oxxoxxo", ""}, {"tia+", "", "oxooxox", ""}, {"op+", "", "x--x---", ""},
+        {"opn+", "p2.jpg", "o--x--o", ""}, {"otn+", "tn_p2.jpg", "-o-oooo", full},
         {"otin+", "p2.jpg.info", "-xooooo", full}, {"ptn", "tn_p2.jpg", "x------", full},
         {"tin", "tn_p2.jpg", "--x-xx-", full}, {"t", "", "-x--x--", none}, {"ti", "", "-x--x-x", ""},
         {"pi", "Trovarium_Info.csv", "x--x---", ""}, {"pia", "p2.jpg.info", "---x--x", ""}};
-    inDialog([&] {
+    inDialog(main().mnuFileExport, form, [&] {
         for (const auto& [boxes, place, expected, error] : cases) {
             if (boxes.find('+') != boxes.npos)
                 putOldCopies();
@@ -148,9 +133,8 @@ TEST_F(ExportTest, BoxesTellWhatIsTakenWhatBecomesOfOldCopiesAndWhatAFailureEnds
                 std::filesystem::remove(folder.native(name));
         }
     });
-    // Of a disk that is full and of a source that is gone.
-    EXPECT_EQ(
-        std::ranges::count_if(logLines(), [](const auto& line) { return line.find("cmdExport") != line.npos; }), 2);
+    EXPECT_EQ(std::ranges::count_if(logLines(), [](const auto& line) { return line.starts_with("cmdExport"); }), 2)
+        << "of a disk that is full and of a source that is gone";
 }
 
 TEST_F(ExportTest, TheLibrarysOwnFoldersLoseNothing)
@@ -161,10 +145,8 @@ TEST_F(ExportTest, TheLibrarysOwnFoldersLoseNothing)
     test.put(paths.InfoPath + "tn_p2.jpg.info", "");
     test.put(paths.ThumbnailPath + "tn_p2.jpg", "");
     const auto before = test.allFiles();
-    inDialog([&] {
-        group().GroupSelect.clear();
-        EXPECT_FALSE(form().AddSelectedFiles());
-        EXPECT_EQ(logLines(), Names{"An error has occurred in 'AddSelectedFiles'. Error = Subscript out of range"});
+    inDialog(main().mnuFileExport, form, [&] {
+        form().List1.Clear();
         form().List1.AddItem("tn_p2.jpg");
         form().List1.AddItem("p2.jpg");
         form().List1.AddItem("..\\..\\p3.jpg"); // as somebody else's list may have it

@@ -1,10 +1,8 @@
 #include "import/ImportWindow.h"
-#include "platform/toolkit/Units.h"
 
 namespace trovarium {
 
-class ImportDialogTest : public ImportWindow {
-protected:
+struct ImportDialogTest : ImportWindow {
     void add(std::initializer_list<int> rows)
     {
         for (const int row : rows)
@@ -27,7 +25,6 @@ TEST_F(ImportDialogTest, TheTypesOfTheCheckedBoxesAreListedAndThePrefixIsMended)
         EXPECT_EQ(form().File1.Pattern() + std::to_string(form().File1.ListCount()), "*.abcde0");
         robot.click(form().chkFilter(2), LeftButton, NoKeys, At{7, 10});
         EXPECT_EQ(form().File1.Pattern() + form().File1.List(0), "*.abcde;*.jpgc.jpg");
-
         form().txtAutoName(1).Text = "A1";
         form().txtAutoName(0).Text = "My.Trip:1";
         EXPECT_EQ(form().txtAutoName(0).Text() + setting("Import", "Autoname"), "My_Trip_1My_Trip_1");
@@ -84,9 +81,7 @@ TEST_F(ImportDialogTest, FailuresAreLoggedAndLeaveWhatStood)
         prompts.expectNotice("Error: Device I/O error");
         form().Drive1.chosen(0);
     });
-    EXPECT_EQ(logLines(),
-        (Names{"An error has occurred in 'Form_Load'. Error = Path not found",
-            "An error has occurred in 'AddSelectedFiles'. Error = Device I/O error"}));
+    EXPECT_EQ(logLines(), (Names{"Form_Load: Path not found", "AddSelectedFiles: Device I/O error"}));
 }
 
 } // namespace trovarium

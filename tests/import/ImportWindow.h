@@ -12,22 +12,15 @@
 namespace trovarium {
 
 // The import dialog over the main window, at the folder of sources; each story runs in `inDialog`.
-class ImportWindow : public MainWindow {
-protected:
+struct ImportWindow : MainWindow {
     ImportWindow() { test.setSetting("Import", "LastPath", sources()); }
 
     // Opens the main window, and the dialog by its entry on the File menu; closes it behind the story.
-    template <class Story>
-    void inDialog(const Story& story)
+    void inDialog(const std::function<void()>& story)
     {
         openGroup(1);
         main().dialogs().showImport = [this] { form().showModal(); };
-        robot.whenShown("frmImport", [&] {
-            desktop.DoEvents();
-            story();
-            form().unload();
-        });
-        robot.choose(main().mnuFileImport);
+        MainWindow::inDialog(main().mnuFileImport, form, story);
     }
 
     std::string sources() const { return m_sources.inside(); }
@@ -53,12 +46,9 @@ protected:
 
     TemporaryFolder m_sources;
     VariableForNow m_home{"HOME", test.folder().path()};
-    FormHolder<frmSearch> search{
-        desktop, [this] { return std::make_unique<frmSearch>(desktop, test.album(), main()); }};
-    FormHolder<frmThumbnail> thumbnails{
-        desktop, [this] { return std::make_unique<frmThumbnail>(desktop, test.album(), video); }};
-    FormHolder<frmImport> form{
-        desktop, [this] { return std::make_unique<frmImport>(desktop, test.album(), main(), search, thumbnails); }};
+    FormHolder<frmSearch> search = held<frmSearch>(main());
+    FormHolder<frmThumbnail> thumbnails = held<frmThumbnail>(video);
+    FormHolder<frmImport> form = held<frmImport>(main(), search, thumbnails);
 };
 
 } // namespace trovarium

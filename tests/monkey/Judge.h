@@ -32,9 +32,18 @@ namespace fs = std::filesystem;
 // Acts run within acts, while the information box slides or a dialog is open: what they may change adds up.
 class Judge {
 public:
+    using Boxes = std::vector<TextBox*>;
+
     explicit Judge(Desktop& desktop)
         : m_desktop(desktop)
     {
+    }
+
+    // Those of the information about the photograph; each has the name of its word, behind "txt".
+    static Boxes boxesOf(frmMain& main)
+    {
+        return {&main.txtTitle, &main.txtYear, &main.txtPlace, &main.txtEvent, &main.txtPeople, &main.txtPhotographer,
+            &main.txtkeywords};
     }
 
     // What is in the library, and beside it in "Stick" and "Out", is right: others worked on it.
@@ -48,11 +57,7 @@ public:
     void touch() { m_isTouched = true; }
 
     // A permit. "> g" lets the group g get lines.
-    void say(const std::string& permit)
-    {
-        if (!said(permit + "\n"))
-            m_said += upper(permit) + "\n";
-    }
+    void say(const std::string& permit) { m_said += said(permit + "\n") ? "" : upper(permit) + "\n"; }
 
     void sayNamed(const std::string& question, std::string name)
     {
@@ -69,15 +74,13 @@ public:
         m_main = nullptr;
         for (int i = 0; i < m_desktop.formsCount(); ++i)
             seeForm(m_desktop.formsItem(i));
-        if (m_main != nullptr && m_main->txtYear.Visible() && !m_main->lbInfo(6).Caption().empty())
-            edit = {{"", m_main->lbInfo(6).Caption()}, {"TITLE=", m_main->txtTitle.Text()},
-                {"PHOTOGRAPHER=", m_main->txtPhotographer.Text()}, {"YEAR=", m_main->txtYear.Text()},
-                {"PEOPLE=", m_main->txtPeople.Text()}, {"PLACE=", m_main->txtPlace.Text()},
-                {"EVENT=", m_main->txtEvent.Text()}, {"KEYWORDS=", m_main->txtkeywords.Text()}};
+        if (m_main != nullptr && m_main->txtYear.Visible())
+            edit[""] = m_main->lbInfo(6).Caption();
+        for (TextBox* box : edit[""].empty() ? Boxes() : boxesOf(*m_main))
+            edit[upper(box->Name().substr(3)) + "="] = box->Text();
         if (m_edit[""] != edit[""])
             m_ended = m_edit;
-        m_edit = edit;
-        m_edits.push_back(edit);
+        m_edits.push_back(m_edit = edit);
     }
 
     // What is wrong, empty for nothing. No permit outlives the last of the acts that run within one another.
@@ -89,7 +92,7 @@ public:
             judgeFiles();
         judgeEdit();
         m_edits = {m_edit};
-        if (isLastAct)
+        if (isLastAct && m_main != nullptr)
             judgeWindow();
         if (!m_wrong.empty())
             m_wrong += "The user saw and said:\n" + m_said;
@@ -159,12 +162,10 @@ private:
     void judgeFiles()
     {
         const Files old = std::exchange(m_now, read());
-        std::set<std::string> paths;
-        for (const Files* files : {&old, &std::as_const(m_now)})
-            for (const auto& [path, lines] : *files)
-                paths.insert(path);
-        for (const std::string& path : paths)
-            judgeFile(path, linesOf(path, old), linesOf(path, m_now));
+        Files all = old;
+        all.insert(m_now.begin(), m_now.end());
+        for (const auto& file : all)
+            judgeFile(file.first, linesOf(file.first, old), linesOf(file.first, m_now));
     }
 
     void judgeFile(const std::string& path, Lines was, Lines is)
@@ -254,8 +255,6 @@ private:
 
     void judgeWindow()
     {
-        if (m_main == nullptr)
-            return;
         const bool isSelected = m_main->lbStatusSelected.Caption() > "Selected 0";
         check(!isSelected || !said("opened") || said("start") || said("several acts"), "nobody chose what is selected");
         std::set<std::string> names;

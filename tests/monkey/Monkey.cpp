@@ -27,6 +27,7 @@
 
 #include <iostream>
 #include <random>
+#include <regex>
 
 namespace trovarium {
 
@@ -41,7 +42,7 @@ constexpr int MostNested = 5; // acts within acts: a slide and an open menu let 
 
 class Monkey : public Prompts {
     // The same fortune for the same seed, on every machine.
-    int below(std::size_t limit) { return static_cast<int>(m_dice() % std::max<std::size_t>(limit, 1)); }
+    int below(double limit) { return static_cast<int>(m_dice() % std::max(1U, static_cast<unsigned>(limit))); }
     bool oneIn(int times) { return below(times) == 0; }
     template <class List>
     auto& of(List& list)
@@ -89,13 +90,14 @@ public:
             m_judge.say("start");
             m_turn.start();
             during([&] { program.Main(); });
-            while (m_steps > 0 && !m_desktop.state().ended() && m_desktop.formsCount() > 0)
+            DesktopState& state = m_desktop.state();
+            while (m_steps > 0 && !state.ended() && m_desktop.formsCount() > 0)
                 m_desktop.guarded([&] { m_desktop.DoEvents(); });
             m_turn.stop();
             UnloadAllForms(m_desktop, "");
-            m_desktop.state().endCode.reset();
-            m_desktop.state().unloadedForms.clear();
-            m_desktop.state().activates.clear();
+            state.endCode.reset();
+            state.unloadedForms.clear();
+            state.activates.clear();
             during([] {});
         }
     }
@@ -127,7 +129,7 @@ private:
     // Now and then a little outside.
     At somewhere(Form& form)
     {
-        const auto along = [this](float twips) { return static_cast<float>(below(static_cast<int>(twips / 13)) - 40); };
+        const auto along = [this](float twips) { return static_cast<float>(below(twips / 13) - 40); };
         return {along(form.clientWidth()), along(form.clientHeight())};
     }
 
@@ -211,11 +213,8 @@ private:
     void judge(bool isLastAct)
     {
         // The button stays enabled when the photograph is left, and nothing is lost by its press.
-        static const std::string known = "frmMain.cmdPlayAudioClip(0): Subscript out of range\n";
-        std::string failures = m_errors.str();
-        for (std::size_t at = failures.find(known); at != std::string::npos; at = failures.find(known))
-            failures.erase(at, known.size());
-        failures += m_judge.judge(isLastAct);
+        static const std::regex known("frmMain\\.cmdPlayAudioClip\\(0\\): Subscript out of range\n");
+        const std::string failures = std::regex_replace(m_errors.str(), known, "") + m_judge.judge(isLastAct);
         m_errors.str("");
         if (failures.empty() || testing::Test::HasFailure())
             return;
@@ -304,12 +303,9 @@ private:
     // Each word stands nowhere else.
     void edit(frmMain& main)
     {
-        TextBox* const boxes[] = {&main.txtTitle, &main.txtYear, &main.txtPlace, &main.txtEvent, &main.txtPeople,
-            &main.txtPhotographer, &main.txtkeywords};
-        if (oneIn(6) || !main.txtYear.Visible()) {
-            m_robot.click(main.cmdEditPhotoInfo);
-            return;
-        }
+        const Judge::Boxes boxes = Judge::boxesOf(main);
+        if (oneIn(6) || !main.txtYear.Visible())
+            return m_robot.click(main.cmdEditPhotoInfo);
         m_robot.click(*of(boxes));
         m_robot.type(main, "w" + std::to_string(++m_words));
     }
@@ -329,9 +325,7 @@ private:
     {
         const int button = !isClick && oneIn(4) ? RightButton : LeftButton;
         const auto* main = dynamic_cast<frmMain*>(&form);
-        const auto inside = [this](float twips) {
-            return static_cast<float>(below(static_cast<int>(twips / TwipsPerPixel)));
-        };
+        const auto inside = [this](float twips) { return static_cast<float>(below(twips / TwipsPerPixel)); };
         if (control != nullptr)
             m_robot.press(*control, button, shift, At{inside(control->Width()), inside(control->Height())});
         else

@@ -1,8 +1,5 @@
 #include "ViewerWindow.h"
 
-#include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Units.h"
-
 namespace trovarium {
 
 struct FullScreenTest : ViewerWindow {
@@ -38,31 +35,21 @@ TEST_F(FullScreenTest, KeysStepThroughPicturesThatFillTheScreenOneWay)
 TEST_F(FullScreenTest, EveryWayBackEndsTheShowAndLeavesItsViewMode)
 {
     openAlbum({{"clip.avi"}, {"p2.jpg"}});
-    struct Case {
-        int position;
-        std::function<void()> leave;
-        int mode;
-        bool timer; // goes on behind a key, so that the pictures step in the main window
-    };
-    for (const auto& [position, leave, mode, timer] : {Case{.position = 2,
-                                                      .leave = [&] { robot.click(fullScreen().imgFullScreen); },
-                                                      .mode = ViewFullScreen,
-                                                      .timer = false},
-             {1, [&] { robot.click(fullScreen().picVideoWindowFS); }, ViewPhoto, false},
-             {2,
-                 [&] {
-                     robot.click(fullScreen(), At{1, 1});
-                 },
-                 ViewPhoto, false},
-             {2, [&] { robot.key(fullScreen(), EscapeKey); }, ViewFullScreen, true}}) {
-        display(position);
+    for (const std::string by : {"image", "film", "form", "key"}) {
+        display(by == "film" ? 1 : 2);
         robot.click(main().cmdFullScreen, LeftButton, NoKeys, BesideLabel);
         EXPECT_EQ(main().cmdFullScreen.Picture(), main().pctAlbumList(11).Picture());
         setShowTimer(true);
-        leave();
+        if (by == "key")
+            robot.key(fullScreen(), EscapeKey);
+        else if (by == "form")
+            robot.click(fullScreen(), At{1, 1});
+        else
+            robot.click(
+                by == "film" ? static_cast<Control&>(fullScreen().picVideoWindowFS) : fullScreen().imgFullScreen);
         EXPECT_FALSE(isFullScreen() || view().SlideShowRunning);
-        EXPECT_EQ(view().ViewMode, mode);
-        EXPECT_EQ(main().tmrSlideShow.Enabled(), timer);
+        EXPECT_EQ(view().ViewMode, by == "key" || by == "image" ? ViewFullScreen : ViewPhoto);
+        EXPECT_EQ(main().tmrSlideShow.Enabled(), by == "key") << "so that the pictures step in the main window";
         pressRowNamed("Alps");
     }
 }

@@ -1,6 +1,5 @@
 #include "ViewerWindow.h"
 
-#include "platform/toolkit/Units.h"
 #include "support/RecordedMedia.h"
 #include "viewer/SlideShow.h"
 #include "viewer/frmSSP.h"
@@ -38,11 +37,9 @@ struct SlideShowTest : ViewerWindow {
     void expectItsEnd()
     {
         ASSERT_TRUE(robot.until([&] { return isOver(); }));
-        EXPECT_TRUE(main().imgThumbnail(0).Visible() && !isFullScreen() && !view().SlideShowRunning);
-        EXPECT_FALSE(main().imgbox.Visible() || main().picVideoWindow.Visible());
-        EXPECT_EQ(view().CurrentIndex, 3);
-        EXPECT_TRUE(
-            cells().size() == 3 && main().imgThumbnail(2).hasFocus() && media.film->told.ends_with("Stop At0 "));
+        EXPECT_FALSE(isFullScreen() || view().SlideShowRunning || main().imgbox.Visible());
+        EXPECT_TRUE(cells().size() == 3 && main().imgThumbnail(2).hasFocus());
+        EXPECT_TRUE(!main().picVideoWindow.Visible() && media.film->told.ends_with("Stop At0 "));
     }
     // Photographs by their position as the clips told them, "0" for a clip cut off; the music: "op" when it begins, "c"
     // when it is closed.
@@ -56,7 +53,7 @@ struct SlideShowTest : ViewerWindow {
 
     bool refused = false;
     RecordedMedia media{desktop};
-    FormHolder<frmSSP> form{desktop, [this] { return std::make_unique<frmSSP>(desktop, test.album(), main()); }};
+    FormHolder<frmSSP> form = held<frmSSP>(main());
 };
 
 TEST_F(SlideShowTest, AShowWalksTheGroupWithSoundAndMusicInEitherWindow)
@@ -69,20 +66,15 @@ TEST_F(SlideShowTest, AShowWalksTheGroupWithSoundAndMusicInEitherWindow)
     EXPECT_EQ(media.told.at(1), "music play " + media.told.at(0).substr(media.told.at(0).rfind(' ') + 1));
     // From the page of thumbnails the current photograph comes first, and the last one is heard again at the end.
     EXPECT_EQ(heard(), "op010203030c");
-
+    // At the start of the group the empty place before the first photograph is asked for first, and has no clip.
+    begin("0.03", "02");
+    expectItsEnd();
+    EXPECT_EQ(heard(), "op0010203030c");
     display(2);
     begin("0.03", "3");
     ASSERT_TRUE(isFullScreen());
     expectItsEnd();
     EXPECT_EQ(heard(), "03030c0c");
-}
-
-TEST_F(SlideShowTest, AShowCanBeginAtTheStartOfTheGroup)
-{
-    // The empty place before the first photograph is asked for first, and has no clip.
-    begin("0.03", "02");
-    expectItsEnd();
-    EXPECT_EQ(heard(), "op0010203030c");
 }
 
 TEST_F(SlideShowTest, NoShowRunsUnderAnEdit)
@@ -120,7 +112,7 @@ TEST_F(SlideShowTest, TheDelayIsALeadingNumberBelow61)
     }
     main().dialogs().showSlideShow = [] { throw Failure(FailureKind::DeviceIo); };
     robot.choose(main().mnuViewSlideshow);
-    EXPECT_EQ(logLines(), Names{logged("cmdSlideshow_Click", "Device I/O error")});
+    EXPECT_EQ(logLines(), Names{"cmdSlideshow_Click: Device I/O error"});
 }
 
 } // namespace trovarium

@@ -62,10 +62,6 @@ struct ViewerWindow : MainWindow {
         return main().imgbox.Visible()
             && place(main().imgbox) == place((545 - width) / 2, (469 - height) / 2, width, height);
     }
-    static std::string logged(const std::string& procedure, const std::string& description)
-    {
-        return "An error has occurred in '" + procedure + "'. Error = " + description;
-    }
     // The show's timer, on or off, without a tick in the test's time.
     void setShowTimer(bool enabled)
     {
@@ -77,8 +73,7 @@ struct ViewerWindow : MainWindow {
     frmFullScreen& fullScreen() { return m_fullScreen(); }
     bool isFullScreen() const { return m_fullScreen.isLoaded(); }
 
-    FormHolder<frmFullScreen> m_fullScreen{
-        desktop, [this] { return std::make_unique<frmFullScreen>(desktop, test.album(), main()); }};
+    FormHolder<frmFullScreen> m_fullScreen = held<frmFullScreen>(main());
 };
 
 } // namespace trovarium
