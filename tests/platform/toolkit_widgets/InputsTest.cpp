@@ -76,12 +76,11 @@ TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndCha
     bar.LargeChange = 2;
     show();
     click(bar, At{8, 296}); // the arrow
-    click(bar, At{8, 270});
     bar.SetFocus();
-    keys({38, 33, 34});
+    keys({34, 38});
     robot.wheel(bar, 1);
     robot.wheel(window, 1);
-    EXPECT_EQ(taken(), "C:2 S:2 C:4 S:4 C:3 S:3 C:1 S:1 C:3 S:3 C:5 S:5 C:7 S:7 ");
+    EXPECT_EQ(taken(), "C:2 S:2 C:4 S:4 C:3 S:3 C:5 S:5 C:7 S:7 ");
     const Shot before = robot.shot(form);
     bar.Value = 10;
     desktop.DoEvents();
@@ -108,15 +107,11 @@ TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndCha
     for (const int value : {3, 11})
         EXPECT_EQ(failureOf([&] { bar.Value = value; }), "Invalid property value") << value;
     bar.LargeChange = 4;
-    for (const int steps : {1, 5, 1, -1})
-        bar.page(steps);
-    EXPECT_EQ(taken(), "C:8 S:8 C:10 S:10 C:6 S:6 ");
-    bar.Enabled = false;
-    bar.page(1);
-    bar.Enabled = true;
-    window.Visible = false;
-    bar.page(1);
-    EXPECT_EQ(taken(), "");
+    for (const bool isSeen : {true, false}) {
+        window.Visible = isSeen;
+        bar.page(2);
+        EXPECT_EQ(taken(), isSeen ? "C:10 S:10 " : "");
+    }
 }
 
 } // namespace
