@@ -13,8 +13,6 @@
 
 namespace trovarium {
 
-namespace {
-
 using Lines = std::vector<std::string>;
 using enum FileOperation;
 
@@ -44,8 +42,6 @@ protected:
     const std::string path = own.InfoPath + "a.jpg.info";
     const std::string logPath = test.library() + "\\Trovarium.Log";
 };
-
-} // namespace
 
 TEST_F(Store, AListIsReadLineByLine)
 {
@@ -107,9 +103,12 @@ TEST_F(Store, AListLosesOnlyLinesThatAgreeInPositionAndName)
     }
 }
 
-TEST_F(Store, TheSelectedLinesMoveAsOneBlock)
+TEST_F(Store, TheSelectedLinesMoveAsOneBlockOrAreAddedInAListOfAnyCase)
 {
     test.putGroup("G.LST", {});
+    test.showGroup({"a", "b"}, {0, 1}); // element 0 is no photograph, but its flag counts
+    EXPECT_TRUE(AddToGroup(album, "G.lst"));
+    EXPECT_EQ(bytes("G.LST"), joinedLines({"", "a"}));
     struct Case {
         std::vector<int> selected;
         int dropPosition;
@@ -131,15 +130,6 @@ TEST_F(Store, TheSelectedLinesMoveAsOneBlock)
         std::erase_if(order, [](char c) { return c == '\r' || c == '\n'; });
         EXPECT_EQ(order, names) << "dropped at " << dropPosition;
     }
-}
-
-TEST_F(Store, AListOfAnotherCaseTakesLines)
-{
-    test.putGroup("Trip.LST", {"a", "b"});
-    test.showGroup({"a", "b"}, {0, 1}); // element 0 is no photograph, but its flag counts
-    EXPECT_TRUE(AddToGroup(album, "Trip.lst"));
-    EXPECT_EQ(bytes("Trip.LST"), joinedLines({"a", "b", "", "a"}));
-    EXPECT_EQ(lists(), Lines{"Trip.LST"});
 }
 
 TEST(GroupName, IsMendedWhereAFileCannotBearItAndMarksTheGroupOfAllInAnyCase)

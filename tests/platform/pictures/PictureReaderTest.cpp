@@ -7,8 +7,6 @@
 
 namespace trovarium {
 
-namespace {
-
 struct PictureReader : PictureFolder {
     QImage loaded(std::string_view bytes) { return renderedImage(pictures.load(put("picture", bytes))); }
     std::string loadFailure(std::string_view bytes)
@@ -16,8 +14,6 @@ struct PictureReader : PictureFolder {
         return failureOf([&] { loaded(bytes); });
     }
 };
-
-} // namespace
 
 TEST_F(PictureReader, APhotographStandsUprightByItsOrientation)
 {

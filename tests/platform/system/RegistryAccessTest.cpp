@@ -4,8 +4,6 @@
 
 namespace trovarium {
 
-namespace {
-
 const std::string Options = "SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options";
 const std::string Head = "[" + Options + "]\n";
 
@@ -105,7 +103,5 @@ TEST_F(RegistryAccessTest, StandsInTheUsersHomeWhereTheConfigurationFolderIsRela
     RegistryAccess().WriteValue(HkeyLocalMachine, Options, "Place", "home");
     EXPECT_EQ(folder.read(".config/OmbrelaneWorks/settings.txt"), Head + "Place=home\n");
 }
-
-} // namespace
 
 } // namespace trovarium

@@ -5,8 +5,6 @@
 
 namespace trovarium {
 
-namespace {
-
 class ShellTest : public FileTest {
 protected:
     ~ShellTest() override { std::filesystem::current_path(before); }
@@ -59,7 +57,5 @@ TEST_F(ShellTest, HandsADocumentOfAnyNameToTheDesktopAndStartsAProgramApart)
     ASSERT_TRUE(Robot(testDesktop()).until([&] { return onDisk().count("opened") + onDisk().count("started") == 2; }));
     EXPECT_EQ(folder.read("opened"), "file://" + folder.path() + "/f%FC%20r/Help/index.html");
 }
-
-} // namespace
 
 } // namespace trovarium

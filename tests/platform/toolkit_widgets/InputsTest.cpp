@@ -12,8 +12,6 @@
 
 namespace trovarium {
 
-namespace {
-
 struct InputsTest : Stage {
     InputsTest()
     {
@@ -113,7 +111,5 @@ TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndCha
         EXPECT_EQ(taken(), isSeen ? "C:10 S:10 " : "");
     }
 }
-
-} // namespace
 
 } // namespace trovarium

@@ -9,8 +9,6 @@
 
 namespace trovarium {
 
-namespace {
-
 using namespace std::string_literals;
 
 struct ListsTest : Stage {
@@ -106,8 +104,8 @@ TEST_F(ListsTest, ARowShowsAPathInItsNativeFormAndKeepsItsPlaceWhereItsMarkIsOut
     list.Mark = "[wav]";
     const Shot marked = rowOf("[wav] : b"), unmarked = rowOf("[   ] : b");
     EXPECT_FALSE(marked == unmarked);
-    for (int x = 35; x < 130; ++x) // behind the mark
-        EXPECT_EQ(marked.at(x, 10), unmarked.at(x, 10)) << x;
+    for (int x = 0; x < 130; ++x)
+        EXPECT_TRUE((x > 8 && x < 35) || marked.at(x, 10) == unmarked.at(x, 10)) << x << " beside the mark";
     list.ListIndex = 0;
     desktop.DoEvents();
     EXPECT_FALSE(robot.shot(form) == unmarked) << "a choice shows";
@@ -156,25 +154,18 @@ TEST_F(ListsTest, PressesAndKeysChooseRowsThatAHandlerMayRemoveAndUnloadTheForm)
     EXPECT_EQ(itemsOf(list), "a [d] ");
 }
 
-TEST_F(ListsTest, FilesAndFoldersAreReadWhenAskedOrSeenAndAgainForRefreshButNotWhereTheyCannot)
+TEST_F(ListsTest, FilesAndFoldersAreReadAgainForRefreshButNotWhereTheyCannot)
 {
     make({"d.jpg", "locked"}, {"b.JPG", "a.jpg", "c.txt", ".hidden.jpg"});
-    int readings = 0;
-    desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
-        readings += operation == FileOperation::List ? 1 : 0;
+    desktop.files().setFaultHook([](FileOperation operation, std::string_view path) {
         if (operation == FileOperation::List && path.ends_with("locked"))
             throw Failure(FailureKind::PathFileAccess);
     });
-    files.Visible = false;
     show();
-    files.Refresh();
     folders.Path = folder.inside() + "\\";
     files.Path = folder.inside() + "\\";
     EXPECT_EQ(folders.Path() + files.Path(), folder.inside() + folder.inside()) << "no separator at the end";
-    desktop.repaintOnly();
-    EXPECT_EQ(taken() + std::to_string(readings), "1") << "both are there already, and the folders have been seen";
-    EXPECT_EQ(subfolders() + itemsOf(files), "d.jpg locked a.jpg b.JPG c.txt ");
-    EXPECT_EQ(readings, 2);
+    EXPECT_EQ(subfolders() + itemsOf(files) + taken(), "d.jpg locked a.jpg b.JPG c.txt ") << "it is there already";
     files.Pattern = "*.abcde;*.jpg";
     EXPECT_EQ(itemsOf(files), "a.jpg b.JPG ");
     make({"e"}, {"e.jpg", "e/f.jpg"});
@@ -249,7 +240,5 @@ TEST_F(ListsTest, ADriveIsThePlaceThatHoldsTheFolderOrUnavailable)
     keys({35, 13}); // End, among one place more
     EXPECT_EQ(taken(), "Drive:/ Drive:" + drives.places().back() + " ");
 }
-
-} // namespace
 
 } // namespace trovarium
