@@ -8,7 +8,6 @@
 #include "browser/frmMain.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Units.h"
-#include "support/PlainBitmap.h"
 #include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestAlbum.h"

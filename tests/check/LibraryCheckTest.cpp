@@ -7,14 +7,10 @@
 #include "platform/toolkit/Form.h"
 #include "store/GroupFile.h"
 #include "store/InfoFile.h"
-#include "support/PlainBitmap.h"
-#include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestAlbum.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
 
 namespace trovarium {
 

@@ -1,15 +1,11 @@
 #include "store/GroupFile.h"
 #include "store/InfoFile.h"
-#include "store/LibraryFolders.h"
 #include "store/Log.h"
 #include "support/FailureOf.h"
-#include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestAlbum.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
 
 namespace trovarium {
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/files/FileService.h"
 #include "runtime/Numbers.h"
 #include "support/FailureOf.h"
 #include "support/TemporaryFolder.h"

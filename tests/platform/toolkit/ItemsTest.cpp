@@ -154,13 +154,6 @@ TEST_F(Items, TabWalksOverWhatCanBeClickedAndKeysAndScreenReadersActOnIt)
     second.Enabled = false;
     keys({32});
     EXPECT_EQ(taken(), "second key:16:1 first key:32:0 char:32 ") << "a disabled button does nothing";
-    robot.click(first, RightButton);
-    const Shot pressed = robot.shot(form);
-    keys({32});
-    EXPECT_FALSE(robot.shot(form) == pressed) << "the ring shows with the first key, until the mouse is used again";
-    robot.click(form, At{2, 2});
-    EXPECT_EQ(robot.shot(form), pressed);
-    EXPECT_EQ(taken(), "first form.down:1:0:2:2 ");
     const QAccessibleInterface* surface = QAccessible::queryAccessibleInterface(form.client());
     surface->child(2)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(taken(), "high.down:1:0:300:300 high.up:1:0:300:300 high.click ");

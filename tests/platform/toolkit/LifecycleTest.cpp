@@ -1,10 +1,8 @@
 #include "platform/Stage.h"
 #include "platform/toolkit/DesktopState.h"
-#include "platform/toolkit/Form.h"
 #include "platform/toolkit/FormWindow.h"
 #include "platform/toolkit/PictureBox.h"
 #include "platform/toolkit/Timer.h"
-#include "platform/toolkit/Units.h"
 
 #include <QCoreApplication>
 

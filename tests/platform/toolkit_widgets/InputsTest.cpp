@@ -40,13 +40,11 @@ TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHan
     }
     EXPECT_EQ(failureOf([&] { box.MaxLength = -1; }), "Invalid property value");
     EXPECT_EQ(taken(), "Change:a  b  Change:I Change:\xC3\xA4\xF0\x9F\x98\x80. Change:abc ");
+    box.MaxLength = 2;
+    EXPECT_EQ(box.Text(), "abc") << "what is there stays";
     show();
-    keys({36}); // Home
-    robot.type(form, "xy");
-    box.MaxLength = 3;
-    EXPECT_EQ(box.Text(), "xabc") << "what is there stays";
     box.MaxLength = 5;
-    keys({36, 46});
+    keys({36}); // Home
     QApplication::clipboard()->setText("1\r\n23");
     robot.key(form, 'V', CtrlKey);
     EXPECT_EQ(box.Text(), "1 abc") << "a paste is cut to what fits";
