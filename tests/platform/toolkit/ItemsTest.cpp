@@ -1,4 +1,4 @@
-#include "platform/Stage.h"
+#include "platform/FormFixture.h"
 #include "platform/media/FilmSurface.h"
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureService.h"
@@ -34,9 +34,9 @@ Picture plain(Qt::GlobalColor color, int width = 20, int height = 20)
 }
 
 // In pixels: two images that overlap, a line over the upper one, a box, and two buttons.
-struct Items : Stage {
+struct Items : FormFixture {
     Items()
-        : Stage({.Name = "Items", .Width = 6000, .Height = 3000, .Scale = ScaleMode::Pixels})
+        : FormFixture({.Name = "Items", .Width = 6000, .Height = 3000, .Scale = ScaleMode::Pixels})
     {
         low.Stretch = true;
         high.Stretch = true;

@@ -1,4 +1,4 @@
-#include "platform/Stage.h"
+#include "platform/FormFixture.h"
 #include "platform/toolkit/DesktopState.h"
 #include "platform/toolkit/FormWindow.h"
 #include "platform/toolkit/PictureBox.h"
@@ -18,7 +18,7 @@ struct Page : Form {
     std::string* diary = nullptr;
 };
 
-struct Lifecycle : Stage {
+struct Lifecycle : FormFixture {
     FormHolder<Page>::Factory maker(const std::string& name)
     {
         return [this, name] {

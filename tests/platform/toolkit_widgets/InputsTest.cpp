@@ -1,7 +1,7 @@
 #include "platform/toolkit/ScrollBar.h"
 #include "platform/toolkit/TextBox.h"
 
-#include "platform/Stage.h"
+#include "platform/FormFixture.h"
 #include "platform/toolkit/DrawnWidget.h"
 #include "platform/toolkit/PictureBox.h"
 
@@ -12,7 +12,7 @@
 
 namespace trovarium {
 
-struct InputsTest : Stage {
+struct InputsTest : FormFixture {
     InputsTest()
     {
         note(box.Change, "Change", [this] { return box.Text(); });

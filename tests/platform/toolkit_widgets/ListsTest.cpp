@@ -1,7 +1,7 @@
 #include "platform/toolkit/FileControls.h"
 #include "platform/toolkit/ListBox.h"
 
-#include "platform/Stage.h"
+#include "platform/FormFixture.h"
 #include "platform/system/UserFolders.h"
 #include "platform/toolkit/Buttons.h"
 #include "support/Surroundings.h"
@@ -11,7 +11,7 @@ namespace trovarium {
 
 using namespace std::string_literals;
 
-struct ListsTest : Stage {
+struct ListsTest : FormFixture {
     ListsTest()
     {
         note(list.Click, "Click");

@@ -1,7 +1,7 @@
 #include "platform/toolkit/Menu.h"
 #include "platform/toolkit/Prompts.h"
 
-#include "platform/Stage.h"
+#include "platform/FormFixture.h"
 #include "platform/toolkit/Buttons.h"
 #include "platform/toolkit/FormWindow.h"
 #include "platform/toolkit/Label.h"
@@ -17,7 +17,7 @@
 namespace trovarium {
 
 // The menus and the prompts that open over a form.
-struct PopUpsTest : Stage {
+struct PopUpsTest : FormFixture {
     PopUpsTest()
     {
         for (Menu* menu : {&file, &fileExit, &group, &sort, &sortYear, &sortPlace})
