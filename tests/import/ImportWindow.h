@@ -52,7 +52,7 @@ protected:
     }
 
     TemporaryFolder m_sources;
-    VariableForNow m_home{"HOME", test.folder().path()};
+    ScopedEnv m_home{"HOME", test.folder().path()};
     FormHolder<frmSearch> search{
         desktop, [this] { return std::make_unique<frmSearch>(desktop, test.album(), main()); }};
     FormHolder<frmThumbnail> thumbnails{

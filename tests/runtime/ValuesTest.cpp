@@ -128,8 +128,8 @@ TEST(Text, ALineOnDiskLosesNothing)
 TEST(Dates, AreStampedInLocalTimeAndTheirTextComesBackAsTheSameInstant)
 {
     const auto at = [](std::int64_t seconds) { return Instant(std::chrono::seconds(seconds)); };
-    const VariableForNow zone("TZ", "WET0WEST,M3.5.0/1,M10.5.0"); // its rule, which needs no database of zones
-    const Instant summer = at(1056975245);                        // 2003-06-30 12:14:05 UTC
+    const ScopedEnv zone("TZ", "WET0WEST,M3.5.0/1,M10.5.0"); // its rule, which needs no database of zones
+    const Instant summer = at(1056975245);                   // 2003-06-30 12:14:05 UTC
     EXPECT_EQ(logCreatedStamp(summer), "06/30/03 13:14");
     EXPECT_EQ(logLineStamp(summer), "06/30/03  01:14:05PM");
     EXPECT_EQ(timeOfDayStamp(summer), "131405");
@@ -141,7 +141,7 @@ TEST(Dates, AreStampedInLocalTimeAndTheirTextComesBackAsTheSameInstant)
     for (const std::int64_t seconds : {1067127000L, 1067130600L, 0L, -60000000000L, -62167392000L, 253402300799L,
              253402387200L, 1L << 55, -(1L << 60)}) {
         const std::string text = dateText(at(seconds));
-        const VariableForNow other("TZ", "NST3:30");
+        const ScopedEnv other("TZ", "NST3:30");
         EXPECT_EQ(dateFromText(text), at(seconds)) << text;
     }
     const std::string good = "2003-01-01 23:59:59 -00:00:01";

@@ -27,8 +27,8 @@ struct Sound : testing::Test {
     }
 
     TemporaryFolder folder;
-    VariableForNow driver{"SDL_AUDIODRIVER", "disk"};
-    VariableForNow tap{"SDL_DISKAUDIOFILE", (folder.write("tap", {}), folder.native("tap"))};
+    ScopedEnv driver{"SDL_AUDIODRIVER", "disk"};
+    ScopedEnv tap{"SDL_DISKAUDIOFILE", (folder.write("tap", {}), folder.native("tap"))};
 };
 
 TEST_F(Sound, AClipIsSilentWhileANewerOrderWaits)

@@ -98,8 +98,8 @@ TEST_F(RegistryAccessTest, ReplacesTheFileAsAWholeWhereALinkLeads)
 
 TEST_F(RegistryAccessTest, StandsInTheUsersHomeWhereTheConfigurationFolderIsRelative)
 {
-    const VariableForNow home("HOME", folder.path());
-    const VariableForNow config("XDG_CONFIG_HOME", "relative");
+    const ScopedEnv home("HOME", folder.path());
+    const ScopedEnv config("XDG_CONFIG_HOME", "relative");
     RegistryAccess().WriteValue(HkeyLocalMachine, Options, "Place", "home");
     EXPECT_EQ(folder.read(".config/OmbrelaneWorks/settings.txt"), Head + "Place=home\n");
 }

@@ -60,7 +60,7 @@ struct ListsTest : FormFixture {
     static At at(int row) { return {40, 8.0F + 16.0F * static_cast<float>(row)}; }
 
     TemporaryFolder folder;
-    const VariableForNow home{"HOME", folder.path()};
+    const ScopedEnv home{"HOME", folder.path()};
     ListBox list{&form, {.Name = "list", .Width = 2000, .Height = 3000}};
     DriveList drives{&form, {.Name = "drives", .Left = 2200, .Width = 2000, .Height = 315}};
     Button ok{&form, {.Name = "ok", .Left = 2200, .Top = 400, .Width = 1500, .Height = 300}};
@@ -230,7 +230,7 @@ TEST_F(ListsTest, ADriveIsThePlaceThatHoldsTheFolderOrUnavailable)
         EXPECT_EQ(failureOf([&] { drives.Drive = path; }), "Device unavailable") << path;
     EXPECT_EQ(drives.Drive() + taken(), folder.inside());
     {
-        const VariableForNow none("HOME", "/mnt/nas/");
+        const ScopedEnv none("HOME", "/mnt/nas/");
         EXPECT_EQ(mountedMedia(folder.native("mounts")).size(), 2U) << "the user's folder is no medium";
         drives.Drive = "/usr";
     }
