@@ -105,7 +105,7 @@ TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndCha
     bar.LargeChange = 4;
     for (const bool isSeen : {true, false}) {
         window.Visible = isSeen;
-        bar.page(2);
+        bar.page(isSeen ? 2 : -1);
         EXPECT_EQ(taken(), isSeen ? "C:10 S:10 " : "");
     }
 }
