@@ -6,7 +6,6 @@
 #include "browser/ThumbnailPages.h"
 #include "browser/frmGroups.h"
 #include "browser/frmMain.h"
-#include "support/PlainBitmap.h"
 #include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestAlbum.h"

@@ -192,7 +192,7 @@ std::vector<std::pair<std::string, std::vector<std::string>>> soundFiles(const D
     const QColorSpace wide(QColorSpace::DisplayP3);
     const std::string ones(64 * 3 * 48, '\1');
     const std::string ink = inkJpeg("\xFF\xEE\0\x0E"s + "Adobe\0\x64\0\0\0\0\0"s);
-    return {
+    std::vector<std::pair<std::string, std::vector<std::string>>> files{
         {"jpg",
             {jpegBytes(scene), jpegBytes(scene, true), withOrientation(jpegBytes(scene), 6),
                 written(scene, "jpg", wide), withProfile(ink, inkProfile())}},
@@ -205,13 +205,12 @@ std::vector<std::pair<std::string, std::vector<std::string>>> soundFiles(const D
         {"avi", {film("avi")}},
         {"mov", {film("mov")}},
         {"mpg", {film("mpg")}},
-        {"info", library.sound("info")},
-        {"list", library.sound("list")},
-        {"settings", library.sound("settings")},
-        {"log", library.sound("log")},
         {"wav", {clip(1000)}},
         {"mid", {Piece}},
     };
+    for (const auto& [format, place] : Places)
+        files.emplace_back(format, library.sound(format));
+    return files;
 }
 
 // Whether the damaged file showed something.

@@ -45,7 +45,7 @@ struct ImportWindow : MainWindow {
     }
 
     TemporaryFolder m_sources;
-    VariableForNow m_home{"HOME", test.folder().path()};
+    ScopedEnv m_home{"HOME", test.folder().path()};
     FormHolder<frmSearch> search = held<frmSearch>(main());
     FormHolder<frmThumbnail> thumbnails = held<frmThumbnail>(video);
     FormHolder<frmImport> form = held<frmImport>(main(), search, thumbnails);

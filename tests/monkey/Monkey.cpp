@@ -14,9 +14,8 @@
 #include "runtime/Failure.h"
 #include "startup/Program.h"
 #include "store/Album.h"
-#include "support/PlainBitmap.h"
 #include "support/Robot.h"
-#include "support/TemporaryFolder.h"
+#include "support/TestAlbum.h"
 
 #include <QApplication>
 #include <QMenu>

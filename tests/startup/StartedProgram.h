@@ -3,7 +3,6 @@
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
 #include "startup/Program.h"
-#include "support/PlainBitmap.h"
 #include "support/Robot.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TestAlbum.h"

@@ -24,8 +24,7 @@ public:
 
     struct Asked {
         std::string title;
-        std::string initial;
-        Message kind = Message::Question;
+        std::string initial{};
     };
 
     explicit ScriptedPrompts(Desktop& desktop)
@@ -70,7 +69,7 @@ public:
     Answer messageBox(std::string_view text, Message kind, std::string_view title) override
     {
         const bool isQuestion = kind == Message::Question || kind == Message::Warning;
-        m_asked.push_back({std::string(title), {}, kind});
+        m_asked.push_back({std::string(title)});
         return take(isQuestion ? "question: " : "notice: ", text, isQuestion ? Answer::No : Answer::Ok).answer;
     }
     std::string inputBox(std::string_view prompt, std::string_view title, std::string_view initial) override

@@ -10,18 +10,18 @@
 namespace trovarium {
 
 // A variable of the environment with another value, or none, for as long as this lives.
-class VariableForNow {
+class ScopedEnv {
 public:
-    VariableForNow(const char* name, const std::optional<std::string>& value)
+    ScopedEnv(const char* name, const std::optional<std::string>& value)
         : m_name(name)
     {
         if (const char* old = getenv(name))
             m_old = old;
         set(value);
     }
-    ~VariableForNow() { set(m_old); }
-    VariableForNow(const VariableForNow&) = delete;
-    VariableForNow& operator=(const VariableForNow&) = delete;
+    ~ScopedEnv() { set(m_old); }
+    ScopedEnv(const ScopedEnv&) = delete;
+    ScopedEnv& operator=(const ScopedEnv&) = delete;
 
 private:
     void set(const std::optional<std::string>& value)

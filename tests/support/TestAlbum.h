@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
 #include "runtime/Failure.h"
 #include "store/Album.h"
@@ -8,11 +7,8 @@
 #include "support/Robot.h"
 #include "support/TemporaryFolder.h"
 
-#include <filesystem>
 #include <map>
 #include <memory>
-#include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -25,6 +21,21 @@ inline std::string joinedLines(const std::vector<std::string>& lines)
     for (const std::string& line : lines)
         text += line + "\r\n";
     return text;
+}
+
+// A picture with a gradient as an uncompressed bitmap of 24 bits.
+inline std::string plainBitmap(int width, int height)
+{
+    const int pixelBytes = (width * 3 + 3) / 4 * 4 * height;
+    std::string bytes = "BM";
+    // The last one before the pixels: a plane, and the bits of a pixel.
+    for (const int value : {54 + pixelBytes, 0, 54, 40, width, height, 24 << 16 | 1})
+        for (int shift = 0; shift < 32; shift += 8)
+            bytes += static_cast<char>(value >> shift & 0xFF);
+    bytes.append(24, '\0');
+    for (int i = 0; i < pixelBytes; ++i)
+        bytes += static_cast<char>(i % 251);
+    return bytes;
 }
 
 // A library in a temporary folder, made and read as the start-up does it: "Library" with its seven folders and

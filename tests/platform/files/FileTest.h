@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/files/FileService.h"
 #include "runtime/Numbers.h"
 #include "support/FailureOf.h"
 #include "support/TemporaryFolder.h"
@@ -95,7 +94,6 @@ private:
         {"hardLink",
             [&](auto& path, auto& to) { std::filesystem::create_hard_link(folder.native(to), toNativePath(path)); }},
         {"pipe", [&](auto& path, auto&) { told = numberText(mkfifo(toNativePath(path).c_str(), 0600)); }},
-        {"isLink", [&](auto& path, auto&) { told = booleanText(std::filesystem::is_symlink(toNativePath(path))); }},
         // By it.
         {"length", [&](auto& path, auto&) { told = numberText(files.length(path)); }},
         {"exists", [&](auto& path, auto&) { told = booleanText(files.exists(path)); }},

@@ -18,10 +18,8 @@ TEST_F(Folders, PatternsMatchNamesWithoutRegardToCase)
         {"list ??.bmp", ""}, {"list *?a*", "x.tar.gz"}, {"list *.gif; *.bmp", "ab.gif|漢.bmp"},
         {"list [1].jpg", "[1].jpg"}, {"list a*b*.g*f*", "ab.gif"}, {"list ;", ""}, {"listExisting b.jpg", "B.JPG"},
         {"listExisting *.none", ""}, {"listFolders none", ""}});
-    for (const std::string path : {"none\\*.*", "a.jpg\\*.*", "!relative\\*.*", "!"})
+    for (const std::string path : {"none\\*.*", "a.jpg\\*.*", "!relative\\*.*"})
         expect({{"list " + path, ""}, {"listExisting " + path, NoFolder}});
-    folder.write(std::string(200, 'a'), "");
-    expect({{"list a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b", ""}}); // and in good time
 }
 
 TEST_F(Folders, OnlyPlainFilesAndFoldersThatCanBeNamedAreListed)
@@ -68,7 +66,6 @@ TEST_F(Folders, ACopyThatFailsLeavesTheTargetAndARenameNeverReplaces)
     expect({{"copy none > b", NoFile}, {"rename a > A", Taken}, {"rename a > dangling", Taken},
         {"rename none > c", NoFile}, {"same A > a", "True"}, {"same soft > a", "True"}, {"same a > b", "False"},
         {"same a > none", "False"}, {"same a > none\\a", "False"}});
-    EXPECT_EQ(onDisk(), (std::set<std::string>{"A", "a", "b", "dangling", "soft", "sub"}));
     expect({{"copy b > soft", ""}, {"read soft", "target"}, {"read a", "text"}, {"rename A > sub\\moved", ""},
         {"read sub\\moved", "text"}});
 }
@@ -114,15 +111,14 @@ TEST_F(Folders, AListingIsKeptUpToDateByOwnChangesAndReadAgainAfterThoseOfOthers
     const auto apply = [&](What what, const std::string& leaf, const std::function<void()>& change) {
         resolver.applyChange({{what, NativePath{folder.path(), leaf}}}, change);
     };
-    const auto put = [&](const std::string& name) {
-        folder.write(name, "");
-        stamp(".", {4'000'000'000, 0}); // fresh for the whole test, and set again by every change
-    };
     stamp(".", {1'000'000'000, 0});
     EXPECT_EQ(found("OWN"), "none");
-    apply(What::Added, "own", [&] { put("own"); });
-    for (const std::string name : {"other1", "other2"}) {
-        put(name);
+    for (const std::string name : {"own", "other1", "other2"}) {
+        const auto put = [&] {
+            folder.write(name, "");
+            stamp(".", {4'000'000'000, 0}); // fresh for the whole test, and set again by every change
+        };
+        name == "own" ? apply(What::Added, name, put) : put();
         EXPECT_EQ(found(upper(name)), name);
     }
     for (int number = 0; number < 600; ++number) { // too many to be listed again for each change

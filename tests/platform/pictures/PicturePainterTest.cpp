@@ -6,8 +6,6 @@
 
 namespace trovarium {
 
-namespace {
-
 constexpr QRgb Backdrop = 0xff102030;
 
 struct PicturePainterTest : PictureFolder {
@@ -30,8 +28,6 @@ struct PicturePainterTest : PictureFolder {
 
     PicturePainter painter;
 };
-
-} // namespace
 
 TEST_F(PicturePainterTest, APictureIsPaintedPixelByPixelAveragedOrEnlargedTheSameInEveryPart)
 {

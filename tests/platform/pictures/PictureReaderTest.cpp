@@ -7,8 +7,6 @@
 
 namespace trovarium {
 
-namespace {
-
 struct PictureReader : PictureFolder {
     QImage loaded(std::string_view bytes) { return renderedImage(pictures.load(put("picture", bytes))); }
     std::string loadFailure(std::string_view bytes)
@@ -16,26 +14,6 @@ struct PictureReader : PictureFolder {
         return failureOf([&] { loaded(bytes); });
     }
 };
-
-double ofThisProcess(const char* file, const std::string& name)
-{
-    std::ifstream status(std::string("/proc/self/") + file);
-    for (std::string word; status >> word;)
-        if (word == name && status >> word)
-            return std::stod(word);
-    return 0;
-}
-
-// At the most, while it acts.
-double megabytesFor(const std::function<void()>& act)
-{
-    const double before = ofThisProcess("status", "VmRSS:");
-    std::ofstream("/proc/self/clear_refs") << 5; // forgets the peak
-    act();
-    return (ofThisProcess("status", "VmHWM:") - before) / 1024;
-}
-
-} // namespace
 
 TEST_F(PictureReader, APhotographStandsUprightByItsOrientation)
 {
@@ -49,20 +27,6 @@ TEST_F(PictureReader, APhotographStandsUprightByItsOrientation)
         EXPECT_EQ(loaded(withOrientation(stored, orientation)), expected) << int{orientation};
         EXPECT_LT(meanDifference(renderedImage(pictures.loadReduced(inside("picture"), 15)), expected), 20);
     }
-}
-
-TEST_F(PictureReader, EveryKindOfJpegKeepsItsColors)
-{
-    const QImage scene = testScene(40, 30).scaled(160, 120, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    const QImage gray = scene.convertToFormat(QImage::Format_Grayscale8);
-    for (const bool progressive : {false, true})
-        EXPECT_LT(meanDifference(loaded(jpegBytes(scene, progressive)), scene), 3);
-    EXPECT_LT(meanDifference(loaded(jpegBytes(gray)), gray.convertToFormat(QImage::Format_RGB32)), 3);
-    const std::string adobe = "\xFF\xEE\0\x0E"s + "Adobe\0\x64\0\0\0\0"s;
-    const std::pair<std::string, QRgb> inks[] = {
-        {"", qRgb(1, 14, 7)}, {adobe + '\0', qRgb(226, 15, 120)}, {adobe + '\2', qRgb(14, 0, 200)}};
-    for (const auto& [marker, color] : inks)
-        EXPECT_EQ(loaded(inkJpeg(marker)).pixel(7, 7), color);
 }
 
 // The expected colors are those that transicc tells of the same profiles.
@@ -86,8 +50,11 @@ TEST_F(PictureReader, ColorsAreThoseOfTheProfileAndADamagedOneCountsAsNone)
     expectNear(loaded(damaged.replace(damaged.find("acsp"), 4, "void")).pixel(7, 7), QColor(200, 120, 40));
     expectNear(loaded(withProfile(jpegBytes(gray), grayProfile())).pixel(7, 7), QColor(150, 150, 150));
     expectNear(loaded(withProfile(jpegBytes(flat), grayProfile())).pixel(7, 7), QColor(200, 120, 40));
-    const std::string inks = inkJpeg("\xFF\xEE\0\x0E"s + "Adobe\0\x64\0\0\0\0\0"s);
-    expectNear(loaded(withProfile(inks, inkProfile())).pixel(7, 7), QColor(255, 131, 119));
+    const std::string adobe = "\xFF\xEE\0\x0E"s + "Adobe\0\x64\0\0\0\0"s;
+    for (const auto& [inks, expected] : {std::pair{inkJpeg(""), QColor(1, 14, 7)},
+             {inkJpeg(adobe + '\0'), QColor(226, 15, 120)}, {inkJpeg(adobe + '\2'), QColor(14, 0, 200)},
+             {withProfile(inkJpeg(adobe + '\0'), inkProfile()), QColor(255, 131, 119)}})
+        expectNear(loaded(inks).pixel(7, 7), expected);
     QImage clear(16, 16, QImage::Format_ARGB32);
     clear.fill(qRgba(200, 120, 40, 0));
     EXPECT_EQ(loaded(written(clear, "png", QColorSpace::DisplayP3)).pixelColor(7, 7), Qt::white);
@@ -143,11 +110,8 @@ TEST_F(PictureReader, EveryKindOfBitmapIsReadWhenItIsWholeAndAGifShowsItsFirstIm
     EXPECT_EQ(blended.pixel(0, 0), qRgb(255, 127, 127)) << "on white";
     EXPECT_EQ(blended.pixelColor(1, 0), Qt::white);
 
-    EXPECT_EQ(loaded(gifBytes(2, 2)), quarters(2, 2));
     EXPECT_EQ(loaded(gifBytes(2, 2, 0, 0, 2)).pixelColor(0, 1), Qt::white) << "transparent";
-    const QImage small = loaded(gifBytes(40, 30, 10, 20));
-    EXPECT_EQ(small.size(), QSize(40, 30));
-    EXPECT_EQ(small.copy(10, 20, 2, 2), quarters(2, 2));
+    EXPECT_EQ(loaded(gifBytes(40, 30, 10, 20)).copy(10, 20, 2, 2), quarters(2, 2));
 }
 
 TEST_F(PictureReader, NoOtherFormatIsTriedAndAFileThatPromisesTooMuchIsRefused)
@@ -183,19 +147,14 @@ TEST_F(PictureReader, NoOtherFormatIsTriedAndAFileThatPromisesTooMuchIsRefused)
 TEST_F(PictureReader, EachPixelOfAReducedPictureIsAnAverage)
 {
     const QImage scene = testScene(152, 76);
-    const QImage gray = scene.convertToFormat(QImage::Format_Grayscale8);
     std::string lines;
     for (int i = 0; i < 152 * 76; ++i)
         lines += little(scene.pixel(i % 152, 75 - i / 152), 3);
-    const std::pair<std::string, QImage> rows[] = {{written(scene, "png"), scene}, {written(gray, "png"), gray},
-        {written(scene, "tiff"), scene}, {bitmapFile(152, 76, 24, lines), scene}};
     const auto reduced = [&](const std::string& file) {
         return pictures.loadReduced(put("picture", file), 18).data()->pixels;
     };
-    for (const auto& [file, whole] : rows) {
-        const QImage average = whole.convertToFormat(QImage::Format_RGB32).scaled(76, 38, {}, Qt::SmoothTransformation);
-        EXPECT_LT(meanDifference(reduced(file), average), 1);
-    }
+    for (const std::string& file : {written(scene, "png"), bitmapFile(152, 76, 24, lines)})
+        EXPECT_LT(meanDifference(reduced(file), scene.scaled(76, 38, {}, Qt::SmoothTransformation)), 1);
     const QImage odd = reduced(written(scene.copy(0, 0, 151, 75), "png"));
     EXPECT_EQ(odd.pixel(75, 37), scene.pixel(150, 74));
     QImage clear(scene.size(), QImage::Format_ARGB32);
@@ -203,29 +162,17 @@ TEST_F(PictureReader, EachPixelOfAReducedPictureIsAnAverage)
     EXPECT_EQ(reduced(written(clear, "png")).pixel(75, 37), qRgb(255, 127, 127)) << "on white";
 }
 
-TEST_F(PictureReader, AFewKilobytesFillNoMemoryAndAreNotReadByteByByte)
+TEST_F(PictureReader, ALargePictureOfFewBytesStaysSmallInMemory)
 {
     constexpr int Side = 12000;
     QImage sheet(Side, Side, QImage::Format_Mono);
     sheet.fill(0);
-    for (const std::string& bomb :
-        {written(sheet, "png"), bitmapFile(Side, Side, 8, std::string(1'200'000, '\1'), {}, 1)})
-        for (const int longerSide : {0, 100}) {
-            Picture picture;
-            put("bomb", bomb);
-            EXPECT_LT(megabytesFor([&] {
-                picture =
-                    longerSide == 0 ? pictures.load(inside("bomb")) : pictures.loadReduced(inside("bomb"), longerSide);
-            }),
-                300);
-            EXPECT_EQ(std::pair(picture.width(), picture.height()), std::pair(Side, Side));
-            EXPECT_LT(picture.data()->pixels.sizeInBytes(), 70'000'000);
-        }
-    const std::string comment = "!\xFE" + QByteArray("\1A").repeated(1'000'000).toStdString() + '\0';
-    const double readsBefore = ofThisProcess("io", "syscr:");
-    EXPECT_EQ(loaded(gifBytes(2, 2).insert(25, comment)), quarters(2, 2));
-    const double reads = ofThisProcess("io", "syscr:") - readsBefore;
-    EXPECT_TRUE(reads > 0 && reads < 10'000) << reads;
+    for (const std::string& file :
+        {written(sheet, "png"), bitmapFile(Side, Side, 8, std::string(1'200'000, '\1'), {}, 1)}) {
+        const Picture picture = pictures.load(put("picture", file));
+        EXPECT_EQ(std::pair(picture.width(), picture.height()), std::pair(Side, Side));
+        EXPECT_LT(picture.data()->pixels.sizeInBytes(), 70'000'000);
+    }
 }
 
 TEST_F(PictureReader, AMetafileIsPaintedInItsOwnSize)

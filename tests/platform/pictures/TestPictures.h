@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/files/FileService.h"
 #include "platform/pictures/PictureService.h"
 #include "support/TemporaryFolder.h"
 

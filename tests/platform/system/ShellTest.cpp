@@ -5,8 +5,6 @@
 
 namespace trovarium {
 
-namespace {
-
 class ShellTest : public FileTest {
 protected:
     ~ShellTest() override { std::filesystem::current_path(before); }
@@ -50,7 +48,7 @@ TEST_F(ShellTest, HandsADocumentOfAnyNameToTheDesktopAndStartsAProgramApart)
     program("f\xFC r/Help/index.html");
     folder.write("text", "no program");
     std::filesystem::current_path(folder.path());
-    const VariableForNow path("PATH", folder.native("bin") + ":" + getenv("PATH"));
+    const ScopedEnv path("PATH", folder.native("bin") + ":" + getenv("PATH"));
     EXPECT_LE(ShellOpenDocument(at("gone.html"), NormalWindow), 32);
     EXPECT_GT(ShellOpenDocument(at("f\xFC r\\help\\index.html"), NormalWindow), 32);
     for (const std::string& name : {at("text"), at("gone"), at("bin"), std::string("tool")})
@@ -59,7 +57,5 @@ TEST_F(ShellTest, HandsADocumentOfAnyNameToTheDesktopAndStartsAProgramApart)
     ASSERT_TRUE(Robot(testDesktop()).until([&] { return onDisk().count("opened") + onDisk().count("started") == 2; }));
     EXPECT_EQ(folder.read("opened"), "file://" + folder.path() + "/f%FC%20r/Help/index.html");
 }
-
-} // namespace
 
 } // namespace trovarium

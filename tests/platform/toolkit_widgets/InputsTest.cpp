@@ -1,7 +1,7 @@
 #include "platform/toolkit/ScrollBar.h"
 #include "platform/toolkit/TextBox.h"
 
-#include "platform/Stage.h"
+#include "platform/FormFixture.h"
 #include "platform/toolkit/DrawnWidget.h"
 #include "platform/toolkit/PictureBox.h"
 
@@ -12,9 +12,7 @@
 
 namespace trovarium {
 
-namespace {
-
-struct InputsTest : Stage {
+struct InputsTest : FormFixture {
     InputsTest()
     {
         note(box.Change, "Change", [this] { return box.Text(); });
@@ -42,13 +40,11 @@ TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHan
     }
     EXPECT_EQ(failureOf([&] { box.MaxLength = -1; }), "Invalid property value");
     EXPECT_EQ(taken(), "Change:a  b  Change:I Change:\xC3\xA4\xF0\x9F\x98\x80. Change:abc ");
+    box.MaxLength = 2;
+    EXPECT_EQ(box.Text(), "abc") << "what is there stays";
     show();
-    keys({36}); // Home
-    robot.type(form, "xy");
-    box.MaxLength = 3;
-    EXPECT_EQ(box.Text(), "xabc") << "what is there stays";
     box.MaxLength = 5;
-    keys({36, 46});
+    keys({36}); // Home
     QApplication::clipboard()->setText("1\r\n23");
     robot.key(form, 'V', CtrlKey);
     EXPECT_EQ(box.Text(), "1 abc") << "a paste is cut to what fits";
@@ -76,12 +72,11 @@ TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndCha
     bar.LargeChange = 2;
     show();
     click(bar, At{8, 296}); // the arrow
-    click(bar, At{8, 270});
     bar.SetFocus();
-    keys({38, 33, 34});
+    keys({34, 38});
     robot.wheel(bar, 1);
     robot.wheel(window, 1);
-    EXPECT_EQ(taken(), "C:2 S:2 C:4 S:4 C:3 S:3 C:1 S:1 C:3 S:3 C:5 S:5 C:7 S:7 ");
+    EXPECT_EQ(taken(), "C:2 S:2 C:4 S:4 C:3 S:3 C:5 S:5 C:7 S:7 ");
     const Shot before = robot.shot(form);
     bar.Value = 10;
     desktop.DoEvents();
@@ -108,17 +103,11 @@ TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndCha
     for (const int value : {3, 11})
         EXPECT_EQ(failureOf([&] { bar.Value = value; }), "Invalid property value") << value;
     bar.LargeChange = 4;
-    for (const int steps : {1, 5, 1, -1})
-        bar.page(steps);
-    EXPECT_EQ(taken(), "C:8 S:8 C:10 S:10 C:6 S:6 ");
-    bar.Enabled = false;
-    bar.page(1);
-    bar.Enabled = true;
-    window.Visible = false;
-    bar.page(1);
-    EXPECT_EQ(taken(), "");
+    for (const bool isSeen : {true, false}) {
+        window.Visible = isSeen;
+        bar.page(isSeen ? 2 : -1);
+        EXPECT_EQ(taken(), isSeen ? "C:10 S:10 " : "");
+    }
 }
-
-} // namespace
 
 } // namespace trovarium

@@ -1,29 +1,26 @@
 #include "platform/toolkit/Menu.h"
 #include "platform/toolkit/Prompts.h"
 
-#include "platform/Stage.h"
+#include "platform/FormFixture.h"
 #include "platform/toolkit/Buttons.h"
 #include "platform/toolkit/FormWindow.h"
 #include "platform/toolkit/Label.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTest>
 
 namespace trovarium {
 
-namespace {
-
 // The menus and the prompts that open over a form.
-struct PopUpsTest : Stage {
+struct PopUpsTest : FormFixture {
     PopUpsTest()
     {
-        for (Menu* menu : {&file, &fileRemove, &fileExit, &infoUp, &group, &sort, &sortYear, &sortPlace})
+        for (Menu* menu : {&file, &fileExit, &group, &sort, &sortYear, &sortPlace})
             note(menu->Click, menu->Name());
         note(row.MouseDown, "row");
         when["row"] = [this] {
@@ -47,11 +44,6 @@ struct PopUpsTest : Stage {
     {
         robot.when([] { return box() != nullptr && box()->isVisible(); }, [act] { act(*box()); });
     }
-    static void key(QDialog& dialog, int key)
-    {
-        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-        QApplication::sendEvent(dialog.focusWidget(), &press);
-    }
     static QString textOf(const QDialog& dialog)
     {
         const QLabel* label = dialog.findChildren<QLabel*>().last();
@@ -59,9 +51,7 @@ struct PopUpsTest : Stage {
     }
 
     Menu file{&form, {.Name = "File", .Caption = "&File"}};
-    Menu fileRemove{&file, {.Name = "FileRemove", .Caption = "&Remove Group"}};
     Menu fileExit{&file, {.Name = "FileExit", .Caption = "E&xit"}};
-    Menu infoUp{&file, {.Name = "InfoUp", .Caption = "Always &Up", .Checked = true}};
     Menu group{&form, {.Name = "Group", .Caption = "GroupMenu", .Visible = false}};
     Menu sort{&group, {.Name = "Sort", .Caption = "Sort"}};
     Menu sortYear{&sort, {.Name = "SortYear", .Caption = "Year"}};
@@ -75,26 +65,21 @@ TEST_F(PopUpsTest, APopUpMenuReturnsBehindItsEntryOrWithoutAWindowAndTheProgramM
     when["Sort"] = [&] { sortYear.Enabled = false; };
     EXPECT_EQ(popUp([&] { robot.choose(sortYear); }), "Group Sort back ") << "the rule has disabled it";
     EXPECT_EQ(popUp([&] { robot.choose(sortPlace); }), "Group Sort SortPlace back ") << "behind the handler";
-    EXPECT_EQ(popUp([&] { robot.dismissMenu(); }), "Group back ") << "nothing chosen";
-    robot.whenMenuOpens([&] { robot.choose(fileExit); });
-    form.PopupMenu(file);
-    when["FileExit"] = [&] { form.unload(); };
-    robot.key(form, 'F', AltKey); // still opens from the bar, where a button wants the same key
-    EXPECT_NE(QApplication::activePopupWidget(), nullptr);
-    robot.choose(fileExit);
-    EXPECT_EQ(taken(), "File FileExit File FileExit ");
-    fileExit.Enabled = false; // has no view any more
-    form.PopupMenu(group);    // nothing opens without a window
-    show();
-    EXPECT_FALSE(fileExit.action().isEnabled());
-    taken();
     const auto close = [&] {
         form.unload();
         QApplication::activePopupWidget()->close();
     };
     EXPECT_EQ(popUp(close), "Group back ");
     EXPECT_FALSE(form.isLoaded());
+    form.PopupMenu(group);
+    EXPECT_EQ(taken(), "") << "nothing opens without a window";
     show();
+    robot.whenMenuOpens([&] { robot.choose(fileExit); });
+    form.PopupMenu(file);
+    robot.key(form, 'F', AltKey); // still opens from the bar, where a button wants the same key
+    EXPECT_NE(QApplication::activePopupWidget(), nullptr);
+    robot.choose(fileExit);
+    EXPECT_EQ(taken(), "File FileExit File FileExit ");
     when["SortPlace"] = [] { testDesktop().endProgram(3); };
     robot.whenMenuOpens([&] { robot.choose(sortPlace); });
     EXPECT_THROW(form.PopupMenu(group), ProgramEnd);
@@ -103,32 +88,25 @@ TEST_F(PopUpsTest, APopUpMenuReturnsBehindItsEntryOrWithoutAWindowAndTheProgramM
 
 TEST_F(PopUpsTest, TextsAreShownAsTheyAreAndAnInputBoxGivesItsTextOrNothingWhenCancelled)
 {
-    robot.key(form, 'F', AltKey);
-    robot.dismissMenu();
     expect([&](QDialog& dialog) {
-        EXPECT_TRUE(dialog.testAttribute(Qt::WA_KeyboardFocusChange)) << "a ring, as keys opened the menu";
         EXPECT_EQ(textOf(dialog), "<b>/home/ann/a & b</b>\n\nnext\nlast");
         EXPECT_EQ(dialog.windowTitle(), "Removed unassociated INFO file(s)");
         EXPECT_EQ(dialog.findChildren<QLabel*>().first()->accessibleName(), "Error") << "of its symbol";
-        key(dialog, Qt::Key_Escape);
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Escape);
     });
     Prompts& prompts = desktop.prompts();
     const std::string text = "<b>/home/ann/a & b</b>\r\rnext\r\nlast";
     EXPECT_EQ(prompts.messageBox(text, Message::Error, "Removed unassociated INFO file(s)"), Answer::Ok);
-    robot.click(find);
     expect([](QDialog& dialog) {
-        EXPECT_FALSE(dialog.testAttribute(Qt::WA_KeyboardFocusChange));
         auto* field = dialog.findChild<QLineEdit*>();
         EXPECT_EQ(textOf(dialog) + "|" + dialog.windowTitle(), "Enter name for new group.|New Album Group");
         EXPECT_EQ(field->selectedText(), "new group") << "typing replaces it";
         field->setText("Rome\n1998");
-        key(dialog, Qt::Key_Return);
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
     });
     EXPECT_EQ(prompts.inputBox("Enter name for new group.", "New Album Group", "new group"), "Rome 1998");
     expect([](QDialog& dialog) { dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel)->click(); });
     EXPECT_EQ(prompts.inputBox("", "", "new group"), "");
 }
-
-} // namespace
 
 } // namespace trovarium

@@ -14,8 +14,8 @@
 namespace trovarium {
 
 // A form for the controls of a test, and a diary of what they raise.
-struct Stage : testing::Test {
-    explicit Stage(const FormPlan& plan = {.Name = "Stage", .Width = 4500, .Height = 7500})
+struct FormFixture : testing::Test {
+    explicit FormFixture(const FormPlan& plan = {.Name = "FormFixture", .Width = 4500, .Height = 7500})
         : form(desktop, plan)
     {
     }
