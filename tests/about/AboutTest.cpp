@@ -12,7 +12,7 @@ class AboutTest : public MainWindow {
 protected:
     void put(const std::string& key, const std::string& name, const std::string& value)
     {
-        registry.WriteValue(HkeyLocalMachine, key, name, value);
+        registry.WriteValue(key, name, value);
     }
 
     const std::string tools = "SOFTWARE\\Microsoft\\Shared Tools";
@@ -51,13 +51,14 @@ TEST_F(AboutTest, ValuesAreReadByTheirKind)
     const std::string longest(1023, 'a');
     std::string value;
     for (const auto& [stored, text] :
-        {std::pair{longest, longest}, {"dword:00000100", "256"}, {"dword:ffffffff", "-1"}}) {
+        {std::pair{longest, longest}, {"dword:00000100", "256"}, {"dword:ffffffff", "-1"}, {"dword:1", "dword:1"},
+            {"dword:F403020G", "dword:F403020G"}, {"word :F4030201", "word :F4030201"}, {"", ""}}) {
         put("key", "name", stored);
-        EXPECT_TRUE(form().GetKeyValue(HkeyLocalMachine, "key", "name", value)) << stored;
+        EXPECT_TRUE(form().GetKeyValue("key", "name", value)) << stored;
         EXPECT_EQ(value, text);
     }
     put("key", "name", longest + "a");
-    EXPECT_FALSE(form().GetKeyValue(HkeyLocalMachine, "key", "name", value));
+    EXPECT_FALSE(form().GetKeyValue("key", "name", value));
 }
 
 } // namespace trovarium
