@@ -42,7 +42,6 @@ public:
     // The same without reading the group again. False if the name wasn't accepted.
     bool save();
     void cmdImport_Click();
-    void cmbGroupName_Enter();
     void lbExit_Click();
 
     // ---- layout: name, left, top, width, height (twips), caption ----

@@ -6,18 +6,8 @@ namespace trovarium {
 
 struct PhotoDisplayTest : ViewerWindow {
     // What the operation says of itself.
-    bool step(bool forward)
-    {
-        bool shown = true;
-        (main().photoDisplay().*(forward ? &PhotoDisplay::NextPhoto : &PhotoDisplay::PrevPhoto))(shown);
-        return shown;
-    }
-    bool displayed(int position, bool visibly)
-    {
-        bool shown = true;
-        main().photoDisplay().DisplayPhoto(position, visibly, shown);
-        return shown;
-    }
+    bool step(bool forward) { return forward ? main().photoDisplay().NextPhoto() : main().photoDisplay().PrevPhoto(); }
+    bool displayed(int position, bool visibly) { return main().photoDisplay().DisplayPhoto(position, visibly); }
 };
 
 TEST_F(PhotoDisplayTest, APictureIsReducedByTheFirstWholeNumberThatFitsStrictly)
