@@ -9,7 +9,6 @@
 #include "browser/ThumbnailPages.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Prompts.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/Log.h"

@@ -5,7 +5,6 @@
 #include "platform/toolkit/ProgressBar.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
-#include "store/Log.h"
 
 namespace trovarium {
 

@@ -15,7 +15,6 @@
 #include <cmath>
 #include <cstddef>
 #include <deque>
-#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
