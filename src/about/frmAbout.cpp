@@ -6,18 +6,33 @@
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Failure.h"
+#include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/Deployment.h"
 
-#include <array>
+#include <charconv>
+#include <cstdint>
+#include <optional>
 #include <utility>
 
 namespace trovarium {
 
 namespace {
 
-constexpr std::size_t LongestValue = 1024; // bytes
+constexpr std::size_t LongestValue = 1023; // bytes
 constexpr float TitleFont = 30;            // pixels, as all below
+
+// A number is stored as "dword:" and eight hexadecimal digits.
+std::optional<std::uint32_t> numberIn(std::string_view text)
+{
+    constexpr std::string_view Mark = "dword:";
+    constexpr std::size_t Digits = 8;
+    if (!text.starts_with(Mark) || text.size() != Mark.size() + Digits)
+        return std::nullopt;
+    std::uint32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data() + Mark.size(), text.data() + text.size(), number, 16);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
 
 } // namespace
 
@@ -71,33 +86,24 @@ void frmAbout::StartSysInfo()
 std::string frmAbout::systemInfoTool()
 {
     std::string path;
-    if (GetKeyValue(HkeyLocalMachine, "SOFTWARE\\Microsoft\\Shared Tools\\MSINFO", "PATH", path))
+    if (GetKeyValue("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO", "PATH", path))
         return path;
-    if (GetKeyValue(HkeyLocalMachine, "SOFTWARE\\Microsoft\\Shared Tools Location", "MSINFO", path)
+    if (GetKeyValue("SOFTWARE\\Microsoft\\Shared Tools Location", "MSINFO", path)
         && m_album.files.exists(path + "\\MSINFO32.EXE"))
         return path + "\\MSINFO32.EXE";
     throw Failure(FailureKind::FileNotFound);
 }
 
-bool frmAbout::GetKeyValue(
-    std::uint32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef, std::string& KeyVal)
+bool frmAbout::GetKeyValue(std::string_view KeyName, std::string_view SubKeyRef, std::string& KeyVal)
 {
     KeyVal.clear();
-    std::optional<RegistryValue> value;
-    attempt([&] { value = m_registry.QueryValue(KeyRoot, KeyName, SubKeyRef, LongestValue); });
-    if (!value)
+    std::string stored;
+    bool isThere = false;
+    attempt([&] { isThere = m_registry.ReadValue(KeyName, SubKeyRef, stored); });
+    if (!isThere || stored.size() > LongestValue)
         return false;
-    std::string bytes = std::move(value->bytes);
-    if (bytes.ends_with('\0'))
-        bytes.pop_back();
-    if (value->type == RegistryValue::String) {
-        KeyVal = std::move(bytes);
-    } else {
-        std::uint32_t number = 0;
-        for (std::size_t i = bytes.size(); i-- > 0;)
-            number = number << 8 | static_cast<unsigned char>(bytes[i]);
-        KeyVal = std::to_string(static_cast<std::int32_t>(number));
-    }
+    const std::optional<std::uint32_t> number = numberIn(stored);
+    KeyVal = number ? numberText(static_cast<std::int32_t>(*number)) : stored;
     return true;
 }
 

@@ -22,24 +22,22 @@ public:
     // Starts the tool named in the settings store, or shows a message.
     void StartSysInfo();
     // Reads a value of the settings store as text; false and empty if it can't be read.
-    bool GetKeyValue(std::uint32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef, std::string& KeyVal);
+    bool GetKeyValue(std::string_view KeyName, std::string_view SubKeyRef, std::string& KeyVal);
 
     void Form_Load();
     void cmdOK_Click();
     void cmdSysInfo_Click();
 
-    // ---- layout, in twips ----
+    // ---- layout: name, left, top, width, height (twips), caption ----
 
-    PictureBox picIcon{this, {.Name = "picIcon", .Left = 360, .Top = 360, .Width = 960, .Height = 960}};
-    Label lblTitle{
-        this, {.Name = "lblTitle", .Left = 1560, .Top = 330, .Width = 4680, .Height = 570, .Caption = "Trovarium"}};
-    Label lblVersion{this, {.Name = "lblVersion", .Left = 1560, .Top = 960, .Width = 4680, .Height = 270}};
-    Label lblDescription{this, {.Name = "lblDescription", .Left = 1560, .Top = 1410, .Width = 4680, .Height = 780}};
-    Line Line1{this, {.Name = "Line1", .Left = 360, .Top = 2340, .Width = 5880, .Height = 0}};
-    Label lblDisclaimer{this, {.Name = "lblDisclaimer", .Left = 360, .Top = 2520, .Width = 3900, .Height = 1260}};
-    Button cmdOK{this, {.Name = "cmdOK", .Left = 4500, .Top = 2520, .Width = 1740, .Height = 420, .Caption = "OK"}};
-    Button cmdSysInfo{this,
-        {.Name = "cmdSysInfo", .Left = 4500, .Top = 3060, .Width = 1740, .Height = 420, .Caption = "&System Info..."}};
+    PictureBox picIcon{this, {"picIcon", 360, 360, 960, 960}};
+    Label lblTitle{this, {"lblTitle", 1560, 330, 4680, 570, "Trovarium"}};
+    Label lblVersion{this, {"lblVersion", 1560, 960, 4680, 270}};
+    Label lblDescription{this, {"lblDescription", 1560, 1410, 4680, 780}};
+    Line Line1{this, {"Line1", 360, 2340, 5880, 0}};
+    Label lblDisclaimer{this, {"lblDisclaimer", 360, 2520, 3900, 1260}};
+    Button cmdOK{this, {"cmdOK", 4500, 2520, 1740, 420, "OK"}};
+    Button cmdSysInfo{this, {"cmdSysInfo", 4500, 3060, 1740, 420, "&System Info..."}};
 
 private:
     std::string systemInfoTool();

@@ -165,9 +165,8 @@ void GroupCommands::RemoveFromProgram()
     if (answer != Answer::Yes)
         return;
     m_form.MousePointer = HourglassPointer;
-    attempt([&] { m_album.files.makeFolder(paths.PhotoPath + "Removed"); });
-    attempt([&] { m_album.files.makeFolder(paths.InfoPath + "Removed"); });
-    attempt([&] { m_album.files.makeFolder(paths.AudioPath + "Removed"); });
+    for (const std::string& folder : {paths.PhotoPath, paths.InfoPath, paths.AudioPath})
+        attempt([&] { m_album.files.makeFolder(folder + "Removed"); });
     std::int16_t last = -1;
     if (m_album.group.isWhole)
         attempt([&] { last = toInt16(m_album.group.GroupSelect.upperBound()); });

@@ -42,10 +42,8 @@ try {
     // Always there, even without a file; the blanks in its name sort it first.
     m_form.lstSlideGroups.AddItem(std::string(AllPhotosGroupName));
     showRow(0, std::string(AllPhotosGroupName));
-    for (int i = 0; i < m_form.lstSlideGroups.ListCount(); ++i) {
-        if (i >= FirstGroupRow && i < FirstGroupRow + GroupRows)
-            showRow(i - FirstGroupRow, m_form.lstSlideGroups.List(i));
-    }
+    for (int row = 0; row < GroupRows && FirstGroupRow + row < m_form.lstSlideGroups.ListCount(); ++row)
+        showRow(row, m_form.lstSlideGroups.List(FirstGroupRow + row));
     CheckGroupScrollArrows();
     return true;
 } catch (const Failure& failure) {
@@ -54,7 +52,7 @@ try {
 }
 
 bool GroupListPane::ScrollGroupNames(std::int32_t NewFirstRow)
-try {
+{
     if (GroupScrollBusy || NewFirstRow > m_form.lstSlideGroups.ListCount() - GroupRows || NewFirstRow < 0)
         return false;
     const Lock whileScrolling(GroupScrollBusy);
@@ -63,9 +61,6 @@ try {
     FirstGroupRow = NewFirstRow;
     CheckGroupScrollArrows();
     return true;
-} catch (const Failure& failure) {
-    logFailure(m_album, "ScrollGroupNames", failure);
-    return false;
 }
 
 void GroupListPane::CheckGroupScrollArrows()

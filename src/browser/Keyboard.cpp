@@ -75,20 +75,15 @@ void Keyboard::commandKey(int KeyCode)
 {
     switch (KeyCode) {
     case EnterKey:
-        openThumbnail();
-        break;
+        return openThumbnail();
     case MenuKey:
-        pressThumbnail(RightButton, NoKeys);
-        break;
+        return pressThumbnail(RightButton, NoKeys);
     case EscapeKey:
-        backToThumbnails();
-        break;
+        return backToThumbnails();
     case DeleteKey:
-        removeFromGroup();
-        break;
+        return removeFromGroup();
     case F2Key:
-        renameGroup();
-        break;
+        return renameGroup();
     case F11Key:
         if (isOpen(m_form.mnuView, m_form.mnuViewFullscreen))
             m_form.cmdFullScreen_Click();
@@ -102,8 +97,7 @@ void Keyboard::commandKey(int KeyCode)
             m_form.zoomAndPan().cmdZoomOut_Click();
         break;
     default:
-        moveKey(KeyCode);
-        break;
+        return moveKey(KeyCode);
     }
 }
 
@@ -111,21 +105,16 @@ void Keyboard::moveKey(int KeyCode)
 {
     switch (KeyCode) {
     case PageUpKey:
-        moveBy(-Cells);
-        break;
+        return moveBy(-Cells);
     case PageDownKey:
-        moveBy(Cells);
-        break;
+        return moveBy(Cells);
     case HomeKey:
-        moveTo(1);
-        break;
+        return moveTo(1);
     case EndKey:
-        moveTo(m_album.group.GroupList.upperBound());
-        break;
+        return moveTo(m_album.group.GroupList.upperBound());
     default:
         if (const int step = stepOf(KeyCode); step != 0)
-            moveBy(step);
-        break;
+            return moveBy(step);
     }
 }
 

@@ -93,7 +93,7 @@ try {
         m_form.shpThumbnailSelect(cell).Visible = isSelected;
         m_form.imgThumbnail(cell).AccessibleSelected = isSelected;
     }
-    m_form.lbStatusSelected.Caption = "Selected " + numberText(std::int64_t{m_album.group.SelectedCount});
+    m_form.lbStatusSelected.Caption = "Selected " + numberText(m_album.group.SelectedCount);
 } catch (const Failure& failure) {
     logFailure(m_album, "ShowGroupListSelect", failure);
 }
@@ -116,9 +116,7 @@ void Selection::pressLeft(std::int32_t position, int Shift, float X, float Y)
     if (Shift == NoKeys)
         SetGroupListSelect(-1, ReplaceMode);
     SetGroupListSelect(position, static_cast<std::int16_t>(Shift));
-    bool read = false;
-    m_form.infoBox().LoadImageInfo(position, read);
-    if (read)
+    if (m_form.infoBox().LoadImageInfo(position))
         m_form.infoBox().LoadInfoBox();
     m_form.txtTitle.SetFocus(); // where typing continues during an edit
     m_form.thumbnailDrag().press(X, Y);
@@ -139,9 +137,7 @@ void Selection::pressRight(std::int32_t position)
 void Selection::imgThumbnail_DblClick(int Index)
 try {
     SetGroupListSelect(-1, ReplaceMode);
-    bool shown = false;
-    m_form.photoDisplay().DisplayPhoto(m_form.pages().positionOf(Index), true, shown);
-    if (shown)
+    if (m_form.photoDisplay().DisplayPhoto(m_form.pages().positionOf(Index), true))
         m_form.pages().SetCountLabel(m_album.view.CurrentIndex);
     m_album.view.ViewMode = ViewPhoto;
 } catch (const Failure& failure) {

@@ -42,9 +42,7 @@ void ThumbnailDrag::breakOff()
 {
     if (!MouseIsDown)
         return;
-    hideMarks();
-    ThumbnailDragging = false;
-    MouseIsDown = false;
+    endDrag();
     DropTarget = NoTarget;
     m_form.imgThumbnail.forEach([](int, Image& image) { image.MousePointer = DefaultPointer; });
 }
@@ -142,7 +140,7 @@ int ThumbnailDrag::rowAt(float x, float y) const
 
 void ThumbnailDrag::imgThumbnail_MouseUp(int Index)
 {
-    FinishThumbnailDrag(true);
+    FinishThumbnailDrag();
     m_form.imgThumbnail(Index).MousePointer = DefaultPointer;
 }
 
@@ -152,20 +150,16 @@ void ThumbnailDrag::Form_KeyPress(int KeyAscii)
         breakOff();
 }
 
-void ThumbnailDrag::FinishThumbnailDrag(bool Finish)
+void ThumbnailDrag::FinishThumbnailDrag()
 {
     m_form.MousePointer = HourglassPointer;
     if (DropTarget >= 0 && ThumbnailDragging)
         m_form.groupCommands().AddToGroup(m_form.lbAlbumList(DropTarget).Caption() + ".lst");
-    if (DropTarget == ReorderTarget && Finish && ThumbnailDragging) {
-        hideMarks();
-        ThumbnailDragging = false;
-        MouseIsDown = false;
+    if (DropTarget == ReorderTarget && ThumbnailDragging) {
+        endDrag();
         moveSelected(DropPosition);
     }
-    hideMarks();
-    ThumbnailDragging = false;
-    MouseIsDown = false;
+    endDrag();
     m_form.MousePointer = DefaultPointer;
 }
 
@@ -175,6 +169,13 @@ void ThumbnailDrag::moveSelected(std::int32_t position)
         ReorderGroupFile(m_album, m_album.group.currentGroupFile(), position);
     m_form.selection().SetGroupListSelect(-1, NoKeys);
     m_form.pages().reload();
+}
+
+void ThumbnailDrag::endDrag()
+{
+    hideMarks();
+    ThumbnailDragging = false;
+    MouseIsDown = false;
 }
 
 void ThumbnailDrag::hideMarks()

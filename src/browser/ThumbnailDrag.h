@@ -24,8 +24,7 @@ public:
     void imgThumbnail_MouseUp(int Index);
     void Form_KeyPress(int KeyAscii); // Escape cancels the drag
 
-    // Ends the drag by a drop on DropTarget; the photographs are only reordered with `Finish`.
-    void FinishThumbnailDrag(bool Finish);
+    void FinishThumbnailDrag(); // by a drop on DropTarget
 
     // Moves the selected photographs as one block in the list's file, after position n for +n, before it for -n. Then
     // reads the list again and clears the selection. A list that another program has changed is only read.
@@ -46,6 +45,7 @@ private:
     void dragOverFrame(int Index, float X, float Y);
     void dragOverList(int Index, float X, float Y);
     int rowAt(float x, float y) const;
+    void endDrag();
     void hideMarks();
 
     std::int32_t ThumbDownX = 0; // twips within the thumbnail

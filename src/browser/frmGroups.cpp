@@ -6,7 +6,6 @@
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Units.h"
 #include "runtime/Numbers.h"
-#include "runtime/Text.h"
 #include "store/Album.h"
 #include "store/GroupFile.h"
 
@@ -91,10 +90,9 @@ void frmGroups::choose()
 {
     if (GroupDialogBusy || lstGroups.ListIndex() < 0)
         return;
-    const std::string kind(trovarium::left(Caption(), 4));
-    if (kind == "Move")
+    if (Caption().starts_with("Move"))
         m_main.groupCommands().MoveToGroup(lstGroups.Text() + ".lst");
-    else if (kind == "Copy")
+    else if (Caption().starts_with("Copy"))
         m_main.groupCommands().AddToGroup(lstGroups.Text() + ".lst");
     hide();
 }

@@ -18,9 +18,8 @@ class frmGroups : public Form {
 public:
     frmGroups(Desktop& desktop, Album& album, frmMain& main);
 
-    ListBox lstGroups{this, {.Name = "lstGroups", .Left = 0, .Top = 0, .Width = 4200, .Height = 3180}};
-    Button cmdNewGroup{this,
-        {.Name = "cmdNewGroup", .Left = 60, .Top = 3240, .Width = 4080, .Height = 315, .Caption = "&Create New Group"}};
+    ListBox lstGroups{this, {"lstGroups", 0, 0, 4200, 3180}};
+    Button cmdNewGroup{this, {"cmdNewGroup", 60, 3240, 4080, 315, "&Create New Group"}};
 
     // Shows it modal for CreateWithCopies or CreateByMoving.
     void showFor(std::int32_t Mode);

@@ -9,7 +9,6 @@
 #include "browser/ThumbnailPages.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
-#include "platform/toolkit/Prompts.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/Log.h"
@@ -259,18 +258,10 @@ void frmMain::makeParts()
 
 void frmMain::Form_Load()
 try {
-    if (!m_groupList->LoadGroupNames()) {
-        // Multiplying these texts always fails, so that the message never appears: the log gets a type mismatch.
-        const double quotes = strictNumber("\"") * strictNumber("*");
-        desktop().prompts().messageBox(
-            "No album groups have been defined. Use next screen to search for photos (Ex. use a \"" + numberText(quotes)
-                + " in the year field to find all photos.",
-            Message::Notice, "");
-        cmdCreateAlbumGroup_Click();
-    } else if (lstSlideGroups.ListCount() > 0) {
-        m_pages->LoadSlideGroup(lbAlbumList(0).Caption() + ".lst");
-        m_groupList->pctAlbumList_MouseDown(0, LeftButton, NoKeys, 0, 0);
-    }
+    if (!m_groupList->LoadGroupNames())
+        throw Failure(FailureKind::TypeMismatch); // the rest isn't set up, and the log gets this text
+    m_pages->LoadSlideGroup(lbAlbumList(0).Caption() + ".lst");
+    m_groupList->pctAlbumList_MouseDown(0, LeftButton, NoKeys, 0, 0);
     framInfo.Top = pctWindow.ScaleHeight() - StripHeight;
     Left = (desktop().Screen().Width() - Width()) * 0.5F;
     Top = (desktop().Screen().Height() - Height()) * 0.5F;
@@ -320,38 +311,21 @@ void frmMain::Form_MouseDown(int Button, int /*Shift*/, float /*X*/, float /*Y*/
 
 // A label acts for the button beneath it, even if that is disabled. There are no labels 2 to 4.
 void frmMain::lbButtonText_Click(int Index)
-try {
+{
     switch (Index) {
     case 0:
-        m_photoDisplay->pctNext_Click();
-        break;
+        return m_photoDisplay->pctNext_Click();
     case 1:
-        m_photoDisplay->pctPrev_Click();
-        break;
-    case 2:
-        cmdCreateAlbumGroup_Click();
-        break;
-    case 4:
-        m_infoBox->cmdEditPhotoInfo_Click();
-        break;
+        return m_photoDisplay->pctPrev_Click();
     case 5:
-        m_zoomAndPan->cmdZoomOut_Click();
-        break;
+        return m_zoomAndPan->cmdZoomOut_Click();
     case 6:
-        m_zoomAndPan->cmdZoomIn_Click();
-        break;
+        return m_zoomAndPan->cmdZoomIn_Click();
     case 7:
-        m_slideShow->cmdSlideshow_Click();
-        break;
-    case 8:
-        cmdFullScreen_Click();
-        break;
+        return m_slideShow->cmdSlideshow_Click();
     default:
-        break;
+        return cmdFullScreen_Click();
     }
-} catch (const Failure& failure) {
-    // Logged under this name on purpose.
-    logFailure(m_album, "lstSlideGroups_Click", failure);
 }
 
 void frmMain::cmdFullScreen_Click()

@@ -84,19 +84,11 @@ public:
     void cmdFullScreen_Click();
     void cmdCreateAlbumGroup_Click(); // opens the search; there is no control of this name
 
-    // ---- layout, in twips ----
+    // ---- layout: name, left, top, width, height (twips), caption ----
 
-    Label Label2{
-        this, {.Name = "Label2", .Left = 660, .Top = 300, .Width = 1350, .Height = 240, .Caption = "Album Groups"}};
-    Label lbCount{this,
-        {.Name = "lbCount",
-            .Left = 4620,
-            .Top = 300,
-            .Width = 5070,
-            .Height = 240,
-            .Caption = "Group ABC - 45th of 1000"}};
-    Label lbTitle{
-        this, {.Name = "lbTitle", .Left = 7020, .Top = 7680, .Width = 390, .Height = 240, .Caption = "title"}};
+    Label Label2{this, {"Label2", 660, 300, 1350, 240, "Album Groups"}};
+    Label lbCount{this, {"lbCount", 4620, 300, 5070, 240, "Group ABC - 45th of 1000"}};
+    Label lbTitle{this, {"lbTitle", 7020, 7680, 390, 240, "title"}};
 
     // The group list: rows 0 to 7; 10 and 11 are hidden and hold the pictures of a row.
     ListBox lstSlideGroups{
@@ -110,13 +102,12 @@ public:
             {2, {.Left = 960, .Top = 5100, .Width = 630, .Height = 315, .Visible = false}},
             {3, {.Left = 960, .Top = 5100, .Width = 630, .Height = 315, .Visible = false}}}};
 
-    PictureButton cmdSlideshow{this, {.Name = "cmdSlideshow", .Left = 240, .Top = 5940, .Width = 2085, .Height = 465}};
-    PictureButton cmdFullScreen{
-        this, {.Name = "cmdFullScreen", .Left = 240, .Top = 6480, .Width = 2085, .Height = 465}};
-    PictureButton cmdZoomOut{this, {.Name = "cmdZoomOut", .Left = 240, .Top = 7020, .Width = 1035, .Height = 465}};
-    PictureButton cmdZoomIn{this, {.Name = "cmdZoomIn", .Left = 1290, .Top = 7020, .Width = 1035, .Height = 465}};
-    PictureButton pctPrev{this, {.Name = "pctPrev", .Left = 240, .Top = 7560, .Width = 1035, .Height = 465}};
-    PictureButton pctNext{this, {.Name = "pctNext", .Left = 1290, .Top = 7560, .Width = 1035, .Height = 465}};
+    PictureButton cmdSlideshow{this, {"cmdSlideshow", 240, 5940, 2085, 465}};
+    PictureButton cmdFullScreen{this, {"cmdFullScreen", 240, 6480, 2085, 465}};
+    PictureButton cmdZoomOut{this, {"cmdZoomOut", 240, 7020, 1035, 465}};
+    PictureButton cmdZoomIn{this, {"cmdZoomIn", 1290, 7020, 1035, 465}};
+    PictureButton pctPrev{this, {"pctPrev", 240, 7560, 1035, 465}};
+    PictureButton pctNext{this, {"pctNext", 1290, 7560, 1035, 465}};
     // Labels over the picture buttons; there is no 2, 3 or 4.
     ControlArray<Label> lbButtonText{this, "lbButtonText",
         {{0, {.Left = 1350, .Top = 7665, .Width = 915, .Height = 240, .Caption = ">>"}},
@@ -130,28 +121,21 @@ public:
     Image pctDarkSmall{this, {.Name = "pctDarkSmall", .Width = 1035, .Height = 465, .Visible = false}};
 
     // The viewing frame. Cells 0 to 15; shpThumbnailSelect(16) follows the pointer in a drag.
-    PictureBox pctWindow{
-        this, {.Name = "pctWindow", .Left = 3060, .Top = 600, .Width = 8175, .Height = 7035}, ScaleMode::Pixels};
+    PictureBox pctWindow{this, {"pctWindow", 3060, 600, 8175, 7035}, ScaleMode::Pixels};
     ControlArray<Image> imgThumbnail;
     ControlArray<Label> lbThumbnailFile;
     ControlArray<Shape> shpThumbnailSelect;
     Shape shpDropPosition{&pctWindow, {.Name = "shpDropPosition", .Width = 15, .Height = 1635, .Visible = false}};
     Image imgbox{&pctWindow, {.Name = "imgbox", .Visible = false}};
     PictureBox picVideoWindow{&pctWindow, {.Name = "picVideoWindow", .Width = 7455, .Height = 5595, .Visible = false}};
-    VScroll VScroll1{&pctWindow, {.Name = "VScroll1", .Left = 7920, .Top = 180, .Width = 255, .Height = 5655}};
+    VScroll VScroll1{&pctWindow, {"VScroll1", 7920, 180, 255, 5655}};
     // Element 0 holds the current picture at its original size, from which frame, zoom and full screen take it.
     ControlArray<PictureBox> pctBox{this, "pctBox", {{0, {.Visible = false}}}};
 
     // The information box.
-    Frame framInfo{&pctWindow, {.Name = "framInfo", .Left = 300, .Top = 6810, .Width = 7455, .Height = 2235}};
-    Label lbPhotoInfo{&framInfo,
-        {.Name = "lbPhotoInfo",
-            .Left = 420,
-            .Top = 0,
-            .Width = 5940,
-            .Height = 225,
-            .Caption = "Media Content Information"}};
-    Button cmdEditPhotoInfo{&framInfo, {.Name = "cmdEditPhotoInfo", .Left = 60, .Top = 0, .Width = 300, .Height = 225}};
+    Frame framInfo{&pctWindow, {"framInfo", 300, 6810, 7455, 2235}};
+    Label lbPhotoInfo{&framInfo, {"lbPhotoInfo", 420, 0, 5940, 225, "Media Content Information"}};
+    Button cmdEditPhotoInfo{&framInfo, {"cmdEditPhotoInfo", 60, 0, 300, 225}};
     ControlArray<OptionButton> optInfoPosition{&framInfo, "optInfoPosition",
         {{0, {.Left = 6510, .Top = 0, .Width = 255, .Height = 225, .ToolTipText = "Info Box - Always Down"}},
             {1, {.Left = 6810, .Top = 0, .Width = 255, .Height = 225, .ToolTipText = "Info Box - Normal"}},
@@ -189,27 +173,25 @@ public:
         this, {.Name = "txtTitle", .Left = 3360, .Top = 7680, .Width = 7455, .Height = 285, .Visible = false}};
 
     // The status bar and its panels, whose borders take 30 twips on each side.
-    PictureBox Picture3{this, {.Name = "Picture3", .Left = 0, .Top = 8265, .Width = 12000, .Height = 315}};
+    PictureBox Picture3{this, {"Picture3", 0, 8265, 12000, 315}};
     ControlArray<PictureBox> Picture4{&Picture3, "Picture4",
         {{3, {.Left = -30, .Top = -30, .Width = 6045, .Height = 315}},
             {2, {.Left = 6060, .Top = -30, .Width = 1155, .Height = 315}},
             {1, {.Left = 7260, .Top = -30, .Width = 1335, .Height = 315}},
             {4, {.Left = 8640, .Top = -30, .Width = 1515, .Height = 315}},
             {0, {.Left = 10200, .Top = -30, .Width = 1755, .Height = 315}}}};
-    Label lbStatusInfo{&Picture4(3), {.Name = "lbStatusInfo", .Left = 60, .Top = 30, .Width = 780, .Height = 225}};
-    Label lbZoom{&Picture4(2), {.Name = "lbZoom", .Left = 30, .Top = 30, .Width = 1050, .Height = 225}};
-    Label lbStatusSelected{
-        &Picture4(1), {.Name = "lbStatusSelected", .Left = 30, .Top = 30, .Width = 1230, .Height = 225}};
-    Label lbStatusPage{&Picture4(4), {.Name = "lbStatusPage", .Left = 30, .Top = 30, .Width = 1410, .Height = 225}};
-    Label lbStatusCount{&Picture4(0), {.Name = "lbStatusCount", .Left = 30, .Top = 30, .Width = 1650, .Height = 225}};
+    Label lbStatusInfo{&Picture4(3), {"lbStatusInfo", 60, 30, 780, 225}};
+    Label lbZoom{&Picture4(2), {"lbZoom", 30, 30, 1050, 225}};
+    Label lbStatusSelected{&Picture4(1), {"lbStatusSelected", 30, 30, 1230, 225}};
+    Label lbStatusPage{&Picture4(4), {"lbStatusPage", 30, 30, 1410, 225}};
+    Label lbStatusCount{&Picture4(0), {"lbStatusCount", 30, 30, 1650, 225}};
     ControlArray<Button> cmdVideo{&Picture4(3), "cmdVideo",
         {{0, {.Left = 15, .Top = 15, .Width = 870, .Height = 255, .Caption = "Play &Video", .Enabled = false}},
             {1, {.Left = 900, .Top = 15, .Width = 285, .Height = 255, .Enabled = false}},
             {2, {.Left = 1200, .Top = 15, .Width = 285, .Height = 255, .Enabled = false}}}};
     HScroll hscVideo{
         &Picture4(3), {.Name = "hscVideo", .Left = 1500, .Top = 15, .Width = 1575, .Height = 255, .Enabled = false}};
-    Label lbVideo{
-        &Picture4(3), {.Name = "lbVideo", .Left = 3150, .Top = 30, .Width = 1350, .Height = 225, .Caption = "Length"}};
+    Label lbVideo{&Picture4(3), {"lbVideo", 3150, 30, 1350, 225, "Length"}};
     ControlArray<Button> cmdPlayAudioClip{&Picture4(3), "cmdPlayAudioClip",
         {{0, {.Left = 4620, .Top = 15, .Width = 1035, .Height = 255, .Caption = "Play &Audio", .Enabled = false}},
             {1, {.Left = 5670, .Top = 15, .Width = 315, .Height = 255, .Enabled = false}}}};

@@ -291,7 +291,8 @@ void RemoveMissingPhotosFromGroup(Album& album, Desktop& desktop, Meanwhile mean
     // Without the information files every line would look like a missing photograph. So their folder must be there (few
     // names match "?", which saves sorting them), and the path must end in a separator.
     attempt([&] {
-        album.files.listExisting(album.paths.InfoPath + "?");
+        album.files.requireFolder(album.paths.InfoPath);
+        album.files.list(album.paths.InfoPath + "?");
         if (fromNativePath(album.paths.InfoPath).ends_with('\\'))
             lists = album.files.list(folder + "*.lst");
     });

@@ -14,42 +14,26 @@ public:
 
     void Form_KeyDown(int KeyCode, int Shift);
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout: name, left, top, width, height (twips), caption ----
 
-    Image imgIcon{this, {.Name = "imgIcon", .Left = 450, .Top = 375, .Width = 960, .Height = 960}};
+    Image imgIcon{this, {"imgIcon", 450, 375, 960, 960}};
     // The shadow of the name, a little below and to the right of it.
-    Label Label1{
-        this, {.Name = "Label1", .Left = 1680, .Top = 345, .Width = 4200, .Height = 645, .Caption = "Trovarium"}};
-    Label Label2{
-        this, {.Name = "Label2", .Left = 1650, .Top = 315, .Width = 4200, .Height = 645, .Caption = "Trovarium"}};
-    Label Label3{this,
-        {.Name = "Label3",
-            .Left = 1680,
-            .Top = 1005,
-            .Width = 4200,
-            .Height = 285,
-            .Caption = "FIRST TIME ONLY SCREEN"}};
-    Line Line1{this, {.Name = "Line1", .Left = 450, .Top = 1620, .Width = 5355, .Height = 0}};
-    Label Label4{this, {.Name = "Label4", .Left = 450, .Top = 1800, .Width = 5355, .Height = 330, .Caption = "Note"}};
+    Label Label1{this, {"Label1", 1680, 345, 4200, 645, "Trovarium"}};
+    Label Label2{this, {"Label2", 1650, 315, 4200, 645, "Trovarium"}};
+    Label Label3{this, {"Label3", 1680, 1005, 4200, 285, "FIRST TIME ONLY SCREEN"}};
+    Line Line1{this, {"Line1", 450, 1620, 5355, 0}};
+    Label Label4{this, {"Label4", 450, 1800, 5355, 330, "Note"}};
     // At this width each run of blanks ends a line, so that the word after it starts the next one.
     Label Label5{this,
-        {.Name = "Label5",
-            .Left = 450,
-            .Top = 2250,
-            .Width = 5355,
-            .Height = 540,
-            .Caption = "1. On startup, Trovarium auto-scans the archive to         check for missing files && "
-                       "out-of-date thumnails."}};
-    Label Label6{this, {.Name = "Label6", .Left = 450, .Top = 2910, .Width = 5355, .Height = 540}};
+        {"Label5", 450, 2250, 5355, 540,
+            "1. On startup, Trovarium auto-scans the archive to         check for missing files && "
+            "out-of-date thumnails."}};
+    Label Label6{this, {"Label6", 450, 2910, 5355, 540}};
     Label Label7{this,
-        {.Name = "Label7",
-            .Left = 450,
-            .Top = 3570,
-            .Width = 5355,
-            .Height = 1080,
-            .Caption = "3. Your photos/images can easily be found and              added to the archive by using the "
-                       "\"Import /                 Auto-Scan ...\" option located under the                       "
-                       "\"File\" menu."}};
+        {"Label7", 450, 3570, 5355, 1080,
+            "3. Your photos/images can easily be found and              added to the archive by using the "
+            "\"Import /                 Auto-Scan ...\" option located under the                       "
+            "\"File\" menu."}};
 };
 
 } // namespace trovarium

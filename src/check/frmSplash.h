@@ -30,38 +30,21 @@ public:
 
     void Form_Load();
     void Form_Unload();
-    void Form_Click();
-    void Form_KeyPress(int KeyAscii);
     void cmdByPassAutoCheck_Click();
     void tmrSplash_Timer();
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout: name, left, top, width, height (twips), caption ----
 
-    Image imgIcon{this, {.Name = "imgIcon", .Left = 450, .Top = 480, .Width = 1200, .Height = 1200}};
+    Image imgIcon{this, {"imgIcon", 450, 480, 1200, 1200}};
     // The shadow of the name, a little below and to the right of it.
-    Label Label1{
-        this, {.Name = "Label1", .Left = 1980, .Top = 420, .Width = 4650, .Height = 840, .Caption = "Trovarium"}};
-    Label lblProductName{this,
-        {.Name = "lblProductName", .Left = 1950, .Top = 390, .Width = 4650, .Height = 840, .Caption = "Trovarium"}};
-    Label lblCompanyProduct{
-        this, {.Name = "lblCompanyProduct", .Left = 1980, .Top = 1260, .Width = 4650, .Height = 300, .Caption = Maker}};
-    Label lblVersion{this, {.Name = "lblVersion", .Left = 1980, .Top = 1620, .Width = 4650, .Height = 270}};
-    Label lblPlatform{this,
-        {.Name = "lblPlatform",
-            .Left = 1980,
-            .Top = 1890,
-            .Width = 4650,
-            .Height = 270,
-            .Caption = "Platforms: Win95, 98, 2000"}};
-    Shape shpProgress{this, {.Name = "shpProgress", .Left = 450, .Top = 2580, .Width = 6000, .Height = 240}};
-    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 450, .Top = 2595, .Width = 0, .Height = 210}};
-    Button cmdByPassAutoCheck{this,
-        {.Name = "cmdByPassAutoCheck",
-            .Left = 2475,
-            .Top = 3120,
-            .Width = 1950,
-            .Height = 390,
-            .Caption = "&Skip AutoCheck"}};
+    Label Label1{this, {"Label1", 1980, 420, 4650, 840, "Trovarium"}};
+    Label lblProductName{this, {"lblProductName", 1950, 390, 4650, 840, "Trovarium"}};
+    Label lblCompanyProduct{this, {"lblCompanyProduct", 1980, 1260, 4650, 300, Maker}};
+    Label lblVersion{this, {"lblVersion", 1980, 1620, 4650, 270}};
+    Label lblPlatform{this, {"lblPlatform", 1980, 1890, 4650, 270, "Platforms: Win95, 98, 2000"}};
+    Shape shpProgress{this, {"shpProgress", 450, 2580, 6000, 240}};
+    PictureBox pctProgress{this, {"pctProgress", 450, 2595, 0, 210}};
+    Button cmdByPassAutoCheck{this, {"cmdByPassAutoCheck", 2475, 3120, 1950, 390, "&Skip AutoCheck"}};
     FileList File1{this, {.Name = "File1", .Width = 1200, .Height = 900, .Visible = false}};
     // Never enabled: the form stays as long as the check takes.
     Timer tmrSplash{this, {.Name = "tmrSplash", .Interval = 5000}};

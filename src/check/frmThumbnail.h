@@ -5,6 +5,7 @@
 #include "platform/toolkit/Label.h"
 #include "platform/toolkit/PictureBox.h"
 #include "platform/toolkit/Shape.h"
+#include "runtime/Dates.h"
 #include "store/GroupOnShow.h"
 
 #include <cstdint>
@@ -17,9 +18,9 @@ struct Album;
 class FileService;
 class VideoPlayer;
 
-// Sets the modification time of a file, and no other of its times, from the text form of a date. False when
-// there is no such file, the text is no date, or the time can't be set.
-bool SetFileDateTime(FileService& files, std::string_view FilePath, std::string_view DateText);
+// Sets the modification time of a file, and no other of its times. False when there is no such file or the time can't
+// be set.
+bool SetFileDateTime(FileService& files, std::string_view FilePath, Instant date);
 
 // Writes one thumbnail for each photograph of a list and shows the work as it goes. Load it, give it the
 // list, show it modal: it starts when it is activated and unloads itself at the end. The close box stops
@@ -37,21 +38,19 @@ public:
     void Form_Activate();
     void Form_Unload();
 
-    // ---- the plan of the window, in twips ----
+    // ---- layout: name, left, top, width, height (twips), caption ----
 
     // The canvas: what is painted here is saved.
-    PictureBox imgSize{
-        this, {.Name = "imgSize", .Left = 300, .Top = 300, .Width = 1515, .Height = 1515}, ScaleMode::Pixels};
-    Label Label1{
-        this, {.Name = "Label1", .Left = 2130, .Top = 330, .Width = 3870, .Height = 240, .Caption = "Filename"}};
-    Label lbFilename{this, {.Name = "lbFilename", .Left = 2130, .Top = 615, .Width = 3870, .Height = 285}};
+    PictureBox imgSize{this, {"imgSize", 300, 300, 1515, 1515}, ScaleMode::Pixels};
+    Label Label1{this, {"Label1", 2130, 330, 3870, 240, "Filename"}};
+    Label lbFilename{this, {"lbFilename", 2130, 615, 3870, 285}};
     ControlArray<Label> lbPhotoSize{this, "lbPhotoSize",
         {{0, {.Left = 2130, .Top = 1080, .Width = 3870, .Height = 240}},
             {1, {.Left = 2130, .Top = 1365, .Width = 3870, .Height = 240}}}};
-    Shape shpProgress{this, {.Name = "shpProgress", .Left = 300, .Top = 2130, .Width = 5700, .Height = 240}};
-    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 300, .Top = 2145, .Width = 0, .Height = 210}};
+    Shape shpProgress{this, {"shpProgress", 300, 2130, 5700, 240}};
+    PictureBox pctProgress{this, {"pctProgress", 300, 2145, 0, 210}};
     // Beyond the right edge: takes the size of the picture in work.
-    PictureBox pctSize{this, {.Name = "pctSize", .Left = 6900, .Top = 300, .Width = 1500, .Height = 1500}};
+    PictureBox pctSize{this, {"pctSize", 6900, 300, 1500, 1500}};
 
 private:
     bool isDecoded(const std::string& photograph);

@@ -35,31 +35,22 @@ public:
 
     bool DialogBusy = false; // an export runs
 
-    // ---- layout, in twips ----
+    // ---- layout: name, left, top, width, height (twips), caption ----
 
-    Frame framDestination{this,
-        {.Name = "framDestination",
-            .Left = 240,
-            .Top = 240,
-            .Width = 4800,
-            .Height = 4140,
-            .Caption = "Destination Folder"}};
-    DriveList Drive1{&framDestination, {.Name = "Drive1", .Left = 180, .Top = 450, .Width = 4440, .Height = 360}};
-    FolderList Dir1{&framDestination, {.Name = "Dir1", .Left = 180, .Top = 930, .Width = 4440, .Height = 3030}};
+    Frame framDestination{this, {"framDestination", 240, 240, 4800, 4140, "Destination Folder"}};
+    DriveList Drive1{&framDestination, {"Drive1", 180, 450, 4440, 360}};
+    FolderList Dir1{&framDestination, {"Dir1", 180, 930, 4440, 3030}};
 
-    Frame framSelected{this,
-        {.Name = "framSelected", .Left = 5220, .Top = 240, .Width = 4800, .Height = 4140, .Caption = "Selected Files"}};
-    ListBox List1{&framSelected, {.Name = "List1", .Left = 180, .Top = 450, .Width = 4440, .Height = 3510}};
+    Frame framSelected{this, {"framSelected", 5220, 240, 4800, 4140, "Selected Files"}};
+    ListBox List1{&framSelected, {"List1", 180, 450, 4440, 3510}};
 
-    Frame framItems{this,
-        {.Name = "framItems", .Left = 240, .Top = 4560, .Width = 4800, .Height = 2220, .Caption = "Export Items"}};
+    Frame framItems{this, {"framItems", 240, 4560, 4800, 2220, "Export Items"}};
     ControlArray<CheckBox> chkExport{&framItems, "chkExport",
         {{0, {.Left = 180, .Top = 420, .Width = 4440, .Height = 300, .Caption = "Photo/Video"}},
             {1, {.Left = 180, .Top = 765, .Width = 4440, .Height = 300, .Caption = "Thumbnail"}},
             {2, {.Left = 180, .Top = 1110, .Width = 4440, .Height = 300, .Caption = "Media Info"}}}};
 
-    Frame framOptions{
-        this, {.Name = "framOptions", .Left = 5220, .Top = 4560, .Width = 4800, .Height = 2220, .Caption = "Options"}};
+    Frame framOptions{this, {"framOptions", 5220, 4560, 4800, 2220, "Options"}};
     // The second does nothing and is never visible.
     ControlArray<CheckBox> chkOptions{&framOptions, "chkOptions",
         {{0,
@@ -75,25 +66,18 @@ public:
                     .Height = 300,
                     .Caption = "Export as HTML pages (Preview page && links)",
                     .Visible = false}}}};
-    Label lbInfoFiles{&framOptions,
-        {.Name = "lbInfoFiles",
-            .Left = 180,
-            .Top = 1140,
-            .Width = 4440,
-            .Height = 240,
-            .Caption = "Photo Information Files"}};
+    Label lbInfoFiles{&framOptions, {"lbInfoFiles", 180, 1140, 4440, 240, "Photo Information Files"}};
 
     // Two groups: 0 and 1 choose the format, 2 and 3 what happens to old files.
     ControlArray<OptionButton> optExportInfo{"optExportInfo"};
 
-    Label lbProgress{this, {.Name = "lbProgress", .Left = 240, .Top = 6960, .Width = 6180, .Height = 240}};
-    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 240, .Top = 7245, .Width = 6180, .Height = 270}};
+    Label lbProgress{this, {"lbProgress", 240, 6960, 6180, 240}};
+    PictureBox pctProgress{this, {"pctProgress", 240, 7245, 6180, 270}};
     // Grows inside the box from the left.
-    Shape shpProgress{&pctProgress, {.Name = "shpProgress", .Left = 0, .Top = 0, .Width = 0, .Height = 210}};
+    Shape shpProgress{&pctProgress, {"shpProgress", 0, 0, 0, 210}};
 
-    Button cmdExport{
-        this, {.Name = "cmdExport", .Left = 6600, .Top = 7095, .Width = 1620, .Height = 420, .Caption = "E&xport"}};
-    Label lbExit{this, {.Name = "lbExit", .Left = 8400, .Top = 7095, .Width = 1620, .Height = 420, .Caption = "Exit"}};
+    Button cmdExport{this, {"cmdExport", 6600, 7095, 1620, 420, "E&xport"}};
+    Label lbExit{this, {"lbExit", 8400, 7095, 1620, 420, "Exit"}};
 
 private:
     void paint();

@@ -238,11 +238,9 @@ try {
 
 // Not during an import, which has its own cancel button: photographs would be in no group.
 void frmImport::lbExit_Click()
-try {
+{
     if (!m_importRun->isRunning())
         unload();
-} catch (const Failure& failure) {
-    logFailure(m_album, "lbExit_Click", failure);
 }
 
 } // namespace trovarium

@@ -52,51 +52,28 @@ public:
 
     bool DialogBusy = false; // a scan or an import runs
 
-    // ---- layout, in twips ----
+    // ---- layout: name, left, top, width, height (twips), caption ----
 
-    Frame framSource{this,
-        {.Name = "framSource", .Left = 240, .Top = 240, .Width = 5460, .Height = 6180, .Caption = "Source Files"}};
-    DriveList Drive1{&framSource, {.Name = "Drive1", .Left = 180, .Top = 450, .Width = 5100, .Height = 360}};
-    FolderList Dir1{&framSource, {.Name = "Dir1", .Left = 180, .Top = 930, .Width = 5100, .Height = 2040}};
-    FileList File1{&framSource, {.Name = "File1", .Left = 180, .Top = 3090, .Width = 5100, .Height = 2040}};
+    Frame framSource{this, {"framSource", 240, 240, 5460, 6180, "Source Files"}};
+    DriveList Drive1{&framSource, {"Drive1", 180, 450, 5100, 360}};
+    FolderList Dir1{&framSource, {"Dir1", 180, 930, 5100, 2040}};
+    FileList File1{&framSource, {"File1", 180, 3090, 5100, 2040}};
     // The captions are the extensions.
     ControlArray<CheckBox> chkFilter;
-    Button cmdAutoScan{&framSource,
-        {.Name = "cmdAutoScan",
-            .Left = 180,
-            .Top = 5610,
-            .Width = 5100,
-            .Height = 390,
-            .Caption = "Auto-Scan (and sub-folders)"}};
+    Button cmdAutoScan{&framSource, {"cmdAutoScan", 180, 5610, 5100, 390, "Auto-Scan (and sub-folders)"}};
 
-    Button cmdAddFile{
-        this, {.Name = "cmdAddFile", .Left = 5880, .Top = 3540, .Width = 1200, .Height = 390, .Caption = "A&dd >"}};
-    Button cmdRemoveFile{this,
-        {.Name = "cmdRemoveFile", .Left = 5880, .Top = 4050, .Width = 1200, .Height = 390, .Caption = "< &Remove"}};
+    Button cmdAddFile{this, {"cmdAddFile", 5880, 3540, 1200, 390, "A&dd >"}};
+    Button cmdRemoveFile{this, {"cmdRemoveFile", 5880, 4050, 1200, 390, "< &Remove"}};
 
-    Frame framSelected{this,
-        {.Name = "framSelected",
-            .Left = 7260,
-            .Top = 240,
-            .Width = 3660,
-            .Height = 6180,
-            .Caption = "Files Selected for Import"}};
+    Frame framSelected{this, {"framSelected", 7260, 240, 3660, 6180, "Files Selected for Import"}};
     // The names, and at the same index their folders.
-    ListBox List1{&framSelected, {.Name = "List1", .Left = 180, .Top = 450, .Width = 3300, .Height = 5100}};
+    ListBox List1{&framSelected, {"List1", 180, 450, 3300, 5100}};
     ListBox List2{
         &framSelected, {.Name = "List2", .Left = 180, .Top = 450, .Width = 3300, .Height = 5100, .Visible = false}};
-    Label lbCountCaption{&framSelected,
-        {.Name = "lbCountCaption",
-            .Left = 180,
-            .Top = 5700,
-            .Width = 1620,
-            .Height = 240,
-            .Caption = "Number of files:"}};
-    Label lbCount{
-        &framSelected, {.Name = "lbCount", .Left = 1860, .Top = 5700, .Width = 1620, .Height = 240, .Caption = "0"}};
+    Label lbCountCaption{&framSelected, {"lbCountCaption", 180, 5700, 1620, 240, "Number of files:"}};
+    Label lbCount{&framSelected, {"lbCount", 1860, 5700, 1620, 240, "0"}};
 
-    Frame framOptions{
-        this, {.Name = "framOptions", .Left = 240, .Top = 6600, .Width = 10680, .Height = 1500, .Caption = "Options"}};
+    Frame framOptions{this, {"framOptions", 240, 6600, 10680, 1500, "Options"}};
     // In tab order: box 2 is followed by its name fields.
     ControlArray<CheckBox> chkOptions;
     ControlArray<Label> lbAutoName{&framOptions, "lbAutoName",
@@ -106,14 +83,13 @@ public:
         {{0, {.Left = 7200, .Top = 735, .Width = 3300, .Height = 330, .Caption = "Image"}},
             {1, {.Left = 7200, .Top = 1095, .Width = 1200, .Height = 330, .Caption = "0100"}}}};
 
-    Label lbProgress{this, {.Name = "lbProgress", .Left = 240, .Top = 8190, .Width = 6900, .Height = 240}};
-    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 240, .Top = 8490, .Width = 6900, .Height = 270}};
+    Label lbProgress{this, {"lbProgress", 240, 8190, 6900, 240}};
+    PictureBox pctProgress{this, {"pctProgress", 240, 8490, 6900, 270}};
     // Grows inside the box from the left.
-    Shape shpProgress{&pctProgress, {.Name = "shpProgress", .Left = 0, .Top = 0, .Width = 0, .Height = 210}};
+    Shape shpProgress{&pctProgress, {"shpProgress", 0, 0, 0, 210}};
 
-    Button cmdImport{
-        this, {.Name = "cmdImport", .Left = 7500, .Top = 8340, .Width = 1620, .Height = 420, .Caption = "&Import"}};
-    Label lbExit{this, {.Name = "lbExit", .Left = 9300, .Top = 8340, .Width = 1620, .Height = 420, .Caption = "Exit"}};
+    Button cmdImport{this, {"cmdImport", 7500, 8340, 1620, 420, "&Import"}};
+    Label lbExit{this, {"lbExit", 9300, 8340, 1620, 420, "Exit"}};
 
 private:
     void paint();

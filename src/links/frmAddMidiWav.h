@@ -53,40 +53,35 @@ public:
     bool DialogBusy = false; // a run goes on
     bool LinkIsMidi = false; // music, not clips
 
-    // ---- layout, in twips ----
+    // ---- layout: name, left, top, width, height (twips), caption ----
 
-    Frame framSource{this,
-        {.Name = "framSource", .Left = 240, .Top = 240, .Width = 4800, .Height = 6300, .Caption = "Source Files"}};
-    DriveList Drive1{&framSource, {.Name = "Drive1", .Left = 180, .Top = 450, .Width = 4440, .Height = 360}};
-    FolderList Dir1{&framSource, {.Name = "Dir1", .Left = 180, .Top = 930, .Width = 4440, .Height = 2040}};
-    FileList File1{&framSource, {.Name = "File1", .Left = 180, .Top = 3090, .Width = 4440, .Height = 2520}};
+    Frame framSource{this, {"framSource", 240, 240, 4800, 6300, "Source Files"}};
+    DriveList Drive1{&framSource, {"Drive1", 180, 450, 4440, 360}};
+    FolderList Dir1{&framSource, {"Dir1", 180, 930, 4440, 2040}};
+    FileList File1{&framSource, {"File1", 180, 3090, 4440, 2520}};
 
-    Button cmdAddFile{
-        this, {.Name = "cmdAddFile", .Left = 5220, .Top = 3540, .Width = 1200, .Height = 390, .Caption = "A&dd >"}};
+    Button cmdAddFile{this, {"cmdAddFile", 5220, 3540, 1200, 390, "A&dd >"}};
 
-    Frame framDestination{this, {.Name = "framDestination", .Left = 6600, .Top = 240, .Width = 4320, .Height = 6300}};
-    Label lbListContents{
-        &framDestination, {.Name = "lbListContents", .Left = 180, .Top = 105, .Width = 3960, .Height = 240}};
+    Frame framDestination{this, {"framDestination", 6600, 240, 4320, 6300}};
+    Label lbListContents{&framDestination, {"lbListContents", 180, 105, 3960, 240}};
     // The owners, and the file to copy for each, empty to clear the link. Changed rows are selected in List2.
-    ListBox List1{&framDestination, {.Name = "List1", .Left = 180, .Top = 450, .Width = 3960, .Height = 4560}};
+    ListBox List1{&framDestination, {"List1", 180, 450, 3960, 4560}};
     ListBox List2{
         &framDestination, {.Name = "List2", .Left = 180, .Top = 450, .Width = 3960, .Height = 4560, .Visible = false}};
     // Two for the source file, two for the chosen entry.
     ControlArray<Button> cmdPlayStop{playButtons()};
-    Button cmdClear{&framDestination,
-        {.Name = "cmdClear", .Left = 2940, .Top = 5130, .Width = 1200, .Height = 390, .Caption = "&Clear"}};
+    Button cmdClear{&framDestination, {"cmdClear", 2940, 5130, 1200, 390, "&Clear"}};
 
     ControlArray<CheckBox> chkOptions{&framDestination, "chkOptions",
         {{0, {.Left = 180, .Top = 5745, .Width = 3960, .Height = 300, .Caption = "Overwrite existing files"}}}};
 
-    Label lbProgress{this, {.Name = "lbProgress", .Left = 240, .Top = 6690, .Width = 6900, .Height = 240}};
-    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 240, .Top = 6990, .Width = 6900, .Height = 270}};
+    Label lbProgress{this, {"lbProgress", 240, 6690, 6900, 240}};
+    PictureBox pctProgress{this, {"pctProgress", 240, 6990, 6900, 270}};
     // Grows inside the box from the left.
-    Shape shpProgress{&pctProgress, {.Name = "shpProgress", .Left = 0, .Top = 0, .Width = 0, .Height = 210}};
+    Shape shpProgress{&pctProgress, {"shpProgress", 0, 0, 0, 210}};
 
-    Button cmdImport{
-        this, {.Name = "cmdImport", .Left = 7500, .Top = 6840, .Width = 1620, .Height = 420, .Caption = "&Make it so"}};
-    Label lbExit{this, {.Name = "lbExit", .Left = 9300, .Top = 6840, .Width = 1620, .Height = 420, .Caption = "Exit"}};
+    Button cmdImport{this, {"cmdImport", 7500, 6840, 1620, 420, "&Make it so"}};
+    Label lbExit{this, {"lbExit", 9300, 6840, 1620, 420, "Exit"}};
 
 private:
     ControlArray<Button> playButtons();

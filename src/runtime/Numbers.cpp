@@ -156,11 +156,6 @@ std::string numberText(float value)
     return shortestText(value);
 }
 
-std::string numberText(std::int64_t value)
-{
-    return std::to_string(value);
-}
-
 std::string formatWhole(double value, int digits)
 {
     const double rounded = std::round(value); // half away from zero
@@ -172,13 +167,6 @@ std::string formatWhole(double value, int digits)
     if (rounded < 0)
         text.insert(0, 1, '-');
     return text;
-}
-
-double FixedRandom::next()
-{
-    // The linear congruential generator of "Numerical Recipes", chapter 7.
-    m_state = m_state * 1664525U + 1013904223U;
-    return m_state / 4294967296.0;
 }
 
 } // namespace trovarium

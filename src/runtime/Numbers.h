@@ -36,24 +36,14 @@ std::string_view booleanText(bool value);
 // Below 1e-6 and from 1e21 on it has an exponent.
 std::string numberText(double value);
 std::string numberText(float value);
-std::string numberText(std::int64_t value);
 template <std::integral Whole>
 std::string numberText(Whole value)
 {
-    return numberText(static_cast<std::int64_t>(value));
+    return std::to_string(value);
 }
 
 // Picture "0" (half away from zero, at least one digit) and its longer forms "00", "0000", which
 // pad with zeros up to `digits` and never cut.
 std::string formatWhole(double value, int digits = 1);
-
-// The random sequence that is never seeded: the same first value at each start, in [0, 1).
-class FixedRandom {
-public:
-    double next();
-
-private:
-    std::uint32_t m_state = 1;
-};
 
 } // namespace trovarium

@@ -176,11 +176,6 @@ std::string_view trimmed(std::string_view text)
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-std::string_view left(std::string_view text, std::size_t bytes)
-{
-    return text.substr(0, bytes);
-}
-
 std::string_view right(std::string_view text, std::size_t bytes)
 {
     return text.substr(text.size() - std::min(bytes, text.size()));

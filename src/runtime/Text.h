@@ -20,7 +20,6 @@ bool listedBefore(std::string_view left, std::string_view right);
 std::size_t findNoCase(std::string_view text, std::string_view part, std::size_t from = 0);
 
 std::string_view trimmed(std::string_view text);                  // blanks at both ends
-std::string_view left(std::string_view text, std::size_t bytes);  // at most `bytes`
 std::string_view right(std::string_view text, std::size_t bytes); // at most `bytes`
 
 // `text` without its last `bytes` bytes; a shorter text is an "Invalid procedure call or argument".

@@ -21,6 +21,7 @@
 #include <cmath>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace trovarium {
 
@@ -63,7 +64,7 @@ frmSearch::frmSearch(Desktop& desktop, Album& album, frmMain& main)
     on(cmdSearch.Click, this, &frmSearch::cmdSearch_Click);
     on(cmdSave.Click, this, &frmSearch::cmdSave_Click);
     on(cmdImport.Click, this, &frmSearch::cmdImport_Click);
-    on(cmbGroupName.Enter, this, &frmSearch::cmbGroupName_Enter);
+    on(cmbGroupName.Enter, this, &frmSearch::cmdSave_Click);
     on(lbExit.Click, this, &frmSearch::lbExit_Click);
 }
 
@@ -113,14 +114,12 @@ try {
 }
 
 void frmSearch::Form_Load()
-try {
+{
     const ListBox& groups = m_main.lstSlideGroups;
     for (int i = 0; i < groups.ListCount(); ++i)
         cmbGroupName.AddItem(groups.List(i));
     cmbGroupName.Text = "";
     txtFilename.SetFocus();
-} catch (const Failure& failure) {
-    logFailure(m_album, "Form_Load", failure);
 }
 
 // Ends a running search.
@@ -189,14 +188,13 @@ bool frmSearch::matches(const std::string& fileName)
     FileService& files = m_album.files;
     const int number = files.freeFile();
     bool match = false;
-    try {
+    const auto failure = attempt([&] {
         files.open(m_album.paths.InfoPath + fileName, OpenMode::Input, number);
         match = linesMatch(number);
-        files.close(number);
-    } catch (const Failure&) {
-        files.close(number);
-        throw;
-    }
+    });
+    files.close(number);
+    if (failure)
+        throw Failure(*failure);
     return match && (txtFilename.Text().empty() || accepts(txtFilename.Text(), fileName));
 }
 
@@ -209,7 +207,7 @@ bool frmSearch::linesMatch(int number)
         const std::string line = files.lineInput(number);
         for (const auto& [key, field] : FieldsOfLines) {
             const std::string& wanted = (this->*field).Text();
-            if (wanted.empty() || !equalInCapitals(trovarium::left(line, key.size()), key))
+            if (wanted.empty() || !equalInCapitals(std::string_view(line).substr(0, key.size()), key))
                 continue;
             if (field == YearLine.field)
                 YearText = line.substr(key.size());
@@ -254,11 +252,6 @@ void frmSearch::cmdSave_Click()
         ? "Appended " + numberText(count) + (count == 1 ? " photograph to " : " photographs to ") + group
         : "Appending to " + group + " failed";
     m_main.groupList().reopenGroup();
-}
-
-void frmSearch::cmbGroupName_Enter()
-{
-    cmdSave_Click();
 }
 
 bool frmSearch::save()
@@ -327,10 +320,8 @@ void frmSearch::cmdImport_Click()
 }
 
 void frmSearch::lbExit_Click()
-try {
+{
     unload();
-} catch (const Failure& failure) {
-    logFailure(m_album, "lbExit_Click", failure);
 }
 
 } // namespace trovarium

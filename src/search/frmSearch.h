@@ -12,8 +12,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace trovarium {
 
@@ -42,13 +40,11 @@ public:
     // The same without reading the group again. False if the name wasn't accepted.
     bool save();
     void cmdImport_Click();
-    void cmbGroupName_Enter();
     void lbExit_Click();
 
-    // ---- layout, in twips ----
+    // ---- layout: name, left, top, width, height (twips), caption ----
 
-    Label Label1{this,
-        {.Name = "Label1", .Left = 300, .Top = 255, .Width = 6600, .Height = 240, .Caption = "Specify search items:"}};
+    Label Label1{this, {"Label1", 300, 255, 6600, 240, "Specify search items:"}};
     Label lbFilename{this, captionPlan("lbFilename", 645, "Filename:")};
     TextBox txtFilename{this, fieldPlan("txtFilename", 645)};
     Label lbTitle{this, captionPlan("lbTitle", 1065, "Title:")};
@@ -66,33 +62,19 @@ public:
     Label lbKeywords{this, captionPlan("lbKeywords", 3585, "Keywords:")};
     TextBox txtkeywords{this, fieldPlan("txtkeywords", 3585)};
 
-    Button cmdSearch{
-        this, {.Name = "cmdSearch", .Left = 1860, .Top = 4095, .Width = 1500, .Height = 405, .Caption = "&Search"}};
-    Label lbProgress{this,
-        {.Name = "lbProgress",
-            .Left = 3540,
-            .Top = 4065,
-            .Width = 3360,
-            .Height = 240,
-            .Caption = "Searched 0 (0%) -> Found 0"}};
-    PictureBox pctProgress{this, {.Name = "pctProgress", .Left = 3540, .Top = 4350, .Width = 3360, .Height = 135}};
+    Button cmdSearch{this, {"cmdSearch", 1860, 4095, 1500, 405, "&Search"}};
+    Label lbProgress{this, {"lbProgress", 3540, 4065, 3360, 240, "Searched 0 (0%) -> Found 0"}};
+    PictureBox pctProgress{this, {"pctProgress", 3540, 4350, 3360, 135}};
     Shape shpProgress{&pctProgress, {.Name = "shpProgress", .Width = 0, .Height = 135}};
-    Line Line1{this, {.Name = "Line1", .Left = 300, .Top = 4800, .Width = 6600, .Height = 0}};
+    Line Line1{this, {"Line1", 300, 4800, 6600, 0}};
 
     Label lbGroupName{this, captionPlan("lbGroupName", 5085, "Group name:")};
     ComboBox cmbGroupName{this, fieldPlan("cmbGroupName", 5085)};
-    Button cmdSave{this,
-        {.Name = "cmdSave",
-            .Left = 1860,
-            .Top = 5595,
-            .Width = 3120,
-            .Height = 405,
-            .Caption = "&Append search results to group"}};
-    Button cmdImport{
-        this, {.Name = "cmdImport", .Left = 5100, .Top = 5595, .Width = 840, .Height = 405, .Caption = "&Import"}};
-    Label lbExit{this, {.Name = "lbExit", .Left = 6060, .Top = 5595, .Width = 840, .Height = 405, .Caption = "Exit"}};
+    Button cmdSave{this, {"cmdSave", 1860, 5595, 3120, 405, "&Append search results to group"}};
+    Button cmdImport{this, {"cmdImport", 5100, 5595, 840, 405, "&Import"}};
+    Label lbExit{this, {"lbExit", 6060, 5595, 840, 405, "Exit"}};
 
-    Label lbAppended{this, {.Name = "lbAppended", .Left = 1860, .Top = 6120, .Width = 5040, .Height = 240}};
+    Label lbAppended{this, {"lbAppended", 1860, 6120, 5040, 240}};
 
     // Hidden: only used to list the information files.
     FileList File1{this, {.Name = "File1", .Left = 300, .Top = 6900, .Width = 1500, .Height = 1500, .Visible = false}};

@@ -38,7 +38,7 @@ bool COWReg::SetOWSetting(
 std::string COWReg::GetRegSetting(std::string_view path, std::string_view key, std::string_view fallback) const
 try {
     std::string value;
-    if (!m_store.ReadValue(HkeyLocalMachine, path, key, value))
+    if (!m_store.ReadValue(path, key, value))
         return std::string(fallback);
     return value;
 } catch (const Failure&) {
@@ -47,7 +47,7 @@ try {
 
 bool COWReg::SetRegSetting(std::string_view path, std::string_view key, std::string_view value)
 try {
-    return m_store.WriteValue(HkeyLocalMachine, path, key, value);
+    return m_store.WriteValue(path, key, value);
 } catch (const Failure&) {
     return false;
 }

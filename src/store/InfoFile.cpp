@@ -65,7 +65,7 @@ bool readLink(FileService& files, std::string_view path, std::string& link)
     bool found = false;
     while (!found && !files.endOfFile(number)) {
         const std::string text = files.lineInput(number);
-        found = equalInCapitals(left(text, Key.size()), Key);
+        found = equalInCapitals(text.substr(0, Key.size()), Key);
         if (!found)
             continue;
         // One character stands between key and value, whatever it is.
@@ -110,12 +110,12 @@ try {
     FileService& files = album.files;
     return withFileQuietly(files, pathOf(album, infoFileName), OpenMode::Input, [&](int number) {
         while (!files.endOfFile(number)) {
-            const std::string text = files.lineInput(number);
+            const std::string line = files.lineInput(number);
+            const std::string_view text = line;
             const std::size_t equals = text.find('=');
             if (equals == std::string::npos)
                 continue;
-            const auto beyond =
-                attempt([&] { takeField(left(text, equals), std::string_view(text).substr(equals + 1), info); });
+            const auto beyond = attempt([&] { takeField(text.substr(0, equals), text.substr(equals + 1), info); });
             if (beyond && oddSize == OddSize::Ends)
                 throw Failure(*beyond);
         }

@@ -48,9 +48,8 @@ InfoBox::InfoBox(frmMain& form, Album& album)
     on(form.optInfoPosition, &OptionButton::Click, this, &InfoBox::optInfoPosition_Click);
 }
 
-void InfoBox::LoadImageInfo(std::int32_t Index, bool& Result)
+bool InfoBox::LoadImageInfo(std::int32_t Index)
 try {
-    Result = false;
     const std::string name = m_album.group.GroupList(Index);
     // Stepping during an edit saves the previous photograph without asking.
     if (m_album.view.InfoEditing) {
@@ -58,13 +57,13 @@ try {
         save();
     }
     m_album.view.IsVideo = isVideoFile(GetPhotoLink(m_album, name + ".info"));
-    bool unused = false;
-    m_form.video().EnableVideo(m_album.view.IsVideo, unused);
-    Result = read(name, OddSize::Ends);
+    m_form.video().EnableVideo(m_album.view.IsVideo);
+    const bool isRead = read(name, OddSize::Ends);
     if (m_album.view.InfoEditing)
         fillTexts();
+    return isRead;
 } catch (const Failure&) {
-    // Not logged: the caller looks at Result.
+    return false; // not logged
 }
 
 // If the file can't be read completely, m_held stays empty, so that no save overwrites or creates it. Texts that could
@@ -225,7 +224,7 @@ void InfoBox::showTexts(bool visible)
 }
 
 void InfoBox::cmdEditPhotoInfo_Click()
-try {
+{
     if (InfoBoxMoving) // or the edit would begin without its text boxes
         return;
     const bool begins = !m_form.txtYear.Visible();
@@ -234,8 +233,6 @@ try {
         m_form.slideShow().StopSlideShow();
     ShowInfoBox(Up::Yes, begins ? Edit::Yes : Edit::No);
     setEditing(begins);
-} catch (const Failure& failure) {
-    logFailure(m_album, "cmdEditPhotoInfo_Click", failure);
 }
 
 void InfoBox::endEdit()
@@ -260,40 +257,29 @@ void InfoBox::setEditing(bool editing)
 
 void InfoBox::enableRest(bool enabled)
 {
-    m_form.cmdFullScreen.Enabled = enabled;
-    m_form.cmdSlideshow.Enabled = enabled;
-    m_form.cmdZoomIn.Enabled = enabled;
-    m_form.cmdZoomOut.Enabled = enabled;
-    for (int i = 0; i < GroupRows; ++i) {
-        m_form.pctAlbumList(i).Enabled = enabled;
-        if (i < 3)
-            m_form.optInfoPosition(i).Enabled = enabled;
-    }
-    m_form.mnuFile.Enabled = enabled;
-    m_form.mnuEdit.Enabled = enabled;
-    m_form.mnuView.Enabled = enabled;
-    m_form.mnuSet.Enabled = enabled;
-    m_form.mnuHelp.Enabled = enabled;
+    for (PictureButton* button : {&m_form.cmdFullScreen, &m_form.cmdSlideshow, &m_form.cmdZoomIn, &m_form.cmdZoomOut})
+        button->Enabled = enabled;
+    for (int row = 0; row < GroupRows; ++row)
+        m_form.pctAlbumList(row).Enabled = enabled;
+    m_form.optInfoPosition.forEach([&](int, OptionButton& button) { button.Enabled = enabled; });
+    for (Menu* menu : {&m_form.mnuFile, &m_form.mnuEdit, &m_form.mnuView, &m_form.mnuSet, &m_form.mnuHelp})
+        menu->Enabled = enabled;
 }
 
 void InfoBox::framInfo_MouseMove(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
-try {
+{
     if (!m_form.txtYear.Visible() && !m_form.optInfoPosition(AlwaysDown).Value()) {
         ShowInfoBox(Up::Yes, Edit::No);
         m_form.tmrInfoBox.Enabled = true;
     }
-} catch (const Failure& failure) {
-    logFailure(m_album, "framInfo_MouseMove", failure);
 }
 
 void InfoBox::tmrInfoBox_Timer()
-try {
+{
     if (!m_form.txtYear.Visible() && !m_form.optInfoPosition(AlwaysUp).Value()) {
         m_form.tmrInfoBox.Enabled = false;
         ShowInfoBox(Up::No, Edit::No);
     }
-} catch (const Failure& failure) {
-    logFailure(m_album, "tmrInfoBox_Timer", failure);
 }
 
 void InfoBox::optInfoPosition_Click(int Index)

@@ -22,7 +22,7 @@ public:
 
     // Reads the information file of GroupList(Index), 1-based, into PhotoInfo. During an edit the previous photograph
     // is saved first. False if there is no such file or a size in it exceeds 16 bits.
-    void LoadImageInfo(std::int32_t Index, bool& Result);
+    bool LoadImageInfo(std::int32_t Index);
 
     void LoadInfoBox();
     // True if the flag is set or the text boxes are visible: they change one after the other.

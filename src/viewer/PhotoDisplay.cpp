@@ -30,12 +30,11 @@ constexpr float VideoLeft = 20;
 constexpr float VideoWidth = 497;
 constexpr float VideoHeight = 373;
 
-// ".MOV" is compared with five characters and so never matches: such a file counts as a picture.
+// On purpose not ".MOV", which isVideoFile counts as a film: such a file is loaded as a picture.
 bool playsAsVideo(std::string_view path)
 {
-    const std::string tail = upper(right(path, 5));
-    const std::string_view extension = right(tail, 4);
-    return extension == ".AVI" || extension == ".MPG" || tail == ".MOV";
+    const std::string extension = upper(right(path, 4));
+    return extension == ".AVI" || extension == ".MPG";
 }
 
 } // namespace
@@ -65,17 +64,16 @@ void PhotoDisplay::SetImageIndex(std::int32_t Index)
     m_album.view.CurrentIndex = Index;
 }
 
-void PhotoDisplay::DisplayPhoto(std::int32_t Index, bool Show, bool& Result)
+bool PhotoDisplay::DisplayPhoto(std::int32_t Index, bool Show)
 try {
-    Result = false;
     bool videoOnShow = false;
     if (Index <= m_album.group.GroupList.upperBound())
         load(Index, videoOnShow);
     m_form.desktop().DoEvents();
     if (Show) {
-        show(videoOnShow, Result);
+        show(videoOnShow);
         expectNeighbours(Index);
-        return;
+        return true;
     }
     if (videoOnShow) {
         m_form.picVideoWindow.Visible = false;
@@ -85,11 +83,12 @@ try {
         m_form.imgbox.Visible = false;
     }
     m_form.pages().ShowThumbnailBoxes(true);
-    Result = true;
+    return true;
 } catch (const Failure& failure) {
     if (failure.kind() == FailureKind::InvalidPicture)
         m_form.desktop().prompts().messageBox("Invalid image file. Unable to open", Message::Error, "Error");
     m_form.desktop().Screen().MousePointer = DefaultPointer;
+    return false;
 }
 
 void PhotoDisplay::load(std::int32_t Index, bool& videoOnShow)
@@ -101,16 +100,12 @@ void PhotoDisplay::load(std::int32_t Index, bool& videoOnShow)
     m_album.view.CurrentPhotoFile = GetPhotoLink(m_album, infoFileName);
     // Before anything is loaded, even if that fails.
     SetImageIndex(Index);
-    if (playsAsVideo(path)) {
+    videoOnShow = playsAsVideo(path);
+    if (videoOnShow)
         loadVideo(path);
-        videoOnShow = true;
-    } else {
+    else
         loadPicture(path);
-        videoOnShow = false;
-    }
-    bool read = false;
-    m_form.infoBox().LoadImageInfo(Index, read);
-    if (read)
+    if (m_form.infoBox().LoadImageInfo(Index))
         m_form.infoBox().LoadInfoBox();
     m_form.desktop().Screen().MousePointer = DefaultPointer;
 }
@@ -162,7 +157,7 @@ void PhotoDisplay::fitPicture(float width, float height)
     }
 }
 
-void PhotoDisplay::show(bool videoOnShow, bool& Result)
+void PhotoDisplay::show(bool videoOnShow)
 {
     if (!m_form.optInfoPosition(InfoBox::AlwaysUp).Value())
         m_form.infoBox().ShowInfoBox(Up::No, Edit::No);
@@ -178,12 +173,11 @@ void PhotoDisplay::show(bool videoOnShow, bool& Result)
         m_form.video().VideoCommand("stop");
     }
     m_form.VScroll1.Enabled = false;
-    Result = true;
 }
 
-void PhotoDisplay::NextPhoto(bool& Result)
+bool PhotoDisplay::NextPhoto()
 try {
-    Result = false;
+    bool isShown = false;
     ViewState& view = m_album.view;
     if (m_form.slideShow().ShowSelectedOnly) {
         // Leaves the index on the selected photograph; the step below still adds one.
@@ -201,35 +195,33 @@ try {
         view.ViewMode = ViewPhoto;
     }
     m_form.desktop().DoEvents();
-    if (view.CurrentIndex < m_album.group.GroupList.upperBound()) {
-        bool shown = false;
-        DisplayPhoto(view.CurrentIndex + 1, true, shown);
-        Result = shown;
-    }
+    if (view.CurrentIndex < m_album.group.GroupList.upperBound())
+        isShown = DisplayPhoto(view.CurrentIndex + 1, true);
     m_form.pages().SetCountLabel(view.CurrentIndex);
     playClipOfSlide();
+    return isShown;
 } catch (const Failure& failure) {
     logFailure(m_album, "NextPhoto", failure);
+    return false;
 }
 
-void PhotoDisplay::PrevPhoto(bool& Result)
+bool PhotoDisplay::PrevPhoto()
 try {
-    Result = false;
+    bool isShown = false;
     ViewState& view = m_album.view;
     if (view.ViewMode == ViewThumbnails) {
         openFromThumbnails();
         view.ViewMode = ViewPhoto;
     }
     m_form.desktop().DoEvents();
-    if (view.CurrentIndex >= 2) {
-        bool shown = false;
-        DisplayPhoto(view.CurrentIndex - 1, true, shown);
-        Result = shown;
-    }
+    if (view.CurrentIndex >= 2)
+        isShown = DisplayPhoto(view.CurrentIndex - 1, true);
     m_form.pages().SetCountLabel(view.CurrentIndex);
     playClipOfSlide();
+    return isShown;
 } catch (const Failure& failure) {
     logFailure(m_album, "PrevPhoto", failure);
+    return false;
 }
 
 void PhotoDisplay::openFromThumbnails()
@@ -284,8 +276,7 @@ void PhotoDisplay::press(PictureButton& button, Step step)
     m_form.slideShow().StopSlideShow();
     if (!m_isStepping) {
         const Lock whileStepping(m_isStepping);
-        bool shown = false;
-        (this->*step)(shown);
+        (this->*step)();
     }
     button.Picture = m_form.pctDarkSmall.Picture();
     m_form.desktop().returnToText(); // even if there was no next one

@@ -18,13 +18,12 @@ public:
     // Makes `Index` the CurrentIndex, and the old one the PreviousIndex.
     void SetImageIndex(std::int32_t Index);
 
-    // Result is true if everything worked. A file that is no picture gives a message; failures aren't logged, and
-    // CurrentIndex has already changed.
-    void DisplayPhoto(std::int32_t Index, bool Show, bool& Result);
-
-    // Result is true if another photograph or film was shown, false at the end of the list or after a failure.
-    void NextPhoto(bool& Result);
-    void PrevPhoto(bool& Result);
+    // True if everything worked. A file that is no picture gives a message; failures aren't logged, and CurrentIndex
+    // has already changed.
+    bool DisplayPhoto(std::int32_t Index, bool Show);
+    // True if another photograph or film was shown, false at the end of the list or after a failure.
+    bool NextPhoto();
+    bool PrevPhoto();
 
     // Opens the current photograph from the page of thumbnails.
     void openFromThumbnails();
@@ -33,14 +32,14 @@ public:
     void pctPrev_Click();
 
 private:
-    using Step = void (PhotoDisplay::*)(bool& Result);
+    using Step = bool (PhotoDisplay::*)();
 
     void press(PictureButton& button, Step step);
     void load(std::int32_t Index, bool& videoOnShow);
     void loadVideo(const std::string& path);
     void loadPicture(const std::string& path);
     void fitPicture(float width, float height);
-    void show(bool videoOnShow, bool& Result);
+    void show(bool videoOnShow);
     void playClipOfSlide();
     void expectNeighbours(std::int32_t Index);
 

@@ -37,18 +37,13 @@ void SlideShow::tmrSlideShow_Timer()
         return;
     }
     frmFullScreen* screen = fullScreen();
-    bool shown = false;
-    if (screen != nullptr)
-        screen->PhotoRequest(RightKey, NoKeys, shown);
-    else
-        m_form.photoDisplay().NextPhoto(shown);
-    if (shown)
+    if (screen != nullptr ? screen->PhotoRequest(RightKey) : m_form.photoDisplay().NextPhoto())
         return;
     StopSlideShow();
     m_form.imgbox.Visible = false;
     m_form.picVideoWindow.Visible = false;
     if (screen != nullptr)
-        screen->PhotoRequest(EscapeKey, NoKeys, shown);
+        screen->PhotoRequest(EscapeKey);
     m_form.pages().showCurrent();
 }
 

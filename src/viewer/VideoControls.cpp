@@ -174,7 +174,7 @@ void VideoControls::enableButtons(bool play, bool stop)
     });
 }
 
-void VideoControls::SeekVideo(std::int16_t& Seconds)
+void VideoControls::SeekVideo(std::int16_t Seconds)
 try {
     if (Seconds < 0)
         Seconds = 0;
@@ -204,9 +204,8 @@ try {
     // Ignored.
 }
 
-void VideoControls::EnableVideo(bool Enable, bool& Result)
-try {
-    Result = false;
+void VideoControls::EnableVideo(bool Enable)
+{
     if (m_form == nullptr)
         return;
     m_form->cmdVideo.forEach([&](int, Button& button) {
@@ -215,9 +214,6 @@ try {
         button.Enabled = Enable;
     });
     m_form->hscVideo.Enabled = Enable;
-    Result = true;
-} catch (const Failure&) {
-    // Ignored: the caller looks at Result.
 }
 
 // If the film isn't visible, this opens the current photograph, which starts it. The cell ignores the current page, so
@@ -236,8 +232,7 @@ void VideoControls::cmdVideo_Click(int Index)
 
 void VideoControls::hscVideo_Scroll()
 {
-    auto seconds = static_cast<std::int16_t>(m_form->hscVideo.Value());
-    SeekVideo(seconds);
+    SeekVideo(static_cast<std::int16_t>(m_form->hscVideo.Value()));
 }
 
 void VideoControls::tmrVideo_Timer()

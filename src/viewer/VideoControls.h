@@ -26,10 +26,10 @@ public:
     void OpenVideo(std::string_view Path, PictureBox& Window) override;
     void CloseVideo();
     void VideoCommand(std::string_view Command) override;
-    void returnToMainWindow();             // with the next command, since the film's own window was closed
-    void SeekVideo(std::int16_t& Seconds); // clamped to the film, which is then paused
+    void returnToMainWindow();            // with the next command, since the film's own window was closed
+    void SeekVideo(std::int16_t Seconds); // clamped to the film, which is then paused
     void UpdateVideoPosition();
-    void EnableVideo(bool Enable, bool& Result);
+    void EnableVideo(bool Enable);
 
     void cmdVideo_Click(int Index); // 0 plays, 1 pauses, 2 stops
     void hscVideo_Scroll();

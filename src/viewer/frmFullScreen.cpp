@@ -46,11 +46,8 @@ frmFullScreen::frmFullScreen(Desktop& desktop, Album& album, frmMain& main)
 }
 
 void frmFullScreen::Form_Load()
-try {
-    bool unused = false;
-    ShowPhoto(unused);
-} catch (const Failure& failure) {
-    logFailure(m_album, "Form_Load", failure);
+{
+    ShowPhoto();
 }
 
 void frmFullScreen::Form_Unload()
@@ -59,7 +56,7 @@ void frmFullScreen::Form_Unload()
         m_main.video().returnToMainWindow();
 }
 
-void frmFullScreen::ShowPhoto(bool& /*Result*/)
+void frmFullScreen::ShowPhoto()
 try {
     if (!isLoaded()) // closed in events during the step: don't start a film that nobody sees
         return;
@@ -98,33 +95,30 @@ try {
 
 // Restores the slide timer after the request: Escape during a show ends sound and music, but the pictures continue in
 // the main window.
-void frmFullScreen::Form_KeyDown(int KeyCode, int Shift)
-try {
+void frmFullScreen::Form_KeyDown(int KeyCode, int /*Shift*/)
+{
     m_main.video().VideoCommand("stop");
     const bool running = m_main.tmrSlideShow.Enabled();
     m_main.tmrSlideShow.Enabled = false;
-    bool unused = false;
-    PhotoRequest(KeyCode, Shift, unused);
+    PhotoRequest(KeyCode);
     m_main.tmrSlideShow.Enabled = running;
-} catch (const Failure& failure) {
-    logFailure(m_album, "Form_KeyDown", failure);
 }
 
-void frmFullScreen::PhotoRequest(int KeyCode, int /*Shift*/, bool& Result)
+bool frmFullScreen::PhotoRequest(int KeyCode)
 try {
-    bool unused = false;
+    bool isShown = false;
     switch (KeyCode) {
     case EnterKey:
     case SpaceKey:
     case RightKey:
     case DownKey:
-        m_main.photoDisplay().NextPhoto(Result);
-        ShowPhoto(unused);
+        isShown = m_main.photoDisplay().NextPhoto();
+        ShowPhoto();
         break;
     case LeftKey:
     case UpKey:
-        m_main.photoDisplay().PrevPhoto(Result);
-        ShowPhoto(unused);
+        isShown = m_main.photoDisplay().PrevPhoto();
+        ShowPhoto();
         break;
     case EscapeKey:
         m_main.slideShow().StopSlideShow();
@@ -136,27 +130,25 @@ try {
     default:
         break;
     }
+    return isShown;
 } catch (const Failure& failure) {
     logFailure(m_album, "Form_KeyDown", failure);
+    return false;
 }
 
 void frmFullScreen::Form_Click()
-try {
+{
     m_album.view.ViewMode = ViewPhoto;
     picVideoWindowFS.Left = Width() + ParkedBeyondScreen;
     m_main.slideShow().StopSlideShow();
     unload();
-} catch (const Failure& failure) {
-    logFailure(m_album, "Form_Click", failure);
 }
 
 // Leaves ViewMode at full screen.
 void frmFullScreen::imgFullScreen_Click()
-try {
+{
     m_main.slideShow().StopSlideShow();
     unload();
-} catch (const Failure& failure) {
-    logFailure(m_album, "imgFullScreen_Click", failure);
 }
 
 } // namespace trovarium

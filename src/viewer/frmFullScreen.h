@@ -21,8 +21,8 @@ public:
             .Visible = false}};
     PictureBox picVideoWindowFS{this, {.Name = "picVideoWindowFS", .Visible = false}};
 
-    void PhotoRequest(int KeyCode, int Shift, bool& Result);
-    void ShowPhoto(bool& Result); // never sets Result
+    bool PhotoRequest(int KeyCode); // true if another photograph or film was shown
+    void ShowPhoto();
 
     void Form_Load();
     void Form_Unload();

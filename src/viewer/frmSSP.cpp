@@ -76,8 +76,7 @@ void frmSSP::cmdOkay_Click()
     if (chkSlideshow(PlayMusic).Value() == 1)
         m_main.audio().PlayMidi(m_album.paths.MidiPath + m_album.group.CurrentGroupName + ".mid");
     m_album.view.SlideAudioClips = chkSlideshow(PlayClips).Value() == 1;
-    bool unused = false;
-    m_main.photoDisplay().NextPhoto(unused);
+    m_main.photoDisplay().NextPhoto();
     m_main.tmrSlideShow.Enabled = true;
     unload();
 }

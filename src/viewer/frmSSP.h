@@ -20,26 +20,15 @@ public:
     void cmdOkay_Click();
     void cmdCancel_Click();
 
-    // ---- layout, in twips ----
+    // ---- layout: name, left, top, width, height (twips), caption ----
 
-    Frame framParameters{this,
-        {.Name = "framParameters",
-            .Left = 240,
-            .Top = 240,
-            .Width = 4800,
-            .Height = 2610,
-            .Caption = "Slide Show Parameters"}};
-    Label lbDelay{&framParameters,
-        {.Name = "lbDelay", .Left = 180, .Top = 525, .Width = 1980, .Height = 240, .Caption = "Delay between slides"}};
-    TextBox txtSlideShowInterval{&framParameters,
-        {.Name = "txtSlideShowInterval", .Left = 2220, .Top = 480, .Width = 660, .Height = 330, .Caption = "5"}};
-    Label lbSeconds{&framParameters,
-        {.Name = "lbSeconds", .Left = 2985, .Top = 525, .Width = 1200, .Height = 240, .Caption = "seconds"}};
+    Frame framParameters{this, {"framParameters", 240, 240, 4800, 2610, "Slide Show Parameters"}};
+    Label lbDelay{&framParameters, {"lbDelay", 180, 525, 1980, 240, "Delay between slides"}};
+    TextBox txtSlideShowInterval{&framParameters, {"txtSlideShowInterval", 2220, 480, 660, 330, "5"}};
+    Label lbSeconds{&framParameters, {"lbSeconds", 2985, 525, 1200, 240, "seconds"}};
     ControlArray<CheckBox> chkSlideshow;
-    Button cmdOkay{
-        this, {.Name = "cmdOkay", .Left = 1680, .Top = 3030, .Width = 1620, .Height = 420, .Caption = "O&K"}};
-    Button cmdCancel{
-        this, {.Name = "cmdCancel", .Left = 3420, .Top = 3030, .Width = 1620, .Height = 420, .Caption = "&Cancel"}};
+    Button cmdOkay{this, {"cmdOkay", 1680, 3030, 1620, 420, "O&K"}};
+    Button cmdCancel{this, {"cmdCancel", 3420, 3030, 1620, 420, "&Cancel"}};
 
 private:
     Album& m_album;

@@ -9,7 +9,7 @@ namespace trovarium {
 struct AboutTest : MainWindow {
     void put(const std::string& key, const std::string& name, const std::string& value)
     {
-        registry.WriteValue(HkeyLocalMachine, key, name, value);
+        registry.WriteValue(key, name, value);
     }
 
     const std::string tools = "SOFTWARE\\Microsoft\\Shared Tools";

@@ -16,7 +16,7 @@ LEVELS = [{"runtime"}, {"platform"}, {"store"}, {"check"}, {"browser", "viewer"}
 PAIRS = {("browser", "viewer"), ("viewer", "browser"), ("import", "search")}
 # Which files may include a header of the system or of a library.
 SYSTEM = {
-    r"filesystem": r"platform/files/.*",
+    r"filesystem": r"platform/(files|system)/.*",
     r"[a-z_]+": r".*",
     r"(dirent|dlfcn|errno|fcntl|limits|malloc|mntent|poll|pwd|signal|spawn|time|unistd|(sys|linux)/\w+)\.h": r"platform/.*",
 }

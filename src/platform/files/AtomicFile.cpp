@@ -4,10 +4,10 @@
 #include <array>
 #include <cerrno>
 #include <charconv>
-#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
 #include <sys/xattr.h>
@@ -28,7 +28,9 @@ constexpr mode_t AllRights = 07777;
 constexpr int MaxLinks = 40; // the system's own limit
 constexpr mode_t PlainRights = 0777;
 
-void writeAll(const Descriptor& file, std::string_view bytes, Attempted attempted)
+} // namespace
+
+void writeAll(const Descriptor& file, std::string_view& bytes, Attempted attempted)
 {
     while (!bytes.empty()) {
         const ssize_t count = ::write(file.handle(), bytes.data(), bytes.size());
@@ -37,8 +39,6 @@ void writeAll(const Descriptor& file, std::string_view bytes, Attempted attempte
         bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     }
 }
-
-} // namespace
 
 AtomicFile::AtomicFile(const std::string& folder, mode_t mode, Attempted attempted)
     : m_folder(folder)
@@ -203,12 +203,11 @@ int renameToFreeName(const std::string& from, const std::string& to)
 NativePath followLinks(std::string native)
 {
     for (int links = 0; links < MaxLinks; ++links) {
-        std::array<char, PATH_MAX> target{};
-        const ssize_t size = readlink(native.c_str(), target.data(), target.size());
-        if (size < 0)
+        std::error_code error;
+        const std::string target = std::filesystem::read_symlink(native, error);
+        if (error)
             return splitNative(native);
-        const std::string_view leadsTo(target.data(), static_cast<std::size_t>(size));
-        native = leadsTo.starts_with('/') ? std::string(leadsTo) : joinNative(splitNative(native).folder, leadsTo);
+        native = target.starts_with('/') ? target : joinNative(splitNative(native).folder, target);
     }
     throw Failure(FailureKind::FileNotFound);
 }

@@ -58,6 +58,9 @@ int renameToFreeName(const std::string& from, const std::string& to);
 // Where a path leads: itself, or the end of a chain of symbolic links, whether a file is there or not.
 NativePath followLinks(std::string native);
 
+// Takes what was written off `bytes`: all of it, or less if the writing fails.
+void writeAll(const Descriptor& file, std::string_view& bytes, Attempted attempted);
+
 // "Path/File access error" for what is no regular file.
 std::string readWhole(const Descriptor& file);
 

@@ -8,9 +8,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <fcntl.h>
-#include <memory>
+#include <filesystem>
 #include <unistd.h>
 
 namespace trovarium {
@@ -24,19 +23,6 @@ bool isMissingFolder(FailureKind kind)
 {
     return kind == FailureKind::FileNotFound || kind == FailureKind::PathNotFound || kind == FailureKind::PathFileAccess
         || kind == FailureKind::BadFileNameOrNumber;
-}
-
-// The target of a path without a symbolic link in it; empty if it leads nowhere.
-std::string realPath(const std::string& native)
-{
-    const std::unique_ptr<char, decltype(&std::free)> path(realpath(native.c_str(), nullptr), &std::free);
-    return path ? path.get() : "";
-}
-
-bool isLink(const std::string& native)
-{
-    struct stat status = {};
-    return lstat(native.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
 }
 
 bool isBelow(const std::string& native, const std::string& folder)
@@ -213,24 +199,27 @@ FileStamp FileService::stamp(std::string_view path) const
 
 std::vector<std::string> FileService::list(std::string_view folderAndPattern) const
 {
-    return namesOf(walk(folderAndPattern, Absent::GivesNone), FolderEntry::Kind::File);
-}
-
-std::vector<std::string> FileService::listExisting(std::string_view folderAndPattern) const
-{
-    return namesOf(walk(folderAndPattern, Absent::Fails), FolderEntry::Kind::File);
+    return namesOf(listAll(folderAndPattern), FolderEntry::Kind::File);
 }
 
 std::vector<std::string> FileService::listFolders(std::string_view folder) const
 {
-    std::vector<FolderEntry> entries = walk(std::string(folder) + "\\", Absent::GivesNone);
+    std::vector<FolderEntry> entries = listAll(std::string(folder) + "\\");
     std::erase_if(entries, [](const FolderEntry& entry) { return entry.name == "." || entry.name == ".."; });
     return namesOf(std::move(entries), FolderEntry::Kind::Folder);
 }
 
 std::vector<FolderEntry> FileService::listAll(std::string_view folderAndPattern) const
 {
-    return walk(folderAndPattern, Absent::GivesNone);
+    checkFault(FileOperation::List, folderAndPattern);
+    try {
+        const NativePath parts = splitNative(nativeAsWritten(folderAndPattern));
+        return entriesOf(m_resolver.folder(parts.folder), parts.leaf, m_leftOvers);
+    } catch (const Failure& failure) {
+        if (!isMissingFolder(failure.kind()))
+            throw;
+        return {};
+    }
 }
 
 int FileService::attributes(std::string_view path, FolderEntry::Kind known) const
@@ -259,12 +248,14 @@ std::vector<FolderLink> FileService::linksOut(
                 leaves.emplace(entry->name);
         }
     });
-    const std::string homeFolder = realPath(nativeAsWritten(home));
+    std::error_code none;
+    const std::string homeFolder = std::filesystem::canonical(nativeAsWritten(home), none);
     std::vector<FolderLink> links;
     for (const std::string& leaf : leaves) {
         const std::string path = joinNative(native, leaf);
-        std::string target = realPath(path);
-        if (!isLink(path) || (!target.empty() && !homeFolder.empty() && isBelow(target, homeFolder)))
+        std::string target = std::filesystem::canonical(path, none); // empty if it leads nowhere
+        if (!std::filesystem::is_symlink(path, none)
+            || (!target.empty() && !homeFolder.empty() && isBelow(target, homeFolder)))
             continue;
         if (target.empty() && attempt([&] { target = followLinks(path).whole(); }))
             continue; // a circle of links, which will never lead anywhere
@@ -365,21 +356,6 @@ Descriptor FileService::openForWriting(std::string_view path, OpenMode mode)
             failNow(Attempted::Access);
     });
     return descriptor;
-}
-
-std::vector<FolderEntry> FileService::walk(std::string_view folderAndPattern, Absent absent) const
-{
-    checkFault(FileOperation::List, folderAndPattern);
-    try {
-        const NativePath parts = splitNative(nativeAsWritten(folderAndPattern));
-        return entriesOf(m_resolver.folder(parts.folder), parts.leaf, m_leftOvers);
-    } catch (const Failure& failure) {
-        if (!isMissingFolder(failure.kind()))
-            throw;
-        if (absent == Absent::Fails)
-            throw Failure(FailureKind::PathNotFound);
-        return {};
-    }
 }
 
 } // namespace trovarium

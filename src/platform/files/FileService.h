@@ -87,8 +87,6 @@ public:
     // Names of the plain files that match folder + pattern ("*", "?", several joined by ";"), sorted as
     // lists are; a snapshot. An absent folder gives none.
     std::vector<std::string> list(std::string_view folderAndPattern) const;
-    // The same for a folder that must be there: "Path not found" where it can't be listed.
-    std::vector<std::string> listExisting(std::string_view folderAndPattern) const;
     // Names of the folders in `folder`, without "." and "..", sorted as lists are.
     std::vector<std::string> listFolders(std::string_view folder) const;
     // Files and folders that match folder + pattern, with "." and "..": `Dir` with the directory attribute.
@@ -114,7 +112,6 @@ private:
         std::optional<struct stat> status;
         bool isLink = false; // to be replaced
     };
-    enum class Absent { GivesNone, Fails };
     using SystemCall = std::function<int(const std::string& native)>; // -1 with errno
 
     OpenFile& numbered(int number);
@@ -124,7 +121,6 @@ private:
     struct stat readableStatus(std::string_view path) const;
     Descriptor openForReading(std::string_view path, Attempted attempted = Attempted::Access) const;
     Descriptor openForWriting(std::string_view path, OpenMode mode);
-    std::vector<FolderEntry> walk(std::string_view folderAndPattern, Absent absent) const;
 
     Target target(std::string_view path) const;
     Target writableTarget(std::string_view path) const;

@@ -1,6 +1,6 @@
 #include "platform/files/OpenFile.h"
 
-#include "platform/files/NativeErrors.h"
+#include "platform/files/AtomicFile.h"
 #include "runtime/Text.h"
 
 #include <algorithm>
@@ -129,18 +129,11 @@ bool OpenFile::fill()
 
 void OpenFile::flush()
 {
-    std::size_t written = 0;
-    while (written < m_buffer.size()) {
-        const ssize_t count = write(m_descriptor.handle(), m_buffer.data() + written, m_buffer.size() - written);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0) {
-            m_buffer.erase(0, written);
-            failNow(Attempted::Access);
-        }
-        written += static_cast<std::size_t>(count);
-    }
-    m_buffer.clear();
+    std::string_view rest = m_buffer;
+    const auto failure = attempt([&] { writeAll(m_descriptor, rest, Attempted::Access); });
+    m_buffer.erase(0, m_buffer.size() - rest.size());
+    if (failure)
+        throw Failure(*failure);
 }
 
 void OpenFile::requireMode(bool right) const

@@ -5,6 +5,7 @@
 #include "runtime/Failure.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <system_error>
 
@@ -17,6 +18,7 @@ constexpr std::size_t LargeFilesAhead = 4;
 constexpr std::size_t Threads = 16;   // more than cores: on a cold disk they wait most of the time
 constexpr off_t SmallBytes = 1 << 14; // of each small file
 constexpr off_t AllBytes = 0;         // as posix_fadvise has it
+constexpr std::size_t Samples = 16;
 
 // A path without a native form stays empty and is skipped.
 std::vector<std::string> nativePaths(const std::vector<std::string>& paths)
@@ -28,11 +30,17 @@ std::vector<std::string> nativePaths(const std::vector<std::string>& paths)
 }
 
 // What can't be opened fails when the program comes to it.
-void readIntoCache(const std::string& path, off_t length)
+Descriptor opened(const std::string& path)
 {
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (file.isOpen())
-        static_cast<void>(posix_fadvise(file.handle(), 0, length, POSIX_FADV_WILLNEED));
+    return Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+}
+
+// How often this thread has given up the processor, as it does while it waits for a disk.
+long waits()
+{
+    rusage usage = {};
+    getrusage(RUSAGE_THREAD, &usage);
+    return usage.ru_nvcsw;
 }
 
 } // namespace
@@ -46,6 +54,8 @@ PrefetchScope::PrefetchScope(
         return;
     m_paths = nativePaths(paths);
     m_statPaths = nativePaths(statPaths);
+    if (kind == SmallFiles && areCached())
+        return;
     try {
         while (m_threads.size() < Threads)
             m_threads.emplace_back([this] { run(); });
@@ -67,6 +77,29 @@ void PrefetchScope::advance()
     m_mayRead.release();
 }
 
+// Whether some of the files, all over the list, are there without a wait for the disk: then threads would only cost
+// processor time.
+bool PrefetchScope::areCached() const
+{
+    const long before = waits();
+    for (std::size_t sample = 0; sample < Samples; ++sample) {
+        const std::size_t index = sample * m_paths.size() / Samples;
+        char first = 0;
+        static_cast<void>(pread(opened(m_paths[index]).handle(), &first, sizeof first, 0));
+        look(index);
+        if (waits() != before)
+            return false;
+    }
+    return true;
+}
+
+void PrefetchScope::look(std::size_t index) const
+{
+    struct stat unused = {};
+    if (index < m_statPaths.size())
+        static_cast<void>(stat(m_statPaths[index].c_str(), &unused));
+}
+
 void PrefetchScope::run()
 {
     for (;;) {
@@ -75,10 +108,9 @@ void PrefetchScope::run()
         const std::size_t index = m_next.fetch_add(1);
         if (index >= m_paths.size())
             return;
-        readIntoCache(m_paths[index], m_kind == LargeFiles ? AllBytes : SmallBytes);
-        struct stat unused = {};
-        if (index < m_statPaths.size())
-            static_cast<void>(stat(m_statPaths[index].c_str(), &unused));
+        const off_t length = m_kind == LargeFiles ? AllBytes : SmallBytes;
+        static_cast<void>(posix_fadvise(opened(m_paths[index]).handle(), 0, length, POSIX_FADV_WILLNEED));
+        look(index);
     }
 }
 

@@ -16,8 +16,8 @@ public:
     // Of small files the first 16 KB are read. Of large ones only a few are read before the program is at them, see
     // `advance`.
     enum Kind { SmallFiles, LargeFiles };
-    // If there are `statPaths`, the status of each is read together with the path at the same place. Few files aren't
-    // worth the threads.
+    // If there are `statPaths`, the status of each is read together with the path at the same place. Few files, and
+    // small ones that are in the cache already, aren't worth the threads.
     explicit PrefetchScope(
         const std::vector<std::string>& paths, Kind kind = SmallFiles, const std::vector<std::string>& statPaths = {});
     ~PrefetchScope();
@@ -27,6 +27,8 @@ public:
     void advance(); // to the next of the large files
 
 private:
+    bool areCached() const;
+    void look(std::size_t index) const;
     void run();
 
     Kind m_kind;

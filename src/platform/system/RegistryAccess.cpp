@@ -5,10 +5,7 @@
 #include "platform/system/UserFolders.h"
 #include "runtime/Failure.h"
 
-#include <array>
 #include <cerrno>
-#include <charconv>
-#include <cstdio>
 #include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
@@ -19,15 +16,11 @@ namespace trovarium {
 
 namespace {
 
-std::string storeFile(const std::string& folder, std::uint32_t root)
+std::string storeFile(const std::string& folder)
 {
     if (folder.empty())
         throw Failure(FailureKind::PathNotFound);
-    if (root == HkeyLocalMachine)
-        return folder + "/settings.txt";
-    std::array<char, 16> number{};
-    std::snprintf(number.data(), number.size(), "%08X", static_cast<unsigned int>(root));
-    return folder + "/settings-" + number.data() + ".txt";
+    return folder + "/settings.txt";
 }
 
 // None when there is no file yet. Anything but a regular file is a failing store. O_NONBLOCK: opening a pipe must not
@@ -61,17 +54,6 @@ void replaceFile(const std::string& path, std::string_view text)
     file.commit(place.whole(), AtomicFile::Existing::Replace);
 }
 
-std::optional<std::uint32_t> numberIn(std::string_view text)
-{
-    constexpr std::string_view Mark = "dword:";
-    constexpr std::size_t Digits = 8;
-    if (!text.starts_with(Mark) || text.size() != Mark.size() + Digits)
-        return std::nullopt;
-    std::uint32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data() + Mark.size(), text.data() + text.size(), number, 16);
-    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
-}
-
 } // namespace
 
 RegistryAccess::RegistryAccess()
@@ -86,10 +68,9 @@ RegistryAccess::RegistryAccess(std::string folder)
 {
 }
 
-bool RegistryAccess::WriteValue(
-    std::uint32_t root, std::string_view keyPath, std::string_view name, std::string_view value)
+bool RegistryAccess::WriteValue(std::string_view keyPath, std::string_view name, std::string_view value)
 {
-    const std::string path = storeFile(m_folder, root);
+    const std::string path = storeFile(m_folder);
     const std::string before = readFile(path).value_or("");
     SettingsText settings(before);
     if (settings.value(keyPath, name) == value)
@@ -99,10 +80,9 @@ bool RegistryAccess::WriteValue(
     return true;
 }
 
-bool RegistryAccess::ReadValue(
-    std::uint32_t root, std::string_view keyPath, std::string_view name, std::string& value) const
+bool RegistryAccess::ReadValue(std::string_view keyPath, std::string_view name, std::string& value) const
 {
-    const std::optional<std::string> text = readFile(storeFile(m_folder, root));
+    const std::optional<std::string> text = readFile(storeFile(m_folder));
     if (!text)
         return false;
     std::optional<std::string> found = SettingsText(*text).value(keyPath, name);
@@ -110,21 +90,6 @@ bool RegistryAccess::ReadValue(
         return false;
     value = std::move(*found);
     return true;
-}
-
-std::optional<RegistryValue> RegistryAccess::QueryValue(
-    std::uint32_t root, std::string_view keyPath, std::string_view name, std::size_t limit) const
-{
-    std::string text;
-    if (!ReadValue(root, keyPath, name, text))
-        return std::nullopt;
-    RegistryValue value{RegistryValue::String, text + '\0'};
-    if (const auto number = numberIn(text)) {
-        value = {RegistryValue::DoubleWord, {}};
-        for (int shift = 0; shift < 32; shift += 8)
-            value.bytes += static_cast<char>(*number >> shift);
-    }
-    return value.bytes.size() <= limit ? std::optional(std::move(value)) : std::nullopt;
 }
 
 } // namespace trovarium

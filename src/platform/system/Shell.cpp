@@ -1,14 +1,11 @@
 #include "platform/system/Shell.h"
 
-#include "platform/files/PathResolver.h"
 #include "platform/files/Paths.h"
 #include "platform/system/UserFolders.h"
 
 #include <algorithm>
-#include <array>
-#include <climits>
+#include <filesystem>
 #include <sys/auxv.h>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
@@ -18,38 +15,11 @@ namespace {
 
 constexpr const char* OwnImage = "/proc/self/exe";
 
-std::string absolute(const std::string& path)
-{
-    std::array<char, PATH_MAX> folder{};
-    if (path.starts_with('/') || ::getcwd(folder.data(), folder.size()) == nullptr)
-        return path;
-    return folder.data() + ("/" + path);
-}
-
-bool isOwnProgram(const std::string& path)
-{
-    struct stat program { };
-    struct stat own { };
-    return ::stat(path.c_str(), &program) == 0 && ::stat(OwnImage, &own) == 0 && isOneFile(program, own);
-}
-
-bool isLink(const std::string& path)
-{
-    struct stat status { };
-    return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
-}
-
-std::string ownImage()
-{
-    std::array<char, PATH_MAX> buffer{};
-    const ssize_t length = ::readlink(OwnImage, buffer.data(), buffer.size());
-    return length <= 0 ? "" : std::string(buffer.data(), static_cast<std::size_t>(length));
-}
-
 // Removes "." and "..", but for a ".." behind a symbolic link: that means the folder above the link's target.
 std::string tidied(std::string_view path)
 {
     std::vector<std::string> prefixes{""};
+    std::error_code none;
     while (!path.empty()) {
         path.remove_prefix(1);
         const std::size_t end = std::min(path.find('/'), path.size());
@@ -57,7 +27,7 @@ std::string tidied(std::string_view path)
         path.remove_prefix(end);
         if (part.empty() || part == ".")
             continue;
-        if (part == ".." && !isLink(prefixes.back()) && !prefixes.back().ends_with("/..")) {
+        if (part == ".." && !std::filesystem::is_symlink(prefixes.back(), none) && !prefixes.back().ends_with("/..")) {
             if (prefixes.size() > 1)
                 prefixes.pop_back();
             continue;
@@ -77,12 +47,11 @@ std::string programPath()
 
 std::string programPath(const std::string& startedAs)
 {
-    std::string program = absolute(startedAs);
-    program = tidied(isOwnProgram(program) ? program : ownImage());
-    const std::size_t slash = program.rfind('/');
-    if (slash == program.npos || slash == 0)
-        return "/";
-    return fromNativePath(program.substr(0, slash));
+    std::error_code none;
+    std::filesystem::path program = std::filesystem::absolute(startedAs, none);
+    if (!std::filesystem::equivalent(program, OwnImage, none))
+        program = std::filesystem::read_symlink(OwnImage, none);
+    return fromNativePath(splitNative(tidied(program.native())).folder);
 }
 
 void workInRoot()

@@ -103,7 +103,6 @@ private:
         {"attributes", [&](auto& path, auto&) { told = numberText(files.attributes(path)); }},
         {"modified", [&](auto& path, auto&) { told = numberText(files.modified(path).time_since_epoch().count()); }},
         {"list", [&](auto& path, auto&) { tell(files.list(path)); }},
-        {"listExisting", [&](auto& path, auto&) { tell(files.listExisting(path)); }},
         {"listFolders", [&](auto& path, auto&) { tell(files.listFolders(path)); }},
         {"read", [&](auto& path, auto&) { told = files.lineInput(opened(path, OpenMode::Input)); }},
         {"append", [&](auto& path, auto& line) { files.print(opened(path, OpenMode::Append), line); }},
