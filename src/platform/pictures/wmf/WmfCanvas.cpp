@@ -1,6 +1,6 @@
 #include "platform/pictures/wmf/WmfCanvas.h"
 
-#include "runtime/Failure.h"
+#include "platform/pictures/PictureHeader.h"
 
 #include <QRegion>
 
@@ -105,7 +105,7 @@ void WmfCanvas::charge(double work)
 {
     m_work += work;
     if (m_work > MostWork)
-        throw Failure(FailureKind::InvalidPicture);
+        refusePicture();
 }
 
 void WmfCanvas::setOperation(unsigned operation)

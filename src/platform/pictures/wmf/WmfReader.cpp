@@ -40,18 +40,20 @@ double fullScale(QSize natural)
 WmfPicture readWmf(WmfBytes file, int longerSide, ReadBitmap readBitmap, const std::atomic<bool>& cancelled)
 {
     const WmfFile metafile(file);
-    const WmfFrame frame = frameOf(metafile);
-    const double full = fullScale(frame.naturalSize);
-    const double scale = longerSide > 0 ? std::min(full, double(longerSide) / longer(frame.naturalSize)) : full;
-    const QSize size = (QSizeF(frame.naturalSize) * scale).toSize().expandedTo(QSize(1, 1));
+    WmfMapping mapping(metafile);
+    const QSize natural = mapping.naturalSize();
+    const double full = fullScale(natural);
+    const double scale = longerSide > 0 ? std::min(full, double(longerSide) / longer(natural)) : full;
+    const QSize size = (QSizeF(natural) * scale).toSize().expandedTo(QSize(1, 1));
     QImage image(size, QImage::Format_RGB32);
     if (image.isNull())
         throw Failure(FailureKind::OutOfMemory);
+    mapping.setCanvas(size);
     {
         WmfCanvas canvas(image, std::max(1.0, scale), full / scale); // paints on it as long as it lives
-        WmfPlayer(frame, canvas, readBitmap, cancelled).play(metafile);
+        WmfPlayer(mapping, canvas, readBitmap, cancelled).play(metafile);
     }
-    return {std::move(image), frame.naturalSize};
+    return {std::move(image), natural};
 }
 
 } // namespace trovarium
