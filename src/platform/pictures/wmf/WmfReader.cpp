@@ -14,11 +14,6 @@ namespace trovarium {
 
 namespace {
 
-double pixelCount(QSize size)
-{
-    return static_cast<double>(size.width()) * size.height();
-}
-
 int longer(QSize size)
 {
     return std::max(size.width(), size.height());
@@ -31,13 +26,14 @@ double fullScale(QSize natural)
     constexpr double Most = 24'000'000;
     constexpr double LargestFactor = 4;
     constexpr double LongestSide = 16384;
-    const double enlarged = std::clamp(std::sqrt(MostEnlarged / pixelCount(natural)), 1.0, LargestFactor);
-    return std::min({enlarged, std::sqrt(Most / pixelCount(natural)), LongestSide / longer(natural)});
+    const double pixels = double(natural.width()) * natural.height();
+    const double enlarged = std::clamp(std::sqrt(MostEnlarged / pixels), 1.0, LargestFactor);
+    return std::min({enlarged, std::sqrt(Most / pixels), LongestSide / longer(natural)});
 }
 
 } // namespace
 
-WmfPicture readWmf(WmfBytes file, int longerSide, ReadBitmap readBitmap, const std::atomic<bool>& cancelled)
+PictureData readWmf(WmfBytes file, int longerSide, ReadBitmap readBitmap, const std::atomic<bool>& cancelled)
 {
     const WmfFile metafile(file);
     WmfMapping mapping(metafile);
