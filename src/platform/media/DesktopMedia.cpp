@@ -2,7 +2,6 @@
 
 #include "platform/media/MpvGraph.h"
 #include "platform/media/MpvLibrary.h"
-#include "platform/media/SoundPlayer.h"
 #include "runtime/Failure.h"
 
 #include <system_error>
@@ -13,11 +12,9 @@ namespace trovarium {
 DesktopMedia::DesktopMedia(const FileService& files, Wait wait)
     : m_files(files)
     , m_wait(std::move(wait))
-    , m_sound(std::make_unique<SoundPlayer>(files))
+    , m_sound(files)
 {
 }
-
-DesktopMedia::~DesktopMedia() = default;
 
 // Loading takes 60 ms, and five times that when it comes from the disk.
 void DesktopMedia::expectFilm()
@@ -37,16 +34,6 @@ std::unique_ptr<FilgraphManager> DesktopMedia::newFilgraphManager()
     if (!m_filmLibrary.valid())
         throw Failure(FailureKind::DeviceUnavailable);
     return std::make_unique<MpvGraph>(*m_filmLibrary.get(), m_files, m_wait);
-}
-
-void DesktopMedia::sndPlaySound(std::string_view name)
-{
-    m_sound->sndPlaySound(name);
-}
-
-void DesktopMedia::mciSendString(std::string_view command)
-{
-    m_sound->mciSendString(command);
 }
 
 } // namespace trovarium

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/media/MediaService.h"
+#include "platform/media/SoundPlayer.h"
 
-#include <functional>
 #include <future>
 #include <memory>
 
@@ -10,26 +10,21 @@ namespace trovarium {
 
 class FileService;
 class MpvLibrary;
-class SoundPlayer;
 
-// The media libraries of the desktop put together, each loaded when it is first needed.
+// The media libraries of the desktop put together, each loaded when it is first needed. Outlives the films.
 class DesktopMedia : public MediaService {
 public:
-    // Waits for the condition as Desktop::waitUntil does.
-    using Wait = std::function<bool(const std::function<bool()>& condition, int milliseconds)>;
-
     DesktopMedia(const FileService& files, Wait wait);
-    ~DesktopMedia() override; // behind the films
 
     void expectFilm() override;
     std::unique_ptr<FilgraphManager> newFilgraphManager() override;
-    void sndPlaySound(std::string_view name) override;
-    void mciSendString(std::string_view command) override;
+    void sndPlaySound(std::string_view name) override { m_sound.sndPlaySound(name); }
+    void mciSendString(std::string_view command) override { m_sound.mciSendString(command); }
 
 private:
     const FileService& m_files;
     Wait m_wait;
-    std::unique_ptr<SoundPlayer> m_sound;
+    SoundPlayer m_sound;
     std::shared_future<std::shared_ptr<const MpvLibrary>> m_filmLibrary; // without a state until a film is expected
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -39,6 +40,9 @@ public:
     virtual void put_Height(int pixels) = 0;
     virtual void put_Owner(std::shared_ptr<FilmSurface> owner) = 0;
 };
+
+// Waits for the condition as Desktop::waitUntil does.
+using Wait = std::function<bool(const std::function<bool()>& condition, int milliseconds)>;
 
 // Films and sound. Sound is never in the way: its calls return at once and never fail, whatever is missing.
 class MediaService {

@@ -149,12 +149,6 @@ void MpvGraph::Pause()
     set("pause", MPV_FORMAT_FLAG, &pause);
 }
 
-// The position stays: whoever stops sets it too.
-void MpvGraph::Stop()
-{
-    Pause();
-}
-
 double MpvGraph::get_Duration() const
 {
     requireFilm();
@@ -197,38 +191,11 @@ int MpvGraph::WaitForCompletion(int milliseconds)
     return m_wait([this] { return atEnd(); }, milliseconds) ? 1 : 0;
 }
 
-void MpvGraph::put_WindowStyle(int /*style*/) { }
-
-void MpvGraph::put_Left(int pixels)
-{
-    place(&FilmPlace::left, pixels);
-}
-
-void MpvGraph::put_Top(int pixels)
-{
-    place(&FilmPlace::top, pixels);
-}
-
-void MpvGraph::put_Width(int pixels)
-{
-    place(&FilmPlace::width, pixels);
-}
-
-void MpvGraph::put_Height(int pixels)
-{
-    place(&FilmPlace::height, pixels);
-}
-
 void MpvGraph::place(int FilmPlace::*side, int pixels)
 {
     FilmPlace place = m_frames->place();
     place.*side = pixels;
     m_frames->setPlace(place);
-}
-
-void MpvGraph::put_Owner(std::shared_ptr<FilmSurface> owner)
-{
-    m_frames->setOwner(std::move(owner));
 }
 
 // Some versions of the library lack an option.

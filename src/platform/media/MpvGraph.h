@@ -4,10 +4,10 @@
 #include "platform/media/MpvFrames.h"
 #include "platform/media/MpvLibrary.h"
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace trovarium {
 
@@ -16,28 +16,25 @@ class FileService;
 // A film that libmpv plays.
 class MpvGraph : public FilgraphManager {
 public:
-    // Waits for the condition as Desktop::waitUntil does.
-    using Wait = std::function<bool(const std::function<bool()>& condition, int milliseconds)>;
-
     MpvGraph(const MpvLibrary& library, const FileService& files, Wait wait); // "Device unavailable"
     ~MpvGraph() override;
 
     void RenderFile(std::string_view path) override;
     void Run() override;
     void Pause() override;
-    void Stop() override;
+    void Stop() override { Pause(); } // the position stays: whoever stops sets it too
     double get_Duration() const override;
     double get_CurrentPosition() const override;
     void put_CurrentPosition(double seconds) override;
     double get_Rate() const override;
     void put_Rate(double rate) override;
     int WaitForCompletion(int milliseconds) override;
-    void put_WindowStyle(int style) override;
-    void put_Left(int pixels) override;
-    void put_Top(int pixels) override;
-    void put_Width(int pixels) override;
-    void put_Height(int pixels) override;
-    void put_Owner(std::shared_ptr<FilmSurface> owner) override;
+    void put_WindowStyle(int /*style*/) override { }
+    void put_Left(int pixels) override { place(&FilmPlace::left, pixels); }
+    void put_Top(int pixels) override { place(&FilmPlace::top, pixels); }
+    void put_Width(int pixels) override { place(&FilmPlace::width, pixels); }
+    void put_Height(int pixels) override { place(&FilmPlace::height, pixels); }
+    void put_Owner(std::shared_ptr<FilmSurface> owner) override { m_frames->setOwner(std::move(owner)); }
 
 private:
     void place(int FilmPlace::*side, int pixels);

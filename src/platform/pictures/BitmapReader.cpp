@@ -2,7 +2,6 @@
 
 #include "platform/pictures/PictureHeader.h"
 #include "platform/pictures/Reduction.h"
-#include "runtime/Failure.h"
 
 #include <algorithm>
 #include <array>
@@ -39,7 +38,13 @@ struct Channel {
         const std::uint64_t most = mask >> shift;
         return static_cast<unsigned>((((pixel & mask) >> shift) * std::uint64_t{255} + most / 2) / most);
     }
+
+    bool operator==(const Channel&) const = default;
 };
+
+using Channels = std::array<Channel, 4>; // red, green, blue and alpha
+constexpr Channels WholeBytes = {{{0xff0000U}, {0xff00U}, {0xffU}, {}}};
+constexpr Channels FiveBits = {{{0x7c00U}, {0x03e0U}, {0x001fU}, {}}};
 
 struct Header {
     int width = 0;
@@ -48,17 +53,15 @@ struct Header {
     unsigned bits = 0;
     Compression compression = Compression::None;
     std::int64_t dataOffset = 0;
-    Channel red, green, blue, alpha;
+    Channels channels = WholeBytes;
     std::array<QRgb, MostColors> colors{};
 
     std::int64_t lineLength() const { return (std::int64_t{width} * bits + 31) / 32 * 4; }
     bool inRuns() const { return compression == Compression::Runs8 || compression == Compression::Runs4; }
     // Where a line of the file stands in the image.
     int row(int line) const { return topDown ? line : height - 1 - line; }
-    bool hasPlainMasks() const
-    {
-        return red.mask == 0xff0000U && green.mask == 0xff00U && blue.mask == 0xffU && alpha.mask == 0;
-    }
+    Channel& alpha() { return channels[3]; }
+    const Channel& alpha() const { return channels[3]; }
 };
 
 void checkHeader(const Header& header, std::int64_t fileLength)
@@ -78,17 +81,7 @@ void checkHeader(const Header& header, std::int64_t fileLength)
         refusePicture();
 }
 
-void readMasks(Header& header, Bytes behindNewHeader, bool withAlpha)
-{
-    const auto mask = [&](std::size_t index) { return Channel{littleEndian(behindNewHeader, index * 4, 4)}; };
-    header.red = mask(0);
-    header.green = mask(1);
-    header.blue = mask(2);
-    if (withAlpha)
-        header.alpha = mask(3);
-}
-
-void readColors(Header& header, const PictureBytes& file, std::int64_t offset, std::size_t count, std::size_t length)
+void readColors(Header& header, const PictureFile& file, std::int64_t offset, std::size_t count, std::size_t length)
 {
     const auto bytes = file.bytes(offset, std::min(count, MostColors) * length);
     header.colors.fill(Opaque);
@@ -96,7 +89,7 @@ void readColors(Header& header, const PictureBytes& file, std::int64_t offset, s
         header.colors[i] = Opaque | littleEndian(bytes, i * length, 3);
 }
 
-Header readHeader(const PictureBytes& file)
+Header readHeader(const PictureFile& file)
 {
     const auto start = file.bytes(0, FileHeaderLength + LongestHeader);
     if (start.size() < FileHeaderLength + OldHeaderLength)
@@ -126,12 +119,11 @@ Header readHeader(const PictureBytes& file)
     checkHeader(header, file.length());
 
     if (header.bits == 16)
-        header.red.mask = 0x7c00U, header.green.mask = 0x03e0U, header.blue.mask = 0x001fU;
-    else
-        header.red.mask = 0xff0000U, header.green.mask = 0xff00U, header.blue.mask = 0xffU;
+        header.channels = FiveBits;
     constexpr std::size_t FourMasks = 16;
     if (header.compression == Compression::Masks && info.size() >= NewHeaderLength + FourMasks)
-        readMasks(header, info.subspan(NewHeaderLength), length >= NewHeaderLength + FourMasks);
+        for (std::size_t i = 0; i < (length >= NewHeaderLength + FourMasks ? 4 : 3); ++i)
+            header.channels.at(i).mask = littleEndian(info, NewHeaderLength + i * 4, 4);
     if (header.bits <= 8)
         readColors(header, file, FileHeaderLength + static_cast<std::int64_t>(length),
             colorCount == 0 ? std::size_t{1} << header.bits : colorCount, old ? 3 : 4);
@@ -155,7 +147,8 @@ void convertLine(const Header& header, Bytes line, QRgb* pixels)
         return;
     }
     const std::size_t length = header.bits / 8;
-    const bool plain = header.bits == 24 || (header.bits == 32 && header.hasPlainMasks());
+    const bool plain = header.bits == 24 || (header.bits == 32 && header.channels == WholeBytes);
+    const auto& [red, green, blue, alpha] = header.channels;
     const unsigned char* bytes = line.data();
     for (QRgb* pixel = pixels; pixel != pixels + header.width; ++pixel, bytes += length) {
         if (plain) {
@@ -163,16 +156,15 @@ void convertLine(const Header& header, Bytes line, QRgb* pixels)
             continue;
         }
         const std::uint32_t value = littleEndian(Bytes(bytes, length), 0, length);
-        const unsigned alpha = header.alpha.mask == 0 ? 255U : header.alpha.level(value);
-        *pixel =
-            alpha << 24U | header.red.level(value) << 16U | header.green.level(value) << 8U | header.blue.level(value);
+        *pixel = (alpha.mask == 0 ? 255U : alpha.level(value)) << 24U | red.level(value) << 16U
+            | green.level(value) << 8U | blue.level(value);
     }
 }
 
 // Calls `takeLine` with the number and bytes of `count` lines of the file from `first` on, which are read some hundred
 // kilobytes at a time.
 template <class TakeLine>
-void forEachLine(const Header& header, const PictureBytes& file, int first, int count, TakeLine takeLine)
+void forEachLine(const Header& header, const PictureFile& file, int first, int count, TakeLine takeLine)
 {
     constexpr std::int64_t ChunkBytes = 1 << 18;
     const std::int64_t length = header.lineLength();
@@ -189,7 +181,7 @@ void forEachLine(const Header& header, const PictureBytes& file, int first, int 
 }
 
 // Fills the strip with the picture's lines from `top` on.
-void readLines(const Header& header, const PictureBytes& file, int top, QImage& strip)
+void readLines(const Header& header, const PictureFile& file, int top, QImage& strip)
 {
     const int first = header.topDown ? top : header.height - top - strip.height();
     forEachLine(header, file, first, strip.height(), [&](int line, Bytes bytes) {
@@ -198,29 +190,27 @@ void readLines(const Header& header, const PictureBytes& file, int top, QImage& 
 }
 
 // Some programs write alpha 0 into all pixels of an opaque picture.
-bool alphaIsMeant(const Header& header, const PictureBytes& file)
+bool alphaIsMeant(const Header& header, const PictureFile& file)
 {
     const std::size_t length = header.bits / 8;
     for (int line = 0; line < header.height; ++line) {
         const auto bytes =
             file.bytes(header.dataOffset + line * header.lineLength(), static_cast<std::size_t>(header.width) * length);
         for (std::size_t at = 0; at + length <= bytes.size(); at += length) {
-            if ((littleEndian(bytes, at, length) & header.alpha.mask) != 0)
+            if ((littleEndian(bytes, at, length) & header.alpha().mask) != 0)
                 return true;
         }
     }
     return false;
 }
 
-QImage readPlain(Header header, const PictureBytes& file, int factor)
+QImage readPlain(Header header, const PictureFile& file, int factor)
 {
-    if (header.alpha.mask != 0 && !alphaIsMeant(header, file))
-        header.alpha.mask = 0;
-    const bool hasAlpha = header.alpha.mask != 0;
+    if (header.alpha().mask != 0 && !alphaIsMeant(header, file))
+        header.alpha().mask = 0;
+    const bool hasAlpha = header.alpha().mask != 0;
     const auto linesFrom = [&](int top, int count) {
-        QImage strip(header.width, count, hasAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
-        if (strip.isNull())
-            throw Failure(FailureKind::OutOfMemory);
+        QImage strip = newImage(QSize(header.width, count), hasAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
         readLines(header, file, top, strip);
         return strip;
     };
@@ -233,78 +223,52 @@ QImage readPlain(Header header, const PictureBytes& file, int factor)
     return image.take();
 }
 
-// Sets runs and single pixels from the bottom up, and keeps within the image whatever the file says.
-class RunPainter {
-public:
-    RunPainter(const Header& header, QImage& image)
-        : m_header(header)
-        , m_image(image)
-    {
-    }
-
-    bool atEnd() const { return m_line >= m_header.height; }
-    void nextLine() { skip(-m_x, 1); }
-    void skip(int columns, int lines)
-    {
-        m_x += columns;
-        m_line = std::min(m_line + lines, m_header.height);
-    }
-    void put(unsigned index)
-    {
-        if (m_x < m_header.width && !atEnd())
-            m_image.scanLine(m_header.row(m_line))[m_x] = static_cast<unsigned char>(index);
-        m_x = std::min(m_x + 1, m_header.width);
-    }
-
-private:
-    const Header& m_header;
-    QImage& m_image;
-    int m_x = 0;
-    int m_line = 0;
-};
-
-// The color at a place in a run: a byte each, or its two halves in turn.
-unsigned runIndex(const Header& header, unsigned byte, unsigned place)
-{
-    if (header.bits == 8)
-        return byte;
-    return place % 2 == 0 ? byte >> 4U : byte & 15U;
-}
-
-QImage readRuns(const Header& header, const PictureBytes& file, int factor)
+QImage readRuns(const Header& header, const PictureFile& file, int factor)
 {
     constexpr unsigned EndOfLine = 0;
     constexpr unsigned EndOfBitmap = 1;
     constexpr unsigned Move = 2;
-    QImage image(header.width, header.height, QImage::Format_Indexed8);
-    if (image.isNull())
-        throw Failure(FailureKind::OutOfMemory);
+    QImage image = newImage(QSize(header.width, header.height), QImage::Format_Indexed8);
     image.setColorTable(QList<QRgb>(header.colors.begin(), header.colors.end()));
     image.fill(0);
-    RunPainter painter(header, image);
+    // From the bottom up, and within the image whatever the file says.
+    int x = 0;
+    int line = 0;
+    const auto skip = [&](unsigned columns, unsigned lines) {
+        x = std::min(x + static_cast<int>(columns), header.width);
+        line = std::min(line + static_cast<int>(lines), header.height);
+    };
+    // The color at a place in a run: a byte each, or its two halves in turn.
+    const auto put = [&](unsigned byte, unsigned place) {
+        const unsigned index = header.bits == 8 ? byte : place % 2 == 0 ? byte >> 4U : byte & 15U;
+        if (x < header.width && line < header.height)
+            image.scanLine(header.row(line))[x] = static_cast<unsigned char>(index);
+        skip(1, 0);
+    };
     ByteStream stream(file, header.dataOffset);
-    while (stream.has(2) && !painter.atEnd()) {
+    while (stream.has(2) && line < header.height) {
         const unsigned count = stream.number(1);
         const unsigned value = stream.number(1);
         if (count > 0) {
             for (unsigned i = 0; i < count; ++i)
-                painter.put(runIndex(header, value, i));
+                put(value, i);
         } else if (value == EndOfLine) {
-            painter.nextLine();
+            x = 0;
+            skip(0, 1);
         } else if (value == EndOfBitmap) {
             break;
         } else if (value == Move) {
             if (!stream.has(2))
                 break;
-            const auto columns = static_cast<int>(stream.number(1));
-            painter.skip(columns, static_cast<int>(stream.number(1)));
+            const unsigned columns = stream.number(1);
+            skip(columns, stream.number(1));
         } else {
             const std::size_t length = header.bits == 8 ? value : (value + 1) / 2;
             unsigned place = 0;
             for (std::size_t i = 0; i < length && stream.has(1); ++i) {
                 const unsigned byte = stream.number(1);
                 for (unsigned end = std::min(value, place + 8 / header.bits); place < end; ++place)
-                    painter.put(runIndex(header, byte, place));
+                    put(byte, place);
             }
             stream.skip(length % 2);
         }
@@ -312,46 +276,15 @@ QImage readRuns(const Header& header, const PictureBytes& file, int factor)
     return reduced(std::move(image), factor, file.cancelled());
 }
 
-class MemoryBytes : public PictureBytes {
-public:
-    MemoryBytes(std::vector<unsigned char> bytes, const std::atomic<bool>& cancelled)
-        : m_bytes(std::move(bytes))
-        , m_cancelled(cancelled)
-    {
-    }
-
-    std::int64_t length() const override { return static_cast<std::int64_t>(m_bytes.size()); }
-    const std::atomic<bool>& cancelled() const override { return m_cancelled; }
-    std::vector<unsigned char> bytes(std::int64_t offset, std::size_t length) const override
-    {
-        if (offset < 0 || offset >= this->length())
-            return {};
-        const auto start = m_bytes.begin() + offset;
-        return {start, start + std::min(this->length() - offset, static_cast<std::int64_t>(length))};
-    }
-
-private:
-    std::vector<unsigned char> m_bytes;
-    const std::atomic<bool>& m_cancelled;
-};
-
 } // namespace
 
-QSize bitmapSize(const PictureBytes& file)
+QImage readBitmap(const PictureFile& file, const std::function<int(QSize size)>& factor)
 {
     const Header header = readHeader(file);
-    return {header.width, header.height};
-}
-
-QImage readBitmap(const PictureBytes& file, int factor)
-{
-    const Header header = readHeader(file);
-    return header.inRuns() ? readRuns(header, file, factor) : readPlain(header, file, factor);
-}
-
-QImage readBitmapInMemory(std::vector<unsigned char> file, const std::atomic<bool>& cancelled)
-{
-    return readBitmap(MemoryBytes(std::move(file), cancelled), 1);
+    const int chosen = factor(QSize(header.width, header.height));
+    if (chosen == 0)
+        return {};
+    return header.inRuns() ? readRuns(header, file, chosen) : readPlain(header, file, chosen);
 }
 
 } // namespace trovarium

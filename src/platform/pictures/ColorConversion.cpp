@@ -23,20 +23,9 @@ struct KindInProfiles {
     cmsUInt32Number pixels;
 };
 
-KindInProfiles inProfiles(ColorKind kind)
-{
-    switch (kind) {
-    case ColorKind::Gray:
-        return {cmsSigGrayData, TYPE_GRAY_8};
-    case ColorKind::Inks:
-        return {cmsSigCmykData, TYPE_CMYK_8};
-    case ColorKind::InvertedInks:
-        return {cmsSigCmykData, TYPE_CMYK_8_REV};
-    case ColorKind::Rgb:
-        break;
-    }
-    return {cmsSigRgbData, Pixels};
-}
+// In the order of ColorKind.
+constexpr std::array<KindInProfiles, 4> InProfiles = {{{cmsSigRgbData, Pixels}, {cmsSigGrayData, TYPE_GRAY_8},
+    {cmsSigCmykData, TYPE_CMYK_8}, {cmsSigCmykData, TYPE_CMYK_8_REV}}};
 
 using Profile = std::unique_ptr<void, cmsBool (*)(void*)>;
 
@@ -56,7 +45,7 @@ ColorConversion::ColorConversion(std::span<const unsigned char> bytes, ColorKind
         return;
     const Profile source(
         cmsOpenProfileFromMem(bytes.data(), static_cast<cmsUInt32Number>(bytes.size())), &cmsCloseProfile);
-    const KindInProfiles wanted = inProfiles(kind);
+    const KindInProfiles wanted = InProfiles.at(static_cast<std::size_t>(kind));
     if (!source || cmsGetColorSpace(source.get()) != wanted.space || !describesColors(cmsGetDeviceClass(source.get())))
         return;
     const Profile standard(cmsCreate_sRGBProfile(), &cmsCloseProfile);

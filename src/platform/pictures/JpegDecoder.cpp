@@ -155,9 +155,8 @@ void JpegDecoder::readSegments()
 QImage JpegDecoder::decode(int denominator, const std::atomic<bool>& cancelled) const
 {
     const tjscalingfactor factor{1, denominator};
-    QImage image(TJSCALED(m_storedSize.width(), factor), TJSCALED(m_storedSize.height(), factor), QImage::Format_RGB32);
-    if (image.isNull())
-        throw Failure(FailureKind::OutOfMemory);
+    QImage image = newImage(
+        QSize(TJSCALED(m_storedSize.width(), factor), TJSCALED(m_storedSize.height(), factor)), QImage::Format_RGB32);
     decompress(image);
     const bool hasInks = m_colorSpace == TJCS_CMYK || m_colorSpace == TJCS_YCCK;
     const ColorKind inks = m_isAdobe ? ColorKind::InvertedInks : ColorKind::Inks;

@@ -17,7 +17,7 @@ namespace trovarium {
 struct PictureData {
     QImage pixels;     // RGB32, or premultiplied ARGB32 where it has alpha; null for a drawing
     QSize naturalSize; // in pixels; `pixels` may be smaller (decoded for a thumbnail) or larger (dense screen)
-    std::shared_ptr<QSvgRenderer> drawing;
+    std::shared_ptr<QSvgRenderer> drawing{};
 };
 
 // The whole picture stretched to `size` pixels; reduced, every pixel is the average of the area it covers.

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <span>
 #include <utility>
 
 #include <fcntl.h>
@@ -26,8 +27,19 @@ PictureFile::PictureFile(const std::string& nativePath, const std::atomic<bool>&
     m_stamp = stampOf(status);
 }
 
+PictureFile::PictureFile(std::vector<unsigned char> content, const std::atomic<bool>& cancelled)
+    : m_content(std::move(content))
+    , m_cancelled(cancelled)
+{
+    m_stamp.size = std::ssize(m_content);
+}
+
 std::vector<unsigned char> PictureFile::bytes(std::int64_t offset, std::size_t length) const
 {
+    if (!m_descriptor.isOpen()) {
+        const auto rest = std::span(m_content).subspan(static_cast<std::size_t>(std::min(offset, this->length())));
+        return {rest.begin(), rest.begin() + static_cast<std::ptrdiff_t>(std::min(length, rest.size()))};
+    }
     constexpr std::size_t MostAtOnce = std::size_t{1} << 20; // a slow disk's share between two looks at the flag
     std::vector<unsigned char> bytes(length);
     std::size_t count = 0;
@@ -46,8 +58,8 @@ std::vector<unsigned char> PictureFile::bytes(std::int64_t offset, std::size_t l
     return bytes;
 }
 
-ByteStream::ByteStream(const PictureBytes& bytes, std::int64_t offset)
-    : m_bytes(bytes)
+ByteStream::ByteStream(const PictureFile& file, std::int64_t offset)
+    : m_file(file)
     , m_start(offset)
 {
 }
@@ -57,7 +69,7 @@ bool ByteStream::has(std::size_t length)
     constexpr std::size_t BlockLength = std::size_t{1} << 16;
     if (m_at + length > m_block.size()) {
         m_start += static_cast<std::int64_t>(std::exchange(m_at, 0));
-        m_block = m_bytes.bytes(m_start, BlockLength);
+        m_block = m_file.bytes(m_start, BlockLength);
     }
     return length <= m_block.size();
 }

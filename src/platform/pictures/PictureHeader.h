@@ -1,20 +1,12 @@
 #pragma once
 
-#include "platform/pictures/PictureFile.h"
 #include "runtime/Failure.h"
-
-#include <QSize>
 
 #include <cstddef>
 #include <cstdint>
 #include <span>
 
 namespace trovarium {
-
-enum class PictureFormat { Jpeg, Gif, Bitmap, Metafile, Png, WebP, Tiff };
-
-// The format of a file by its first bytes; "Invalid picture" for any other.
-PictureFormat formatOf(const PictureFile& file);
 
 [[noreturn]] inline void refusePicture()
 {
@@ -36,10 +28,6 @@ inline void checkSize(std::int64_t width, std::int64_t height, std::int64_t leng
         || (width * height > HarmlessPixels && width * height / mostPixelsInAByte > length))
         refusePicture();
 }
-
-// The size of a gif by its headers alone; "Invalid picture" if the file is too short for it. Source: GIF89a, sections
-// 17 to 25.
-QSize checkGif(const PictureBytes& file);
 
 // A number of `length` bytes, the lowest first.
 inline std::uint32_t littleEndian(std::span<const unsigned char> bytes, std::size_t position, std::size_t length)

@@ -6,6 +6,7 @@
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureHeader.h"
 #include "platform/pictures/Reduction.h"
+#include "platform/pictures/wmf/WmfFile.h"
 #include "platform/pictures/wmf/WmfReader.h"
 #include "runtime/Failure.h"
 
@@ -21,6 +22,7 @@
 #include <functional>
 #include <limits>
 #include <new>
+#include <string_view>
 #include <utility>
 
 namespace trovarium {
@@ -32,6 +34,27 @@ constexpr std::int64_t MostJpegPixelsInAByte = 512;
 
 // No picture that is small enough to be decoded has more.
 constexpr std::int64_t MostJpegBytes = std::int64_t{1} << 30;
+
+enum class PictureFormat { Jpeg, Gif, Bitmap, Metafile, Png, WebP, Tiff };
+
+// The format of a file by its first bytes; "Invalid picture" for any other.
+PictureFormat formatOf(const PictureFile& file)
+{
+    using namespace std::string_view_literals;
+    constexpr std::pair<std::string_view, PictureFormat> Starts[] = {{"\xFF\xD8\xFF", PictureFormat::Jpeg},
+        {"GIF87a", PictureFormat::Gif}, {"GIF89a", PictureFormat::Gif}, {"BM", PictureFormat::Bitmap},
+        {"\x89PNG\r\n\x1A\n", PictureFormat::Png}, {"II*\0"sv, PictureFormat::Tiff}, {"MM\0*"sv, PictureFormat::Tiff}};
+    const std::vector<unsigned char> head = file.bytes(0, 12);
+    const std::string_view text(reinterpret_cast<const char*>(head.data()), head.size());
+    for (const auto& [start, format] : Starts)
+        if (text.starts_with(start))
+            return format;
+    if (text.starts_with("RIFF") && text.ends_with("WEBP"))
+        return PictureFormat::WebP;
+    if (WmfFile::startsWith(head))
+        return PictureFormat::Metafile;
+    refusePicture();
+}
 
 class CancellableFile : public QFile {
 public:
@@ -50,38 +73,7 @@ private:
 // Asked before so many pixels are decoded, or bytes read: whether to go on.
 using MayDecode = std::function<bool(std::int64_t count)>;
 
-// Large pictures are decoded one at a time: each may take a gigabyte meanwhile.
-class Turn {
-public:
-    Turn(std::timed_mutex& largeOnes, const std::atomic<bool>& cancelled)
-        : m_lock(largeOnes, std::defer_lock)
-        , m_cancelled(cancelled)
-    {
-    }
-
-    // Waits where another large one is being decoded. The turn lasts as long as this lives.
-    bool await(std::int64_t count)
-    {
-        while (count > HarmlessPixels && !m_lock.owns_lock() && !m_lock.try_lock_for(std::chrono::milliseconds(20)))
-            if (m_cancelled)
-                refusePicture();
-        return true;
-    }
-
-private:
-    std::unique_lock<std::timed_mutex> m_lock;
-    const std::atomic<bool>& m_cancelled;
-};
-
-Picture pictureOf(QImage pixels, QSize naturalSize)
-{
-    auto data = std::make_shared<PictureData>();
-    data->pixels = std::move(pixels);
-    data->naturalSize = naturalSize;
-    return Picture(std::move(data));
-}
-
-Picture readJpeg(const PictureFile& file, int longerSide, const MayDecode& mayDecode)
+PictureData readJpeg(const PictureFile& file, int longerSide, const MayDecode& mayDecode)
 {
     const auto bytes = file.bytes(0, static_cast<std::size_t>(std::min(file.length(), MostJpegBytes)));
     const JpegDecoder decoder(bytes);
@@ -95,19 +87,56 @@ Picture readJpeg(const PictureFile& file, int longerSide, const MayDecode& mayDe
     QImage image = decoder.decode(denominator, file.cancelled());
     if (file.cancelled())
         refusePicture();
-    return pictureOf(std::move(image), size);
+    return {std::move(image), size};
 }
 
-Picture readMetafile(const PictureFile& file, int longerSide)
+PictureData readMetafile(const PictureFile& file, int longerSide)
 {
     constexpr std::int64_t MostBytes = 40'000'000;
     constexpr int LongestSide = 1 << 24; // so that the reserve can't overflow
     if (file.length() > MostBytes)
         refusePicture();
     const auto bytes = file.bytes(0, static_cast<std::size_t>(file.length()));
-    WmfPicture picture =
-        readWmf(bytes, Reserve * std::min(longerSide, LongestSide), &readBitmapInMemory, file.cancelled());
-    return pictureOf(std::move(picture.pixels), picture.naturalSize);
+    const auto readInMemory = [](std::vector<unsigned char> bitmap, const std::atomic<bool>& cancelled) {
+        return readBitmap(PictureFile(std::move(bitmap), cancelled), [](QSize) { return 1; });
+    };
+    return readWmf(bytes, Reserve * std::min(longerSide, LongestSide), readInMemory, file.cancelled());
+}
+
+std::size_t colorTableLength(unsigned packed)
+{
+    return (packed & 0x80U) != 0 ? std::size_t{3} << ((packed & 7U) + 1) : 0;
+}
+
+// The size of a gif by its headers alone; "Invalid picture" if the file is too short for it. Source: GIF89a, sections
+// 17 to 25.
+QSize checkGif(const PictureFile& file)
+{
+    constexpr unsigned Extension = '!';
+    constexpr unsigned ImageStart = ',';
+    constexpr std::int64_t SignatureLength = 6;
+    // The table of codes has 4096 entries, so that none stands for more pixels; the longest takes 12 bits.
+    constexpr std::int64_t MostPixelsInAByte = 4096 * 8 / 12 + 1;
+
+    ByteStream stream(file, SignatureLength);
+    unsigned width = stream.number(2);
+    unsigned height = stream.number(2);
+    const unsigned packed = stream.number(1);
+    stream.skip(2 + colorTableLength(packed));
+    unsigned kind = stream.number(1);
+    for (; kind == Extension; kind = stream.number(1)) {
+        stream.skip(1);
+        while (const unsigned length = stream.number(1))
+            stream.skip(length);
+    }
+    if (kind != ImageStart)
+        refusePicture();
+    const unsigned left = stream.number(2);
+    const unsigned top = stream.number(2);
+    width = std::max(width, left + stream.number(2));
+    height = std::max(height, top + stream.number(2));
+    checkSize(width, height, file.length(), MostPixelsInAByte);
+    return {static_cast<int>(width), static_cast<int>(height)};
 }
 
 // The size that a png, webp or tiff promises; those of the others are checked by their own headers.
@@ -124,14 +153,22 @@ QSize checkPromise(const QImageReader& reader, std::int64_t length)
     return size;
 }
 
-struct Decoded {
-    QImage pixels; // in 32 bits
-    QSize naturalSize;
-    QByteArray profile{}; // ICC
-};
+void convertToSrgb(QImage& image, const QByteArray& profile, const std::atomic<bool>& cancelled)
+{
+    // Qt returns gray pixels with alpha as RGB, so what counts is the color space of the profile.
+    constexpr qsizetype SpacePosition = 16;
+    const bool isGray = profile.mid(SpacePosition, 4) == "GRAY" && image.isGrayscale();
+    const ColorConversion conversion(
+        {reinterpret_cast<const unsigned char*>(profile.data()), static_cast<std::size_t>(profile.size())},
+        isGray ? ColorKind::Gray : ColorKind::Rgb);
+    if (conversion.empty())
+        return;
+    image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    conversion.convert(image, cancelled);
+}
 
 // The first image. The library tries nothing but this one format.
-Decoded readByLibrary(const PictureFile& file, PictureFormat format, int longerSide, const MayDecode& mayDecode)
+PictureData readByLibrary(const PictureFile& file, PictureFormat format, int longerSide, const MayDecode& mayDecode)
 {
     const bool isGif = format == PictureFormat::Gif;
     const QSize gifSize = isGif ? checkGif(file) : QSize();
@@ -163,30 +200,34 @@ Decoded readByLibrary(const PictureFile& file, PictureFormat format, int longerS
     // Only a profile has a description. What Qt makes of a png's gamma is approximate, and most are meant as sRGB.
     const QColorSpace space = image.colorSpace();
     image = upright(reduced(std::move(image), comesReduced ? 1 : factor, file.cancelled()), how);
-    return {std::move(image), how.testFlag(QImageIOHandler::TransformationRotate90) ? size.transposed() : size,
-        space.description().isEmpty() ? QByteArray() : space.iccProfile()};
+    convertToSrgb(image, space.description().isEmpty() ? QByteArray() : space.iccProfile(), file.cancelled());
+    return {std::move(image), how.testFlag(QImageIOHandler::TransformationRotate90) ? size.transposed() : size};
 }
 
-Decoded readBitmapFile(const PictureFile& file, int longerSide, const MayDecode& mayDecode)
+PictureData readBitmapFile(const PictureFile& file, int longerSide, const MayDecode& mayDecode)
 {
-    const QSize size = bitmapSize(file);
-    if (!mayDecode(pixelCount(size)))
-        return {};
-    return {readBitmap(file, reductionFor(size, longerSide)), size};
+    PictureData data;
+    data.pixels = readBitmap(file, [&](QSize size) {
+        if (!mayDecode(pixelCount(size)))
+            return 0;
+        data.naturalSize = size;
+        return reductionFor(size, longerSide);
+    });
+    return data;
 }
 
-void convertToSrgb(QImage& image, const QByteArray& profile, const std::atomic<bool>& cancelled)
+PictureData decode(const PictureFile& file, PictureFormat format, int longerSide, const MayDecode& mayDecode)
 {
-    // Qt returns gray pixels with alpha as RGB, so what counts is the color space of the profile.
-    constexpr qsizetype SpacePosition = 16;
-    const bool isGray = profile.mid(SpacePosition, 4) == "GRAY" && image.isGrayscale();
-    const ColorConversion conversion(
-        {reinterpret_cast<const unsigned char*>(profile.data()), static_cast<std::size_t>(profile.size())},
-        isGray ? ColorKind::Gray : ColorKind::Rgb);
-    if (conversion.empty())
-        return;
-    image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
-    conversion.convert(image, cancelled);
+    switch (format) {
+    case PictureFormat::Jpeg:
+        return readJpeg(file, longerSide, mayDecode);
+    case PictureFormat::Metafile:
+        return readMetafile(file, longerSide);
+    case PictureFormat::Bitmap:
+        return readBitmapFile(file, longerSide, mayDecode);
+    default:
+        return readByLibrary(file, format, longerSide, mayDecode);
+    }
 }
 
 QImage flattenOnWhite(QImage image)
@@ -207,16 +248,11 @@ QImage flattenOnWhite(QImage image)
 // Empty where `mayDecode` says no.
 Picture readFormat(const PictureFile& file, PictureFormat format, int longerSide, const MayDecode& mayDecode)
 try {
-    if (format == PictureFormat::Jpeg)
-        return readJpeg(file, longerSide, mayDecode);
-    if (format == PictureFormat::Metafile)
-        return readMetafile(file, longerSide);
-    Decoded decoded = format == PictureFormat::Bitmap ? readBitmapFile(file, longerSide, mayDecode)
-                                                      : readByLibrary(file, format, longerSide, mayDecode);
-    if (decoded.naturalSize.isEmpty())
+    PictureData data = decode(file, format, longerSide, mayDecode);
+    if (data.naturalSize.isEmpty())
         return {};
-    convertToSrgb(decoded.pixels, decoded.profile, file.cancelled());
-    return pictureOf(flattenOnWhite(std::move(decoded.pixels)), decoded.naturalSize);
+    data.pixels = flattenOnWhite(std::move(data.pixels));
+    return Picture(std::make_shared<PictureData>(std::move(data)));
 } catch (const std::bad_alloc&) {
     throw Failure(FailureKind::OutOfMemory);
 } catch (const std::exception&) {
@@ -228,9 +264,16 @@ try {
 Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes)
 {
     const PictureFormat format = formatOf(file);
-    Turn turn(largeOnes, file.cancelled());
-    turn.await(file.length());
-    return readFormat(file, format, longerSide, [&turn](std::int64_t pixels) { return turn.await(pixels); });
+    // Large pictures are decoded one at a time: each may take a gigabyte meanwhile.
+    std::unique_lock turn(largeOnes, std::defer_lock);
+    const auto await = [&](std::int64_t count) {
+        while (count > HarmlessPixels && !turn.owns_lock() && !turn.try_lock_for(std::chrono::milliseconds(20)))
+            if (file.cancelled())
+                refusePicture();
+        return true;
+    };
+    await(file.length());
+    return readFormat(file, format, longerSide, await);
 }
 
 Picture readThumbnail(const PictureFile& file, int longerSide)

@@ -4,6 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+
+#include <sys/mman.h>
 
 namespace trovarium {
 
@@ -26,6 +29,20 @@ std::int64_t pixelCount(QSize size)
     return std::int64_t{size.width()} * size.height();
 }
 
+QImage newImage(QSize size, QImage::Format format)
+{
+    QImage image(size, format);
+    if (image.isNull())
+        throw Failure(FailureKind::OutOfMemory);
+    // In the small pages that the system gives out by itself, the first touch of each costs as much as its pixels.
+    constexpr std::uintptr_t LargePage = std::uintptr_t{2} << 20U;
+    const auto first = reinterpret_cast<std::uintptr_t>(image.bits());
+    const std::uintptr_t start = (first + LargePage - 1) / LargePage * LargePage;
+    if (const std::uintptr_t end = first + static_cast<std::uintptr_t>(image.sizeInBytes()); end > start + LargePage)
+        ::madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
+    return image;
+}
+
 int reductionFor(QSize size, int longerSide)
 {
     if (longerSide > 0)
@@ -38,11 +55,10 @@ int reductionFor(QSize size, int longerSide)
 ReducedImage::ReducedImage(QSize size, int factor, bool hasAlpha)
     : m_size(size)
     , m_factor(factor)
-    , m_image((size.width() + factor - 1) / factor, (size.height() + factor - 1) / factor, formatFor(hasAlpha))
+    , m_image(newImage(
+          QSize((size.width() + factor - 1) / factor, (size.height() + factor - 1) / factor), formatFor(hasAlpha)))
     , m_sums(static_cast<std::size_t>(m_image.width()))
 {
-    if (m_image.isNull())
-        throw Failure(FailureKind::OutOfMemory);
 }
 
 void ReducedImage::add(const QImage& lines)
@@ -116,14 +132,29 @@ QImage reduced(QImage image, int factor, const std::atomic<bool>& cancelled)
     return target.take();
 }
 
+// Turned here, since what Qt turns lies in small pages.
 QImage upright(QImage image, QImageIOHandler::Transformations orientation)
 {
-    if (orientation == QImageIOHandler::TransformationNone)
-        return image;
-    image = std::move(image).mirrored(orientation.testFlag(QImageIOHandler::TransformationMirror),
-        orientation.testFlag(QImageIOHandler::TransformationFlip));
-    return orientation.testFlag(QImageIOHandler::TransformationRotate90) ? image.transformed(QTransform().rotate(90))
-                                                                         : image;
+    const bool mirrors = orientation.testFlag(QImageIOHandler::TransformationMirror);
+    const bool flips = orientation.testFlag(QImageIOHandler::TransformationFlip);
+    if (!orientation.testFlag(QImageIOHandler::TransformationRotate90))
+        return std::move(image).mirrored(mirrors, flips);
+    // Where the first pixel comes from, and how far it is from there to that of the next one to the right or below.
+    const std::ptrdiff_t line = image.bytesPerLine() / std::ptrdiff_t{sizeof(QRgb)};
+    const std::ptrdiff_t right = flips ? line : -line;
+    const std::ptrdiff_t down = mirrors ? -1 : 1;
+    const auto* const from = reinterpret_cast<const QRgb*>(image.constBits()) + (mirrors ? image.width() - 1 : 0)
+        + (flips ? 0 : (image.height() - 1) * line);
+    const QSize size = image.size().transposed();
+    QImage target = newImage(size, image.format());
+    auto* const to = reinterpret_cast<QRgb*>(target.bits());
+    constexpr int Tile = 16; // pixels along a side, so that its lines stay in the cache
+    for (int top = 0; top < size.height(); top += Tile)
+        for (int left = 0; left < size.width(); left += Tile)
+            for (int y = top; y < std::min(top + Tile, size.height()); ++y)
+                for (int x = left; x < std::min(left + Tile, size.width()); ++x)
+                    to[std::ptrdiff_t{y} * size.width() + x] = from[x * right + y * down];
+    return target;
 }
 
 } // namespace trovarium

@@ -18,6 +18,9 @@ constexpr int Reserve = 4;
 
 std::int64_t pixelCount(QSize size);
 
+// An image that is still to be filled. "Out of memory".
+QImage newImage(QSize size, QImage::Format format);
+
 // The factor by which the sides of a picture are divided while it is decoded. For `longerSide` above 0 at least
 // `Reserve` times as many pixels are left. In full (0) it is 1, except for a picture that is too large for any view but
 // the one that fits it to the screen.

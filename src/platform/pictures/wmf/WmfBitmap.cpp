@@ -1,7 +1,6 @@
 #include "platform/pictures/wmf/WmfBitmap.h"
 
 #include "platform/pictures/PictureHeader.h"
-#include "runtime/Failure.h"
 
 #include <algorithm>
 #include <cmath>
@@ -36,7 +35,7 @@ WmfBitmap::WmfBitmap(WmfBytes bytes)
     : m_bytes(bytes)
 {
     if (bytes.size() < OldHeaderLength)
-        throw Failure(FailureKind::InvalidPicture);
+        refusePicture();
     const std::size_t header = littleEndian(bytes, 0, 4);
     if (header == OldHeaderLength) {
         m_width = littleEndian(bytes, 4, 2);
@@ -47,7 +46,7 @@ WmfBitmap::WmfBitmap(WmfBytes bytes)
     if (!m_isKnown)
         return;
     if (bytes.size() < NewHeaderLength)
-        throw Failure(FailureKind::InvalidPicture);
+        refusePicture();
     m_isKnown = littleEndian(bytes, 16, 4) <= Masks;
     const auto height = static_cast<std::int32_t>(littleEndian(bytes, 8, 4));
     m_width = littleEndian(bytes, 4, 4);
@@ -64,7 +63,7 @@ QImage WmfBitmap::image(ReadBitmap read, const std::atomic<bool>& cancelled) con
 {
     constexpr double MostPixels = 64'000'000;
     if (pixelCount() > MostPixels)
-        throw Failure(FailureKind::InvalidPicture);
+        refusePicture();
     const std::size_t offset = FileHeaderLength + linesOffset(m_bytes);
     std::vector<unsigned char> file(FileHeaderLength + m_bytes.size());
     file[0] = 'B';

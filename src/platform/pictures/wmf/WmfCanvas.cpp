@@ -1,6 +1,6 @@
 #include "platform/pictures/wmf/WmfCanvas.h"
 
-#include "runtime/Failure.h"
+#include "platform/pictures/PictureHeader.h"
 
 #include <QRegion>
 
@@ -32,11 +32,6 @@ QPainter::CompositionMode compositionMode(unsigned operation)
         QPainter::CompositionMode_SourceOver, QPainter::RasterOp_SourceOrNotDestination,
         QPainter::RasterOp_SourceOrDestination, QPainter::RasterOp_SetDestination};
     return Modes.at(operation);
-}
-
-bool isPattern(const QBrush& brush)
-{
-    return brush.style() != Qt::SolidPattern;
 }
 
 bool reachesTooFar(const QPainterPath& path)
@@ -73,7 +68,7 @@ void WmfCanvas::paint(const QPainterPath& path, const WmfInk& ink)
         return;
     setOperation(ink.operation);
     if (ink.brush.style() != Qt::NoBrush) {
-        const bool hasGaps = ink.brush.style() != Qt::TexturePattern && isPattern(ink.brush);
+        const bool hasGaps = ink.brush.style() != Qt::TexturePattern && ink.brush.style() != Qt::SolidPattern;
         if (hasGaps && ink.gaps.isValid())
             fill(path, ink.gaps);
         fill(path, ink.brush);
@@ -105,7 +100,7 @@ void WmfCanvas::charge(double work)
 {
     m_work += work;
     if (m_work > MostWork)
-        throw Failure(FailureKind::InvalidPicture);
+        refusePicture();
 }
 
 void WmfCanvas::setOperation(unsigned operation)
@@ -119,7 +114,9 @@ void WmfCanvas::setOperation(unsigned operation)
 void WmfCanvas::fill(const QPainterPath& path, const QBrush& brush)
 {
     const QRectF bounds = path.controlPointRect() & QRectF(m_area);
-    chargePixels(bounds.width() * bounds.height() * pixelWork(brush));
+    const bool isCopied = m_painter.compositionMode() == QPainter::CompositionMode_SourceOver;
+    const double pixelWork = brush.style() != Qt::SolidPattern ? PatternPixel : isCopied ? PlainPixel : MixedPixel;
+    chargePixels(bounds.width() * bounds.height() * pixelWork);
     chargeCrossings(path, bounds, 0);
     m_painter.fillPath(path, brush);
 }
@@ -190,13 +187,6 @@ void WmfCanvas::chargeCrossings(const QPainterPath& path, const QRectF& bounds, 
 void WmfCanvas::chargePixels(double pixels)
 {
     charge(pixels * m_share * m_share);
-}
-
-double WmfCanvas::pixelWork(const QBrush& brush) const
-{
-    if (isPattern(brush))
-        return PatternPixel;
-    return m_painter.compositionMode() == QPainter::CompositionMode_SourceOver ? PlainPixel : MixedPixel;
 }
 
 } // namespace trovarium

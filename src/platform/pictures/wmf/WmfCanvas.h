@@ -50,7 +50,6 @@ private:
     void strokePart(const QPainterPath& path, const QPen& pen);
     void chargeCrossings(const QPainterPath& path, const QRectF& bounds, double width);
     void chargePixels(double pixels);
-    double pixelWork(const QBrush& brush) const;
 
     QPainter m_painter;
     QRect m_area;

@@ -10,6 +10,7 @@ namespace {
 constexpr std::size_t BoxLength = 22;
 constexpr std::size_t HeaderLength = 18;
 constexpr std::size_t RecordHeaderLength = 6;
+constexpr unsigned EndOfFile = 0;
 constexpr std::size_t MostRecords = 1'000'000;
 
 bool startsPlaceable(WmfBytes bytes)
@@ -28,11 +29,6 @@ bool startsPlain(WmfBytes bytes)
         && (version == 0x0100 || version == 0x0300);
 }
 
-int signedWord(WmfBytes bytes, std::size_t position)
-{
-    return static_cast<std::int16_t>(littleEndian(bytes, position, 2));
-}
-
 } // namespace
 
 unsigned WmfRecord::word(std::size_t index) const
@@ -42,7 +38,7 @@ unsigned WmfRecord::word(std::size_t index) const
 
 int WmfRecord::number(std::size_t index) const
 {
-    return signedWord(bytes(index, 2), 0);
+    return static_cast<std::int16_t>(word(index));
 }
 
 std::uint32_t WmfRecord::doubleWord(std::size_t index) const
@@ -70,40 +66,28 @@ bool WmfFile::startsWith(WmfBytes start)
     return startsPlaceable(start) || startsPlain(start);
 }
 
+// The box's checksum and the lengths that the second header tells are wrong in many files that are sound otherwise.
 WmfFile::WmfFile(WmfBytes bytes)
 {
-    readRecords(bytes.subspan(readHeaders(bytes)));
-}
-
-// The headers' length. The box's checksum and the lengths that the second header tells are wrong in many
-// files that are sound otherwise.
-std::size_t WmfFile::readHeaders(WmfBytes bytes)
-{
-    std::size_t length = 0;
     if (startsPlaceable(bytes)) {
         if (bytes.size() < BoxLength)
             refusePicture();
-        m_box = WmfBox{signedWord(bytes, 6), signedWord(bytes, 8), signedWord(bytes, 10), signedWord(bytes, 12),
-            static_cast<int>(littleEndian(bytes, 14, 2))};
-        length = BoxLength;
+        box.emplace(0, bytes.subspan(6, 10));
+        bytes = bytes.subspan(BoxLength);
     }
-    if (bytes.size() < length + HeaderLength || !startsPlain(bytes.subspan(length)))
+    if (bytes.size() < HeaderLength || !startsPlain(bytes))
         refusePicture();
-    return length + HeaderLength;
-}
-
-void WmfFile::readRecords(WmfBytes bytes)
-{
+    bytes = bytes.subspan(HeaderLength);
     for (;;) {
-        if (bytes.size() < RecordHeaderLength || m_records.size() == MostRecords)
+        if (bytes.size() < RecordHeaderLength || records.size() == MostRecords)
             refusePicture();
         const std::size_t length = std::size_t{littleEndian(bytes, 0, 4)} * 2;
-        const WmfFunction function{littleEndian(bytes, 4, 2)};
+        const unsigned function = littleEndian(bytes, 4, 2);
         if (length < RecordHeaderLength || length > bytes.size())
             refusePicture();
-        if (function == WmfFunction::EndOfFile)
+        if (function == EndOfFile)
             return;
-        m_records.emplace_back(function, bytes.subspan(RecordHeaderLength, length - RecordHeaderLength));
+        records.emplace_back(function, bytes.subspan(RecordHeaderLength, length - RecordHeaderLength));
         bytes = bytes.subspan(length);
     }
 }

@@ -1,9 +1,9 @@
 #include "platform/pictures/wmf/WmfMapping.h"
 
 #include "platform/pictures/PictureHeader.h"
-#include "runtime/Failure.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace trovarium {
@@ -13,26 +13,19 @@ namespace {
 constexpr double PixelsPerInch = 96;
 constexpr int Isotropic = 7;
 
+// Records that tell the size, by their numbers.
+constexpr unsigned SetMapMode = 0x0103;
+constexpr unsigned SetWindowExtent = 0x020C;
+constexpr unsigned SetViewportExtent = 0x020E;
+
 // 0 for the modes without a unit of their own. In the others, y runs up.
 double unitsPerInch(int mode)
 {
-    switch (mode) {
-    case 2:
-        return 254;
-    case 3:
-        return 2540;
-    case 4:
-        return 100;
-    case 5:
-        return 1000;
-    case 6:
-        return 1440;
-    default:
-        return 0;
-    }
+    constexpr std::array Units = {0.0, 0.0, 254.0, 2540.0, 100.0, 1000.0, 1440.0};
+    return mode < 0 || mode >= static_cast<int>(Units.size()) ? 0 : Units.at(static_cast<std::size_t>(mode));
 }
 
-// Anything else changes nothing; beyond the limit nothing of the picture would be left to see.
+// Beyond the limit nothing of the picture would be left to see.
 bool isExtent(QSizeF extent)
 {
     constexpr double Most = 1e9;
@@ -41,46 +34,11 @@ bool isExtent(QSizeF extent)
     return std::min(width, height) >= 1 && std::max(width, height) <= Most;
 }
 
-struct FirstExtents {
-    int mode = 0; // when the window was set
-    QSizeF window{0, 0};
-    QSizeF viewport{0, 0};
-};
-
-FirstExtents firstExtents(const WmfFile& file)
-{
-    FirstExtents first;
-    int mode = 0;
-    for (const WmfRecord& record : file.records()) {
-        const auto extent = [&] { return QSizeF(record.number(1), record.number(0)); };
-        if (record.function() == WmfFunction::SetMapMode) {
-            mode = record.number(0);
-        } else if (record.function() == WmfFunction::SetWindowExtent && !isExtent(first.window)) {
-            first.window = extent();
-            first.mode = mode;
-        } else if (record.function() == WmfFunction::SetViewportExtent && !isExtent(first.viewport)) {
-            first.viewport = extent();
-        }
-    }
-    return first;
-}
-
-QSizeF plainSize(const FirstExtents& first)
-{
-    constexpr double LongestGuess = 1024;
-    if (isExtent(first.viewport))
-        return first.viewport;
-    if (const double units = unitsPerInch(first.mode); units > 0)
-        return first.window * (PixelsPerInch / units);
-    const double longer = std::max(std::abs(first.window.width()), std::abs(first.window.height()));
-    return first.window * (longer > LongestGuess ? LongestGuess / longer : 1);
-}
-
 QSize wholePixels(QSizeF size)
 {
     const QSizeF positive(std::abs(size.width()), std::abs(size.height()));
     if (positive.isEmpty())
-        throw Failure(FailureKind::InvalidPicture);
+        refusePicture();
     const QSize pixels = positive.toSize().expandedTo(QSize(1, 1));
     constexpr std::int64_t AnyPixelsInAByte = INT64_MAX; // a drawing's size costs no bytes
     checkSize(pixels.width(), pixels.height(), 0, AnyPixelsInAByte);
@@ -89,70 +47,87 @@ QSize wholePixels(QSizeF size)
 
 } // namespace
 
-WmfFrame frameOf(const WmfFile& file)
+WmfMapping::WmfMapping(const WmfFile& file)
 {
-    const FirstExtents first = firstExtents(file);
-    WmfFrame frame;
-    if (const auto& box = file.box()) {
-        if (box->unitsPerInch == 0)
-            throw Failure(FailureKind::InvalidPicture);
-        frame.windowOrigin = QPointF(box->left, box->top);
-        frame.windowExtent = QSizeF(box->right - box->left, box->bottom - box->top);
-        frame.naturalSize = wholePixels(frame.windowExtent * (PixelsPerInch / box->unitsPerInch));
-    } else {
-        frame.windowExtent = isExtent(first.window) ? first.window : first.viewport;
-        frame.naturalSize = wholePixels(plainSize(first));
+    int lastMode = 0;
+    int windowMode = 0; // when the window was set
+    for (const WmfRecord& record : file.records) {
+        if (record.function() == SetMapMode) {
+            lastMode = record.number(0);
+        } else if (record.function() == SetWindowExtent && !isExtent(windowExtent)) {
+            windowExtent = record.size(0);
+            windowMode = lastMode;
+        } else if (record.function() == SetViewportExtent && !isExtent(viewportExtent)) {
+            viewportExtent = record.size(0);
+        }
     }
-    frame.viewportExtent = isExtent(first.viewport) ? first.viewport : QSizeF(frame.naturalSize);
-    return frame;
+    if (const auto& box = file.box) {
+        if (box->word(4) == 0)
+            refusePicture();
+        windowOrigin = QPointF(box->number(0), box->number(1));
+        windowExtent = QSizeF(box->number(2) - box->number(0), box->number(3) - box->number(1));
+        m_naturalSize = wholePixels(windowExtent * (PixelsPerInch / box->word(4)));
+    } else {
+        m_naturalSize = wholePixels(plainSize(windowMode));
+        if (!isExtent(windowExtent))
+            windowExtent = viewportExtent;
+    }
+    if (!isExtent(viewportExtent))
+        viewportExtent = m_naturalSize;
 }
 
-WmfMapping::WmfMapping(const WmfFrame& frame, QSize canvas)
-    : m_windowOrigin(frame.windowOrigin)
-    , m_windowExtent(frame.windowExtent)
-    , m_viewportExtent(frame.viewportExtent)
-    , m_pixelsPerViewportX(canvas.width() / std::abs(frame.viewportExtent.width()))
-    , m_pixelsPerViewportY(canvas.height() / std::abs(frame.viewportExtent.height()))
-    , m_pixelsPerInchX(PixelsPerInch * canvas.width() / frame.naturalSize.width())
-    , m_pixelsPerInchY(PixelsPerInch * canvas.height() / frame.naturalSize.height())
+QSizeF WmfMapping::plainSize(int mode) const
 {
-    update();
+    constexpr double LongestGuess = 1024;
+    if (isExtent(viewportExtent))
+        return viewportExtent;
+    if (const double units = unitsPerInch(mode); units > 0)
+        return windowExtent * (PixelsPerInch / units);
+    const double longer = std::max(std::abs(windowExtent.width()), std::abs(windowExtent.height()));
+    return windowExtent * (longer > LongestGuess ? LongestGuess / longer : 1);
 }
 
-void WmfMapping::setExtent(QSizeF& extent, QSizeF value)
+void WmfMapping::setCanvas(QSize canvas)
 {
-    if (!isExtent(value))
+    m_pixelsPerViewport = {
+        canvas.width() / std::abs(viewportExtent.width()), canvas.height() / std::abs(viewportExtent.height())};
+    m_pixelsPerInch = {PixelsPerInch * canvas.width() / m_naturalSize.width(),
+        PixelsPerInch * canvas.height() / m_naturalSize.height()};
+}
+
+void WmfMapping::setExtent(QSizeF WmfMapping::*extent, QSizeF value)
+{
+    if (isExtent(value))
+        this->*extent = value;
+}
+
+void WmfMapping::scaleExtent(QSizeF WmfMapping::*extent, const WmfRecord& record)
+{
+    if (record.number(0) == 0 || record.number(2) == 0)
         return;
-    extent = value;
-    update();
+    const double x = double(record.number(3)) / record.number(2);
+    const double y = double(record.number(1)) / record.number(0);
+    setExtent(extent, QSizeF(std::trunc((this->*extent).width() * x), std::trunc((this->*extent).height() * y)));
 }
 
-void WmfMapping::scaleExtent(QSizeF& extent, double x, double y)
+QPointF WmfMapping::scale() const
 {
-    setExtent(extent, QSizeF(std::trunc(extent.width() * x), std::trunc(extent.height() * y)));
+    if (const double units = unitsPerInch(mode); units > 0)
+        return {m_pixelsPerInch.x() / units, -m_pixelsPerInch.y() / units};
+    const double x = viewportExtent.width() / windowExtent.width() * m_pixelsPerViewport.x();
+    const double y = viewportExtent.height() / windowExtent.height() * m_pixelsPerViewport.y();
+    if (mode != Isotropic)
+        return {x, y};
+    const double smaller = std::min(std::abs(x), std::abs(y));
+    return {std::copysign(smaller, x), std::copysign(smaller, y)};
 }
 
 QPointF WmfMapping::map(QPointF point) const
 {
-    const QPointF place((point.x() - m_windowOrigin.x()) * m_scaleX + m_viewportOrigin.x() * m_pixelsPerViewportX,
-        (point.y() - m_windowOrigin.y()) * m_scaleY + m_viewportOrigin.y() * m_pixelsPerViewportY);
+    const QPointF scale = this->scale();
+    const QPointF place((point.x() - windowOrigin.x()) * scale.x() + viewportOrigin.x() * m_pixelsPerViewport.x(),
+        (point.y() - windowOrigin.y()) * scale.y() + viewportOrigin.y() * m_pixelsPerViewport.y());
     return {std::clamp(place.x(), -Reach, Reach), std::clamp(place.y(), -Reach, Reach)};
-}
-
-void WmfMapping::update()
-{
-    if (const double units = unitsPerInch(m_mode); units > 0) {
-        m_scaleX = m_pixelsPerInchX / units;
-        m_scaleY = -m_pixelsPerInchY / units;
-        return;
-    }
-    m_scaleX = m_viewportExtent.width() / m_windowExtent.width() * m_pixelsPerViewportX;
-    m_scaleY = m_viewportExtent.height() / m_windowExtent.height() * m_pixelsPerViewportY;
-    if (m_mode == Isotropic) {
-        const double scale = std::min(std::abs(m_scaleX), std::abs(m_scaleY));
-        m_scaleX = std::copysign(scale, m_scaleX);
-        m_scaleY = std::copysign(scale, m_scaleY);
-    }
 }
 
 } // namespace trovarium

@@ -8,66 +8,45 @@
 
 namespace trovarium {
 
-// How a file lies before its first record: its natural size in pixels, 96 to the inch, and the part of its
-// own units that fills it.
-struct WmfFrame {
-    QSize naturalSize;
-    QPointF windowOrigin;
-    QSizeF windowExtent;
-    QSizeF viewportExtent; // in the units that the file takes for pixels
-};
-
-// A placeable file is as large as its box. A plain one has the size of its viewport if it sets one, else that
-// of its first window: in inches when its map mode tells what a unit is, else a unit for a pixel, brought
-// down to 1024 for the longer side. "Invalid picture" for one that tells no size, or one beyond the limits.
-WmfFrame frameOf(const WmfFile& file);
-
-// From the units of the records to pixels of the canvas. Windows may be changed by records on the way; all
-// map modes without a unit of their own work alike, so that a file in pixels fits every canvas.
+// From the units of the records to pixels of the canvas: a part of those, the window, fills the viewport, which is
+// counted in what the file takes for pixels. Both may be changed by records on the way; all map modes without a unit of
+// their own work alike, so that a file in pixels fits every canvas.
 class WmfMapping {
 public:
-    WmfMapping(const WmfFrame& frame, QSize canvas);
+    // As it is before the first record. A placeable file is as large as its box. A plain one has the size of its
+    // viewport if it sets one, else that of its first window: in inches when its map mode tells what a unit is, else a
+    // unit for a pixel, brought down to 1024 for the longer side. "Invalid picture" for one that tells no size, or one
+    // beyond the limits.
+    explicit WmfMapping(const WmfFile& file);
 
-    void setMode(int mode)
-    {
-        m_mode = mode;
-        update();
-    }
-    void setWindowOrigin(QPointF origin) { m_windowOrigin = origin; }
-    void moveWindowOrigin(QPointF by) { m_windowOrigin += by; }
-    void setWindowExtent(QSizeF extent) { setExtent(m_windowExtent, extent); }
-    void scaleWindowExtent(double x, double y) { scaleExtent(m_windowExtent, x, y); }
-    void setViewportOrigin(QPointF origin) { m_viewportOrigin = origin; }
-    void moveViewportOrigin(QPointF by) { m_viewportOrigin += by; }
-    void setViewportExtent(QSizeF extent) { setExtent(m_viewportExtent, extent); }
-    void scaleViewportExtent(double x, double y) { scaleExtent(m_viewportExtent, x, y); }
+    QSize naturalSize() const { return m_naturalSize; } // in pixels, 96 to the inch
+    void setCanvas(QSize canvas);                       // before the first record
+
+    // Sets one of the extents below; what can't be one changes nothing.
+    void setExtent(QSizeF WmfMapping::*extent, QSizeF value);
+    void scaleExtent(QSizeF WmfMapping::*extent, const WmfRecord& record); // by two fractions
+
+    // Canvas pixels for a unit, below 0 where it runs to the left or up.
+    QPointF scale() const;
 
     // A place on the canvas, kept within `Reach` of it.
     QPointF map(QPointF point) const;
 
-    // Canvas pixels for a unit, below 0 where it runs to the left or up.
-    double scaleX() const { return m_scaleX; }
-    double scaleY() const { return m_scaleY; }
-
     // Beyond 32767 the painter clips paths at a cost without limits; strokes reach further than their points.
     static constexpr double Reach = 24000;
 
-private:
-    void setExtent(QSizeF& extent, QSizeF value);
-    void scaleExtent(QSizeF& extent, double x, double y);
-    void update();
+    int mode = 0;
+    QPointF windowOrigin;
+    QSizeF windowExtent{0, 0};
+    QPointF viewportOrigin;
+    QSizeF viewportExtent{0, 0};
 
-    int m_mode = 0;
-    QPointF m_windowOrigin;
-    QSizeF m_windowExtent;
-    QPointF m_viewportOrigin;
-    QSizeF m_viewportExtent;
-    double m_pixelsPerViewportX = 1;
-    double m_pixelsPerViewportY = 1;
-    double m_pixelsPerInchX = 1;
-    double m_pixelsPerInchY = 1;
-    double m_scaleX = 1;
-    double m_scaleY = 1;
+private:
+    QSizeF plainSize(int mode) const;
+
+    QSize m_naturalSize;
+    QPointF m_pixelsPerViewport; // across and down
+    QPointF m_pixelsPerInch;
 };
 
 } // namespace trovarium

@@ -1,8 +1,7 @@
 #include "platform/pictures/wmf/WmfObjects.h"
 
-#include "runtime/Failure.h"
+#include "platform/pictures/PictureHeader.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -17,7 +16,7 @@ void WmfObjects::add(WmfObject object)
         return;
     }
     if (m_objects.size() == Most)
-        throw Failure(FailureKind::InvalidPicture);
+        refusePicture();
     m_objects.push_back(std::move(object));
 }
 
@@ -38,8 +37,7 @@ const WmfObject* WmfObjects::at(std::size_t index) const
 
 QColor wmfColor(std::uint32_t color)
 {
-    return {
-        static_cast<int>(color & 0xffU), static_cast<int>(color >> 8U & 0xffU), static_cast<int>(color >> 16U & 0xffU)};
+    return QColor::fromRgb(color & 0xffU, color >> 8U & 0xffU, color >> 16U & 0xffU);
 }
 
 QPen wmfPen(const WmfRecord& record)
@@ -68,25 +66,6 @@ QBrush wmfBrush(const WmfRecord& record)
     if (style == Solid || (style == Hatched && hatch >= Hatches.size()))
         return color;
     return style == Hatched ? QBrush(color, Hatches[hatch]) : QBrush();
-}
-
-// The face's name is cut off in some files.
-WmfFont wmfFont(const WmfRecord& record)
-{
-    constexpr std::size_t LongestFace = 32;
-    WmfFont font;
-    font.height = record.number(0);
-    font.averageWidth = record.number(1);
-    font.escapement = record.number(2);
-    font.weight = record.number(4);
-    font.italic = (record.word(5) & 0xffU) != 0;
-    font.underline = record.word(5) >> 8U != 0;
-    font.strikeOut = (record.word(6) & 0xffU) != 0;
-    font.family = record.word(8) >> 8U;
-    WmfBytes face = record.bytesFrom(9);
-    face = face.first(std::min(face.size(), LongestFace));
-    font.face.assign(face.begin(), std::find(face.begin(), face.end(), 0));
-    return font;
 }
 
 } // namespace trovarium

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/pictures/wmf/WmfFile.h"
+#include "platform/pictures/wmf/WmfText.h"
 
 #include <QBrush>
 #include <QPen>
@@ -8,23 +8,10 @@
 #include <cstddef>
 #include <functional>
 #include <queue>
-#include <string>
 #include <variant>
 #include <vector>
 
 namespace trovarium {
-
-struct WmfFont {
-    int height = 0;       // of a line above 0, of an em below it, in units
-    int averageWidth = 0; // 0 keeps the font's own proportions
-    int escapement = 0;   // tenths of a degree, against the clock
-    int weight = 0;
-    bool italic = false;
-    bool underline = false;
-    bool strikeOut = false;
-    unsigned family = 0; // pitch and kind of family
-    std::string face;
-};
 
 // What takes a place in the table and does nothing here: palettes, regions, old bitmaps.
 struct WmfOther { };
@@ -47,6 +34,5 @@ private:
 QColor wmfColor(std::uint32_t color);
 QPen wmfPen(const WmfRecord& record);
 QBrush wmfBrush(const WmfRecord& record);
-WmfFont wmfFont(const WmfRecord& record);
 
 } // namespace trovarium

@@ -10,8 +10,9 @@
 #include <QRegion>
 
 #include <atomic>
-#include <optional>
+#include <set>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace trovarium {
@@ -20,7 +21,7 @@ namespace trovarium {
 // and bitmaps in the form of a device.
 class WmfPlayer {
 public:
-    WmfPlayer(const WmfFrame& frame, WmfCanvas& canvas, ReadBitmap readBitmap, const std::atomic<bool>& cancelled);
+    WmfPlayer(const WmfMapping& mapping, WmfCanvas& canvas, ReadBitmap readBitmap, const std::atomic<bool>& cancelled);
 
     // "Invalid picture" for a damaged record, and when `cancelled` was set meanwhile.
     void play(const WmfFile& file);
@@ -38,45 +39,42 @@ private:
         Qt::FillRule fillRule = Qt::OddEvenFill;
         unsigned textAlign = 0;
         QPointF position{}; // in units
-        std::optional<QRegion> clip{};
+        QRegion clip{};
     };
 
-    // What a blit takes from where to where, in units and pixels of the bitmap.
-    struct Blit {
-        std::uint32_t operation = 0;
-        QRectF source;
-        QRectF target;
-        bool sourceRunsUp = false; // counted from the bitmap's lower edge if that is its first line
-    };
+    using Action = void (*)(WmfPlayer& player, const WmfRecord& record);
+    static Action actionOf(unsigned function); // null for what isn't known
 
-    void carryOut(const WmfRecord& record);
     void saveDc();
     void restoreDc(int number);
-    void scaleExtent(const WmfRecord& record, void (WmfMapping::*scale)(double x, double y));
+    void setRasterOperation(unsigned number);
     void offsetClip(const WmfRecord& record);
     void createPatternBrush(const WmfRecord& record);
     void selectObject(const WmfRecord& record);
 
-    void paint(const WmfRecord& record);
     void lineTo(QPointF position);
     void roundRectangle(const WmfRecord& record);
-    void arc(const WmfRecord& record);
-    void polygon(const WmfRecord& record);
+    void setPixel(const WmfRecord& record);
     void polyPolygon(const WmfRecord& record);
+    void textOut(const WmfRecord& record);
     void extendedTextOut(const WmfRecord& record);
     void dibBlit(const WmfRecord& record, std::size_t targetIndex);
+    void stretchDib(const WmfRecord& record);
+    void setDibToDevice(const WmfRecord& record);
 
     QPointF pointAt(const WmfRecord& record, std::size_t index) const; // y, x; on the canvas
     QRectF boxAt(const WmfRecord& record, std::size_t index) const;    // bottom, right, top, left
     QRectF mapped(const QRectF& units) const;
+    QPainterPath arc(const WmfRecord& record, bool fromMiddle) const;
     QPolygonF pointsAt(const WmfRecord& record, std::size_t index, std::size_t count) const;
+
     WmfInk ink() const;
-    void paintShape(const QPainterPath& path);
+    void paintShape(QPainterPath path);
     void paintLine(const QPainterPath& path);
     void paintText(QPointF place, std::string_view text, const std::vector<int>& advances);
     void paintPattern(const QRectF& target, std::uint32_t operation);
-    void paintBitmap(const Blit& blit, WmfBytes bitmap);
-    QRegion clip() const;
+    // The target is in units. `runsUp`: the source is counted from the bitmap's lower edge if that is its first line.
+    void paintBitmap(std::uint32_t operation, QRectF source, const QRectF& target, WmfBytes bytes, bool runsUp = false);
     void setClip(const QRegion& clip);
 
     WmfCanvas& m_canvas;
@@ -85,7 +83,7 @@ private:
     State m_state;
     std::vector<State> m_saved;
     WmfObjects m_objects;
-    WmfTypesetter m_typesetter;
+    std::set<std::tuple<QString, int, bool>> m_fonts; // that were seen before: name, weight and whether italic
 };
 
 } // namespace trovarium

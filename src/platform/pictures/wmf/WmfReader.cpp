@@ -14,11 +14,6 @@ namespace trovarium {
 
 namespace {
 
-double pixelCount(QSize size)
-{
-    return static_cast<double>(size.width()) * size.height();
-}
-
 int longer(QSize size)
 {
     return std::max(size.width(), size.height());
@@ -31,27 +26,30 @@ double fullScale(QSize natural)
     constexpr double Most = 24'000'000;
     constexpr double LargestFactor = 4;
     constexpr double LongestSide = 16384;
-    const double enlarged = std::clamp(std::sqrt(MostEnlarged / pixelCount(natural)), 1.0, LargestFactor);
-    return std::min({enlarged, std::sqrt(Most / pixelCount(natural)), LongestSide / longer(natural)});
+    const double pixels = double(natural.width()) * natural.height();
+    const double enlarged = std::clamp(std::sqrt(MostEnlarged / pixels), 1.0, LargestFactor);
+    return std::min({enlarged, std::sqrt(Most / pixels), LongestSide / longer(natural)});
 }
 
 } // namespace
 
-WmfPicture readWmf(WmfBytes file, int longerSide, ReadBitmap readBitmap, const std::atomic<bool>& cancelled)
+PictureData readWmf(WmfBytes file, int longerSide, ReadBitmap readBitmap, const std::atomic<bool>& cancelled)
 {
     const WmfFile metafile(file);
-    const WmfFrame frame = frameOf(metafile);
-    const double full = fullScale(frame.naturalSize);
-    const double scale = longerSide > 0 ? std::min(full, double(longerSide) / longer(frame.naturalSize)) : full;
-    const QSize size = (QSizeF(frame.naturalSize) * scale).toSize().expandedTo(QSize(1, 1));
+    WmfMapping mapping(metafile);
+    const QSize natural = mapping.naturalSize();
+    const double full = fullScale(natural);
+    const double scale = longerSide > 0 ? std::min(full, double(longerSide) / longer(natural)) : full;
+    const QSize size = (QSizeF(natural) * scale).toSize().expandedTo(QSize(1, 1));
     QImage image(size, QImage::Format_RGB32);
     if (image.isNull())
         throw Failure(FailureKind::OutOfMemory);
+    mapping.setCanvas(size);
     {
         WmfCanvas canvas(image, std::max(1.0, scale), full / scale); // paints on it as long as it lives
-        WmfPlayer(frame, canvas, readBitmap, cancelled).play(metafile);
+        WmfPlayer(mapping, canvas, readBitmap, cancelled).play(metafile);
     }
-    return {std::move(image), frame.naturalSize};
+    return {std::move(image), natural};
 }
 
 } // namespace trovarium

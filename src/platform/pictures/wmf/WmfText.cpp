@@ -2,12 +2,12 @@
 
 #include "runtime/Text.h"
 
-#include <QFont>
 #include <QFontMetricsF>
 #include <QString>
 #include <QTransform>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numeric>
 
@@ -20,40 +20,46 @@ constexpr int ReferenceEm = 64;
 
 QFont::StyleHint styleHint(unsigned family)
 {
-    switch (family >> 4U) {
-    case 1:
-        return QFont::Serif;
-    case 3:
-        return QFont::Monospace;
-    case 4:
-        return QFont::Cursive;
-    case 5:
-        return QFont::Fantasy;
-    default:
-        return QFont::SansSerif;
-    }
-}
-
-QFont referenceFont(const WmfFont& font)
-{
-    constexpr int Regular = 400;
-    QFont reference(QString::fromStdString(fromWindows1252(font.face)));
-    reference.setStyleHint(styleHint(font.family), QFont::PreferOutline);
-    reference.setHintingPreference(QFont::PreferNoHinting);
-    reference.setPixelSize(ReferenceEm);
-    reference.setWeight(QFont::Weight(font.weight <= 0 ? Regular : std::min(font.weight, 1000)));
-    reference.setItalic(font.italic);
-    reference.setUnderline(font.underline);
-    reference.setStrikeOut(font.strikeOut);
-    return reference;
+    constexpr std::array Hints = {
+        QFont::SansSerif, QFont::Serif, QFont::SansSerif, QFont::Monospace, QFont::Cursive, QFont::Fantasy};
+    return family < Hints.size() ? Hints.at(family) : QFont::SansSerif;
 }
 
 } // namespace
 
-WmfLine WmfTypesetter::line(const WmfFont& font, std::string_view text, const std::vector<int>& advances)
+WmfFont::WmfFont(std::string_view name)
+    : face(QString::fromStdString(fromWindows1252(name)))
 {
-    const QFont reference = referenceFont(font);
-    const QFontMetricsF metrics(reference);
+    face.setStyleHint(QFont::SansSerif, QFont::PreferOutline);
+    face.setHintingPreference(QFont::PreferNoHinting);
+    face.setPixelSize(ReferenceEm);
+}
+
+// The face's name is cut off in some files.
+WmfFont wmfFont(const WmfRecord& record)
+{
+    constexpr std::size_t LongestName = 32;
+    constexpr int Regular = 400;
+    constexpr int Boldest = 1000;
+    const int weight = record.number(4);
+    const unsigned family = record.word(8) >> 12U;
+    const WmfBytes rest = record.bytesFrom(9);
+    const std::string_view name(reinterpret_cast<const char*>(rest.data()), std::min(rest.size(), LongestName));
+    WmfFont font(name.substr(0, name.find('\0')));
+    font.height = record.number(0);
+    font.averageWidth = record.number(1);
+    font.escapement = record.number(2);
+    font.face.setStyleHint(styleHint(family), QFont::PreferOutline);
+    font.face.setWeight(QFont::Weight(weight <= 0 ? Regular : std::min(weight, Boldest)));
+    font.face.setItalic((record.word(5) & 0xffU) != 0);
+    font.face.setUnderline(record.word(5) >> 8U != 0);
+    font.face.setStrikeOut((record.word(6) & 0xffU) != 0);
+    return font;
+}
+
+WmfLine wmfLine(const WmfFont& font, std::string_view text, const std::vector<int>& advances)
+{
+    const QFontMetricsF metrics(font.face);
     const double cell = metrics.ascent() + metrics.descent();
     const double scaleY = font.height > 0 ? font.height / cell : std::abs(font.height) / double{ReferenceEm};
     double scaleX = font.averageWidth == 0 || metrics.averageCharWidth() <= 0
@@ -69,27 +75,17 @@ WmfLine WmfTypesetter::line(const WmfFont& font, std::string_view text, const st
     line.descent = metrics.descent() * scaleY;
     QPainterPath outline;
     if (advances.empty() || scaleX <= 0) {
-        outline.addText(0, 0, reference, characters);
+        outline.addText(0, 0, font.face, characters);
         line.width = ownWidth;
     } else {
         for (qsizetype i = 0; i < characters.size() && i < static_cast<qsizetype>(advances.size()); ++i) {
-            outline.addText(line.width / scaleX, 0, reference, characters.sliced(i, 1));
+            outline.addText(line.width / scaleX, 0, font.face, characters.sliced(i, 1));
             line.width += advances[static_cast<std::size_t>(i)];
         }
     }
     line.outline = QTransform::fromScale(scaleX, scaleY).map(outline);
     line.outline.setFillRule(Qt::WindingFill);
     return line;
-}
-
-double WmfTypesetter::work(const WmfFont& font, std::string_view text)
-{
-    constexpr double FontWork = 1e7;
-    constexpr double CharacterWork = 2e4;
-    const std::string key =
-        font.face + '\0' + std::to_string(font.weight) + ' ' + std::to_string(font.family) + (font.italic ? "i" : "");
-    const bool isNew = m_known.insert(key).second;
-    return (isNew ? FontWork : CharacterWork) + static_cast<double>(text.size()) * CharacterWork;
 }
 
 } // namespace trovarium

@@ -1,15 +1,25 @@
 #pragma once
 
-#include "platform/pictures/wmf/WmfObjects.h"
+#include "platform/pictures/wmf/WmfFile.h"
 
+#include <QFont>
 #include <QPainterPath>
 
-#include <set>
-#include <string>
 #include <string_view>
 #include <vector>
 
 namespace trovarium {
+
+struct WmfFont {
+    explicit WmfFont(std::string_view name = {}); // in Windows-1252
+
+    QFont face;           // in a size that nothing is fitted to pixels in
+    int height = 0;       // of a line above 0, of an em below it, in units
+    int averageWidth = 0; // 0 keeps the font's own proportions
+    int escapement = 0;   // tenths of a degree, against the clock
+};
+
+WmfFont wmfFont(const WmfRecord& record);
 
 // A line of text as outlines, in the units of the records: it starts at 0 and stands on y = 0.
 struct WmfLine {
@@ -19,18 +29,8 @@ struct WmfLine {
     double descent = 0;
 };
 
-// Sets text with the fonts that there are. Its bytes are read as Windows-1252, whatever the font's own
-// characters are.
-class WmfTypesetter {
-public:
-    // `advances`: how far to go from each character to the next; empty where the font tells.
-    WmfLine line(const WmfFont& font, std::string_view text, const std::vector<int>& advances);
-
-    // Nanoseconds, about, that setting it will take: fonts that are seen for the first time cost most.
-    double work(const WmfFont& font, std::string_view text);
-
-private:
-    std::set<std::string> m_known;
-};
+// Sets text with the fonts that there are. Its bytes are read as Windows-1252, whatever the font's own characters are.
+// `advances`: how far to go from each character to the next; empty where the font tells.
+WmfLine wmfLine(const WmfFont& font, std::string_view text, const std::vector<int>& advances);
 
 } // namespace trovarium
