@@ -279,18 +279,17 @@ bool Robot::until(const std::function<bool()>& condition)
     return QTest::qWaitFor(isMet, 20000);
 }
 
-Shot Robot::shot(Form& form, int scale)
+Shot Robot::shot(Form& form)
 {
     QWidget& client = *form.client();
-    QImage image(client.size() * scale, QImage::Format_RGB888); // bytes that lie as those of a Color
-    image.setDevicePixelRatio(scale);
+    QImage image(client.size(), QImage::Format_RGB888); // bytes that lie as those of a Color
     client.render(&image);
     std::vector<Color> pixels;
     for (int y = 0; y < image.height(); ++y) {
         const auto* line = reinterpret_cast<const Color*>(image.constScanLine(y));
         pixels.insert(pixels.end(), line, line + image.width());
     }
-    return {image.width(), std::move(pixels)};
+    return {std::move(pixels)};
 }
 
 } // namespace trovarium

@@ -26,14 +26,11 @@ struct At {
     float y = 0;
 };
 
-// What a window shows, in pixels of a device.
+// What a window shows, in pixels.
 struct Shot {
-    int width = 0;
     std::vector<Color> pixels;
 
-    Color at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y) * width + x); }
     auto count(Color color) const { return std::count(pixels.begin(), pixels.end(), color); }
-    bool operator==(const Shot&) const = default;
 };
 
 // A user's hand: its events take the way of the real mouse and keyboard, so that what is covered, disabled
@@ -65,7 +62,7 @@ public:
     void key(Form& form, int keyCode, int shift = NoKeys);
     void hold(Form& form, int keyCode); // raises its repeats only
     void type(Form& form, std::string_view text);
-    void tab(Form& form, bool back = false) { key(form, 9, back ? ShiftKey : NoKeys); }
+    void tab(Form& form) { key(form, 9); }
 
     // Opens the menus that lead to the entry, from the bar or from the open pop-up menu, and presses Enter.
     void choose(Menu& entry);
@@ -84,8 +81,8 @@ public:
     // Runs events until the condition holds; false when it didn't in time.
     bool until(const std::function<bool()>& condition);
 
-    // The client area as it would be painted on a screen of that scale.
-    Shot shot(Form& form, int scale = 1);
+    // The client area as it would be painted.
+    Shot shot(Form& form);
 
 private:
     struct State;

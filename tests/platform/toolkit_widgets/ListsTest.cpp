@@ -2,7 +2,6 @@
 #include "platform/toolkit/ListBox.h"
 
 #include "platform/FormFixture.h"
-#include "platform/system/UserFolders.h"
 #include "platform/toolkit/Buttons.h"
 #include "support/Surroundings.h"
 #include "support/TemporaryFolder.h"
@@ -22,7 +21,6 @@ struct ListsTest : FormFixture {
         note(files.Click, "File");
         note(files.DblClick, "OpenFile");
         note(folders.Change, "Folder", [this] { return folders.Path(); });
-        note(drives.Change, "Drive", [this] { return drives.Drive(); });
         note(ok.Click, "OK");
         ok.Default = true; // but not for Enter among rows
     }
@@ -62,54 +60,11 @@ struct ListsTest : FormFixture {
     TemporaryFolder folder;
     const ScopedEnv home{"HOME", folder.path()};
     ListBox list{&form, {.Name = "list", .Width = 2000, .Height = 3000}};
-    DriveList drives{&form, {.Name = "drives", .Left = 2200, .Width = 2000, .Height = 315}};
     Button ok{&form, {.Name = "ok", .Left = 2200, .Top = 400, .Width = 1500, .Height = 300}};
     FolderList folders{&form, {.Name = "folders", .Top = 3100, .Width = 4200, .Height = 2000}};
     FileList files{&form, {.Name = "files", .Top = 5200, .Width = 4200, .Height = 1500}};
     const std::string badIndex = "Invalid property array index";
 };
-
-TEST_F(ListsTest, CodeChoosesOneOrSeveralAndTheChoiceFollowsItsItem)
-{
-    fill({"d", "b"});
-    list.Sorted = true;
-    list.ListIndex = 1;
-    fill({"c", "e"});
-    EXPECT_EQ(list.Text(), "d");
-    list.RemoveItem(0);
-    EXPECT_EQ(list.Text(), "d");
-    list.RemoveItem(list.ListIndex());
-    EXPECT_EQ(std::to_string(list.ListIndex()) + list.Text() + taken(), "-1Click ");
-    fill({"a"});
-    list.setSelected(0, true);
-    list.setSelected(2, true);
-    EXPECT_EQ(itemsOf(list) + std::to_string(list.ListIndex()), "a c [e] 2") << "one at a time";
-    list.MultiSelect = true;
-    list.setSelected(0, true);
-    EXPECT_EQ(itemsOf(list), "[a] c [e] ");
-    EXPECT_EQ(failureOf([&] { list.RemoveItem(3); }), badIndex);
-    EXPECT_EQ(failureOf([&] { list.setList(4, "x"); }), badIndex);
-}
-
-TEST_F(ListsTest, ARowShowsAPathInItsNativeFormAndKeepsItsPlaceWhereItsMarkIsOut)
-{
-    fill({""});
-    show();
-    const auto rowOf = [&](const std::string& text) {
-        list.setList(0, text);
-        desktop.DoEvents();
-        return robot.shot(form);
-    };
-    EXPECT_TRUE(rowOf("/a\\b") == rowOf("/a/b"));
-    list.Mark = "[wav]";
-    const Shot marked = rowOf("[wav] : b"), unmarked = rowOf("[   ] : b");
-    EXPECT_FALSE(marked == unmarked);
-    for (int x = 0; x < 130; ++x)
-        EXPECT_TRUE((x > 8 && x < 35) || marked.at(x, 10) == unmarked.at(x, 10)) << x << " beside the mark";
-    list.ListIndex = 0;
-    desktop.DoEvents();
-    EXPECT_FALSE(robot.shot(form) == unmarked) << "a choice shows";
-}
 
 TEST_F(ListsTest, PressesAndKeysChooseRowsThatAHandlerMayRemoveAndUnloadTheForm)
 {
@@ -214,31 +169,6 @@ TEST_F(ListsTest, TheUserChoosesFilesAndGoesThroughTheFolders)
     folders.Path = "/";
     EXPECT_EQ(folders.depth(), 1);
     EXPECT_EQ(folders.rowPath(1).find_last_of("/\\"), 0U);
-}
-
-TEST_F(ListsTest, ADriveIsThePlaceThatHoldsTheFolderOrUnavailable)
-{
-    folder.write("mounts",
-        "/dev/sda1 / ext4 rw 0 0\ntmpfs /media tmpfs rw 0 0\n/dev/sda2 /mediathek ext4 rw 0 0\n"
-        "/dev/sdb1 /media/ann/HOLIDAY\\040PICS vfat rw 0 0\n/dev/sr0 /media/cdrom iso9660 ro 0 0\n"
-        "nas:/pictures /mnt/nas nfs rw 0 0\nnas:/pictures /mnt/nas nfs rw 0 0\n");
-    EXPECT_EQ(mountedMedia(folder.native("mounts")),
-        (std::vector<std::string>{"/media/ann/HOLIDAY PICS", "/media/cdrom", "/mnt/nas"}));
-    EXPECT_EQ(drives.nameOf(drives.Drive()) + drives.nameOf("/media\\ann\\HOLIDAY PICS"), "HomeHOLIDAY PICS");
-    drives.Drive = folder.inside("deep\\down");
-    for (const char* path : {"/media\\ann\\NOTHERE\\Photos", "/run\\media\\ann\\NOTHERE", "/mnt\\NOTHERE", "E:", ""})
-        EXPECT_EQ(failureOf([&] { drives.Drive = path; }), "Device unavailable") << path;
-    EXPECT_EQ(drives.Drive() + taken(), folder.inside());
-    {
-        const ScopedEnv none("HOME", "/mnt/nas/");
-        EXPECT_EQ(mountedMedia(folder.native("mounts")).size(), 2U) << "the user's folder is no medium";
-        drives.Drive = "/usr";
-    }
-    show();
-    drives.Drive = "/";
-    drives.SetFocus();
-    keys({35, 13}); // End, among one place more
-    EXPECT_EQ(taken(), "Drive:/ Drive:" + drives.places().back() + " ");
 }
 
 } // namespace trovarium

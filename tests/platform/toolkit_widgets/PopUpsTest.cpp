@@ -1,5 +1,4 @@
 #include "platform/toolkit/Menu.h"
-#include "platform/toolkit/Prompts.h"
 
 #include "platform/FormFixture.h"
 #include "platform/toolkit/Buttons.h"
@@ -7,16 +6,10 @@
 #include "platform/toolkit/Label.h"
 
 #include <QApplication>
-#include <QDialog>
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
 
 namespace trovarium {
 
-// The menus and the prompts that open over a form.
+// The menus that open over a form.
 struct PopUpsTest : FormFixture {
     PopUpsTest()
     {
@@ -27,7 +20,6 @@ struct PopUpsTest : FormFixture {
             form.PopupMenu(group);
             diary += "back ";
         };
-        desktop.setPrompts(nullptr); // the real ones
         show();
     }
 
@@ -37,17 +29,6 @@ struct PopUpsTest : FormFixture {
         robot.whenMenuOpens(std::move(act));
         robot.press(row, RightButton);
         return taken().substr(std::string("row:2:0:750:300 ").size());
-    }
-    static QDialog* box() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
-    // What the user does in the box that opens next.
-    void expect(const std::function<void(QDialog&)>& act)
-    {
-        robot.when([] { return box() != nullptr && box()->isVisible(); }, [act] { act(*box()); });
-    }
-    static QString textOf(const QDialog& dialog)
-    {
-        const QLabel* label = dialog.findChildren<QLabel*>().last();
-        return label->textFormat() == Qt::PlainText ? label->text() : QString();
     }
 
     Menu file{&form, {.Name = "File", .Caption = "&File"}};
@@ -84,29 +65,6 @@ TEST_F(PopUpsTest, APopUpMenuReturnsBehindItsEntryOrWithoutAWindowAndTheProgramM
     robot.whenMenuOpens([&] { robot.choose(sortPlace); });
     EXPECT_THROW(form.PopupMenu(group), ProgramEnd);
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-}
-
-TEST_F(PopUpsTest, TextsAreShownAsTheyAreAndAnInputBoxGivesItsTextOrNothingWhenCancelled)
-{
-    expect([&](QDialog& dialog) {
-        EXPECT_EQ(textOf(dialog), "<b>/home/ann/a & b</b>\n\nnext\nlast");
-        EXPECT_EQ(dialog.windowTitle(), "Removed unassociated INFO file(s)");
-        EXPECT_EQ(dialog.findChildren<QLabel*>().first()->accessibleName(), "Error") << "of its symbol";
-        QTest::keyClick(dialog.focusWidget(), Qt::Key_Escape);
-    });
-    Prompts& prompts = desktop.prompts();
-    const std::string text = "<b>/home/ann/a & b</b>\r\rnext\r\nlast";
-    EXPECT_EQ(prompts.messageBox(text, Message::Error, "Removed unassociated INFO file(s)"), Answer::Ok);
-    expect([](QDialog& dialog) {
-        auto* field = dialog.findChild<QLineEdit*>();
-        EXPECT_EQ(textOf(dialog) + "|" + dialog.windowTitle(), "Enter name for new group.|New Album Group");
-        EXPECT_EQ(field->selectedText(), "new group") << "typing replaces it";
-        field->setText("Rome\n1998");
-        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
-    });
-    EXPECT_EQ(prompts.inputBox("Enter name for new group.", "New Album Group", "new group"), "Rome 1998");
-    expect([](QDialog& dialog) { dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel)->click(); });
-    EXPECT_EQ(prompts.inputBox("", "", "new group"), "");
 }
 
 } // namespace trovarium
