@@ -54,11 +54,11 @@ TEST_F(AboutTest, ValuesAreReadByTheirKind)
         {std::pair{longest, longest}, {"dword:00000100", "256"}, {"dword:ffffffff", "-1"}, {"dword:1", "dword:1"},
             {"dword:F403020G", "dword:F403020G"}, {"word :F4030201", "word :F4030201"}, {"", ""}}) {
         put("key", "name", stored);
-        EXPECT_TRUE(form().GetKeyValue("key", "name", value)) << stored;
+        EXPECT_TRUE(form().GetKeyValue(HkeyLocalMachine, "key", "name", value)) << stored;
         EXPECT_EQ(value, text);
     }
     put("key", "name", longest + "a");
-    EXPECT_FALSE(form().GetKeyValue("key", "name", value));
+    EXPECT_FALSE(form().GetKeyValue(HkeyLocalMachine, "key", "name", value));
 }
 
 } // namespace trovarium

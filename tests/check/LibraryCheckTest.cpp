@@ -417,8 +417,9 @@ TEST_F(LibraryCheck, AThumbnailThatAFullDiskLeftOutOrUndatedIsBuiltByTheNextStar
     desktop.files().setFaultHook({});
     start();
     EXPECT_TRUE(isUpToDate("good.bmp"));
-    EXPECT_FALSE(SetFileDateTime(desktop.files(), photo("none.bmp"), now()));
-    EXPECT_TRUE(SetFileDateTime(desktop.files(), photo("good.bmp"), now()));
+    EXPECT_FALSE(SetFileDateTime(desktop.files(), photo("good.bmp"), "no date")
+        || SetFileDateTime(desktop.files(), photo("none.bmp"), dateText(now())));
+    EXPECT_TRUE(SetFileDateTime(desktop.files(), photo("good.bmp"), dateText(now())));
 }
 
 TEST_F(LibraryCheck, TheBuilderShowsThePictureInWorkAndStopsBehindItWhenItsWindowIsClosed)

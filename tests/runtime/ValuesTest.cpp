@@ -133,15 +133,34 @@ TEST(Text, ALineOnDiskLosesNothing)
     }
 }
 
-TEST(Dates, AreStampedInLocalTime)
+TEST(Dates, AreStampedInLocalTimeAndTheirTextComesBackAsTheSameInstant)
 {
     const VariableForNow zone("TZ", WesternEurope);
     const Instant summer = at(1056975245); // 2003-06-30 12:14:05 UTC
     EXPECT_EQ(logCreatedStamp(summer), "06/30/03 13:14");
     EXPECT_EQ(logLineStamp(summer), "06/30/03  01:14:05PM");
     EXPECT_EQ(timeOfDayStamp(summer), "131405");
+    EXPECT_EQ(dateText(summer), "2003-06-30 13:14:05 +01:00:00");
+    EXPECT_EQ(dateText(at(253402214400)), "9999-12-31 00:00:00 +00:00:00");
     EXPECT_EQ(logLineStamp(at(12L * 3600)), "01/01/70  12:00:00PM");
     EXPECT_EQ(logLineStamp(at(0)), "01/01/70  12:00:00AM");
+    // Both passes of the hour that the autumn of 2003 repeats, and dates at the ends of calendars.
+    for (const std::int64_t seconds : {1067127000L, 1067130600L, 0L, -60000000000L, -62167392000L, 253402300799L,
+             253402387200L, 1L << 55, -(1L << 60)}) {
+        const std::string text = dateText(at(seconds));
+        const VariableForNow other("TZ", "NST3:30");
+        EXPECT_EQ(dateFromText(text), at(seconds)) << text;
+    }
+    const std::string good = "2003-01-01 23:59:59 -00:00:01";
+    ASSERT_EQ(dateFromText(good), at(1041465600));
+    for (std::size_t length = 1; length < good.size(); ++length) // the last figure alone may be missed
+        EXPECT_EQ(dateFromText(good.substr(0, length)).has_value(), length == good.size() - 1) << length;
+    for (const char* text : {"", "@", "@1x", "yesterday", "-1-01-01 00:00:00 +00:00:00",
+             "10000-01-01 00:00:00 +00:00:00", "2003-02-30 00:00:00 +00:00:00", "2003-13-01 00:00:00 +00:00:00",
+             "2003-01-01 24:00:00 +00:00:00", "2003-01-01 00:60:00 +00:00:00", "2003-01-01 00:00:61 +00:00:00",
+             "2003-01-01 00:00:00 00:00:00", "2003-01-01 00:00:00 +24:00:00", "2003-01-01 00:00:00 +00:60:00",
+             "2003-01-01 00:00:00 +00:00:60", "2003-01-01 00:00:00 +00:00:00 "})
+        EXPECT_FALSE(dateFromText(text)) << text;
 }
 
 } // namespace trovarium
