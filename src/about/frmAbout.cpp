@@ -86,20 +86,21 @@ void frmAbout::StartSysInfo()
 std::string frmAbout::systemInfoTool()
 {
     std::string path;
-    if (GetKeyValue("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO", "PATH", path))
+    if (GetKeyValue(HkeyLocalMachine, "SOFTWARE\\Microsoft\\Shared Tools\\MSINFO", "PATH", path))
         return path;
-    if (GetKeyValue("SOFTWARE\\Microsoft\\Shared Tools Location", "MSINFO", path)
+    if (GetKeyValue(HkeyLocalMachine, "SOFTWARE\\Microsoft\\Shared Tools Location", "MSINFO", path)
         && m_album.files.exists(path + "\\MSINFO32.EXE"))
         return path + "\\MSINFO32.EXE";
     throw Failure(FailureKind::FileNotFound);
 }
 
-bool frmAbout::GetKeyValue(std::string_view KeyName, std::string_view SubKeyRef, std::string& KeyVal)
+bool frmAbout::GetKeyValue(
+    std::uint32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef, std::string& KeyVal)
 {
     KeyVal.clear();
     std::string stored;
     bool isThere = false;
-    attempt([&] { isThere = m_registry.ReadValue(KeyName, SubKeyRef, stored); });
+    attempt([&] { isThere = KeyRoot == HkeyLocalMachine && m_registry.ReadValue(KeyName, SubKeyRef, stored); });
     if (!isThere || stored.size() > LongestValue)
         return false;
     const std::optional<std::uint32_t> number = numberIn(stored);

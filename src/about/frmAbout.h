@@ -22,7 +22,7 @@ public:
     // Starts the tool named in the settings store, or shows a message.
     void StartSysInfo();
     // Reads a value of the settings store as text; false and empty if it can't be read.
-    bool GetKeyValue(std::string_view KeyName, std::string_view SubKeyRef, std::string& KeyVal);
+    bool GetKeyValue(std::uint32_t KeyRoot, std::string_view KeyName, std::string_view SubKeyRef, std::string& KeyVal);
 
     void Form_Load();
     void cmdOK_Click();

@@ -52,7 +52,7 @@ try {
 }
 
 bool GroupListPane::ScrollGroupNames(std::int32_t NewFirstRow)
-{
+try {
     if (GroupScrollBusy || NewFirstRow > m_form.lstSlideGroups.ListCount() - GroupRows || NewFirstRow < 0)
         return false;
     const Lock whileScrolling(GroupScrollBusy);
@@ -61,6 +61,9 @@ bool GroupListPane::ScrollGroupNames(std::int32_t NewFirstRow)
     FirstGroupRow = NewFirstRow;
     CheckGroupScrollArrows();
     return true;
+} catch (const Failure& failure) {
+    logFailure(m_album, "ScrollGroupNames", failure);
+    return false;
 }
 
 void GroupListPane::CheckGroupScrollArrows()

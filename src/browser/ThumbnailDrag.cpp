@@ -140,7 +140,7 @@ int ThumbnailDrag::rowAt(float x, float y) const
 
 void ThumbnailDrag::imgThumbnail_MouseUp(int Index)
 {
-    FinishThumbnailDrag();
+    FinishThumbnailDrag(true);
     m_form.imgThumbnail(Index).MousePointer = DefaultPointer;
 }
 
@@ -150,12 +150,12 @@ void ThumbnailDrag::Form_KeyPress(int KeyAscii)
         breakOff();
 }
 
-void ThumbnailDrag::FinishThumbnailDrag()
+void ThumbnailDrag::FinishThumbnailDrag(bool Finish)
 {
     m_form.MousePointer = HourglassPointer;
     if (DropTarget >= 0 && ThumbnailDragging)
         m_form.groupCommands().AddToGroup(m_form.lbAlbumList(DropTarget).Caption() + ".lst");
-    if (DropTarget == ReorderTarget && ThumbnailDragging) {
+    if (DropTarget == ReorderTarget && Finish && ThumbnailDragging) {
         endDrag();
         moveSelected(DropPosition);
     }

@@ -24,7 +24,8 @@ public:
     void imgThumbnail_MouseUp(int Index);
     void Form_KeyPress(int KeyAscii); // Escape cancels the drag
 
-    void FinishThumbnailDrag(); // by a drop on DropTarget
+    // Ends the drag by a drop on DropTarget; the photographs are only reordered with `Finish`.
+    void FinishThumbnailDrag(bool Finish);
 
     // Moves the selected photographs as one block in the list's file, after position n for +n, before it for -n. Then
     // reads the list again and clears the selection. A list that another program has changed is only read.

@@ -94,48 +94,65 @@ bool ThumbnailPages::reload()
     return read;
 }
 
-void ThumbnailPages::ShowThumbnails(const std::int32_t& Page)
+bool ThumbnailPages::ShowThumbnails(const std::int32_t& Page)
 {
     takeBackFrame();
-    m_form.VScroll1.Visible = true;
+    attempt([&] { m_form.VScroll1.Visible = true; });
     m_form.desktop().DoEvents();
     CurrentPage = Page;
     for (int cell = 0; cell < CellCount; ++cell) {
-        fillCell(cell, (Page - 1) * CellCount + cell + 1);
+        const std::int32_t position = (Page - 1) * CellCount + cell + 1;
+        if (position > m_album.group.GroupList.upperBound())
+            emptyCell(cell);
+        else
+            fillCell(cell, position);
         m_form.desktop().DoEvents();
     }
-    m_form.lbStatusPage.Caption = "Page " + numberText(Page) + " of " + numberText(m_form.VScroll1.Max());
+    attempt([&] {
+        m_form.lbStatusPage.Caption =
+            "Page " + numberText(std::int64_t{Page}) + " of " + numberText(std::int64_t{m_form.VScroll1.Max()});
+    });
+    return true;
 }
 
 // Hides the photograph or film in the frame.
 void ThumbnailPages::takeBackFrame()
 {
-    m_form.imgbox.Visible = false;
-    m_form.picVideoWindow.Visible = false;
-    m_form.parkVideo();
-    m_form.video().VideoCommand("stop");
+    attempt([&] { m_form.imgbox.Visible = false; });
+    attempt([&] { m_form.picVideoWindow.Visible = false; });
+    attempt([&] { m_form.parkVideo(); });
+    attempt([&] { m_form.video().VideoCommand("stop"); });
 }
 
-// Clears the cell first: a missing or damaged thumbnail must not leave the old picture. Past the end of the group the
-// cell stays empty.
+// Clears the cell first: a missing or damaged thumbnail must not leave the old picture.
 void ThumbnailPages::fillCell(int cell, std::int32_t position)
 {
     Image& image = m_form.imgThumbnail(cell);
     Label& label = m_form.lbThumbnailFile(cell);
-    const bool isFilled = position <= m_album.group.GroupList.upperBound();
-    const std::string name = isFilled ? m_album.group.GroupList(position) : "";
-    image.Picture = Picture();
-    if (isFilled)
-        attempt([&] {
-            image.Picture = m_form.desktop().pictures().loadReduced(thumbnailPath(m_album.paths, name), CellSide);
-        });
-    image.ToolTipText = CellTip;
-    image.AccessibleName = name;
-    image.Visible = isFilled;
-    label.Caption = name;
-    label.Visible = isFilled;
-    if (isVideoFile(name))
+    attempt([&] { image.Picture = Picture(); });
+    attempt([&] {
+        image.Picture = m_form.desktop().pictures().loadReduced(
+            thumbnailPath(m_album.paths, m_album.group.GroupList(position)), CellSide);
+    });
+    attempt([&] { image.ToolTipText = CellTip; });
+    attempt([&] { image.AccessibleName = m_album.group.GroupList(position); });
+    attempt([&] { image.Visible = true; });
+    attempt([&] { label.Caption = m_album.group.GroupList(position); });
+    attempt([&] { label.Visible = true; });
+    if (isVideoFile(image.AccessibleName()))
         m_form.desktop().media().expectFilm();
+}
+
+void ThumbnailPages::emptyCell(int cell)
+{
+    Image& image = m_form.imgThumbnail(cell);
+    Label& label = m_form.lbThumbnailFile(cell);
+    attempt([&] { image.Picture = Picture(); });
+    attempt([&] { image.ToolTipText = CellTip; });
+    attempt([&] { image.AccessibleName = ""; });
+    attempt([&] { image.Visible = false; });
+    attempt([&] { label.Caption = ""; });
+    attempt([&] { label.Visible = false; });
 }
 
 void ThumbnailPages::showCurrent()
@@ -155,8 +172,8 @@ void ThumbnailPages::showCurrent()
         m_form.imgThumbnail(cell).SetFocus();
 }
 
-void ThumbnailPages::ShowThumbnailBoxes(bool Show)
-{
+bool ThumbnailPages::ShowThumbnailBoxes(bool Show)
+try {
     for (int cell = 0; cell < CellCount; ++cell) {
         m_form.imgThumbnail(cell).Visible = Show;
         m_form.lbThumbnailFile(cell).Visible = Show;
@@ -166,6 +183,10 @@ void ThumbnailPages::ShowThumbnailBoxes(bool Show)
     if (!Show && m_form.VScroll1.hasFocus())
         m_form.pctWindow.SetFocus(); // or the focus would move to an arbitrary control
     m_form.VScroll1.Visible = Show;
+    return true;
+} catch (const Failure& failure) {
+    logFailure(m_album, "ShowThumbnailBoxes", failure);
+    return false;
 }
 
 void ThumbnailPages::SetCountLabel(std::int32_t Index)
@@ -173,9 +194,9 @@ void ThumbnailPages::SetCountLabel(std::int32_t Index)
     const GroupOnShow& group = m_album.group;
     std::string place = "0 of 0";
     if (group.PhotoCount >= 1)
-        place = numberText(Index) + " of " + numberText(group.PhotoCount);
-    m_form.lbStatusCount.Caption = "Photo " + place;
-    m_form.lbCount.Caption = "Group [" + group.CurrentGroupName + "] Viewing " + place;
+        place = numberText(std::int64_t{Index}) + " of " + numberText(std::int64_t{group.PhotoCount});
+    attempt([&] { m_form.lbStatusCount.Caption = "Photo " + place; });
+    attempt([&] { m_form.lbCount.Caption = "Group [" + group.CurrentGroupName + "] Viewing " + place; });
 }
 
 int ThumbnailPages::currentCell() const

@@ -28,13 +28,13 @@ public:
 
     // Fills the cells one by one; events run in between and may change the page. `Page` is read again for each cell,
     // so that a caller who passes CurrentPage follows such a change.
-    void ShowThumbnails(const std::int32_t& Page);
+    bool ShowThumbnails(const std::int32_t& Page);
 
     // Returns from a photograph, a film or a show to the page of the current photograph, and focuses its cell.
     void showCurrent();
 
     // Hides or shows all sixteen cells, even those past the end of the group. Showing sets ViewMode.
-    void ShowThumbnailBoxes(bool Show);
+    bool ShowThumbnailBoxes(bool Show);
 
     void SetCountLabel(std::int32_t Index);
 
@@ -52,6 +52,7 @@ private:
     void takeBackFrame();
     void setUpScrollBar();
     void fillCell(int cell, std::int32_t position);
+    void emptyCell(int cell);
 
     bool PageChangeBusy = false;
 };

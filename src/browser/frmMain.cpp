@@ -9,6 +9,7 @@
 #include "browser/ThumbnailPages.h"
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/Prompts.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/Log.h"
@@ -107,6 +108,7 @@ frmMain::frmMain(Desktop& desktop, Album& album, VideoControls& video, Dialogs d
     on(EndOfSession, this, &frmMain::Form_EndOfSession);
     on(MouseDown, this, &frmMain::Form_MouseDown);
     on(cmdFullScreen.Click, this, &frmMain::cmdFullScreen_Click);
+    on(MouseMove, this, &frmMain::Form_MouseMove);
     on(lbButtonText, &Label::Click, this, &frmMain::lbButtonText_Click);
 }
 
@@ -258,10 +260,18 @@ void frmMain::makeParts()
 
 void frmMain::Form_Load()
 try {
-    if (!m_groupList->LoadGroupNames())
-        throw Failure(FailureKind::TypeMismatch); // the rest isn't set up, and the log gets this text
-    m_pages->LoadSlideGroup(lbAlbumList(0).Caption() + ".lst");
-    m_groupList->pctAlbumList_MouseDown(0, LeftButton, NoKeys, 0, 0);
+    if (!m_groupList->LoadGroupNames()) {
+        // Multiplying these texts always fails, so that the message never appears: the log gets a type mismatch.
+        const double quotes = strictNumber("\"") * strictNumber("*");
+        desktop().prompts().messageBox(
+            "No album groups have been defined. Use next screen to search for photos (Ex. use a \"" + numberText(quotes)
+                + " in the year field to find all photos.",
+            Message::Notice, "");
+        cmdCreateAlbumGroup_Click();
+    } else if (lstSlideGroups.ListCount() > 0) {
+        m_pages->LoadSlideGroup(lbAlbumList(0).Caption() + ".lst");
+        m_groupList->pctAlbumList_MouseDown(0, LeftButton, NoKeys, 0, 0);
+    }
     framInfo.Top = pctWindow.ScaleHeight() - StripHeight;
     Left = (desktop().Screen().Width() - Width()) * 0.5F;
     Top = (desktop().Screen().Height() - Height()) * 0.5F;
@@ -309,23 +319,38 @@ void frmMain::Form_MouseDown(int Button, int /*Shift*/, float /*X*/, float /*Y*/
         PopupMenu(mnuHelp);
 }
 
+void frmMain::Form_MouseMove(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
+try {
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_MouseMove", failure);
+}
+
 // A label acts for the button beneath it, even if that is disabled. There are no labels 2 to 4.
 void frmMain::lbButtonText_Click(int Index)
-{
+try {
     switch (Index) {
     case 0:
         return m_photoDisplay->pctNext_Click();
     case 1:
         return m_photoDisplay->pctPrev_Click();
+    case 2:
+        return cmdCreateAlbumGroup_Click();
+    case 4:
+        return m_infoBox->cmdEditPhotoInfo_Click();
     case 5:
         return m_zoomAndPan->cmdZoomOut_Click();
     case 6:
         return m_zoomAndPan->cmdZoomIn_Click();
     case 7:
         return m_slideShow->cmdSlideshow_Click();
-    default:
+    case 8:
         return cmdFullScreen_Click();
+    default:
+        return;
     }
+} catch (const Failure& failure) {
+    // Logged under this name on purpose.
+    logFailure(m_album, "lstSlideGroups_Click", failure);
 }
 
 void frmMain::cmdFullScreen_Click()
@@ -347,6 +372,20 @@ try {
     m_dialogs.showSearch();
 } catch (const Failure& failure) {
     logFailure(m_album, "cmdCreateAlbumGroup_Click", failure);
+}
+
+void frmMain::cmdExit_Click()
+try {
+    unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "cmdExit_Click", failure);
+}
+
+void frmMain::imgExit_Click()
+try {
+    unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "imgExit_Click", failure);
 }
 
 } // namespace trovarium

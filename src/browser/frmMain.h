@@ -79,10 +79,14 @@ public:
     void Form_Unload();
     void Form_EndOfSession();
     void Form_MouseDown(int Button, int Shift, float X, float Y);
+    void Form_MouseMove(int Button, int Shift, float X, float Y);
     void lbButtonText_Click(int Index);
 
     void cmdFullScreen_Click();
-    void cmdCreateAlbumGroup_Click(); // opens the search; there is no control of this name
+    // Without a control of their names: opens the search, closes the window.
+    void cmdCreateAlbumGroup_Click();
+    void cmdExit_Click();
+    void imgExit_Click();
 
     // ---- layout: name, left, top, width, height (twips), caption ----
 

@@ -5,6 +5,7 @@
 #include "platform/toolkit/ProgressBar.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
+#include "store/Log.h"
 
 namespace trovarium {
 
@@ -35,6 +36,8 @@ frmSplash::frmSplash(Desktop& desktop, Album& album)
 
     on(Load, this, &frmSplash::Form_Load);
     on(Unload, this, &frmSplash::Form_Unload);
+    on(Click, this, &frmSplash::Form_Click);
+    on(KeyPress, this, &frmSplash::Form_KeyPress);
     on(cmdByPassAutoCheck.Click, this, &frmSplash::cmdByPassAutoCheck_Click);
     on(tmrSplash.Tick, this, &frmSplash::tmrSplash_Timer);
 }
@@ -52,13 +55,28 @@ std::int16_t frmSplash::listAnew(const std::string& folder)
 }
 
 void frmSplash::Form_Load()
-{
+try {
     lblVersion.Caption = "Version " TROVARIUM_VERSION;
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Load", failure);
 }
 
 void frmSplash::Form_Unload()
 {
     tmrSplash.Enabled = false;
+}
+
+// A click or a key doesn't close the form, which stays as long as the check takes.
+void frmSplash::Form_Click()
+try {
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Click", failure);
+}
+
+void frmSplash::Form_KeyPress(int /*KeyAscii*/)
+try {
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_KeyPress", failure);
 }
 
 void frmSplash::cmdByPassAutoCheck_Click()
@@ -67,9 +85,11 @@ void frmSplash::cmdByPassAutoCheck_Click()
 }
 
 void frmSplash::tmrSplash_Timer()
-{
+try {
     tmrSplash.Enabled = false;
     unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "tmrSplash_Timer", failure);
 }
 
 } // namespace trovarium

@@ -30,6 +30,8 @@ public:
 
     void Form_Load();
     void Form_Unload();
+    void Form_Click();
+    void Form_KeyPress(int KeyAscii);
     void cmdByPassAutoCheck_Click();
     void tmrSplash_Timer();
 

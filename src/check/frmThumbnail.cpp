@@ -5,6 +5,7 @@
 #include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/ProgressBar.h"
+#include "runtime/Dates.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
 #include "store/InfoFile.h"
@@ -15,6 +16,7 @@
 #include <cmath>
 #include <cstddef>
 #include <deque>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -73,15 +75,17 @@ private:
 
 } // namespace
 
-bool SetFileDateTime(FileService& files, std::string_view FilePath, Instant date)
+bool SetFileDateTime(FileService& files, std::string_view FilePath, std::string_view DateText)
 {
-    bool isThere = false;
-    const auto failure = attempt([&] {
-        isThere = files.exists(FilePath);
-        if (isThere)
-            files.setModified(FilePath, date);
+    const std::optional<Instant> date = dateFromText(DateText);
+    bool isSet = false;
+    attempt([&] {
+        if (date && files.exists(FilePath)) {
+            files.setModified(FilePath, *date);
+            isSet = true;
+        }
     });
-    return isThere && !failure;
+    return isSet;
 }
 
 frmThumbnail::frmThumbnail(Desktop& desktop, Album& album, VideoPlayer& video)
@@ -181,7 +185,7 @@ void frmThumbnail::createThumbnail(const std::string& listed, const std::string&
         desktop().pictures().saveBitmap(imgSize.Image(), thumbnail);
     });
     // The photograph's own date is what tells the next check that this thumbnail is up to date.
-    attempt([&] { SetFileDateTime(m_album.files, thumbnail, m_album.files.modified(photograph)); });
+    attempt([&] { SetFileDateTime(m_album.files, thumbnail, dateText(m_album.files.modified(photograph))); });
 }
 
 // Clears the canvas first: the picture before would pass for a frame of a clip that can't be played.

@@ -5,7 +5,6 @@
 #include "platform/toolkit/Label.h"
 #include "platform/toolkit/PictureBox.h"
 #include "platform/toolkit/Shape.h"
-#include "runtime/Dates.h"
 #include "store/GroupOnShow.h"
 
 #include <cstdint>
@@ -18,9 +17,9 @@ struct Album;
 class FileService;
 class VideoPlayer;
 
-// Sets the modification time of a file, and no other of its times. False when there is no such file or the time can't
-// be set.
-bool SetFileDateTime(FileService& files, std::string_view FilePath, Instant date);
+// Sets the modification time of a file, and no other of its times, from the text form of a date. False when
+// there is no such file, the text is no date, or the time can't be set.
+bool SetFileDateTime(FileService& files, std::string_view FilePath, std::string_view DateText);
 
 // Writes one thumbnail for each photograph of a list and shows the work as it goes. Load it, give it the
 // list, show it modal: it starts when it is activated and unloads itself at the end. The close box stops

@@ -114,11 +114,13 @@ try {
 
 // Also ends a running export, which its own button doesn't.
 void frmExport::lbExit_Click()
-{
+try {
     if (DialogBusy)
         m_exportRun->endAndClose();
     else
         unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "lbExit_Click", failure);
 }
 
 } // namespace trovarium

@@ -10,6 +10,7 @@
 #include "store/LibraryFolders.h"
 #include "store/Log.h"
 
+#include <string_view>
 #include <utility>
 
 namespace trovarium {
@@ -65,11 +66,14 @@ void AutoScan::cancel()
 // Doesn't test for a cancel between types: each of the rest then ends at its first entry.
 void AutoScan::scanTypes()
 {
+    std::int32_t fileCount = 0;
+    std::int32_t dirCount = 0;
     ListBox& list = m_form.List1;
     for (const std::string_view type : Patterns) {
         if (findNoCase(m_form.File1.Pattern(), type) == std::string::npos || list.ListCount() >= MostEntries)
             continue;
-        FindFiles(m_form.Dir1.Path(), type);
+        std::string path = m_form.Dir1.Path();
+        FindFiles(path, std::string(type), fileCount, dirCount, list, ScanStopped);
         m_form.lbCount.Caption = numberText(list.ListCount());
         if (list.ListCount() >= MostEntries)
             m_form.desktop().prompts().messageBox(
@@ -95,36 +99,47 @@ void AutoScan::splitPaths()
     }
 }
 
-void AutoScan::FindFiles(std::string path, std::string_view pattern)
-try {
-    if (!path.ends_with('\\'))
-        path += '\\';
-    std::vector<std::string> folders;
-    if (!findFolders(path, folders) || !findMatches(path, pattern))
-        return;
-    // "/" + name for a folder in the root, although a file in the root is listed as "/\\name".
-    const std::string above = path == "/\\" ? "/" : path;
-    // Every folder is entered even if the list is full: the limit is a soft one.
-    for (const std::string& name : folders)
-        FindFiles(above + name + "\\", pattern);
-} catch (const Failure& failure) {
-    logFailure(m_album, "FindFiles", failure);
+std::int64_t AutoScan::FindFiles(std::string& path, const std::string& pattern, std::int32_t& fileCount,
+    std::int32_t& dirCount, ListBox& list, const bool& stopFlag)
+{
+    std::int64_t total = 0;
+    try {
+        if (!path.ends_with('\\'))
+            path += '\\';
+        std::vector<std::string> folders;
+        if (!findFolders(path, folders, dirCount, stopFlag)
+            || !findMatches(path, pattern, total, fileCount, list, stopFlag))
+            return total;
+        // "/" + name for a folder in the root, although a file in the root is listed as "/\\name".
+        const std::string above = path == "/\\" ? "/" : path;
+        // Every folder is entered even if the list is full: the limit is a soft one.
+        for (const std::string& name : folders) {
+            std::string below = above + name + "\\";
+            total += FindFiles(below, pattern, fileCount, dirCount, list, stopFlag);
+        }
+    } catch (const Failure& failure) {
+        logFailure(m_album, "FindFiles", failure);
+    }
+    return total;
 }
 
 // False when the scan was stopped.
-bool AutoScan::findFolders(const std::string& path, std::vector<std::string>& folders)
+bool AutoScan::findFolders(
+    const std::string& path, std::vector<std::string>& folders, std::int32_t& dirCount, const bool& stopFlag)
 {
     m_album.files.requireFolder(path);
     for (const FolderEntry& entry : m_album.files.listAll(path)) {
         const auto failure = attempt([&] {
-            if (entry.name != ".." && entry.name != "." && entry.name != "?"
-                && (m_album.files.attributes(path + entry.name, entry.kind) & DirectoryAttribute) != 0)
-                folders.push_back(entry.name);
+            if (entry.name == ".." || entry.name == "." || entry.name == "?"
+                || (m_album.files.attributes(path + entry.name, entry.kind) & DirectoryAttribute) == 0)
+                return;
+            folders.push_back(entry.name);
+            ++dirCount;
         });
         // Case-sensitive: for ".SYS" the failure counts.
         if (failure && !entry.name.ends_with(".sys"))
             throw Failure(*failure);
-        if (ScanStopped)
+        if (stopFlag)
             return false;
         m_form.desktop().DoEvents();
     }
@@ -132,14 +147,15 @@ bool AutoScan::findFolders(const std::string& path, std::vector<std::string>& fo
 }
 
 // False when the scan was stopped or the list is full.
-bool AutoScan::findMatches(const std::string& path, std::string_view pattern)
+bool AutoScan::findMatches(const std::string& path, const std::string& pattern, std::int64_t& total,
+    std::int32_t& fileCount, ListBox& list, const bool& stopFlag)
 {
-    ListBox& list = m_form.List1;
-    for (const std::string& name : m_album.files.list(path + std::string(pattern))) {
-        m_album.files.length(path + name); // a file that can't be seen ends its folder
+    for (const std::string& name : m_album.files.list(path + pattern)) {
+        total += m_album.files.length(path + name);
+        ++fileCount;
         m_form.unsettleList();
         list.AddItem(path + name);
-        if (list.ListCount() >= EndOfFolder || ScanStopped)
+        if (list.ListCount() >= EndOfFolder || stopFlag)
             return false;
         m_form.desktop().DoEvents();
     }

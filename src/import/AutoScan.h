@@ -1,12 +1,13 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace trovarium {
 
 struct Album;
+class ListBox;
 class frmImport;
 
 // Fills the list of the import dialog with all files of the checked types in a folder and its subfolders. During the
@@ -20,15 +21,19 @@ public:
     void stop() { ScanStopped = true; }
 
     // Adds the full path of every file below `path` that matches `pattern`, a folder's files before those of its
-    // subfolders. Events run between entries, where a stop is tested for. A failure is logged and ends its folder.
-    void FindFiles(std::string path, std::string_view pattern);
+    // subfolders. Returns the sum of their sizes in bytes. Adds a backslash to `path`. Events run between entries,
+    // where `stopFlag` is tested. A failure is logged and ends its folder.
+    std::int64_t FindFiles(std::string& path, const std::string& pattern, std::int32_t& fileCount,
+        std::int32_t& dirCount, ListBox& list, const bool& stopFlag);
 
 private:
     void cancel();
     void scanTypes();
     void splitPaths();
-    bool findFolders(const std::string& path, std::vector<std::string>& folders);
-    bool findMatches(const std::string& path, std::string_view pattern);
+    bool findFolders(
+        const std::string& path, std::vector<std::string>& folders, std::int32_t& dirCount, const bool& stopFlag);
+    bool findMatches(const std::string& path, const std::string& pattern, std::int64_t& total, std::int32_t& fileCount,
+        ListBox& list, const bool& stopFlag);
 
     frmImport& m_form;
     Album& m_album;

@@ -74,6 +74,14 @@ void ImportRun::cmdImport_Click()
     m_form.MousePointer = HourglassPointer;
     fillBar(m_form.pctProgress, m_form.shpProgress, 0);
     m_run.stepOver();
+    // A box never has this value, so a run with an empty field continues.
+    if (m_form.chkOptions(AutoName).Value() == -1
+        && (m_form.txtAutoName(0).Text().empty() || m_form.txtAutoName(1).Text().empty())) {
+        m_form.desktop().prompts().messageBox(
+            "The auto-name/renumber fields both must have valid values.", Message::Notice, "");
+        m_form.DialogBusy = false;
+        return;
+    }
     m_isRunning = true;
     m_form.settleList(); // adding a file during the run reverts this
     bool isFinished = false;

@@ -68,6 +68,7 @@ frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormHolder<f
     on(Close, this, &frmImport::lbExit_Click);
     on(KeyDown, this, &frmImport::Form_KeyDown);
     on(chkFilter, &CheckBox::Click, this, &frmImport::chkFilter_Click);
+    on(chkOptions, &CheckBox::Click, this, &frmImport::chkOptions_Click);
     on(cmdAddFile.Click, this, &frmImport::cmdAddFile_Click);
     on(cmdRemoveFile.Click, this, &frmImport::cmdRemoveFile_Click);
     on(List1.KeyDown, this, &frmImport::List1_KeyDown);
@@ -178,6 +179,15 @@ void frmImport::chkFilter_Click(int /*Index*/)
     BuildFilePattern();
 }
 
+// Does nothing: the boxes are read when they are needed.
+void frmImport::chkOptions_Click(int /*Index*/)
+{
+    if (m_optionsBusy)
+        return;
+    m_optionsBusy = true;
+    m_optionsBusy = false;
+}
+
 void frmImport::cmdAddFile_Click()
 {
     AddSelectedFiles();
@@ -238,9 +248,11 @@ try {
 
 // Not during an import, which has its own cancel button: photographs would be in no group.
 void frmImport::lbExit_Click()
-{
+try {
     if (!m_importRun->isRunning())
         unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "lbExit_Click", failure);
 }
 
 } // namespace trovarium

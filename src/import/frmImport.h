@@ -42,6 +42,7 @@ public:
     void Form_Unload();
     void Form_KeyDown(int KeyCode, int Shift);
     void chkFilter_Click(int Index);
+    void chkOptions_Click(int Index);
     void cmdAddFile_Click();
     void cmdRemoveFile_Click();
     void List1_KeyDown(int KeyCode, int Shift);
@@ -96,6 +97,7 @@ private:
     void nameControls();
 
     Album& m_album;
+    bool m_optionsBusy = false; // guards chkOptions_Click
     bool m_isListSettled = false;
     std::unique_ptr<AutoScan> m_autoScan;
     std::unique_ptr<ImportRun> m_importRun;

@@ -206,7 +206,7 @@ void frmAddMidiWav::cmdAddFile_Click()
 }
 
 void frmAddMidiWav::AddSelectedFiles()
-{
+try {
     const std::string source = selectedSource();
     if (source.empty()) {
         desktop().prompts().messageBox("Must select a source file.", Message::Notice, "");
@@ -218,6 +218,8 @@ void frmAddMidiWav::AddSelectedFiles()
         return;
     }
     change(row, source, LinkIsMidi ? MidiLinked : WavLinked);
+} catch (const Failure& failure) {
+    logFailure(m_album, "AddSelectedFiles", failure);
 }
 
 std::string frmAddMidiWav::selectedSource() const
@@ -283,9 +285,11 @@ void frmAddMidiWav::cmdPlayStop_Click(int Index)
 
 // Not during a run, which has its own cancel button.
 void frmAddMidiWav::lbExit_Click()
-{
+try {
     if (!DialogBusy)
         unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "lbExit_Click", failure);
 }
 
 } // namespace trovarium

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace trovarium {
 
@@ -13,5 +15,10 @@ Instant now();
 std::string logCreatedStamp(Instant instant); // mm/dd/yy hh:mm
 std::string logLineStamp(Instant instant);    // mm/dd/yy  hh:mm:ssAMPM, 12-hour clock
 std::string timeOfDayStamp(Instant instant);  // hhmmss, 24-hour clock
+
+// The text form of a date. It carries the zone's offset, so that the hour which autumn repeats
+// comes back as the same instant.
+std::string dateText(Instant instant);
+std::optional<Instant> dateFromText(std::string_view text);
 
 } // namespace trovarium

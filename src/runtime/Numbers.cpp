@@ -169,4 +169,11 @@ std::string formatWhole(double value, int digits)
     return text;
 }
 
+double FixedRandom::next()
+{
+    // The linear congruential generator of "Numerical Recipes", chapter 7.
+    m_state = m_state * 1664525U + 1013904223U;
+    return m_state / 4294967296.0;
+}
+
 } // namespace trovarium

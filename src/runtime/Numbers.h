@@ -46,4 +46,13 @@ std::string numberText(Whole value)
 // pad with zeros up to `digits` and never cut.
 std::string formatWhole(double value, int digits = 1);
 
+// The random sequence that is never seeded: the same first value at each start, in [0, 1).
+class FixedRandom {
+public:
+    double next();
+
+private:
+    std::uint32_t m_state = 1;
+};
+
 } // namespace trovarium

@@ -114,12 +114,14 @@ try {
 }
 
 void frmSearch::Form_Load()
-{
+try {
     const ListBox& groups = m_main.lstSlideGroups;
     for (int i = 0; i < groups.ListCount(); ++i)
         cmbGroupName.AddItem(groups.List(i));
     cmbGroupName.Text = "";
     txtFilename.SetFocus();
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Load", failure);
 }
 
 // Ends a running search.
@@ -320,8 +322,10 @@ void frmSearch::cmdImport_Click()
 }
 
 void frmSearch::lbExit_Click()
-{
+try {
     unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "lbExit_Click", failure);
 }
 
 } // namespace trovarium

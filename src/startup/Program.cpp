@@ -6,7 +6,9 @@
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Failure.h"
 #include "store/Album.h"
+#include "store/Deployment.h"
 #include "store/LibraryFolders.h"
+#include "store/Log.h"
 
 #include <memory>
 #include <utility>
@@ -47,7 +49,7 @@ Program::Program(Desktop& desktop, Album& album, std::string programPath)
 // The order matters: lock the library, folders, settings, test for a read-only library, splash screen, check, repair of
 // the groups, main window.
 void Program::Main()
-{
+try {
     attempt([&] { m_album.settingsStore = std::make_unique<COWReg>(); });
     attempt([&] { m_desktop.Screen().MousePointer = ArrowHourglassPointer; });
     attempt([&] { settleProgramFolder(); });
@@ -69,6 +71,15 @@ void Program::Main()
     attempt([&] { m_main().show(); });
     attempt([&] { m_splash().unload(); });
     attempt([&] { m_desktop.Screen().MousePointer = DefaultPointer; });
+} catch (const Failure& failure) {
+    // Not reached as long as every step above is in an attempt.
+    logFailure(m_album, "Main", failure);
+    m_desktop.Screen().MousePointer = DefaultPointer;
+    m_desktop.prompts().messageBox("Unexpected problem. Must exit. Check log file at "
+            + toNativePath(m_album.paths.AppPath + "\\Trovarium.Log")
+            + "\rPlease email log file to: " + std::string(SupportAddress),
+        Message::Error, "");
+    m_desktop.endProgram(FatalExit);
 }
 
 void Program::settleProgramFolder()

@@ -24,6 +24,18 @@ namespace {
 // The date of an absent file: before that of any file.
 constexpr Instant NoDate{std::chrono::sys_days{std::chrono::year{1899} / 12 / 30}};
 
+std::string& element(FieldArray& fields, std::size_t index)
+{
+    if (index >= fields.size())
+        throw Failure(FailureKind::SubscriptOutOfRange);
+    return fields[index];
+}
+
+void trim(std::string& field)
+{
+    field = std::string(trimmed(field));
+}
+
 // The setting may have slashes; MakeNestedFolders needs the program's form.
 std::string installedCopy(const Album& album)
 {
@@ -190,17 +202,24 @@ bool IsFolderReadOnly(Album& album, std::string_view path)
 }
 
 std::string GetMediaFolderName(Album& album, std::string_view path)
-try {
-    const std::string photos = std::string(path) + "\\photos\\";
-    std::int64_t total = 0;
-    for (const std::string& name : album.files.list(photos + "*.*"))
-        total += album.files.length(photos + name);
-    return "CD-" + numberText(total);
-} catch (const Failure&) {
-    return "CD-236456"; // any medium that can't be read
+{
+    constexpr double RandomNames = 1e6;
+    std::string result;
+    try {
+        FixedRandom random;
+        result = "CD-" + formatWhole(random.next() * RandomNames);
+        const std::string photos = std::string(path) + "\\photos\\";
+        std::int64_t total = 0;
+        for (const std::string& name : album.files.list(photos + "*.*"))
+            total += album.files.length(photos + name);
+        result = "CD-" + numberText(total);
+    } catch (const Failure&) {
+        // A medium that can't be read keeps the random name.
+    }
+    return result;
 }
 
-void CopyNewerFiles(Album& album, std::string_view sourcePattern, std::string_view destFolder)
+bool CopyNewerFiles(Album& album, std::string_view sourcePattern, std::string_view destFolder)
 {
     FileService& files = album.files;
     const std::string folder = SplitPath(sourcePattern).Folder;
@@ -216,12 +235,13 @@ void CopyNewerFiles(Album& album, std::string_view sourcePattern, std::string_vi
         if ((destinationDate - sourceDate).count() < 0)
             attempt([&] { files.copy(source, destination); });
     }
+    return true;
 }
 
 bool MakeNestedFolders(Album& album, std::string_view path)
 try {
     FieldArray parts;
-    ParseFields(path, "\\", parts, MaxNestedFolders);
+    ParseFields(album, path, "\\", parts, MaxNestedFolders);
     std::string current = parts[0];
     bool isMissing = false;
     for (std::size_t level = 1; level < MaxNestedFolders && !parts[level].empty(); ++level) {
@@ -235,14 +255,25 @@ try {
     return false;
 }
 
-void ParseFields(std::string_view text, std::string_view delimiters, FieldArray& fields, std::size_t maxFields)
-{
-    fields.fill("");
-    for (std::size_t number = 0; number < maxFields && !text.empty(); ++number) {
-        const std::size_t end = std::min(text.find_first_of(delimiters), text.size());
-        fields[number] = std::string(trimmed(text.substr(0, end)));
-        text.remove_prefix(std::min(end + 1, text.size()));
+void ParseFields(
+    Album& album, std::string_view text, std::string_view delimiters, FieldArray& fields, std::int16_t maxFields)
+try {
+    for (std::int16_t i = 0; i < maxFields; ++i)
+        element(fields, static_cast<std::size_t>(i)).clear();
+    std::int16_t number = 0;
+    for (const char character : text) {
+        if (delimiters.find(character) != std::string_view::npos) {
+            trim(element(fields, static_cast<std::size_t>(number)));
+            ++number;
+            if (number == maxFields)
+                return;
+        } else {
+            element(fields, static_cast<std::size_t>(number)) += character;
+        }
     }
+    trim(element(fields, static_cast<std::size_t>(number)));
+} catch (const Failure& failure) {
+    logFailure(album, "Form_Click", failure);
 }
 
 SplitPathResult SplitPath(std::string_view fullPath)

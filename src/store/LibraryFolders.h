@@ -1,7 +1,7 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -39,15 +39,16 @@ bool IsFolderReadOnly(Album& album, std::string_view path);
 std::string GetMediaFolderName(Album& album, std::string_view path);
 
 // Copies the files that match `sourcePattern` and are newer than their namesakes in `destFolder`, or have none
-// there. Failures are ignored.
-void CopyNewerFiles(Album& album, std::string_view sourcePattern, std::string_view destFolder);
+// there. Failures are ignored. Always true.
+bool CopyNewerFiles(Album& album, std::string_view sourcePattern, std::string_view destFolder);
 // Makes every missing level of `path` up to the twentieth; false when one can't be made.
 bool MakeNestedFolders(Album& album, std::string_view path);
 
-inline constexpr std::size_t MaxNestedFolders = 20;
+inline constexpr int MaxNestedFolders = 20;
 using FieldArray = std::array<std::string, MaxNestedFolders + 1>;
 // Cuts `text` at each of the delimiters (ASCII) into at most `maxFields` trimmed fields, from element 0 on.
-void ParseFields(std::string_view text, std::string_view delimiters, FieldArray& fields, std::size_t maxFields);
+void ParseFields(
+    Album& album, std::string_view text, std::string_view delimiters, FieldArray& fields, std::int16_t maxFields);
 
 struct SplitPathResult {
     std::string Folder; // with its backslash

@@ -224,7 +224,7 @@ void InfoBox::showTexts(bool visible)
 }
 
 void InfoBox::cmdEditPhotoInfo_Click()
-{
+try {
     if (InfoBoxMoving) // or the edit would begin without its text boxes
         return;
     const bool begins = !m_form.txtYear.Visible();
@@ -233,6 +233,8 @@ void InfoBox::cmdEditPhotoInfo_Click()
         m_form.slideShow().StopSlideShow();
     ShowInfoBox(Up::Yes, begins ? Edit::Yes : Edit::No);
     setEditing(begins);
+} catch (const Failure& failure) {
+    logFailure(m_album, "cmdEditPhotoInfo_Click", failure);
 }
 
 void InfoBox::endEdit()
@@ -267,19 +269,23 @@ void InfoBox::enableRest(bool enabled)
 }
 
 void InfoBox::framInfo_MouseMove(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
-{
+try {
     if (!m_form.txtYear.Visible() && !m_form.optInfoPosition(AlwaysDown).Value()) {
         ShowInfoBox(Up::Yes, Edit::No);
         m_form.tmrInfoBox.Enabled = true;
     }
+} catch (const Failure& failure) {
+    logFailure(m_album, "framInfo_MouseMove", failure);
 }
 
 void InfoBox::tmrInfoBox_Timer()
-{
+try {
     if (!m_form.txtYear.Visible() && !m_form.optInfoPosition(AlwaysUp).Value()) {
         m_form.tmrInfoBox.Enabled = false;
         ShowInfoBox(Up::No, Edit::No);
     }
+} catch (const Failure& failure) {
+    logFailure(m_album, "tmrInfoBox_Timer", failure);
 }
 
 void InfoBox::optInfoPosition_Click(int Index)

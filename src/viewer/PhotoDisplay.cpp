@@ -30,11 +30,12 @@ constexpr float VideoLeft = 20;
 constexpr float VideoWidth = 497;
 constexpr float VideoHeight = 373;
 
-// On purpose not ".MOV", which isVideoFile counts as a film: such a file is loaded as a picture.
+// ".MOV" is compared with five characters and so never matches: such a file counts as a picture.
 bool playsAsVideo(std::string_view path)
 {
-    const std::string extension = upper(right(path, 4));
-    return extension == ".AVI" || extension == ".MPG";
+    const std::string tail = upper(right(path, 5));
+    const std::string_view extension = right(tail, 4);
+    return extension == ".AVI" || extension == ".MPG" || tail == ".MOV";
 }
 
 } // namespace

@@ -37,13 +37,13 @@ void SlideShow::tmrSlideShow_Timer()
         return;
     }
     frmFullScreen* screen = fullScreen();
-    if (screen != nullptr ? screen->PhotoRequest(RightKey) : m_form.photoDisplay().NextPhoto())
+    if (screen != nullptr ? screen->PhotoRequest(RightKey, NoKeys) : m_form.photoDisplay().NextPhoto())
         return;
     StopSlideShow();
     m_form.imgbox.Visible = false;
     m_form.picVideoWindow.Visible = false;
     if (screen != nullptr)
-        screen->PhotoRequest(EscapeKey);
+        screen->PhotoRequest(EscapeKey, NoKeys);
     m_form.pages().showCurrent();
 }
 

@@ -174,7 +174,7 @@ void VideoControls::enableButtons(bool play, bool stop)
     });
 }
 
-void VideoControls::SeekVideo(std::int16_t Seconds)
+void VideoControls::SeekVideo(std::int16_t& Seconds)
 try {
     if (Seconds < 0)
         Seconds = 0;
@@ -232,7 +232,8 @@ void VideoControls::cmdVideo_Click(int Index)
 
 void VideoControls::hscVideo_Scroll()
 {
-    SeekVideo(static_cast<std::int16_t>(m_form->hscVideo.Value()));
+    auto seconds = static_cast<std::int16_t>(m_form->hscVideo.Value());
+    SeekVideo(seconds);
 }
 
 void VideoControls::tmrVideo_Timer()

@@ -26,8 +26,8 @@ public:
     void OpenVideo(std::string_view Path, PictureBox& Window) override;
     void CloseVideo();
     void VideoCommand(std::string_view Command) override;
-    void returnToMainWindow();            // with the next command, since the film's own window was closed
-    void SeekVideo(std::int16_t Seconds); // clamped to the film, which is then paused
+    void returnToMainWindow();             // with the next command, since the film's own window was closed
+    void SeekVideo(std::int16_t& Seconds); // clamped to the film, which is then paused
     void UpdateVideoPosition();
     void EnableVideo(bool Enable);
 

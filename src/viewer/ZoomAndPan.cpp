@@ -77,27 +77,33 @@ void ZoomAndPan::showAtZoomLevel()
 }
 
 void ZoomAndPan::imgbox_MouseDown(int /*Button*/, int /*Shift*/, float X, float Y)
-{
+try {
     ImageDragging = true;
     DragStartX = X;
     DragStartY = Y;
     m_form.imgbox.MousePointer = FourWayPointer;
+} catch (const Failure& failure) {
+    logFailure(m_album, "imgBox_MouseDown", failure);
 }
 
 void ZoomAndPan::imgbox_MouseMove(int /*Button*/, int /*Shift*/, float X, float Y)
-{
+try {
     if (!ImageDragging)
         return;
     // The start point stays the same: X and Y are relative to the picture, which follows the mouse.
     m_form.imgbox.Top = m_form.imgbox.Top() + (Y - DragStartY) / TwipsPerPixel;
     m_form.imgbox.Left = m_form.imgbox.Left() + (X - DragStartX) / TwipsPerPixel;
+} catch (const Failure& failure) {
+    logFailure(m_album, "imgBox_MouseMove", failure);
 }
 
 void ZoomAndPan::imgbox_MouseUp(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
-{
+try {
     ImageDragging = false;
     m_form.imgbox.MousePointer = DefaultPointer;
     m_form.desktop().returnToText(); // typing continues after a look at a detail
+} catch (const Failure& failure) {
+    logFailure(m_album, "imgBox_MouseUp", failure);
 }
 
 } // namespace trovarium

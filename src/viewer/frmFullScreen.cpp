@@ -46,8 +46,10 @@ frmFullScreen::frmFullScreen(Desktop& desktop, Album& album, frmMain& main)
 }
 
 void frmFullScreen::Form_Load()
-{
+try {
     ShowPhoto();
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Load", failure);
 }
 
 void frmFullScreen::Form_Unload()
@@ -95,16 +97,18 @@ try {
 
 // Restores the slide timer after the request: Escape during a show ends sound and music, but the pictures continue in
 // the main window.
-void frmFullScreen::Form_KeyDown(int KeyCode, int /*Shift*/)
-{
+void frmFullScreen::Form_KeyDown(int KeyCode, int Shift)
+try {
     m_main.video().VideoCommand("stop");
     const bool running = m_main.tmrSlideShow.Enabled();
     m_main.tmrSlideShow.Enabled = false;
-    PhotoRequest(KeyCode);
+    PhotoRequest(KeyCode, Shift);
     m_main.tmrSlideShow.Enabled = running;
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_KeyDown", failure);
 }
 
-bool frmFullScreen::PhotoRequest(int KeyCode)
+bool frmFullScreen::PhotoRequest(int KeyCode, int /*Shift*/)
 try {
     bool isShown = false;
     switch (KeyCode) {
@@ -137,18 +141,22 @@ try {
 }
 
 void frmFullScreen::Form_Click()
-{
+try {
     m_album.view.ViewMode = ViewPhoto;
     picVideoWindowFS.Left = Width() + ParkedBeyondScreen;
     m_main.slideShow().StopSlideShow();
     unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "Form_Click", failure);
 }
 
 // Leaves ViewMode at full screen.
 void frmFullScreen::imgFullScreen_Click()
-{
+try {
     m_main.slideShow().StopSlideShow();
     unload();
+} catch (const Failure& failure) {
+    logFailure(m_album, "imgFullScreen_Click", failure);
 }
 
 } // namespace trovarium

@@ -21,7 +21,7 @@ public:
             .Visible = false}};
     PictureBox picVideoWindowFS{this, {.Name = "picVideoWindowFS", .Visible = false}};
 
-    bool PhotoRequest(int KeyCode); // true if another photograph or film was shown
+    bool PhotoRequest(int KeyCode, int Shift); // true if another photograph or film was shown
     void ShowPhoto();
 
     void Form_Load();

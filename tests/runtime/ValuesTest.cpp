@@ -125,7 +125,7 @@ TEST(Text, ALineOnDiskLosesNothing)
     }
 }
 
-TEST(Dates, AreStampedInLocalTime)
+TEST(Dates, AreStampedInLocalTimeAndTheirTextComesBackAsTheSameInstant)
 {
     const auto at = [](std::int64_t seconds) { return Instant(std::chrono::seconds(seconds)); };
     const ScopedEnv zone("TZ", "WET0WEST,M3.5.0/1,M10.5.0"); // its rule, which needs no database of zones
@@ -133,6 +133,8 @@ TEST(Dates, AreStampedInLocalTime)
     EXPECT_EQ(logCreatedStamp(summer), "06/30/03 13:14");
     EXPECT_EQ(logLineStamp(summer), "06/30/03  01:14:05PM");
     EXPECT_EQ(timeOfDayStamp(summer), "131405");
+    EXPECT_EQ(dateText(summer), "2003-06-30 13:14:05 +01:00:00");
+    EXPECT_EQ(dateText(at(253402214400)), "9999-12-31 00:00:00 +00:00:00");
     EXPECT_EQ(logLineStamp(at(12L * 3600)), "01/01/70  12:00:00PM");
     EXPECT_EQ(logLineStamp(at(0)), "01/01/70  12:00:00AM");
     // Both passes of the hour that the autumn of 2003 repeats, and dates at the ends of calendars.

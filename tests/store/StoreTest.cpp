@@ -257,10 +257,10 @@ TEST_F(Store, PathsAreSplitAtTheLastBackslashAndParsedIntoTrimmedFields)
     EXPECT_EQ(SplitPath("/ann\\a.jpg").Folder + "|" + SplitPath("/ann\\a.jpg").FileName, "/ann\\|a.jpg");
     EXPECT_EQ(SplitPath("a.jpg").Folder + "|" + SplitPath("a.jpg").FileName, "|a.jpg");
     FieldArray fields{"left over", "left", "left", "left", "left", "left"};
-    ParseFields("/home\\ Zoë \\\\ x\\ y ", "\\", fields, 20);
+    ParseFields(album, "/home\\ Zoë \\\\ x\\ y ", "\\", fields, 20);
     EXPECT_EQ(fields, (FieldArray{"/home", "Zoë", "", "x", "y"}));
     FieldArray two;
-    ParseFields("a\\b\\c", "\\", two, 2);
+    ParseFields(album, "a\\b\\c", "\\", two, 2);
     EXPECT_EQ(two, (FieldArray{"a", "b"}));
 }
 

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace trovarium {
+
+// The one root that the store has.
+inline constexpr std::uint32_t HkeyLocalMachine = 0x80000002;
 
 // The settings store: a text file in the user's configuration folder, a section for each key
 // path, a line for each value. Each write replaces the file as a
