@@ -21,11 +21,10 @@ YELLOW = (255, 255, 0)  # where the dragged ones would go
 
 
 class Home:
-    """A home folder of its own, with a file that takes the sound and one that takes the addresses of pages."""
+    """A home folder of its own, with a file that takes the addresses of pages."""
 
     def __init__(self, folder: Path) -> None:
         self.folder = folder
-        self.tap = folder / "tap"  # as the sound card gets it
         self.page = folder / "page"  # the address that the desktop was to open
         folder.mkdir(mode=0o700)
         opener = folder / "xdg-open"
@@ -35,8 +34,7 @@ class Home:
     def start(self, desktop: VirtualDesktop, *command: Path) -> Program:
         own = dict.fromkeys(("XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"), "")
         own |= dict.fromkeys(("HOME", "XDG_RUNTIME_DIR"), str(self.folder))
-        own |= {"PATH": f"{self.folder}:{os.environ['PATH']}"}
-        own |= {"SDL_AUDIODRIVER": "disk", "SDL_DISKAUDIOFILE": str(self.tap)}
+        own |= {"PATH": f"{self.folder}:{os.environ['PATH']}", "SDL_AUDIODRIVER": "dummy"}
         return Program(desktop, *command, **own)
 
 

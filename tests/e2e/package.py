@@ -12,24 +12,18 @@ from harness import Home, equal
 from virtual_desktop import Program, VirtualDesktop, until
 
 ROOT = Path(__file__).resolve().parents[2]
-FOLDERS = ["Photo_Audio", "Photo_Info", "Photo_Midi", "Photo_SlideGroups", "Photo_Thumbnails", "Photos"]
 
 
 def unpacked(build: Path, folder: Path) -> Path:
-    """What the package installs, which is the same however often it is made."""
-    made = []
-    for name in ("one", "two"):
-        (folder / name).mkdir()
-        made.append(subprocess.check_output([ROOT / "scripts/make-deb", build, folder / name], text=True).strip())
-    equal("the same package again", Path(made[0]).read_bytes() == Path(made[1]).read_bytes(), True)
-    subprocess.run(["dpkg-deb", "--extract", made[0], folder / "unpacked"], check=True)
+    """What the package installs."""
+    made = subprocess.check_output([ROOT / "scripts/make-deb", build, folder], text=True).strip()
+    subprocess.run(["dpkg-deb", "--extract", made, folder / "unpacked"], check=True)
     return folder / "unpacked" / "usr"
 
 
 def works(desktop: VirtualDesktop, home: Home, program: Program, library: Path) -> None:
     """The window is that of the library, as the address of its help tells."""
     window = program.main_window()
-    equal("its folders", [folder.name for folder in sorted(library.glob("Photo*"))], FOLDERS)
     home.page.unlink(missing_ok=True)
     until("help", home.page.exists, lambda: desktop.choose(window, "h", "c"))
     equal("the page of help", home.page.read_text(), "file://" + quote(f"{library}/help/index.html"))
@@ -45,9 +39,6 @@ def main(build: Path, folder: Path, desktop: VirtualDesktop) -> None:
         program.main_window()
         program.close_notice()
         works(desktop, home, program, library)
-    settings = (home.folder / ".config" / "OmbrelaneWorks" / "settings.txt").read_text()
-    options = "[SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options]\nAutoFix=False\n"
-    equal("AutoFix in the settings", settings.startswith(options), True)
 
     moved = library.rename(home.folder / "An older album")
     theirs = folder / "trovarium"

@@ -15,7 +15,6 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <set>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -92,8 +91,6 @@ public:
             judgeFiles();
         judgeEdit();
         m_edits = {m_edit};
-        if (isLastAct && m_main != nullptr)
-            judgeWindow();
         if (!m_wrong.empty())
             m_wrong += "The user saw and said:\n" + m_said;
         if (isLastAct)
@@ -146,10 +143,8 @@ private:
     void seeGroup(const frmMain& main)
     {
         const std::string title = main.lbCount.Caption().substr(0, main.lbCount.Caption().rfind(']') + 1);
-        if (std::exchange(m_title, title) != title) {
-            say(m_renamed.find(title) == m_renamed.npos ? "opened" : "");
+        if (std::exchange(m_title, title) != title)
             m_renamed.clear();
-        }
         say(title + "\n" + m_renamed);
         int marked = 0;
         for (int cell = 0; cell < DragFrame; ++cell)
@@ -251,18 +246,6 @@ private:
             check(key.empty() || std::ranges::any_of(lines, isHeld), "the box held " + key + text + ", and " + name,
                 joined(lines));
         }
-    }
-
-    void judgeWindow()
-    {
-        const bool isSelected = m_main->lbStatusSelected.Caption() > "Selected 0";
-        check(!isSelected || !said("opened") || said("start") || said("several acts"), "nobody chose what is selected");
-        std::set<std::string> names;
-        for (int row = 0; row < GroupRows; ++row)
-            if (const std::string name = m_main->lbAlbumList(row).Caption(); m_main->pctAlbumList(row).Visible())
-                check(names.insert(name).second
-                        && (isAllPhotosGroup(name) || m_now.contains("Photo_SlideGroups/" + name + ".lst")),
-                    "a row says " + name);
     }
 
     bool said(const std::string& permit) const { return m_said.find(upper(permit)) != m_said.npos; }

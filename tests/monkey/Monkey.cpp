@@ -26,7 +26,6 @@
 
 #include <iostream>
 #include <random>
-#include <regex>
 
 namespace trovarium {
 
@@ -73,8 +72,8 @@ public:
         });
         for (const char* home : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
             setenv(home, m_folder.path().c_str(), 1);
-        for (const char* folder : {"Library/Photos/Removed", "Library/Photo_Info", "Library/Photo_SlideGroups",
-                 "Library/Photo_Audio", "Stick/more", "Out"})
+        for (const char* folder :
+            {"Library/Photos/Removed", "Library/Photo_Info", "Library/Photo_SlideGroups", "Stick/more", "Out"})
             fs::create_directories(m_folder.native(folder));
     }
     ~Monkey() override { std::cerr.rdbuf(m_terminal); }
@@ -135,8 +134,7 @@ private:
     std::string inLibrary(const std::string& file) const { return m_folder.native(m_library + "/" + file); }
     static std::string nameOf(int number)
     {
-        const std::string name =
-            (number < Photographs ? "p" : "new") + std::to_string(number) + (number % 12 == 7 ? ".avi" : ".jpg");
+        const std::string name = (number < Photographs ? "p" : "new") + std::to_string(number) + ".jpg";
         return number == 9 ? "tn_p8.jpg" : name; // as the thumbnail of another, when that goes out
     }
     static void make(const std::string& file, const std::string& bytes)
@@ -149,8 +147,6 @@ private:
     // fifth photograph is a link to the stick, which has more, and some with the names of others.
     void fillUp()
     {
-        std::ifstream stream(FILMS "/sound.avi", std::ios::binary);
-        const std::string film(std::istreambuf_iterator<char>(stream), {});
         std::error_code isAbsent;
         fs::rename(m_folder.native("Away"), m_folder.native("Stick"), isAbsent);
         const std::string before = std::exchange(m_library, oneIn(3) ? "Moved" : "Library");
@@ -164,8 +160,7 @@ private:
                 continue;
             make(m_folder.native("Out/" + name), "somebody's");
             if (!isLink)
-                make(inLibrary("Photos/" + name),
-                    name.ends_with(".avi") ? film : plainBitmap(30 + i * 7, 20 + below(40)));
+                make(inLibrary("Photos/" + name), plainBitmap(30 + i * 7, 20 + below(40)));
             make(inLibrary("Photos/Removed/" + name), "once");
             const std::string there = isLink ? m_folder.inside("Stick\\") : "\\Photos\\";
             std::string words = "PhotoPath=" + (i % 2 == 0 && !isLink ? m_folder.inside("Library") : "") + there + name;
@@ -179,10 +174,6 @@ private:
             for (int count = below(40); count > 0; --count)
                 lines += nameOf(below(Photographs)) + "\r\n";
             make(inLibrary("Photo_SlideGroups/g" + std::to_string(i) + ".lst"), lines);
-            for (const std::string& wave :
-                {inLibrary("Photo_Audio/" + nameOf(i)), m_folder.native("Stick/" + nameOf(i))})
-                make(wave + ".wav",
-                    "RIFF\x2C\0\0\0WAVEfmt \x10\0\0\0\1\0\1\0\x40\x1F\0\0\x40\x1F\0\0\1\0\x08\0data\x08\0\0\0--------"s);
         }
         if (oneIn(5))
             fs::rename(m_folder.native("Stick"), m_folder.native("Away"));
@@ -211,9 +202,7 @@ private:
 
     void judge(bool isLastAct)
     {
-        // The button stays enabled when the photograph is left, and nothing is lost by its press.
-        static const std::regex known("frmMain\\.cmdPlayAudioClip\\(0\\): Subscript out of range\n");
-        const std::string failures = std::regex_replace(m_errors.str(), known, "") + m_judge.judge(isLastAct);
+        const std::string failures = m_errors.str() + m_judge.judge(isLastAct);
         m_errors.str("");
         if (failures.empty() || testing::Test::HasFailure())
             return;
@@ -289,9 +278,7 @@ private:
             choose(*form.menus()[below(oneIn(3) ? form.menus().size() : 2)]); // the first two do most
         else if (what < 7 || control == nullptr)
             key(form, shift);
-        else if (what < 8)
-            m_robot.wheel(*control, below(5) - 2);
-        else if (what < 9 && (m_judge.say("several acts"), true)) // one may open a group, and the next choose in it
+        else if (what < 8 && (m_judge.say("several acts"), true)) // one may open a group, and the next choose in it
             m_robot.doubleClick(*control, shift);
         else if (auto* name = dynamic_cast<ComboBox*>(control))
             name->typed(aName());

@@ -123,10 +123,6 @@ TEST_F(Start, MakesALibraryWithOneNoticeAndASkippedOneTakesOnlyTheHalfWrittenAwa
     EXPECT_EQ(album->paths.PhotoPath, folder.inside("Library") + "\\Photos\\");
 
     frmMain& main = program->mainWindow()();
-    for (const auto& [entry, dialog] :
-        {std::pair{&main.mnuFileMidi, "frmAddMidiWav"}, {&main.mnuEditWaveLink, "frmAddMidiWav"},
-            {&main.mnuViewSlideshow, "frmSSP"}, {&main.mnuHelpAbout, "frmAbout"}})
-        in<Form>(*entry, dialog, [](Form&) {});
     main.dialogs().showFullScreen();
     ASSERT_EQ(desktop.formsCount(), 2);
     main.unload();
@@ -139,15 +135,6 @@ TEST_F(Start, MakesALibraryWithOneNoticeAndASkippedOneTakesOnlyTheHalfWrittenAwa
     Album other(desktop.files());
     EXPECT_EQ(desktop.guarded([&] { Program(desktop, other, folder.inside("Library")).Main(); }), 0);
     EXPECT_EQ(everything(), open);
-}
-
-TEST_F(Start, OfABrokenSettingsStoreSaysSoAndEndsTheProgram)
-{
-    fs::create_directories(folder.native("config/OmbrelaneWorks/settings.txt"));
-    ScriptedPrompts prompts(desktop);
-    prompts.expectNotice("Critical Error-SubMain: SlideGroup path is blank!");
-    EXPECT_EQ(start(), 1);
-    EXPECT_EQ(desktop.formsCount(), 0);
 }
 
 TEST_F(StrangersAlbum, LeavesEveryFileOutsideAsItIs)
