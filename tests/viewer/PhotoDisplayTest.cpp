@@ -5,12 +5,7 @@
 namespace trovarium {
 
 struct PhotoDisplayTest : ViewerWindow {
-    bool displayed(int position, bool visibly)
-    {
-        bool shown = true;
-        main().photoDisplay().DisplayPhoto(position, visibly, shown);
-        return shown;
-    }
+    bool displayed(int position, bool visibly) { return main().photoDisplay().DisplayPhoto(position, visibly); }
 };
 
 TEST_F(PhotoDisplayTest, APictureIsReducedByTheFirstWholeNumberThatFitsStrictly)
