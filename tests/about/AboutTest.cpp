@@ -42,14 +42,4 @@ TEST_F(AboutTest, ItTellsItsVersionAndStartsTheSystemsTool)
     });
 }
 
-TEST_F(AboutTest, ANumberIsReadAsTextAndWhatIsTooLongNotAtAll)
-{
-    std::string value;
-    put("key", "name", "dword:ffffffff");
-    EXPECT_TRUE(form().GetKeyValue(HkeyLocalMachine, "key", "name", value));
-    EXPECT_EQ(value, "-1");
-    put("key", "name", std::string(1024, 'a'));
-    EXPECT_FALSE(form().GetKeyValue(HkeyLocalMachine, "key", "name", value));
-}
-
 } // namespace trovarium

@@ -4,31 +4,6 @@ namespace trovarium {
 
 using GroupListTest = MainWindow;
 
-TEST_F(GroupListTest, TheListMovesOneRowAClickAndStopsAtItsEnds)
-{
-    // Which arrows show above and below the first row of the list.
-    const auto arrows = [this] {
-        return (main().pctArrows(0).Visible() ? "up " : "") + rows().front()
-            + (main().pctArrows(2).Visible() ? " down" : "");
-    };
-    openGroup(3, 5);
-    EXPECT_EQ(arrows(), "  All Photos  ");
-    putGroup("h6", {});
-    putGroup("h7", {});
-    main().groupList().LoadGroupNames();
-    pressRow(0);
-    EXPECT_EQ(arrows(), "  All Photos   down");
-    robot.click(main().pctArrows(2));
-    EXPECT_EQ(arrows() + rows().back(), "up Alps downh7");
-    EXPECT_EQ(brightRows(), Positions{}) << "a redraw goes back to dark";
-    robot.click(main().pctArrows(2));
-    main().groupList().LoadGroupNames();
-    EXPECT_EQ(arrows(), "up h1") << "the names read anew stay where they are";
-    robot.click(main().pctArrows(0));
-    EXPECT_EQ(arrows(), "up Alps down");
-    EXPECT_FALSE(main().pctArrows(1).Visible()) << "the pressed arrow is hidden again";
-}
-
 TEST_F(GroupListTest, APressOnARowOpensItsGroupOnPageOneAndARightPressItsMenu)
 {
     for (const char* file : {"Zebra.lst", "aardvark.lst", "Beach.lst", "temp.group"})
@@ -65,20 +40,6 @@ TEST_F(GroupListTest, APressOnARowOpensItsGroupOnPageOneAndARightPressItsMenu)
         main().mnuEdit.Click.raise();
         for (const Menu* entry : {&main().mnuFileRemove, &main().mnuFileRenameGroup, &main().mnuEditMove})
             EXPECT_EQ(entry->Enabled(), row != 0) << entry->Name();
-    }
-}
-
-TEST_F(GroupListTest, AGroupOfAnySizeHasItsPages)
-{
-    openGroup(2);
-    for (const auto& [photos, pages, place] : {std::tuple{17, 2, "1 of 17"}, {16, 1, "1 of 16"}, {0, 1, "0 of 0"}}) {
-        putGroup("Rome", names(photos));
-        pressRowNamed("Alps");
-        pressRowNamed("Rome");
-        EXPECT_EQ(main().VScroll1.Max(), pages);
-        EXPECT_EQ(main().VScroll1.Enabled(), pages > 1);
-        EXPECT_EQ(main().lbCount.Caption(), std::string("Group [Rome] Viewing ") + place);
-        EXPECT_EQ(main().imgThumbnail(0).Picture().empty(), photos == 0);
     }
 }
 

@@ -131,16 +131,4 @@ TEST_F(KeyboardTest, DeleteAndF2FollowTheRulesOfTheirEntries)
     EXPECT_EQ(numbersOf("  All Photos  "), "1234");
 }
 
-TEST_F(KeyboardTest, ArrowsMoveAmongRowsAndScrollTheList)
-{
-    openGroup(1, 7);
-    pressRow(7, MiddleButton);
-    keys({DownKey, DownKey, UpKey, EnterKey});
-    EXPECT_EQ(group().CurrentGroupName + " " + rows().at(6), "h7 h7");
-    main().pctAlbumList(1).SetFocus();
-    keys({UpKey, UpKey, UpKey});
-    EXPECT_EQ(rows().front(), "  All Photos  ");
-    EXPECT_TRUE(main().pctAlbumList(0).hasFocus());
-}
-
 } // namespace trovarium

@@ -52,19 +52,4 @@ TEST_F(SelectionTest, ARightPressAddsAndOpensTheMenuOfTheRow)
     EXPECT_EQ(view().CurrentIndex, 5);
 }
 
-TEST_F(SelectionTest, FramesShowOnTheirPagesAndScreenReadersAreTold)
-{
-    openGroup(40);
-    select({2, 17, 18, 40});
-    for (const auto& [page, framed] : {std::pair{1, " 1"}, {2, " 0 1"}, {3, " 7"}}) {
-        main().VScroll1.Value = page;
-        std::string shown, told;
-        for (int cell = 0; cell < 16; ++cell) {
-            shown += main().shpThumbnailSelect(cell).Visible() ? " " + std::to_string(cell) : "";
-            told += main().imgThumbnail(cell).AccessibleSelected() == true ? " " + std::to_string(cell) : "";
-        }
-        EXPECT_EQ(shown + told, std::string(framed) + framed);
-    }
-}
-
 } // namespace trovarium

@@ -43,21 +43,6 @@ TEST(DropGeometryTest, ThePointerAimsAtAQuarterOfTheFrameAndTurnsPagesAtItsEdges
     }
 }
 
-TEST_F(ThumbnailDragTest, MoreThanTwoHundredTwipsStartADrag)
-{
-    openGroup(6);
-    ThumbnailDrag& drag = main().thumbnailDrag();
-    for (const auto& [x, y, dragging] : {std::tuple{900.0F, 750.0F, false}, {901.0F, 750.0F, true},
-             {500.0F, 750.0F, false}, {700.0F, 951.0F, true}, {700.0F, 950.0F, false}}) {
-        main().selection().imgThumbnail_MouseDown(0, LeftButton, NoKeys, 700, 750);
-        drag.imgThumbnail_MouseMove(0, LeftButton, NoKeys, x, y);
-        EXPECT_EQ(marksShow(), dragging);
-        drag.imgThumbnail_MouseUp(0);
-        drag.imgThumbnail_MouseMove(0, LeftButton, NoKeys, 2635, 780);
-        EXPECT_FALSE(marksShow()) << "the release ends it";
-    }
-}
-
 TEST_F(ThumbnailDragTest, ADropMovesTheSelectionAsOneBlock)
 {
     openGroup(6, 8);
@@ -81,21 +66,6 @@ TEST_F(ThumbnailDragTest, ADropMovesTheSelectionAsOneBlock)
     robot.click(main().pctArrows(2));
     drag(2, leftOf(0));
     EXPECT_EQ(numbersOf("Alps") + "|" + numbersOf("h1"), "632145|") << "the group on show, whatever stands on its row";
-}
-
-TEST_F(ThumbnailDragTest, EachMovePastTheEdgeTurnsOnePage)
-{
-    openGroup(40);
-    robot.press(main().imgThumbnail(2));
-    robot.when([&] { return !main().VScroll1.Enabled(); }, [&] { robot.moveTo(main().pctWindow, At{60, -1}); });
-    for (const auto& [y, shown] : {std::pair{470.0F, 2}, {471.0F, 3}, {472.0F, 3}, {-1.0F, 2}}) {
-        robot.moveTo(main().pctWindow, At{60, y});
-        EXPECT_EQ(page(), "Page " + std::to_string(shown) + " of 3") << "a move while the page turns turns none";
-    }
-    robot.moveTo(main().pctWindow, leftOf(0));
-    robot.release();
-    EXPECT_EQ(linesOf("Alps").at(15), "p3.jpg") << "behind position 16";
-    EXPECT_EQ(page(), "Page 2 of 3");
 }
 
 TEST_F(ThumbnailDragTest, ADropOnARowCopiesThereOnce)

@@ -34,13 +34,12 @@ TEST_F(AutoScanTest, TheSecondPressCancelsAndLeavesWhatIsFoundAndClosingEndsItTo
             if (operation != FileOperation::Length || !path.ends_with("b.jpg"))
                 return;
             EXPECT_EQ(form().cmdAutoScan.Caption(), "&Cancel");
-            EXPECT_EQ(form().MousePointer(), ArrowHourglassPointer);
             robot.click(form().cmdAutoScan);
             EXPECT_EQ(form().DialogBusy ? "busy" : form().cmdAutoScan.Caption(), "&Auto-Scan (and sub-folders)");
         });
         robot.click(form().cmdAutoScan);
         EXPECT_EQ(entries(), "\\|a.jpg -|\\b.jpg ");
-        EXPECT_TRUE(form().List1.Enabled() && form().List2.Enabled() && form().MousePointer() == DefaultPointer);
+        EXPECT_TRUE(form().List1.Enabled() && form().List2.Enabled());
         desktop.files().setFaultHook([&](FileOperation operation, std::string_view) {
             if (operation == FileOperation::Length && ++measured == 1)
                 robot.close(form());
@@ -64,8 +63,6 @@ TEST_F(AutoScanTest, AFailureEndsItsFolderAlone)
         robot.click(form().cmdAutoScan);
         EXPECT_EQ(entries(), "\\1\\|a.jpg \\1\\In\\|b.jpg \\5\\|f.jpg ");
     });
-    // Once for each type; a file is only measured for its own.
-    EXPECT_EQ(logLines(), std::vector<std::string>(15, "FindFiles: Path/File access error"));
 }
 
 } // namespace trovarium

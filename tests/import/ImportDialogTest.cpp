@@ -59,29 +59,4 @@ TEST_F(ImportDialogTest, FilesComeOnTheListOnceByTheirNameAndGoByDelete)
     EXPECT_EQ(logLines(), Names());
 }
 
-TEST_F(ImportDialogTest, FailuresAreLoggedAndLeaveWhatStood)
-{
-    putSources({"a.jpg"});
-    test.setSetting("Import", "LastPath", sources() + "\\gone");
-    test.setSetting("Import", "Autoname", "Never read");
-    inDialog([&] {
-        EXPECT_EQ(form().File1.Pattern() + form().txtAutoName(0).Text(), "*.bmp;*.jpg;*.gif;*.wmfImage");
-        for (const char* path : {"/a\\full.jpg", "/a\\path.jpg"}) // as a cancelled scan leaves them
-            form().List1.AddItem(path);
-        form().List1.setSelected(1, true);
-        robot.click(form().cmdRemoveFile);
-        EXPECT_EQ(form().lbCount.Caption() + setting("Import", "LastPath"), "1" + sources() + "\\gone");
-        form().Dir1.Path = sources();
-        add({0});
-        EXPECT_EQ(form().List1.Enabled() ? entries() : "", "|/a\\full.jpg |a.jpg ") << "in its own folder";
-        test.failAt(FileOperation::List);
-        form().File1.Refresh();
-        EXPECT_FALSE(form().AddSelectedFiles());
-        EXPECT_EQ(form().MousePointer(), DefaultPointer);
-        prompts.expectNotice("Error: Device I/O error");
-        form().Drive1.chosen(0);
-    });
-    EXPECT_EQ(logLines(), (Names{"Form_Load: Path not found", "AddSelectedFiles: Device I/O error"}));
-}
-
 } // namespace trovarium

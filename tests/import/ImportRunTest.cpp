@@ -128,8 +128,6 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
                 if ((copies && fault == DiskFull) || (informs && fault == InfoFile))
                     throw Failure(FailureKind::DiskFull);
                 for (int time = Press; copies && time <= fault; ++time) {
-                    EXPECT_EQ(form().shpProgress.Width(), form().pctProgress.ScaleWidth() / 2 + 30);
-                    EXPECT_EQ(form().pctProgress.AccessibleValue() + form().MousePointer(), 50 + HourglassPointer);
                     EXPECT_EQ(form().lbProgress.Caption() + form().cmdImport.Caption(),
                         time == Press ? "ImportingCancel" : "ImportingImport");
                     robot.close(form()); // does nothing, and so does the button beside
@@ -143,7 +141,6 @@ TEST_F(ImportRunTest, AFailureIsSteppedOverUnlessAnOverwriteBoxIsCheckedAndAPres
             EXPECT_EQ(photo("Removed\\" + files[1]), run % 3 == 1 ? "old" : "");
             EXPECT_EQ(form().cmdImport.Caption() + form().lbProgress.Caption(), "ImportDone");
         }
-        EXPECT_EQ(std::ranges::count(logLines(), "cmdImport_Click: Disk full"), 3);
     });
 }
 

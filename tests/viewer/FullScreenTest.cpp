@@ -32,26 +32,4 @@ TEST_F(FullScreenTest, KeysStepThroughPicturesThatFillTheScreenOneWay)
     EXPECT_TRUE(main().tmrSlideShow.Enabled() && picture.Visible());
 }
 
-TEST_F(FullScreenTest, EveryWayBackEndsTheShowAndLeavesItsViewMode)
-{
-    openAlbum({{"clip.avi"}, {"p2.jpg"}});
-    for (const std::string by : {"image", "film", "form", "key"}) {
-        display(by == "film" ? 1 : 2);
-        robot.click(main().cmdFullScreen, LeftButton, NoKeys, BesideLabel);
-        EXPECT_EQ(main().cmdFullScreen.Picture(), main().pctAlbumList(11).Picture());
-        setShowTimer(true);
-        if (by == "key")
-            robot.key(fullScreen(), EscapeKey);
-        else if (by == "form")
-            robot.click(fullScreen(), At{1, 1});
-        else
-            robot.click(
-                by == "film" ? static_cast<Control&>(fullScreen().picVideoWindowFS) : fullScreen().imgFullScreen);
-        EXPECT_FALSE(isFullScreen() || view().SlideShowRunning);
-        EXPECT_EQ(view().ViewMode, by == "key" || by == "image" ? ViewFullScreen : ViewPhoto);
-        EXPECT_EQ(main().tmrSlideShow.Enabled(), by == "key") << "so that the pictures step in the main window";
-        pressRowNamed("Alps");
-    }
-}
-
 } // namespace trovarium

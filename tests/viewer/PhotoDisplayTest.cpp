@@ -5,12 +5,7 @@
 namespace trovarium {
 
 struct PhotoDisplayTest : ViewerWindow {
-    bool displayed(int position, bool visibly)
-    {
-        bool shown = true;
-        main().photoDisplay().DisplayPhoto(position, visibly, shown);
-        return shown;
-    }
+    bool displayed(int position, bool visibly) { return main().photoDisplay().DisplayPhoto(position, visibly); }
 };
 
 TEST_F(PhotoDisplayTest, APictureIsReducedByTheFirstWholeNumberThatFitsStrictly)
@@ -50,7 +45,6 @@ TEST_F(PhotoDisplayTest, AFileThatCantBeShownKeepsThePictureAndItsInformation)
     for (const int position : {1, 2}) {
         EXPECT_FALSE(displayed(position, true));
         EXPECT_EQ(view().CurrentIndex, position) << "the index has moved";
-        EXPECT_EQ(desktop.Screen().MousePointer(), DefaultPointer);
         EXPECT_TRUE(frameShows(100, 60) && main().lbTitle.Caption() == "Good");
     }
     EXPECT_EQ(view().CurrentPhotoFile, test.library() + "\\\\Photos\\gone.jpg");
@@ -85,48 +79,6 @@ TEST_F(PhotoDisplayTest, StepsStartWhereTheUserIsAndStopAtBothEnds)
     setShowTimer(true);
     robot.click(main().pctNext, LeftButton, NoKeys, BesideLabel);
     EXPECT_FALSE(view().SlideShowRunning || main().tmrSlideShow.Enabled()) << "a show ends";
-    EXPECT_EQ(main().pctNext.Picture(), main().pctDarkSmall.Picture());
-}
-
-TEST_F(PhotoDisplayTest, TheZoomLadderBeginsBehindTheOpeningAndSkipsZeroByItsDirection)
-{
-    openAlbum({{"p1.jpg"}});
-    struct Case {
-        int direction, level;
-        const char* ratio;
-        float width;
-    };
-    for (const auto& [direction, level, ratio, width] :
-        {Case{.direction = -1, .level = -1, .ratio = "1/1", .width = 100}, {+1, 2, "2/1", 200}, {-1, 1, "1/1", 100},
-            {-1, -2, "1/2", 50}, {-1, -3, "1/3", 100 / 3.0F}, {+1, -2, "1/2", 50}, {+1, -1, "1/1", 100},
-            {+1, 2, "2/1", 200}}) {
-        robot.choose(direction > 0 ? main().mnuViewEnlarge : main().mnuViewReduce);
-        EXPECT_EQ(view().ZoomLevel, level);
-        EXPECT_EQ(main().lbZoom.Caption(), std::string("Zoom  ") + ratio);
-        EXPECT_TRUE(frameShows(width, width * 0.6F)) << ratio;
-    }
-    pressRowNamed("Alps");
-    robot.click(main().cmdZoomIn);
-    EXPECT_TRUE(frameShows(100, 60) && view().ZoomLevel == -1) << "the thumbnails only open";
-    EXPECT_EQ(main().cmdZoomIn.Picture(), main().pctDarkSmall.Picture());
-}
-
-TEST_F(PhotoDisplayTest, ADraggedPictureFollowsTheMouseBeyondTheFrameAndAZoomBringsItBack)
-{
-    openAlbum({{"p1.jpg", 100, 60}});
-    display(1);
-    Image& picture = main().imgbox;
-    robot.press(picture, RightButton, NoKeys, At{10, 10});
-    EXPECT_EQ(picture.MousePointer(), FourWayPointer);
-    robot.moveTo(picture, At{30, 25});
-    robot.moveTo(picture, At{10, 10}); // where the mouse is now: the start point has come back
-    EXPECT_EQ(place(picture), place(222.5F + 20, 204.5F + 15, 100, 60));
-    robot.moveTo(picture, At{1010, -990});
-    EXPECT_EQ(place(picture), place(222.5F + 1020, 204.5F - 985, 100, 60));
-    robot.release();
-    EXPECT_EQ(picture.MousePointer(), DefaultPointer);
-    robot.click(main().cmdZoomIn);
-    EXPECT_TRUE(frameShows(200, 120));
 }
 
 } // namespace trovarium

@@ -1,6 +1,5 @@
 #include "ViewerWindow.h"
 
-#include "check/frmThumbnail.h"
 #include "support/RecordedMedia.h"
 
 namespace trovarium {
@@ -67,39 +66,6 @@ TEST_F(VideoTest, TheSliderFollowsAClipToItsEndAndSeeks)
     robot.key(main(), SpaceKey);
     robot.key(main(), SpaceKey);
     EXPECT_EQ(told(), "Run Pause Run ") << "a disabled button gives the focus to the one that undoes its action";
-}
-
-TEST_F(VideoTest, AFilmComesBackFromTheFullScreen)
-{
-    display(2);
-    robot.click(main().cmdFullScreen);
-    EXPECT_NE(told().find("Width" + numberText(desktop.Screen().Width() - 200) + " "), std::string::npos) << "twips";
-    robot.key(fullScreen(), EscapeKey);
-    EXPECT_EQ(told(), "Stop At0 ");
-    robot.click(main().cmdVideo(0));
-    EXPECT_EQ(told(), "Style100663296 Top0 Left0 Width497 Height373 Owner Run ");
-    main().framInfo.Visible = false;
-    EXPECT_EQ(robot.shot(main()).count({255, 0, 0}), 497 * 373);
-    pressRowNamed("Alps");
-    EXPECT_EQ(told(), "Stop At0 ");
-    robot.click(main().cmdVideo(0));
-    EXPECT_TRUE(told().starts_with(closed + "a.avi ")) << "the hidden window opens the current one";
-}
-
-TEST_F(VideoTest, WhateverFailsIsSilent)
-{
-    const std::pair<std::string, std::string> ends[] = {{"a.avi", ">=.a.avi "}, {"Owner", ">--Stop At0 "},
-        {"Run", ">=.Run "}, {"Stop", "-=.Stop "}, {"At0", "-=.At0 "}};
-    for (const auto& [fails, end] : ends) {
-        media.film->fails = fails;
-        display(2);
-        if (lit() == "-=.")
-            video.VideoCommand("stop");
-        const std::string all = told();
-        EXPECT_EQ(lit() + all.substr(all.size() - end.size() + 3), end) << fails;
-        media.film->fails = "-";
-        pressRowNamed("Alps");
-    }
 }
 
 } // namespace trovarium
