@@ -92,7 +92,7 @@ TEST_F(RegistryAccessTest, StandsInTheUsersHomeWhereTheConfigurationFolderIsRela
 {
     const ScopedEnv home("HOME", folder.path());
     const ScopedEnv config("XDG_CONFIG_HOME", "relative");
-    RegistryAccess().WriteValue(HkeyLocalMachine, Options, "Place", "home");
+    RegistryAccess().WriteValue(Options, "Place", "home");
     EXPECT_EQ(folder.read(".config/OmbrelaneWorks/settings.txt"), Head + "Place=home\n");
 }
 

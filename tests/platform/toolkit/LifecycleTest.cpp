@@ -2,6 +2,7 @@
 #include "platform/toolkit/DesktopState.h"
 #include "platform/toolkit/FormWindow.h"
 #include "platform/toolkit/PictureBox.h"
+#include "platform/toolkit/Timer.h"
 
 #include <QCoreApplication>
 
@@ -56,6 +57,10 @@ TEST_F(Lifecycle, AFormIsListedUntilItIsClosedAndLivesUntilItsHandlerHasReturned
     desktop.DoEvents();
     EXPECT_EQ(desktop.formsCount(), 0);
     EXPECT_EQ(taken(), "B.unload A.unload B.gone A.gone ");
+    Form boxless(desktop, {.Name = "Boxless", .Width = 1500, .Height = 1500, .CloseBox = false});
+    boxless.show();
+    robot.close(boxless);
+    EXPECT_TRUE(boxless.isLoaded());
     when.clear();
     a().show();
     bool isFirst = true;
@@ -69,6 +74,10 @@ TEST_F(Lifecycle, AFormIsListedUntilItIsClosedAndLivesUntilItsHandlerHasReturned
     });
     desktop.DoEvents();
     EXPECT_EQ(taken(), "A.load A.click waited A.activate A.click A.unload A.gone ");
+    a().show();
+    robot.key(a(), F2Key + 2, AltKey); // where no window manager takes them
+    desktop.DoEvents();
+    EXPECT_EQ(taken(), "A.load A.activate A.unload A.gone ");
     a().show();
     inHandler(a(), [this, &page = a()] {
         page.box.Width = 300;
@@ -170,6 +179,27 @@ TEST_F(Lifecycle, TheLoopGoesOnBehindAFailureAndEndsWithTheLastUnloadOrWithThePr
         EXPECT_EQ(desktop.run(), 0);
         EXPECT_TRUE(taken().ends_with("B.activate B.unload A.unload B.gone A.gone ")) << signal;
     }
+}
+
+TEST_F(Lifecycle, ATimerTicksOnlyWhileItsFormIsLoadedAndItIsOnAndOnceBehindALongHandler)
+{
+    Timer timer(&form, {.Name = "timer", .Interval = 3, .Enabled = true});
+    note(timer.Tick, "tick");
+    Timer clock(&a(), {.Name = "clock", .Interval = 3, .Enabled = true});
+    int time = 0;
+    clock.Tick.connect([&] { ++time; });
+    a().load();
+    const auto passTime = [&] { EXPECT_TRUE(robot.until([&, end = time + 5] { return time >= end; })); };
+    passTime(); // the form isn't loaded yet
+    when["tick"] = [&] {
+        passTime();
+        timer.Enabled = diary == "A.load tick "; // after the second no more
+        diary += "done ";
+    };
+    form.load();
+    ASSERT_TRUE(robot.until([&] { return !timer.Enabled(); }));
+    passTime();
+    EXPECT_EQ(taken(), "A.load tick done tick done ");
 }
 
 } // namespace trovarium

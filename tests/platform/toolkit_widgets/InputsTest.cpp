@@ -1,9 +1,14 @@
+#include "platform/toolkit/ScrollBar.h"
 #include "platform/toolkit/TextBox.h"
 
 #include "platform/FormFixture.h"
+#include "platform/toolkit/DrawnWidget.h"
+#include "platform/toolkit/PictureBox.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QScrollBar>
 
 namespace trovarium {
 
@@ -12,9 +17,17 @@ struct InputsTest : FormFixture {
     {
         note(box.Change, "Change", [this] { return box.Text(); });
         note(box.KeyPress, "Key");
+        bar.Min = 1;
+        bar.Max = 10;
+        note(bar.Change, "C", [this] { return std::to_string(bar.Value()); });
+        note(bar.Scroll, "S", [this] { return std::to_string(bar.Value()); });
     }
 
+    void click(Control& control, At at = {8, 10}) { robot.click(control, LeftButton, NoKeys, at); }
+
     TextBox box{&form, {.Name = "box", .Width = 3000, .Height = 285, .Caption = "Image"}};
+    PictureBox window{&form, {.Name = "window", .Left = 3200, .Width = 1200, .Height = 4500}};
+    VScroll bar{&window, {.Name = "bar", .Left = 900, .Width = 255, .Height = 4500}};
 };
 
 TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHandlerMayMendIt)
@@ -52,6 +65,49 @@ TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHan
     robot.type(form, "x");
     EXPECT_FALSE(form.isLoaded());
     EXPECT_EQ(box.Text(), "a_cxb") << "the cursor stays where the user types";
+}
+
+TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndChangeAloneForCode)
+{
+    bar.LargeChange = 2;
+    show();
+    click(bar, At{8, 296}); // the arrow
+    bar.SetFocus();
+    keys({34, 38});
+    robot.wheel(bar, 1);
+    robot.wheel(window, 1);
+    EXPECT_EQ(taken(), "C:2 S:2 C:4 S:4 C:3 S:3 C:5 S:5 C:7 S:7 ");
+    const Shot before = robot.shot(form);
+    bar.Value = 10;
+    desktop.DoEvents();
+    EXPECT_FALSE(robot.shot(form).pixels == before.pixels) << "the thumb stands elsewhere";
+    auto* widget = static_cast<QScrollBar*>(bar.widget());
+    const auto state = [&] { return QAccessible::queryAccessibleInterface(widget)->state(); };
+    EXPECT_TRUE(!state().disabled && widget->focusPolicy() == Qt::StrongFocus);
+    bar.Enabled = false;
+    EXPECT_TRUE(state().disabled && widget->focusPolicy() == Qt::NoFocus);
+    click(bar, At{8, 296});
+    keys({38});
+    robot.wheel(bar, -1);
+    robot.wheel(window, -1);
+    bar.Enabled = true;
+    keys({38});
+    EXPECT_EQ(taken(), "C:10 C:9 S:9 ") << "deaf while disabled, but it keeps the focus";
+
+    bar.Value = 5;
+    bar.Value = 5;
+    bar.Max = 3;
+    bar.Max = 10;
+    bar.Min = 4;
+    EXPECT_EQ(taken(), "C:5 C:3 C:4 ");
+    for (const int value : {3, 11})
+        EXPECT_EQ(failureOf([&] { bar.Value = value; }), "Invalid property value") << value;
+    bar.LargeChange = 4;
+    for (const bool isSeen : {true, false}) {
+        window.Visible = isSeen;
+        bar.page(isSeen ? 2 : -1);
+        EXPECT_EQ(taken(), isSeen ? "C:10 S:10 " : "");
+    }
 }
 
 } // namespace trovarium
