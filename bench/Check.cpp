@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // The check of a start on a library, in milliseconds.
 //
 //   bench_check all FOLDER      the four passes and the repair of the groups

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // How long the export of a whole group takes until the last change of the dialog is painted, in milliseconds.
 //
 //   bench_export LIBRARY FOLDER COUNT     a group of another size is an error

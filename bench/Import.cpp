@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // How long a work of the import dialog takes until its last change is painted, in milliseconds.
 //
 //   bench_import open LIBRARY FOLDER COUNT          the dialog comes up on a folder of so many files

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // How long a list on show takes until the last change is painted, in milliseconds.
 //
 //   bench_lists add|sorted|remove|write|select COUNT TIMES   so many times, each of so many entries one by one, with

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Tells the megabytes of memory that are resident.
 //
 //   bench_memory group FOLDER    with a large group on show and no photograph

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // How long a search by two fields takes until its last change is painted, in milliseconds.
 //
 //   bench_search LIBRARY TITLE PEOPLE FOUND     a count other than FOUND is an error

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // How long it takes from the call until a clip sounds, in milliseconds, with the device open.
 //
 //   bench_sound CLIP TAP   the clip sounds from its first sample on; all that sounds is written into TAP

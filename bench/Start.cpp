@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Starts the program in the folder where it stands, as its own `main` does, and ends as soon as the main window
 // is painted on the screen.
 

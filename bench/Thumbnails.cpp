@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Builds the thumbnails of all photographs of a library and tells how many milliseconds that took, the two
 // waits for the reader left out.
 //

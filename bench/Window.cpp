@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // What a user waits for in the main window, as Google Benchmark's jobs.
 //
 //   bench_window FOLDER [Google Benchmark's options]      FOLDER holds the libraries

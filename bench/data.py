@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 """The files that the benchmarks work on, made on demand and kept: photographs out of two packages of Debian's
 (lomiri-wallpapers-16.04, mate-backgrounds), and libraries that hold them."""
 

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 """Starts the program where there is no display, saves a picture of its window, and ends it by its own Exit.
 
     python3 scripts/show_window.py LIBRARY/trovarium PICTURE.png

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 """A screen that nobody sees, and the program on it: Xvfb with openbox, driven by xdotool.
 
 Every wait is for a condition, with a deadline; what a deadline misses is an AssertionError that says

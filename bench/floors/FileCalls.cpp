@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Makes the calls to the file system that a job of the program makes, and nothing else, and tells how many
 // milliseconds they took.
 //

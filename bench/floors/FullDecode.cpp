@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Decodes a JPEG file in full, to sRGB where it carries a profile, several times, and tells the milliseconds of each.
 //
 //   floor_decode COUNT FILE

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "browser/GroupCommands.h"
 
 #include "browser/GroupListPane.h"

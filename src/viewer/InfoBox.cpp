@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "viewer/InfoBox.h"
 
 #include "browser/frmMain.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "viewer/PhotoDisplay.h"
 
 #include "browser/Selection.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "viewer/SlideShow.h"
 
 #include "browser/Selection.h"

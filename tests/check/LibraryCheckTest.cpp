@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "check/RepairPasses.h"
 #include "check/VideoPlayer.h"
 #include "check/frmSplash.h"

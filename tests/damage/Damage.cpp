@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Damaged files in the hands of the program: none crashes it, none stops it, and no other file changes.
 //
 //     damage ROUNDS [SEED [FORMAT]]

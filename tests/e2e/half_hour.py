@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 """A new user's first half hour, with mouse and keys: photographs and clips come in, are sorted and described. It ends
 while a clip plays.
 

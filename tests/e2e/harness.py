@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 """A library in a temporary folder, the built program in it, and where things lie in its windows."""
 
 import os

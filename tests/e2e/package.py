@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 """The package of a build, unpacked in a folder of its own, and its command: package.py BUILD"""
 
 from __future__ import annotations

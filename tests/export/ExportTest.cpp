@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "browser/MainWindow.h"
 #include "export/frmExport.h"
 #include "support/TemporaryFolder.h"

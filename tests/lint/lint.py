@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 """Fails on an include against the levels, a library's header outside its files, a handler that nothing calls, an
 event that is wired twice, and a file that is too long.
 

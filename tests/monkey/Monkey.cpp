@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Random presses, drags, keys, menu choices and answers on the real program, with a library of its own, while others
 // work on its files too; and a judge of what its people keep.
 //

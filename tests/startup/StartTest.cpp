@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "platform/toolkit/Units.h"
 #include "startup/StartedProgram.h"
 #include "store/Log.h"

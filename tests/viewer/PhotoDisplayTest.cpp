@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "ViewerWindow.h"
 
 #include "viewer/PhotoDisplay.h"

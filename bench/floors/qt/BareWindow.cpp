@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 // Shows a window of the main window's size with nothing in it, and ends as soon as it is painted.
 
 #include <QApplication>

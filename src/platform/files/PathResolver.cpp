@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "platform/files/PathResolver.h"
 
 #include "platform/files/FolderReader.h"

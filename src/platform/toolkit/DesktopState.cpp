@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "platform/toolkit/DesktopState.h"
 
 #include "platform/toolkit/Accessibility.h"

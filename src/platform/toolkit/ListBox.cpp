@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "platform/toolkit/ListBox.h"
 
 #include "platform/files/FileService.h"

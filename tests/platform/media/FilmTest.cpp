@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "platform/media/FilmSurface.h"
 #include "platform/media/MediaService.h"
 #include "platform/media/MpvLibrary.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
 #include "platform/pictures/wmf/WmfCanvas.h"
 
 #include "platform/pictures/PictureHeader.h"
