@@ -28,7 +28,7 @@ public:
     // The row with the name of `FileName` (stem + ".lst"), or -1.
     std::int16_t FindGroupRow(std::string_view FileName) const;
 
-    // True for a name in the list, in any case, and for the empty name.
+    // True for a name in the list, in upper or lower case, and for the empty name.
     bool GroupExists(std::string_view Name) const;
 
     // Reads the group on show again and shows its page, as a press on its row does. For callers that changed lists. A

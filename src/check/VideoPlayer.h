@@ -15,7 +15,7 @@ public:
 
     // Replaces the film before; paused at its start.
     virtual void OpenVideo(std::string_view Path, PictureBox& Window) = 0;
-    // "play", "pause" or "stop", in any case; other words do nothing.
+    // "play", "pause" or "stop", in upper or lower case; other words do nothing.
     virtual void VideoCommand(std::string_view Command) = 0;
 };
 

@@ -236,7 +236,7 @@ void ExportRun::take(const std::string& source, const std::string& target)
     m_taken[upper(target)] = {source, target};
 }
 
-// Logs and skips a photograph that can't be copied; changing the mode clears the failure.
+// Logs and skips a photograph that can't be copied. The call of jumpToEnd clears its failure.
 void ExportRun::copyPhotograph()
 {
     m_run.stepOver();

@@ -29,7 +29,7 @@ double leadingNumber(std::string_view text);
 // The whole trimmed text as a number, or "Type mismatch".
 double strictNumber(std::string_view text);
 
-// "True" or "False" in any case or a number (0 is false), or "Type mismatch".
+// "True" or "False" in upper or lower case, or a number (0 is false); else "Type mismatch".
 bool toBoolean(std::string_view text);
 std::string_view booleanText(bool value);
 

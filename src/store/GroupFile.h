@@ -20,11 +20,11 @@ bool isAllPhotosGroup(std::string_view name); // compared in capitals
 // A list file's name up to its first ".".
 std::string groupNameOf(std::string_view fileName);
 
-// The path of a list file with the name as it is on the disk: a library from a file system without case may have
+// The path of a list file with the name as it is on the disk: a library from a case-insensitive file system may have
 // "Trip.LST" for "Trip.lst". To be used wherever a list is written, renamed, deleted or tested for.
 std::string groupListPath(const Album& album, std::string_view fileName);
 
-// Whether there is such a list, in any case of letters. A disk that doesn't answer is a failure.
+// Whether there is such a list, in upper or lower case. A disk that doesn't answer is a failure.
 bool hasGroupList(const Album& album, std::string_view fileName);
 
 // The same for a list that is about to be written. The list of all photographs is the program's own: a symbolic link

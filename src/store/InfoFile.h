@@ -25,7 +25,8 @@ bool SaveImageInfo(Album& album, std::string_view infoFileName, const PhotoInfo&
 // A new information file. Its title is its own full path until the user edits it.
 bool CreateInfoFile(FileService& files, std::string_view infoFilePath, std::string_view photoLinkValue);
 
-// Whether the title of N + ".info" is still that path, or the one from before the album was moved.
+// Whether the title is still the path that CreateInfoFile wrote. Its folder isn't compared, as the album may have been
+// moved.
 bool isFirstTitle(std::string_view title, std::string_view infoFileName);
 
 // The full path of the photograph behind `infoFileName` (N + ".info"); empty with a log line when the
@@ -35,7 +36,7 @@ std::string GetPhotoLink(Album& album, std::string_view infoFileName);
 // The file is there and not empty; a log line when it is absent.
 bool CheckPhotoLink(Album& album, std::string_view path);
 
-// A clip by its last four characters, in any case: avi, mov or mpg.
+// A clip by its last four characters, in upper or lower case: avi, mov or mpg.
 bool isVideoFile(std::string_view path);
 
 } // namespace trovarium

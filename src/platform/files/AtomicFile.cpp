@@ -105,7 +105,7 @@ bool AtomicFile::copyOwnership(const std::string& other, const struct stat& stat
     const bool isOwned = own.st_uid == status.st_uid && own.st_gid == status.st_gid;
     if (!isOwned && fchown(m_descriptor.handle(), status.st_uid, status.st_gid) != 0)
         return false;
-    // The access list first: with one, the group bits of the mode are the list's mask.
+    // The ACL first: with one, the group bits of the mode are its mask.
     return copyAccessList(other) && fchmod(m_descriptor.handle(), status.st_mode & AllRights) == 0;
 }
 

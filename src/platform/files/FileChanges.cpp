@@ -202,7 +202,7 @@ void FileService::refuseReplacing(const Target& target, const struct stat& sourc
         throw Failure(FailureKind::PermissionDenied);
 }
 
-// On a file system without case both names lead to the one entry.
+// On a case-insensitive file system both names lead to the same entry.
 bool FileService::isSameInOtherCase(const Target& from, const Target& to)
 {
     struct stat own = {}; // of the entry itself, also if it is a link

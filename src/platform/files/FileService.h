@@ -51,7 +51,7 @@ public:
     bool endOfFile(int number);
     std::string lineInput(int number); // ends at CR LF, CR or LF
     FileStamp stamp(int number);       // as the file was when it was opened
-    // Frees the number in any case. A number that isn't open is no failure.
+    // Frees the number even after a failure. A number that isn't open is no failure.
     void close(int number);
     // Closes every number. Failures are dropped: it is called while another failure is handled.
     void closeAll();
@@ -92,10 +92,10 @@ public:
     std::vector<std::string> listFolders(std::string_view folder) const;
     // Files and folders that match folder + pattern, with "." and "..": `Dir` with the directory attribute.
     std::vector<FolderEntry> listAll(std::string_view folderAndPattern) const;
-    // DirectoryAttribute for a folder, 0 for anything else that is there. A kind that a listing gave saves the look at
-    // the disk.
+    // DirectoryAttribute for a folder, 0 for anything else that is there. A kind that is known from a listing saves
+    // asking the disk.
     int attributes(std::string_view path, FolderEntry::Kind known = FolderEntry::Kind::Unknown) const;
-    // The folders with these names in `folder`, in any case of letters, that are symbolic links and lead out of `home`
+    // The folders with these names in `folder`, in upper or lower case, that are symbolic links and lead out of `home`
     // or nowhere.
     std::vector<FolderLink> linksOut(
         std::string_view folder, const std::vector<std::string_view>& names, std::string_view home) const;

@@ -40,7 +40,8 @@ public:
     // is ASCII or there as written. "Path not found" when the folder is missing.
     NativePath exact(const std::string& native);
 
-    // A file that is only to be read and isn't there as written; "File not found".
+    // The file to read for a path that isn't there as written: the one entry that differs in case alone, or a name that
+    // is not UTF-8. "File not found" for none.
     std::string readable(const std::string& native);
 
     // The entry of `folder` with this name, else the only one that differs in case alone.

@@ -27,7 +27,7 @@ using Clock = MpvFrames::Clock;
 // A disk that has to wake up first takes its seconds; what takes longer is damaged.
 constexpr std::chrono::seconds OpenDeadline{8};
 constexpr std::chrono::seconds SeekDeadline{2};
-// From the event that a seek is done to the frame.
+// From the event that ends a seek to its frame.
 constexpr std::chrono::milliseconds FrameDeadline{300};
 constexpr std::chrono::milliseconds CloseDeadline{300};
 

@@ -13,7 +13,8 @@ void dropMessage(
 
 } // namespace
 
-// Below SDL the sound card's library and the synthesizer write too: on a machine without a card, of a damaged piece.
+// Libraries below SDL print messages of their own: ALSA on a machine without a sound card, the synthesizer for a
+// damaged piece.
 SdlLibrary::SdlLibrary()
 {
     using SetHandler = int (*)(decltype(&dropMessage));

@@ -82,7 +82,8 @@ void SoundDevice::addClip(void* device, Uint8* mixed, int length)
         self.m_clip->mixInto(mixed, length);
 }
 
-// The old clip ends before the new one is read, and is freed where no sound waits for it.
+// The old clip ends before the new one is read. It is freed outside the lock, so that the audio callback doesn't wait
+// for that.
 void SoundDevice::playClip(const std::string& native, unsigned order)
 {
     const auto exchange = [this, order](std::unique_ptr<WaveClip> clip) {

@@ -197,7 +197,7 @@ bool WaveClip::feed(int length)
 {
     const std::lock_guard lock(m_access);
     if (m_ready.empty()) {
-        // What the stream holds back for the next piece is given out with it, or here.
+        // The stream holds samples back until it gets the next piece; after the last piece they are flushed.
         if (std::exchange(m_isRead, false))
             m_sdl.audioStreamFlush(m_stream.get());
         return false;

@@ -170,7 +170,7 @@ QImage JpegDecoder::decode(int denominator, const std::atomic<bool>& cancelled) 
     return upright(std::move(image), m_orientation);
 }
 
-// Into lights, or inks as they are stored.
+// Into RGB, or into CMYK as it is stored.
 void JpegDecoder::decompress(QImage& image) const
 {
     const int subsampling = m_subsampling < 0 ? int{TJSAMP_444} : m_subsampling;

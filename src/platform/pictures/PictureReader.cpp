@@ -141,12 +141,13 @@ QSize checkGif(const PictureFile& file)
     return {static_cast<int>(width), static_cast<int>(height)};
 }
 
-// The size that a png, webp or tiff promises; those of the others are checked by their own headers.
+// The size that a png, webp or tiff declares, checked against the length of the file. The other formats are checked
+// while their own headers are read.
 QSize checkPromise(const QImageReader& reader, std::int64_t length)
 {
     constexpr std::int64_t BitsOnScreen = 32;
     constexpr std::int64_t MostPacked =
-        std::int64_t{1032} * 8; // times, of a deflated byte; pages of white pack better and are small
+        std::int64_t{1032} * 8; // deflate packs at most 1032 bytes into one; blank pages may pack better and are small
     const int bits = QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel();
     const QSize size = reader.size();
     checkSize(size.width(), size.height(), length, std::numeric_limits<std::int64_t>::max());

@@ -14,7 +14,8 @@ namespace trovarium {
 // any thread.
 Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes);
 
-// The same for a picture that is decoded sooner than it is handed to another thread: a thumbnail. Empty for any other.
+// The same for a thumbnail, which is decoded in less time than it takes to hand it to another thread. Empty for any
+// other picture.
 Picture readThumbnail(const PictureFile& file, int longerSide);
 
 } // namespace trovarium

@@ -36,7 +36,7 @@ QImage newImage(QSize size, QImage::Format format)
     QImage image(size, format);
     if (image.isNull())
         throw Failure(FailureKind::OutOfMemory);
-    // In the small pages that the system gives out by itself, the first touch of each costs as much as its pixels.
+    // Asks for huge pages: with the usual ones the page faults take as long as filling in the pixels.
     constexpr std::uintptr_t LargePage = std::uintptr_t{2} << 20U;
     const auto first = reinterpret_cast<std::uintptr_t>(image.bits());
     const std::uintptr_t start = (first + LargePage - 1) / LargePage * LargePage;

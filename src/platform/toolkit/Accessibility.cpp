@@ -19,7 +19,7 @@ namespace trovarium {
 
 namespace {
 
-// What a screen reader may change of a widget goes through the user's ways.
+// By default a screen reader can read a value and not change it.
 class ValueOf : public QAccessibleValueInterface {
 public:
     QVariant minimumValue() const override { return 0; }
@@ -93,14 +93,14 @@ public:
         if (control == nullptr)
             return state;
         state.invisible = !control->isShown();
-        // Such as the fields of a box that is down.
+        // For instance the fields of the information box while it is down.
         state.offscreen = m_widget.visibleRegion().isEmpty();
         state.selectable = control->AccessibleSelected().has_value();
         state.selected = control->AccessibleSelected().value_or(false);
         return state;
     }
 
-    // Widgets first, then what is drawn. What grows in a progress bar is its value.
+    // Widgets first, then what is drawn. The growing shape in a progress bar is left out: its value tells the same.
     int childCount() const override { return static_cast<int>(childWidgets().size()); }
 
     QAccessibleInterface* child(int index) const override
@@ -157,7 +157,7 @@ private:
     const Drawn& m_drawn = m_widget.drawn();
 };
 
-// As the library's own, which is called by what is chosen in it instead of by its name.
+// Like the library's own, which gives the current choice as its name instead of the accessible name.
 class ComboAccessible : public QAccessibleWidget {
 public:
     explicit ComboAccessible(QComboBox* box)
@@ -196,7 +196,7 @@ private:
     QComboBox& m_box;
 };
 
-// As the library's own, which asks the widget whether it is disabled.
+// Like the library's own, which would take the state from the widget: that is never disabled.
 class BarAccessible : public QAccessibleWidget, public ValueOf {
 public:
     explicit BarAccessible(QScrollBar* bar)
@@ -230,7 +230,7 @@ public:
     QVariant minimumStepSize() const override { return m_bar.singleStep(); }
 
 private:
-    // A bar that its control disables is only passed over.
+    // A control disables its bar only by taking it out of the tab order.
     bool takesInput() const { return m_bar.isEnabled() && m_bar.focusPolicy() != Qt::NoFocus; }
 
     QScrollBar& m_bar;
@@ -240,8 +240,8 @@ class WindowAccessible : public QAccessibleWidget {
 public:
     using QAccessibleWidget::QAccessibleWidget;
 
-    // Asked when it is wanted: a window is known to the register before it is shown, and so before it is modal.
-    // Of the widget: the native window comes only with the show.
+    // Evaluated at each call: the interface is created before the window is shown, and so before it is modal. The
+    // widget is asked, since the native window only exists once it is shown.
     QAccessible::Role role() const override { return widget()->isModal() ? QAccessible::Dialog : QAccessible::Window; }
     QAccessible::State state() const override
     {

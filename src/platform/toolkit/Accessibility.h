@@ -3,7 +3,7 @@
 
 namespace trovarium {
 
-// From then on drawn widgets and windows are told to screen readers as what they are.
+// Registers our accessible interfaces for drawn widgets, windows, combo boxes and scroll bars.
 void installAccessibility();
 
 } // namespace trovarium

@@ -47,7 +47,8 @@ QIcon faceIcon(const Picture& picture)
     return QIcon(pixels);
 }
 
-// The library opens neither of two that want the same key, so a button leaves it to the menu, and shows no mark.
+// Of a menu and a button with the same access key the library activates neither. So the button gives its key up and
+// shows no underline.
 QString withoutKeyOfMenu(const std::vector<Menu*>& menus, QString text)
 {
     const QKeySequence key = QKeySequence::mnemonic(text);
@@ -93,7 +94,7 @@ void CaptionedControl::nameForReaders()
         m_button.setAccessibleName(toQString(ToolTipText()));
 }
 
-// Letters that are a little narrower look less odd beside another button's than letters that are smaller.
+// Slightly narrower letters look less odd beside another button than a smaller font.
 void CaptionedControl::showCaption()
 {
     const QString text = withoutKeyOfMenu(form().menus(), toQString(Caption()));
@@ -109,7 +110,7 @@ void CaptionedControl::showCaption()
     m_button.setText(text);
 }
 
-// With text that can be read on it.
+// Sets the background color, and a text color that is legible on it.
 void CaptionedControl::showGround()
 {
     m_button.setAutoFillBackground(BackColor().has_value());
@@ -145,7 +146,7 @@ CheckBox::CheckBox(Container* parent, const Plan& plan)
     : CaptionedControl(parent, plan, new QCheckBox(parent->client()), MarkWidth)
     , m_box(static_cast<QCheckBox&>(*widget()))
 {
-    // Which code doesn't raise.
+    // `clicked` isn't emitted when code changes the box.
     QObject::connect(&m_box, &QCheckBox::clicked, &m_box, [this] { deliverEvent(*this, [this] { Click.raise(); }); });
 }
 

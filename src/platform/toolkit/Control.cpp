@@ -75,7 +75,7 @@ void Control::nameForReaders()
 {
     m_widget->setToolTip(toolTipText(ToolTipText()));
     m_widget->setAccessibleName(toQString(AccessibleName()));
-    // With the list and the field that a box of choices consists of.
+    // The list and the text field of a combo box get the same name.
     if (const auto* box = qobject_cast<QComboBox*>(m_widget)) {
         box->view()->setAccessibleName(toQString(AccessibleName()));
         if (QLineEdit* field = box->lineEdit())

@@ -69,7 +69,7 @@ public:
     virtual bool takesInput() const = 0;
     float fromTwips(float twips) const { return m_scale == ScaleMode::Pixels ? twips / TwipsPerPixel : twips; }
     float toPixels(float value) const { return m_scale == ScaleMode::Pixels ? value : value / TwipsPerPixel; }
-    // Pixels of a border on each side, from inside which its children count.
+    // Width of the border on each side, in pixels. Children are placed inside it.
     virtual float edge() const { return 0; }
 
     const std::vector<Control*>& controls() const { return m_controls; } // in the order of their making
@@ -126,7 +126,8 @@ public:
     void TabBehind(const Control& before);
     bool hasFocus() const;
 
-    // Visible, and all that it lies on too; visible and enabled with all that.
+    // isShown: visible, and so is every container around it. takesInput: visible and enabled, like every container
+    // around it.
     bool isShown() const { return Visible() && m_parent->showsControls(); }
     bool takesInput() const { return Visible() && Enabled() && m_parent->takesInput(); }
 

@@ -74,7 +74,7 @@ trovarium::Screen& Desktop::Screen()
     return m_state->screen;
 }
 
-// Whoever asks for them is about to ask the user: the press in hand ends here.
+// The caller is about to open a message box, so a mouse press in progress ends here.
 Prompts& Desktop::prompts()
 {
     m_state->releaseMouse();
@@ -92,7 +92,7 @@ int Desktop::run()
         m_state->throwIfEnded();
         if (m_state->loaded.empty())
             return 0;
-        // Nothing that stands below this loop on the stack works on a form any more.
+        // The callers of this loop don't use any form, so their scopes don't keep unloaded forms alive.
         const int below = std::exchange(m_state->scopes, 0);
         const SessionEnd sessionEnd(*m_state);
         m_state->running = true;

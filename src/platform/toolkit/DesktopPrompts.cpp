@@ -119,7 +119,8 @@ public:
     }
 
 protected:
-    // A question that a key asked shows its ring at once; the desktop's library forgets that by showing a window.
+    // If the form was last used with the keyboard, the box shows its focus ring at once. Qt clears the attribute when
+    // it shows a window.
     void showEvent(QShowEvent* event) override
     {
         QDialog::showEvent(event);

@@ -294,7 +294,7 @@ void DesktopState::processSuspended(QEventLoop::ProcessEventsFlags flags)
         invokeLater(std::move(action));
 }
 
-// A scope that is still open ends with another call.
+// While a scope is open nothing is destroyed: the outermost one calls this again when it ends.
 void DesktopState::destroyUnloadedForms()
 {
     if (scopes == 0)

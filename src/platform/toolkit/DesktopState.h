@@ -85,11 +85,11 @@ struct DesktopState {
     void processSuspended(QEventLoop::ProcessEventsFlags flags); // repaints meanwhile
     bool mayWait(std::chrono::milliseconds waited);              // for a picture: false once the user closes a window
 
-    // Runs it in the next iteration of the event loop; when events are suspended then, behind that.
+    // Runs `action` in the next iteration of the event loop; if events are suspended then, once they run again.
     void invokeLater(std::function<void()> action);
-    // Whether input for a form waits until handlers may run again; then it takes it.
+    // True if input for a form has to wait until handlers may run again; it is then kept for later.
     bool keepsInput(QObject& receiver, QEvent& event);
-    // Whether a window's repaint waits; then it takes it.
+    // True if a window's repaint has to wait; it is then kept for later.
     bool keepsRepaint(QObject& window);
 
     Desktop& desktop;

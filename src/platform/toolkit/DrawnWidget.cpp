@@ -230,8 +230,8 @@ void DrawnControl::place()
     Control::place();
 }
 
-// One that is pressed keeps the mouse until its release, and one with the focus keeps that until it goes elsewhere,
-// though the library would take both from a widget that is hidden. It is no longer painted, and lets the mouse through.
+// The library takes the mouse grab and the focus from a widget that is hidden. So a control that has one of them is
+// hidden as a widget only when it has lost it; until then it isn't painted and lets the mouse through.
 void DrawnControl::showOrHide()
 {
     const bool isUsed = desktop().state().mouseGrabber == widget() || widget()->window()->focusWidget() == widget();
@@ -249,7 +249,7 @@ void DrawnControl::showOrHide()
     }
 }
 
-// It isn't disabled as a widget, which would hand on the focus.
+// The widget stays enabled, since disabling it would move the focus to the next one.
 void DrawnControl::enableOrDisable()
 {
     followInput();

@@ -232,7 +232,7 @@ const std::vector<std::string>& FolderList::rowPaths() const
     return m_rows;
 }
 
-// The program is told of a failure when it asks itself.
+// A failure is ignored here: code that reads ListCount itself gets it.
 int FolderList::rowCount() const
 {
     int count = 0;
@@ -250,10 +250,10 @@ int FolderList::rowLevel(int row) const
     return std::min(row, depth());
 }
 
-// One that can't be entered tells why, and the list stays where it is.
+// A message tells why a folder can't be opened, and the list stays where it is.
 bool FolderList::rowEntered(int row)
 {
-    // The path that is set may be the row's own, and its text goes with the rows.
+    // A copy, since the assignment replaces the rows that rowPath refers to.
     const auto failure = attempt([&] { Path = std::string(rowPath(row)); });
     if (failure)
         desktop().prompts().messageBox("Error: " + std::string(failure->description()), Message::Error, "");
@@ -339,7 +339,7 @@ void FileList::showChoice()
     setChoice(MultiSelect() ? Choice::Several : Choice::One);
 }
 
-// The program is told of a failure when it asks itself.
+// A failure is ignored here: code that reads ListCount itself gets it.
 int FileList::rowCount() const
 {
     int count = 0;

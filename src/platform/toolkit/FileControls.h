@@ -30,8 +30,8 @@ public:
 
     Event<> Change{this};
 
-    // By the user. It is kept even if it can't be read any more. Change comes for the one that stands there too: it may
-    // be readable by now, or its folders were left meanwhile.
+    // Called when the user chooses a place, which is kept even if it can't be read any more. Change is also raised for
+    // the current place: it may be readable by now, or the user may have left its folders meanwhile.
     void chosen(std::size_t place);
 
 private:

@@ -97,7 +97,7 @@ void Form::showIcon()
         m_window->setWindowIcon(QIcon(QPixmap::fromImage(renderedImage(Icon()))));
 }
 
-// It beats the beam over texts.
+// The form's mouse pointer takes precedence over the I-beam of text fields.
 void Form::showPointer()
 {
     const bool isDefault = MousePointer() == DefaultPointer;
@@ -248,7 +248,7 @@ QPointF Form::handlerPlace(const QPointF& pixels) const
         fromTwips(static_cast<float>(pixels.y()) * TwipsPerPixel)};
 }
 
-// What its forms work on may go with the holder.
+// Destroys unloaded forms now: what they refer to may be destroyed together with the holder.
 FormHolderBase::~FormHolderBase()
 {
     DesktopState& state = m_desktop.state();

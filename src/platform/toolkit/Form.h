@@ -111,10 +111,11 @@ public:
     void removeTimer(Timer* timer) { std::erase(m_timers, timer); }
     const std::vector<Timer*>& timers() const { return m_timers; }
     void addButton(Button* button) { m_buttons.push_back(button); }
-    // The one that Enter or Escape presses which no other control wanted; null for none.
+    // The button that Enter or Escape presses when no other control handles the key; null for none.
     Button* buttonOf(int code) const;
     void addScroll(VScroll* scroll) { m_scrolls.push_back(scroll); }
-    // The bar that Page keys turn, or the wheel over a widget: the nearest on what that lies on. Null for none.
+    // The scroll bar for the Page keys; with `widget` the one for the wheel over it, in the nearest container that has
+    // one. Null for none.
     VScroll* scrollFor(const QWidget* widget = nullptr) const;
     void setHolder(FormHolderBase* holder) { m_holder = holder; }
     FormWindow& window() const { return *m_window; }

@@ -29,7 +29,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Until a window manager has a window in its place and has told so.
+// How long a window manager may take to place a window and to report where.
 constexpr auto SettlingTime = 100ms;
 
 Qt::WindowFlags flagsOf(const FormPlan& plan)
@@ -52,7 +52,7 @@ float toTwips(int pixels)
     return static_cast<float>(pixels) * TwipsPerPixel;
 }
 
-// Tab leads to a container, to what is drawn on it, and then to the widgets on it with what lies on those.
+// Tab leads to a container, then to what is drawn on it, then to its widgets, each followed by the widgets inside.
 void collectTabStops(const Container& container, std::vector<QWidget*>& stops)
 {
     const auto isItem = [](Control* control) { return control->drawn() != nullptr && control->container() == nullptr; };
@@ -116,10 +116,10 @@ bool isInput(QEvent::Type type)
     }
 }
 
-// A ring shows what the keys go to while the user works by keys, Shift and its like aside.
+// The focus ring is shown while the user works with the keyboard. Modifier keys don't count.
 void noteHand(QWidget& window, const QEvent& event)
 {
-    // An access key of the menu bar or of a button comes as no press, but every key is offered first.
+    // An access key comes without a KeyPress, but there is a ShortcutOverride for every key.
     const bool byKey = event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride;
     if (!byKey && event.type() != QEvent::MouseButtonPress)
         return;
@@ -209,9 +209,10 @@ QScreen& FormWindow::standsOn() const
     return shownOn != nullptr ? *shownOn : screenOf(*this);
 }
 
-// On a screen of another scale a window keeps its native pixels, which are too many or too few there. And while a
-// window manager takes a window in, that may seem to stand at the first screen's corner, which is put right later for
-// those with a frame only; here once, since no other place may be had.
+// On a screen with another scale factor a window keeps its size in native pixels, which is wrong there. Besides, a
+// window may seem to be at the corner of the first screen while a window manager maps it. That is corrected later for
+// windows with a frame only. Those without are placed again here, but only once: the window manager may refuse the
+// place.
 void FormWindow::screenChanged()
 {
     if (!isVisible())

@@ -65,7 +65,7 @@ void PictureButton::draw(QPainter& painter, const QRectF& place)
     painter.setOpacity(1);
 }
 
-// A button without a name of its own is called as the label on it.
+// A button without a name of its own takes that of the label on it.
 std::string PictureButton::accessibleName() const
 {
     for (const Control* control : parent().controls()) {

@@ -32,7 +32,8 @@ private:
     std::unique_ptr<PicturePainter> m_painter;
 };
 
-// A drawn button whose face is its picture, stretched to its size. Labels may lie over it, and stand for it.
+// A drawn button whose face is its picture, stretched to its size. A label that lies over it gives it a name for screen
+// readers.
 class PictureButton : public DrawnControl {
 public:
     PictureButton(Container* parent, const Plan& plan);

@@ -89,7 +89,8 @@ std::string Label::accessibleName() const
     return AccessibleName().empty() ? toText(shownText(*this)) : AccessibleName();
 }
 
-// The halo, and a line that is higher than its place; one that takes the mouse doesn't take it beside its place.
+// Room for the halo, and for a line that is higher than the label. A label that takes the mouse gets no halo unless it
+// has a shadow, so that clicks beside it go elsewhere.
 QMargins Label::margins() const
 {
     const qreal beyond = QFontMetricsF(fontOf(*this)).height() - placeInPixels(*this).height();

@@ -60,7 +60,7 @@ public:
     Property<&ListBox::listIndex, &ListBox::setListIndex> ListIndex{this}; // -1 for none
     Property<&ListBox::sorted, &ListBox::setSorted> Sorted{this};          // in the order of `listedBefore`
     Stored<&ListBox::showChoice, bool> MultiSelect{this};
-    // The widest of the marks in brackets with which the rows begin, all of its length: they are drawn as wide as it.
+    // The rows begin with marks in brackets, all of this length. This is the widest one; the others are drawn as wide.
     Stored<&ListBox::rowsChanged, std::string> Mark{this};
 
     int ListCount() const { return static_cast<int>(m_items.size()); }

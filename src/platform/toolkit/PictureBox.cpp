@@ -191,7 +191,7 @@ bool PictureBox::keyDown(int code, int shift)
     return KeyDown.isWired();
 }
 
-// A box without a name of its own is called as the first text on it.
+// A box without a name of its own takes the first text on it.
 std::string PictureBox::accessibleName() const
 {
     if (!AccessibleName().empty() || !takesFocus())

@@ -10,9 +10,9 @@ namespace trovarium {
 
 class FilmSurface;
 
-// A box with a picture in the back, a canvas that keeps what is painted on it, and controls on top.
-// Width and Height are in the parent's scale, ScaleWidth and ScaleHeight in its own. Inside a border: children, canvas,
-// ScaleWidth, ScaleHeight, and the places of mouse events.
+// A box with a background picture, a canvas that keeps what is painted on it, and controls on top. Width and Height are
+// in the parent's scale, ScaleWidth and ScaleHeight in its own. Children, the canvas, ScaleWidth, ScaleHeight and mouse
+// positions count from inside the border.
 class PictureBox : public DrawnContainer {
 public:
     PictureBox(Container* parent, const Plan& plan, ScaleMode scale = ScaleMode::Twips);

@@ -108,7 +108,7 @@ protected:
     }
 
 private:
-    // Between brackets that stand below one another, whatever lies between them.
+    // The brackets are aligned in all rows, whatever mark is between them.
     static void paintMarked(
         QPainter& painter, const QStyleOptionViewItem& option, const QString& text, const QString& widest)
     {
@@ -240,7 +240,7 @@ void RowList::keyPressEvent(QKeyEvent* event)
     report();
 }
 
-// The user acts on what the list is, not on what it was.
+// Applies delayed changes first, so that the user acts on the rows as they are now.
 bool RowList::acceptsInput()
 {
     if (!m_control.takesInput())
@@ -250,14 +250,14 @@ bool RowList::acceptsInput()
     return true;
 }
 
-// What the program changed meanwhile goes before what the user chose from the old rows.
+// If the program has changed the rows, a choice among the old ones is dropped.
 void RowList::report()
 {
     if (m_late.isActive())
         return;
     const std::vector<bool> selected = selectedRows();
     const bool none = std::find(selected.begin(), selected.end(), true) == selected.end();
-    // A press below the last row takes no choice away where there is always one.
+    // In a single-selection list a press below the last row doesn't clear the selection.
     if (selectionMode() == SingleSelection && none) {
         follow();
         return;
@@ -268,7 +268,7 @@ void RowList::report()
 void RowList::showRows()
 {
     m_late.stop();
-    // Late too: a list that is closed only while a handler changes it keeps the focus.
+    // Delayed too, so that a list keeps the focus if it is disabled only while a handler changes it.
     setEnabled(m_control.Enabled());
     if (!isVisible())
         return;

@@ -74,7 +74,7 @@ QPalette darkPalette()
         {Ring, FocusLight, FocusLight}});
 }
 
-// Buttons stay as they are on the dark grounds.
+// Has no button colors: buttons keep those of the dark palette.
 QPalette lightPalette(Color ground)
 {
     return paletteOf({{QPalette::Window, ground, ground}, {QPalette::WindowText, Black, DarkFaintInk},
@@ -87,7 +87,7 @@ QRectF inner(const QRectF& place, qreal edge)
     return place.adjusted(edge, edge, -edge, -edge);
 }
 
-// A line's middle lies half its width inside its edge.
+// Inset by half the width of the outline, which a pen draws to both sides.
 void paintBox(QPainter& painter, const QRectF& place, const QBrush& fill, const QColor& line, qreal width, qreal round)
 {
     painter.setRenderHint(QPainter::Antialiasing);
@@ -101,7 +101,7 @@ bool has(const QStyleOption& option, QStyle::StateFlag flag)
     return option.state.testFlag(flag);
 }
 
-// Whoever works with the mouse has just pressed what has the focus, and needs no ring.
+// A user who works with the mouse has just clicked the focused control and needs no ring.
 bool hasShownFocus(const QStyleOption& option)
 {
     return has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange);
@@ -131,8 +131,8 @@ void paintFace(QPainter& painter, const QStyleOption& option)
     paintBox(painter, option.rect, fill, line, 1, std::min(RoundButton, option.rect.height() / 4.0));
 }
 
-// How the program looks beside its own artwork. Every menu bar makes a button for entries that it has no room for,
-// which none here lacks. Its icon would have all the library's readers of pictures loaded at the start.
+// The look of all controls beside the program's own artwork. Every menu bar creates an extension button, which none
+// needs here; the library's icon for it would load all image plugins at the start.
 class ProgramStyle : public QProxyStyle {
 public:
     ProgramStyle()

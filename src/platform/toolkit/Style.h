@@ -17,7 +17,7 @@ namespace trovarium {
 // The style of all windows: the desktop's controls in the program's colors.
 std::unique_ptr<QStyle> makeStyle();
 
-// For what lies on a ground of this color: dark text on a light one, light text on a dark one.
+// For controls on a background of this color: dark text on a light one, light text on a dark one.
 QPalette paletteOn(Color ground);
 
 bool isDark(const QColor& ground);

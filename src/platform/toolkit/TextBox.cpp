@@ -30,7 +30,8 @@ public:
     }
 
 protected:
-    // Where its window comes up with the focus here, typing replaces what it suggests, as when Tab led here.
+    // If its window opens with the focus here, the suggested text is selected, as after Tab, so that typing replaces
+    // it.
     void focusInEvent(QFocusEvent* event) override
     {
         QLineEdit::focusInEvent(event);
@@ -83,8 +84,8 @@ private:
     ComboBox& m_box;
 };
 
-// Where the text is too long, what was put in last goes: the characters before the cursor. Counts
-// characters, where the widget's own limit would count a smiley as two.
+// Cuts a text that is too long where the user has just typed: before the cursor. Counts code points, where the widget's
+// own limit would count an emoji as two.
 QString limited(const QString& text, int limit, int& cursor)
 {
     QList<uint> characters = text.toUcs4();

@@ -315,8 +315,8 @@ void WmfPlayer::extendedTextOut(const WmfRecord& record)
         m_canvas.setClip(m_state.clip);
 }
 
-// The record may hold no bitmap; its target then stands a word further on. Only a stretched one, whose target stands
-// behind it, tells the size of its source.
+// In a record without a bitmap the target stands one word further on. DibStretchBlt tells the source's place and size,
+// in front of the target. DibBitBlt tells the place alone; the size is that of the target.
 void WmfPlayer::dibBlit(const WmfRecord& record, std::size_t targetIndex)
 {
     const std::uint32_t operation = record.doubleWord(0);

@@ -22,7 +22,7 @@ struct WmfFont {
 
 WmfFont wmfFont(const WmfRecord& record);
 
-// A line of text as outlines, in the units of the records: it starts at 0 and stands on y = 0.
+// A line of text as outlines, in the units of the records: it starts at x = 0 and its baseline is y = 0.
 struct WmfLine {
     QPainterPath outline;
     double width = 0;
