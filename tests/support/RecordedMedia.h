@@ -18,7 +18,6 @@ namespace trovarium {
 struct FilmScript {
     double position = 0;
     int code = 0; // 1: over
-    std::string fails = "-";
     std::string told;
 };
 
@@ -71,12 +70,7 @@ public:
     std::shared_ptr<FilmScript> script;
 
 private:
-    void tell(const std::string& what)
-    {
-        script->told += what + " ";
-        if (what == script->fails)
-            throw Failure(FailureKind::InvalidPicture);
-    }
+    void tell(const std::string& what) { script->told += what + " "; }
 
     std::shared_ptr<FilmSurface> m_owner;
     FilmPlace m_place;

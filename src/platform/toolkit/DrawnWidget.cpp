@@ -252,8 +252,7 @@ void DrawnControl::showOrHide()
 // The widget stays enabled, since disabling it would move the focus to the next one.
 void DrawnControl::enableOrDisable()
 {
-    followInput();
-    repaint();
+    followInput(); // repaints too
 }
 
 void DrawnControl::nameForReaders()

@@ -244,8 +244,7 @@ void Form::draw(QPainter& painter, const QRectF& place)
 
 QPointF Form::handlerPlace(const QPointF& pixels) const
 {
-    return {fromTwips(static_cast<float>(pixels.x()) * TwipsPerPixel),
-        fromTwips(static_cast<float>(pixels.y()) * TwipsPerPixel)};
+    return handlerPlaceOn(*this, pixels);
 }
 
 // Destroys unloaded forms now: what they refer to may be destroyed together with the holder.

@@ -34,8 +34,7 @@ bool Image::isOpaque() const
 
 void Image::showPicture()
 {
-    showOrHide();
-    repaint();
+    showOrHide(); // repaints too
 }
 
 void Image::draw(QPainter& painter, const QRectF& place)

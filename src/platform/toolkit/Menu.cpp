@@ -11,9 +11,6 @@
 #include <QCursor>
 #include <QMenu>
 #include <QMenuBar>
-#include <QWindow>
-
-#include <utility>
 
 namespace trovarium {
 

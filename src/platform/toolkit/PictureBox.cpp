@@ -181,8 +181,7 @@ void PictureBox::draw(QPainter& painter, const QRectF& place)
 
 QPointF PictureBox::handlerPlace(const QPointF& pixels) const
 {
-    const QPointF twips = (pixels - QPointF(edge(), edge())) * TwipsPerPixel;
-    return {fromTwips(static_cast<float>(twips.x())), fromTwips(static_cast<float>(twips.y()))};
+    return handlerPlaceOn(*this, pixels);
 }
 
 bool PictureBox::keyDown(int code, int shift)

@@ -126,6 +126,12 @@ QRect roundedPlace(const Control& control)
     return {corner, QSize(end.x() - corner.x(), end.y() - corner.y())};
 }
 
+QPointF handlerPlaceOn(const Container& container, const QPointF& pixels)
+{
+    const QPointF twips = (pixels - QPointF(container.edge(), container.edge())) * TwipsPerPixel;
+    return {container.fromTwips(static_cast<float>(twips.x())), container.fromTwips(static_cast<float>(twips.y()))};
+}
+
 int shiftKeys(Qt::KeyboardModifiers modifiers)
 {
     return (modifiers.testFlag(Qt::ShiftModifier) ? ShiftKey : 0)

@@ -38,6 +38,8 @@ QFont narrowedFont(QFont font, int flags, const QString& text, qreal width);
 QRectF placeInPixels(const Control& control);
 // With its edges rounded to whole pixels.
 QRect roundedPlace(const Control& control);
+// A place in pixels of the container's widget as its handlers get it: in its scale, from inside its border.
+QPointF handlerPlaceOn(const Container& container, const QPointF& pixels);
 
 // Modifiers and buttons as handlers get them.
 int shiftKeys(Qt::KeyboardModifiers modifiers);
