@@ -51,26 +51,17 @@ bool isSeen(const FileService& files, const std::string& path)
     return !attempt([&] { files.length(path); });
 }
 
-// A thumbnail has its photograph's date, so that not only an older one is out of date, but a newer one too.
+// A thumbnail has its photograph's date, so that not only an older one is out of date, but a newer one too. It must
+// have exactly its name: one that differs in case may belong to another photograph of the same second.
 bool isOutOfDate(const Album& album, const std::string& photograph)
 {
-    const FileService& files = album.files;
-    std::string thumbnail;
-    bool missing = true;
-    attempt([&] {
-        thumbnail = thumbnailPath(album.paths, SplitPath(photograph).FileName);
-        missing = files.length(thumbnail) < 1;
-    });
-    if (missing)
+    std::optional<FileStamp> thumbnail;
+    attempt([&] { thumbnail = album.files.exactStamp(thumbnailPath(album.paths, SplitPath(photograph).FileName)); });
+    if (!thumbnail || thumbnail->size < 1)
         return true;
-    std::optional<Instant> thumbDate;
-    std::optional<Instant> photoDate;
-    attempt([&] { thumbDate = files.modified(thumbnail); });
-    attempt([&] { photoDate = files.modified(photograph); });
-    // Reads fall back to a case-insensitive match: that may be the thumbnail of another photograph of the same second.
-    bool isItsOwn = false;
-    attempt([&] { isItsOwn = files.exists(thumbnail); });
-    return thumbDate != photoDate || !isItsOwn;
+    std::optional<FileStamp> original;
+    attempt([&] { original = album.files.stamp(photograph); });
+    return !original || original->changedSeconds != thumbnail->changedSeconds;
 }
 
 constexpr int FatalExit = 1;

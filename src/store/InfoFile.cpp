@@ -160,7 +160,7 @@ std::string GetPhotoLink(Album& album, std::string_view infoFileName)
     std::string result;
     try {
         const std::string path = pathOf(album, infoFileName);
-        if (album.files.length(path) != 0 && readLink(album.files, path, result)) {
+        if (readLink(album.files, path, result)) {
             // A person may have written it with slashes.
             result = fromNativePath(result);
             if (result.starts_with('\\'))

@@ -140,21 +140,7 @@ std::int64_t FileService::length(std::string_view path) const
 bool FileService::exists(std::string_view path) const
 {
     checkFault(FileOperation::Exists, path);
-    struct stat status = {};
-    const auto isSeen = [&](const std::string& native) { return isThere(stat(native.c_str(), &status)); };
-    bool found = false;
-    const auto failure = attempt([&] {
-        const std::string native = nativeAsWritten(path);
-        found = isSeen(native);
-        if (!found) {
-            const NativePath place = m_resolver.exact(native);
-            found = place != splitNative(native) && isSeen(place.whole());
-        }
-    });
-    // In a folder that is closed to the user the program can't write a file either.
-    if (failure && !isMissingFolder(failure->kind()))
-        throw Failure(*failure);
-    return found && isRegular(status);
+    return exactStatus(path).has_value();
 }
 
 bool FileService::folderExists(std::string_view path) const
@@ -197,6 +183,13 @@ FileStamp FileService::stamp(std::string_view path) const
 {
     checkFault(FileOperation::Date, path);
     return stampOf(readableStatus(path));
+}
+
+std::optional<FileStamp> FileService::exactStamp(std::string_view path) const
+{
+    checkFault(FileOperation::Date, path);
+    const std::optional<struct stat> status = exactStatus(path);
+    return status ? std::optional(stampOf(*status)) : std::nullopt;
 }
 
 std::vector<std::string> FileService::list(std::string_view folderAndPattern) const
@@ -326,6 +319,26 @@ struct stat FileService::readableStatus(std::string_view path) const
     if (!isRegular(status))
         throw Failure(FailureKind::FileNotFound);
     return status;
+}
+
+// Of the plain file with exactly this name; nothing if there is none.
+std::optional<struct stat> FileService::exactStatus(std::string_view path) const
+{
+    struct stat status = {};
+    const auto isSeen = [&](const std::string& native) { return isThere(stat(native.c_str(), &status)); };
+    bool found = false;
+    const auto failure = attempt([&] {
+        const std::string native = nativeAsWritten(path);
+        found = isSeen(native);
+        if (!found) {
+            const NativePath place = m_resolver.exact(native);
+            found = place != splitNative(native) && isSeen(place.whole());
+        }
+    });
+    // In a folder that is closed to the user the program can't write a file either.
+    if (failure && !isMissingFolder(failure->kind()))
+        throw Failure(*failure);
+    return found && isRegular(status) ? std::optional(status) : std::nullopt;
 }
 
 Descriptor FileService::openForReading(std::string_view path, Attempted attempted) const

@@ -75,6 +75,7 @@ public:
     Instant modified(std::string_view path) const;
     void setModified(std::string_view path, Instant instant);
     FileStamp stamp(std::string_view path) const; // of the file that is read for this path, as it is now
+    std::optional<FileStamp> exactStamp(std::string_view path) const; // of the file with exactly this name, if any
 
     void copy(std::string_view source, std::string_view target, ReadOnlyTarget readOnly = ReadOnlyTarget::Stays);
     void remove(std::string_view path);
@@ -120,6 +121,7 @@ private:
     std::string callOnReadable(std::string_view path, Attempted attempted, const SystemCall& call) const;
     std::string findReadable(std::string_view path, struct stat& status) const;
     struct stat readableStatus(std::string_view path) const;
+    std::optional<struct stat> exactStatus(std::string_view path) const;
     Descriptor openForReading(std::string_view path, Attempted attempted = Attempted::Access) const;
     Descriptor openForWriting(std::string_view path, OpenMode mode);
 

@@ -30,14 +30,10 @@ std::string nativeAsWritten(std::string_view path)
 {
     if (path.empty() || path.front() != '/' || path.size() >= PATH_MAX || path.find('\0') != std::string_view::npos)
         throw Failure(FailureKind::PathNotFound);
-    std::string native;
-    native.reserve(path.size());
-    for (const char character : path) {
-        const bool separator = character == '/' || character == '\\';
-        if (!separator)
-            native += character;
-        else if (native.empty() || native.back() != '/')
-            native += '/';
+    std::string native = toNativePath(path);
+    if (native.find("//") != std::string::npos) {
+        const auto isDouble = [](char one, char next) { return one == '/' && next == '/'; };
+        native.erase(std::unique(native.begin(), native.end(), isDouble), native.end());
     }
     return native;
 }
