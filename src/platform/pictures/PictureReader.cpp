@@ -146,8 +146,8 @@ QSize checkGif(const PictureFile& file)
 QSize checkPromise(const QImageReader& reader, std::int64_t length)
 {
     constexpr std::int64_t BitsOnScreen = 32;
-    constexpr std::int64_t MostPacked =
-        std::int64_t{1032} * 8; // deflate packs at most 1032 bytes into one; blank pages may pack better and are small
+    // Deflate packs at most 1032 bytes into one, and a palette's index may grow from two bits to a byte.
+    constexpr std::int64_t MostPacked = std::int64_t{1032} * 4 * 8 / BitsOnScreen;
     const int bits = QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel();
     const QSize size = reader.size();
     checkSize(size.width(), size.height(), length, std::numeric_limits<std::int64_t>::max());
