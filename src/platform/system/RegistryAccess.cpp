@@ -7,8 +7,10 @@
 #include "platform/system/UserFolders.h"
 #include "runtime/Failure.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <iterator>
 #include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -38,8 +40,26 @@ std::optional<std::string> readFile(const std::string& path)
     return readWhole(file);
 }
 
-// A symbolic link in its place stays and leads to the new file. The data isn't synced: a counter is written for each
-// file of an import.
+// Overwrites part of one line, for a value of the same length: an import counts up for each of its files, and syncing a
+// new file each time would take longer than the copy. Changes nothing and returns false where that isn't possible.
+bool changeInPlace(const std::string& path, std::string_view before, std::string_view after)
+{
+    if (before.size() != after.size())
+        return false;
+    const auto start = std::mismatch(before.begin(), before.end(), after.begin()).first - before.begin();
+    const auto equalAtEnd = std::mismatch(before.rbegin(), before.rend(), after.rbegin()).first - before.rbegin();
+    const auto length = std::ssize(before) - start - equalAtEnd;
+    const std::string_view changed = after.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(length));
+    if (changed.find('\n') != std::string_view::npos)
+        return false;
+    const Descriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+    struct stat status { };
+    // Another name of the file (a hard link) is to keep the old settings.
+    return file.isOpen() && ::fstat(file.handle(), &status) == 0 && status.st_nlink == 1 && readWhole(file) == before
+        && ::pwrite(file.handle(), changed.data(), changed.size(), start) == length;
+}
+
+// A symbolic link in its place stays and leads to the new file.
 void replaceFile(const std::string& path, std::string_view text)
 {
     for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1))
@@ -53,6 +73,7 @@ void replaceFile(const std::string& path, std::string_view text)
     if (exists)
         file.copyOwnership(place.whole(), old); // as far as the system allows
     file.write(text);
+    file.sync();
     file.commit(place.whole(), AtomicFile::Existing::Replace);
 }
 
@@ -78,7 +99,8 @@ bool RegistryAccess::WriteValue(std::string_view keyPath, std::string_view name,
     if (settings.value(keyPath, name) == value)
         return true;
     settings.setValue(keyPath, name, value);
-    replaceFile(path, settings.text());
+    if (!changeInPlace(path, before, settings.text()))
+        replaceFile(path, settings.text());
     return true;
 }
 

@@ -168,10 +168,15 @@ void Label::paintText(QPainter& painter, const QRectF& place)
     painter.drawText(place, flags, text);
 }
 
+void Label::restyle()
+{
+    place();
+    fit();
+}
+
 // A wrapping label keeps its width and takes the height that it needs.
 void Label::fit()
 {
-    place(); // what it paints on may have grown
     repaint();
     if (!AutoSize())
         return;

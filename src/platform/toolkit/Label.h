@@ -18,7 +18,8 @@ public:
     Label(Container* parent, const Plan& plan);
 
 private:
-    void fit(); // AutoSize
+    void fit();     // AutoSize
+    void restyle(); // what lies beyond the place has another size
 
 public:
     Stored<&Label::fit, std::string> Caption;
@@ -27,12 +28,12 @@ public:
     Stored<&Label::fit, float> MostWidth{this};                    // of AutoSize; 0: no limit
     Stored<&Label::repaint, std::optional<Color>> ForeColor{this}; // none: that of what it lies on
     Stored<&Label::repaint, std::optional<Color>> BackColor{this}; // none: what lies below shows
-    Stored<&Label::fit, float> FontSize{this, 12.0F};              // pixels of the plan
-    Stored<&Label::fit, bool> Bold{this};
-    Stored<&Label::fit, bool> WordWrap{this};    // otherwise a long text gets a "…"
-    Stored<&Label::fit, bool> Shadow{this};      // a dark halo, legible on any picture
-    Stored<&Label::fit, bool> UseMnemonic{this}; // "&" marks an access key, "&&" shows as one
-    Stored<&Label::repaint, bool> Raised{this};  // looks like a push button, for one that is clicked
+    Stored<&Label::restyle, float> FontSize{this, 12.0F};          // pixels of the plan
+    Stored<&Label::restyle, bool> Bold{this};
+    Stored<&Label::restyle, bool> WordWrap{this}; // otherwise a long text gets a "…"
+    Stored<&Label::restyle, bool> Shadow{this};   // a dark halo, legible on any picture
+    Stored<&Label::fit, bool> UseMnemonic{this};  // "&" marks an access key, "&&" shows as one
+    Stored<&Label::repaint, bool> Raised{this};   // looks like a push button, for one that is clicked
     // A text that is too long is drawn narrower before it is cut.
     Stored<&Label::repaint, bool> NarrowToFit{this};
     Stored<&Label::repaint, trovarium::Elision> Elision{this, trovarium::Elision::End};

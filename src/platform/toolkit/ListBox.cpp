@@ -10,7 +10,8 @@
 
 #include <QPointF>
 
-#include <algorithm>
+#include <iterator>
+#include <numeric>
 #include <utility>
 
 namespace trovarium {
@@ -65,20 +66,36 @@ void ListBox::setListIndex(int index)
 void ListBox::setSorted(bool value)
 {
     m_sorted = value;
-    const auto before = [](const Item& left, const Item& right) { return listedBefore(left.text, right.text); };
-    if (!value || std::is_sorted(m_items.begin(), m_items.end(), before))
+    int inOrder = 1;
+    while (inOrder < ListCount() && !listedBefore(m_items[inOrder].text, m_items[inOrder - 1].text))
+        ++inOrder;
+    if (!value || inOrder >= ListCount())
         return;
-    std::stable_sort(m_items.begin(), m_items.end(), before);
-    for (Item& item : m_items)
-        item.selected = false;
+    ListItems items = std::exchange(m_items, {});
     m_listIndex = -1;
-    rowsChanged();
+    for (int index = 0; index < items.size(); ++index)
+        AddItem(std::move(items[index].text));
+}
+
+// Behind its equals.
+int ListBox::sortedPlace(const std::string& text) const
+{
+    int first = 0;
+    int last = ListCount();
+    while (first < last) {
+        const int middle = std::midpoint(first, last);
+        if (listedBefore(text, m_items[middle].text))
+            last = middle;
+        else
+            first = middle + 1;
+    }
+    return first;
 }
 
 void ListBox::setList(int index, std::string text)
 {
     if (index == ListCount())
-        m_items.emplace_back();
+        m_items.insert(index, {});
     at(index).text = std::move(text);
     rowsChanged();
 }
@@ -110,19 +127,17 @@ void ListBox::setSelected(int index, bool value)
 
 void ListBox::AddItem(std::string text)
 {
-    const auto behind = std::upper_bound(m_items.begin(), m_sorted ? m_items.end() : m_items.begin(), text,
-        [](const std::string& added, const Item& item) { return listedBefore(added, item.text); });
-    const auto place = m_sorted ? behind : m_items.end();
-    if (m_listIndex >= place - m_items.begin())
-        ++m_listIndex;
+    const int place = m_sorted ? sortedPlace(text) : ListCount();
     m_items.insert(place, {.text = std::move(text)});
+    if (m_listIndex >= place)
+        ++m_listIndex;
     rowsChanged();
 }
 
 void ListBox::RemoveItem(int index)
 {
     at(index);
-    m_items.erase(m_items.begin() + index);
+    m_items.erase(index);
     if (m_listIndex == index)
         m_listIndex = -1;
     else if (m_listIndex > index)
@@ -139,13 +154,14 @@ void ListBox::Clear()
 
 void ListBox::rowsChosen(int current, const std::vector<bool>& selected)
 {
-    if (current >= ListCount() || selected.size() != m_items.size())
+    if (current >= ListCount() || std::ssize(selected) != ListCount())
         return;
     bool isNew = !MultiSelect() && current != m_listIndex;
     m_listIndex = current;
-    for (std::size_t row = 0; row < m_items.size(); ++row) {
-        isNew = isNew || selected[row] != m_items[row].selected;
-        m_items[row].selected = selected[row];
+    for (int row = 0; row < ListCount(); ++row) {
+        const bool value = selected[static_cast<std::size_t>(row)];
+        isNew = isNew || value != m_items[row].selected;
+        m_items[row].selected = value;
     }
     if (isNew)
         Click.raise();
@@ -155,7 +171,7 @@ const ListBox::Item& ListBox::at(int index) const
 {
     if (index < 0 || index >= ListCount())
         throw Failure(FailureKind::InvalidPropertyArrayIndex);
-    return m_items[static_cast<std::size_t>(index)];
+    return m_items[index];
 }
 
 } // namespace trovarium

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/toolkit/Control.h"
+#include "platform/toolkit/ListItems.h"
 
 #include <string>
 #include <utility>
@@ -63,7 +64,7 @@ public:
     // The rows begin with marks in brackets, all of this length. This is the widest one; the others are drawn as wide.
     Stored<&ListBox::rowsChanged, std::string> Mark{this};
 
-    int ListCount() const { return static_cast<int>(m_items.size()); }
+    int ListCount() const { return m_items.size(); }
     const std::string& List(int index) const { return at(index).text; }
     void setList(int index, std::string text); // replaces; a sorted list is not sorted again
     std::string Text() const;                  // the chosen entry, empty for none
@@ -81,11 +82,9 @@ public:
     Event<int> KeyPress{this};
 
 private:
-    struct Item {
-        std::string text;
-        bool selected = false;
-    };
+    using Item = ListItems::Item;
 
+    int sortedPlace(const std::string& text) const;
     int rowCount() const override { return ListCount(); }
     std::string rowText(int row) const override;
     bool isRowSelected(int row) const override { return Selected(row); }
@@ -100,7 +99,7 @@ private:
     const Item& at(int index) const;
     Item& at(int index) { return const_cast<Item&>(std::as_const(*this).at(index)); }
 
-    std::vector<Item> m_items;
+    ListItems m_items;
     int m_listIndex = -1;
     bool m_sorted = false;
 };
