@@ -247,7 +247,7 @@ bool RepairPasses::hasOneOfOtherCase(const std::string& name, const NamesInCapit
 
 // Failures are stepped over. A folder that can't be listed, a full disk and a kill in the middle leave the old list.
 void RepairPasses::Create_AllPhotos_Group(std::string_view GroupFileName)
-{
+try {
     std::int16_t count = 0;
     std::vector<std::string> names;
     if (attempt([&] { count = m_splash.listAnew(m_album.paths.InfoPath); }))
@@ -257,6 +257,9 @@ void RepairPasses::Create_AllPhotos_Group(std::string_view GroupFileName)
         attempt([&] { updateProgress(index, count, GroupPassBase); });
     }
     attempt([&] { m_album.files.writeLines(writableGroupList(m_album, GroupFileName), names, Sync::No); });
+} catch (const Failure& failure) {
+    // Not reached as long as every step above is in an attempt.
+    logFailure(m_album, "Create_AllPhotos_Group", failure);
 }
 
 // With a single file this divides zero by zero: "Overflow" ends the pass.

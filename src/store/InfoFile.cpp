@@ -17,6 +17,8 @@ namespace trovarium {
 
 namespace {
 
+constexpr std::size_t InfoSuffix = 5; // ".info"
+
 struct TextField {
     std::string_view key;
     std::string PhotoInfo::*field;
@@ -89,13 +91,13 @@ std::string pathOf(const Album& album, std::string_view infoFileName)
 }
 
 // An import writes the full path of its copy. In an album that was moved the copy is in PhotoPath now.
-void followMove(const Album& album, std::string_view name, std::string& link)
+void followMove(const Album& album, std::string_view infoFileName, std::string& link)
 {
     const auto failure = attempt([&] { album.files.length(link); });
     if (!failure || !failure->isAbsence())
         return;
     attempt([&] {
-        const std::string copy = photographPath(album.paths, name);
+        const std::string copy = photographPath(album.paths, withoutLast(infoFileName, InfoSuffix));
         album.files.length(copy);
         link = copy;
     });
@@ -155,7 +157,6 @@ bool isFirstTitle(std::string_view title, std::string_view infoFileName)
 // to no file.
 std::string GetPhotoLink(Album& album, std::string_view infoFileName)
 {
-    constexpr std::size_t InfoSuffix = 5; // ".info"
     const std::string& programPath = album.paths.ProgramFolder;
     std::string result;
     try {
@@ -166,7 +167,7 @@ std::string GetPhotoLink(Album& album, std::string_view infoFileName)
             if (result.starts_with('\\'))
                 result.insert(0, programPath + "\\");
             else if (!result.empty())
-                followMove(album, withoutLast(infoFileName, InfoSuffix), result);
+                followMove(album, infoFileName, result);
         } else {
             result = programPath + "\\Photos\\" + std::string(withoutLast(infoFileName, InfoSuffix));
         }

@@ -222,7 +222,7 @@ std::string GetMediaFolderName(Album& album, std::string_view path)
 }
 
 bool CopyNewerFiles(Album& album, std::string_view sourcePattern, std::string_view destFolder)
-{
+try {
     FileService& files = album.files;
     const std::string folder = SplitPath(sourcePattern).Folder;
     std::vector<std::string> names;
@@ -237,6 +237,10 @@ bool CopyNewerFiles(Album& album, std::string_view sourcePattern, std::string_vi
         if ((destinationDate - sourceDate).count() < 0)
             attempt([&] { files.copy(source, destination); });
     }
+    return true;
+} catch (const Failure& failure) {
+    // Not reached as long as every step above is in an attempt.
+    logFailure(album, "Form_Click", failure);
     return true;
 }
 

@@ -73,7 +73,6 @@ try {
 bool InfoBox::read(const std::string& name, OddSize oddSize)
 {
     m_held.clear();
-    m_album.info.PhotoLink = "\\Photos\\" + name; // the default for a file without a link
     if (!readInfoFile(m_album, name + ".info", m_album.info, oddSize))
         return false;
     m_held = name;
@@ -178,6 +177,7 @@ void InfoBox::enterEditState()
 {
     std::string name;
     attempt([&] { name = m_album.group.GroupList(m_album.view.CurrentIndex); });
+    m_album.info.PhotoLink = "\\Photos\\" + name; // the default for a file without a link
     read(name, OddSize::IsPassedOver);
     fillTexts();
     showTexts(true);

@@ -219,6 +219,9 @@ TEST_F(Store, ALinkToNoFileAsInAnAlbumThatMovedMeansTheCopyOfThatName)
         test.put(path, "PhotoPath=" + linked + "\r\n");
         EXPECT_EQ(GetPhotoLink(album, "a.jpg.info"), link) << linked;
     }
+    test.put(own.InfoPath + "abc", "PhotoPath=" + path + "\r\n");
+    EXPECT_EQ(GetPhotoLink(album, "abc"), path);
+    EXPECT_EQ(test.log(), "") << "a short name is no failure";
 }
 
 TEST_F(Store, ANameThatLeadsElsewhereAndAnInformationFileThatCannotBeReadHaveNoLink)

@@ -138,6 +138,7 @@ TEST_F(InfoBoxTest, AnEditIsOfThePhotographThatIsCurrentWhenItBeginsAsItsFileSta
     test.put(own, "ImageWidth=40000\r\nYEAR=about 1900\r\nPLACE=Oslo\r\nTITLE=" + own + "\r\n");
     pressRowNamed("Alps");
     robot.click(main().imgThumbnail(1));
+    EXPECT_EQ(test.album().info.PhotoLink, "\\Photos\\p1.jpg") << "the last one stays until an edit begins";
     edit();
     EXPECT_EQ(seen(true), (Names{toNativePath(own), "", "abou", "", "Oslo", "", ""}));
     edit();
