@@ -194,9 +194,9 @@ void GroupCommands::setAside(const std::string& name)
     attempt([&] { trovarium::setAside(files, paths.PhotoPath, name); });
     if (files.exists(photo))
         return;
+    attempt([&] { files.remove(thumbnailPath(paths, name)); });
     attempt([&] { trovarium::setAside(files, paths.InfoPath, name + ".info"); });
     attempt([&] { trovarium::setAside(files, paths.AudioPath, name + ".wav"); });
-    attempt([&] { files.remove(thumbnailPath(paths, name)); });
 }
 
 } // namespace trovarium
