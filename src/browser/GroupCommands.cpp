@@ -22,7 +22,12 @@ namespace trovarium {
 GroupCommands::GroupCommands(frmMain& form, Album& album)
     : WindowPart(form, album)
 {
+    on(form.mnuEditAdd.Click, this, &GroupCommands::mnuEditAdd_Click);
+    on(form.mnuEditMove.Click, this, &GroupCommands::mnuEditMove_Click);
+    on(form.mnuThumbAdd.Click, this, &GroupCommands::mnuThumbAdd_Click);
+    on(form.mnuThumbMove.Click, this, &GroupCommands::mnuThumbMove_Click);
     on(form.mnuThumbRemove.Click, this, &GroupCommands::mnuThumbRemove_Click);
+    on(form.mnuEditRemoveFromGroup.Click, this, &GroupCommands::mnuEditRemoveFromGroup_Click);
 }
 
 void GroupCommands::CreateAlbumGroup(std::int16_t Mode)
@@ -148,6 +153,16 @@ void GroupCommands::showAgain()
     m_form.selection().SetGroupListSelect(-1, NoKeys);
 }
 
+void GroupCommands::mnuEditAdd_Click()
+{
+    m_form.dialogs().showGroups(CreateWithCopies);
+}
+
+void GroupCommands::mnuEditMove_Click()
+{
+    m_form.dialogs().showGroups(CreateByMoving);
+}
+
 void GroupCommands::mnuThumbRemove_Click()
 {
     const Answer answer = m_form.desktop().prompts().messageBox(
@@ -194,9 +209,9 @@ void GroupCommands::setAside(const std::string& name)
     attempt([&] { trovarium::setAside(files, paths.PhotoPath, name); });
     if (files.exists(photo))
         return;
+    attempt([&] { files.remove(thumbnailPath(paths, name)); });
     attempt([&] { trovarium::setAside(files, paths.InfoPath, name + ".info"); });
     attempt([&] { trovarium::setAside(files, paths.AudioPath, name + ".wav"); });
-    attempt([&] { files.remove(thumbnailPath(paths, name)); });
 }
 
 } // namespace trovarium

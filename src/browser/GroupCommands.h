@@ -34,9 +34,19 @@ public:
     // to a folder "Removed" inside their own; only the thumbnail is deleted. Failures are skipped without a message.
     void RemoveFromProgram();
 
+    // Ask for the group that the selected photographs are copied or moved to.
+    void mnuEditAdd_Click();
+    void mnuEditMove_Click();
+    void mnuThumbAdd_Click() { mnuEditAdd_Click(); }
+    void mnuThumbMove_Click() { mnuEditMove_Click(); }
+
     void mnuThumbRemove_Click();
+    void mnuEditRemoveFromGroup_Click() { mnuThumbRemove_Click(); }
 
 private:
+    // Without a control: there is no such entry in the menu of thumbnails.
+    void mnuThumbCopyNewGroup_Click() { CreateAlbumGroup(CreateWithCopies); }
+
     bool askForNewName(std::string& name);
     bool isFree(const std::string& name) const;
     bool renameTo(const std::string& name);

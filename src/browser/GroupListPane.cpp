@@ -21,7 +21,7 @@ GroupListPane::GroupListPane(frmMain& form, Album& album)
     : WindowPart(form, album)
 {
     on(form.pctAlbumList, &PictureBox::MouseDown, this, &GroupListPane::pctAlbumList_MouseDown);
-    on(form.lbAlbumList, &Label::MouseDown, this, &GroupListPane::pctAlbumList_MouseDown);
+    on(form.lbAlbumList, &Label::MouseDown, this, &GroupListPane::lbAlbumList_MouseDown);
     on(form.lbAlbumList, &Label::MouseMove, this, &GroupListPane::lbAlbumList_MouseMove);
     on(form.pctArrows, &PictureButton::Click, this, &GroupListPane::pctArrows_Click);
 }
@@ -206,6 +206,11 @@ void GroupListPane::showRow(int row, const std::string& name)
     m_form.pctAlbumList(row).Visible = true;
     m_form.pctAlbumList(row).Picture = m_form.pctAlbumList(DarkBar).Picture();
     m_form.pctAlbumList(row).AccessibleSelected = false;
+}
+
+void GroupListPane::lbAlbumList_MouseDown(int Index, int Button, int Shift, float X, float Y)
+{
+    pctAlbumList_MouseDown(Index, Button, Shift, X, Y);
 }
 
 void GroupListPane::lbAlbumList_MouseMove(int Index)

@@ -42,6 +42,7 @@ public:
     bool isAllPhotosRow(int row) const;
 
     void pctAlbumList_MouseDown(int Index, int Button, int Shift, float X, float Y);
+    void lbAlbumList_MouseDown(int Index, int Button, int Shift, float X, float Y);
     void lbAlbumList_MouseMove(int Index);
     void pctArrows_Click(int Index);
 

@@ -52,16 +52,12 @@ void MainMenus::wireGroupEntries()
     wire({&form.mnuFileMidi, &form.mnuGroupMidi}, [&form] { form.dialogs().showMidiLink(); });
     wire({&form.mnuFileImport, &form.mnuGroupImport}, [&form] { form.dialogs().showImport(); });
     wire({&form.mnuFileExport, &form.mnuGroupExport}, [&form] { form.dialogs().showExport(); });
-    wire({&form.mnuEditSearchAppend, &form.mnuGroupSearchAppend}, [&form] { form.cmdCreateAlbumGroup_Click(); });
 }
 
 void MainMenus::wirePhotographEntries()
 {
     frmMain& form = m_form;
-    wire({&form.mnuEditAdd, &form.mnuThumbAdd}, [&form] { form.dialogs().showGroups(CreateWithCopies); });
-    wire({&form.mnuEditMove, &form.mnuThumbMove}, [&form] { form.dialogs().showGroups(CreateByMoving); });
     wire({&form.mnuThumbMoveNewGroup}, [&form] { form.groupCommands().CreateAlbumGroup(CreateByMoving); });
-    wire({&form.mnuEditRemoveFromGroup}, [&form] { form.groupCommands().mnuThumbRemove_Click(); });
     wire({&form.mnuEditRemoveFromAlbum}, [&form] { form.groupCommands().RemoveFromProgram(); });
     wire({&form.mnuEditWaveLink}, [&form] { form.dialogs().showWavLink(); });
     wire({&form.mnuEditInfo}, [&form] { form.infoBox().cmdEditPhotoInfo_Click(); });

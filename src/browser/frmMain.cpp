@@ -112,6 +112,8 @@ frmMain::frmMain(Desktop& desktop, Album& album, VideoControls& video, Dialogs d
     on(cmdFullScreen.Click, this, &frmMain::cmdFullScreen_Click);
     on(MouseMove, this, &frmMain::Form_MouseMove);
     on(lbButtonText, &Label::Click, this, &frmMain::lbButtonText_Click);
+    on(mnuEditSearchAppend.Click, this, &frmMain::mnuEditSearchAppend_Click);
+    on(mnuGroupSearchAppend.Click, this, &frmMain::mnuGroupSearchAppend_Click);
 }
 
 frmMain::~frmMain()

@@ -83,6 +83,8 @@ public:
     void Form_MouseMove(int Button, int Shift, float X, float Y);
     void lbButtonText_Click(int Index);
 
+    void mnuEditSearchAppend_Click() { cmdCreateAlbumGroup_Click(); }
+    void mnuGroupSearchAppend_Click() { cmdCreateAlbumGroup_Click(); }
     void cmdFullScreen_Click();
     // Without a control of their names: opens the search, closes the window.
     void cmdCreateAlbumGroup_Click();

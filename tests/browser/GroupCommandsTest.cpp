@@ -18,7 +18,7 @@ struct GroupCommandsTest : MainWindow {
     void chooseGroup(Menu& entry, const std::function<void()>& act)
     {
         robot.when([this] { return groups().isShown() && groups().lstGroups.ListIndex() >= 0; }, act);
-        robot.choose(entry);
+        entry.Click.raise(); // also of a pop-up menu
         EXPECT_FALSE(groups().isShown());
     }
     void clickEntryAt(float y, int button = LeftButton) { robot.click(groups().lstGroups, button, NoKeys, At{20, y}); }
@@ -112,7 +112,7 @@ TEST_F(GroupCommandsTest, AReleaseOnAnEntryCopiesAndEnterMoves)
     EXPECT_EQ(linesOf("Bath"), (Names{"p1.jpg", "p3.jpg"}));
     EXPECT_EQ(cells(), (Names{"p2.jpg", "p4.jpg"}));
     select({1});
-    for (Menu* entry : {&main().mnuEditAdd, &main().mnuEditMove}) {
+    for (Menu* entry : {&main().mnuThumbAdd, &main().mnuThumbMove}) {
         EXPECT_EQ(cells().size(), 2U);
         prompts.expectInput(AskName, entry->Name());
         chooseGroup(*entry, [&] { robot.click(groups().cmdNewGroup); });

@@ -111,7 +111,7 @@ TEST_F(SearchTest, AUserSearchesAndAppends)
         EXPECT_EQ(append("Trip"), "p1.jpg p2.jpg p3.jpg p7.jpg ") << "what was found before the import";
         robot.key(search, EscapeKey);
     });
-    robot.choose(main().mnuEditSearchAppend);
+    main().mnuGroupSearchAppend.Click.raise();
     EXPECT_EQ(rows(), (Names{"  All Photos  ", "found", "My_Trip", "Trip"}));
 }
 
