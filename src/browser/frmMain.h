@@ -84,6 +84,7 @@ public:
     void lbButtonText_Click(int Index);
 
     void cmdFullScreen_Click();
+    void mnuViewFullscreen_Click() { cmdFullScreen_Click(); }
     // Without a control of their names: opens the search, closes the window.
     void cmdCreateAlbumGroup_Click();
     void cmdExit_Click();
