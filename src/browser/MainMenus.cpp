@@ -8,10 +8,6 @@
 #include "platform/system/Shell.h"
 #include "platform/toolkit/Desktop.h"
 #include "store/Album.h"
-#include "viewer/InfoBox.h"
-#include "viewer/PhotoDisplay.h"
-#include "viewer/SlideShow.h"
-#include "viewer/ZoomAndPan.h"
 
 #include <functional>
 #include <initializer_list>
@@ -39,7 +35,6 @@ MainMenus::MainMenus(frmMain& form, Album& album)
     wire({&form.mnuHelpAbout}, [&form] { form.dialogs().showAbout(); });
     wireGroupEntries();
     wirePhotographEntries();
-    wireViewEntries();
 }
 
 void MainMenus::wireGroupEntries()
@@ -60,21 +55,6 @@ void MainMenus::wirePhotographEntries()
     wire({&form.mnuThumbMoveNewGroup}, [&form] { form.groupCommands().CreateAlbumGroup(CreateByMoving); });
     wire({&form.mnuEditRemoveFromAlbum}, [&form] { form.groupCommands().RemoveFromProgram(); });
     wire({&form.mnuEditWaveLink}, [&form] { form.dialogs().showWavLink(); });
-    wire({&form.mnuEditInfo}, [&form] { form.infoBox().cmdEditPhotoInfo_Click(); });
-}
-
-void MainMenus::wireViewEntries()
-{
-    frmMain& form = m_form;
-    wire({&form.mnuViewNext}, [&form] { form.photoDisplay().pctNext_Click(); });
-    wire({&form.mnuViewPrevious}, [&form] { form.photoDisplay().pctPrev_Click(); });
-    wire({&form.mnuViewReduce}, [&form] { form.zoomAndPan().cmdZoomOut_Click(); });
-    wire({&form.mnuViewEnlarge}, [&form] { form.zoomAndPan().cmdZoomIn_Click(); });
-    wire({&form.mnuViewSlideshow}, [&form] { form.slideShow().cmdSlideshow_Click(); });
-    wire({&form.mnuViewFullscreen}, [&form] { form.cmdFullScreen_Click(); });
-    wire({&form.mnuSetInfoUp}, [&form] { form.infoBox().choosePosition(InfoBox::AlwaysUp); });
-    wire({&form.mnuSetInfoNormal}, [&form] { form.infoBox().choosePosition(InfoBox::Normal); });
-    wire({&form.mnuSetInfoDown}, [&form] { form.infoBox().choosePosition(InfoBox::AlwaysDown); });
 }
 
 void MainMenus::mnuFile_Click()

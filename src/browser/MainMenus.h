@@ -5,7 +5,7 @@
 
 namespace trovarium {
 
-// The commands of the menus, and when one of them is enabled.
+// The commands of the menus, and when one of them is enabled. The viewer's parts wire their own entries.
 class MainMenus : public WindowPart {
 public:
     MainMenus(frmMain& form, Album& album);
@@ -20,7 +20,6 @@ public:
 private:
     void wireGroupEntries();
     void wirePhotographEntries();
-    void wireViewEntries();
 };
 
 } // namespace trovarium

@@ -109,8 +109,9 @@ frmMain::frmMain(Desktop& desktop, Album& album, VideoControls& video, Dialogs d
     on(Unload, this, &frmMain::Form_Unload);
     on(EndOfSession, this, &frmMain::Form_EndOfSession);
     on(MouseDown, this, &frmMain::Form_MouseDown);
-    on(cmdFullScreen.Click, this, &frmMain::cmdFullScreen_Click);
     on(MouseMove, this, &frmMain::Form_MouseMove);
+    on(cmdFullScreen.Click, this, &frmMain::cmdFullScreen_Click);
+    on(mnuViewFullscreen.Click, this, &frmMain::mnuViewFullscreen_Click);
     on(lbButtonText, &Label::Click, this, &frmMain::lbButtonText_Click);
     on(mnuEditSearchAppend.Click, this, &frmMain::mnuEditSearchAppend_Click);
     on(mnuGroupSearchAppend.Click, this, &frmMain::mnuGroupSearchAppend_Click);

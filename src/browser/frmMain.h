@@ -86,6 +86,7 @@ public:
     void mnuEditSearchAppend_Click() { cmdCreateAlbumGroup_Click(); }
     void mnuGroupSearchAppend_Click() { cmdCreateAlbumGroup_Click(); }
     void cmdFullScreen_Click();
+    void mnuViewFullscreen_Click() { cmdFullScreen_Click(); }
     // Without a control of their names: opens the search, closes the window.
     void cmdCreateAlbumGroup_Click();
     void cmdExit_Click();

@@ -44,10 +44,14 @@ InfoBox::InfoBox(frmMain& form, Album& album)
     form.optInfoPosition(Normal).preset();
     form.txtYear.MaxLength = 4;
     on(form.cmdEditPhotoInfo.Click, this, &InfoBox::cmdEditPhotoInfo_Click);
+    on(form.mnuEditInfo.Click, this, &InfoBox::mnuEditInfo_Click);
     on(form.framInfo.MouseMove, this, &InfoBox::framInfo_MouseMove);
-    on(form.lbPhotoInfo.MouseMove, this, &InfoBox::framInfo_MouseMove);
+    on(form.lbPhotoInfo.MouseMove, this, &InfoBox::lbPhotoInfo_MouseMove);
     on(form.tmrInfoBox.Tick, this, &InfoBox::tmrInfoBox_Timer);
     on(form.optInfoPosition, &OptionButton::Click, this, &InfoBox::optInfoPosition_Click);
+    on(form.mnuSetInfoUp.Click, this, &InfoBox::mnuSetInfoUp_Click);
+    on(form.mnuSetInfoNormal.Click, this, &InfoBox::mnuSetInfoNormal_Click);
+    on(form.mnuSetInfoDown.Click, this, &InfoBox::mnuSetInfoDown_Click);
 }
 
 bool InfoBox::LoadImageInfo(std::int32_t Index)

@@ -36,12 +36,16 @@ public:
 
     // Whether the panel stays down, stays up, or pops up under the mouse; indexes of the option buttons.
     enum : int { AlwaysDown = 0, Normal = 1, AlwaysUp = 2 };
-    void choosePosition(int index);
 
     void cmdEditPhotoInfo_Click();
+    void mnuEditInfo_Click() { cmdEditPhotoInfo_Click(); }
     void framInfo_MouseMove(int Button, int Shift, float X, float Y);
+    void lbPhotoInfo_MouseMove(int Button, int Shift, float X, float Y) { framInfo_MouseMove(Button, Shift, X, Y); }
     void tmrInfoBox_Timer();
     void optInfoPosition_Click(int Index);
+    void mnuSetInfoUp_Click() { choosePosition(AlwaysUp); }
+    void mnuSetInfoNormal_Click() { choosePosition(Normal); }
+    void mnuSetInfoDown_Click() { choosePosition(AlwaysDown); }
 
 private:
     bool read(const std::string& name, OddSize oddSize);
@@ -58,6 +62,7 @@ private:
     void showTexts(bool visible);
     void setEditing(bool editing);
     void enableRest(bool enabled);
+    void choosePosition(int index);
 
     bool InfoBoxMoving = false;
     // The photograph whose information is in PhotoInfo, or empty: the box shows its name and saves to its file. It

@@ -59,6 +59,8 @@ PhotoDisplay::PhotoDisplay(frmMain& form, Album& album)
 {
     on(form.pctNext.Click, this, &PhotoDisplay::pctNext_Click);
     on(form.pctPrev.Click, this, &PhotoDisplay::pctPrev_Click);
+    on(form.mnuViewNext.Click, this, &PhotoDisplay::mnuViewNext_Click);
+    on(form.mnuViewPrevious.Click, this, &PhotoDisplay::mnuViewPrevious_Click);
 }
 
 void PhotoDisplay::SetImageIndex(std::int32_t Index)

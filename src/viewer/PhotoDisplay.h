@@ -31,6 +31,8 @@ public:
 
     void pctNext_Click();
     void pctPrev_Click();
+    void mnuViewNext_Click() { pctNext_Click(); }
+    void mnuViewPrevious_Click() { pctPrev_Click(); }
 
 private:
     using Step = bool (PhotoDisplay::*)();

@@ -19,6 +19,7 @@ SlideShow::SlideShow(frmMain& form, Album& album)
     : WindowPart(form, album)
 {
     on(form.cmdSlideshow.Click, this, &SlideShow::cmdSlideshow_Click);
+    on(form.mnuViewSlideshow.Click, this, &SlideShow::mnuViewSlideshow_Click);
     on(form.tmrSlideShow.Tick, this, &SlideShow::tmrSlideShow_Timer);
 }
 

@@ -14,6 +14,7 @@ public:
     SlideShow(frmMain& form, Album& album);
 
     void cmdSlideshow_Click();
+    void mnuViewSlideshow_Click() { cmdSlideshow_Click(); }
     void tmrSlideShow_Timer();
     void StopSlideShow(); // also called outside any show
 

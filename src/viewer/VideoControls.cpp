@@ -206,16 +206,17 @@ try {
     // Ignored.
 }
 
-void VideoControls::EnableVideo(bool Enable)
+bool VideoControls::EnableVideo(bool Enable)
 {
     if (m_form == nullptr)
-        return;
+        return false;
     m_form->cmdVideo.forEach([&](int, Button& button) {
         if (!Enable && button.hasFocus())
             m_form->pctWindow.SetFocus();
         button.Enabled = Enable;
     });
     m_form->hscVideo.Enabled = Enable;
+    return true;
 }
 
 // If the film isn't visible, this opens the current photograph, which starts it. The cell ignores the current page, so

@@ -30,7 +30,7 @@ public:
     void returnToMainWindow();             // with the next command, since the film's own window was closed
     void SeekVideo(std::int16_t& Seconds); // clamped to the film, which is then paused
     void UpdateVideoPosition();
-    void EnableVideo(bool Enable);
+    bool EnableVideo(bool Enable); // false without a main window
 
     void cmdVideo_Click(int Index); // 0 plays, 1 pauses, 2 stops
     void hscVideo_Scroll();

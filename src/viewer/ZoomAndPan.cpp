@@ -19,6 +19,8 @@ ZoomAndPan::ZoomAndPan(frmMain& form, Album& album)
 {
     on(form.cmdZoomIn.Click, this, &ZoomAndPan::cmdZoomIn_Click);
     on(form.cmdZoomOut.Click, this, &ZoomAndPan::cmdZoomOut_Click);
+    on(form.mnuViewEnlarge.Click, this, &ZoomAndPan::mnuViewEnlarge_Click);
+    on(form.mnuViewReduce.Click, this, &ZoomAndPan::mnuViewReduce_Click);
     on(form.imgbox.MouseDown, this, &ZoomAndPan::imgbox_MouseDown);
     on(form.imgbox.MouseMove, this, &ZoomAndPan::imgbox_MouseMove);
     on(form.imgbox.MouseUp, this, &ZoomAndPan::imgbox_MouseUp);

@@ -15,6 +15,8 @@ public:
 
     void cmdZoomIn_Click();
     void cmdZoomOut_Click();
+    void mnuViewEnlarge_Click() { cmdZoomIn_Click(); }
+    void mnuViewReduce_Click() { cmdZoomOut_Click(); }
 
     // X and Y in twips, relative to the picture's current position.
     void imgbox_MouseDown(int Button, int Shift, float X, float Y);

@@ -43,8 +43,8 @@ frmFullScreen::frmFullScreen(Desktop& desktop, Album& album, frmMain& main)
     on(KeyDown, this, &frmFullScreen::Form_KeyDown);
     on(Click, this, &frmFullScreen::Form_Click);
     on(imgFullScreen.Click, this, &frmFullScreen::imgFullScreen_Click);
-    on(picVideoWindowFS.KeyDown, this, &frmFullScreen::Form_KeyDown);
-    on(picVideoWindowFS.Click, this, &frmFullScreen::Form_Click);
+    on(picVideoWindowFS.KeyDown, this, &frmFullScreen::picVideoWindowFS_KeyDown);
+    on(picVideoWindowFS.Click, this, &frmFullScreen::picVideoWindowFS_Click);
 }
 
 void frmFullScreen::Form_Load()

@@ -28,7 +28,9 @@ public:
     void Form_Load();
     void Form_Unload();
     void Form_KeyDown(int KeyCode, int Shift);
+    void picVideoWindowFS_KeyDown(int KeyCode, int Shift) { Form_KeyDown(KeyCode, Shift); }
     void Form_Click();
+    void picVideoWindowFS_Click() { Form_Click(); }
     void imgFullScreen_Click();
 
 private:
