@@ -30,6 +30,13 @@ MainMenus::MainMenus(frmMain& form, Album& album)
 {
     on(form.mnuFile.Click, this, &MainMenus::mnuFile_Click);
     on(form.mnuEdit.Click, this, &MainMenus::mnuEdit_Click);
+    on(form.mnuFileImport.Click, this, &MainMenus::mnuFileImport_Click);
+    on(form.mnuFileExport.Click, this, &MainMenus::mnuFileExport_Click);
+    on(form.mnuFileMidi.Click, this, &MainMenus::mnuFileMidi_Click);
+    on(form.mnuEditWaveLink.Click, this, &MainMenus::mnuEditWaveLink_Click);
+    on(form.mnuGroupImport.Click, this, &MainMenus::mnuGroupImport_Click);
+    on(form.mnuGroupExport.Click, this, &MainMenus::mnuGroupExport_Click);
+    on(form.mnuGroupMidi.Click, this, &MainMenus::mnuGroupMidi_Click);
     on(form.mnuFileExit.Click, this, &MainMenus::mnuFileExit_Click);
     on(form.mnuHelpContents.Click, this, &MainMenus::mnuHelpContents_Click);
     wire({&form.mnuHelpAbout}, [&form] { form.dialogs().showAbout(); });
@@ -44,9 +51,6 @@ void MainMenus::wireGroupEntries()
         {&form.mnuFileCreate, &form.mnuGroupNewGroup}, [&form] { form.groupCommands().CreateAlbumGroup(CreateEmpty); });
     wire({&form.mnuFileRemove, &form.mnuGroupRemove}, [&form] { form.groupCommands().DeleteAlbumGroup(); });
     wire({&form.mnuFileRenameGroup, &form.mnuGroupRenameGroup}, [&form] { form.groupCommands().RenameAlbumGroup(); });
-    wire({&form.mnuFileMidi, &form.mnuGroupMidi}, [&form] { form.dialogs().showMidiLink(); });
-    wire({&form.mnuFileImport, &form.mnuGroupImport}, [&form] { form.dialogs().showImport(); });
-    wire({&form.mnuFileExport, &form.mnuGroupExport}, [&form] { form.dialogs().showExport(); });
 }
 
 void MainMenus::wirePhotographEntries()
@@ -54,7 +58,6 @@ void MainMenus::wirePhotographEntries()
     frmMain& form = m_form;
     wire({&form.mnuThumbMoveNewGroup}, [&form] { form.groupCommands().CreateAlbumGroup(CreateByMoving); });
     wire({&form.mnuEditRemoveFromAlbum}, [&form] { form.groupCommands().RemoveFromProgram(); });
-    wire({&form.mnuEditWaveLink}, [&form] { form.dialogs().showWavLink(); });
 }
 
 void MainMenus::mnuFile_Click()
@@ -70,6 +73,26 @@ void MainMenus::mnuEdit_Click()
 {
     GroupListPane& list = m_form.groupList();
     m_form.mnuEditMove.Enabled = !list.isAllPhotosRow(list.CurrentGroupRow);
+}
+
+void MainMenus::mnuFileImport_Click()
+{
+    m_form.dialogs().showImport();
+}
+
+void MainMenus::mnuFileExport_Click()
+{
+    m_form.dialogs().showExport();
+}
+
+void MainMenus::mnuFileMidi_Click()
+{
+    m_form.dialogs().showMidiLink();
+}
+
+void MainMenus::mnuEditWaveLink_Click()
+{
+    m_form.dialogs().showWavLink();
 }
 
 void MainMenus::mnuFileExit_Click()

@@ -14,6 +14,15 @@ public:
     void mnuFile_Click();
     void mnuEdit_Click();
 
+    // Show a dialog modally.
+    void mnuFileImport_Click();
+    void mnuFileExport_Click();
+    void mnuFileMidi_Click();
+    void mnuEditWaveLink_Click();
+    void mnuGroupImport_Click() { mnuFileImport_Click(); }
+    void mnuGroupExport_Click() { mnuFileExport_Click(); }
+    void mnuGroupMidi_Click() { mnuFileMidi_Click(); }
+
     void mnuFileExit_Click();
     void mnuHelpContents_Click();
 

@@ -221,18 +221,18 @@ bool ExportRun::isTaken(const std::string& path, const std::string& source) cons
         && m_album.files.isSameFile(taken->second.target, path);
 }
 
-// May replace an old copy even if that is read-only, as if it had been deleted before.
-void ExportRun::copy(const std::string& source, const std::string& target)
+// An old copy that the options delete is replaced even if it is read-only, as if it had been deleted before.
+void ExportRun::copy(const std::string& source, const std::string& target, bool isDeletable)
 {
     if (isOriginal(target) || isTaken(target, source))
         throw Failure(FailureKind::FileAlreadyExists);
-    const bool replaces = m_form.chkOptions(OverwriteCopies).Value() == 1;
+    const bool replaces = isDeletable && m_form.chkOptions(OverwriteCopies).Value() == 1;
     m_album.files.copy(source, target, replaces ? ReadOnlyTarget::IsReplaced : ReadOnlyTarget::Stays);
 }
 
-void ExportRun::take(const std::string& source, const std::string& target)
+void ExportRun::take(const std::string& source, const std::string& target, bool isDeletable)
 {
-    copy(source, target);
+    copy(source, target, isDeletable);
     m_taken[upper(target)] = {source, target};
 }
 
@@ -252,7 +252,10 @@ void ExportRun::copyPhotograph()
 void ExportRun::exportInfo()
 {
     if (m_form.optExportInfo(NativeFormat).Value()) {
-        m_run.statement([&] { take(infoFilePath(m_album.paths, m_name), copyPath("", InfoEnding)); });
+        m_run.statement([&] {
+            take(infoFilePath(m_album.paths, m_name), copyPath("", InfoEnding),
+                m_form.optExportInfo(OverwriteInfo).Value());
+        });
     } else if (m_form.optExportInfo(CsvFormat).Value()) {
         m_form.MousePointer = HourglassPointer;
         m_run.handled(

@@ -32,8 +32,8 @@ private:
     const std::string& source();
     bool isOriginal(const std::string& path);
     bool isTaken(const std::string& path, const std::string& source = {}) const;
-    void copy(const std::string& source, const std::string& target);
-    void take(const std::string& source, const std::string& target);
+    void copy(const std::string& source, const std::string& target, bool isDeletable = true);
+    void take(const std::string& source, const std::string& target, bool isDeletable = true);
     void copyPhotograph();
     void exportInfo();
     void showProgress(int done, int count);

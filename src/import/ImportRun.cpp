@@ -68,7 +68,7 @@ void ImportRun::cmdImport_Click()
     if (m_form.DialogBusy || m_isRunning) // the Auto-Scan button may have cleared DialogBusy
         return;
     m_form.DialogBusy = true;
-    m_digits = static_cast<int>(characterCount(m_form.txtAutoName(1).Text()));
+    NumberFormat = static_cast<int>(characterCount(m_form.txtAutoName(1).Text()));
     ImportedFiles.clear();
     ImportErrors.clear();
     DestName.clear();
@@ -183,7 +183,7 @@ void ImportRun::chooseName(int i)
 void ImportRun::takeNumber()
 {
     TextBox& number = m_form.txtAutoName(1);
-    m_run.statement([&] { number.Text = formatWhole(leadingNumber(number.Text()) + 1, m_digits); });
+    m_run.statement([&] { number.Text = formatWhole(leadingNumber(number.Text()) + 1, NumberFormat); });
     m_run.statement([&] {
         COWReg& settings = m_album.Settings();
         m_run.handled([&] { settings.SetOWSetting("Trovarium", "Import", "Autonumber", number.Text()); });

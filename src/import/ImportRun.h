@@ -55,7 +55,7 @@ private:
 
     // Of the current run.
     LongRun m_run;
-    int m_digits = 0; // of the first automatic number; later ones may have more
+    int NumberFormat = 0; // digits of the first automatic number; later ones may have more
     // Full paths in the library, from index 1 on; of links too, for which there is no file.
     CheckedArray<std::string> ImportedFiles;
     std::string ImportErrors;

@@ -106,7 +106,7 @@ void frmAddMidiWav::nameControls()
     cmdAddFile.ToolTipText = "Link the chosen file to the chosen entry.";
 }
 
-void frmAddMidiWav::linkMidi()
+void frmAddMidiWav::LinkMidi2Group()
 {
     load();
     Set4Midi();
@@ -115,7 +115,7 @@ void frmAddMidiWav::linkMidi()
     showModal();
 }
 
-void frmAddMidiWav::linkWav()
+void frmAddMidiWav::LinkWav2Photos()
 {
     load();
     Set4Wav();

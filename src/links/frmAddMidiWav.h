@@ -31,8 +31,8 @@ public:
     ~frmAddMidiWav() override;
 
     // Load the form, set it up and show it modally.
-    void linkMidi();
-    void linkWav();
+    void LinkMidi2Group();
+    void LinkWav2Photos();
 
     void Set4Midi();
     void Set4Wav();

@@ -133,8 +133,8 @@ Dialogs Program::dialogs()
         .showSlideShow = [this] { m_slideShow().showModal(); },
         .showSearch = [this] { m_search().showModal(); },
         .showImport = [this] { m_import().showModal(); },
-        .showMidiLink = [this] { m_links().linkMidi(); },
-        .showWavLink = [this] { m_links().linkWav(); },
+        .showMidiLink = [this] { m_links().LinkMidi2Group(); },
+        .showWavLink = [this] { m_links().LinkWav2Photos(); },
         .showAbout = [this] { m_about().showModal(); },
         .unloadAllForms = [this] { UnloadAllForms(m_desktop, "frmMain"); },
     };

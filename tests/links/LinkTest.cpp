@@ -18,8 +18,8 @@ struct LinkTest : MainWindow {
         openGroup(3);
         select({1, 3});
         media.told.clear();
-        main().dialogs().showMidiLink = [this] { form().linkMidi(); };
-        main().dialogs().showWavLink = [this] { form().linkWav(); };
+        main().dialogs().showMidiLink = [this] { form().LinkMidi2Group(); };
+        main().dialogs().showWavLink = [this] { form().LinkWav2Photos(); };
     }
 
     // Chooses the row, and adds a file on show to it or clears it.
