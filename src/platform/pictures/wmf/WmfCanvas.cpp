@@ -16,7 +16,7 @@ namespace {
 
 constexpr double MostWork = 3e9;
 
-// Work for each pixel, found by measuring.
+// Work for each pixel, found by experiment.
 constexpr double PlainPixel = 0.5;
 constexpr double MixedPixel = 1.5; // combined with the color below
 constexpr double PatternPixel = 4;
