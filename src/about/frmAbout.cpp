@@ -22,7 +22,7 @@ namespace trovarium {
 namespace {
 
 constexpr std::size_t LongestValue = 1023; // bytes
-constexpr float TitleFont = 30;            // pixels, as all below
+constexpr float TitleFont = 30;            // pixels
 
 // A number is stored as "dword:" and eight hexadecimal digits.
 std::optional<std::uint32_t> numberIn(std::string_view text)
@@ -84,7 +84,7 @@ void frmAbout::StartSysInfo()
         desktop().prompts().messageBox("System Information Is Unavailable At This Time", Message::Error, "");
 }
 
-// The first value is the tool's path, used without a check; the second one its folder.
+// The first value holds the tool's path, which is used without a check. The second one holds its folder.
 std::string frmAbout::systemInfoTool()
 {
     std::string path;

@@ -73,7 +73,7 @@ void Selection::toggle(std::int32_t Position)
     LastSelected = toInt16(Position);
 }
 
-// Doesn't set the flag of the anchor.
+// Selects from the photograph next to the anchor up to `Position`. The anchor itself keeps its flag.
 void Selection::extendTo(std::int32_t Position)
 {
     GroupOnShow& group = m_album.group;
@@ -103,7 +103,7 @@ try {
 void Selection::imgThumbnail_MouseDown(int Index, int Button, int Shift, float X, float Y)
 try {
     const std::int32_t position = m_form.pages().positionOf(Index);
-    // With any button it becomes the current photograph.
+    // A press of any mouse button makes it the current photograph.
     m_form.photoDisplay().SetImageIndex(position);
     if (Button == LeftButton)
         pressLeft(position, Shift, X, Y);
@@ -125,7 +125,8 @@ void Selection::pressLeft(std::int32_t position, int Shift, float X, float Y)
     m_form.pages().SetCountLabel(position);
 }
 
-// By the row's number: if the list is scrolled, row 0 may be another group.
+// Nothing can be moved or removed from the group of all photographs. It is taken to be in row 0, although row 0 shows
+// another group once the list is scrolled.
 void Selection::pressRight(std::int32_t position)
 {
     SetGroupListSelect(position, AddMode);

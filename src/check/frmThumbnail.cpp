@@ -183,7 +183,7 @@ void frmThumbnail::createThumbnail(const std::string& listed, const std::string&
     std::string thumbnail;
     attempt([&] {
         thumbnail = thumbnailPath(m_album.paths, SplitPath(listed).FileName);
-        m_album.files.removeLink(thumbnail); // writing follows links whose names end like a list's
+        m_album.files.removeLink(thumbnail); // a write would follow a link whose name ends in ".lst" or ".info"
         desktop().pictures().saveBitmap(imgSize.Image(), thumbnail);
     });
     // The photograph's own date is what tells the next check that this thumbnail is up to date.

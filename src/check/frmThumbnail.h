@@ -49,7 +49,7 @@ public:
             {1, {.Left = 2130, .Top = 1365, .Width = 3870, .Height = 240}}}};
     Shape shpProgress{this, {"shpProgress", 300, 2130, 5700, 240}};
     PictureBox pctProgress{this, {"pctProgress", 300, 2145, 0, 210}};
-    // Beyond the right edge: takes the size of the picture in work.
+    // Invisible beyond the right edge. Takes the size of the current picture.
     PictureBox pctSize{this, {"pctSize", 6900, 300, 1500, 1500}};
 
 private:
@@ -63,7 +63,7 @@ private:
     CheckedArray<std::string> MissingList;
     bool IsBuilding = false;
     bool StopThumbnails = false;
-    float m_ratio = 1; // width to height of the picture in work
+    float m_ratio = 1; // width to height of the current picture, or of the last one that could be read
 };
 
 } // namespace trovarium

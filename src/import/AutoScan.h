@@ -11,8 +11,8 @@ struct Album;
 class ListBox;
 class frmImport;
 
-// Fills the list of the import dialog with all files of the checked types in a folder and its subfolders. During the
-// scan the same button cancels it.
+// Fills the list of the import dialog with all files of the checked types in a folder and its subfolders. During a scan
+// its button cancels it.
 class AutoScan {
 public:
     AutoScan(frmImport& form, Album& album);

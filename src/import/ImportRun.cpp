@@ -153,7 +153,7 @@ void ImportRun::importEntry(int i)
     if (isChecked(OverwritePhotos) || isChecked(OverwriteInfoFiles))
         m_run.jumpToEnd();
     m_run.statement([&] {
-        if (isTorn(i))
+        if (isUnusable(i))
             note(DestName, describe(FailureKind::BadFileNameOrNumber));
         else if (makeRoom(i))
             importFile(i);
@@ -190,10 +190,10 @@ void ImportRun::takeNumber()
     });
 }
 
-// A scan drops the folders of earlier entries, and a cancelled one leaves full paths. A full path must not overwrite
-// the information file of its last component; without a folder there is no source. The typed prefix and number may
-// contain separators.
-bool ImportRun::isTorn(int i) const
+// Whether an entry lacks its folder, or its name isn't valid: a scan empties the folders of earlier entries, a
+// cancelled scan leaves full paths as names, and the typed prefix and number may contain separators. A full path as a
+// name would overwrite the information file of its last component.
+bool ImportRun::isUnusable(int i) const
 {
     const ListBox& folders = m_form.List2;
     return !isPhotographName(m_form.List1.List(i)) || !isPhotographName(DestName) || i >= folders.ListCount()
@@ -207,7 +207,7 @@ bool ImportRun::makeRoom(int i)
     const bool isKnown = files.exists(infoFilePath(m_album.paths, DestName));
     if (isChecked(OverwritePhotos) && !isKnown)
         setOldAside(i);
-    // Not the information file, whose name ends in ".info": nothing that the user wrote is lost.
+    // The path lacks the ending ".info". So no information file is deleted, and nothing that the user wrote is lost.
     const std::string stray = m_album.paths.InfoPath + DestName;
     if (isChecked(OverwriteInfoFiles))
         attempt([&] {
@@ -218,7 +218,8 @@ bool ImportRun::makeRoom(int i)
     return !isKnown && (!files.exists(photograph) || isSource(photograph, i));
 }
 
-// Unless it is the source itself, which may have been moved to "Removed" before.
+// Moves an old photograph to "Removed" and deletes its thumbnail, unless that file is the entry's own source. The
+// source may also be in "Removed" already.
 void ImportRun::setOldAside(int i)
 {
     const AlbumPaths& paths = m_album.paths;

@@ -35,7 +35,7 @@ private:
     void importEntry(int i);
     void chooseName(int i);
     void takeNumber();
-    bool isTorn(int i) const;
+    bool isUnusable(int i) const;
     bool makeRoom(int i);
     void setOldAside(int i);
     void importFile(int i);

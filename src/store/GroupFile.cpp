@@ -90,7 +90,7 @@ bool isGroupAsRead(const Album& album)
     return isSame && album.group.isWhole;
 }
 
-// Starts at element 0: if it is selected, an empty line is written.
+// Element 0 stands for no photograph. If it is selected, an empty line is written: this is intended.
 bool AddToGroup(Album& album, std::string_view fileName)
 try {
     const GroupOnShow& group = album.group;

@@ -12,7 +12,7 @@ class Failure;
 // in here closes every file number that anyone has open, and nothing is reported.
 void WriteLogLine(Album& album, std::string_view logFilePath, std::string_view message);
 
-// The common tail of procedures: "An error has occurred in '...'. Error = ...".
+// Logs a failure that ended a procedure: "An error has occurred in '...'. Error = ...".
 void logFailure(Album& album, std::string_view procedure, const Failure& failure);
 
 } // namespace trovarium

@@ -18,8 +18,8 @@ namespace trovarium {
 namespace {
 
 constexpr int ClippedChild = 0x6000000; // window style: clips siblings and children
-constexpr int EndWait = 100;            // milliseconds of each tick
-constexpr float OutOfSight = 8;         // screens
+constexpr int EndWait = 100;            // milliseconds that a tick waits for the end of the film
+constexpr float OutOfSight = 8;         // in screen sizes: where a film is moved before it is closed
 
 } // namespace
 
@@ -61,7 +61,7 @@ try {
     VideoStartPosition = 0;
     if (m_form != nullptr)
         m_form->hscVideo.Value = 0;
-    // Only called because it may fail.
+    // Only called because it may fail: then the buttons stay as they are.
     m_graph->get_Rate();
     enableButtons(true, false);
 } catch (const Failure&) {
@@ -123,7 +123,7 @@ try {
     else if (command == "STOP")
         stop();
 } catch (const Failure&) {
-    // Ignored.
+    // Ends silently, like every operation here.
 }
 
 void VideoControls::returnToMainWindow()
@@ -186,7 +186,7 @@ try {
         m_graph->put_CurrentPosition(Seconds);
     VideoCommand("pause");
 } catch (const Failure&) {
-    // Ignored.
+    // Ends silently, like every operation here.
 }
 
 void VideoControls::UpdateVideoPosition()
@@ -203,7 +203,7 @@ try {
     if (position < m_form->hscVideo.Max())
         m_form->hscVideo.Value = toInt32(position);
 } catch (const Failure&) {
-    // Ignored.
+    // Ends silently, like every operation here.
 }
 
 bool VideoControls::EnableVideo(bool Enable)

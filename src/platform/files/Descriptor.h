@@ -6,7 +6,7 @@
 
 namespace trovarium {
 
-// An open file of the system, closed with the object. -1 is none.
+// A file descriptor, closed with the object; -1 for none.
 class Descriptor {
 public:
     Descriptor() = default;

@@ -24,13 +24,13 @@ namespace trovarium {
 // The file system as the program sees it. A path inside the program is "/home\ann\Photos\a.jpg": a
 // slash at the start and backslashes between; both separators are accepted. All failures are `Failure`.
 //
-// What creates, appends, deletes, renames, is copied to or asked to exist means exactly the name as
-// written. What is only read falls back to the one entry that differs in case alone, and so do the
-// folders of the path.
+// A file that is created, appended to, deleted, renamed, copied to or tested with `exists` is the one with exactly the
+// name as written. A file that is only read may also be the one entry that differs in case alone. So may the folders of
+// every path.
 //
-// Nothing is written through a symbolic link: one in the place of what is opened for output or append or written
-// atomically is replaced. Only a list (.lst) and an information file (.info) are written where their link leads, when
-// that is a file of the same kind; otherwise the write fails with "Path/File access error".
+// No write follows a symbolic link: a link that is opened for output or append, or written atomically, is replaced by a
+// file. Only a list (.lst) and an information file (.info) are written where their link leads, when that is a file of
+// the same kind; otherwise the write fails with "Path/File access error".
 //
 // FileService.cpp looks and reads, FileChanges.cpp changes the disk.
 class FileService {
@@ -56,12 +56,13 @@ public:
     // Closes every number. Failures are dropped: it is called while another failure is handled.
     void closeAll();
 
-    // Writes or replaces a whole file: whatever happens, there is the old one (or none) or the new one under the name.
-    // Rights and owner stay. The hook is called for an open, a print and, before the new file takes the name, a close.
+    // Writes or replaces a whole file: whatever happens, the name stands for the old file (or none) or for the new one.
+    // Rights and owner stay. The fault hook is called for an open, a print and, before the new file takes the name, a
+    // close.
     void writeFileAtomically(std::string_view path, std::string_view bytes, Sync sync = Sync::No);
     // The same for lines, as `print` writes them.
     void writeLines(std::string_view path, const std::vector<std::string>& lines, Sync sync);
-    // Writes the content of `source` to `path` in the same way, synced. The hook is called for a copy before.
+    // Writes the content of `source` to `path` in the same way, synced. Calls the fault hook for a copy first.
     void replaceContent(std::string_view path, std::string_view source);
 
     std::int64_t length(std::string_view path) const; // in bytes; regular files only
@@ -82,8 +83,8 @@ public:
     void removeLink(std::string_view path); // a symbolic link, wherever it leads; nothing else
     void rename(std::string_view from, std::string_view to);
     void makeFolder(std::string_view path);
-    // Removes the hidden files that killed runs left in a folder while they wrote, as far as listings of the folder
-    // have found them: the folder isn't read for this.
+    // Removes the hidden files of unfinished writes that killed runs left in a folder. Removes those that listings of
+    // the folder have found: the folder isn't read again.
     void removeLeftOvers(std::string_view folder);
 
     // Names of the plain files that match folder + pattern ("*", "?", several joined by ";"), sorted as
@@ -107,12 +108,12 @@ public:
     std::string nativeForReading(std::string_view path) const;
 
 private:
-    // The place that an exact name means, and what stands there, if anything.
+    // Where an exact name leads, and the status of the file there, if any.
     struct Target {
         NativePath place;
         std::string native;
         std::optional<struct stat> status;
-        bool isLink = false; // to be replaced
+        bool isLink = false; // a symbolic link, which a write replaces by a file
     };
     using SystemCall = std::function<int(const std::string& native)>; // -1 with errno
 

@@ -16,16 +16,16 @@ namespace {
 
 constexpr std::chrono::seconds RedrawDeadline{1};
 
-// Larger films are rendered smaller: no screen shows more of them.
+// Larger films are scaled down to this: no screen shows more pixels.
 constexpr int LongestSide = 4096; // pixels
-// Of the start and the rows of what the library renders into; it is slower into others.
+// The library renders faster when the buffer and its rows are aligned to this.
 constexpr std::size_t Alignment = 64; // bytes
 constexpr std::size_t AlignedPixels = Alignment / sizeof(std::uint32_t);
 
 constexpr std::uint32_t Opaque = 0xff000000;
 
-// How to walk through a stored picture so as to read it turned: where to begin, and how far it is to the next pixel
-// to the right and downwards.
+// How to read a stored picture rotated: the offset of the first pixel, and the steps to the next pixel to the right and
+// downwards.
 struct Walk {
     std::ptrdiff_t start;
     std::ptrdiff_t right;
@@ -140,7 +140,8 @@ bool MpvFrames::waitForMoreThan(long count, Clock::time_point end) const
     return m_changed.wait_until(lock, end, [&] { return m_count > count; });
 }
 
-// The film waits until its frame is taken. So a frame is taken even before its size is known, and drawn again later.
+// Playback waits until a frame is rendered. So a frame is taken even before the film's size is known, and rendered
+// again once it is.
 void MpvFrames::run()
 {
     std::unique_lock lock(m_mutex);
@@ -169,7 +170,7 @@ void MpvFrames::run()
     }
 }
 
-// Empty when there is no size, or no room for so large a frame.
+// Empty if the size isn't known yet, or if there is no memory for the frame.
 FilmFrame MpvFrames::render(const Size& size)
 try {
     const std::size_t row = (size.width + AlignedPixels - 1) / AlignedPixels * AlignedPixels;

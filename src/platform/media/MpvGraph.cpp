@@ -24,10 +24,10 @@ namespace {
 
 using Clock = MpvFrames::Clock;
 
-// A disk that has to wake up first takes its seconds; what takes longer is damaged.
+// A disk may take seconds to spin up. A file that takes longer is taken to be damaged.
 constexpr std::chrono::seconds OpenDeadline{8};
 constexpr std::chrono::seconds SeekDeadline{2};
-// From the event that ends a seek to its frame.
+// Between the event that ends a seek and its frame.
 constexpr std::chrono::milliseconds FrameDeadline{300};
 constexpr std::chrono::milliseconds CloseDeadline{300};
 
@@ -43,9 +43,9 @@ constexpr std::pair<const char*, const char*> Options[] = {
     // Frames are handed over when they are due.
     {"vo", "libmpv"}, {"video-timing-offset", "0"}, {"video-rotate", "no"}, // see updateSize
     {"hwdec", "no"}, {"audio-fallback-to-null", "yes"}, {"audio-client-name", "Trovarium"},
-    // It is paused when it opens, and stays open at its end.
+    // A film is paused when it opens, and stays open at its end.
     {"pause", "yes"}, {"keep-open", "yes"},
-    {"hr-seek-demuxer-offset", "1"}, // MPEG has no index: without it a seek lands too far on
+    {"hr-seek-demuxer-offset", "1"}, // MPEG has no index: without this a seek ends too late
 };
 
 std::string environment(const char* name)
@@ -66,7 +66,7 @@ bool soundServerIsThere()
         || (!folder.empty() && (isThere(folder + "/pulse/native") || isThere(folder + "/pipewire-0")));
 }
 
-// One that plays, such as "pcmC0D3p", or a definition of the user's own, such as a loudspeaker in the network.
+// A playback device, such as "pcmC0D3p", or one that the user has configured, such as a network speaker.
 bool soundDeviceIsThere()
 {
     if (isThere(environment("HOME") + "/.asoundrc") || isThere("/etc/asound.conf"))
@@ -80,9 +80,9 @@ bool soundDeviceIsThere()
     return false;
 }
 
-// Options by which films sound: none where the library's own choice will do, silence where nothing could sound, since
-// looking for a device in vain would hold up the first frame. The files of SDL_DISKAUDIOFILE, which have no head, hold
-// one kind of samples whoever writes them.
+// Options for the sound of films; none leaves the choice to the library. Without a device or server the null output is
+// chosen, since a search for a device would delay the first frame. A file of SDL_DISKAUDIOFILE has no header, so films
+// write the same sample format into it as other sounds.
 std::vector<std::pair<const char*, const char*>> soundOptions()
 {
     const std::string wanted = environment("SDL_AUDIODRIVER");
@@ -117,7 +117,7 @@ MpvGraph::~MpvGraph()
     m_frames->setOwner(nullptr);
     dropEvents();
     attempt([this] { command({"stop"}); });
-    // Else the render thread and the film would wait for each other at the end.
+    // Otherwise the render thread and the library could wait for each other for ever.
     const Clock::time_point end = Clock::now() + CloseDeadline;
     while (!m_idle && nextEvent(end) != MPV_EVENT_NONE) { }
 }
@@ -127,14 +127,14 @@ void MpvGraph::RenderFile(std::string_view path)
     m_open = false;
     m_sentToEnd = false;
     m_files.checkFault(FileOperation::Picture, path);
-    m_files.length(path); // a pipe or a device could keep the program waiting
+    m_files.length(path); // fails for pipes and devices, which could block the program
     const std::string native = m_files.nativeForReading(path);
     command({"loadfile", native.c_str()});
     if (!waitForFrame(m_frames->count(), Clock::now() + OpenDeadline)) {
         attempt([this] { command({"stop"}); });
         throw Failure(FailureKind::InvalidPicture);
     }
-    // Rounded to a tenth as it is shown, so that the position at the end equals a rounded duration.
+    // Rounded to a tenth, as callers round it, so that the position at the end equals their duration.
     m_duration = roundToPlaces(get<double>("duration", MPV_FORMAT_DOUBLE).value_or(0), 1);
     m_open = true;
 }
@@ -172,7 +172,7 @@ void MpvGraph::put_CurrentPosition(double seconds)
     dropEvents();
     const long before = m_frames->count();
     command({"seek", std::to_string(std::max(0.0, seconds)).c_str(), "absolute+exact"});
-    waitForFrame(before, Clock::now() + SeekDeadline); // a frame that is late comes by itself
+    waitForFrame(before, Clock::now() + SeekDeadline); // a frame that is late is still shown when it comes
     m_sentToEnd = m_duration > 0 && seconds >= m_duration;
 }
 
@@ -240,7 +240,7 @@ void MpvGraph::dropEvents()
     while (nextEvent(Clock::now()) != MPV_EVENT_NONE) { }
 }
 
-// Waits until opening or seeking is done and the frame is rendered; false when the film ended or the time is over.
+// Waits until the film is opened or sought and its frame is rendered; false if the film ended or `end` has passed.
 bool MpvGraph::waitForFrame(long framesBefore, Clock::time_point end)
 {
     mpv_event_id event = nextEvent(end);
@@ -254,7 +254,8 @@ bool MpvGraph::waitForFrame(long framesBefore, Clock::time_point end)
     return true;
 }
 
-// A film that was taken with the camera upright is stored lying. The library's own turning needs another renderer.
+// A film that was taken with an upright camera is stored sideways. Its frames are rotated here: the library itself
+// rotates only with another renderer.
 void MpvGraph::updateSize()
 {
     const auto width = get<std::int64_t>("dwidth", MPV_FORMAT_INT64).value_or(0);
@@ -265,7 +266,8 @@ void MpvGraph::updateSize()
             static_cast<int>(width), static_cast<int>(height), static_cast<int>((degrees + 45) / 90 % 4));
 }
 
-// A film that broke off has none of its properties any more; one that pauses on its last frame says nothing of an end.
+// After a playback error the property is missing, which counts as the end. After a seek to the end of a paused film the
+// property stays false, so m_sentToEnd counts too.
 bool MpvGraph::atEnd() const
 {
     return m_sentToEnd || get<int>("eof-reached", MPV_FORMAT_FLAG).value_or(1) != 0;

@@ -30,18 +30,18 @@ std::optional<MusicCommand> parseMusicCommand(std::string_view command);
 // The open sound device with what sounds on it: one wave clip and one piece of music, mixed. Used by one thread.
 class SoundDevice {
 public:
-    // Only the clip of the latest order sounds; `latestClip` is its number, which may grow at any time. "Device
-    // unavailable".
+    // Only the clip whose order has the number `latestClip` is audible; another thread may raise that number at any
+    // time. "Device unavailable".
     explicit SoundDevice(const std::atomic<unsigned>& latestClip);
     ~SoundDevice();
     SoundDevice(const SoundDevice&) = delete;
     SoundDevice& operator=(const SoundDevice&) = delete;
 
-    // Cuts off the clip that sounds. An empty path, or a file that can't be played, leaves it at that.
+    // Stops the current clip and starts another one. With an empty path, or a file that can't be played, it only stops.
     void playClip(const std::string& native, unsigned order);
-    // Reads on in the clip that sounds, and tells for how long it can then be left alone; none: it needs no more.
+    // Reads the next part of the current clip. Returns how long the next call can wait; none if the clip is read.
     std::optional<std::chrono::milliseconds> readOn();
-    // Pieces are open by their alias; the path is native. Playing one ends the piece that sounds.
+    // A piece of music is opened under an alias; the path is native. Playing one ends the one before.
     void carryOut(const MusicCommand& command);
 
 private:
@@ -51,7 +51,7 @@ private:
     const std::atomic<unsigned>& m_latestClip;
     SdlLibrary m_sdl;
     std::map<std::string, std::unique_ptr<Mix_Music, decltype(&Mix_FreeMusic)>> m_pieces;
-    std::mutex m_clipAccess; // held for no longer than a piece of the clip takes
+    std::mutex m_clipAccess; // guards the clip; held only to mix or swap it, as the audio callback waits for it
     std::unique_ptr<WaveClip> m_clip;
     unsigned m_clipOrder = 0;
 };

@@ -22,14 +22,14 @@ namespace trovarium {
 
 namespace {
 
-// How long the end of the program waits. Closing a device takes 30 ms, but a sound server that doesn't answer
-// holds up its opening for half a minute, and a disk that stalls a read for as long as it likes. A thread that is
-// stuck there touches nothing but its orders and files that it has open, and dies with the program.
+// How long the end of the program waits for the thread. Closing a device takes 30 ms, but a sound server that doesn't
+// answer holds up its opening for half a minute, and a disk that stalls a read for as long as it likes. A thread that
+// is stuck there touches nothing but its orders and files that it has open, and dies with the program.
 constexpr auto LongestEnd = std::chrono::milliseconds(80);
 
 struct ClipOrder {
-    std::string path;    // native, empty to cut off only
-    unsigned number = 0; // given when it is handed over
+    std::string path;    // native; if empty, the current clip is only stopped
+    unsigned number = 0; // set by `hand`
 };
 
 using Order = std::variant<ClipOrder, MusicCommand>;
@@ -43,7 +43,7 @@ bool couldSound(const Order& order)
 
 using Pause = std::optional<std::chrono::milliseconds>;
 
-// Reads on between the orders. None: only the next one counts.
+// Reads the current clip further between two orders. None: nothing to do until the next order.
 Pause readOn(std::optional<SoundDevice>& device)
 try {
     return device ? device->readOn() : std::nullopt;
@@ -69,7 +69,7 @@ try {
 
 // Shared with the thread, which may outlive the player.
 struct SoundPlayer::Orders {
-    // A clip that hasn't begun when the next one comes is not begun.
+    // Drops the order of a clip that has not been started when the next one comes.
     void hand(Order order)
     {
         const std::lock_guard lock(access);
@@ -81,7 +81,7 @@ struct SoundPlayer::Orders {
         changed.notify_all();
     }
 
-    // None after the pause. False at the end of the program.
+    // No order if the pause was over first. False at the end of the program.
     bool take(std::optional<Order>& order, const Pause& pause)
     {
         std::unique_lock lock(access);
@@ -111,7 +111,7 @@ struct SoundPlayer::Orders {
         changed.notify_all();
     }
 
-    // Whether the thread came to its end in time.
+    // Whether the thread ended in time.
     bool end()
     {
         std::unique_lock lock(access);
@@ -162,7 +162,7 @@ void SoundPlayer::mciSendString(std::string_view command)
         m_orders->hand(std::move(*order));
 }
 
-// Here and not on the thread, since the file service belongs to the caller's.
+// Called before the order is handed over: only the caller's thread may use the file service.
 std::string SoundPlayer::readable(std::string_view path) const
 {
     std::string native;

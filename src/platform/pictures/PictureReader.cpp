@@ -72,7 +72,7 @@ private:
     const std::atomic<bool>& m_cancelled;
 };
 
-// Asked before so many pixels are decoded, or bytes read: whether to go on.
+// Whether to go on. Called with a number of pixels before they are decoded, or of bytes before they are read.
 using MayDecode = std::function<bool(std::int64_t count)>;
 
 PictureData readJpeg(const PictureFile& file, int longerSide, const MayDecode& mayDecode)
@@ -95,7 +95,7 @@ PictureData readJpeg(const PictureFile& file, int longerSide, const MayDecode& m
 PictureData readMetafile(const PictureFile& file, int longerSide)
 {
     constexpr std::int64_t MostBytes = 40'000'000;
-    constexpr int LongestSide = 1 << 24; // so that the reserve can't overflow
+    constexpr int LongestSide = 1 << 24; // so that it can be multiplied by `Reserve`
     if (file.length() > MostBytes)
         refusePicture();
     const auto bytes = file.bytes(0, static_cast<std::size_t>(file.length()));
@@ -117,7 +117,7 @@ QSize checkGif(const PictureFile& file)
     constexpr unsigned Extension = '!';
     constexpr unsigned ImageStart = ',';
     constexpr std::int64_t SignatureLength = 6;
-    // The table of codes has 4096 entries, so that none stands for more pixels; the longest takes 12 bits.
+    // LZW has 4096 codes, so that none stands for more pixels; the longest takes 12 bits.
     constexpr std::int64_t MostPixelsInAByte = 4096 * 8 / 12 + 1;
 
     ByteStream stream(file, SignatureLength);
@@ -143,7 +143,7 @@ QSize checkGif(const PictureFile& file)
 
 // The size that a png, webp or tiff declares, checked against the length of the file. The other formats are checked
 // while their own headers are read.
-QSize checkPromise(const QImageReader& reader, std::int64_t length)
+QSize checkDeclaredSize(const QImageReader& reader, std::int64_t length)
 {
     constexpr std::int64_t BitsOnScreen = 32;
     // Deflate packs at most 1032 bytes into one, and a palette's index may grow from two bits to a byte.
@@ -170,7 +170,7 @@ void convertToSrgb(QImage& image, const QByteArray& profile, const std::atomic<b
     conversion.convert(image, cancelled);
 }
 
-// The first image. The library tries nothing but this one format.
+// Reads the first image. Qt may try no other format than this one.
 PictureData readByLibrary(const PictureFile& file, PictureFormat format, int longerSide, const MayDecode& mayDecode)
 {
     const bool isGif = format == PictureFormat::Gif;
@@ -183,23 +183,23 @@ PictureData readByLibrary(const PictureFile& file, PictureFormat format, int lon
     QImageReader reader(
         &device, std::ranges::find(Names, format, &std::pair<PictureFormat, const char*>::first)->second);
     reader.setAutoDetectImageFormat(false);
-    const QSize promised = isGif ? gifSize : checkPromise(reader, file.length());
+    const QSize declared = isGif ? gifSize : checkDeclaredSize(reader, file.length());
     // Qt holds the pixels of these formats twice while it unpacks them. No camera or scanner writes such large ones.
     constexpr std::int64_t MostHeldTwice = 120'000'000;
-    if ((isGif || format == PictureFormat::WebP) && pixelCount(promised) > MostHeldTwice)
+    if ((isGif || format == PictureFormat::WebP) && pixelCount(declared) > MostHeldTwice)
         refusePicture();
-    mayDecode(pixelCount(promised));
-    const int factor = reductionFor(promised, longerSide);
+    mayDecode(pixelCount(declared));
+    const int factor = reductionFor(declared, longerSide);
     // A picture of few bits a pixel takes less memory unscaled.
-    const bool comesReduced = format == PictureFormat::Png && factor > 1 && pixelCount(promised) > HarmlessPixels
+    const bool comesReduced = format == PictureFormat::Png && factor > 1 && pixelCount(declared) > HarmlessPixels
         && (reader.imageFormat() == QImage::Format_RGB32 || reader.imageFormat() == QImage::Format_ARGB32);
     if (comesReduced)
-        reader.setScaledSize((promised / factor).expandedTo(QSize(1, 1)));
+        reader.setScaledSize((declared / factor).expandedTo(QSize(1, 1)));
     const QImageIOHandler::Transformations how = reader.transformation();
     QImage image = reader.read();
     if (image.isNull() || file.cancelled())
         refusePicture();
-    const QSize size = comesReduced ? promised : image.size();
+    const QSize size = comesReduced ? declared : image.size();
     // Only a profile has a description. What Qt makes of a png's gamma is approximate, and most are meant as sRGB.
     const QColorSpace space = image.colorSpace();
     image = upright(reduced(std::move(image), comesReduced ? 1 : factor, file.cancelled()), how);

@@ -13,8 +13,8 @@
 
 namespace trovarium {
 
-// So many pixels along a side are decoded for each that is asked for. Painting averages them, which hides the artifacts
-// that a JPEG's scaled decoding leaves at sharp edges.
+// This many pixels are decoded along a side for each one that is asked for. Painting averages them, which hides the
+// artifacts that a JPEG's scaled decoding leaves at sharp edges.
 constexpr int Reserve = 4;
 
 std::int64_t pixelCount(QSize size);

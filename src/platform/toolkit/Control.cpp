@@ -33,8 +33,8 @@ Control::Control(Container* parent, const Plan& plan, QWidget* widget)
 {
     parent->adopt(this);
     widget->setObjectName(toQString(Name()));
-    widget->setAttribute(Qt::WA_NoMousePropagation); // a disabled control's events are lost
-    // Nothing here may have the library ask for the accessible state of a control that is half made.
+    widget->setAttribute(Qt::WA_NoMousePropagation); // mouse events of a disabled control don't go to its parent
+    // These calls must not make Qt ask for the accessible state: the control isn't constructed yet.
     widget->setToolTip(toolTipText(ToolTipText()));
     widget->setGeometry(roundedPlace(*this));
     widget->setVisible(Visible());

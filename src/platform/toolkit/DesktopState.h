@@ -28,15 +28,15 @@ class DrawnWidget;
 class FormHolderBase;
 class Timer;
 
-// What stands behind Desktop. Everything here runs on the one thread of the program.
+// The implementation of Desktop. Everything here runs on the main thread.
 struct DesktopState {
     using Clock = std::chrono::steady_clock;
 
-    // Code of our own on the stack, below which the library's event loop may run: handlers, DoEvents, modal shows,
-    // prompts. Unloaded forms live until the outermost scope has ended.
+    // Exists while our own code is on the stack and may run Qt's event loop: handlers, DoEvents, modal shows, prompts.
+    // Unloaded forms live until the outermost scope has ended.
     class HandlerScope {
     public:
-        // `fromEvent`: the library's own code stands around it and may still use the widgets.
+        // `fromEvent`: Qt's code has called ours and may still use the widgets afterwards.
         explicit HandlerScope(DesktopState& state, bool fromEvent = false);
         ~HandlerScope();
         HandlerScope(const HandlerScope&) = delete;
@@ -62,7 +62,7 @@ struct DesktopState {
     DesktopState(const DesktopState&) = delete;
     DesktopState& operator=(const DesktopState&) = delete;
 
-    // Notes the end of the program and makes every loop of the library return.
+    // Notes the end of the program and makes all event loops return.
     void noteEnd(const ProgramEnd& end);
     void throwIfEnded() const;
     bool ended() const { return endCode.has_value(); }
@@ -74,7 +74,7 @@ struct DesktopState {
     void formHidden(Form& form);   // hidden or unloaded: ends its modal show
     void formUnloaded(Form& form); // or destroyed
     Form* activeForm() const;
-    Form* formOf(const QWidget& widget) const; // null where its window is no loaded form's
+    Form* formOf(const QWidget& widget) const; // null if its window isn't that of a loaded form
     void activateNextWindow();                 // the active form's, since the one with the keyboard has just gone
     void queueActivate(Form& form);
     void deliverActivates();
@@ -82,7 +82,7 @@ struct DesktopState {
     void paintNow();     // paints all that changed before it returns
     void releaseMouse(); // the pressed widget gets no release any more
 
-    void processSuspended(QEventLoop::ProcessEventsFlags flags); // repaints meanwhile
+    void processSuspended(QEventLoop::ProcessEventsFlags flags); // processes events, but runs no handler
     bool mayWait(std::chrono::milliseconds waited);              // for a picture: false once the user closes a window
 
     // Runs `action` in the next iteration of the event loop; if events are suspended then, once they run again.
@@ -96,7 +96,7 @@ struct DesktopState {
     FileService& files;
     const Pace pace;
     std::unique_ptr<QApplication> application;
-    std::unique_ptr<QObject> queue; // what queued calls hang on
+    std::unique_ptr<QObject> queue; // receives queued calls
     std::unique_ptr<QObject> eventFilter;
     PictureService pictures;
     DesktopMedia realMedia;
@@ -108,26 +108,26 @@ struct DesktopState {
     std::vector<Form*> loaded;
     std::vector<Form*> shown; // the last one shown or made active at the end
     std::vector<ModalShow> modals;
-    std::vector<Form*> activates;  // Activate is to come
+    std::vector<Form*> activates;  // whose Activate is still to be raised
     std::vector<Form*> activating; // whose Activate handlers run
     std::vector<UnloadedForm> unloadedForms;
     std::vector<Timer*> timers;                   // of loaded forms
-    DrawnWidget* mouseGrabber = nullptr;          // is pressed, and gets all of the mouse until its release
+    DrawnWidget* mouseGrabber = nullptr;          // is pressed, and gets all mouse events until the release
     DrawnWidget* releasing = nullptr;             // its MouseUp runs, Click is still to come
     DrawnWidget* lastPressed = nullptr;           // for the second press of a double click
-    QPointer<QWidget> focusWhenShown;             // while what it lies on has the focus
+    QPointer<QWidget> focusWhenShown;             // gets the focus when it is shown, if its parent still has it
     QPointer<QWidget> lastText;                   // the text box that had the focus last
     int scopes = 0;                               // of HandlerScope
-    bool eventsSuspended = false;                 // windows paint, but what would run a handler comes later
-    std::vector<std::function<void()>> postponed; // what came while events were suspended
-    bool closeAsked = false;                      // among it
+    bool eventsSuspended = false;                 // windows paint, but handlers run later
+    std::vector<std::function<void()>> postponed; // to be done once events aren't suspended any more
+    bool closeAsked = false;                      // a window's close is among these
     std::deque<std::pair<QPointer<QObject>, std::shared_ptr<QEvent>>> keptInput;
     bool replaying = false;
     bool moved = false; // a control moved since the last repaint
     bool repaintsWait = false;
     std::vector<QPointer<QObject>> keptRepaints; // windows
     Clock::time_point nextRepaint{};
-    Clock::time_point lastLook{}; // at what the window system has
+    Clock::time_point lastLook{}; // when events were last fetched from the window system
     std::optional<int> endCode;
     bool running = false; // in `run`
 
@@ -136,16 +136,16 @@ private:
     void destroyUnloadedForms();
 };
 
-// What an event of the library leads to. Nothing is thrown through the library's code: the end of the program is noted
-// here. Does nothing once the program ends, while events are suspended, and for a form that isn't loaded.
+// Runs `action`, which handles an event of Qt. No exception may pass through Qt's code, so the end of the program is
+// only noted. Does nothing once the program ends, while events are suspended, and for a form that isn't loaded.
 void deliverEvent(Component& sender, const std::function<void()>& action);
 
-// Stands around a call that runs an event loop inside a statement: a modal show, a pop-up menu, a prompt. A pressed
-// widget loses the mouse.
+// Encloses a call that runs an event loop of its own: a modal show, a pop-up menu, a prompt. A pressed widget loses the
+// mouse.
 class NestedLoop {
 public:
     explicit NestedLoop(Desktop& desktop);
-    // Behind the loop: throws the end of the program again if it came meanwhile.
+    // To be called after the loop. Throws the end of the program if it was noted meanwhile.
     void finish();
 
 private:

@@ -13,8 +13,8 @@ struct DesktopState;
 // menu key presses it with the right button.
 enum class Activation { Press, Open, Menu };
 
-// The widget of a drawn thing: paints it and gives it the mouse and the keys. Its contents' margins are what the thing
-// paints on beyond its place.
+// The widget of a `Drawn`: lets it paint, and passes it the mouse and the keys. The widget's contents margins are the
+// space that the control paints on outside its own rectangle.
 class DrawnWidget : public QWidget {
 public:
     DrawnWidget(Drawn& drawn, DesktopState& state, QWidget* parent);
@@ -22,7 +22,7 @@ public:
 
     Drawn& drawn() const { return m_drawn; }
     void letGo();
-    // The user's press by a key or by an assistive program.
+    // A press by a key or an assistive program, delivered to the handlers like one with the mouse.
     void activate(Activation how);
 
 protected:

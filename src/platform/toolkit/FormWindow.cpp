@@ -117,7 +117,7 @@ bool isInput(QEvent::Type type)
 }
 
 // The focus ring is shown while the user works with the keyboard. Modifier keys don't count.
-void noteHand(QWidget& window, const QEvent& event)
+void showOrHideFocusRing(QWidget& window, const QEvent& event)
 {
     // An access key comes without a KeyPress, but there is a ShortcutOverride for every key.
     const bool byKey = event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride;
@@ -165,7 +165,7 @@ void FormWindow::prepare()
     followHandlers(m_form);
     std::vector<QWidget*> stops{this};
     collectTabStops(m_form, stops);
-    // The library leaves out of the order what takes no focus now, though it may be enabled later.
+    // Qt leaves a widget out of the tab order if it takes no focus now, though it may be enabled later.
     std::vector<Qt::FocusPolicy> policies;
     for (QWidget* stop : stops) {
         policies.push_back(stop->focusPolicy());
@@ -218,14 +218,14 @@ void FormWindow::screenChanged()
     if (!isVisible())
         return;
     if (isBare() && std::exchange(m_keepsPlace, false)) {
-        setScreen(&standsOn()); // by whose scale the place counts
+        setScreen(&standsOn()); // `place` uses the scale of this screen
         place();
     }
     if (size() != maximumSize())
         resize(maximumSize());
 }
 
-// The native window carries what is set before the show.
+// The native window is needed before the show: to set its transient parent, and to follow its screen.
 void FormWindow::makeNative()
 {
     if (windowHandle() != nullptr)
@@ -251,11 +251,11 @@ void FormWindow::present(bool modal)
     windowHandle()->setTransientParent(owned ? owner->window().windowHandle() : nullptr);
     m_origin = screen.geometry().topLeft();
     m_keepsPlace = true;
-    standInTheMiddle(screen);
+    centerOn(screen);
     place();
     if (isBare() && width() >= screen.size().width() && height() >= screen.size().height())
         setWindowState(Qt::WindowFullScreen); // over panels too
-    show();                                   // forgets what follows: a dialog opened by a key shows its ring at once
+    show();                                   // resets the attribute below: a dialog opened by a key shows its ring
     setAttribute(
         Qt::WA_KeyboardFocusChange, owned && !isBare() && owner->window().testAttribute(Qt::WA_KeyboardFocusChange));
     activateWindow();
@@ -270,8 +270,8 @@ void FormWindow::moveEvent(QMoveEvent*)
     m_form.movedTo(toTwips(now.x() - m_origin.x()), toTwips(now.y() - m_origin.y()));
 }
 
-// Where no code has placed it.
-void FormWindow::standInTheMiddle(const QScreen& screen)
+// Centers the window, unless code has set its place.
+void FormWindow::centerOn(const QScreen& screen)
 {
     if (m_form.isPlaced())
         return;
@@ -281,7 +281,7 @@ void FormWindow::standInTheMiddle(const QScreen& screen)
         toTwips(place.x() + (free.width() - width()) / 2), toTwips(place.y() + (free.height() - height()) / 2));
 }
 
-// On the desktop, which is all screens together.
+// In coordinates of the virtual desktop, which spans all screens.
 QPoint FormWindow::corner() const
 {
     return m_origin + QPoint(toPixels(m_form.Left()), toPixels(m_form.Top()));
@@ -314,12 +314,12 @@ void FormWindow::keyPressEvent(QKeyEvent* event)
         deliverEvent(*button, [&] { button->Click.raise(); });
         return;
     }
-    // They come here only where no window manager takes them, and there a window has no frame to close it by.
+    // Alt+F4 comes here only if there is no window manager. Then the window has no frame with a close box.
     if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::AltModifier && m_form.plan().CloseBox) {
         close();
         return;
     }
-    // A form with keys of its own has these as well.
+    // A form with a KeyDown handler gets the Page keys too.
     const bool pages = (code == PageUpKey || code == PageDownKey) && !m_form.KeyDown.isWired();
     VScroll* scroll = pages ? m_form.scrollFor() : nullptr;
     if (scroll != nullptr)
@@ -342,7 +342,7 @@ bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
         return false;
     if (m_state.keepsInput(*receiver, *event) || !m_state.isOpenToInput(*form))
         return true;
-    noteHand(form->window(), *event);
+    showOrHideFocusRing(form->window(), *event);
     if (event->type() != QEvent::KeyPress || !form->plan().KeyPreview)
         return false;
     if (!form->KeyDown.isWired() && !form->KeyPress.isWired())

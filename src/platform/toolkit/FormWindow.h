@@ -39,7 +39,7 @@ protected:
 private:
     void makeNative();
     void screenChanged();
-    void standInTheMiddle(const QScreen& screen);
+    void centerOn(const QScreen& screen);
     QPoint corner() const;
     bool isBare() const; // without a frame, so that no user moves it
 

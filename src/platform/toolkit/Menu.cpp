@@ -63,17 +63,17 @@ QMenu& Menu::list()
         m_list = std::make_unique<QMenu>(&m_form->window());
         m_action->setMenu(m_list.get());
         QObject::connect(m_list.get(), &QMenu::aboutToShow, m_list.get(), [this] {
-            if (!m_popsUp) // which has raised it already
+            if (!m_popsUp) // `popUp` has raised it already
                 deliverEvent(*this, [this] { Click.raise(); });
         });
     }
     return *m_list;
 }
 
-// A pop-up menu's handler runs behind it, not inside.
+// `popUp` runs the handler of a pop-up menu's entry itself, after the menu has closed.
 void Menu::chosen()
 {
-    show(); // the library has turned a check mark on its own
+    show(); // undoes the check mark that Qt has toggled
     const Menu* top = this;
     while (top->m_parent != nullptr)
         top = top->m_parent;

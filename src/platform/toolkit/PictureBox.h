@@ -22,7 +22,7 @@ public:
 
 private:
     const trovarium::Picture& picture() const { return m_picture; }
-    // Clears the canvas and shuts the film's surface; AutoSize takes its natural size.
+    // Clears the canvas and shuts the film's surface. With AutoSize the box takes the picture's natural size.
     void setPicture(trovarium::Picture value);
     void takePictureSize();
     void showBorder();

@@ -17,8 +17,8 @@ struct TimerPlan {
     bool Enabled = false;
 };
 
-// Ticks through the event loop while its form is loaded. Setting Enabled true when it is true changes nothing; a tick
-// that falls due during a long handler comes once.
+// Ticks through the event loop while its form is loaded. Setting Enabled true when it is true changes nothing; ticks
+// that fall due during a long handler come as one.
 class Timer : public Component {
 public:
     Timer(trovarium::Form* form, const TimerPlan& plan);
@@ -26,7 +26,7 @@ public:
 
     trovarium::Form& form() override { return *m_form; }
 
-    void restart(); // a whole interval anew, or not at all; also when the form was loaded or unloaded
+    void restart(); // begins a new interval, or stops; the form calls it when it is loaded or unloaded
 
     AtLeast<&Timer::restart, int, 0> Interval;
     Stored<&Timer::restart, bool> Enabled;

@@ -12,14 +12,14 @@ namespace trovarium {
 // Reads a bitmap file in full.
 using ReadBitmap = QImage (*)(std::vector<unsigned char> file, const std::atomic<bool>& cancelled);
 
-// A bitmap inside a record: a header, colors and lines, as in a file of its own but for the first header.
+// A device-independent bitmap in a record: like a bitmap file, but without the file header.
 class WmfBitmap {
 public:
     explicit WmfBitmap(WmfBytes bytes); // "Invalid picture" without a header
 
-    // Whether it is of a kind that is read here; else it may hold a JPEG, or the pixels of some device.
+    // Whether it can be read here. Otherwise it may hold a JPEG, or be a device-dependent bitmap.
     bool isKnown() const { return m_isKnown; }
-    double pixelCount() const; // as promised
+    double pixelCount() const; // by its header
     bool topDown() const { return m_topDown; }
 
     // RGB32. "Invalid picture" for a damaged bitmap, for one of more than 64 megapixels, and

@@ -16,9 +16,9 @@ namespace {
 
 constexpr double MostWork = 3e9;
 
-// Work for each pixel, by trial.
+// Work for each pixel, found by experiment.
 constexpr double PlainPixel = 0.5;
-constexpr double MixedPixel = 1.5; // that isn't just replaced
+constexpr double MixedPixel = 1.5; // combined with the color below
 constexpr double PatternPixel = 4;
 constexpr double ImagePixel = 16;
 constexpr double DashedPixel = 400; // of a line's length
@@ -45,10 +45,10 @@ bool reachesTooFar(const QPainterPath& path)
 
 } // namespace
 
-WmfCanvas::WmfCanvas(QImage& image, double hairline, double share)
+WmfCanvas::WmfCanvas(QImage& image, double hairline, double toLargest)
     : m_area(image.rect())
     , m_hairline(hairline)
-    , m_share(share)
+    , m_toLargest(toLargest)
 {
     image.fill(Qt::white);
     m_painter.begin(&image);
@@ -123,15 +123,15 @@ void WmfCanvas::fill(const QPainterPath& path, const QBrush& brush)
     m_painter.fillPath(path, brush);
 }
 
-// Many points go in portions, since each line of pixels costs the square of the edges that it crosses. Each
-// portion starts with the last stretch of the one before, for the corner between them. Not so where dashes
-// would start anew, or where it counts how often a pixel is painted.
+// A path of many points is stroked in parts, since the work for a row of pixels grows with the square of the edges in
+// it. Each part starts with the last segment of the one before, so that the corner between them is painted. A path
+// isn't split if its dashes would start anew, or if painting a pixel twice would change the result.
 void WmfCanvas::stroke(const QPainterPath& path, const QPen& pen)
 {
     constexpr int MostElements = 16;
-    const bool inPortions =
+    const bool inParts =
         pen.style() == Qt::SolidLine && m_painter.compositionMode() == QPainter::CompositionMode_SourceOver;
-    if (path.elementCount() <= MostElements || !inPortions) {
+    if (path.elementCount() <= MostElements || !inParts) {
         strokePart(path, pen);
         return;
     }
@@ -157,16 +157,16 @@ void WmfCanvas::strokePart(const QPainterPath& path, const QPen& pen)
     const QRectF bounds = path.controlPointRect().adjusted(-width, -width, width, width) & QRectF(m_area);
     chargeCrossings(path, bounds, width);
     if (pen.style() != Qt::SolidLine)
-        charge(path.length() * m_share * DashedPixel);
+        charge(path.length() * m_toLargest * DashedPixel);
     m_painter.strokePath(path, pen);
 }
 
-// What it costs to find out, line by line of pixels, where a path's edges are: the more that cross a line,
-// the more for each. A stroke has two edges for each of the path's, and spans its width.
+// Counts the work of finding a path's edges in each row of pixels. The more edges cross a row, the more each of them
+// costs. A stroke has two edges for each edge of its path, and covers its width.
 void WmfCanvas::chargeCrossings(const QPainterPath& path, const QRectF& bounds, double width)
 {
     constexpr double CrossingWork = 8;
-    constexpr double SquareWork = 3; // for each of the others on the line of pixels, where they are many
+    constexpr double SquareWork = 3; // for each other edge in the row, beyond the first few
     constexpr double Few = 64;
     constexpr double ElementWork = 300;
     double crossings = 0;
@@ -180,7 +180,7 @@ void WmfCanvas::chargeCrossings(const QPainterPath& path, const QRectF& bounds, 
     if (width > 0)
         crossings *= 2;
     charge(path.elementCount() * ElementWork
-        + crossings * m_share
+        + crossings * m_toLargest
             * (CrossingWork + SquareWork * std::max(0.0, crossings / std::max(1.0, bounds.height()) - Few)));
     if (width > 0)
         chargePixels(crossings * std::min(width, bounds.width()) * PlainPixel);
@@ -188,7 +188,7 @@ void WmfCanvas::chargeCrossings(const QPainterPath& path, const QRectF& bounds, 
 
 void WmfCanvas::chargePixels(double pixels)
 {
-    charge(pixels * m_share * m_share);
+    charge(pixels * m_toLargest * m_toLargest);
 }
 
 } // namespace trovarium

@@ -11,24 +11,24 @@ namespace trovarium {
 
 // What a path is painted with. The pen's width is in pixels of the canvas.
 struct WmfInk {
-    // How a color meets the one below it. Bit by bit the result where, from the lowest: neither is set,
-    // only the one below, only the new one, both.
+    // A raster operation: the result for each bit of a color, as a table of four bits. From the lowest: the result if
+    // the bit is set in neither color, only in the one below, only in the new one, in both.
     static constexpr unsigned Copy = 12;
 
     QPen pen{Qt::NoPen};
     QBrush brush{};
-    QColor gaps{}; // between dashes and hatches; invalid where they stay open
+    QColor gaps{}; // color between dashes and hatches; invalid if nothing is painted there
     unsigned operation = Copy;
 };
 
-// The picture as it is painted, on white. Edges are hard, so that shapes that adjoin leave no seam between
-// them; a canvas that is larger than it is shown makes them smooth. All work is counted: "Invalid picture"
-// once a file asks for more than some seconds of it, whatever the size that it is painted in.
+// Paints a picture on white. Edges aren't antialiased, so that adjoining shapes leave no seam between them; they look
+// smooth when a large canvas is shown smaller. All work is counted: "Invalid picture" once a file takes more than some
+// seconds of it. Whether it does must not depend on the size of the canvas.
 class WmfCanvas {
 public:
-    // `hairline`: the thinnest line, in pixels. `share`: the size of the largest canvas as a multiple of
-    // this one's.
-    WmfCanvas(QImage& image, double hairline, double share);
+    // `hairline`: the thinnest line, in pixels. `toLargest`: how many times longer the sides of the largest canvas are;
+    // work is counted as it would be on that one.
+    WmfCanvas(QImage& image, double hairline, double toLargest);
 
     double hairline() const { return m_hairline; }
     QRect area() const { return m_area; }
@@ -41,7 +41,7 @@ public:
     // A target that runs to the left or up mirrors the image.
     void paintImage(const QImage& image, const QRectF& source, const QRectF& target, unsigned operation);
 
-    // Counts work, about a nanosecond for each 1.
+    // Counts work, in units of about a nanosecond.
     void charge(double work);
 
 private:
@@ -55,7 +55,7 @@ private:
     QPainter m_painter;
     QRect m_area;
     double m_hairline;
-    double m_share;
+    double m_toLargest;
     double m_clipParts = 1;
     double m_work = 0;
 };

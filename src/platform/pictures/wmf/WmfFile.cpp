@@ -9,7 +9,7 @@ namespace trovarium {
 
 namespace {
 
-constexpr std::size_t BoxLength = 22;
+constexpr std::size_t PlaceableHeaderLength = 22;
 constexpr std::size_t HeaderLength = 18;
 constexpr std::size_t RecordHeaderLength = 6;
 constexpr unsigned EndOfFile = 0;
@@ -68,14 +68,15 @@ bool WmfFile::startsWith(WmfBytes start)
     return startsPlaceable(start) || startsPlain(start);
 }
 
-// The box's checksum and the lengths that the second header tells are wrong in many files that are sound otherwise.
+// Ignores the checksum of the placeable header and the lengths in the standard header: many sound files have wrong
+// ones.
 WmfFile::WmfFile(WmfBytes bytes)
 {
     if (startsPlaceable(bytes)) {
-        if (bytes.size() < BoxLength)
+        if (bytes.size() < PlaceableHeaderLength)
             refusePicture();
         box.emplace(0, bytes.subspan(6, 10));
-        bytes = bytes.subspan(BoxLength);
+        bytes = bytes.subspan(PlaceableHeaderLength);
     }
     if (bytes.size() < HeaderLength || !startsPlain(bytes))
         refusePicture();

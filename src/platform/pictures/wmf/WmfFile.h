@@ -14,8 +14,8 @@ namespace trovarium {
 
 using WmfBytes = std::span<const unsigned char>;
 
-// One record: the number of what to do, and the words that it takes, counted from 0. "Invalid picture" for a word
-// that isn't there.
+// One record: the number of its function, and its parameters in words of 16 bits, counted from 0. "Invalid picture" for
+// a word that isn't there.
 class WmfRecord {
 public:
     WmfRecord(unsigned function, WmfBytes parameters)
@@ -27,19 +27,19 @@ public:
     unsigned function() const { return m_function; }
     std::size_t wordCount() const { return m_parameters.size() / 2; }
     unsigned word(std::size_t index) const;
-    int number(std::size_t index) const; // the same with a sign
+    int number(std::size_t index) const; // the word with a sign
     std::uint32_t doubleWord(std::size_t index) const;
     QPointF point(std::size_t index) const { return QPointF(number(index + 1), number(index)); } // y, x
     QSizeF size(std::size_t index) const { return QSizeF(number(index + 1), number(index)); }    // height, width
-    WmfBytes bytes(std::size_t index, std::size_t length) const;                                 // from a word on
-    WmfBytes bytesFrom(std::size_t index) const;                                                 // all from a word on
+    WmfBytes bytes(std::size_t index, std::size_t length) const;                                 // from that word on
+    WmfBytes bytesFrom(std::size_t index) const; // all from that word on
 
 private:
     unsigned m_function;
     WmfBytes m_parameters;
 };
 
-// A Windows metafile as its records, up to the one that ends it. The bytes must outlive it.
+// The records of a Windows metafile, up to the one that ends it. The bytes must outlive it.
 // Source: [MS-WMF], Windows Metafile Format.
 struct WmfFile {
     // Whether a file that starts with these six bytes is one, placeable or plain.
@@ -49,8 +49,8 @@ struct WmfFile {
     // a million records.
     explicit WmfFile(WmfBytes bytes);
 
-    // Of a placeable file: where its picture lies in its own units (left, top, right, bottom), and how many of them
-    // make an inch.
+    // Of a placeable file: its bounding box in logical units (left, top, right, bottom), and how many of them make an
+    // inch.
     std::optional<WmfRecord> box;
     std::vector<WmfRecord> records;
 };

@@ -14,16 +14,16 @@
 
 namespace trovarium {
 
-// What takes a place in the table and does nothing here: palettes, regions, old bitmaps.
+// An object that only takes its place in the table: a palette, a region, a device-dependent bitmap.
 struct WmfOther { };
 
-// A pen's width is in units. A free place holds nothing.
+// A pen's width is in logical units. A free place holds nothing.
 using WmfObject = std::variant<std::monostate, WmfOther, QPen, QBrush, WmfFont>;
 
-// The table of objects: a new one takes the lowest free place, and its number is told nowhere else.
+// The table of objects. A new one takes the lowest free place; the file doesn't state its number.
 class WmfObjects {
 public:
-    void add(WmfObject object); // "Invalid picture" for one beyond what a word can number
+    void add(WmfObject object); // "Invalid picture" if there are more than a word can number
     void remove(std::size_t index);
     const WmfObject* at(std::size_t index) const; // null for a place that is free or doesn't exist
 

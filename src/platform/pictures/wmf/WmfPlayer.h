@@ -18,8 +18,8 @@
 
 namespace trovarium {
 
-// Carries out records on a canvas. What isn't known here is skipped: escapes, palettes, regions, floods,
-// and bitmaps in the form of a device.
+// Carries out records on a canvas. Skips what it doesn't support: escapes, palettes, regions, flood fills and
+// device-dependent bitmaps.
 class WmfPlayer {
 public:
     WmfPlayer(const WmfMapping& mapping, WmfCanvas& canvas, ReadBitmap readBitmap, const std::atomic<bool>& cancelled);
@@ -39,12 +39,12 @@ private:
         unsigned operation = WmfInk::Copy;
         Qt::FillRule fillRule = Qt::OddEvenFill;
         unsigned textAlign = 0;
-        QPointF position{}; // in units
+        QPointF position{}; // in logical units
         QRegion clip{};
     };
 
     using Action = void (*)(WmfPlayer& player, const WmfRecord& record);
-    static Action actionOf(unsigned function); // null for what isn't known
+    static Action actionOf(unsigned function); // null if it isn't supported
 
     void saveDc();
     void restoreDc(int number);
@@ -74,7 +74,7 @@ private:
     void paintLine(const QPainterPath& path);
     void paintText(QPointF place, std::string_view text, const std::vector<int>& advances);
     void paintPattern(const QRectF& target, std::uint32_t operation);
-    // The target is in units. `runsUp`: the source is counted from the bitmap's lower edge if that is its first line.
+    // The target is in logical units. `runsUp`: y of the source counts from the lower edge of a bottom-up bitmap.
     void paintBitmap(std::uint32_t operation, QRectF source, const QRectF& target, WmfBytes bytes, bool runsUp = false);
     void setClip(const QRegion& clip);
 
