@@ -34,10 +34,10 @@ struct FieldOfLine {
     TextBox frmSearch::*field;
 };
 
-constexpr FieldOfLine YearLine{"YEAR=", &frmSearch::txtYear};
+constexpr std::string_view YearKey = "YEAR=";
 constexpr std::array<FieldOfLine, 7> FieldsOfLines{{
     {"TITLE=", &frmSearch::txtTitle},
-    YearLine,
+    {YearKey, &frmSearch::txtYear},
     {"PHOTOGRAPHER=", &frmSearch::txtPhotographer},
     {"PLACE=", &frmSearch::txtPlace},
     {"PEOPLE=", &frmSearch::txtPeople},
@@ -176,9 +176,9 @@ void frmSearch::searchLibrary()
     paths.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         paths.push_back(m_album.paths.InfoPath + File1.List(i));
-    const PrefetchScope prefetch(paths);
+    ReadAhead readAhead(paths);
     for (int i = 0; i < count; ++i) {
-        if (matches(File1.List(i)))
+        if (matches(File1.List(i), readAhead.take(static_cast<std::size_t>(i))))
             keep(File1.List(i));
         showProgress(i + 1, count);
         desktop().DoEvents();
@@ -187,13 +187,13 @@ void frmSearch::searchLibrary()
     }
 }
 
-bool frmSearch::matches(const std::string& fileName)
+bool frmSearch::matches(const std::string& fileName, std::optional<std::string> readAhead)
 {
     FileService& files = m_album.files;
     const int number = files.freeFile();
     bool match = false;
     const auto failure = attempt([&] {
-        files.open(m_album.paths.InfoPath + fileName, OpenMode::Input, number);
+        files.openForInput(m_album.paths.InfoPath + fileName, number, std::move(readAhead));
         match = linesMatch(number);
     });
     files.close(number);
@@ -205,15 +205,19 @@ bool frmSearch::matches(const std::string& fileName)
 // Only lines that exist are compared: a file without a place matches any place.
 bool frmSearch::linesMatch(int number)
 {
+    std::vector<std::pair<std::string_view, std::string>> conditions;
+    for (const auto& [key, field] : FieldsOfLines) {
+        if (std::string wanted = (this->*field).Text(); !wanted.empty())
+            conditions.emplace_back(key, std::move(wanted));
+    }
     FileService& files = m_album.files;
     bool match = true;
     while (!files.endOfFile(number)) {
         const std::string line = files.lineInput(number);
-        for (const auto& [key, field] : FieldsOfLines) {
-            const std::string& wanted = (this->*field).Text();
-            if (wanted.empty() || !equalInCapitals(std::string_view(line).substr(0, key.size()), key))
+        for (const auto& [key, wanted] : conditions) {
+            if (!equalInCapitals(std::string_view(line).substr(0, key.size()), key))
                 continue;
-            if (field == YearLine.field)
+            if (key == YearKey)
                 YearText = line.substr(key.size());
             if (!accepts(wanted, line))
                 match = false;

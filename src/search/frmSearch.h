@@ -11,6 +11,7 @@
 #include "store/GroupOnShow.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -93,7 +94,7 @@ private:
 
     void paintWindow();
     void searchLibrary();
-    bool matches(const std::string& fileName);
+    bool matches(const std::string& fileName, std::optional<std::string> readAhead);
     bool linesMatch(int number);
     void keep(const std::string& fileName);
     void showProgress(int searched, int count);

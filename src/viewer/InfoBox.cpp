@@ -36,6 +36,13 @@ constexpr Field Fields[] = {
 };
 constexpr int LabelledFields = 6;
 
+// A file without a link leaves the last photograph's in place. An edit writes the link into the file, so it begins with
+// this one instead.
+std::string defaultLink(const std::string& name)
+{
+    return "\\Photos\\" + name;
+}
+
 } // namespace
 
 InfoBox::InfoBox(frmMain& form, Album& album)
@@ -61,6 +68,7 @@ try {
     if (m_album.view.InfoEditing) {
         takeTexts();
         save();
+        m_album.info.PhotoLink = defaultLink(name);
     }
     m_album.view.IsVideo = isVideoFile(GetPhotoLink(m_album, name + ".info"));
     m_form.video().EnableVideo(m_album.view.IsVideo);
@@ -181,7 +189,7 @@ void InfoBox::enterEditState()
 {
     std::string name;
     attempt([&] { name = m_album.group.GroupList(m_album.view.CurrentIndex); });
-    m_album.info.PhotoLink = "\\Photos\\" + name; // the default for a file without a link
+    m_album.info.PhotoLink = defaultLink(name);
     read(name, OddSize::IsPassedOver);
     fillTexts();
     showTexts(true);

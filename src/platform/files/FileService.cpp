@@ -73,11 +73,7 @@ int FileService::freeFile() const
 void FileService::open(std::string_view path, OpenMode mode, int number)
 {
     checkFault(FileOperation::Open, path);
-    if (number < 1 || number > MaxFileNumber)
-        throw Failure(FailureKind::BadFileNameOrNumber);
-    if (m_numbers.count(number) != 0)
-        throw Failure(FailureKind::FileAlreadyOpen);
-
+    requireFree(number);
     Descriptor descriptor = mode == OpenMode::Input ? openForReading(path) : openForWriting(path, mode);
     struct stat status = {};
     if (fstat(descriptor.handle(), &status) != 0)
@@ -90,6 +86,17 @@ void FileService::open(std::string_view path, OpenMode mode, int number)
     if (mode == OpenMode::Output && status.st_size > 0 && ftruncate(descriptor.handle(), 0) != 0)
         failNow(Attempted::Access);
     m_numbers.try_emplace(number, std::string(path), mode, std::move(descriptor), status);
+}
+
+void FileService::openForInput(std::string_view path, int number, std::optional<std::string> readAhead)
+{
+    if (!readAhead) {
+        open(path, OpenMode::Input, number);
+        return;
+    }
+    checkFault(FileOperation::Open, path);
+    requireFree(number);
+    m_numbers.try_emplace(number, std::string(path), std::move(*readAhead));
 }
 
 void FileService::print(int number, std::string_view line)
@@ -274,6 +281,14 @@ std::string FileService::nativeForReading(std::string_view path) const
 {
     struct stat status = {};
     return findReadable(path, status);
+}
+
+void FileService::requireFree(int number) const
+{
+    if (number < 1 || number > MaxFileNumber)
+        throw Failure(FailureKind::BadFileNameOrNumber);
+    if (m_numbers.count(number) != 0)
+        throw Failure(FailureKind::FileAlreadyOpen);
 }
 
 OpenFile& FileService::numbered(int number)

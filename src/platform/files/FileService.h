@@ -47,6 +47,7 @@ public:
     // Numbered text files, 1 to 255.
     int freeFile() const;
     void open(std::string_view path, OpenMode mode, int number);
+    void openForInput(std::string_view path, int number, std::optional<std::string> readAhead);
     void print(int number, std::string_view line); // adds CR LF
     bool endOfFile(int number);
     std::string lineInput(int number); // ends at CR LF, CR or LF
@@ -117,6 +118,7 @@ private:
     };
     using SystemCall = std::function<int(const std::string& native)>; // -1 with errno
 
+    void requireFree(int number) const;
     OpenFile& numbered(int number);
     bool isInUse(const struct stat& status) const;
     std::string callOnReadable(std::string_view path, Attempted attempted, const SystemCall& call) const;

@@ -46,6 +46,14 @@ OpenFile::OpenFile(std::string path, OpenMode mode, Descriptor descriptor, const
 {
 }
 
+OpenFile::OpenFile(std::string path, std::string content)
+    : m_path(std::move(path))
+    , m_mode(OpenMode::Input)
+    , m_buffer(std::move(content))
+    , m_endReached(true)
+{
+}
+
 bool OpenFile::isSameFile(const struct stat& status) const
 {
     return m_stamp.device == status.st_dev && m_stamp.node == status.st_ino;

@@ -14,6 +14,8 @@ namespace trovarium {
 class OpenFile {
 public:
     OpenFile(std::string path, OpenMode mode, Descriptor descriptor, const struct stat& status);
+    // For input, of a file that was read already.
+    OpenFile(std::string path, std::string content);
 
     const std::string& path() const { return m_path; } // as the program knows it
     const FileStamp& stamp() const { return m_stamp; } // as it was at opening
@@ -35,7 +37,7 @@ private:
     OpenMode m_mode;
     Descriptor m_descriptor;
     FileStamp m_stamp;
-    off_t m_unread;       // bytes, of the length at opening
+    off_t m_unread = 0;   // bytes, of the length at opening
     std::string m_buffer; // read from the file, or to be written
     std::size_t m_taken = 0;
     bool m_endReached = false;

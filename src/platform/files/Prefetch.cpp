@@ -6,10 +6,12 @@
 #include "platform/files/Paths.h"
 #include "runtime/Failure.h"
 
+#include <algorithm>
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <system_error>
+#include <utility>
 
 namespace trovarium {
 
@@ -21,6 +23,8 @@ constexpr std::size_t Threads = 16;   // more than cores: on a cold disk they wa
 constexpr off_t SmallBytes = 1 << 14; // of each small file
 constexpr off_t AllBytes = 0;         // as posix_fadvise has it
 constexpr std::size_t Samples = 16;
+constexpr std::size_t FilesInABlock = 32;
+constexpr std::size_t BlocksAhead = 2 * Threads;
 
 // A path without a native form stays empty and is skipped.
 std::vector<std::string> nativePaths(const std::vector<std::string>& paths)
@@ -45,6 +49,43 @@ long waits()
     return usage.ru_nvcsw;
 }
 
+// Whether some of the files, all over the list, are there without a wait for the disk: then threads would only cost
+// processor time.
+template <class Look>
+bool areCached(const std::vector<std::string>& paths, const Look& look)
+{
+    const long before = waits();
+    for (std::size_t sample = 0; sample < Samples; ++sample) {
+        const std::size_t index = sample * paths.size() / Samples;
+        char first = 0;
+        static_cast<void>(pread(opened(paths[index]).handle(), &first, sizeof first, 0));
+        look(index);
+        if (waits() != before)
+            return false;
+    }
+    return true;
+}
+
+template <class Run>
+void startThreads(std::vector<std::thread>& threads, std::size_t count, const Run& run)
+try {
+    while (threads.size() < count)
+        threads.emplace_back(run);
+} catch (const std::system_error&) {
+    // The system grants no more threads; those that run do the work.
+}
+
+std::optional<std::string> readSmallFile(const std::string& path)
+{
+    const Descriptor file = opened(path);
+    struct stat status = {};
+    if (!file.isOpen() || fstat(file.handle(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > SmallBytes)
+        return std::nullopt;
+    std::string content(static_cast<std::size_t>(status.st_size), '\0');
+    return pread(file.handle(), content.data(), content.size(), 0) == status.st_size ? std::optional(std::move(content))
+                                                                                     : std::nullopt;
+}
+
 } // namespace
 
 PrefetchScope::PrefetchScope(
@@ -56,14 +97,9 @@ PrefetchScope::PrefetchScope(
         return;
     m_paths = nativePaths(paths);
     m_statPaths = nativePaths(statPaths);
-    if (kind == SmallFiles && areCached())
+    if (kind == SmallFiles && areCached(m_paths, [this](std::size_t index) { look(index); }))
         return;
-    try {
-        while (m_threads.size() < Threads)
-            m_threads.emplace_back([this] { run(); });
-    } catch (const std::system_error&) {
-        // The system grants no more threads; those that run do the work.
-    }
+    startThreads(m_threads, Threads, [this] { run(); });
 }
 
 PrefetchScope::~PrefetchScope()
@@ -77,22 +113,6 @@ PrefetchScope::~PrefetchScope()
 void PrefetchScope::advance()
 {
     m_mayRead.release();
-}
-
-// Whether some of the files, all over the list, are there without a wait for the disk: then threads would only cost
-// processor time.
-bool PrefetchScope::areCached() const
-{
-    const long before = waits();
-    for (std::size_t sample = 0; sample < Samples; ++sample) {
-        const std::size_t index = sample * m_paths.size() / Samples;
-        char first = 0;
-        static_cast<void>(pread(opened(m_paths[index]).handle(), &first, sizeof first, 0));
-        look(index);
-        if (waits() != before)
-            return false;
-    }
-    return true;
 }
 
 void PrefetchScope::look(std::size_t index) const
@@ -113,6 +133,59 @@ void PrefetchScope::run()
         const off_t length = m_kind == LargeFiles ? AllBytes : SmallBytes;
         static_cast<void>(posix_fadvise(opened(m_paths[index]).handle(), 0, length, POSIX_FADV_WILLNEED));
         look(index);
+    }
+}
+
+ReadAhead::ReadAhead(const std::vector<std::string>& paths)
+    : m_paths(nativePaths(paths))
+    , m_blocks((paths.size() + FilesInABlock - 1) / FilesInABlock)
+    , m_mayRead(BlocksAhead)
+{
+    if (paths.size() < FewestSmallFiles)
+        return;
+    const bool isFast = areCached(m_paths, [](std::size_t) {});
+    startThreads(m_threads, isFast ? 1 : Threads, [this] { run(); });
+}
+
+ReadAhead::~ReadAhead()
+{
+    m_next = m_blocks.size();
+    m_mayRead.release(Threads);
+    for (std::thread& thread : m_threads)
+        thread.join();
+}
+
+std::optional<std::string> ReadAhead::take(std::size_t index)
+{
+    Block& block = m_blocks[index / FilesInABlock];
+    if (index % FilesInABlock == 0) {
+        m_mayRead.release();
+        State expected = State::Untouched;
+        if (!block.state.compare_exchange_strong(expected, State::Left))
+            block.state.wait(State::Reading);
+    }
+    if (block.state != State::Read)
+        return std::nullopt;
+    return std::exchange(block.contents[index % FilesInABlock], std::nullopt);
+}
+
+void ReadAhead::run()
+{
+    for (;;) {
+        m_mayRead.acquire();
+        const std::size_t number = m_next.fetch_add(1);
+        if (number >= m_blocks.size())
+            return;
+        Block& block = m_blocks[number];
+        State expected = State::Untouched;
+        if (!block.state.compare_exchange_strong(expected, State::Reading))
+            continue; // the program was there first
+        const std::size_t first = number * FilesInABlock;
+        const std::size_t end = std::min(first + FilesInABlock, m_paths.size());
+        for (std::size_t index = first; index < end; ++index)
+            block.contents.push_back(readSmallFile(m_paths[index]));
+        block.state = State::Read;
+        block.state.notify_one();
     }
 }
 

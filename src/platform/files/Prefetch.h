@@ -2,6 +2,8 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
+#include <optional>
 #include <semaphore>
 #include <string>
 #include <thread>
@@ -28,7 +30,6 @@ public:
     void advance(); // to the next of the large files
 
 private:
-    bool areCached() const;
     void look(std::size_t index) const;
     void run();
 
@@ -37,6 +38,34 @@ private:
     std::vector<std::string> m_statPaths;
     std::atomic<std::size_t> m_next = 0;
     std::counting_semaphore<> m_mayRead; // counts the large files that may be read now
+    std::vector<std::thread> m_threads;
+};
+
+// Reads small files on threads of its own, some hundred before the program opens them in this order. What is long,
+// can't be read or isn't a plain file is left to the program.
+class ReadAhead {
+public:
+    explicit ReadAhead(const std::vector<std::string>& paths);
+    ~ReadAhead();
+    ReadAhead(const ReadAhead&) = delete;
+    ReadAhead& operator=(const ReadAhead&) = delete;
+
+    // The content of the file at this index, asked for in ascending order; nothing if the program is to read it.
+    std::optional<std::string> take(std::size_t index);
+
+private:
+    enum class State { Untouched, Reading, Read, Left };
+    struct Block {
+        std::atomic<State> state = State::Untouched;
+        std::vector<std::optional<std::string>> contents;
+    };
+
+    void run();
+
+    std::vector<std::string> m_paths; // native
+    std::vector<Block> m_blocks;
+    std::atomic<std::size_t> m_next = 0; // block
+    std::counting_semaphore<> m_mayRead;
     std::vector<std::thread> m_threads;
 };
 
