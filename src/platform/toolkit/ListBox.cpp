@@ -62,19 +62,6 @@ void ListBox::setListIndex(int index)
     Click.raise();
 }
 
-void ListBox::setSorted(bool value)
-{
-    m_sorted = value;
-    const auto before = [](const Item& left, const Item& right) { return listedBefore(left.text, right.text); };
-    if (!value || std::is_sorted(m_items.begin(), m_items.end(), before))
-        return;
-    std::stable_sort(m_items.begin(), m_items.end(), before);
-    for (Item& item : m_items)
-        item.selected = false;
-    m_listIndex = -1;
-    rowsChanged();
-}
-
 void ListBox::setList(int index, std::string text)
 {
     if (index == ListCount())
@@ -110,9 +97,9 @@ void ListBox::setSelected(int index, bool value)
 
 void ListBox::AddItem(std::string text)
 {
-    const auto behind = std::upper_bound(m_items.begin(), m_sorted ? m_items.end() : m_items.begin(), text,
+    const auto behind = std::upper_bound(m_items.begin(), Sorted() ? m_items.end() : m_items.begin(), text,
         [](const std::string& added, const Item& item) { return listedBefore(added, item.text); });
-    const auto place = m_sorted ? behind : m_items.end();
+    const auto place = Sorted() ? behind : m_items.end();
     if (m_listIndex >= place - m_items.begin())
         ++m_listIndex;
     m_items.insert(place, {.text = std::move(text)});

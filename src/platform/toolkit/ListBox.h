@@ -52,13 +52,12 @@ public:
 private:
     int listIndex() const { return m_listIndex; }
     void setListIndex(int index);
-    bool sorted() const { return m_sorted; }
-    void setSorted(bool value);
     void showChoice();
 
 public:
     Property<&ListBox::listIndex, &ListBox::setListIndex> ListIndex{this}; // -1 for none
-    Property<&ListBox::sorted, &ListBox::setSorted> Sorted{this};          // in the order of `listedBefore`
+    // Entries are added in the order of `listedBefore`; those that are there stay where they are.
+    Stored<&ListBox::rowsChanged, bool> Sorted{this};
     Stored<&ListBox::showChoice, bool> MultiSelect{this};
     // The rows begin with marks in brackets, all of this length. This is the widest one; the others are drawn as wide.
     Stored<&ListBox::rowsChanged, std::string> Mark{this};
@@ -102,7 +101,6 @@ private:
 
     std::vector<Item> m_items;
     int m_listIndex = -1;
-    bool m_sorted = false;
 };
 
 } // namespace trovarium
