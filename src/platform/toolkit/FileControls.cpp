@@ -186,7 +186,11 @@ void FolderList::setPath(std::string value)
     value = folderPath(value);
     if (value == m_path)
         return;
-    read(std::move(value));
+    m_files.requireFolder(value);
+    m_path = std::move(value);
+    m_rows.clear();
+    m_current = depth() - 1;
+    rowsChanged();
     Change.raise();
 }
 
@@ -201,20 +205,6 @@ int FolderList::depth() const
 {
     const auto below = std::count(m_path.begin(), m_path.end(), '\\');
     return m_path == "/" ? 1 : static_cast<int>(below) + 2;
-}
-
-void FolderList::Refresh()
-{
-    attempt([&] { read(m_path); });
-}
-
-void FolderList::read(std::string path)
-{
-    m_files.requireFolder(path);
-    m_path = std::move(path);
-    m_rows.clear();
-    m_current = depth() - 1;
-    rowsChanged();
 }
 
 const std::vector<std::string>& FolderList::rowPaths() const
@@ -311,10 +301,8 @@ void FileList::Refresh()
 
 void FileList::rowsChosen(int /*current*/, const std::vector<bool>& selected)
 {
-    if (!m_isRead || selected.size() != m_names.size() || selected == m_selected)
-        return;
-    m_selected = selected;
-    Click.raise();
+    if (m_isRead && selected.size() == m_names.size())
+        m_selected = selected;
 }
 
 const std::vector<std::string>& FileList::names() const

@@ -61,8 +61,6 @@ public:
     const std::string& rowPath(int row) const;
     int depth() const; // rows that belong to the way
 
-    void Refresh(); // reads the folder again; one that is gone leaves the rows as they are
-
     Event<> Change{this};
 
 private:
@@ -77,7 +75,6 @@ private:
     bool rowEntered(int row) override;
 
     const std::vector<std::string>& rowPaths() const;
-    void read(std::string path);
 
     FileService& m_files;
     std::string m_path;
@@ -110,7 +107,6 @@ public:
     void setSelected(int index, bool value);
     void Refresh();
 
-    Event<> Click{this};
     Event<> DblClick{this};
 
 private:
