@@ -47,11 +47,11 @@ std::string userFolder(const char* variable, std::string_view belowHome)
     return home.empty() ? home : home + "/" + std::string(belowHome);
 }
 
-std::vector<std::string> mountedMedia(const std::string& table)
+std::vector<std::string> mountedMedia()
 {
     const std::string home = homeFolder();
     std::vector<std::string> folders;
-    const std::unique_ptr<FILE, int (*)(FILE*)> mounts(setmntent(table.c_str(), "re"), &endmntent);
+    const std::unique_ptr<FILE, int (*)(FILE*)> mounts(setmntent("/proc/self/mounts", "re"), &endmntent);
     while (const mntent* entry = mounts ? getmntent(mounts.get()) : nullptr) {
         std::string folder = entry->mnt_dir;
         if (isMedium(folder) && folder != home && std::find(folders.begin(), folders.end(), folder) == folders.end())

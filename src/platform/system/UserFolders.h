@@ -16,7 +16,7 @@ std::string homeFolder();
 std::string userFolder(const char* variable, std::string_view belowHome);
 
 // Where removable media and shares are mounted (below /media, /run/media and /mnt), as native paths in the order of
-// their mounting. The home folder is never among them. `table` has the format of fstab.
-std::vector<std::string> mountedMedia(const std::string& table = "/proc/self/mounts");
+// their mounting. The home folder is never among them.
+std::vector<std::string> mountedMedia();
 
 } // namespace trovarium
