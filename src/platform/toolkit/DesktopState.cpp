@@ -138,7 +138,7 @@ void DesktopState::throwIfEnded() const
 
 bool DesktopState::isOpenToInput(const Form& form) const
 {
-    if (ended() || eventsSuspended || !form.Enabled())
+    if (ended() || eventsSuspended)
         return false;
     const auto modal =
         std::find_if(modals.rbegin(), modals.rend(), [](const ModalShow& show) { return show.form->isShown(); });

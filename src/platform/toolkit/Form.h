@@ -51,7 +51,7 @@ public:
     Form& form() override { return *this; }
     Desktop& desktop() const { return m_desktop; }
     QWidget* client() const override;
-    bool takesInput() const override { return Enabled(); }
+    bool takesInput() const override { return true; }
     bool hasControls() const override { return true; }
 
 private:
@@ -66,7 +66,6 @@ private:
     void showCaption();
     void showIcon();
     void showPointer();
-    void enableOrDisable();
     void repaint();
 
 public:
@@ -76,7 +75,6 @@ public:
     Property<&Form::width, &Form::setWidth> Width{this};
     Property<&Form::height, &Form::setHeight> Height{this};
     Stored<&Form::showPointer, int> MousePointer{this, DefaultPointer};
-    Stored<&Form::enableOrDisable, bool> Enabled{this, true};
     Stored<&Form::repaint, Color> BackColor{this, WindowBlue};
     Stored<&Form::repaint, trovarium::Picture> Picture{this}; // stretched over the client area
     Stored<&Form::showIcon, trovarium::Picture> Icon{this};
