@@ -174,7 +174,7 @@ void DriveList::refreshPlaces()
 }
 
 FolderList::FolderList(Container* parent, const Plan& plan)
-    : RowsControl(parent, plan, Choice::One)
+    : RowsControl(parent, plan)
     , m_files(desktop().files())
     , m_path(startFolder())
     , m_current(depth() - 1)
@@ -192,13 +192,6 @@ void FolderList::setPath(std::string value)
     m_current = depth() - 1;
     rowsChanged();
     Change.raise();
-}
-
-const std::string& FolderList::rowPath(int row) const
-{
-    if (row < 0 || row >= ListCount())
-        throw Failure(FailureKind::InvalidPropertyArrayIndex);
-    return m_rows[static_cast<std::size_t>(row)];
 }
 
 int FolderList::depth() const
@@ -222,14 +215,6 @@ const std::vector<std::string>& FolderList::rowPaths() const
     return m_rows;
 }
 
-// A failure is ignored here: code that reads ListCount itself gets it.
-int FolderList::rowCount() const
-{
-    int count = 0;
-    attempt([&] { count = ListCount(); });
-    return count;
-}
-
 std::string FolderList::rowText(int row) const
 {
     return std::string(folderName(rowPath(row)));
@@ -251,7 +236,7 @@ bool FolderList::rowEntered(int row)
 }
 
 FileList::FileList(Container* parent, const Plan& plan)
-    : RowsControl(parent, plan, Choice::Several)
+    : RowsControl(parent, plan, true)
     , m_files(desktop().files())
     , m_path(startFolder())
 {
@@ -273,16 +258,6 @@ void FileList::setPattern(std::string value)
         return;
     m_pattern = std::move(value);
     Refresh();
-}
-
-const std::string& FileList::List(int index) const
-{
-    return m_names[checked(index)];
-}
-
-bool FileList::Selected(int index) const
-{
-    return m_selected[checked(index)];
 }
 
 void FileList::setSelected(int index, bool value)
@@ -313,26 +288,6 @@ const std::vector<std::string>& FileList::names() const
         m_isRead = true;
     }
     return m_names;
-}
-
-std::size_t FileList::checked(int index) const
-{
-    if (index < 0 || index >= ListCount())
-        throw Failure(FailureKind::InvalidPropertyArrayIndex);
-    return static_cast<std::size_t>(index);
-}
-
-void FileList::showChoice()
-{
-    setChoice(MultiSelect() ? Choice::Several : Choice::One);
-}
-
-// A failure is ignored here: code that reads ListCount itself gets it.
-int FileList::rowCount() const
-{
-    int count = 0;
-    attempt([&] { count = ListCount(); });
-    return count;
 }
 
 } // namespace trovarium

@@ -15,10 +15,11 @@
 
 namespace trovarium {
 
-RowsControl::RowsControl(Container* parent, const Plan& plan, Choice choice)
+RowsControl::RowsControl(Container* parent, const Plan& plan, bool multiSelect)
     : Control(parent, plan, new RowList(*this, parent->client()))
+    , MultiSelect(this, multiSelect)
 {
-    setChoice(choice);
+    showChoice();
 }
 
 RowList& RowsControl::rows() const
@@ -31,20 +32,30 @@ void RowsControl::rowsChanged()
     rows().follow();
 }
 
-void RowsControl::setChoice(Choice choice)
+void RowsControl::showChoice()
 {
-    rows().setSelectionMode(choice == Choice::One ? RowList::SingleSelection : RowList::ExtendedSelection);
+    rows().setSelectionMode(MultiSelect() ? RowList::ExtendedSelection : RowList::SingleSelection);
     rowsChanged();
 }
 
-ListBox::ListBox(Container* parent, const Plan& plan)
-    : RowsControl(parent, plan, Choice::One)
+// A failure is ignored here: code that reads ListCount itself gets it.
+int RowsControl::rowCount() const
 {
+    int count = 0;
+    attempt([&] { count = ListCount(); });
+    return count;
 }
 
-void ListBox::showChoice()
+std::size_t RowsControl::checked(int index) const
 {
-    setChoice(MultiSelect() ? Choice::Several : Choice::One);
+    if (index < 0 || index >= ListCount())
+        throw Failure(FailureKind::InvalidPropertyArrayIndex);
+    return static_cast<std::size_t>(index);
+}
+
+ListBox::ListBox(Container* parent, const Plan& plan)
+    : RowsControl(parent, plan)
+{
 }
 
 void ListBox::setListIndex(int index)
@@ -136,13 +147,6 @@ void ListBox::rowsChosen(int current, const std::vector<bool>& selected)
     }
     if (isNew)
         Click.raise();
-}
-
-const ListBox::Item& ListBox::at(int index) const
-{
-    if (index < 0 || index >= ListCount())
-        throw Failure(FailureKind::InvalidPropertyArrayIndex);
-    return m_items[static_cast<std::size_t>(index)];
 }
 
 } // namespace trovarium
