@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/toolkit/Accessibility.h"
-
 #include "platform/toolkit/DrawnWidget.h"
+
 #include "platform/toolkit/QtValues.h"
 
 #include <QAbstractItemView>

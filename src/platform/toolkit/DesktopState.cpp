@@ -2,7 +2,6 @@
 
 #include "platform/toolkit/DesktopState.h"
 
-#include "platform/toolkit/Accessibility.h"
 #include "platform/toolkit/DesktopPrompts.h"
 #include "platform/toolkit/DrawnWidget.h"
 #include "platform/toolkit/Form.h"
