@@ -35,7 +35,6 @@ struct FormPlan {
     ScaleMode Scale = ScaleMode::Twips;
     BorderKind Border = BorderKind::Fixed;
     bool CloseBox = true;
-    bool MinimizeBox = false;
     bool KeyPreview = false; // KeyDown and KeyPress come here before the control with the focus
 };
 
