@@ -39,15 +39,6 @@ protected:
             selectAll();
     }
 
-    void keyPressEvent(QKeyEvent* event) override
-    {
-        const int ascii = keyAscii(*event);
-        if (ascii != 0)
-            deliverEvent(m_box, [&] { m_box.KeyPress.raise(ascii); });
-        if (m_box.takesInput())
-            QLineEdit::keyPressEvent(event);
-    }
-
 private:
     TextBox& m_box;
     bool m_unvisited = true;

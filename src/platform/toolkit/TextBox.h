@@ -29,8 +29,7 @@ public:
     Property<&TextBox::text, &TextBox::setText> Text{this};
     AtLeast<&TextBox::keepText, int, 0> MaxLength{this}; // characters; 0: no limit
 
-    Event<> Change{this};      // from typing and from code
-    Event<int> KeyPress{this}; // KeyAscii
+    Event<> Change{this}; // from typing and from code
 
     void SetFocus() override; // typing replaces the text
 

@@ -18,7 +18,6 @@ struct InputsTest : FormFixture {
     InputsTest()
     {
         note(box.Change, "Change", [this] { return box.Text(); });
-        note(box.KeyPress, "Key");
         bar.Min = 1;
         bar.Max = 10;
         note(bar.Change, "C", [this] { return std::to_string(bar.Value()); });
@@ -32,7 +31,7 @@ struct InputsTest : FormFixture {
     VScroll bar{&window, {.Name = "bar", .Left = 900, .Width = 255, .Height = 4500}};
 };
 
-TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHandlerMayMendIt)
+TEST_F(InputsTest, ATextHasOneLineAndALimitAndTheHandlerOfAChangeMayMendIt)
 {
     box.Text = "Image"; // as it is
     for (const auto& [limit, text] :
@@ -54,7 +53,7 @@ TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHan
     taken();
     robot.type(form, "a");
     keys({13, 27, 8});
-    EXPECT_EQ(taken(), "Key:97 Change:a Key:13 Key:27 Key:8 Change: ");
+    EXPECT_EQ(taken(), "Change:a Change: ");
     when["Change"] = [&] {
         std::string text = box.Text();
         std::replace(text.begin(), text.end(), '.', '_');
