@@ -14,15 +14,11 @@
 
 #include <algorithm>
 #include <functional>
-#include <iterator>
 #include <utility>
 
 namespace trovarium {
 
 namespace {
-
-// Where media have their folders. One that isn't there belongs to a medium that is gone.
-constexpr std::string_view MountRoots[] = {"/media", "/run\\media", "/mnt"};
 
 class DriveBox : public QComboBox {
 public:
@@ -109,9 +105,9 @@ void DriveList::setDrive(std::string value)
         return (liesIn(value, left) ? left.size() : 0) < (liesIn(value, right) ? right.size() : 0);
     });
     const FileService& files = desktop().files();
-    const bool onMedium = std::any_of(std::begin(MountRoots), std::end(MountRoots),
-        [&](std::string_view root) { return value != root && liesIn(value, root); });
-    if (!files.folderExists(holder) || (onMedium && holder == "/" && !files.folderExists(value)))
+    // A folder of a medium that isn't mounted, and so is held by the root.
+    const bool isGone = holder == "/" && isOnMedium(toNativePath(value)) && !files.folderExists(value);
+    if (isGone || !files.folderExists(holder))
         throw Failure(FailureKind::DeviceUnavailable);
     if (holder == m_drive)
         return;
