@@ -4,6 +4,8 @@
 
 #include "runtime/Failure.h"
 
+#include <QTransform>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -21,30 +23,6 @@ constexpr int LongestSide = 4096; // pixels
 // Of the start and the rows of what the library renders into; it is slower into others.
 constexpr std::size_t Alignment = 64; // bytes
 constexpr std::size_t AlignedPixels = Alignment / sizeof(std::uint32_t);
-
-constexpr std::uint32_t Opaque = 0xff000000;
-
-// How to walk through a stored picture so as to read it turned: where to begin, and how far it is to the next pixel
-// to the right and downwards.
-struct Walk {
-    std::ptrdiff_t start;
-    std::ptrdiff_t right;
-    std::ptrdiff_t down;
-};
-
-Walk turnedWalk(std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t row, int quarterTurns)
-{
-    switch (quarterTurns) {
-    case 1:
-        return {(height - 1) * row, -row, 1};
-    case 2:
-        return {(height - 1) * row + width - 1, -1, -row};
-    case 3:
-        return {width - 1, row, -1};
-    default:
-        return {0, 1, row};
-    }
-}
 
 } // namespace
 
@@ -154,13 +132,13 @@ void MpvFrames::run()
         lock.unlock();
         const bool due =
             mayHaveFrame && (m_library.renderContextUpdate(m_context.get()) & MPV_RENDER_UPDATE_FRAME) != 0;
-        FilmFrame frame = due || redraw ? render(size) : FilmFrame();
+        QImage frame = due || redraw ? render(size) : QImage();
         lock.lock();
         if (due && size.width == 0) {
             m_redraw = m_size.width > 0;
             m_missed = !m_redraw;
         }
-        if (!frame.pixels.empty()) {
+        if (!frame.isNull()) {
             if (m_owner)
                 m_owner->put(std::move(frame));
             ++m_count;
@@ -169,8 +147,8 @@ void MpvFrames::run()
     }
 }
 
-// Empty when there is no size, or no room for so large a frame.
-FilmFrame MpvFrames::render(const Size& size)
+// Null when there is no size, or no room for so large a frame.
+QImage MpvFrames::render(const Size& size)
 try {
     const std::size_t row = (size.width + AlignedPixels - 1) / AlignedPixels * AlignedPixels;
     m_canvas.resize(row * size.height + AlignedPixels);
@@ -194,18 +172,11 @@ try {
     if (m_library.renderContextRender(m_context.get(), params.data()) < 0 || skip != 0)
         return {};
 
-    FilmFrame frame{size.width, size.height, {}};
-    frame.pixels.resize(static_cast<std::size_t>(size.width) * size.height);
-    if (size.quarterTurns % 2 != 0)
-        std::swap(frame.width, frame.height);
-    const Walk walk = turnedWalk(size.width, size.height, static_cast<std::ptrdiff_t>(row), size.quarterTurns);
-    const std::uint32_t* line = static_cast<const std::uint32_t*>(start) + walk.start;
-    std::uint32_t* to = frame.pixels.data();
-    for (int y = 0; y < frame.height; ++y, line += walk.down) {
-        for (int x = 0; x < frame.width; ++x)
-            *to++ = line[x * walk.right] | Opaque;
-    }
-    return frame;
+    const QImage stored(static_cast<const uchar*>(start), size.width, size.height, static_cast<qsizetype>(stride),
+        QImage::Format_RGB32);
+    QImage frame = stored.convertToFormat(QImage::Format_ARGB32); // sets the fourth bytes, which may be anything
+    frame.reinterpretAsFormat(QImage::Format_RGB32);
+    return frame.transformed(QTransform().rotate(90 * size.quarterTurns));
 } catch (const std::bad_alloc&) {
     return {};
 }

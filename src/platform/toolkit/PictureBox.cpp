@@ -91,11 +91,7 @@ void PictureBox::paintAll(QPainter& painter, const QRectF& place) const
     painter.fillRect(place, toQColor(BackColor()));
     m_painter->paint(painter, m_picture, place);
     const FilmSurface::Shown film = m_film->shown();
-    if (film.frame == nullptr)
-        return;
-    const FilmFrame& frame = *film.frame; // which outlives the picture
-    const auto* pixels = reinterpret_cast<const uchar*>(frame.pixels.data());
-    m_painter->paint(painter, pictureFromImage(QImage(pixels, frame.width, frame.height, QImage::Format_RGB32)),
+    m_painter->paint(painter, pictureFromImage(film.frame),
         QRectF(film.place.left, film.place.top, film.place.width, film.place.height));
 }
 
