@@ -168,8 +168,6 @@ int keyAscii(const QKeyEvent& event)
         return 13;
     case Qt::Key_Escape:
         return 27;
-    case Qt::Key_Backspace:
-        return 8;
     default:
         break;
     }

@@ -46,7 +46,7 @@ int shiftKeys(Qt::KeyboardModifiers modifiers);
 int mouseButtons(Qt::MouseButtons buttons);
 // A `KeyNumber`, letters on every keyboard layout; 0 for any other key.
 int keyCode(const QKeyEvent& event);
-// The character of a key press (13 Enter, 27 Escape, 8 Backspace), 0 for a key without one.
+// The character of a key press (13 Enter, 27 Escape), 0 for a key without one.
 int keyAscii(const QKeyEvent& event);
 
 // Where the center of a window lies, or where it will come up.
