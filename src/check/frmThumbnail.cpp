@@ -190,7 +190,7 @@ void frmThumbnail::createThumbnail(const std::string& listed, const std::string&
     attempt([&] { SetFileDateTime(m_album.files, thumbnail, dateText(m_album.files.modified(photograph))); });
 }
 
-// Clears the canvas first: the picture before would pass for a frame of a clip that can't be played.
+// Clears the box first: the picture before would pass for a frame of a clip that can't be played.
 void frmThumbnail::showFrame(const std::string& clip)
 {
     imgSize.Picture = trovarium::Picture();
@@ -226,7 +226,7 @@ void frmThumbnail::paintThumbnail(const std::string& listed, const std::string& 
     }
     imgSize.Picture = trovarium::Picture();
     desktop().DoEvents();
-    attempt([&] { imgSize.PaintPicture(pctSize.Picture(), 0, 0, imgSize.Width(), imgSize.Height()); });
+    imgSize.Picture = pctSize.Picture();
 }
 
 void frmThumbnail::Form_Activate()

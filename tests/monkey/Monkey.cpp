@@ -283,7 +283,7 @@ private:
         else if (what < 8 && (m_judge.say("several acts"), true)) // one may open a group, and the next choose in it
             m_robot.doubleClick(*control, shift);
         else if (auto* name = dynamic_cast<ComboBox*>(control))
-            name->typed(aName());
+            name->Text = aName();
         else
             drag(form, what < 13 || main == nullptr ? control : nullptr, shift, isEager);
     }

@@ -34,8 +34,10 @@ public:
     void Run() override
     {
         tell("Run");
+        QImage red(1, 1, QImage::Format_RGB32);
+        red.fill(Qt::red);
         if (m_owner)
-            m_owner->put({1, 1, {0xffff0000}});
+            m_owner->put(red);
     }
     void Pause() override { tell("Pause"); }
     void Stop() override { tell("Stop"); }

@@ -2,21 +2,16 @@
 
 #include "platform/media/FilmSurface.h"
 
-#include <cstddef>
 #include <utility>
 
 namespace trovarium {
 
-void FilmSurface::put(FilmFrame frame)
+void FilmSurface::put(QImage frame)
 {
-    if (frame.width <= 0 || frame.height <= 0
-        || frame.pixels.size() / static_cast<std::size_t>(frame.width) < static_cast<std::size_t>(frame.height))
-        return;
-    auto latest = std::make_shared<const FilmFrame>(std::move(frame)); // the old one is freed behind the lock
     const std::lock_guard lock(m_mutex);
     if (!m_open)
         return;
-    m_shown.frame.swap(latest);
+    m_shown.frame.swap(frame); // the old one is freed behind the lock
     changed();
 }
 
@@ -30,7 +25,7 @@ void FilmSurface::shut()
 {
     const std::lock_guard lock(m_mutex);
     m_open = false;
-    if (std::exchange(m_shown.frame, nullptr))
+    if (!std::exchange(m_shown.frame, QImage()).isNull())
         changed();
 }
 

@@ -1,20 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdint>
+#include <QImage>
+
 #include <functional>
-#include <memory>
 #include <mutex>
-#include <vector>
 
 namespace trovarium {
-
-// One picture of a film: `width` times `height` pixels, 0xffRRGGBB, row by row from the top.
-struct FilmFrame {
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint32_t> pixels;
-};
 
 // In pixels of the box that shows the film, which cuts off what lies beyond it.
 struct FilmPlace {
@@ -31,13 +23,13 @@ struct FilmPlace {
 class FilmSurface {
 public:
     struct Shown {
-        std::shared_ptr<const FilmFrame> frame; // null for none
-        FilmPlace place;                        // which the frame is stretched to
+        QImage frame;    // null for none
+        FilmPlace place; // which the frame is stretched to
     };
 
-    void put(FilmFrame frame); // in place of the one before; drops one with too few pixels
-    void open();               // to frames again
-    void shut();               // shows none and takes none: a late frame would hide what the box shows next
+    void put(QImage frame); // in place of the one before
+    void open();            // to frames again
+    void shut();            // shows none and takes none: a late frame would hide what the box shows next
     void moveTo(const FilmPlace& place);
     Shown shown() const;
 

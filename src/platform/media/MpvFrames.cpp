@@ -4,6 +4,8 @@
 
 #include "runtime/Failure.h"
 
+#include <QTransform>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -21,30 +23,6 @@ constexpr int LongestSide = 4096; // pixels
 // The library renders faster when the buffer and its rows are aligned to this.
 constexpr std::size_t Alignment = 64; // bytes
 constexpr std::size_t AlignedPixels = Alignment / sizeof(std::uint32_t);
-
-constexpr std::uint32_t Opaque = 0xff000000;
-
-// How to read a stored picture rotated: the offset of the first pixel, and the steps to the next pixel to the right and
-// downwards.
-struct Walk {
-    std::ptrdiff_t start;
-    std::ptrdiff_t right;
-    std::ptrdiff_t down;
-};
-
-Walk turnedWalk(std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t row, int quarterTurns)
-{
-    switch (quarterTurns) {
-    case 1:
-        return {(height - 1) * row, -row, 1};
-    case 2:
-        return {(height - 1) * row + width - 1, -1, -row};
-    case 3:
-        return {width - 1, row, -1};
-    default:
-        return {0, 1, row};
-    }
-}
 
 } // namespace
 
@@ -155,13 +133,13 @@ void MpvFrames::run()
         lock.unlock();
         const bool due =
             mayHaveFrame && (m_library.renderContextUpdate(m_context.get()) & MPV_RENDER_UPDATE_FRAME) != 0;
-        FilmFrame frame = due || redraw ? render(size) : FilmFrame();
+        QImage frame = due || redraw ? render(size) : QImage();
         lock.lock();
         if (due && size.width == 0) {
             m_redraw = m_size.width > 0;
             m_missed = !m_redraw;
         }
-        if (!frame.pixels.empty()) {
+        if (!frame.isNull()) {
             if (m_owner)
                 m_owner->put(std::move(frame));
             ++m_count;
@@ -170,8 +148,8 @@ void MpvFrames::run()
     }
 }
 
-// Empty if the size isn't known yet, or if there is no memory for the frame.
-FilmFrame MpvFrames::render(const Size& size)
+// Null if the size isn't known yet, or if there is no memory for the frame.
+QImage MpvFrames::render(const Size& size)
 try {
     const std::size_t row = (size.width + AlignedPixels - 1) / AlignedPixels * AlignedPixels;
     m_canvas.resize(row * size.height + AlignedPixels);
@@ -195,18 +173,11 @@ try {
     if (m_library.renderContextRender(m_context.get(), params.data()) < 0 || skip != 0)
         return {};
 
-    FilmFrame frame{size.width, size.height, {}};
-    frame.pixels.resize(static_cast<std::size_t>(size.width) * size.height);
-    if (size.quarterTurns % 2 != 0)
-        std::swap(frame.width, frame.height);
-    const Walk walk = turnedWalk(size.width, size.height, static_cast<std::ptrdiff_t>(row), size.quarterTurns);
-    const std::uint32_t* line = static_cast<const std::uint32_t*>(start) + walk.start;
-    std::uint32_t* to = frame.pixels.data();
-    for (int y = 0; y < frame.height; ++y, line += walk.down) {
-        for (int x = 0; x < frame.width; ++x)
-            *to++ = line[x * walk.right] | Opaque;
-    }
-    return frame;
+    const QImage stored(static_cast<const uchar*>(start), size.width, size.height, static_cast<qsizetype>(stride),
+        QImage::Format_RGB32);
+    QImage frame = stored.convertToFormat(QImage::Format_ARGB32); // sets the fourth bytes, which may be anything
+    frame.reinterpretAsFormat(QImage::Format_RGB32);
+    return frame.transformed(QTransform().rotate(90 * size.quarterTurns));
 } catch (const std::bad_alloc&) {
     return {};
 }

@@ -44,7 +44,7 @@ private:
     };
 
     void run();
-    FilmFrame render(const Size& size);
+    QImage render(const Size& size);
 
     const MpvLibrary& m_library;
     std::unique_ptr<mpv_render_context, decltype(&mpv_render_context_free)> m_context;

@@ -6,15 +6,15 @@
 #include "runtime/Failure.h"
 #include "runtime/Numbers.h"
 
+#include <QDir>
+#include <QFile>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
-#include <cstdlib>
-#include <dirent.h>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -48,36 +48,18 @@ constexpr std::pair<const char*, const char*> Options[] = {
     {"hr-seek-demuxer-offset", "1"}, // MPEG has no index: without this a seek ends too late
 };
 
-std::string environment(const char* name)
-{
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
-
-bool isThere(const std::string& path)
-{
-    return access(path.c_str(), F_OK) == 0;
-}
-
 bool soundServerIsThere()
 {
-    const std::string folder = environment("XDG_RUNTIME_DIR");
-    return !environment("PULSE_SERVER").empty() || !environment("PIPEWIRE_REMOTE").empty()
-        || (!folder.empty() && (isThere(folder + "/pulse/native") || isThere(folder + "/pipewire-0")));
+    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return !qEnvironmentVariableIsEmpty("PULSE_SERVER") || !qEnvironmentVariableIsEmpty("PIPEWIRE_REMOTE")
+        || (!folder.isEmpty() && (QFile::exists(folder + "/pulse/native") || QFile::exists(folder + "/pipewire-0")));
 }
 
 // A playback device, such as "pcmC0D3p", or one that the user has configured, such as a network speaker.
 bool soundDeviceIsThere()
 {
-    if (isThere(environment("HOME") + "/.asoundrc") || isThere("/etc/asound.conf"))
-        return true;
-    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir("/dev/snd"), closedir);
-    while (const dirent* entry = folder ? readdir(folder.get()) : nullptr) {
-        const std::string_view name = entry->d_name;
-        if (name.starts_with("pcm") && name.ends_with("p"))
-            return true;
-    }
-    return false;
+    return QFile::exists(QDir::homePath() + "/.asoundrc") || QFile::exists(QStringLiteral("/etc/asound.conf"))
+        || !QDir(QStringLiteral("/dev/snd")).entryList({QStringLiteral("pcm*p")}, QDir::System).isEmpty();
 }
 
 // Options for the sound of films; none leaves the choice to the library. Without a device or server the null output is
@@ -85,7 +67,7 @@ bool soundDeviceIsThere()
 // write the same sample format into it as other sounds.
 std::vector<std::pair<const char*, const char*>> soundOptions()
 {
-    const std::string wanted = environment("SDL_AUDIODRIVER");
+    const QByteArray wanted = qgetenv("SDL_AUDIODRIVER");
     if (wanted == "disk")
         return {{"ao", "sdl"}, {"audio-format", "s16"}, {"audio-channels", "stereo"}, {"audio-samplerate", "44100"}};
     if (wanted == "dummy" || (!soundServerIsThere() && !soundDeviceIsThere()))

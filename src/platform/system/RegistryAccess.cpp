@@ -34,8 +34,7 @@ std::optional<std::string> readFile(const std::string& path)
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.isOpen() && errno == ENOENT)
         return std::nullopt;
-    struct stat status { };
-    if (!file.isOpen() || ::fstat(file.handle(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (!file.isOpen())
         throw Failure(FailureKind::PathFileAccess);
     return readWhole(file);
 }

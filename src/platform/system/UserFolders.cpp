@@ -14,17 +14,6 @@
 
 namespace trovarium {
 
-namespace {
-
-bool isMedium(std::string_view folder)
-{
-    constexpr std::string_view Roots[] = {"/media/", "/run/media/", "/mnt/"};
-    return std::any_of(std::begin(Roots), std::end(Roots),
-        [&](std::string_view root) { return folder.size() > root.size() && folder.starts_with(root); });
-}
-
-} // namespace
-
 std::string homeFolder()
 {
     const char* home = std::getenv("HOME");
@@ -47,14 +36,21 @@ std::string userFolder(const char* variable, std::string_view belowHome)
     return home.empty() ? home : home + "/" + std::string(belowHome);
 }
 
-std::vector<std::string> mountedMedia(const std::string& table)
+bool isOnMedium(std::string_view folder)
+{
+    constexpr std::string_view Roots[] = {"/media/", "/run/media/", "/mnt/"};
+    return std::any_of(std::begin(Roots), std::end(Roots),
+        [&](std::string_view root) { return folder.size() > root.size() && folder.starts_with(root); });
+}
+
+std::vector<std::string> mountedMedia()
 {
     const std::string home = homeFolder();
     std::vector<std::string> folders;
-    const std::unique_ptr<FILE, int (*)(FILE*)> mounts(setmntent(table.c_str(), "re"), &endmntent);
+    const std::unique_ptr<FILE, int (*)(FILE*)> mounts(setmntent("/proc/self/mounts", "re"), &endmntent);
     while (const mntent* entry = mounts ? getmntent(mounts.get()) : nullptr) {
         std::string folder = entry->mnt_dir;
-        if (isMedium(folder) && folder != home && std::find(folders.begin(), folders.end(), folder) == folders.end())
+        if (isOnMedium(folder) && folder != home && std::find(folders.begin(), folders.end(), folder) == folders.end())
             folders.push_back(std::move(folder));
     }
     return folders;

@@ -15,8 +15,11 @@ std::string homeFolder();
 // else `belowHome` in the home folder. Native; empty without a home.
 std::string userFolder(const char* variable, std::string_view belowHome);
 
-// Where removable media and shares are mounted (below /media, /run/media and /mnt), as native paths in the order of
-// their mounting. The home folder is never among them. `table` has the format of fstab.
-std::vector<std::string> mountedMedia(const std::string& table = "/proc/self/mounts");
+// Whether a native folder lies where removable media and shares have theirs: below /media, /run/media and /mnt.
+bool isOnMedium(std::string_view folder);
+
+// Where removable media and shares are mounted, as native paths in the order of their mounting. The home folder is
+// never among them.
+std::vector<std::string> mountedMedia();
 
 } // namespace trovarium

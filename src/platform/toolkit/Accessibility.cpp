@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/toolkit/Accessibility.h"
-
 #include "platform/toolkit/DrawnWidget.h"
+
 #include "platform/toolkit/QtValues.h"
 
 #include <QAbstractItemView>
@@ -14,10 +13,15 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <array>
 
 namespace trovarium {
 
 namespace {
+
+// In the order of Role.
+constexpr std::array Roles{
+    QAccessible::Pane, QAccessible::Button, QAccessible::StaticText, QAccessible::Graphic, QAccessible::Separator};
 
 // By default a screen reader can read a value and not change it.
 class ValueOf : public QAccessibleValueInterface {
@@ -46,19 +50,7 @@ public:
     {
         if (m_drawn.percent() >= 0)
             return QAccessible::ProgressBar;
-        switch (m_drawn.accessibleRole()) {
-        case Role::Button:
-            return QAccessible::Button;
-        case Role::Text:
-            return QAccessible::StaticText;
-        case Role::Graphic:
-            return QAccessible::Graphic;
-        case Role::Separator:
-            return QAccessible::Separator;
-        case Role::Pane:
-            break;
-        }
-        return QAccessible::Pane;
+        return Roles.at(static_cast<std::size_t>(m_drawn.accessibleRole()));
     }
 
     QString text(QAccessible::Text kind) const override

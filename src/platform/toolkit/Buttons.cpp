@@ -188,19 +188,16 @@ bool OptionButton::value() const
 // The library clears the others first, so that the handler sees the group with one choice.
 void OptionButton::setValue(bool value)
 {
-    if (value == Value())
+    if (!value || Value())
         return;
-    preset(value);
-    if (value)
-        Click.raise();
+    preset();
+    Click.raise();
 }
 
-void OptionButton::preset(bool value)
+void OptionButton::preset()
 {
     const QSignalBlocker quiet(m_button);
-    m_button.setAutoExclusive(value); // one that is alone in its group may be cleared so
-    m_button.setChecked(value);
-    m_button.setAutoExclusive(true);
+    m_button.setChecked(true);
 }
 
 } // namespace trovarium

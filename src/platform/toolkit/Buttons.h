@@ -88,7 +88,7 @@ public:
     Property<&OptionButton::value, &OptionButton::setValue> Value{this};
 
     // The design-time choice: no Click.
-    void preset(bool value = true);
+    void preset();
 
 private:
     QRadioButton& m_button;

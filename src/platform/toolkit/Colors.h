@@ -22,9 +22,7 @@ inline constexpr Color PanelGray{192, 192, 192}; // of the information box
 // Text and lines on the blue backgrounds.
 inline constexpr Color Ink{238, 242, 248};
 inline constexpr Color SoftWhite{214, 224, 236};
-inline constexpr Color FaintInk{148, 164, 188}; // disabled
-inline constexpr Color LinkInk{143, 193, 255};
-inline constexpr Color VisitedInk{201, 184, 245};
+inline constexpr Color FaintInk{148, 164, 188};    // disabled
 inline constexpr Color OutlineBlue{128, 150, 186}; // of fields and marks
 inline constexpr Color SeparatorBlue{54, 72, 108}; // of panels, and of what is disabled
 inline constexpr Color NameShadow{6, 14, 26};

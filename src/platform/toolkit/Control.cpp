@@ -99,11 +99,6 @@ void Control::tellSelected()
     QAccessible::updateAccessibility(&event);
 }
 
-void Control::ZOrder()
-{
-    m_widget->raise();
-}
-
 void Control::Refresh()
 {
     desktop().state().paintNow();

@@ -119,7 +119,6 @@ public:
     // Whether a screen reader is to call it selected; empty where selection has no meaning.
     Stored<&Control::tellSelected, std::optional<bool>> AccessibleSelected{this};
 
-    void ZOrder();           // to the top among its siblings
     void Refresh();          // paints now
     virtual void SetFocus(); // nothing where it can't take it
     // Tab leads here from a control of another container.

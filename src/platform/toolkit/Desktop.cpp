@@ -215,15 +215,11 @@ float Screen::Height() const
     return static_cast<float>(screenInUse(m_state).size().height()) * TwipsPerPixel;
 }
 
-void Screen::setMousePointer(int value)
+void Screen::showPointer()
 {
-    if (value == m_mousePointer)
-        return;
-    if (m_mousePointer != DefaultPointer)
-        QGuiApplication::restoreOverrideCursor();
-    m_mousePointer = value;
-    if (m_mousePointer != DefaultPointer)
-        QGuiApplication::setOverrideCursor(cursorOf(m_mousePointer, qGuiApp->devicePixelRatio()));
+    QGuiApplication::restoreOverrideCursor(); // the one before, if any
+    if (MousePointer() != DefaultPointer)
+        QGuiApplication::setOverrideCursor(cursorOf(MousePointer(), qGuiApp->devicePixelRatio()));
 }
 
 } // namespace trovarium

@@ -46,15 +46,13 @@ public:
     float Height() const; // twips
 
 private:
-    int mousePointer() const { return m_mousePointer; }
-    void setMousePointer(int value);
+    void showPointer();
 
 public:
-    Property<&Screen::mousePointer, &Screen::setMousePointer> MousePointer{this};
+    Stored<&Screen::showPointer, int> MousePointer{this, DefaultPointer};
 
 private:
     const DesktopState& m_state;
-    int m_mousePointer = DefaultPointer;
 };
 
 // How fast the loop turns: Paced as a user sees it, Immediate for tests.

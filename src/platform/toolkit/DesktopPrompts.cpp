@@ -22,6 +22,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <array>
 
 namespace trovarium {
 
@@ -42,20 +43,10 @@ struct Symbol {
     const char* name; // for screen readers
 };
 
-Symbol symbolOf(Message kind)
-{
-    switch (kind) {
-    case Message::Notice:
-        break;
-    case Message::Error:
-        return {QStyle::SP_MessageBoxCritical, "Error"};
-    case Message::Question:
-        return {QStyle::SP_MessageBoxQuestion, "Question"};
-    case Message::Warning:
-        return {QStyle::SP_MessageBoxWarning, "Warning"};
-    }
-    return {QStyle::SP_MessageBoxInformation, "Notice"};
-}
+// In the order of Message.
+constexpr std::array<Symbol, 4> Symbols{
+    {{QStyle::SP_MessageBoxInformation, "Notice"}, {QStyle::SP_MessageBoxCritical, "Error"},
+        {QStyle::SP_MessageBoxQuestion, "Question"}, {QStyle::SP_MessageBoxWarning, "Warning"}}};
 
 // A box that belongs to the active form without being its child: a timer may unload the form while the
 // question stands, and the question must stay.
@@ -164,10 +155,11 @@ private:
 Answer DesktopPrompts::messageBox(std::string_view text, Message kind, std::string_view title)
 {
     const bool isQuestion = kind == Message::Question || kind == Message::Warning;
+    const auto& [picture, name] = Symbols.at(static_cast<std::size_t>(kind));
     Box box(m_desktop, title, text);
     auto* icon = new QLabel;
-    icon->setAccessibleName(QString::fromLatin1(symbolOf(kind).name));
-    icon->setPixmap(box.style()->standardIcon(symbolOf(kind).picture).pixmap(IconSize));
+    icon->setAccessibleName(QString::fromLatin1(name));
+    icon->setPixmap(box.style()->standardIcon(picture).pixmap(IconSize));
     auto* row = new QHBoxLayout;
     row->addWidget(icon, 0, Qt::AlignTop);
     row->addWidget(box.textArea(), 1, Qt::AlignLeft | Qt::AlignVCenter);

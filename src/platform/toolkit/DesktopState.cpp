@@ -2,7 +2,6 @@
 
 #include "platform/toolkit/DesktopState.h"
 
-#include "platform/toolkit/Accessibility.h"
 #include "platform/toolkit/DesktopPrompts.h"
 #include "platform/toolkit/DrawnWidget.h"
 #include "platform/toolkit/Form.h"
@@ -138,7 +137,7 @@ void DesktopState::throwIfEnded() const
 
 bool DesktopState::isOpenToInput(const Form& form) const
 {
-    if (ended() || eventsSuspended || !form.Enabled())
+    if (ended() || eventsSuspended)
         return false;
     const auto modal =
         std::find_if(modals.rbegin(), modals.rend(), [](const ModalShow& show) { return show.form->isShown(); });

@@ -46,4 +46,7 @@ private:
     bool m_doubled = false;
 };
 
+// Registers our accessible interfaces: for these and for windows, combo boxes and scroll bars.
+void installAccessibility();
+
 } // namespace trovarium

@@ -14,15 +14,11 @@
 
 #include <algorithm>
 #include <functional>
-#include <iterator>
 #include <utility>
 
 namespace trovarium {
 
 namespace {
-
-// Where media have their folders. One that isn't there belongs to a medium that is gone.
-constexpr std::string_view MountRoots[] = {"/media", "/run\\media", "/mnt"};
 
 class DriveBox : public QComboBox {
 public:
@@ -109,9 +105,9 @@ void DriveList::setDrive(std::string value)
         return (liesIn(value, left) ? left.size() : 0) < (liesIn(value, right) ? right.size() : 0);
     });
     const FileService& files = desktop().files();
-    const bool onMedium = std::any_of(std::begin(MountRoots), std::end(MountRoots),
-        [&](std::string_view root) { return value != root && liesIn(value, root); });
-    if (!files.folderExists(holder) || (onMedium && holder == "/" && !files.folderExists(value)))
+    // A folder of a medium that isn't mounted, and so is held by the root.
+    const bool isGone = holder == "/" && isOnMedium(toNativePath(value)) && !files.folderExists(value);
+    if (isGone || !files.folderExists(holder))
         throw Failure(FailureKind::DeviceUnavailable);
     if (holder == m_drive)
         return;
@@ -174,7 +170,7 @@ void DriveList::refreshPlaces()
 }
 
 FolderList::FolderList(Container* parent, const Plan& plan)
-    : RowsControl(parent, plan, Choice::One)
+    : RowsControl(parent, plan)
     , m_files(desktop().files())
     , m_path(startFolder())
     , m_current(depth() - 1)
@@ -186,35 +182,18 @@ void FolderList::setPath(std::string value)
     value = folderPath(value);
     if (value == m_path)
         return;
-    read(std::move(value));
+    m_files.requireFolder(value);
+    m_path = std::move(value);
+    m_rows.clear();
+    m_current = depth() - 1;
+    rowsChanged();
     Change.raise();
-}
-
-const std::string& FolderList::rowPath(int row) const
-{
-    if (row < 0 || row >= ListCount())
-        throw Failure(FailureKind::InvalidPropertyArrayIndex);
-    return m_rows[static_cast<std::size_t>(row)];
 }
 
 int FolderList::depth() const
 {
     const auto below = std::count(m_path.begin(), m_path.end(), '\\');
     return m_path == "/" ? 1 : static_cast<int>(below) + 2;
-}
-
-void FolderList::Refresh()
-{
-    attempt([&] { read(m_path); });
-}
-
-void FolderList::read(std::string path)
-{
-    m_files.requireFolder(path);
-    m_path = std::move(path);
-    m_rows.clear();
-    m_current = depth() - 1;
-    rowsChanged();
 }
 
 const std::vector<std::string>& FolderList::rowPaths() const
@@ -230,14 +209,6 @@ const std::vector<std::string>& FolderList::rowPaths() const
     for (const std::string& name : names)
         m_rows.push_back(prefix + name);
     return m_rows;
-}
-
-// A failure is ignored here: code that reads ListCount itself gets it.
-int FolderList::rowCount() const
-{
-    int count = 0;
-    attempt([&] { count = ListCount(); });
-    return count;
 }
 
 std::string FolderList::rowText(int row) const
@@ -261,7 +232,7 @@ bool FolderList::rowEntered(int row)
 }
 
 FileList::FileList(Container* parent, const Plan& plan)
-    : RowsControl(parent, plan, Choice::Several)
+    : RowsControl(parent, plan, true)
     , m_files(desktop().files())
     , m_path(startFolder())
 {
@@ -285,16 +256,6 @@ void FileList::setPattern(std::string value)
     Refresh();
 }
 
-const std::string& FileList::List(int index) const
-{
-    return m_names[checked(index)];
-}
-
-bool FileList::Selected(int index) const
-{
-    return m_selected[checked(index)];
-}
-
 void FileList::setSelected(int index, bool value)
 {
     if (value == Selected(index))
@@ -311,10 +272,8 @@ void FileList::Refresh()
 
 void FileList::rowsChosen(int /*current*/, const std::vector<bool>& selected)
 {
-    if (!m_isRead || selected.size() != m_names.size() || selected == m_selected)
-        return;
-    m_selected = selected;
-    Click.raise();
+    if (m_isRead && selected.size() == m_names.size())
+        m_selected = selected;
 }
 
 const std::vector<std::string>& FileList::names() const
@@ -325,26 +284,6 @@ const std::vector<std::string>& FileList::names() const
         m_isRead = true;
     }
     return m_names;
-}
-
-std::size_t FileList::checked(int index) const
-{
-    if (index < 0 || index >= ListCount())
-        throw Failure(FailureKind::InvalidPropertyArrayIndex);
-    return static_cast<std::size_t>(index);
-}
-
-void FileList::showChoice()
-{
-    setChoice(MultiSelect() ? Choice::Several : Choice::One);
-}
-
-// A failure is ignored here: code that reads ListCount itself gets it.
-int FileList::rowCount() const
-{
-    int count = 0;
-    attempt([&] { count = ListCount(); });
-    return count;
 }
 
 } // namespace trovarium

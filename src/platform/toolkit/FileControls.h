@@ -57,16 +57,13 @@ public:
     Property<&FolderList::path, &FolderList::setPath> Path{this}; // no backslash at the end, but for the root
 
     // The rows: the way to the folder, then what it holds. `rowPath` is a row's full path.
-    int ListCount() const { return static_cast<int>(rowPaths().size()); }
-    const std::string& rowPath(int row) const;
+    int ListCount() const override { return static_cast<int>(rowPaths().size()); }
+    const std::string& rowPath(int row) const { return m_rows[checked(row)]; }
     int depth() const; // rows that belong to the way
-
-    void Refresh(); // reads the folder again; one that is gone leaves the rows as they are
 
     Event<> Change{this};
 
 private:
-    int rowCount() const override;
     std::string rowText(int row) const override;
     bool isRowSelected(int row) const override { return row == m_current; }
     int currentRow() const override { return m_current; }
@@ -77,7 +74,6 @@ private:
     bool rowEntered(int row) override;
 
     const std::vector<std::string>& rowPaths() const;
-    void read(std::string path);
 
     FileService& m_files;
     std::string m_path;
@@ -97,31 +93,26 @@ private:
     void setPath(std::string value); // "Path not found", or why it can't be listed
     const std::string& pattern() const { return m_pattern; }
     void setPattern(std::string value);
-    void showChoice();
 
 public:
     Property<&FileList::path, &FileList::setPath> Path{this};
     Property<&FileList::pattern, &FileList::setPattern> Pattern{this}; // "*.jpg;*.bmp"
-    Stored<&FileList::showChoice, bool> MultiSelect{this, true};       // by the user
 
-    int ListCount() const { return static_cast<int>(names().size()); }
-    const std::string& List(int index) const; // 0-based, "Invalid property array index" beyond the ends
-    bool Selected(int index) const;
+    int ListCount() const override { return static_cast<int>(names().size()); }
+    const std::string& List(int index) const { return m_names[checked(index)]; } // 0-based
+    bool Selected(int index) const { return m_selected[checked(index)]; }
     void setSelected(int index, bool value);
     void Refresh();
 
-    Event<> Click{this};
     Event<> DblClick{this};
 
 private:
-    int rowCount() const override;
     std::string rowText(int row) const override { return List(row); }
     bool isRowSelected(int row) const override { return Selected(row); }
     void rowsChosen(int current, const std::vector<bool>& selected) override;
     void rowDoubleClicked(int) override { DblClick.raise(); }
 
     const std::vector<std::string>& names() const;
-    std::size_t checked(int index) const;
 
     FileService& m_files;
     std::string m_path;

@@ -109,11 +109,6 @@ void Form::showPointer()
         m_window->setCursor(cursorOf(MousePointer(), m_window->devicePixelRatioF()));
 }
 
-void Form::enableOrDisable()
-{
-    m_window->setEnabled(Enabled());
-}
-
 void Form::repaint()
 {
     client()->update();

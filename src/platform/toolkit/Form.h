@@ -35,7 +35,6 @@ struct FormPlan {
     ScaleMode Scale = ScaleMode::Twips;
     BorderKind Border = BorderKind::Fixed;
     bool CloseBox = true;
-    bool MinimizeBox = false;
     bool KeyPreview = false; // KeyDown and KeyPress come here before the control with the focus
 };
 
@@ -51,7 +50,7 @@ public:
     Form& form() override { return *this; }
     Desktop& desktop() const { return m_desktop; }
     QWidget* client() const override;
-    bool takesInput() const override { return Enabled(); }
+    bool takesInput() const override { return true; }
     bool hasControls() const override { return true; }
 
 private:
@@ -66,7 +65,6 @@ private:
     void showCaption();
     void showIcon();
     void showPointer();
-    void enableOrDisable();
     void repaint();
 
 public:
@@ -76,7 +74,6 @@ public:
     Property<&Form::width, &Form::setWidth> Width{this};
     Property<&Form::height, &Form::setHeight> Height{this};
     Stored<&Form::showPointer, int> MousePointer{this, DefaultPointer};
-    Stored<&Form::enableOrDisable, bool> Enabled{this, true};
     Stored<&Form::repaint, Color> BackColor{this, WindowBlue};
     Stored<&Form::repaint, trovarium::Picture> Picture{this}; // stretched over the client area
     Stored<&Form::showIcon, trovarium::Picture> Icon{this};

@@ -38,7 +38,6 @@ Qt::WindowFlags flagsOf(const FormPlan& plan)
         return Qt::Window | Qt::FramelessWindowHint;
     Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
     flags.setFlag(Qt::WindowCloseButtonHint, plan.CloseBox);
-    flags.setFlag(Qt::WindowMinimizeButtonHint, plan.MinimizeBox);
     return flags;
 }
 

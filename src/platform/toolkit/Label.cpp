@@ -11,11 +11,16 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace trovarium {
 
 namespace {
+
+// In the order of Alignment and of Elision.
+constexpr std::array Alignments{Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter};
+constexpr std::array Elisions{Qt::ElideRight, Qt::ElideLeft, Qt::ElideMiddle};
 
 // Without the marks of access keys.
 QString shownText(const Label& label)
@@ -36,32 +41,6 @@ QString shownText(const Label& label)
 QFont fontOf(const Label& label)
 {
     return planFont(label.FontSize(), label.Bold());
-}
-
-int alignmentOf(const Label& label)
-{
-    switch (label.Alignment()) {
-    case Alignment::Right:
-        return Qt::AlignRight;
-    case Alignment::Center:
-        return Qt::AlignHCenter;
-    case Alignment::Left:
-        break;
-    }
-    return Qt::AlignLeft;
-}
-
-Qt::TextElideMode elisionOf(const Label& label)
-{
-    switch (label.Elision()) {
-    case Elision::Start:
-        return Qt::ElideLeft;
-    case Elision::Middle:
-        return Qt::ElideMiddle;
-    case Elision::End:
-        break;
-    }
-    return Qt::ElideRight;
 }
 
 } // namespace
@@ -143,13 +122,13 @@ void Label::paintText(QPainter& painter, const QRectF& place)
     const QFont font = fontOf(*this);
     painter.setFont(NarrowToFit() ? narrowedFont(font, 0, text, place.width()) : font);
     const QFontMetricsF metrics(painter.font());
-    int flags = alignmentOf(*this);
+    int flags = Alignments.at(static_cast<std::size_t>(Alignment()));
     if (WordWrap()) {
         flags |= Qt::TextWordWrap | Qt::AlignTop;
     } else {
         QStringList lines = text.split(QLatin1Char('\n'));
         for (QString& line : lines)
-            line = metrics.elidedText(line, elisionOf(*this), std::ceil(place.width()));
+            line = metrics.elidedText(line, Elisions.at(static_cast<std::size_t>(Elision())), std::ceil(place.width()));
         text = lines.join(QLatin1Char('\n'));
         // A single line in a place made for one stands in its middle and is never cut at the foot.
         const bool oneLine = lines.size() == 1 && place.height() < metrics.height() * 1.6;

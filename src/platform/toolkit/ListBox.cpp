@@ -16,10 +16,11 @@
 
 namespace trovarium {
 
-RowsControl::RowsControl(Container* parent, const Plan& plan, Choice choice)
+RowsControl::RowsControl(Container* parent, const Plan& plan, bool multiSelect)
     : Control(parent, plan, new RowList(*this, parent->client()))
+    , MultiSelect(this, multiSelect)
 {
-    setChoice(choice);
+    showChoice();
 }
 
 RowList& RowsControl::rows() const
@@ -32,20 +33,30 @@ void RowsControl::rowsChanged()
     rows().follow();
 }
 
-void RowsControl::setChoice(Choice choice)
+void RowsControl::showChoice()
 {
-    rows().setSelectionMode(choice == Choice::One ? RowList::SingleSelection : RowList::ExtendedSelection);
+    rows().setSelectionMode(MultiSelect() ? RowList::ExtendedSelection : RowList::SingleSelection);
     rowsChanged();
 }
 
-ListBox::ListBox(Container* parent, const Plan& plan)
-    : RowsControl(parent, plan, Choice::One)
+// A failure is ignored here: code that reads ListCount itself gets it.
+int RowsControl::rowCount() const
 {
+    int count = 0;
+    attempt([&] { count = ListCount(); });
+    return count;
 }
 
-void ListBox::showChoice()
+std::size_t RowsControl::checked(int index) const
 {
-    setChoice(MultiSelect() ? Choice::Several : Choice::One);
+    if (index < 0 || index >= ListCount())
+        throw Failure(FailureKind::InvalidPropertyArrayIndex);
+    return static_cast<std::size_t>(index);
+}
+
+ListBox::ListBox(Container* parent, const Plan& plan)
+    : RowsControl(parent, plan)
+{
 }
 
 void ListBox::setListIndex(int index)
@@ -61,20 +72,6 @@ void ListBox::setListIndex(int index)
         at(index).selected = true;
     rowsChanged();
     Click.raise();
-}
-
-void ListBox::setSorted(bool value)
-{
-    m_sorted = value;
-    int inOrder = 1;
-    while (inOrder < ListCount() && !listedBefore(m_items[inOrder].text, m_items[inOrder - 1].text))
-        ++inOrder;
-    if (!value || inOrder >= ListCount())
-        return;
-    ListItems items = std::exchange(m_items, {});
-    m_listIndex = -1;
-    for (int index = 0; index < items.size(); ++index)
-        AddItem(std::move(items[index].text));
 }
 
 // Behind its equals.
@@ -127,7 +124,7 @@ void ListBox::setSelected(int index, bool value)
 
 void ListBox::AddItem(std::string text)
 {
-    const int place = m_sorted ? sortedPlace(text) : ListCount();
+    const int place = Sorted() ? sortedPlace(text) : ListCount();
     m_items.insert(place, {.text = std::move(text)});
     if (m_listIndex >= place)
         ++m_listIndex;
@@ -165,13 +162,6 @@ void ListBox::rowsChosen(int current, const std::vector<bool>& selected)
     }
     if (isNew)
         Click.raise();
-}
-
-const ListBox::Item& ListBox::at(int index) const
-{
-    if (index < 0 || index >= ListCount())
-        throw Failure(FailureKind::InvalidPropertyArrayIndex);
-    return m_items[index];
 }
 
 } // namespace trovarium

@@ -4,8 +4,8 @@
 #include "platform/toolkit/Control.h"
 #include "platform/toolkit/ListItems.h"
 
+#include <cstddef>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace trovarium {
@@ -16,12 +16,11 @@ class RowList;
 class RowsControl : public Control {
 protected:
     friend class RowList;
-    enum class Choice { One, Several };
 
-    RowsControl(Container* parent, const Plan& plan, Choice choice);
+    RowsControl(Container* parent, const Plan& plan, bool multiSelect = false);
 
     // For the widget, which asks while it is seen.
-    virtual int rowCount() const = 0;
+    int rowCount() const; // none where ListCount fails
     virtual std::string rowText(int row) const = 0;
     virtual bool isRowSelected(int row) const = 0;
     virtual int currentRow() const { return -1; }                // -1 for none
@@ -38,11 +37,18 @@ protected:
 
     // The rows changed, and the widget follows soon: before the user acts on it, or with the next repaint.
     void rowsChanged();
-    void setChoice(Choice choice);
+    void showChoice();
     void enableOrDisable() override { rowsChanged(); }
     RowList& rows() const;
 
+    std::size_t checked(int index) const; // "Invalid property array index" beyond the ends
+
     static constexpr int NoFolder = -1;
+
+public:
+    Stored<&RowsControl::showChoice, bool> MultiSelect; // by the user
+
+    virtual int ListCount() const = 0;
 };
 
 // Indexes are 0-based; beyond the ends "Invalid property array index". Writing List at the end adds.
@@ -53,18 +59,15 @@ public:
 private:
     int listIndex() const { return m_listIndex; }
     void setListIndex(int index);
-    bool sorted() const { return m_sorted; }
-    void setSorted(bool value);
-    void showChoice();
 
 public:
     Property<&ListBox::listIndex, &ListBox::setListIndex> ListIndex{this}; // -1 for none
-    Property<&ListBox::sorted, &ListBox::setSorted> Sorted{this};          // in the order of `listedBefore`
-    Stored<&ListBox::showChoice, bool> MultiSelect{this};
+    // Entries are added in the order of `listedBefore`; those that are there stay where they are.
+    Stored<&ListBox::rowsChanged, bool> Sorted{this};
     // The rows begin with marks in brackets, all of this length. This is the widest one; the others are drawn as wide.
     Stored<&ListBox::rowsChanged, std::string> Mark{this};
 
-    int ListCount() const { return m_items.size(); }
+    int ListCount() const override { return m_items.size(); }
     const std::string& List(int index) const { return at(index).text; }
     void setList(int index, std::string text); // replaces; a sorted list is not sorted again
     std::string Text() const;                  // the chosen entry, empty for none
@@ -85,7 +88,6 @@ private:
     using Item = ListItems::Item;
 
     int sortedPlace(const std::string& text) const;
-    int rowCount() const override { return ListCount(); }
     std::string rowText(int row) const override;
     bool isRowSelected(int row) const override { return Selected(row); }
     int currentRow() const override { return m_listIndex; }
@@ -96,12 +98,11 @@ private:
     void keyDown(int code, int shift) override { KeyDown.raise(code, shift); }
     void keyPressed(int ascii) override { KeyPress.raise(ascii); }
 
-    const Item& at(int index) const;
-    Item& at(int index) { return const_cast<Item&>(std::as_const(*this).at(index)); }
+    const Item& at(int index) const { return m_items[static_cast<int>(checked(index))]; }
+    Item& at(int index) { return m_items[static_cast<int>(checked(index))]; }
 
     ListItems m_items;
     int m_listIndex = -1;
-    bool m_sorted = false;
 };
 
 } // namespace trovarium

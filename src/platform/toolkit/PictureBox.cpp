@@ -6,7 +6,6 @@
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PicturePainter.h"
 #include "platform/toolkit/QtValues.h"
-#include "runtime/Failure.h"
 
 #include <QAccessible>
 #include <QPainter>
@@ -14,16 +13,10 @@
 
 #include <cmath>
 #include <utility>
-#include <vector>
 
 namespace trovarium {
 
 namespace {
-
-// Beyond this many pictures on a canvas they become one, at twice the box's pixels, so that a box that is painted on
-// for ever doesn't grow for ever.
-constexpr std::size_t MostStrokes = 64;
-constexpr int FlatScale = 2;
 
 QSize wholePixels(const PictureBox& box)
 {
@@ -34,60 +27,9 @@ QSize wholePixels(const PictureBox& box)
 
 } // namespace
 
-// What has been painted. Kept as the pictures and their places rather than as pixels, so that it is sharp on every
-// screen and needs no window.
-struct PictureBox::Canvas {
-    struct Stroke {
-        trovarium::Picture picture;
-        QRectF place; // in pixels of the box
-        PicturePainter painter;
-    };
-
-    void add(const trovarium::Picture& picture, const QRectF& place, QSize box)
-    {
-        if (trovarium::isOpaque(picture))
-            std::erase_if(strokes, [&](const Stroke& below) { return place.contains(below.place); });
-        strokes.push_back({picture, place, {}});
-        if (strokes.size() <= MostStrokes)
-            return;
-        QImage flat(box * FlatScale, QImage::Format_ARGB32_Premultiplied);
-        flat.fill(Qt::transparent);
-        QPainter onFlat(&flat);
-        onFlat.scale(FlatScale, FlatScale);
-        paint(onFlat);
-        onFlat.end();
-        flat.setDevicePixelRatio(FlatScale);
-        strokes.clear();
-        strokes.push_back({pictureFromImage(flat), QRectF(QPointF(), QSizeF(box)), {}});
-    }
-
-    void paint(QPainter& target)
-    {
-        for (Stroke& stroke : strokes)
-            stroke.painter.paint(target, stroke.picture, stroke.place);
-    }
-
-    void paintAll(QPainter& target, const PictureBox& box, const QRectF& place)
-    {
-        target.fillRect(place, toQColor(box.BackColor()));
-        painter.paint(target, box.Picture(), place);
-        paint(target);
-        const FilmSurface::Shown film = box.filmSurface()->shown();
-        if (film.frame == nullptr)
-            return;
-        const FilmFrame& frame = *film.frame; // which outlives the picture
-        const auto* pixels = reinterpret_cast<const uchar*>(frame.pixels.data());
-        painter.paint(target, pictureFromImage(QImage(pixels, frame.width, frame.height, QImage::Format_RGB32)),
-            QRectF(film.place.left, film.place.top, film.place.width, film.place.height));
-    }
-
-    std::vector<Stroke> strokes;
-    PicturePainter painter; // of the picture in the back and of films
-};
-
 PictureBox::PictureBox(Container* parent, const Plan& plan, ScaleMode scale)
     : DrawnContainer(parent, plan, scale)
-    , m_canvas(std::make_unique<Canvas>())
+    , m_painter(std::make_unique<PicturePainter>())
     , m_film(std::make_shared<FilmSurface>())
 {
     m_film->tell([widget = widget()] {
@@ -104,10 +46,9 @@ PictureBox::~PictureBox()
 void PictureBox::setPicture(trovarium::Picture value)
 {
     m_film->shut();
-    if (value == m_picture && m_canvas->strokes.empty())
+    if (value == m_picture)
         return;
     m_picture = std::move(value);
-    m_canvas->strokes.clear();
     repaint();
     takePictureSize();
 }
@@ -134,39 +75,30 @@ void PictureBox::tellValue()
     QAccessible::updateAccessibility(&event);
 }
 
-void PictureBox::PaintPicture(const trovarium::Picture& picture, float x, float y, float width, float height)
-{
-    if (picture.empty())
-        throw Failure(FailureKind::InvalidPicture);
-    const QRectF place(toPixels(x), toPixels(y), toPixels(width), toPixels(height));
-    m_canvas->add(picture, place, wholePixels(*this));
-    repaint();
-}
-
-void PictureBox::Cls()
-{
-    m_film->shut();
-    if (m_canvas->strokes.empty())
-        return;
-    m_canvas->strokes.clear();
-    repaint();
-}
-
 Picture PictureBox::Image() const
 {
     QImage image(wholePixels(*this), QImage::Format_RGB32);
     if (image.isNull())
         return {};
     QPainter painter(&image);
-    m_canvas->paintAll(painter, *this, QRectF(image.rect()));
+    paintAll(painter, QRectF(image.rect()));
     painter.end();
     return pictureFromImage(image);
+}
+
+void PictureBox::paintAll(QPainter& painter, const QRectF& place) const
+{
+    painter.fillRect(place, toQColor(BackColor()));
+    m_painter->paint(painter, m_picture, place);
+    const FilmSurface::Shown film = m_film->shown();
+    m_painter->paint(painter, pictureFromImage(film.frame),
+        QRectF(film.place.left, film.place.top, film.place.width, film.place.height));
 }
 
 void PictureBox::draw(QPainter& painter, const QRectF& place)
 {
     if (!Border()) {
-        m_canvas->paintAll(painter, *this, place);
+        paintAll(painter, place);
         return;
     }
     painter.fillRect(place, toQColor(BorderColor()));
@@ -175,7 +107,7 @@ void PictureBox::draw(QPainter& painter, const QRectF& place)
     painter.save();
     painter.translate(edge(), edge());
     painter.setClipRect(inside, Qt::IntersectClip);
-    m_canvas->paintAll(painter, *this, inside);
+    paintAll(painter, inside);
     painter.restore();
 }
 

@@ -9,10 +9,11 @@
 namespace trovarium {
 
 class FilmSurface;
+class PicturePainter;
 
-// A box with a background picture, a canvas that keeps what is painted on it, and controls on top. Width and Height are
-// in the parent's scale, ScaleWidth and ScaleHeight in its own. Children, the canvas, ScaleWidth, ScaleHeight and mouse
-// positions count from inside the border.
+// A box with a picture stretched over it, and controls on top. Width and Height are in the parent's scale, ScaleWidth
+// and ScaleHeight in its own. Children, the picture, ScaleWidth, ScaleHeight and mouse positions count from inside the
+// border.
 class PictureBox : public DrawnContainer {
 public:
     PictureBox(Container* parent, const Plan& plan, ScaleMode scale = ScaleMode::Twips);
@@ -22,7 +23,7 @@ public:
 
 private:
     const trovarium::Picture& picture() const { return m_picture; }
-    // Clears the canvas and shuts the film's surface. With AutoSize the box takes the picture's natural size.
+    // Shuts the film's surface. With AutoSize the box takes the picture's natural size.
     void setPicture(trovarium::Picture value);
     void takePictureSize();
     void showBorder();
@@ -39,13 +40,9 @@ public:
     // Percent, 0 to 100, that make it a progress bar to screen readers; -1 for a box that is none.
     Stored<&PictureBox::tellValue, int> AccessibleValue{this, -1};
 
-    // Paints `picture` stretched to the given place, in the box's scale; "Invalid picture" for an empty one.
-    // Works without a window.
-    void PaintPicture(const trovarium::Picture& picture, float x, float y, float width, float height);
-    void Cls();
-    // Where a film may show its frames, above all that has been painted; lives on while the film holds it.
+    // Where a film may show its frames, above the picture; lives on while the film holds it.
     const std::shared_ptr<FilmSurface>& filmSurface() const { return m_film; }
-    // Back color, picture, all that has been painted and the film's frame, at the box's size in whole pixels.
+    // Back color, picture and the film's frame, at the box's size in whole pixels. Works without a window.
     trovarium::Picture Image() const;
 
     Event<int, int> KeyDown{this}; // KeyCode, Shift
@@ -59,10 +56,10 @@ public:
     int percent() const override { return AccessibleValue(); }
 
 private:
-    struct Canvas;
+    void paintAll(QPainter& painter, const QRectF& place) const;
 
     trovarium::Picture m_picture;
-    std::unique_ptr<Canvas> m_canvas;
+    std::unique_ptr<PicturePainter> m_painter; // of the picture and of films
     std::shared_ptr<FilmSurface> m_film;
 };
 

@@ -19,7 +19,6 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <utility>
 
 namespace trovarium {
 
@@ -144,50 +143,21 @@ int mouseButtons(Qt::MouseButtons buttons)
         | (buttons.testFlag(Qt::MiddleButton) ? MiddleButton : 0);
 }
 
-namespace {
-
-// What a US keyboard has on the key, 0 for a key that has no letter or digit there. X and Wayland count the keys
-// by their places.
-int usKey(quint32 scanCode)
-{
-    constexpr std::pair<quint32, std::string_view> rows[] = {
-        {10, "1234567890"}, {24, "QWERTYUIOP"}, {38, "ASDFGHJKL"}, {52, "ZXCVBNM"}};
-    for (const auto& [first, keys] : rows) {
-        if (scanCode >= first && scanCode - first < keys.size())
-            return keys[scanCode - first];
-    }
-    return 0;
-}
-
-// A key whose symbol has no number of its own. A Cyrillic or Greek letter counts as the Latin one in its place, a
-// sign or an accented letter on the row of digits as the digit; but a comma in the place of M is no M.
-int numberByPlace(const QKeyEvent& event)
-{
-    const int key = usKey(event.nativeScanCode());
-    if (key >= '0' && key <= '9')
-        return key;
-    const QChar::Script script = QChar::script(static_cast<char32_t>(event.key()));
-    return script > QChar::Script_Latin ? key : 0;
-}
-
-} // namespace
-
+// A Cyrillic or Greek letter in the place of A counts as A. X and Wayland count the keys by their places.
 int keyCode(const QKeyEvent& event)
 {
-    static const std::map<int, int> codes{{Qt::Key_Backspace, 8}, {Qt::Key_Tab, 9}, {Qt::Key_Backtab, 9},
-        {Qt::Key_Return, 13}, {Qt::Key_Enter, 13}, {Qt::Key_Shift, 16}, {Qt::Key_Control, 17}, {Qt::Key_Alt, 18},
-        {Qt::Key_Escape, 27}, {Qt::Key_Space, 32}, {Qt::Key_PageUp, 33}, {Qt::Key_PageDown, 34}, {Qt::Key_End, 35},
-        {Qt::Key_Home, 36}, {Qt::Key_Left, 37}, {Qt::Key_Up, 38}, {Qt::Key_Right, 39}, {Qt::Key_Down, 40},
-        {Qt::Key_Insert, 45}, {Qt::Key_Delete, 46}, {Qt::Key_Menu, 93}, {Qt::Key_Plus, 107}, {Qt::Key_Minus, 109}};
+    static const std::map<int, int> codes{{Qt::Key_Return, EnterKey}, {Qt::Key_Enter, EnterKey},
+        {Qt::Key_Escape, EscapeKey}, {Qt::Key_Space, SpaceKey}, {Qt::Key_PageUp, PageUpKey},
+        {Qt::Key_PageDown, PageDownKey}, {Qt::Key_End, EndKey}, {Qt::Key_Home, HomeKey}, {Qt::Key_Left, LeftKey},
+        {Qt::Key_Up, UpKey}, {Qt::Key_Right, RightKey}, {Qt::Key_Down, DownKey}, {Qt::Key_Delete, DeleteKey},
+        {Qt::Key_A, AKey}, {Qt::Key_Menu, MenuKey}, {Qt::Key_Plus, PlusKey}, {Qt::Key_Minus, MinusKey},
+        {Qt::Key_F2, F2Key}, {Qt::Key_F11, F11Key}};
+    constexpr quint32 PlaceOfA = 38;
     const int key = event.key();
-    if (event.modifiers().testFlag(Qt::KeypadModifier) && key >= Qt::Key_0 && key <= Qt::Key_9)
-        return 96 + key - Qt::Key_0;
-    if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9))
-        return key;
-    if (key >= Qt::Key_F1 && key <= Qt::Key_F16)
-        return 112 + key - Qt::Key_F1;
-    const auto found = codes.find(key);
-    return found != codes.end() ? found->second : numberByPlace(event);
+    if (const auto found = codes.find(key); found != codes.end())
+        return found->second;
+    const bool hasOtherLetter = QChar::script(static_cast<char32_t>(key)) > QChar::Script_Latin;
+    return hasOtherLetter && event.nativeScanCode() == PlaceOfA ? AKey : 0;
 }
 
 int keyAscii(const QKeyEvent& event)
@@ -198,8 +168,6 @@ int keyAscii(const QKeyEvent& event)
         return 13;
     case Qt::Key_Escape:
         return 27;
-    case Qt::Key_Backspace:
-        return 8;
     default:
         break;
     }

@@ -44,10 +44,9 @@ QPointF handlerPlaceOn(const Container& container, const QPointF& pixels);
 // Modifiers and buttons as handlers get them.
 int shiftKeys(Qt::KeyboardModifiers modifiers);
 int mouseButtons(Qt::MouseButtons buttons);
-// 13 Enter, 27 Escape, 37 to 40 the arrows, letters as capitals, letters and digits on every keyboard layout; 0
-// for a key without a number.
+// A `KeyNumber`, letters on every keyboard layout; 0 for any other key.
 int keyCode(const QKeyEvent& event);
-// The character of a key press (13 Enter, 27 Escape, 8 Backspace), 0 for a key without one.
+// The character of a key press (13 Enter, 27 Escape), 0 for a key without one.
 int keyAscii(const QKeyEvent& event);
 
 // Where the center of a window lies, or where it will come up.

@@ -16,8 +16,6 @@
 #include <QWheelEvent>
 
 #include <algorithm>
-#include <cstdint>
-#include <limits>
 
 namespace trovarium {
 
@@ -29,6 +27,7 @@ public:
         : QScrollBar(orientation == Orientation::Vertical ? Qt::Vertical : Qt::Horizontal, parent)
         , m_control(control)
     {
+        setPageStep(1);
         connect(this, &QScrollBar::valueChanged, this, [this] { tell(); });
         connect(this, &QScrollBar::sliderReleased, this, [this] { tell(); });
     }
@@ -135,8 +134,6 @@ void ScrollBar::showRange()
     {
         const QSignalBlocker quiet(m_bar);
         m_bar.setRange(Min(), upperEnd());
-        m_bar.setSingleStep(SmallChange());
-        m_bar.setPageStep(LargeChange());
     }
     const int value = std::clamp(m_value, Min(), upperEnd());
     if (value != m_value)
@@ -161,11 +158,8 @@ void ScrollBar::setValue(int value)
 
 void ScrollBar::page(int steps)
 {
-    if (!takesInput())
-        return;
-    const std::int64_t target = m_value + std::int64_t{steps} * LargeChange();
-    released(static_cast<int>(
-        std::clamp<std::int64_t>(target, std::numeric_limits<int>::min(), std::numeric_limits<int>::max())));
+    if (takesInput())
+        released(m_value + steps);
 }
 
 void ScrollBar::dragged(int value)

@@ -9,7 +9,8 @@ enum class Orientation { Horizontal, Vertical };
 
 // Change comes with every real change of Value, from code and by clamping too, inside the statement; after
 // a drag of the thumb once, on release. Scroll comes from the user alone: while dragging, and behind Change
-// for an arrow, the trough, the wheel and a key. Enabled gates input and doesn't break off a held arrow.
+// for an arrow, the trough, the wheel and a key, which all move by 1. Enabled gates input and doesn't break off
+// a held arrow.
 class ScrollBar : public Control {
 public:
     ScrollBar(Container* parent, const Plan& plan, Orientation orientation);
@@ -26,8 +27,6 @@ public:
     Stored<&ScrollBar::showRange, int> Min{this, 0};
     Stored<&ScrollBar::showRange, int> Max{this, 32767};
     Property<&ScrollBar::value, &ScrollBar::setValue> Value{this};
-    AtLeast<&ScrollBar::showRange, int, 1> SmallChange{this, 1};
-    AtLeast<&ScrollBar::showRange, int, 1> LargeChange{this, 1};
 
     // Steps as the user makes them in the trough: nothing while disabled or hidden.
     void page(int steps);

@@ -27,23 +27,12 @@ void Shape::draw(QPainter& painter, const QRectF& place)
 
 void Line::draw(QPainter& painter, const QRectF& place)
 {
-    const qreal width = BorderWidth();
-    const QColor color = toQColor(BorderColor());
-    if (place.height() == 0) {
-        painter.fillRect(QRectF(place.topLeft(), QSizeF(place.width(), width)), color);
-    } else if (place.width() == 0) {
-        painter.fillRect(QRectF(place.topLeft(), QSizeF(width, place.height())), color);
-    } else {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(color, width));
-        painter.drawLine(place.topLeft(), place.bottomRight());
-    }
+    painter.fillRect(QRectF(place.topLeft(), QSizeF(place.width(), 1)), toQColor(BorderColor()));
 }
 
 QMargins Line::margins() const
 {
-    const int width = BorderWidth();
-    return {width, width, width, width};
+    return {1, 1, 1, 1};
 }
 
 } // namespace trovarium

@@ -23,13 +23,12 @@ public:
     Role accessibleRole() const override { return Role::Graphic; }
 };
 
-// A drawn line from the upper left to the lower right corner of its place.
+// A drawn line along the upper edge of its place, one pixel wide.
 class Line : public DrawnControl {
 public:
     using DrawnControl::DrawnControl;
 
     Stored<&Line::repaint, Color> BorderColor{this, Black};
-    Stored<&Line::place, int> BorderWidth{this, 1}; // pixels
 
     void draw(QPainter& painter, const QRectF& place) override;
     bool takesMouse() const override { return false; }

@@ -63,12 +63,10 @@ QPalette paletteOf(std::initializer_list<RoleColor> colors)
 QPalette darkPalette()
 {
     return paletteOf({{QPalette::Window, WindowBlue, WindowBlue}, {QPalette::WindowText, Ink, FaintInk},
-        {QPalette::Base, FieldBlue, FieldBlue}, {QPalette::AlternateBase, WindowBlue, WindowBlue},
-        {QPalette::Text, Ink, FaintInk}, {QPalette::PlaceholderText, FaintInk, FaintInk},
+        {QPalette::Base, FieldBlue, FieldBlue}, {QPalette::Text, Ink, FaintInk},
         {QPalette::Button, ButtonBlue, DisabledButton}, {QPalette::ButtonText, White, FaintInk},
         {QPalette::Highlight, ChosenBlue, SeparatorBlue}, {QPalette::HighlightedText, White, Ink},
         {QPalette::ToolTipBase, PanelBlue, PanelBlue}, {QPalette::ToolTipText, Ink, Ink},
-        {QPalette::Link, LinkInk, FaintInk}, {QPalette::LinkVisited, VisitedInk, FaintInk},
         {QPalette::Light, ButtonEdge, SeparatorBlue}, {QPalette::Midlight, SeparatorBlue, SeparatorBlue},
         {QPalette::Dark, FieldBlue, FieldBlue}, {QPalette::Shadow, Black, Black}, {Outline, OutlineBlue, SeparatorBlue},
         {Ring, FocusLight, FocusLight}});

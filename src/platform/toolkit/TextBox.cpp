@@ -4,7 +4,6 @@
 
 #include "platform/toolkit/DesktopState.h"
 #include "platform/toolkit/QtValues.h"
-#include "runtime/Failure.h"
 #include "runtime/Text.h"
 
 #include <QComboBox>
@@ -38,15 +37,6 @@ protected:
         m_box.desktop().state().lastText = this;
         if (std::exchange(m_unvisited, false) && event->reason() == Qt::ActiveWindowFocusReason)
             selectAll();
-    }
-
-    void keyPressEvent(QKeyEvent* event) override
-    {
-        const int ascii = keyAscii(*event);
-        if (ascii != 0)
-            deliverEvent(m_box, [&] { m_box.KeyPress.raise(ascii); });
-        if (m_box.takesInput())
-            QLineEdit::keyPressEvent(event);
     }
 
 private:
@@ -165,76 +155,33 @@ void TextBox::SetFocus()
 ComboBox::ComboBox(Container* parent, const Plan& plan)
     : Control(parent, plan, new Combo(*this, parent->client()))
     , m_box(static_cast<QComboBox&>(*widget()))
-    , m_text(plan.Caption)
 {
     Control::enableOrDisable();
-    showText();
-    QObject::connect(m_box.lineEdit(), &QLineEdit::textEdited, &m_box,
-        [this](const QString& text) { deliverEvent(*this, [&] { typed(toText(text)); }); });
+    setText(plan.Caption);
     QObject::connect(
-        &m_box, &QComboBox::activated, &m_box, [this](int index) { deliverEvent(*this, [&] { chosen(index); }); });
+        m_box.lineEdit(), &QLineEdit::textEdited, &m_box, [this](const QString& text) { setText(toText(text)); });
 }
 
-void ComboBox::setListIndex(int index)
+std::string ComboBox::text() const
 {
-    if (index < -1 || index >= ListCount())
-        throw Failure(FailureKind::InvalidPropertyArrayIndex);
-    if (index != m_listIndex)
-        chosen(index);
+    return toText(m_box.currentText());
 }
 
-const std::string& ComboBox::List(int index) const
+// The choice with this text becomes the current one, from which the arrow keys go on.
+void ComboBox::setText(std::string_view value)
 {
-    if (index < 0 || index >= ListCount())
-        throw Failure(FailureKind::InvalidPropertyArrayIndex);
-    return m_items[static_cast<std::size_t>(index)];
-}
-
-void ComboBox::AddItem(std::string text)
-{
-    m_items.push_back(std::move(text));
-    const QSignalBlocker quiet(m_box);
-    m_box.addItem(toQString(m_items.back()));
-    showText(); // the library chooses the first one by itself
-}
-
-void ComboBox::Clear()
-{
-    m_items.clear();
-    m_listIndex = -1;
-    const QSignalBlocker quiet(m_box);
-    m_box.clear();
-    showText();
-}
-
-void ComboBox::typed(std::string value)
-{
-    value = oneLine(value);
-    const auto found = std::find(m_items.begin(), m_items.end(), value);
-    m_listIndex = found == m_items.end() ? -1 : static_cast<int>(found - m_items.begin());
-    const bool isNew = value != m_text;
-    m_text = std::move(value);
-    showText();
-    if (isNew)
-        Change.raise();
-}
-
-void ComboBox::chosen(int index)
-{
-    if (index >= ListCount())
-        return;
-    m_listIndex = index;
-    m_text = index < 0 ? "" : m_items[static_cast<std::size_t>(index)];
-    showText();
-    Click.raise();
-}
-
-void ComboBox::showText()
-{
-    const QSignalBlocker quiet(m_box);
+    const QString text = toQString(oneLine(value));
     const int cursor = m_box.lineEdit()->cursorPosition();
-    m_box.setCurrentIndex(m_listIndex);
-    showIn(*m_box.lineEdit(), toQString(m_text), cursor);
+    m_box.setCurrentIndex(m_box.findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    showIn(*m_box.lineEdit(), text, cursor);
+}
+
+void ComboBox::AddItem(std::string_view text)
+{
+    const std::string shown = Text();
+    m_box.addItem(toQString(text));
+    if (m_box.count() == 1) // the library chooses the first one by itself
+        Text = shown;
 }
 
 } // namespace trovarium

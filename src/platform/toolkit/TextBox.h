@@ -5,7 +5,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 class QComboBox;
 class QLineEdit;
@@ -30,8 +29,7 @@ public:
     Property<&TextBox::text, &TextBox::setText> Text{this};
     AtLeast<&TextBox::keepText, int, 0> MaxLength{this}; // characters; 0: no limit
 
-    Event<> Change{this};      // from typing and from code
-    Event<int> KeyPress{this}; // KeyAscii
+    Event<> Change{this}; // from typing and from code
 
     void SetFocus() override; // typing replaces the text
 
@@ -46,32 +44,18 @@ public:
     ComboBox(Container* parent, const Plan& plan);
 
 private:
-    const std::string& text() const { return m_text; }
-    int listIndex() const { return m_listIndex; }
-    void setListIndex(int index);
-    void chosen(int index);
-    void showText();
+    std::string text() const;
+    void setText(std::string_view value);
 
 public:
-    void typed(std::string value);
+    Property<&ComboBox::text, &ComboBox::setText> Text{this};
 
-    Property<&ComboBox::text, &ComboBox::typed> Text{this};
-    Property<&ComboBox::listIndex, &ComboBox::setListIndex> ListIndex{this};
+    void AddItem(std::string_view text);
 
-    int ListCount() const { return static_cast<int>(m_items.size()); }
-    const std::string& List(int index) const; // 0-based
-    void AddItem(std::string text);
-    void Clear();
-
-    Event<> Change{this}; // the text, from typing and from code
-    Event<> Click{this};  // a choice from the list
-    Event<> Enter{this};  // its key, which then presses no default button
+    Event<> Enter{this}; // its key, which then presses no default button
 
 private:
     QComboBox& m_box;
-    std::vector<std::string> m_items;
-    std::string m_text;
-    int m_listIndex = -1;
 };
 
 } // namespace trovarium

@@ -29,8 +29,8 @@ struct Film {
 
 int frameOn(const FilmSurface& surface) // -1 for none
 {
-    const auto frame = surface.shown().frame;
-    return frame ? static_cast<int>((frame->pixels[64 * 24 + 32] & 0xff) * 219 / 255.0 / 8 + 0.5) : -1;
+    const QImage frame = surface.shown().frame;
+    return frame.isNull() ? -1 : static_cast<int>(qBlue(frame.pixel(32, 24)) * 219 / 255.0 / 8 + 0.5);
 }
 
 const std::string Clips = fromNativePath(FILMS "/");
@@ -80,10 +80,10 @@ TEST(Films, PlayPauseSeekAndEnd)
     const std::string_view turn("\0\0\0\0\xff\xff\0\0\0\0\0\0\0\1\0\0\0\0\0\0", 20);
     folder.write("upright.mov", bytes.replace(bytes.find("tkhd") + 44, turn.size(), turn));
     const Film film(folder.inside("upright.mov")); // as it was taken, brighter above than below
-    const FilmFrame& frame = *film.surface->shown().frame;
-    EXPECT_EQ(std::pair(48, 64), std::pair(frame.width, frame.height));
-    EXPECT_GT(frame.pixels[48 * 16 + 24] & 0xff, 180u);
-    EXPECT_LT(frame.pixels[48 * 48 + 24] & 0xff, 60u);
+    const QImage frame = film.surface->shown().frame;
+    EXPECT_EQ(QSize(48, 64), frame.size());
+    EXPECT_GT(qBlue(frame.pixel(24, 16)), 180);
+    EXPECT_LT(qBlue(frame.pixel(24, 48)), 60);
 }
 
 TEST(Films, OpenNothingButAFilm)

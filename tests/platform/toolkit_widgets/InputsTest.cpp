@@ -18,7 +18,6 @@ struct InputsTest : FormFixture {
     InputsTest()
     {
         note(box.Change, "Change", [this] { return box.Text(); });
-        note(box.KeyPress, "Key");
         bar.Min = 1;
         bar.Max = 10;
         note(bar.Change, "C", [this] { return std::to_string(bar.Value()); });
@@ -32,7 +31,7 @@ struct InputsTest : FormFixture {
     VScroll bar{&window, {.Name = "bar", .Left = 900, .Width = 255, .Height = 4500}};
 };
 
-TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHandlerMayMendIt)
+TEST_F(InputsTest, ATextHasOneLineAndALimitAndTheHandlerOfAChangeMayMendIt)
 {
     box.Text = "Image"; // as it is
     for (const auto& [limit, text] :
@@ -54,7 +53,7 @@ TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHan
     taken();
     robot.type(form, "a");
     keys({13, 27, 8});
-    EXPECT_EQ(taken(), "Key:97 Change:a Key:13 Key:27 Key:8 Change: ");
+    EXPECT_EQ(taken(), "Change:a Change: ");
     when["Change"] = [&] {
         std::string text = box.Text();
         std::replace(text.begin(), text.end(), '.', '_');
@@ -71,14 +70,13 @@ TEST_F(InputsTest, ATextHasOneLineAndALimitAndKeyPressComesBeforeAChangeWhoseHan
 
 TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndChangeAloneForCode)
 {
-    bar.LargeChange = 2;
     show();
     click(bar, At{8, 296}); // the arrow
     bar.SetFocus();
     keys({34, 38});
     robot.wheel(bar, 1);
     robot.wheel(window, 1);
-    EXPECT_EQ(taken(), "C:2 S:2 C:4 S:4 C:3 S:3 C:5 S:5 C:7 S:7 ");
+    EXPECT_EQ(taken(), "C:2 S:2 C:3 S:3 C:2 S:2 C:3 S:3 C:4 S:4 ");
     const Shot before = robot.shot(form);
     bar.Value = 10;
     desktop.DoEvents();
@@ -104,10 +102,9 @@ TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndCha
     EXPECT_EQ(taken(), "C:5 C:3 C:4 ");
     for (const int value : {3, 11})
         EXPECT_EQ(failureOf([&] { bar.Value = value; }), "Invalid property value") << value;
-    bar.LargeChange = 4;
     for (const bool isSeen : {true, false}) {
         window.Visible = isSeen;
-        bar.page(isSeen ? 2 : -1);
+        bar.page(isSeen ? 9 : -1);
         EXPECT_EQ(taken(), isSeen ? "C:10 S:10 " : "");
     }
 }
