@@ -52,7 +52,7 @@ void showFirstFrame(benchmark::State& state, MainWindow& window)
 {
     for (auto _ : state)
         state.SetIterationTime(window.toPainted([&] { window.robot().doubleClick(window.form().imgThumbnail(0)); }));
-    if (window.form().picVideoWindow.filmSurface()->shown().frame == nullptr)
+    if (window.form().picVideoWindow.filmSurface()->shown().frame.isNull())
         state.SkipWithError("no frame came up");
 }
 

@@ -226,8 +226,8 @@ TEST_F(LibraryCheck, SkippingDropsWhatThePassInHandGatheredAndAllThatFollows)
         std::string there; // which of `files`
     };
     const Case cases[] = {
-        {.operation = Length, .ending = "Photo_Info\\gone.bmp.info", .there = "-+-----"},
-        {.operation = Length, .ending = "Photo_Thumbnails\\b.bmp", .there = "+------"},
+        {.operation = Open, .ending = "Photo_Info\\gone.bmp.info", .there = "-+-----"},
+        {.operation = Date, .ending = "Photo_Thumbnails\\b.bmp", .there = "+------"},
         {.operation = Open, .ending = "Photo_Info\\new1.bmp.info", .there = "+-+++--"},
         {.operation = Print, .ending = "  All Photos  .lst", .there = "+-+++++"},
     };

@@ -49,6 +49,18 @@ long waits()
     return usage.ru_nvcsw;
 }
 
+// Nothing for a long file and for one that can't be read.
+std::optional<std::string> readSmallFile(const std::string& path)
+{
+    const Descriptor file = opened(path);
+    struct stat status = {};
+    if (!file.isOpen() || fstat(file.handle(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > SmallBytes)
+        return std::nullopt;
+    std::string content(static_cast<std::size_t>(status.st_size), '\0');
+    return pread(file.handle(), content.data(), content.size(), 0) == status.st_size ? std::optional(std::move(content))
+                                                                                     : std::nullopt;
+}
+
 // Whether some of the files, all over the list, are there without a wait for the disk: then threads would only cost
 // processor time.
 template <class Look>
@@ -57,8 +69,7 @@ bool areCached(const std::vector<std::string>& paths, const Look& look)
     const long before = waits();
     for (std::size_t sample = 0; sample < Samples; ++sample) {
         const std::size_t index = sample * paths.size() / Samples;
-        char first = 0;
-        static_cast<void>(pread(opened(paths[index]).handle(), &first, sizeof first, 0));
+        readSmallFile(paths[index]);
         look(index);
         if (waits() != before)
             return false;
@@ -73,17 +84,6 @@ try {
         threads.emplace_back(run);
 } catch (const std::system_error&) {
     // The system grants no more threads; those that run do the work.
-}
-
-std::optional<std::string> readSmallFile(const std::string& path)
-{
-    const Descriptor file = opened(path);
-    struct stat status = {};
-    if (!file.isOpen() || fstat(file.handle(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > SmallBytes)
-        return std::nullopt;
-    std::string content(static_cast<std::size_t>(status.st_size), '\0');
-    return pread(file.handle(), content.data(), content.size(), 0) == status.st_size ? std::optional(std::move(content))
-                                                                                     : std::nullopt;
 }
 
 } // namespace
@@ -144,7 +144,7 @@ ReadAhead::ReadAhead(const std::vector<std::string>& paths)
     if (paths.size() < FewestSmallFiles)
         return;
     const bool isFast = areCached(m_paths, [](std::size_t) {});
-    startThreads(m_threads, isFast ? 1 : Threads, [this] { run(); });
+    startThreads(m_threads, isFast ? 2 : Threads, [this] { run(); });
 }
 
 ReadAhead::~ReadAhead()
