@@ -27,8 +27,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// In a run of DoEvents the windows are repainted this often at most.
-constexpr auto RepaintInterval = 2ms;
 // How long DoEvents may go without asking the window system.
 constexpr auto LookInterval = 1ms;
 // How long a frame of a film, or what else changed, may go unpainted during a wait.
@@ -133,7 +131,9 @@ void Desktop::DoEvents()
     const DesktopState::Clock::time_point now = DesktopState::Clock::now();
     state.repaintsWait = state.pace == Pace::Paced && !state.moved && now < state.nextRepaint;
     if (!state.repaintsWait && !state.moved)
-        state.nextRepaint = now + RepaintInterval;
+        state.nextRepaint = now + DesktopState::RepaintInterval;
+    if (!state.repaintsWait)
+        state.releaseRepaints();
     if (now - state.lastLook >= LookInterval || state.moved || timerIsDue(state, now)) {
         state.lastLook = now;
         QCoreApplication::processEvents();
@@ -142,14 +142,11 @@ void Desktop::DoEvents()
         QCoreApplication::sendPostedEvents();
     }
     state.repaintsWait = false;
-    for (const QPointer<QObject>& window : std::exchange(state.keptRepaints, {})) {
-        if (window)
-            QCoreApplication::postEvent(window, new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
-    }
     state.throwIfEnded();
     if (!std::exchange(state.moved, false) || state.pace == Pace::Immediate)
         return;
-    state.nextRepaint = std::max(state.nextRepaint, DesktopState::Clock::now() - RepaintInterval) + RepaintInterval;
+    constexpr auto Interval = DesktopState::RepaintInterval;
+    state.nextRepaint = std::max(state.nextRepaint, DesktopState::Clock::now() - Interval) + Interval;
     std::this_thread::sleep_until(state.nextRepaint);
 }
 

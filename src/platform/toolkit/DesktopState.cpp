@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QStyle>
+#include <QTimer>
 
 #include <algorithm>
 #include <clocale>
@@ -231,6 +232,7 @@ void DesktopState::invokeLater(std::function<void()> action)
 void DesktopState::paintNow()
 {
     repaintsWait = false;
+    releaseRepaints();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
 }
 
@@ -245,9 +247,20 @@ bool DesktopState::keepsRepaint(QObject& window)
 {
     if (!repaintsWait)
         return false;
+    // Whatever loop runs next, the windows don't wait longer.
+    if (keptRepaints.empty())
+        QTimer::singleShot(RepaintInterval, queue.get(), [this] { releaseRepaints(); });
     if (std::find(keptRepaints.begin(), keptRepaints.end(), &window) == keptRepaints.end())
         keptRepaints.emplace_back(&window);
     return true;
+}
+
+void DesktopState::releaseRepaints()
+{
+    for (const QPointer<QObject>& window : std::exchange(keptRepaints, {})) {
+        if (window)
+            QCoreApplication::postEvent(window, new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
+    }
 }
 
 // A window's close comes with the input, so that all of it is taken in, though nothing is done by it yet.

@@ -31,6 +31,8 @@ class Timer;
 // The implementation of Desktop. Everything here runs on the main thread.
 struct DesktopState {
     using Clock = std::chrono::steady_clock;
+    // In a run of DoEvents the windows are repainted this often at most.
+    static constexpr std::chrono::milliseconds RepaintInterval{2};
 
     // Exists while our own code is on the stack and may run Qt's event loop: handlers, DoEvents, modal shows, prompts.
     // Unloaded forms live until the outermost scope has ended.
@@ -91,6 +93,7 @@ struct DesktopState {
     bool keepsInput(QObject& receiver, QEvent& event);
     // True if a window's repaint has to wait; it is then kept for later.
     bool keepsRepaint(QObject& window);
+    void releaseRepaints(); // those that were kept
 
     Desktop& desktop;
     FileService& files;

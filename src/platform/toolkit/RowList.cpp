@@ -7,6 +7,7 @@
 #include "platform/toolkit/QtValues.h"
 
 #include <QAbstractListModel>
+#include <QAccessible>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -177,6 +178,15 @@ void RowList::showEvent(QShowEvent* event)
 {
     QListView::showEvent(event);
     showRows();
+}
+
+// All rows are of one height and read when they are painted: other texts need no other layout. The library's way works
+// out the place of each row, which only screen readers are worth.
+void RowList::dataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles)
+{
+    if (QAccessible::isActive())
+        QAbstractItemView::dataChanged(first, last, roles); // NOLINT(bugprone-parent-virtual-call)
+    viewport()->update();
 }
 
 void RowList::mousePressEvent(QMouseEvent* event)

@@ -29,11 +29,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    // All rows are of one height and read when they are painted: other texts need no other layout.
-    void dataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles) override
-    {
-        QAbstractItemView::dataChanged(first, last, roles); // NOLINT(bugprone-parent-virtual-call)
-    }
+    void dataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles) override;
 
 private:
     class Rows;
