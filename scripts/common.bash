@@ -2,7 +2,7 @@
 # shellcheck shell=bash disable=SC2034  # the lists are used by those who read this file
 
 build_packages=(build-essential cmake ninja-build ccache qt6-base-dev qt6-svg-dev libqt6svg6 qt6-image-formats-plugins
-    libturbojpeg0-dev liblcms2-dev
+    libturbojpeg0-dev liblcms2-dev libheif-dev libjxl-dev
     libmpv-dev libsdl2-mixer-dev libfluidsynth3 timgm6mb-soundfont)
 screen_packages=(fontconfig fonts-dejavu-core)
 demo_packages=(lomiri-wallpapers-16.04 mate-backgrounds imagemagick)

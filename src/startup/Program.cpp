@@ -4,6 +4,7 @@
 
 #include "check/RepairPasses.h"
 #include "platform/files/FileService.h"
+#include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Failure.h"
@@ -46,6 +47,15 @@ Program::Program(Desktop& desktop, Album& album, std::string programPath)
           })
     , m_about(desktop, [this] { return std::make_unique<frmAbout>(m_desktop, m_album); })
 {
+    desktop.pictures().PackageMissing = [this](std::string_view package) {
+        WriteLogLine(m_album, m_album.paths.AppPath + "\\Trovarium.Log",
+            "Some pictures can't be shown without the package '" + std::string(package) + "'");
+    };
+}
+
+Program::~Program()
+{
+    m_desktop.pictures().PackageMissing = nullptr;
 }
 
 // The order matters: lock the library, folders, settings, test for a read-only library, splash screen, check, repair of

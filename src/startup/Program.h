@@ -30,6 +30,9 @@ class Program {
 public:
     // `programPath` is the folder of the program.
     Program(Desktop& desktop, Album& album, std::string programPath);
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
 
     // Starts up, from the settings to the main window. Failures are skipped, but a broken settings store ends the
     // program. The caller then runs the event loop.

@@ -24,9 +24,12 @@ SYSTEM = {
 }
 LIBRARIES = {
     r"Q\w+(/Q\w+)?": r"platform/(toolkit/(.*\.cpp|(DesktopState|DrawnWidget|FormWindow|QtValues|RowList|SessionEnd|Style)\.h)"
-    r"|media/(Mpv\w+\.cpp|FilmSurface\.h)|pictures/(.*\.cpp|wmf/.*|(Bitmap|Jpeg|Picture)\w+\.h|Reduction\.h)|system/Shell\.cpp)",
+    r"|media/(Mpv\w+\.cpp|FilmSurface\.h)"
+    r"|pictures/(.*\.cpp|wmf/.*|(Bitmap|Heif|Jpeg|Picture)\w+\.h|Reduction\.h)|system/Shell\.cpp)",
     r"lcms2\.h": r"platform/pictures/ColorConversion\.cpp",
     r"turbojpeg\.h": r"platform/pictures/JpegDecoder\.cpp",
+    r"libheif/heif\.h": r"platform/pictures/HeifLibrary\.h",
+    r"jxl/\w+\.h": r"platform/pictures/JpegXlLibrary\.h",
     r"mpv/\w+\.h": r"platform/media/MpvLibrary\.h",
     r"(SDL2/)?SDL\w*\.h": r"platform/media/SdlLibrary\.h",
 }
@@ -119,7 +122,12 @@ def main() -> int:
     root = Path(sys.argv[1])
     if "share" in sys.argv[2:]:
         return share(root)
-    files = [path for folder in ("src", "tests", "bench") for path in sorted((root / folder).rglob("*.[hc]*"))]
+    files = [
+        path
+        for folder in ("src", "tests", "bench")
+        for path in sorted((root / folder).rglob("*"))
+        if path.suffix in {".h", ".cpp"}
+    ]
     texts = {path.relative_to(root).as_posix(): path.read_text() for path in files}
     reports = [f"{path} has more than {LONGEST} lines" for path, text in texts.items() if text.count("\n") > LONGEST]
     program = {path.removeprefix("src/"): text for path, text in texts.items() if path.startswith("src/")}

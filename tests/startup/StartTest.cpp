@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Units.h"
 #include "startup/StartedProgram.h"
 #include "store/Log.h"
@@ -123,6 +124,9 @@ TEST_F(Start, MakesALibraryWithOneNoticeAndASkippedOneTakesOnlyTheHalfWrittenAwa
     EXPECT_EQ(desktop.formsCount(), 1);
     EXPECT_EQ(everything(), before) << "skipped, but the half-written is taken away";
     EXPECT_EQ(album->paths.PhotoPath, folder.inside("Library") + "\\Photos\\");
+
+    desktop.pictures().PackageMissing("libheif1");
+    EXPECT_TRUE(folder.read("Library/Trovarium.Log").ends_with("shown without the package 'libheif1'\r\n"));
 
     frmMain& main = program->mainWindow()();
     main.dialogs().showFullScreen();

@@ -49,7 +49,7 @@ Desktop& testDesktop()
 // The leak sanitizer asks. Libraries, of which the synthesizer leaks by way of glib, and a slow sound device keep some.
 extern "C" const char* __lsan_default_suppressions() // NOLINT(bugprone-reserved-identifier)
 {
-    return "leak:libSDL2\nleak:libfontconfig\nleak:libglib-2.0";
+    return "leak:libSDL2\nleak:libdav1d\nleak:libfontconfig\nleak:libglib-2.0";
 }
 
 int main(int argc, char** argv)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/media/DynamicLibrary.h"
+#include "platform/system/DynamicLibrary.h"
 
 #include <mpv/client.h>
 #include <mpv/render.h>

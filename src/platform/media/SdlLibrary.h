@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/media/DynamicLibrary.h"
+#include "platform/system/DynamicLibrary.h"
 
 #define SDL_MAIN_HANDLED
 #include <SDL.h>

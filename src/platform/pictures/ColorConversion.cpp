@@ -6,9 +6,12 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
+#include <cstddef>
 #include <cstdlib>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <lcms2.h>
@@ -30,6 +33,7 @@ constexpr std::array<KindInProfiles, 4> InProfiles = {{{cmsSigRgbData, Pixels}, 
     {cmsSigCmykData, TYPE_CMYK_8}, {cmsSigCmykData, TYPE_CMYK_8_REV}}};
 
 using Profile = std::unique_ptr<void, cmsBool (*)(void*)>;
+using Curve = std::unique_ptr<cmsToneCurve, void (*)(cmsToneCurve*)>;
 
 bool describesColors(cmsProfileClassSignature profileClass)
 {
@@ -37,7 +41,71 @@ bool describesColors(cmsProfileClassSignature profileClass)
         || profileClass == cmsSigColorSpaceClass;
 }
 
+// The light of a value of PQ or HLG, both from 0 to 1, where 1 is a white page; highlights may have 5. Source: ITU-R
+// BT.2100, tables 4 and 5; BT.2408 for the page.
+double lightOf(double value, bool isPq)
+{
+    constexpr double Page = 203;       // cd/m2
+    constexpr double Brightest = 1000; // cd/m2, of the display that HLG is converted for
+    if (isPq) {
+        constexpr double M1 = 2610.0 / 16384, M2 = 2523.0 / 32, C1 = 3424.0 / 4096, C2 = 2413.0 / 128,
+                         C3 = 2392.0 / 128;
+        const double root = std::pow(value, 1 / M2);
+        return 10'000 / Page * std::pow(std::max(root - C1, 0.0) / (C2 - C3 * root), 1 / M1);
+    }
+    constexpr double A = 0.17883277, B = 1 - 4 * A, C = 0.55991073;
+    const double scene = value <= 0.5 ? value * value / 3 : (std::exp((value - C) / A) + B) / 12;
+    return Brightest / Page * std::pow(scene, 1.2);
+}
+
+// Light beyond half of a page's is compressed, so that what is five times as bright as a page is white.
+double compressed(double light)
+{
+    constexpr double Knee = 0.5, Brightest = 5;
+    constexpr double Most = (Brightest - Knee) / (1 - Knee);
+    if (light <= Knee)
+        return light;
+    const double above = (light - Knee) / (1 - Knee);
+    return std::min(1.0, Knee + (1 - Knee) * above * (1 + above / (Most * Most)) / (1 + above));
+}
+
+Curve curveOf(int transfer)
+{
+    constexpr int Pq = 16, Hlg = 18;
+    constexpr std::pair<int, double> Exponents[] = {{4, 2.2}, {5, 2.8}, {8, 1}, {17, 2.6}};
+    for (const auto& [number, exponent] : Exponents)
+        if (transfer == number)
+            return {cmsBuildGamma(nullptr, exponent), &cmsFreeToneCurve};
+    if (transfer == Pq || transfer == Hlg) {
+        std::array<cmsUInt16Number, 4096> table{};
+        for (std::size_t i = 0; i < table.size(); ++i)
+            table[i] = static_cast<cmsUInt16Number>(std::lround(65535
+                * compressed(lightOf(static_cast<double>(i) / static_cast<double>(table.size() - 1), transfer == Pq))));
+        return {cmsBuildTabulatedToneCurve16(nullptr, table.size(), table.data()), &cmsFreeToneCurve};
+    }
+    // For the rest the standard gives the curve of a camera; on screens they are all shown with that of sRGB.
+    const std::array<double, 5> standard = {2.4, 1 / 1.055, 0.055 / 1.055, 1 / 12.92, 0.04045};
+    return {cmsBuildParametricToneCurve(nullptr, 4, standard.data()), &cmsFreeToneCurve};
+}
+
 } // namespace
+
+std::vector<unsigned char> profileOf(const CodedColors& colors)
+{
+    const auto point = [](const CodedColors::Point& xy) { return cmsCIExyY{xy.x, xy.y, 1}; };
+    const cmsCIExyY white = point(colors.white);
+    const cmsCIExyYTRIPLE primaries = {point(colors.red), point(colors.green), point(colors.blue)};
+    const Curve curve = curveOf(colors.transfer);
+    const std::array<cmsToneCurve*, 3> curves = {curve.get(), curve.get(), curve.get()};
+    if (!curve || colors.white.y <= 0)
+        return {};
+    const Profile profile(cmsCreateRGBProfile(&white, &primaries, curves.data()), &cmsCloseProfile);
+    cmsUInt32Number size = 0;
+    if (!profile || !cmsSaveProfileToMem(profile.get(), nullptr, &size))
+        return {};
+    std::vector<unsigned char> bytes(size);
+    return cmsSaveProfileToMem(profile.get(), bytes.data(), &size) ? bytes : std::vector<unsigned char>();
+}
 
 ColorConversion::ColorConversion(std::span<const unsigned char> bytes, ColorKind kind)
     : m_transform(nullptr, &cmsDeleteTransform)

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <vector>
 
 class QImage;
 
@@ -14,6 +15,18 @@ namespace trovarium {
 // What the four bytes of a pixel are: 0xffRRGGBB, the same with three equal channels, or CMYK in the order of memory,
 // where 255 is full ink or, inverted, none.
 enum class ColorKind { Rgb, Gray, Inks, InvertedInks };
+
+// Colors as video describes them: primaries as x and y, and a transfer function by its number in ITU-T H.273.
+struct CodedColors {
+    struct Point {
+        double x, y;
+    };
+    Point white, red, green, blue;
+    int transfer;
+};
+
+// An ICC profile of such colors; empty where they aren't specified. Light beyond a white page is compressed.
+std::vector<unsigned char> profileOf(const CodedColors& colors);
 
 // From the color space of an ICC profile to sRGB. Safe on any thread.
 class ColorConversion {

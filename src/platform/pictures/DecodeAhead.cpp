@@ -14,6 +14,7 @@
 #include <mutex>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 namespace trovarium {
 
@@ -39,12 +40,12 @@ struct DecodeAhead::Job {
     {
     }
 
-    void decode(std::timed_mutex& largeOnes)
+    void decode(std::timed_mutex& largeOnes, PictureLibraries& libraries)
     {
         failure = attempt([&] {
             const PictureFile file(request.nativePath, cancelled);
             stamp = file.stamp();
-            picture = readPicture(file, request.longerSide, largeOnes);
+            picture = readPicture(file, request.longerSide, largeOnes, libraries);
         });
     }
 
@@ -58,11 +59,17 @@ struct DecodeAhead::Job {
 };
 
 struct DecodeAhead::State {
+    explicit State(std::shared_ptr<PictureLibraries> shared)
+        : libraries(std::move(shared))
+    {
+    }
+
     std::vector<std::shared_ptr<Job>>::iterator find(const DecodeRequest& request);
     std::shared_ptr<Job> askFor(const DecodeRequest& request, bool& isNew);
     void work();
     std::shared_ptr<Job> nextJob() const;
 
+    const std::shared_ptr<PictureLibraries> libraries;
     std::timed_mutex largeOnes;
     std::mutex mutex; // guards what follows
     std::condition_variable jobsChanged;
@@ -72,8 +79,8 @@ struct DecodeAhead::State {
     std::size_t working = 0; // threads
 };
 
-DecodeAhead::DecodeAhead()
-    : m_state(std::make_shared<State>())
+DecodeAhead::DecodeAhead(std::shared_ptr<PictureLibraries> libraries)
+    : m_state(std::make_shared<State>(std::move(libraries)))
 {
 }
 
@@ -135,7 +142,7 @@ Picture DecodeAhead::take(const DecodeRequest& request, const PictureFile& file,
         return thumbnail;
     startWorkers();
     if (m_workers.empty())
-        return readPicture(file, request.longerSide, m_state->largeOnes);
+        return readPicture(file, request.longerSide, m_state->largeOnes, *m_state->libraries);
 
     const auto start = std::chrono::steady_clock::now();
     for (;;) {
@@ -203,7 +210,7 @@ void DecodeAhead::State::work()
             break;
         job->stage = Job::Stage::UnderWay;
         lock.unlock();
-        job->decode(largeOnes);
+        job->decode(largeOnes, *libraries);
         lock.lock();
         job->stage = Job::Stage::Done;
         jobDone.notify_all();

@@ -11,6 +11,8 @@
 
 namespace trovarium {
 
+class PictureLibraries;
+
 // What is to be decoded: a file under its native path, in full (0) or for a longer side in pixels.
 struct DecodeRequest {
     std::string nativePath;
@@ -23,7 +25,7 @@ struct DecodeRequest {
 // can give up.
 class DecodeAhead {
 public:
-    DecodeAhead();
+    explicit DecodeAhead(std::shared_ptr<PictureLibraries> libraries);
     ~DecodeAhead(); // cancels running jobs, within a second
     DecodeAhead(const DecodeAhead&) = delete;
     DecodeAhead& operator=(const DecodeAhead&) = delete;

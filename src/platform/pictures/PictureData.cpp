@@ -19,6 +19,13 @@ int Picture::height() const
     return m_data ? m_data->naturalSize.height() : 0;
 }
 
+QImage::Format formatOfBytes(bool hasAlpha, bool isPremultiplied)
+{
+    if (!hasAlpha)
+        return QImage::Format_RGBX8888;
+    return isPremultiplied ? QImage::Format_RGBA8888_Premultiplied : QImage::Format_RGBA8888;
+}
+
 QImage drawnImage(const PictureData& data, QSize size)
 {
     if (!data.drawing)

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string_view>
+#include <vector>
 
 class QSvgRenderer;
 
@@ -20,6 +21,16 @@ struct PictureData {
     QSize naturalSize; // in pixels; `pixels` may be smaller (decoded for a thumbnail) or larger (dense screen)
     std::shared_ptr<QSvgRenderer> drawing{};
 };
+
+// What a library has decoded: bytes in the order red, green, blue, alpha, and the profile of their colors, which may be
+// empty.
+struct DecodedPixels {
+    QImage image;
+    std::vector<unsigned char> profile;
+};
+
+// The format of an image of such bytes.
+QImage::Format formatOfBytes(bool hasAlpha, bool isPremultiplied);
 
 // The whole picture stretched to `size` pixels; reduced, every pixel is the average of the area it covers.
 QImage drawnImage(const PictureData& data, QSize size);

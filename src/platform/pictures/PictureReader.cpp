@@ -4,9 +4,12 @@
 
 #include "platform/pictures/BitmapReader.h"
 #include "platform/pictures/ColorConversion.h"
+#include "platform/pictures/HeifDecoder.h"
 #include "platform/pictures/JpegDecoder.h"
+#include "platform/pictures/JpegXlDecoder.h"
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureHeader.h"
+#include "platform/pictures/PictureLibraries.h"
 #include "platform/pictures/Reduction.h"
 #include "platform/pictures/wmf/WmfFile.h"
 #include "platform/pictures/wmf/WmfReader.h"
@@ -24,6 +27,7 @@
 #include <functional>
 #include <limits>
 #include <new>
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -35,9 +39,30 @@ namespace {
 constexpr std::int64_t MostJpegPixelsInAByte = 512;
 
 // No picture that is small enough to be decoded has more.
-constexpr std::int64_t MostJpegBytes = std::int64_t{1} << 30;
+constexpr std::int64_t MostBytesHeld = std::int64_t{1} << 30;
 
-enum class PictureFormat { Jpeg, Gif, Bitmap, Metafile, Png, WebP, Tiff };
+// Libraries hold the pixels of most formats twice while they unpack them. No camera or scanner writes such large ones.
+constexpr std::int64_t MostHeldTwice = 120'000'000;
+
+// Of HEIF and JPEG XL: flat areas are packed denser, but no photograph is.
+constexpr std::int64_t MostNewerPixelsInAByte = 4096;
+
+enum class PictureFormat { Jpeg, Gif, Bitmap, Metafile, Png, WebP, Tiff, Heif, JpegXl };
+
+// Whether the first box names one of the brands of still images. Sources: ISO/IEC 14496-12, 4.3; 23008-12, 10; AVIF, 6.
+bool startsHeif(std::string_view start)
+{
+    constexpr std::string_view Brands[] = {
+        "avif", "avis", "heic", "heim", "heis", "heix", "hevc", "hevm", "hevs", "hevx", "mif1", "msf1"};
+    constexpr std::size_t Length = 4, MinorVersion = 12;
+    if (start.size() < MinorVersion || start.substr(Length, Length) != "ftyp")
+        return false;
+    start = start.substr(0, static_cast<unsigned char>(start[3]));
+    for (std::size_t at = 2 * Length; at < start.size(); at += Length)
+        if (at != MinorVersion && std::ranges::find(Brands, start.substr(at, Length)) != std::end(Brands))
+            return true;
+    return false;
+}
 
 // The format of a file by its first bytes; "Invalid picture" for any other.
 PictureFormat formatOf(const PictureFile& file)
@@ -45,14 +70,17 @@ PictureFormat formatOf(const PictureFile& file)
     using namespace std::string_view_literals;
     constexpr std::pair<std::string_view, PictureFormat> Starts[] = {{"\xFF\xD8\xFF", PictureFormat::Jpeg},
         {"GIF87a", PictureFormat::Gif}, {"GIF89a", PictureFormat::Gif}, {"BM", PictureFormat::Bitmap},
-        {"\x89PNG\r\n\x1A\n", PictureFormat::Png}, {"II*\0"sv, PictureFormat::Tiff}, {"MM\0*"sv, PictureFormat::Tiff}};
-    const std::vector<unsigned char> head = file.bytes(0, 12);
+        {"\x89PNG\r\n\x1A\n", PictureFormat::Png}, {"II*\0"sv, PictureFormat::Tiff}, {"MM\0*"sv, PictureFormat::Tiff},
+        {"\xFF\x0A", PictureFormat::JpegXl}, {"\0\0\0\x0CJXL \r\n\x87\n"sv, PictureFormat::JpegXl}};
+    const std::vector<unsigned char> head = file.bytes(0, 64);
     const std::string_view text(reinterpret_cast<const char*>(head.data()), head.size());
     for (const auto& [start, format] : Starts)
         if (text.starts_with(start))
             return format;
-    if (text.starts_with("RIFF") && text.ends_with("WEBP"))
+    if (text.starts_with("RIFF") && text.substr(0, 12).ends_with("WEBP"))
         return PictureFormat::WebP;
+    if (startsHeif(text))
+        return PictureFormat::Heif;
     if (WmfFile::startsWith(head))
         return PictureFormat::Metafile;
     refusePicture();
@@ -75,9 +103,14 @@ private:
 // Whether to go on. Called with a number of pixels before they are decoded, or of bytes before they are read.
 using MayDecode = std::function<bool(std::int64_t count)>;
 
+std::vector<unsigned char> wholeFile(const PictureFile& file)
+{
+    return file.bytes(0, static_cast<std::size_t>(std::min(file.length(), MostBytesHeld)));
+}
+
 PictureData readJpeg(const PictureFile& file, int longerSide, const MayDecode& mayDecode)
 {
-    const auto bytes = file.bytes(0, static_cast<std::size_t>(std::min(file.length(), MostJpegBytes)));
+    const auto bytes = wholeFile(file);
     const JpegDecoder decoder(bytes);
     const QSize size = decoder.size();
     checkSize(size.width(), size.height(), file.length(), MostJpegPixelsInAByte);
@@ -156,14 +189,13 @@ QSize checkDeclaredSize(const QImageReader& reader, std::int64_t length)
     return size;
 }
 
-void convertToSrgb(QImage& image, const QByteArray& profile, const std::atomic<bool>& cancelled)
+void convertToSrgb(QImage& image, std::span<const unsigned char> profile, const std::atomic<bool>& cancelled)
 {
-    // Qt returns gray pixels with alpha as RGB, so what counts is the color space of the profile.
-    constexpr qsizetype SpacePosition = 16;
-    const bool isGray = profile.mid(SpacePosition, 4) == "GRAY" && image.isGrayscale();
-    const ColorConversion conversion(
-        {reinterpret_cast<const unsigned char*>(profile.data()), static_cast<std::size_t>(profile.size())},
-        isGray ? ColorKind::Gray : ColorKind::Rgb);
+    // Gray pixels with alpha come as RGB, so what counts is the color space of the profile.
+    constexpr std::size_t SpacePosition = 16;
+    const std::string_view text(reinterpret_cast<const char*>(profile.data()), profile.size());
+    const bool isGray = text.size() > SpacePosition && text.substr(SpacePosition, 4) == "GRAY" && image.isGrayscale();
+    const ColorConversion conversion(profile, isGray ? ColorKind::Gray : ColorKind::Rgb);
     if (conversion.empty())
         return;
     image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
@@ -184,8 +216,6 @@ PictureData readByLibrary(const PictureFile& file, PictureFormat format, int lon
         &device, std::ranges::find(Names, format, &std::pair<PictureFormat, const char*>::first)->second);
     reader.setAutoDetectImageFormat(false);
     const QSize declared = isGif ? gifSize : checkDeclaredSize(reader, file.length());
-    // Qt holds the pixels of these formats twice while it unpacks them. No camera or scanner writes such large ones.
-    constexpr std::int64_t MostHeldTwice = 120'000'000;
     if ((isGif || format == PictureFormat::WebP) && pixelCount(declared) > MostHeldTwice)
         refusePicture();
     mayDecode(pixelCount(declared));
@@ -202,9 +232,31 @@ PictureData readByLibrary(const PictureFile& file, PictureFormat format, int lon
     const QSize size = comesReduced ? declared : image.size();
     // Only a profile has a description. What Qt makes of a png's gamma is approximate, and most are meant as sRGB.
     const QColorSpace space = image.colorSpace();
+    const QByteArray profile = space.description().isEmpty() ? QByteArray() : space.iccProfile();
     image = upright(reduced(std::move(image), comesReduced ? 1 : factor, file.cancelled()), how);
-    convertToSrgb(image, space.description().isEmpty() ? QByteArray() : space.iccProfile(), file.cancelled());
+    convertToSrgb(image,
+        {reinterpret_cast<const unsigned char*>(profile.data()), static_cast<std::size_t>(profile.size())},
+        file.cancelled());
     return {std::move(image), how.testFlag(QImageIOHandler::TransformationRotate90) ? size.transposed() : size};
+}
+
+template <class Decoder, class Library>
+PictureData readNewer(const Library& library, const PictureFile& file, int longerSide, const MayDecode& mayDecode)
+{
+    const auto bytes = wholeFile(file);
+    Decoder decoder(library, bytes, file.cancelled());
+    const QSize declared = decoder.size();
+    checkSize(declared.width(), declared.height(), file.length(), MostNewerPixelsInAByte);
+    if (pixelCount(declared) > MostHeldTwice)
+        refusePicture();
+    mayDecode(pixelCount(declared));
+    auto [image, profile] = decoder.decode();
+    const QSize size = image.size();
+    image = reduced(std::move(image), reductionFor(size, longerSide), file.cancelled());
+    convertToSrgb(image, profile, file.cancelled());
+    if (file.cancelled())
+        refusePicture();
+    return {std::move(image), size};
 }
 
 PictureData readBitmapFile(const PictureFile& file, int longerSide, const MayDecode& mayDecode)
@@ -219,7 +271,8 @@ PictureData readBitmapFile(const PictureFile& file, int longerSide, const MayDec
     return data;
 }
 
-PictureData decode(const PictureFile& file, PictureFormat format, int longerSide, const MayDecode& mayDecode)
+PictureData decode(const PictureFile& file, PictureFormat format, int longerSide, const MayDecode& mayDecode,
+    PictureLibraries& libraries)
 {
     switch (format) {
     case PictureFormat::Jpeg:
@@ -228,6 +281,10 @@ PictureData decode(const PictureFile& file, PictureFormat format, int longerSide
         return readMetafile(file, longerSide);
     case PictureFormat::Bitmap:
         return readBitmapFile(file, longerSide, mayDecode);
+    case PictureFormat::Heif:
+        return readNewer<HeifDecoder>(libraries.heif(), file, longerSide, mayDecode);
+    case PictureFormat::JpegXl:
+        return readNewer<JpegXlDecoder>(libraries.jpegXl(), file, longerSide, mayDecode);
     default:
         return readByLibrary(file, format, longerSide, mayDecode);
     }
@@ -248,10 +305,10 @@ QImage flattenOnWhite(QImage image)
     return image;
 }
 
-// Empty where `mayDecode` says no.
-Picture readFormat(const PictureFile& file, PictureFormat format, int longerSide, const MayDecode& mayDecode)
+// Empty where nothing was to be decoded.
+Picture finished(const std::function<PictureData()>& decode)
 try {
-    PictureData data = decode(file, format, longerSide, mayDecode);
+    PictureData data = decode();
     if (data.naturalSize.isEmpty())
         return {};
     data.pixels = flattenOnWhite(std::move(data.pixels));
@@ -264,7 +321,7 @@ try {
 
 } // namespace
 
-Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes)
+Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes, PictureLibraries& libraries)
 {
     const PictureFormat format = formatOf(file);
     // Large pictures are decoded one at a time: each may take a gigabyte meanwhile.
@@ -276,7 +333,7 @@ Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& l
         return true;
     };
     await(file.length());
-    return readFormat(file, format, longerSide, await);
+    return finished([&] { return decode(file, format, longerSide, await, libraries); });
 }
 
 Picture readThumbnail(const PictureFile& file, int longerSide)
@@ -288,7 +345,8 @@ Picture readThumbnail(const PictureFile& file, int longerSide)
     const PictureFormat format = formatOf(file);
     if (format != PictureFormat::Bitmap && format != PictureFormat::Jpeg)
         return {};
-    return readFormat(file, format, longerSide, [](std::int64_t pixels) { return pixels <= MostPixels; });
+    const auto read = format == PictureFormat::Bitmap ? &readBitmapFile : &readJpeg;
+    return finished([&] { return read(file, longerSide, [](std::int64_t pixels) { return pixels <= MostPixels; }); });
 }
 
 } // namespace trovarium

@@ -8,11 +8,13 @@
 
 namespace trovarium {
 
-// Decodes a bmp, jpg, gif, png, webp, tiff (the first image) or wmf by content, upright, as sRGB by its profile,
-// opaque on white. The pixels may be fewer than the natural size says, see `reductionFor`. Whoever decodes a large one
-// holds `largeOnes`. All failures are `Failure`; a file that is cancelled meanwhile is an "Invalid picture". Safe on
-// any thread.
-Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes);
+class PictureLibraries;
+
+// Decodes a bmp, jpg, gif, png, webp, tiff, heic, avif, jxl (the first image) or wmf by content, upright, as sRGB by
+// its profile, opaque on white. The pixels may be fewer than the natural size says, see `reductionFor`. Whoever decodes
+// a large one holds `largeOnes`. All failures are `Failure`; a file that is cancelled meanwhile is an "Invalid
+// picture". Safe on any thread.
+Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes, PictureLibraries& libraries);
 
 // The same for a thumbnail, which is decoded in less time than it takes to hand it to another thread. Empty for any
 // other picture.

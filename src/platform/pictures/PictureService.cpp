@@ -6,6 +6,7 @@
 #include "platform/pictures/DecodeAhead.h"
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureFile.h"
+#include "platform/pictures/PictureLibraries.h"
 #include "runtime/Failure.h"
 
 #include <QBuffer>
@@ -53,10 +54,11 @@ std::string bitmapBytes(const QImage& image)
 
 } // namespace
 
-PictureService::PictureService(FileService& files, Patience patience)
+PictureService::PictureService(FileService& files, Patience patience, std::shared_ptr<PictureLibraries> libraries)
     : m_files(files)
     , m_patience(std::move(patience))
-    , m_ahead(std::make_unique<DecodeAhead>())
+    , m_libraries(libraries ? std::move(libraries) : std::make_shared<PictureLibraries>())
+    , m_ahead(std::make_unique<DecodeAhead>(m_libraries))
 {
     // Photographs go beyond the library's 128 MB; what is too large is refused by its header instead.
     QImageReader::setAllocationLimit(0);
@@ -81,7 +83,14 @@ Picture PictureService::loadFor(std::string_view path, int longerSide)
     if (path.empty())
         throw Failure(FailureKind::FileNotFound);
     const std::string native = m_files.nativeForReading(path);
-    return m_ahead->take({native, longerSide}, PictureFile(native, never), m_patience);
+    try {
+        return m_ahead->take({native, longerSide}, PictureFile(native, never), m_patience);
+    } catch (const Failure&) {
+        for (const std::string& package : m_libraries->newlyMissing())
+            if (PackageMissing)
+                PackageMissing(package);
+        throw;
+    }
 }
 
 void PictureService::expect(std::vector<std::string> paths, int longerSide)

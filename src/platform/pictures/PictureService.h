@@ -15,17 +15,20 @@ namespace trovarium {
 
 class DecodeAhead;
 class FileService;
+class PictureLibraries;
 
 // Called while somebody waits for a picture, with the time waited so far. Returns whether to wait on.
 using Patience = std::function<bool(std::chrono::milliseconds waited)>;
 
-// Reads bmp, jpg, gif, png, webp, tiff and wmf by content, upright by their orientation, on other cores and ahead.
-// The background threads only read, and the program behaves the same without them. Large pictures are decoded one at
-// a time.
+// Reads bmp, jpg, gif, png, webp, tiff, heic, avif, jxl and wmf by content, upright by their orientation, on other
+// cores and ahead. The background threads only read, and the program behaves the same without them. Large pictures are
+// decoded one at a time.
 class PictureService {
 public:
+    // `libraries` null: the real ones.
     explicit PictureService(
-        FileService& files, Patience patience = [](auto) { return true; });
+        FileService& files, Patience patience = [](auto) { return true; },
+        std::shared_ptr<PictureLibraries> libraries = nullptr);
     ~PictureService();
     PictureService(const PictureService&) = delete;
     PictureService& operator=(const PictureService&) = delete;
@@ -49,6 +52,9 @@ public:
     // An uncompressed 24-bit bitmap, whatever the name says.
     void saveBitmap(const Picture& picture, std::string_view path);
 
+    // Raised while a picture is asked for that needs a library which is not installed, once for each package of Debian.
+    std::function<void(std::string_view package)> PackageMissing;
+
     // One of the program's own drawings by its name in assets/, sharp at every scale.
     Picture artwork(std::string_view name);
 
@@ -57,6 +63,7 @@ private:
 
     FileService& m_files;
     const Patience m_patience;
+    const std::shared_ptr<PictureLibraries> m_libraries;
     std::unique_ptr<DecodeAhead> m_ahead;
     std::map<std::string, Picture, std::less<>> m_drawings;
 };

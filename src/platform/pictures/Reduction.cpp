@@ -119,7 +119,8 @@ int linesAtOnce(int width)
 QImage reduced(QImage image, int factor, const std::atomic<bool>& cancelled)
 {
     if (factor == 1) {
-        image.convertTo(formatFor(image.hasAlphaChannel()));
+        // Alpha stays apart: colors are converted behind this, which would show what rounding it in takes away.
+        image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
         if (image.isNull())
             throw Failure(FailureKind::OutOfMemory);
         return image;

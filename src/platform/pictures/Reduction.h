@@ -53,7 +53,8 @@ private:
 // How many lines of such a width are converted at once: a few hundred thousand pixels.
 int linesAtOnce(int width);
 
-// The image as a `ReducedImage` gives it, also for the factor 1. "Invalid picture" when `cancelled` was set meanwhile.
+// The image as a `ReducedImage` gives it, but with its alpha apart for the factor 1. "Invalid picture" when `cancelled`
+// was set meanwhile.
 QImage reduced(QImage image, int factor, const std::atomic<bool>& cancelled);
 
 // The image turned and mirrored so that it stands upright.

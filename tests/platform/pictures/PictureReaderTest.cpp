@@ -11,6 +11,12 @@ namespace trovarium {
 
 struct PictureReader : PictureFolder {
     QImage loaded(std::string_view bytes) { return renderedImage(pictures.load(put("picture", bytes))); }
+    static void expectNear(QRgb pixel, const QColor& expected)
+    {
+        EXPECT_NEAR(qRed(pixel), expected.red(), 2);
+        EXPECT_NEAR(qGreen(pixel), expected.green(), 2);
+        EXPECT_NEAR(qBlue(pixel), expected.blue(), 2);
+    }
     std::string loadFailure(std::string_view bytes)
     {
         return failureOf([&] { loaded(bytes); });
@@ -38,11 +44,6 @@ TEST_F(PictureReader, ColorsAreThoseOfTheProfileAndADamagedOneCountsAsNone)
     flat.fill(qRgb(200, 120, 40));
     QImage gray(16, 16, QImage::Format_Grayscale8);
     gray.fill(132);
-    const auto expectNear = [](QRgb pixel, const QColor& expected) {
-        EXPECT_NEAR(qRed(pixel), expected.red(), 2);
-        EXPECT_NEAR(qGreen(pixel), expected.green(), 2);
-        EXPECT_NEAR(qBlue(pixel), expected.blue(), 2);
-    };
     for (const char* format : {"jpg", "png", "webp", "tiff"}) {
         SCOPED_TRACE(format);
         expectNear(loaded(written(flat, format, QColorSpace::DisplayP3)).pixel(7, 7), QColor(213, 115, 0));
@@ -60,6 +61,37 @@ TEST_F(PictureReader, ColorsAreThoseOfTheProfileAndADamagedOneCountsAsNone)
     QImage clear(16, 16, QImage::Format_ARGB32);
     clear.fill(qRgba(200, 120, 40, 0));
     EXPECT_EQ(loaded(written(clear, "png", QColorSpace::DisplayP3)).pixelColor(7, 7), Qt::white);
+}
+
+// Quarters of skin, green, blue and white; the skin is (200, 120, 40), mostly in Display P3.
+TEST_F(PictureReader, PicturesOfNewerFormatsStandUprightInTheirColorsAndADamagedOneIsNone)
+{
+    struct Case {
+        const char* name;
+        QSize size;
+        QColor left, right; // in the upper half
+    };
+    const QColor skin(213, 115, 0);
+    const Case cases[] = {
+        {.name = "turned.heic", .size = {16, 32}, .left = Qt::blue, .right = skin}, // numbers for its colors
+        {"deep.avif", {16, 8}, skin, Qt::white},            // the same, ten bits, alpha over green
+        {"gray.avif", {16, 8}, {150, 150, 150}, Qt::white}, // a gray profile
+        {"grid.avif", {128, 64}, {200, 120, 40}, Qt::green},
+        {"turned.jxl", {16, 32}, Qt::blue, {200, 120, 40}}, // a packed JPEG
+        {"p3.jxl", {16, 8}, skin, Qt::white},               // a profile, sixteen bits, alpha over green
+    };
+    for (const auto& [name, size, left, right] : cases) {
+        SCOPED_TRACE(name);
+        const std::string file = sample(name);
+        const QImage image = loaded(file);
+        ASSERT_EQ(image.size(), size);
+        expectNear(image.pixel(size.width() / 4, size.height() / 4), left);
+        expectNear(image.pixel(size.width() * 3 / 4, size.height() / 4), right);
+        const Picture reduced = pictures.loadReduced(inside("picture"), 2);
+        EXPECT_EQ(reduced.data()->pixels.width(), size.width() * 8 / std::max(size.width(), size.height()));
+        EXPECT_LT(meanDifference(renderedImage(reduced), image), 20);
+        EXPECT_EQ(loadFailure(file.substr(0, file.size() * 3 / 4)), "Invalid picture");
+    }
 }
 
 TEST_F(PictureReader, ATornJpegShowsWhatThereIsAndOneWithoutImageDataIsNone)
@@ -132,13 +164,14 @@ TEST_F(PictureReader, NoOtherFormatIsTriedAndAFileThatPromisesTooMuchIsRefused)
     for (int i = 0; i < 4000; ++i)
         zigzag.insert(zigzag.end(), {i / 4, i % 2 * 800});
     const std::string manyRecords = QByteArray("\3\0\0\0\x26\6", 6).repeated(1'000'000).toStdString();
-    const std::array bombs = {bitmapFile(100000, 100000, 24, lines), bitmapFile(20000, 20000, 8, lines, {}, 1), tiff,
-        bitmapFile(0, 10, 24, lines), bitmapFile(-4, 4, 24, lines), gifBytes(20000, 20000),
-        gifBytes(12000, 12000) + std::string(100'000, '\0'), gifBytes(4, 4, 65000, 65000), jpegOf("\x4E\x20\x4E\x20"),
-        jpegOf(std::string(4, '\0')), manyScans, wmfFile(wmfScene(), {0, 0, 30000, 30000, 96}),
-        wmfFile(wmfScene(), {0, 0, 100, 100, 0}), wmfFile(std::string(6, '\0') + wmfScene()),
-        wmfFile(wmfScene()).substr(0, 200), wmfFile(wmfScene() + wmfRecord(0x0325, {-1, 0, 0})),
-        wmfFile(wmfScene() + wmfRecord(0x0324, zigzag)), wmfFile(wmfScene() + manyRecords)};
+    const std::array bombs = {sample("flat.jxl"), bitmapFile(100000, 100000, 24, lines),
+        bitmapFile(20000, 20000, 8, lines, {}, 1), tiff, bitmapFile(0, 10, 24, lines), bitmapFile(-4, 4, 24, lines),
+        gifBytes(20000, 20000), gifBytes(12000, 12000) + std::string(100'000, '\0'), gifBytes(4, 4, 65000, 65000),
+        jpegOf("\x4E\x20\x4E\x20"), jpegOf(std::string(4, '\0')), manyScans,
+        wmfFile(wmfScene(), {0, 0, 30000, 30000, 96}), wmfFile(wmfScene(), {0, 0, 100, 100, 0}),
+        wmfFile(std::string(6, '\0') + wmfScene()), wmfFile(wmfScene()).substr(0, 200),
+        wmfFile(wmfScene() + wmfRecord(0x0325, {-1, 0, 0})), wmfFile(wmfScene() + wmfRecord(0x0324, zigzag)),
+        wmfFile(wmfScene() + manyRecords)};
     for (std::size_t i = 0; i < bombs.size(); ++i)
         EXPECT_EQ(loadFailure(bombs.at(i)), "Invalid picture") << i;
     for (const char* text : {"", "B", "GIF88a", "P3 1 1 9 1 2 3", "<svg xmlns='http://www.w3.org/2000/svg' width='4'/>",

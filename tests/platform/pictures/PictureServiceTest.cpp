@@ -3,6 +3,7 @@
 #include "platform/pictures/DecodeAhead.h"
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureFile.h"
+#include "platform/pictures/PictureLibraries.h"
 #include "platform/pictures/TestPictures.h"
 #include "platform/toolkit/Desktop.h"
 #include "support/FailureOf.h"
@@ -42,6 +43,17 @@ TEST_F(PictureServiceTest, OnlyRegularFilesAreOpenedAndAFailingDiskFailsTheLoadA
     EXPECT_EQ(pictures.load(path).width(), 20);
 }
 
+TEST_F(PictureServiceTest, WithoutItsLibraryAPictureIsInvalidAndThePackageIsNamedOnce)
+{
+    std::vector<std::string> missing;
+    PictureService poor(
+        files, [](auto) { return true; }, std::make_shared<PictureLibraries>("no.so", "no.so"));
+    poor.PackageMissing = [&](std::string_view package) { missing.emplace_back(package); };
+    for (const std::string name : {"turned.heic", "deep.avif", "turned.jxl", "p3.jxl"})
+        EXPECT_EQ(failureOf([&] { poor.load(put(name, sample(name))); }), "Invalid picture");
+    EXPECT_EQ(missing, (std::vector<std::string>{"libheif1", JpegXlLibrary::Package}));
+}
+
 TEST_F(PictureServiceTest, AnExpectedFileIsDecodedOnceAndNotShownWhenItHasChangedMeanwhile)
 {
     const auto wide = jpegBytes(quarters(1200, 900));
@@ -49,7 +61,7 @@ TEST_F(PictureServiceTest, AnExpectedFileIsDecodedOnceAndNotShownWhenItHasChange
     tall.resize(wide.size());
     put("a.jpg", wide);
     put("b.jpg", wide);
-    DecodeAhead ahead;
+    DecodeAhead ahead(std::make_shared<PictureLibraries>());
     const DecodeRequest request{native("a.jpg"), 0};
     const std::atomic<bool> cancelled{false};
     const auto take = [&](const DecodeRequest& wanted, bool patience = true) {

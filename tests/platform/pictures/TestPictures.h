@@ -32,6 +32,13 @@ struct PictureFolder : testing::Test, TemporaryFolder {
     PictureService pictures{files};
 };
 
+// A file of a format that Qt doesn't write.
+inline std::string sample(const std::string& name)
+{
+    std::ifstream stream(SAMPLES "/" + name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
 inline std::string written(QImage image, const char* format, const QColorSpace& space = {}, bool progressive = false)
 {
     image.setColorSpace(space);
