@@ -113,6 +113,10 @@ TEST_F(SearchTest, AUserSearchesAndAppends)
     });
     robot.choose(main().mnuEditSearchAppend);
     EXPECT_EQ(rows(), (Names{"  All Photos  ", "found", "My_Trip", "Trip"}));
+    robot.key(main(), ZKey, CtrlKey);
+    EXPECT_EQ(cells(), names(3)) << "the last append is taken back";
+    robot.key(main(), ZKey, CtrlKey | ShiftKey);
+    EXPECT_EQ(cells().size() + selectedPositions().at(0), 8U) << "the fourth of four is selected";
 }
 
 TEST_F(SearchTest, AFailureEndsASearchAndASaveWithoutAWord)

@@ -63,6 +63,20 @@ void FileService::replaceContent(std::string_view path, std::string_view source)
     writeFileAtomically(path, readWhole(openForReading(source)), Sync::Yes);
 }
 
+std::optional<std::string> FileService::bytesToReplace(std::string_view path, std::int64_t most) const
+{
+    checkFault(FileOperation::Open, path);
+    const Target target = writableTarget(path);
+    if (!target.status)
+        return {};
+    if (target.status->st_size > most)
+        throw Failure(FailureKind::OutOfMemory);
+    const Descriptor file(::open(target.native.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK));
+    if (!file.isOpen())
+        failNow(Attempted::Access);
+    return readWhole(file);
+}
+
 void FileService::setModified(std::string_view path, Instant instant)
 {
     checkFault(FileOperation::SetDate, path);

@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "MainWindow.h"
+
+#include <cstdlib>
+#include <random>
+
+namespace trovarium {
+
+struct GroupHistoryTest : MainWindow {
+    using Files = std::map<std::string, std::string>;
+
+    // Lists and music, byte for byte.
+    Files groupFiles()
+    {
+        Files files = test.allFiles();
+        std::erase_if(
+            files, [](const auto& file) { return !file.first.ends_with("lst") && !file.first.ends_with("mid"); });
+        return files;
+    }
+    std::string pathOf(const std::string& group) { return test.paths().SlideGroupPath + group + ".lst"; }
+    void takeBack() { robot.key(main(), ZKey, CtrlKey); }
+    void doAgain() { robot.key(main(), ZKey, CtrlKey | ShiftKey); }
+    void removeSelected()
+    {
+        prompts.expectQuestion("Are you sure you want to remove the photograph(s) from this group?", Answer::Yes);
+        robot.key(main(), DeleteKey);
+    }
+    // Group, page and what is selected, when the window agrees with the list.
+    std::string shown()
+    {
+        const Names lines = linesOf(group().CurrentGroupName);
+        const auto first = std::min<std::size_t>((main().pages().CurrentPage - 1) * 16, lines.size());
+        const auto end = std::min<std::size_t>(first + 16, lines.size());
+        EXPECT_EQ(cells(), Names(lines.begin() + first, lines.begin() + end));
+        EXPECT_EQ(group().GroupList.upperBound(), static_cast<int>(lines.size()));
+        EXPECT_EQ(group().SelectedCount, static_cast<int>(selectedPositions().size()));
+        EXPECT_NE(main().lbCount.Caption().find("[" + group().CurrentGroupName + "]"), std::string::npos);
+        for (const int row : brightRows())
+            EXPECT_EQ(rows().at(row), group().CurrentGroupName);
+        std::string text = group().CurrentGroupName + " " + std::to_string(main().pages().CurrentPage) + ":";
+        for (const int position : selectedPositions())
+            text += " " + group().GroupList(position);
+        return text;
+    }
+};
+
+// A random walk of changes, with steps back and again in between; then all the way back, and all the way to the last
+// state. TROVARIUM_WALKS says how many.
+struct RandomWalk : GroupHistoryTest {
+    RandomWalk()
+    {
+        putPhotos(names(9));
+        putPhotos({"\u00E9t\u00E9.jpg"});
+        test.put(pathOf("  All Photos  "), joinedLines(names(9)));
+        test.put(pathOf("Alps"), "p1.jpg\np2.jpg\np1.jpg\r\n\r\n\xE9t\xE9.jpg\r\np3.jpg");
+        test.put(test.paths().SlideGroupPath + "Rome.LST", "p4.jpg\rp5.jpg\rp4.jpg\r");
+        test.put(test.paths().MidiPath + "Alps.mid", "MThd");
+        open();
+    }
+    unsigned chance(std::size_t end) { return static_cast<unsigned>(m_random() % end); }
+    std::string anyGroup()
+    {
+        return main().lstSlideGroups.List(static_cast<int>(chance(main().lstSlideGroups.ListCount())));
+    }
+    void selectSome()
+    {
+        Positions some;
+        for (int i = 1; i <= group().GroupList.upperBound(); ++i)
+            if (chance(3) == 0)
+                some.push_back(i);
+        select(some);
+    }
+    void act()
+    {
+        GroupCommands& commands = main().groupCommands();
+        const std::string fresh[] = {"Bath", "n", "\u00C9t\u00E9", "xyz"};
+        prompts.agreeWith(fresh[chance(4)]);
+        selectSome();
+        const auto last = static_cast<std::int32_t>(group().GroupList.upperBound());
+        switch (chance(8)) {
+        case 0:
+            return main().groupList().showGroup(anyGroup(), 1, {});
+        case 1:
+            return commands.AddToGroup(anyGroup() + ".lst");
+        case 2:
+            return commands.MoveToGroup(anyGroup() + ".lst");
+        case 3:
+            return commands.mnuThumbRemove_Click();
+        case 4:
+            return commands.CreateAlbumGroup(static_cast<std::int16_t>(chance(3)));
+        case 5:
+            return commands.RenameAlbumGroup();
+        case 6:
+            main().groupList().SelectedGroupName = anyGroup();
+            if (main().groupList().SelectedGroupName != "  All Photos  ")
+                commands.DeleteAlbumGroup();
+            return;
+        default:
+            main().thumbnailDrag().moveSelected(static_cast<std::int32_t>(chance(2 * last + 1)) - last);
+        }
+    }
+    void actOnce()
+    {
+        act();
+        if (Files now = groupFiles(); now != states.at(at)) {
+            states.resize(++at);
+            states.push_back(std::move(now));
+        }
+    }
+    void step(int by)
+    {
+        by < 0 ? takeBack() : doAgain();
+        at = std::clamp<int>(at + by, 0, static_cast<int>(states.size()) - 1);
+        ASSERT_EQ(groupFiles(), states.at(at));
+        shown();
+    }
+    // Another program adds a line to a list. A step that changed this list is refused, any other isn't.
+    void stepBackPastAnother()
+    {
+        const std::string changed = test.folder().native("");
+        auto file = std::next(states.at(at).begin(), chance(states.at(at).size()));
+        if (at == 0 || !file->first.ends_with("lst"))
+            return;
+        const auto before = states.at(at - 1).find(file->first);
+        const bool isConcerned = before == states.at(at - 1).end() || before->second != file->second;
+        if (!isConcerned)
+            return;
+        test.put(changed + file->first, file->second + "other");
+        const std::size_t asked = prompts.asked().size();
+        takeBack();
+        EXPECT_EQ(prompts.asked().size(), asked + 1);
+        EXPECT_EQ(test.bytes(changed + file->first), file->second + "other");
+        test.put(changed + file->first, file->second);
+        EXPECT_EQ(groupFiles(), states.at(at));
+    }
+
+    std::vector<Files> states;
+    int at = 0;
+    std::mt19937 m_random;
+};
+
+TEST_F(RandomWalk, GoesBackToTheFirstStateAndForwardToTheLast)
+{
+    states.push_back(groupFiles());
+    const char* const walks = std::getenv("TROVARIUM_WALKS");
+    const int end = walks == nullptr ? 30 : std::atoi(walks);
+    for (int walk = 0; walk < end && !HasFailure(); ++walk) {
+        SCOPED_TRACE(walk);
+        m_random.seed(walk);
+        for (int i = 0; i < 12; ++i)
+            actOnce();
+        for (int i = 0; i < 12 && !HasFailure(); ++i) {
+            if (chance(2) == 0)
+                actOnce();
+            else
+                step(chance(3) == 0 ? 1 : -1);
+            stepBackPastAnother();
+        }
+        for (const int by : {1, -1, 1, -1})
+            for (std::size_t i = 0; i < states.size() && !HasFailure(); ++i)
+                step(by);
+        EXPECT_EQ(at, 0);
+        states.resize(1);
+    }
+}
+
+TEST_F(GroupHistoryTest, WhatWasTakenBackIsOnShow)
+{
+    openGroup(20, 8);
+    robot.key(main(), EndKey);
+    select({18, 20});
+    removeSelected();
+    select({17});
+    robot.key(main(), LeftKey, ShiftKey | CtrlKey);
+    pressRowNamed("h1");
+    main().groupList().ScrollGroupNames(3); // Alps is on no row
+    const Files last = groupFiles();
+    for (bool* const busy : {&view().SlideShowRunning, &main().thumbnailDrag().ThumbnailDragging}) {
+        *busy = true;
+        takeBack();
+        *busy = false;
+    }
+    main().infoBox().cmdEditPhotoInfo_Click();
+    takeBack(); // of the typing
+    main().infoBox().cmdEditPhotoInfo_Click();
+    EXPECT_EQ(groupFiles(), last);
+    takeBack();
+    EXPECT_EQ(shown(), "Alps 2: p17.jpg");
+    EXPECT_EQ(main().lbCount.Caption(), "Group [Alps] Viewing 17 of 18");
+    takeBack();
+    EXPECT_EQ(shown(), "Alps 2: p18.jpg p20.jpg");
+    robot.doubleClick(main().imgThumbnail(0));
+    doAgain();
+    EXPECT_EQ(shown(), "Alps 2:");
+    doAgain();
+    EXPECT_EQ(shown(), "Alps 1: p17.jpg");
+    doAgain(); // nothing is left
+    EXPECT_EQ(groupFiles(), last);
+}
+
+TEST_F(GroupHistoryTest, WhatCantBeTakenBackStaysAndIsTold)
+{
+    openGroup(3);
+    putPhotos({"old.jpg"});
+    const std::string info = test.paths().InfoPath + "p2.jpg.info";
+    const auto moveTo = [this] {
+        select({2});
+        main().groupCommands().MoveToGroup("Rome.lst");
+    };
+    const auto rename = [this] {
+        prompts.expectInput("Rename \"Alps\" group to ...", "Andes");
+        robot.key(main(), F2Key);
+    };
+    const auto remove = [this] {
+        prompts.expectQuestion("Are you sure you want to delete this group -> Alps", Answer::Yes);
+        robot.choose(main().mnuFileRemove);
+    };
+    const struct {
+        std::function<void()> act, meanwhile;
+        std::string why;
+    } rows[] = {
+        {.act = moveTo, .meanwhile = [&] { putGroup("Rome", {}); }, .why = "the group \"Rome\" was changed since"},
+        {moveTo, [&] { std::filesystem::remove(toNativePath(info)); }, "\"p2.jpg\" is no longer in the album"},
+        {moveTo, [&] { test.failAt(FileOperation::Close, "Rome.lst", FailureKind::DiskFull); }, "Disk full"},
+        {rename, [&] { test.put(test.paths().SlideGroupPath + "ALPS.lst", ""); }, "there is a group \"Alps\" by now"},
+        {remove, [&] { putGroup("Alps", names(3)); }, "there is a group \"Alps\" by now"},
+    };
+    for (const auto& [act, meanwhile, why] : rows) {
+        act();
+        meanwhile();
+        const Files before = groupFiles();
+        prompts.expectNotice("This can't be taken back: " + why + ".");
+        takeBack();
+        EXPECT_EQ(groupFiles(), before) << why;
+        desktop.files().setFaultHook({});
+        std::filesystem::remove(toNativePath(test.paths().SlideGroupPath + "ALPS.lst"));
+        std::filesystem::remove(toNativePath(pathOf("Andes")));
+        putPhotos({"p2.jpg"});
+        putGroup("Alps", names(3));
+        putGroup("Rome", {"old.jpg"});
+        main().groupList().LoadGroupNames();
+        main().groupList().showGroup("Alps", 1, {});
+    }
+}
+
+} // namespace trovarium
