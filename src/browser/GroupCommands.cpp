@@ -123,9 +123,8 @@ void GroupCommands::RenameAlbumGroup()
 bool GroupCommands::renameTo(const std::string& name)
 {
     const std::string old = m_album.group.CurrentGroupName;
-    if (attempt([&] { renameGroupFiles(m_album, old, name); }))
+    if (attempt([&] { m_history.rename(old + ".lst", name + ".lst"); }))
         return false;
-    m_history.recordRename(old + ".lst", name + ".lst");
     m_album.group.CurrentGroupName = name;
     GroupListPane& list = m_form.groupList();
     list.renameEntry(old, name);

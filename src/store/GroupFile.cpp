@@ -70,8 +70,9 @@ std::string writableGroupList(const Album& album, std::string_view fileName)
 void renameGroupFiles(const Album& album, const std::string& from, const std::string& to)
 {
     FileService& files = album.files;
-    files.rename(groupListPath(album, from + ".lst"), groupListPath(album, to + ".lst"));
-    attempt([&] { files.rename(album.paths.MidiPath + from + ".mid", album.paths.MidiPath + to + ".mid"); });
+    const auto music = [&](const std::string& list) { return album.paths.MidiPath + groupNameOf(list) + ".mid"; };
+    files.rename(groupListPath(album, from), groupListPath(album, to));
+    attempt([&] { files.rename(music(from), music(to)); });
 }
 
 bool readGroupList(Album& album, std::string_view fileName)

@@ -31,7 +31,7 @@ bool hasGroupList(const Album& album, std::string_view fileName);
 // in its place is removed.
 std::string writableGroupList(const Album& album, std::string_view fileName);
 
-// Renames a group's list, and its music if it has any.
+// Renames a list, and the group's music if there is any.
 void renameGroupFiles(const Album& album, const std::string& from, const std::string& to);
 
 // The following work on group list files; `fileName` has its extension. On any failure they close what they opened and

@@ -24,7 +24,7 @@ constexpr std::int64_t MostBytes = 1 << 26;
 
 bool isList(std::string_view file)
 {
-    return file.ends_with(".lst");
+    return !file.ends_with(".mid");
 }
 
 bool startsLine(std::string_view bytes, std::size_t at)
@@ -83,7 +83,7 @@ void GroupHistory::record(const std::set<std::string>& files, const std::functio
     std::map<std::string, Content> before;
     const auto unread = attempt([&] {
         for (const std::string& file : files)
-            before[file] = contentOf(file);
+            before[nameOnDisk(file)] = contentOf(file);
     });
     const auto failure = attempt(act);
     if (!unread)
@@ -92,11 +92,13 @@ void GroupHistory::record(const std::set<std::string>& files, const std::functio
         throw Failure(*failure);
 }
 
-void GroupHistory::recordRename(const std::string& from, const std::string& to)
+void GroupHistory::rename(const std::string& from, const std::string& to)
 {
+    const std::string file = nameOnDisk(from);
+    renameGroupFiles(m_album, file, to);
     attempt([&] {
         const Version version = versionOf(contentOf(to));
-        keep({{Change{from, to, version, version, 0, {}, {}}}, {}});
+        keep({{Change{file, to, version, version, 0, {}, {}}}, {}});
     });
 }
 
@@ -182,6 +184,12 @@ GroupHistory::Outcome GroupHistory::outcomeOf(const Step& step, const std::vecto
         break;
     }
     return outcome;
+}
+
+// A list may have another case there than in its group's name.
+std::string GroupHistory::nameOnDisk(const std::string& file) const
+{
+    return isList(file) ? groupListPath(m_album, file).substr(m_album.paths.SlideGroupPath.size()) : file;
 }
 
 std::string GroupHistory::pathOf(const std::string& file) const
@@ -283,7 +291,7 @@ void GroupHistory::write(const Change& change, const Content& content) const
 {
     if (!change.isRename())
         return put(change.file, changed(change, content));
-    renameGroupFiles(m_album, groupNameOf(change.file), groupNameOf(change.newFile));
+    renameGroupFiles(m_album, change.file, change.newFile);
 }
 
 void GroupHistory::put(const std::string& file, const Content& content) const

@@ -36,8 +36,8 @@ public:
     // step.
     void record(const std::set<std::string>& files, const std::function<void()>& act, const Moved& moved = {});
 
-    // Keeps the renaming of a list, which has been done.
-    void recordRename(const std::string& from, const std::string& to);
+    // Renames a list, with the group's music, as one step.
+    void rename(const std::string& from, const std::string& to);
 
     struct Outcome {
         std::string refusal;       // why nothing was changed, as a part of a sentence; empty if it was
@@ -55,7 +55,7 @@ private:
     using Version = std::optional<std::size_t>; // their hash
 
     struct Change {
-        std::string file;
+        std::string file; // as it is on the disk
         std::string newFile; // differs in a renaming
         Version before;
         Version after;
@@ -77,6 +77,7 @@ private:
     static Positions added(const Change& change, std::int32_t first);
     static Outcome outcomeOf(const Step& step, const std::vector<Content>& contents);
 
+    std::string nameOnDisk(const std::string& file) const;
     std::string pathOf(const std::string& file) const;
     Content contentOf(const std::string& file) const;
     std::vector<Change> changesSince(const std::map<std::string, Content>& before) const;
