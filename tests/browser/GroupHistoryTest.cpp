@@ -10,13 +10,13 @@ namespace trovarium {
 struct GroupHistoryTest : MainWindow {
     using Files = std::map<std::string, std::string>;
 
-    // Lists and music, byte for byte.
+    // Lists and music, byte for byte, by their paths.
     Files groupFiles()
     {
-        Files files = test.allFiles();
-        std::erase_if(files, [](const auto& file) {
-            return file.first.find("SlideGroups") == std::string::npos && file.first.find("Midi") == std::string::npos;
-        });
+        Files files;
+        for (const std::string& folder : {test.paths().SlideGroupPath, test.paths().MidiPath})
+            for (const auto& entry : std::filesystem::directory_iterator(toNativePath(folder)))
+                files[entry.path()] = test.bytes(entry.path().string());
         return files;
     }
     std::string pathOf(const std::string& group) { return test.paths().SlideGroupPath + group + ".lst"; }
@@ -117,23 +117,21 @@ struct RandomWalk : GroupHistoryTest {
         if (at != before)
             shown();
     }
-    // Another program adds a line to a list. A step that changed this list is refused, any other isn't.
+    // Another program adds a line to a list. A step that changed this list is refused.
     void stepBackPastAnother()
     {
-        const std::string changed = test.folder().native("");
-        auto file = std::next(states.at(at).begin(), chance(states.at(at).size()));
-        if (at == 0 || file->first.ends_with("mid"))
+        const auto& [path, bytes] = *std::next(states.at(at).begin(), chance(states.at(at).size()));
+        if (at == 0 || path.ends_with("mid"))
             return;
-        const auto before = states.at(at - 1).find(file->first);
-        const bool isConcerned = before == states.at(at - 1).end() || before->second != file->second;
-        if (!isConcerned)
+        const auto before = states.at(at - 1).find(path);
+        if (before != states.at(at - 1).end() && before->second == bytes)
             return;
-        test.put(changed + file->first, file->second + "other");
+        test.put(path, bytes + "other");
         const std::size_t asked = prompts.asked().size();
         takeBack();
         EXPECT_EQ(prompts.asked().size(), asked + 1);
-        EXPECT_EQ(test.bytes(changed + file->first), file->second + "other");
-        test.put(changed + file->first, file->second);
+        EXPECT_EQ(test.bytes(path), bytes + "other");
+        test.put(path, bytes);
         EXPECT_EQ(groupFiles(), states.at(at));
     }
 
@@ -150,16 +148,16 @@ TEST_F(RandomWalk, GoesBackToTheFirstStateAndForwardToTheLast)
     for (int walk = 0; walk < end && !HasFailure(); ++walk) {
         SCOPED_TRACE(walk);
         m_random.seed(walk);
-        for (int i = 0; i < 12; ++i)
+        for (int i = 0; i < 8; ++i)
             actOnce();
-        for (int i = 0; i < 12 && !HasFailure(); ++i) {
+        for (int i = 0; i < 8 && !HasFailure(); ++i) {
             if (chance(2) == 0)
                 actOnce();
             else
                 step(chance(3) == 0 ? 1 : -1);
             stepBackPastAnother();
         }
-        for (const int by : {1, -1, 1, -1})
+        for (const int by : {-1, 1, -1})
             for (std::size_t i = 0; i < states.size() && !HasFailure(); ++i)
                 step(by);
         EXPECT_EQ(at, 0);
