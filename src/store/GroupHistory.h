@@ -55,7 +55,7 @@ private:
     using Version = std::optional<std::size_t>; // their hash
 
     struct Change {
-        std::string file; // as it is on the disk
+        std::string file;    // as it is on the disk
         std::string newFile; // differs in a renaming
         Version before;
         Version after;

@@ -68,7 +68,7 @@ TEST_F(SearchTest, AFieldAsksOnlyTheLinesThatAreThere)
 TEST_F(SearchTest, AUserSearchesAndAppends)
 {
     for (int i = 1; i <= 300; ++i)
-        put("p" + std::to_string(i) + ".jpg", {});
+        put("p" + std::to_string(i) + ".jpg", {"TITLE="});
     main().dialogs().showImport = [&] {
         EXPECT_EQ(group().CurrentGroupName, "");
         search.SetNewList({}); // as a run does
