@@ -82,8 +82,10 @@ void GroupHistory::record(const std::set<std::string>& files, const std::functio
 {
     std::map<std::string, Content> before;
     const auto unread = attempt([&] {
-        for (const std::string& file : files)
-            before[nameOnDisk(file)] = contentOf(file);
+        for (const std::string& file : files) {
+            const std::string name = nameOnDisk(file);
+            before[name] = contentOf(name);
+        }
     });
     const auto failure = attempt(act);
     if (!unread)
@@ -186,7 +188,8 @@ GroupHistory::Outcome GroupHistory::outcomeOf(const Step& step, const std::vecto
     return outcome;
 }
 
-// A list may have another case there than in its group's name.
+// A list may have another case there than in its group's name. From then on it is known by exactly this name, as there
+// may be another one that differs in case.
 std::string GroupHistory::nameOnDisk(const std::string& file) const
 {
     return isList(file) ? groupListPath(m_album, file).substr(m_album.paths.SlideGroupPath.size()) : file;
@@ -194,13 +197,12 @@ std::string GroupHistory::nameOnDisk(const std::string& file) const
 
 std::string GroupHistory::pathOf(const std::string& file) const
 {
-    return isList(file) ? writableGroupList(m_album, file) : m_album.paths.MidiPath + file;
+    return (isList(file) ? m_album.paths.SlideGroupPath : m_album.paths.MidiPath) + file;
 }
 
 GroupHistory::Content GroupHistory::contentOf(const std::string& file) const
 try {
-    const std::string path = isList(file) ? groupListPath(m_album, file) : m_album.paths.MidiPath + file;
-    return m_album.files.bytesToReplace(path, MostBytes);
+    return m_album.files.bytesToReplace(pathOf(file), MostBytes);
 } catch (const Failure& failure) {
     if (!failure.isAbsence())
         throw;
@@ -271,8 +273,8 @@ GroupHistory::Outcome GroupHistory::carryOut(const Step& step) const
 
 std::string GroupHistory::obstacle(const Change& change, const Content& content) const
 {
-    const bool isTaken = change.isRename() && hasGroupList(m_album, change.newFile);
-    if (isTaken || (isList(change.file) && content && !change.before))
+    const bool comes = isList(change.newFile) && (change.isRename() || !change.before);
+    if (comes && hasGroupList(m_album, change.newFile))
         return "there is a group " + quoted(change.newFile) + " by now";
     if (versionOf(content) != change.before)
         return "the group " + quoted(change.file) + " was changed since";

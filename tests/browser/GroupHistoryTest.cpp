@@ -223,8 +223,13 @@ TEST_F(GroupHistoryTest, WhatCantBeTakenBackStaysAndIsTold)
         {.act = moveTo, .meanwhile = [&] { putGroup("Rome", {}); }, .why = "the group \"Rome\" was changed since"},
         {moveTo, [&] { std::filesystem::remove(toNativePath(info)); }, "\"p2.jpg\" is no longer in the album"},
         {moveTo, [&] { test.failAt(FileOperation::Close, "Rome.lst", FailureKind::DiskFull); }, "Disk full"},
-        {rename, [&] { test.put(test.paths().SlideGroupPath + "ALPS.lst", ""); }, "there is a group \"Alps\" by now"},
+        {rename, [&] { putGroup("ALPS", {}); }, "there is a group \"Alps\" by now"},
         {remove, [&] { putGroup("Alps", names(3)); }, "there is a group \"Alps\" by now"},
+        {[&] {
+             putGroup("ALPS", {});
+             remove();
+         },
+            [] {}, "there is a group \"Alps\" by now"},
     };
     for (const auto& [act, meanwhile, why] : rows) {
         act();
@@ -234,8 +239,8 @@ TEST_F(GroupHistoryTest, WhatCantBeTakenBackStaysAndIsTold)
         takeBack();
         EXPECT_EQ(groupFiles(), before) << why;
         desktop.files().setFaultHook({});
-        std::filesystem::remove(toNativePath(test.paths().SlideGroupPath + "ALPS.lst"));
-        std::filesystem::remove(toNativePath(pathOf("Andes")));
+        for (const char* group : {"ALPS", "Andes"})
+            std::filesystem::remove(toNativePath(pathOf(group)));
         putPhotos({"p2.jpg"});
         putGroup("Alps", names(3));
         putGroup("Rome", {"old.jpg"});
