@@ -10,7 +10,6 @@
 #include "platform/files/FileService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
-#include "runtime/Lock.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
@@ -188,21 +187,18 @@ void GroupCommands::showAgain()
 
 void GroupCommands::takeBack()
 {
-    if (!m_isShowing)
-        show(m_history.takeBack(), "This can't be taken back: ");
+    show(m_history.takeBack(), "This can't be taken back: ");
 }
 
 void GroupCommands::doAgain()
 {
-    if (!m_isShowing)
-        show(m_history.doAgain(), "This can't be done again: ");
+    show(m_history.doAgain(), "This can't be done again: ");
 }
 
 void GroupCommands::show(const std::optional<GroupHistory::Outcome>& outcome, const std::string& refused)
 {
     if (!outcome)
         return;
-    const Lock whileShowing(m_isShowing);
     if (!outcome->refusal.empty()) {
         m_form.desktop().prompts().messageBox(refused + outcome->refusal + ".", Message::Notice, "");
         return;

@@ -59,7 +59,6 @@ private:
     void setAside(const std::string& name);
 
     GroupHistory m_history;
-    bool m_isShowing = false; // guards takeBack and doAgain
 };
 
 } // namespace trovarium

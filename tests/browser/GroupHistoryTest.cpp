@@ -187,6 +187,7 @@ TEST_F(GroupHistoryTest, WhatWasTakenBackIsOnShow)
     EXPECT_EQ(groupFiles(), last);
     takeBack();
     EXPECT_EQ(shown(), "Alps 2: p17.jpg");
+    EXPECT_EQ(brightRows(), Positions{0}) << "the list of groups scrolls to it";
     EXPECT_EQ(main().lbCount.Caption(), "Group [Alps] Viewing 17 of 18");
     takeBack();
     EXPECT_EQ(shown(), "Alps 2: p18.jpg p20.jpg");
