@@ -18,6 +18,7 @@
 #include "store/PhotographFiles.h"
 
 #include <numeric>
+#include <set>
 
 namespace trovarium {
 
@@ -35,7 +36,10 @@ try {
         return;
     const std::string fileName = name + ".lst";
     bool isChanged = false; // the group on show
-    m_history.record({fileName, m_album.group.currentGroupFile()}, [&] { isChanged = createGroup(fileName, Mode); });
+    std::set<std::string> files{fileName};
+    if (Mode == CreateByMoving)
+        files.insert(m_album.group.currentGroupFile());
+    m_history.record(files, [&] { isChanged = createGroup(fileName, Mode); });
     if (isChanged)
         showAgain();
     m_form.groupList().LoadGroupNames();

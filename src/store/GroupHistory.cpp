@@ -83,8 +83,9 @@ void GroupHistory::record(const std::set<std::string>& files, const std::functio
     std::map<std::string, Content> before;
     const auto unread = attempt([&] {
         for (const std::string& file : files) {
-            const std::string name = nameOnDisk(file);
-            before[name] = contentOf(name);
+            Content content = contentOf(file);
+            const std::string name = content ? file : nameOnDisk(file);
+            before[name] = content || name == file ? std::move(content) : contentOf(name);
         }
     });
     const auto failure = attempt(act);

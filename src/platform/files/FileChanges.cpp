@@ -66,15 +66,17 @@ void FileService::replaceContent(std::string_view path, std::string_view source)
 std::optional<std::string> FileService::bytesToReplace(std::string_view path, std::int64_t most) const
 {
     checkFault(FileOperation::Open, path);
-    const Target target = writableTarget(path);
-    if (!target.status)
-        return {};
-    if (target.status->st_size > most)
-        throw Failure(FailureKind::OutOfMemory);
-    const Descriptor file(::open(target.native.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK));
+    constexpr int Flags = O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
+    Descriptor file(::open(nativeAsWritten(path).c_str(), Flags));
+    if (!file.isOpen()) { // a link, or in a folder of another case
+        const Target target = writableTarget(path);
+        if (!target.status)
+            return {};
+        file = Descriptor(::open(target.native.c_str(), Flags));
+    }
     if (!file.isOpen())
         failNow(Attempted::Access);
-    return readWhole(file);
+    return readWhole(file, most);
 }
 
 void FileService::setModified(std::string_view path, Instant instant)
