@@ -22,11 +22,6 @@ struct GroupHistoryTest : MainWindow {
     std::string pathOf(const std::string& group) { return test.paths().SlideGroupPath + group + ".lst"; }
     void takeBack() { robot.key(main(), ZKey, CtrlKey); }
     void doAgain() { robot.key(main(), ZKey, CtrlKey | ShiftKey); }
-    void removeSelected()
-    {
-        prompts.expectQuestion("Are you sure you want to remove the photograph(s) from this group?", Answer::Yes);
-        robot.key(main(), DeleteKey);
-    }
     // Group, page and what is selected, when the window agrees with the list.
     std::string shown()
     {
@@ -79,27 +74,17 @@ struct RandomWalk : GroupHistoryTest {
         prompts.agreeWith(fresh[chance(4)]);
         selectSome();
         const auto last = static_cast<std::int32_t>(group().GroupList.upperBound());
-        switch (chance(8)) {
-        case 0:
-            return main().groupList().showGroup(anyGroup(), 1, {});
-        case 1:
-            return commands.AddToGroup(anyGroup() + ".lst");
-        case 2:
-            return commands.MoveToGroup(anyGroup() + ".lst");
-        case 3:
-            return commands.mnuThumbRemove_Click();
-        case 4:
-            return commands.CreateAlbumGroup(static_cast<std::int16_t>(chance(3)));
-        case 5:
-            return commands.RenameAlbumGroup();
-        case 6:
-            main().groupList().SelectedGroupName = anyGroup();
-            if (main().groupList().SelectedGroupName != "  All Photos  ")
+        const std::string to = anyGroup();
+        const std::function<void()> acts[] = {[&] { main().groupList().showGroup(to, 1, {}); },
+            [&] { commands.AddToGroup(to + ".lst"); }, [&] { commands.MoveToGroup(to + ".lst"); },
+            [&] { commands.mnuThumbRemove_Click(); }, [&] { commands.CreateAlbumGroup(std::int16_t(chance(3))); },
+            [&] { commands.RenameAlbumGroup(); },
+            [&] { main().thumbnailDrag().moveSelected(int(chance(2 * last + 1)) - last); },
+            [&] {
+                main().groupList().SelectedGroupName = to == "  All Photos  " ? "none" : to;
                 commands.DeleteAlbumGroup();
-            return;
-        default:
-            main().thumbnailDrag().moveSelected(static_cast<std::int32_t>(chance(2 * last + 1)) - last);
-        }
+            }};
+        acts[chance(8)]();
     }
     void actOnce()
     {
@@ -170,7 +155,8 @@ TEST_F(GroupHistoryTest, WhatWasTakenBackIsOnShow)
     openGroup(20, 8);
     robot.key(main(), EndKey);
     select({18, 20});
-    removeSelected();
+    prompts.expectQuestion("Are you sure you want to remove the photograph(s) from this group?", Answer::Yes);
+    robot.key(main(), DeleteKey);
     select({17});
     robot.key(main(), LeftKey, ShiftKey | CtrlKey);
     pressRowNamed("h1");
