@@ -17,10 +17,14 @@
 #include "store/Log.h"
 #include "store/PhotographFiles.h"
 
+#include <numeric>
+#include <set>
+
 namespace trovarium {
 
 GroupCommands::GroupCommands(frmMain& form, Album& album)
     : WindowPart(form, album)
+    , m_history(album)
 {
     on(form.mnuEditAdd.Click, this, &GroupCommands::mnuEditAdd_Click);
     on(form.mnuEditMove.Click, this, &GroupCommands::mnuEditMove_Click);
@@ -35,17 +39,29 @@ try {
     std::string name = "new group";
     if (!askForNewName(name))
         return;
-    constexpr int fileNumber = 1;
-    // Appending keeps what may be there.
-    m_album.files.open(groupListPath(m_album, name + ".lst"), OpenMode::Append, fileNumber);
-    m_album.files.close(fileNumber);
-    if (Mode == CreateWithCopies)
-        AddToGroup(name + ".lst");
-    else if (Mode == CreateByMoving)
-        MoveToGroup(name + ".lst");
+    const std::string fileName = name + ".lst";
+    bool isChanged = false; // the group on show
+    std::set<std::string> files{fileName};
+    if (Mode == CreateByMoving)
+        files.insert(m_album.group.currentGroupFile());
+    m_history.record(files, [&] { isChanged = createGroup(fileName, Mode); });
+    if (isChanged)
+        showAgain();
     m_form.groupList().LoadGroupNames();
 } catch (const Failure& failure) {
     logFailure(m_album, "CreateAlbumGroup", failure);
+}
+
+// True if the group on show has to be read again.
+bool GroupCommands::createGroup(const std::string& fileName, std::int16_t Mode)
+{
+    constexpr int fileNumber = 1;
+    // Appending keeps what may be there.
+    m_album.files.open(groupListPath(m_album, fileName), OpenMode::Append, fileNumber);
+    m_album.files.close(fileNumber);
+    if (Mode == CreateWithCopies)
+        trovarium::AddToGroup(m_album, fileName);
+    return Mode == CreateByMoving && moveLines(fileName);
 }
 
 // False when the box was cancelled. The name is tested as typed and again after its characters were replaced.
@@ -81,9 +97,11 @@ try {
         return;
     if (!hasGroupList(m_album, name + ".lst"))
         return;
-    m_album.files.remove(groupListPath(m_album, name + ".lst"));
-    m_form.groupList().LoadGroupNames();
-    attempt([&] { m_album.files.remove(m_album.paths.MidiPath + name + ".mid"); });
+    m_history.record({name + ".lst", name + ".mid"}, [&] {
+        m_album.files.remove(groupListPath(m_album, name + ".lst"));
+        m_form.groupList().LoadGroupNames();
+        attempt([&] { m_album.files.remove(m_album.paths.MidiPath + name + ".mid"); });
+    });
 } catch (const Failure& failure) {
     // Logged under this name on purpose.
     logFailure(m_album, "CreateAlbumGroup", failure);
@@ -109,15 +127,12 @@ void GroupCommands::RenameAlbumGroup()
     }
 }
 
-// False when the list file could not be renamed. Most groups have no music, so that failure doesn't count.
+// False when the list file could not be renamed.
 bool GroupCommands::renameTo(const std::string& name)
 {
-    FileService& files = m_album.files;
-    const AlbumPaths& paths = m_album.paths;
     const std::string old = m_album.group.CurrentGroupName;
-    if (attempt([&] { files.rename(groupListPath(m_album, old + ".lst"), groupListPath(m_album, name + ".lst")); }))
+    if (attempt([&] { m_history.rename(old + ".lst", name + ".lst"); }))
         return false;
-    attempt([&] { files.rename(paths.MidiPath + old + ".mid", paths.MidiPath + name + ".mid"); });
     m_album.group.CurrentGroupName = name;
     GroupListPane& list = m_form.groupList();
     list.renameEntry(old, name);
@@ -128,29 +143,83 @@ bool GroupCommands::renameTo(const std::string& name)
 
 void GroupCommands::AddToGroup(std::string_view FileName)
 {
-    trovarium::AddToGroup(m_album, FileName);
+    m_history.record({std::string(FileName)}, [&] { trovarium::AddToGroup(m_album, FileName); });
 }
 
 void GroupCommands::MoveToGroup(std::string_view FileName)
 {
-    if (!isGroupAsRead(m_album))
+    bool isChanged = false;
+    m_history.record(
+        {std::string(FileName), m_album.group.currentGroupFile()}, [&] { isChanged = moveLines(FileName); });
+    if (isChanged)
         showAgain();
-    // If the copy failed, for instance on a full disk, the photographs stay here and selected.
-    else if (trovarium::AddToGroup(m_album, FileName))
-        removeSelectedFromCurrent();
+}
+
+// If the copy failed, for instance on a full disk, the photographs stay here and selected.
+bool GroupCommands::moveLines(std::string_view fileName)
+{
+    if (!isGroupAsRead(m_album))
+        return true;
+    if (!trovarium::AddToGroup(m_album, fileName))
+        return false;
+    if (isGroupAsRead(m_album))
+        RemoveFromGroupFile(m_album, m_album.group.currentGroupFile());
+    return true;
 }
 
 void GroupCommands::removeSelectedFromCurrent()
 {
-    if (isGroupAsRead(m_album))
-        RemoveFromGroupFile(m_album, m_album.group.currentGroupFile());
+    m_history.record({m_album.group.currentGroupFile()}, [&] {
+        if (isGroupAsRead(m_album))
+            RemoveFromGroupFile(m_album, m_album.group.currentGroupFile());
+    });
     showAgain();
+}
+
+void GroupCommands::reorder(std::int32_t position)
+{
+    const std::string file = m_album.group.currentGroupFile();
+    GroupHistory::Moved moved{m_form.selection().positions(), {}};
+    const auto act = [&] {
+        const std::int32_t first = isGroupAsRead(m_album) ? ReorderGroupFile(m_album, file, position) : 0;
+        moved.to.resize(moved.from.size());
+        std::iota(moved.to.begin(), moved.to.end(), first);
+    };
+    m_history.record({file}, act, moved);
 }
 
 void GroupCommands::showAgain()
 {
     m_form.pages().reload();
     m_form.selection().SetGroupListSelect(-1, NoKeys);
+}
+
+void GroupCommands::takeBack()
+{
+    show(m_history.takeBack(), "This can't be taken back: ");
+}
+
+void GroupCommands::doAgain()
+{
+    show(m_history.doAgain(), "This can't be done again: ");
+}
+
+void GroupCommands::show(const std::optional<GroupHistory::Outcome>& outcome, const std::string& refused)
+{
+    if (!outcome)
+        return;
+    if (!outcome->refusal.empty()) {
+        m_form.desktop().prompts().messageBox(refused + outcome->refusal + ".", Message::Notice, "");
+        return;
+    }
+    GroupListPane& list = m_form.groupList();
+    list.LoadGroupNames();
+    if (!outcome->group.empty())
+        list.showGroup(outcome->group, outcome->position, outcome->selected);
+    else if (list.GroupExists(m_album.group.CurrentGroupName))
+        list.reopenGroup();
+    else
+        list.showGroup(std::string(AllPhotosGroupName), 1, {});
 }
 
 void GroupCommands::mnuEditAdd_Click()

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "browser/WindowPart.h"
+#include "store/GroupHistory.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,6 +32,15 @@ public:
     void AddToGroup(std::string_view FileName);
     void MoveToGroup(std::string_view FileName);
 
+    // Moves the selected photographs as one block: +n after position n, -n before it.
+    void reorder(std::int32_t position);
+
+    // The last change to groups, and what was taken back. A group that was changed is shown; a step that can't be
+    // carried out is told.
+    void takeBack();
+    void doAgain();
+    GroupHistory& history() { return m_history; }
+
     // Removes the selected photographs from the library and from every group. Photograph, information and clip move
     // to a folder "Removed" inside their own; only the thumbnail is deleted. Failures are skipped without a message.
     void RemoveFromProgram();
@@ -50,9 +61,14 @@ private:
     bool askForNewName(std::string& name);
     bool isFree(const std::string& name) const;
     bool renameTo(const std::string& name);
+    bool createGroup(const std::string& fileName, std::int16_t Mode);
+    bool moveLines(std::string_view fileName);
     void removeSelectedFromCurrent();
     void showAgain();
+    void show(const std::optional<GroupHistory::Outcome>& outcome, const std::string& refused);
     void setAside(const std::string& name);
+
+    GroupHistory m_history;
 };
 
 } // namespace trovarium

@@ -15,6 +15,8 @@
 #include "viewer/PhotoDisplay.h"
 #include "viewer/SlideShow.h"
 
+#include <algorithm>
+
 namespace trovarium {
 
 GroupListPane::GroupListPane(frmMain& form, Album& album)
@@ -116,6 +118,38 @@ try {
             pctAlbumList_MouseDown(CurrentGroupRow, LeftButton, NoKeys, 0, 0);
         return;
     }
+    markAsOpen(name);
+    const bool read = m_form.pages().reload();
+    m_album.view.ViewMode = ViewThumbnails;
+    if (read && group.CurrentGroupName == name)
+        m_form.selection().SetGroupListSelect(m_album.view.CurrentIndex, NoKeys);
+} catch (const Failure& failure) {
+    logFailure(m_album, "pctAlbumList_MouseDown", failure);
+}
+
+void GroupListPane::showGroup(const std::string& name, std::int32_t position, const std::vector<std::int32_t>& selected)
+{
+    scrollTo(name);
+    markAsOpen(name);
+    ThumbnailPages& pages = m_form.pages();
+    if (pages.LoadGroupFile(name + ".lst"))
+        m_form.selection().select(selected);
+    m_form.photoDisplay().SetImageIndex(std::clamp(position, 1, std::max(m_album.group.GroupList.upperBound(), 1)));
+    pages.SetCountLabel(m_album.view.CurrentIndex);
+    pages.showCurrent();
+}
+
+void GroupListPane::scrollTo(const std::string& name)
+{
+    const ListBox& names = m_form.lstSlideGroups;
+    for (int i = 0; i < names.ListCount() && rowOf(name) < 0; ++i) {
+        if (names.List(i) == name)
+            ScrollGroupNames(std::clamp(i, 0, std::max(names.ListCount() - GroupRows, 0)));
+    }
+}
+
+void GroupListPane::markAsOpen(const std::string& name)
+{
     m_form.slideShow().StopSlideShow();
     SelectedGroupName = name;
     m_form.selection().SetGroupListSelect(-1, NoKeys);
@@ -123,12 +157,6 @@ try {
         CurrentGroupRow = static_cast<std::int16_t>(row);
         light(row);
     }
-    const bool read = m_form.pages().reload();
-    m_album.view.ViewMode = ViewThumbnails;
-    if (read && group.CurrentGroupName == name)
-        m_form.selection().SetGroupListSelect(m_album.view.CurrentIndex, NoKeys);
-} catch (const Failure& failure) {
-    logFailure(m_album, "pctAlbumList_MouseDown", failure);
 }
 
 // Doesn't sort the list again.

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace trovarium {
 
@@ -35,6 +36,10 @@ public:
     // deleted list leaves an empty page.
     void reopenGroup();
 
+    // Shows the group by its name with these photographs selected, on the page of the position, whatever was on show.
+    // The list scrolls to its row.
+    void showGroup(const std::string& name, std::int32_t position, const std::vector<std::int32_t>& selected);
+
     // Gives the entry and the row of a renamed group the new name.
     void renameEntry(const std::string& from, const std::string& to);
 
@@ -53,6 +58,8 @@ public:
 private:
     void openRow(int Index, bool isOther);
     int rowOf(std::string_view name) const;
+    void scrollTo(const std::string& name);
+    void markAsOpen(const std::string& name);
     void light(int row);
     void showGroupMenu(int Index);
     void showRow(int row, const std::string& name);

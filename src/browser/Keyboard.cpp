@@ -62,6 +62,8 @@ void Keyboard::Form_KeyDown(int KeyCode, int Shift)
             stepWhileEditing(KeyCode);
         return;
     }
+    if (KeyCode == ZKey && (Shift | ShiftKey) == (ShiftKey | CtrlKey))
+        return stepThroughHistory(Shift);
     const bool sign = KeyCode == PlusKey || KeyCode == MinusKey; // a plus may be typed with Shift
     if (KeyCode == AKey && Shift == CtrlKey)
         selectAll();
@@ -165,6 +167,17 @@ void Keyboard::stepWhileEditing(int KeyCode)
         m_form.photoDisplay().pctPrev_Click();
 }
 
+// A drag counts on the list as it is; a show has the window to itself.
+void Keyboard::stepThroughHistory(int Shift)
+{
+    if (m_album.view.SlideShowRunning || m_form.thumbnailDrag().ThumbnailDragging)
+        return;
+    if (Shift == CtrlKey)
+        m_form.groupCommands().takeBack();
+    else
+        m_form.groupCommands().doAgain();
+}
+
 void Keyboard::backToThumbnails()
 {
     if (!isPhotographOnShow())
@@ -175,7 +188,7 @@ void Keyboard::backToThumbnails()
 
 void Keyboard::removeFromGroup()
 {
-    if (selected().empty())
+    if (m_form.selection().positions().empty())
         return;
     m_form.menus().mnuEdit_Click();
     if (isOpen(m_form.mnuEdit, m_form.mnuEditRemoveFromGroup))
@@ -287,7 +300,7 @@ void Keyboard::moveTo(std::int32_t position)
 void Keyboard::moveSelected(int step)
 {
     const GroupOnShow& group = m_album.group;
-    const std::vector<std::int32_t> moved = selected();
+    const std::vector<std::int32_t> moved = m_form.selection().positions();
     if (moved.empty() || isPhotographOnShow())
         return;
     const std::int32_t there = placeFrom(step < 0 ? moved.front() : moved.back(), step);
@@ -307,17 +320,6 @@ void Keyboard::moveSelected(int step)
         return;
     m_form.selection().SetGroupListSelect(rear, NoKeys);
     press(cell, LeftButton, ShiftKey);
-}
-
-std::vector<std::int32_t> Keyboard::selected() const
-{
-    const GroupOnShow& group = m_album.group;
-    std::vector<std::int32_t> positions;
-    for (std::int32_t i = 1; i <= std::min(group.GroupList.upperBound(), group.GroupSelect.upperBound()); ++i) {
-        if (group.GroupSelect(i) == 1)
-            positions.push_back(i);
-    }
-    return positions;
 }
 
 bool Keyboard::standsAt(std::int32_t position, const std::vector<std::string>& names) const

@@ -12,6 +12,8 @@
 #include "viewer/InfoBox.h"
 #include "viewer/PhotoDisplay.h"
 
+#include <algorithm>
+
 namespace trovarium {
 
 namespace {
@@ -47,6 +49,27 @@ try {
     ShowGroupListSelect();
 } catch (const Failure& failure) {
     logFailure(m_album, "SetGroupListSelect", failure);
+}
+
+void Selection::select(const std::vector<std::int32_t>& positions)
+try {
+    clear();
+    for (const std::int32_t position : positions)
+        toggle(position);
+    ShowGroupListSelect();
+} catch (const Failure& failure) {
+    logFailure(m_album, "SetGroupListSelect", failure);
+}
+
+std::vector<std::int32_t> Selection::positions() const
+{
+    const GroupOnShow& group = m_album.group;
+    std::vector<std::int32_t> positions;
+    for (std::int32_t i = 1; i <= std::min(group.GroupList.upperBound(), group.GroupSelect.upperBound()); ++i) {
+        if (group.GroupSelect(i) == 1)
+            positions.push_back(i);
+    }
+    return positions;
 }
 
 void Selection::clear()

@@ -4,6 +4,7 @@
 #include "browser/WindowPart.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace trovarium {
 
@@ -16,6 +17,11 @@ public:
     // alone, 1 extends from the anchor, 2 toggles, 3 adds. Extending and adding count a photograph again that is
     // selected already, so SelectedCount, which the status bar shows, may exceed the number of set flags.
     void SetGroupListSelect(std::int32_t Position, std::int16_t Mode);
+
+    // Selects these and no others.
+    void select(const std::vector<std::int32_t>& positions);
+
+    std::vector<std::int32_t> positions() const; // of the selected photographs
 
     // Updates the frames of the current page and the status text.
     void ShowGroupListSelect();

@@ -11,7 +11,6 @@
 #include "runtime/Lock.h"
 #include "runtime/Numbers.h"
 #include "store/Album.h"
-#include "store/GroupFile.h"
 #include "store/Log.h"
 
 #include <cmath>
@@ -167,8 +166,7 @@ void ThumbnailDrag::FinishThumbnailDrag(bool Finish)
 
 void ThumbnailDrag::moveSelected(std::int32_t position)
 {
-    if (isGroupAsRead(m_album))
-        ReorderGroupFile(m_album, m_album.group.currentGroupFile(), position);
+    m_form.groupCommands().reorder(position);
     m_form.selection().SetGroupListSelect(-1, NoKeys);
     m_form.pages().reload();
 }

@@ -236,6 +236,8 @@ void frmMain::nameControls()
     cmdVideo(2).AccessibleName = "Stop video";
     hscVideo.AccessibleName = "Position in the video";
     cmdPlayAudioClip(1).AccessibleName = "Stop audio";
+    for (Label* heading : {&Label2, &lbCount})
+        heading->ToolTipText = "Ctrl+Z takes the last change to groups back, Ctrl+Shift+Z makes it again.";
     cmdFullScreen.ToolTipText = "Full screen view of pictures. Use arrow keys to see next/prev.";
     cmdZoomOut.ToolTipText = "Zoom Out - Decrease image size";
     cmdZoomIn.ToolTipText = "Zoom In - Increase image size";

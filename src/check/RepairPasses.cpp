@@ -67,20 +67,6 @@ bool isOutOfDate(const Album& album, const std::string& photograph)
 constexpr int FatalExit = 1;
 constexpr std::size_t LinesBetweenEvents = 4096;
 
-// An empty information file counts as missing. After another failure than an absent file the photograph may still be
-// there: the caller decides. Names that can't be a photograph's aren't looked up: an album may have millions of empty
-// lines.
-bool hasInfoFile(const Album& album, const std::string& name)
-try {
-    if (!isPhotographName(name))
-        return false;
-    return album.files.length(infoFilePath(album.paths, name)) > 0;
-} catch (const Failure& failure) {
-    if (!failure.isAbsence())
-        throw;
-    return false;
-}
-
 void repairList(Album& album, Desktop& desktop, const std::string& list, Meanwhile meanwhile)
 {
     FileService& files = album.files;

@@ -288,7 +288,7 @@ void ImportRun::appendToGroups()
     const auto append = [&](std::string_view to) {
         search.cmbGroupName.Text = std::string(to);
         search.SetNewList(names);
-        search.save();
+        search.save(frmSearch::Undoable::No);
     };
     const std::string onShow = m_album.group.CurrentGroupName;
     // Doesn't recreate a group that was deleted while on show.

@@ -2,6 +2,7 @@
 
 #include "search/frmSearch.h"
 
+#include "browser/GroupCommands.h"
 #include "browser/GroupListPane.h"
 #include "browser/frmMain.h"
 #include "platform/files/FileService.h"
@@ -252,7 +253,7 @@ void frmSearch::cmdSave_Click()
         return;
     const Lock whileSaving(m_isSaving);
     lbAppended.Caption = "";
-    if (!save())
+    if (!save(Undoable::Yes))
         return;
     const int count = SearchResults.upperBound();
     const std::string group = '"' + std::string(trimmed(cmbGroupName.Text())) + '"';
@@ -262,12 +263,16 @@ void frmSearch::cmdSave_Click()
     m_main.groupList().reopenGroup();
 }
 
-bool frmSearch::save()
+bool frmSearch::save(Undoable undoable)
 {
     MousePointer = HourglassPointer;
     const bool accepted = acceptGroupName();
     if (accepted) {
-        m_isAppended = appendResults();
+        const auto append = [&] { m_isAppended = appendResults(); };
+        if (undoable == Undoable::Yes)
+            m_main.groupCommands().history().record({cmbGroupName.Text() + ".lst"}, append);
+        else
+            append();
         if (m_isAppended)
             m_main.groupList().LoadGroupNames();
         m_main.groupList().LoadGroupNames();

@@ -39,8 +39,10 @@ public:
     // Appends the results to the group named in `cmbGroupName`, which is created if necessary, tells how many, and
     // reads the group on show again. If the name is empty or characters had to be replaced, only a message appears.
     void cmdSave_Click();
-    // The same without reading the group again. False if the name wasn't accepted.
-    bool save();
+    // The same without reading the group again. False if the name wasn't accepted. Only what the user appends can be
+    // taken back: an import also brings the photographs.
+    enum class Undoable { No, Yes };
+    bool save(Undoable undoable);
     void cmdImport_Click();
     void lbExit_Click();
 

@@ -66,6 +66,15 @@ std::string writableGroupList(const Album& album, std::string_view fileName)
     return path;
 }
 
+// Most groups have no music, so that failure doesn't count.
+void renameGroupFiles(const Album& album, const std::string& from, const std::string& to)
+{
+    FileService& files = album.files;
+    const auto music = [&](const std::string& list) { return album.paths.MidiPath + groupNameOf(list) + ".mid"; };
+    files.rename(groupListPath(album, from), groupListPath(album, to));
+    attempt([&] { files.rename(music(from), music(to)); });
+}
+
 bool readGroupList(Album& album, std::string_view fileName)
 {
     FileService& files = album.files;
@@ -142,25 +151,28 @@ bool RemoveFromGroupFile(Album& album, std::string_view fileName)
     }
 }
 
-bool ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t dropPosition)
+std::int32_t ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t dropPosition)
 try {
     const GroupOnShow& group = album.group;
     if (!group.isWhole)
-        return false;
+        return 0;
     const std::int16_t last = toInt16(group.GroupList.upperBound());
     const std::int16_t position = blockPosition(dropPosition, last);
     const std::vector<std::string> block = selectedLines(group, 1, last);
     std::vector<std::string> lines;
+    std::size_t start = 0;
     for (std::int32_t i = 0; i <= last; ++i) {
         if (i > 0 && group.GroupSelect(i) == 0)
             lines.push_back(group.GroupList(i));
-        if (i == position)
-            lines.insert(lines.end(), block.begin(), block.end());
+        if (i != position)
+            continue;
+        start = lines.size();
+        lines.insert(lines.end(), block.begin(), block.end());
     }
     album.files.writeLines(writableGroupList(album, fileName), lines, Sync::Yes);
-    return true;
+    return static_cast<std::int32_t>(start) + 1;
 } catch (const Failure&) {
-    return false;
+    return 0;
 }
 
 bool CheckGroupName(std::string& name)

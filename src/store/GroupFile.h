@@ -31,6 +31,9 @@ bool hasGroupList(const Album& album, std::string_view fileName);
 // in its place is removed.
 std::string writableGroupList(const Album& album, std::string_view fileName);
 
+// Renames a list, and the group's music if there is any.
+void renameGroupFiles(const Album& album, const std::string& from, const std::string& to);
+
 // The following work on group list files; `fileName` has its extension. On any failure they close what they opened and
 // return false: no message, no log line. Those that use the selection do nothing unless the group `isWhole`.
 
@@ -49,8 +52,9 @@ bool AddToGroup(Album& album, std::string_view fileName);
 bool RemoveFromGroupFile(Album& album, std::string_view fileName);
 
 // Moves the selected photographs as one block: +n after position n, -n before position n. A position
-// beyond the last photograph means the last one. The list is written whole or not at all.
-bool ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t dropPosition);
+// beyond the last photograph means the last one. The list is written whole or not at all. Gives the new position of
+// the first of them, 0 after a failure.
+std::int32_t ReorderGroupFile(Album& album, std::string_view fileName, std::int32_t dropPosition);
 
 // Replaces each of the ten characters that a file name can't hold by "_"; true if nothing had to be changed.
 bool CheckGroupName(std::string& name);

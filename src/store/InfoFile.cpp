@@ -128,6 +128,17 @@ try {
     return false;
 }
 
+bool hasInfoFile(const Album& album, const std::string& name)
+try {
+    if (!isPhotographName(name))
+        return false;
+    return album.files.length(infoFilePath(album.paths, name)) > 0;
+} catch (const Failure& failure) {
+    if (!failure.isAbsence())
+        throw;
+    return false;
+}
+
 bool SaveImageInfo(Album& album, std::string_view infoFileName, const PhotoInfo& info)
 try {
     // The file that was read, whose name may differ in case.

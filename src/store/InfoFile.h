@@ -19,6 +19,11 @@ enum class OddSize { Ends, IsPassedOver };
 // file can't be read or a size ends the reading; what was read until then stands.
 bool readInfoFile(Album& album, std::string_view infoFileName, PhotoInfo& info, OddSize oddSize = OddSize::Ends);
 
+// Whether the photograph `name` has an information file. An empty one counts as missing. After another failure than an
+// absent file the photograph may still be there: the caller decides. Names that can't be a photograph's aren't looked
+// up: an album may have millions of empty lines.
+bool hasInfoFile(const Album& album, const std::string& name);
+
 // Writes `info` as that information file. False when there is no name or it can't be written.
 bool SaveImageInfo(Album& album, std::string_view infoFileName, const PhotoInfo& info);
 

@@ -68,7 +68,7 @@ TEST_F(SearchTest, AFieldAsksOnlyTheLinesThatAreThere)
 TEST_F(SearchTest, AUserSearchesAndAppends)
 {
     for (int i = 1; i <= 300; ++i)
-        put("p" + std::to_string(i) + ".jpg", {});
+        put("p" + std::to_string(i) + ".jpg", {"TITLE="});
     main().dialogs().showImport = [&] {
         EXPECT_EQ(group().CurrentGroupName, "");
         search.SetNewList({}); // as a run does
@@ -113,6 +113,10 @@ TEST_F(SearchTest, AUserSearchesAndAppends)
     });
     main().mnuGroupSearchAppend.Click.raise();
     EXPECT_EQ(rows(), (Names{"  All Photos  ", "found", "My_Trip", "Trip"}));
+    robot.key(main(), ZKey, CtrlKey);
+    EXPECT_EQ(cells(), names(3)) << "the last append is taken back";
+    robot.key(main(), ZKey, CtrlKey | ShiftKey);
+    EXPECT_EQ(cells().size() + selectedPositions().at(0), 8U) << "the fourth of four is selected";
 }
 
 TEST_F(SearchTest, AFailureEndsASearchAndASaveWithoutAWord)

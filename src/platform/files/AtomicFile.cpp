@@ -214,13 +214,15 @@ NativePath followLinks(std::string native)
     throw Failure(FailureKind::FileNotFound);
 }
 
-std::string readWhole(const Descriptor& file)
+std::string readWhole(const Descriptor& file, std::int64_t most)
 {
     struct stat status = {};
     if (fstat(file.handle(), &status) != 0)
         failNow(Attempted::Access);
     if (!S_ISREG(status.st_mode)) // which would read as empty
         throw Failure(FailureKind::PathFileAccess);
+    if (status.st_size > most)
+        throw Failure(FailureKind::OutOfMemory);
     std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
     std::size_t done = 0;
     while (done < bytes.size()) {

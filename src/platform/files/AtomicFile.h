@@ -6,7 +6,9 @@
 #include "platform/files/NativeErrors.h"
 #include "platform/files/Paths.h"
 
+#include <cstdint>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -62,8 +64,8 @@ NativePath followLinks(std::string native);
 // Takes what was written off `bytes`: all of it, or less if the writing fails.
 void writeAll(const Descriptor& file, std::string_view& bytes, Attempted attempted);
 
-// "Path/File access error" for what is no regular file.
-std::string readWhole(const Descriptor& file);
+// "Path/File access error" for what is no regular file, "Out of memory" for more than `most` bytes.
+std::string readWhole(const Descriptor& file, std::int64_t most = std::numeric_limits<std::int64_t>::max());
 
 // Replaces `old`, the file at `place`, or creates it. A kill or a full disk leaves `old`. Owner and rights stay.
 // Where a second name or the owner couldn't be kept that way, the file is overwritten instead. `beforeCommit` is

@@ -63,6 +63,22 @@ void FileService::replaceContent(std::string_view path, std::string_view source)
     writeFileAtomically(path, readWhole(openForReading(source)), Sync::Yes);
 }
 
+std::optional<std::string> FileService::bytesToReplace(std::string_view path, std::int64_t most) const
+{
+    checkFault(FileOperation::Open, path);
+    constexpr int Flags = O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
+    Descriptor file(::open(nativeAsWritten(path).c_str(), Flags));
+    if (!file.isOpen()) { // a link, or in a folder of another case
+        const Target target = writableTarget(path);
+        if (!target.status)
+            return {};
+        file = Descriptor(::open(target.native.c_str(), Flags));
+    }
+    if (!file.isOpen())
+        failNow(Attempted::Access);
+    return readWhole(file, most);
+}
+
 void FileService::setModified(std::string_view path, Instant instant)
 {
     checkFault(FileOperation::SetDate, path);

@@ -65,6 +65,8 @@ public:
     void writeLines(std::string_view path, const std::vector<std::string>& lines, Sync sync);
     // Writes the content of `source` to `path` in the same way, synced. Calls the fault hook for a copy first.
     void replaceContent(std::string_view path, std::string_view source);
+    // The bytes that such a write would replace; nothing if there is no file. More than `most` are "Out of memory".
+    std::optional<std::string> bytesToReplace(std::string_view path, std::int64_t most) const;
 
     std::int64_t length(std::string_view path) const; // in bytes; regular files only
     // A regular file of exactly this name. A disk that doesn't answer is a failure: taking the file for absent, callers

@@ -37,6 +37,7 @@ enum KeyNumber {
     DownKey = 40,
     DeleteKey = 46,
     AKey = 65,
+    ZKey = 90,
     MenuKey = 93,
     PlusKey = 107,
     MinusKey = 109,
