@@ -150,14 +150,16 @@ int keyCode(const QKeyEvent& event)
         {Qt::Key_Escape, EscapeKey}, {Qt::Key_Space, SpaceKey}, {Qt::Key_PageUp, PageUpKey},
         {Qt::Key_PageDown, PageDownKey}, {Qt::Key_End, EndKey}, {Qt::Key_Home, HomeKey}, {Qt::Key_Left, LeftKey},
         {Qt::Key_Up, UpKey}, {Qt::Key_Right, RightKey}, {Qt::Key_Down, DownKey}, {Qt::Key_Delete, DeleteKey},
-        {Qt::Key_A, AKey}, {Qt::Key_Menu, MenuKey}, {Qt::Key_Plus, PlusKey}, {Qt::Key_Minus, MinusKey},
-        {Qt::Key_F2, F2Key}, {Qt::Key_F11, F11Key}};
-    constexpr quint32 PlaceOfA = 38;
+        {Qt::Key_A, AKey}, {Qt::Key_Z, ZKey}, {Qt::Key_Menu, MenuKey}, {Qt::Key_Plus, PlusKey},
+        {Qt::Key_Minus, MinusKey}, {Qt::Key_F2, F2Key}, {Qt::Key_F11, F11Key}};
+    // Where a keyboard has these letters, for layouts of other scripts.
+    static const std::map<quint32, int> places{{38, AKey}, {52, ZKey}};
     const int key = event.key();
     if (const auto found = codes.find(key); found != codes.end())
         return found->second;
     const bool hasOtherLetter = QChar::script(static_cast<char32_t>(key)) > QChar::Script_Latin;
-    return hasOtherLetter && event.nativeScanCode() == PlaceOfA ? AKey : 0;
+    const auto place = places.find(event.nativeScanCode());
+    return hasOtherLetter && place != places.end() ? place->second : 0;
 }
 
 int keyAscii(const QKeyEvent& event)
