@@ -24,6 +24,7 @@ private:
     void press(int cell, int button, int Shift);
     void openThumbnail();
     void selectAll();
+    void copyFiles();
     void stepWhileEditing(int KeyCode);
     void backToThumbnails();
     void removeFromGroup();
@@ -39,7 +40,6 @@ private:
     void moveTo(std::int32_t position);
     void moveSelected(int step);
     std::int32_t placeFrom(std::int32_t here, int step) const;
-    std::vector<std::int32_t> selected() const; // positions
     bool standsAt(std::int32_t position, const std::vector<std::string>& names) const;
 };
 

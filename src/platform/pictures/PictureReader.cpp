@@ -291,4 +291,9 @@ Picture readThumbnail(const PictureFile& file, int longerSide)
     return readFormat(file, format, longerSide, [](std::int64_t pixels) { return pixels <= MostPixels; });
 }
 
+bool isPicture(const PictureFile& file)
+{
+    return !attempt([&] { formatOf(file); });
+}
+
 } // namespace trovarium

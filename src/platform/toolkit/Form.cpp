@@ -114,6 +114,11 @@ void Form::enableOrDisable()
     m_window->setEnabled(Enabled());
 }
 
+void Form::takeOrRefuseFiles()
+{
+    m_window->setAcceptDrops(TakesFiles());
+}
+
 void Form::repaint()
 {
     client()->update();

@@ -6,6 +6,7 @@
 #include "platform/toolkit/DesktopState.h"
 #include "platform/toolkit/DrawnWidget.h"
 #include "platform/toolkit/Form.h"
+#include "platform/toolkit/MimeFiles.h"
 #include "platform/toolkit/QtValues.h"
 #include "platform/toolkit/ScrollBar.h"
 
@@ -13,6 +14,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPointer>
 #include <QScreen>
 #include <QTimer>
@@ -303,6 +305,39 @@ void FormWindow::closeEvent(QCloseEvent* event)
     } else if (state.isOpenToInput(m_form)) {
         deliverEvent(m_form, [this] { m_form.Close.isWired() ? m_form.Close.raise() : m_form.unload(); });
     }
+}
+
+bool FormWindow::takesFiles() const
+{
+    return m_form.TakesFiles() && m_form.desktop().state().isOpenToInput(m_form);
+}
+
+void FormWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    dragMoveEvent(event);
+}
+
+// Always as a copy: after a move the other program would delete its files.
+void FormWindow::dragMoveEvent(QDragMoveEvent* event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(takesFiles() && event->mimeData()->hasUrls());
+}
+
+// The other program waits until this returns, so the handler runs later, if the form still takes files then.
+void FormWindow::dropEvent(QDropEvent* event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    const QPointF place = m_form.handlerPlace(m_client->mapFrom(this, event->position()));
+    m_form.desktop().state().invokeLater(
+        [window = QPointer<FormWindow>(this), files = filesIn(*event->mimeData()), place] {
+            if (!window || !window->takesFiles())
+                return;
+            Form& form = window->m_form;
+            deliverEvent(form,
+                [&] { form.FilesDropped.raise(files, static_cast<float>(place.x()), static_cast<float>(place.y())); });
+        });
 }
 
 void FormWindow::keyPressEvent(QKeyEvent* event)
