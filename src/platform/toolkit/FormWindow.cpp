@@ -13,6 +13,7 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPointer>
@@ -116,6 +117,11 @@ bool isInput(QEvent::Type type)
     default:
         return false;
     }
+}
+
+bool holdsFiles(const QDropEvent& event)
+{
+    return event.mimeData()->hasUrls();
 }
 
 // The focus ring is shown while the user works with the keyboard. Modifier keys don't count.
@@ -309,7 +315,7 @@ void FormWindow::closeEvent(QCloseEvent* event)
 
 bool FormWindow::takesFiles() const
 {
-    return m_form.TakesFiles() && m_form.desktop().state().isOpenToInput(m_form);
+    return m_form.TakesFiles() && m_form.desktop().state().isInUse(m_form);
 }
 
 void FormWindow::dragEnterEvent(QDragEnterEvent* event)
@@ -321,7 +327,7 @@ void FormWindow::dragEnterEvent(QDragEnterEvent* event)
 void FormWindow::dragMoveEvent(QDragMoveEvent* event)
 {
     event->setDropAction(Qt::CopyAction);
-    event->setAccepted(takesFiles() && event->mimeData()->hasUrls());
+    event->setAccepted(takesFiles() && holdsFiles(*event) && event->possibleActions().testFlag(Qt::CopyAction));
 }
 
 // The other program waits until this returns, so the handler runs later, if the form still takes files then.
@@ -369,6 +375,12 @@ bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
         return false;
     if (event->type() == QEvent::UpdateRequest)
         return m_state.keepsRepaint(*receiver);
+    // A text box would take the files as text, and as a move, after which the other program deletes them.
+    if (event->type() == QEvent::DragEnter && qobject_cast<QLineEdit*>(receiver) != nullptr
+        && holdsFiles(static_cast<QDropEvent&>(*event))) {
+        event->ignore();
+        return true;
+    }
     if (!isInput(event->type()))
         return false;
     const auto* widget = static_cast<QWidget*>(receiver);
