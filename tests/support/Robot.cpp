@@ -86,6 +86,7 @@ std::unique_ptr<QMimeData> urlList(std::string_view urls)
 {
     auto data = std::make_unique<QMimeData>();
     data->setData("text/uri-list", QByteArray(urls.data(), qsizetype(urls.size())));
+    data->setText(toQString(urls)); // which a text box would take
     return data;
 }
 
