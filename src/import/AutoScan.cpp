@@ -54,6 +54,28 @@ void AutoScan::cmdAutoScan_Click()
     end();
 }
 
+void AutoScan::scanOffered(const OfferedFiles& files)
+{
+    std::vector<Folder> folders;
+    std::vector<std::string> refused = files.others;
+    begin();
+    addOffered(files, folders, refused);
+    scanTypes(folders);
+    // At once, so that a cancelled list is whole too. What was added by hand meanwhile has its folder.
+    for (int i = 0; i < m_form.List1.ListCount(); ++i) {
+        if (m_form.List1.List(i).find('\\') != std::string::npos)
+            splitPath(i);
+    }
+    const bool wasCancelled = ScanStopped;
+    end();
+    for (const Folder& folder : folders) {
+        if (folder.found == 0)
+            refused.push_back(SplitPath(folder.path).FileName);
+    }
+    if (!wasCancelled && !refused.empty())
+        tellRefused(refused, files.paths.size() + files.others.size());
+}
+
 void AutoScan::begin()
 {
     m_form.cmdAutoScan.Caption = "&Cancel";
@@ -90,16 +112,21 @@ void AutoScan::scanTypes(std::vector<Folder>& folders)
             continue;
         for (Folder& folder : folders) {
             const int before = list.ListCount();
-            FindFiles(folder.path, std::string(type), fileCount, dirCount, list, ScanStopped);
+            std::string path = folder.path;
+            FindFiles(path, std::string(type), fileCount, dirCount, list, ScanStopped);
             folder.found += list.ListCount() - before;
         }
         m_form.lbCount.Caption = numberText(list.ListCount());
         if (list.ListCount() >= MostEntries)
-            m_form.desktop().prompts().messageBox(
-                "Notice: File count for located media has been exceeded. Some of the specified folders may have not "
-                "been completely searched.",
-                Message::Notice, "");
+            tellFull();
     }
+}
+
+void AutoScan::tellFull()
+{
+    m_form.desktop().prompts().messageBox("Notice: File count for located media has been exceeded. Some of the "
+                                          "specified folders may have not been completely searched.",
+        Message::Notice, "");
 }
 
 // Covers all entries: one that was added by hand is only a name, and loses its folder here. The count label ends at the
@@ -123,40 +150,18 @@ void AutoScan::splitPath(int i)
     m_form.List2.setList(i, std::move(parts.Folder));
 }
 
-void AutoScan::scanOffered(const OfferedFiles& files)
-{
-    std::vector<Folder> folders;
-    std::vector<std::string> refused = files.others;
-    begin();
-    addOffered(files, folders, refused);
-    scanTypes(folders);
-    // At once, so that a cancelled list is whole too. What was added by hand meanwhile has its folder.
-    for (int i = 0; i < m_form.List1.ListCount(); ++i) {
-        if (m_form.List1.List(i).find('\\') != std::string::npos)
-            splitPath(i);
-    }
-    const bool wasCancelled = ScanStopped;
-    end();
-    for (const Folder& folder : folders) {
-        if (folder.found == 0)
-            refused.push_back(SplitPath(folder.path.substr(0, folder.path.size() - 1)).FileName);
-    }
-    if (refused.empty() || wasCancelled)
-        return;
-    const std::string where = refused.size() == 1 ? refused.front()
-                                                  : numberText(refused.size()) + " of the "
-            + numberText(files.paths.size() + files.others.size()) + " files and folders";
-    m_form.desktop().prompts().messageBox("Nothing to import was found in " + where + ".", Message::Notice, "");
-}
-
 void AutoScan::addOffered(const OfferedFiles& files, std::vector<Folder>& folders, std::vector<std::string>& refused)
 {
     for (const std::string& path : files.paths) {
+        if (m_form.List1.ListCount() >= MostEntries) {
+            tellFull();
+            return;
+        }
         bool isFolder = false;
         attempt([&] { isFolder = m_album.files.folderExists(path); });
         if (isFolder) {
             folders.push_back({path});
-        } else if (m_form.List1.ListCount() < MostEntries && canImport(path)) {
+        } else if (canImport(path)) {
             m_form.unsettleList();
             // A file in the root as a scan lists it.
             m_form.List1.AddItem(path.find('\\') == std::string::npos ? "/\\" + path.substr(1) : path);
@@ -176,6 +181,14 @@ bool AutoScan::canImport(const std::string& path) const
     attempt(
         [&] { can = isVideoFile(path) ? m_album.files.exists(path) : m_form.desktop().pictures().isPicture(path); });
     return can;
+}
+
+void AutoScan::tellRefused(const std::vector<std::string>& refused, std::size_t all)
+{
+    const std::string where = refused.size() == 1
+        ? refused.front()
+        : numberText(refused.size()) + " of the " + numberText(all) + " files and folders";
+    m_form.desktop().prompts().messageBox("Nothing to import was found in " + where + ".", Message::Notice, "");
 }
 
 std::int64_t AutoScan::FindFiles(std::string& path, const std::string& pattern, std::int32_t& fileCount,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -44,10 +45,12 @@ private:
     void end();
     void cancel();
     void scanTypes(std::vector<Folder>& folders);
+    void tellFull();
     void splitPaths();
     void splitPath(int i);
     void addOffered(const OfferedFiles& files, std::vector<Folder>& folders, std::vector<std::string>& refused);
     bool canImport(const std::string& path) const;
+    void tellRefused(const std::vector<std::string>& refused, std::size_t all);
     bool findFolders(
         const std::string& path, std::vector<std::string>& folders, std::int32_t& dirCount, const bool& stopFlag);
     bool findMatches(const std::string& path, const std::string& pattern, std::int64_t& total, std::int32_t& fileCount,

@@ -87,6 +87,7 @@ TEST_F(FileTransferTest, WhatCanBeShownIsTakenAndTheRestToldInOneSentence)
              {{"caf%E9.jpg"}, "\\|caf\u00E9.jpg ", ""}, {{host + m_sources.native("a.jpg")}, "\\|a.jpg ", ""},
              {{"a.jpg", "no.txt"}, "\\|a.jpg ", "no.txt"}, {{"F"}, "", "F"}, {{"broken.jpg"}, "", "broken.jpg"},
              {{"file://far/a.jpg"}, "", "a.jpg"}, {{"b%5Cc.jpg"}, "", "b\\c.jpg"},
+             {{"data:image/png;base64,iVBO/Rw0K"}, "", "data"},
              {{"gone.avi", "no.jpg", "a.jpg", "http://x.org/"}, "\\|a.jpg ", "3 of the 4 files and folders"}}) {
         if (!told.empty())
             prompts.expectNotice("Nothing to import was found in " + told + ".");

@@ -222,12 +222,13 @@ bool Robot::drop(Form& form, At at, std::string_view urls, bool onlyToMove)
     const Spot spot = spotOf(form, at);
     QWidget& to = *spot.receiver();
     const QPoint place = to.mapFrom(spot.window, spot.at).toPoint();
-    QDragEnterEvent enter(place, possible, data.get(), Qt::LeftButton, Qt::NoModifier);
+    // Shift proposes a move, as file managers do by themselves.
+    QDragEnterEvent enter(place, possible, data.get(), Qt::LeftButton, Qt::ShiftModifier);
     QApplication::sendEvent(&to, &enter);
     if (!enter.isAccepted())
         return false;
     EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
-    QDropEvent drop(place, possible, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QDropEvent drop(place, possible, data.get(), Qt::LeftButton, Qt::ShiftModifier);
     QApplication::sendEvent(&to, &drop);
     m_state->desktop.DoEvents(); // what the drop starts comes behind it
     return true;

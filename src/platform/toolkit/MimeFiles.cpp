@@ -19,7 +19,7 @@ constexpr const char* UrlList = "text/uri-list";
 constexpr const char* FileManagerList = "x-special/gnome-copied-files"; // many file managers paste nothing else
 constexpr const char* PngFormat = "image/png";
 
-// Fast, and still half the size of the pixels.
+// The fastest compression: the other program waits for it.
 constexpr int PngQuality = 80;
 
 // Some programs write their own computer's name into the URL.
@@ -29,6 +29,14 @@ bool isOnThisComputer(const QUrl& url)
     return url.isLocalFile()
         && (host.isEmpty() || host == u"localhost"
             || host.compare(QSysInfo::machineHostName(), Qt::CaseInsensitive) == 0);
+}
+
+// Short even for a URL that holds a whole picture.
+QString nameOf(const QUrl& url)
+{
+    if (url.host().isEmpty() && !url.isLocalFile())
+        return url.scheme();
+    return url.fileName().isEmpty() ? url.host() : url.fileName();
 }
 
 // Byte by byte: a name on disk need not be UTF-8.
@@ -85,7 +93,7 @@ OfferedFiles filesIn(const QMimeData& data)
         const std::string native = nativeOf(url);
         const std::string_view path = withoutEndSlashes(native);
         if (!isOnThisComputer(url) || !canBeNamed(path))
-            files.others.push_back(toText(url.fileName().isEmpty() ? url.host() : url.fileName()));
+            files.others.push_back(toText(nameOf(url)));
         else
             files.paths.push_back(path.empty() ? "/" : fromNativePath(path));
     }
