@@ -179,7 +179,7 @@ void GroupCommands::removeSelectedFromCurrent()
 void GroupCommands::reorder(std::int32_t position)
 {
     const std::string file = m_album.group.currentGroupFile();
-    GroupHistory::Moved moved{m_form.selection().positions(), {}};
+    GroupHistory::Moved moved{m_album.group.selected(), {}};
     const auto act = [&] {
         const std::int32_t first = isGroupAsRead(m_album) ? ReorderGroupFile(m_album, file, position) : 0;
         moved.to.resize(moved.from.size());

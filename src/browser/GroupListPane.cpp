@@ -108,6 +108,16 @@ int GroupListPane::rowOf(std::string_view name) const
     return -1;
 }
 
+int GroupListPane::rowAt(float x, float y) const
+{
+    for (int i = 0; i < GroupRows; ++i) {
+        const PictureBox& row = m_form.pctAlbumList(i);
+        if (x > row.Left() && x < row.Left() + row.Width() && y > row.Top() && y < row.Top() + row.Height())
+            return i;
+    }
+    return -1;
+}
+
 void GroupListPane::reopenGroup()
 try {
     const GroupOnShow& group = m_album.group;

@@ -32,6 +32,9 @@ public:
     // True for a name in the list, in upper or lower case, and for the empty name.
     bool GroupExists(std::string_view Name) const;
 
+    // The row there, in pixels of the form, or -1. Hidden rows count too.
+    int rowAt(float x, float y) const;
+
     // Reads the group on show again and shows its page, as a press on its row does. For callers that changed lists. A
     // deleted list leaves an empty page.
     void reopenGroup();

@@ -2,6 +2,7 @@
 
 #include "browser/Keyboard.h"
 
+#include "browser/FileTransfer.h"
 #include "browser/GroupCommands.h"
 #include "browser/GroupListPane.h"
 #include "browser/MainMenus.h"
@@ -71,6 +72,10 @@ void Keyboard::Form_KeyDown(int KeyCode, int Shift)
         pressThumbnail(LeftButton, Shift);
     else if (Shift == (ShiftKey | CtrlKey) && stepOf(KeyCode) != 0)
         moveSelected(stepOf(KeyCode));
+    else if (Shift == CtrlKey && KeyCode == CKey)
+        copyFiles();
+    else if (Shift == CtrlKey && KeyCode == VKey && isOpen(m_form.mnuFile, m_form.mnuFileImport))
+        m_form.fileTransfer().paste();
     else if (Shift == NoKeys || (sign && Shift == ShiftKey))
         commandKey(KeyCode);
 }
@@ -158,6 +163,14 @@ void Keyboard::selectAll()
     m_form.selection().SetGroupListSelect(last, ShiftKey);
 }
 
+void Keyboard::copyFiles()
+{
+    if (isPhotographOnShow())
+        m_form.fileTransfer().copyPhotographOnShow();
+    else
+        m_form.fileTransfer().copySelected();
+}
+
 // The buttons for both steps stay enabled during an edit.
 void Keyboard::stepWhileEditing(int KeyCode)
 {
@@ -188,7 +201,7 @@ void Keyboard::backToThumbnails()
 
 void Keyboard::removeFromGroup()
 {
-    if (m_form.selection().positions().empty())
+    if (m_album.group.selected().empty())
         return;
     m_form.menus().mnuEdit_Click();
     if (isOpen(m_form.mnuEdit, m_form.mnuEditRemoveFromGroup))
@@ -300,7 +313,7 @@ void Keyboard::moveTo(std::int32_t position)
 void Keyboard::moveSelected(int step)
 {
     const GroupOnShow& group = m_album.group;
-    const std::vector<std::int32_t> moved = m_form.selection().positions();
+    const std::vector<std::int32_t> moved = group.selected();
     if (moved.empty() || isPhotographOnShow())
         return;
     const std::int32_t there = placeFrom(step < 0 ? moved.front() : moved.back(), step);

@@ -24,6 +24,7 @@ private:
     void press(int cell, int button, int Shift);
     void openThumbnail();
     void selectAll();
+    void copyFiles();
     void stepWhileEditing(int KeyCode);
     void stepThroughHistory(int Shift);
     void backToThumbnails();

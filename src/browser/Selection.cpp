@@ -12,8 +12,6 @@
 #include "viewer/InfoBox.h"
 #include "viewer/PhotoDisplay.h"
 
-#include <algorithm>
-
 namespace trovarium {
 
 namespace {
@@ -59,17 +57,6 @@ try {
     ShowGroupListSelect();
 } catch (const Failure& failure) {
     logFailure(m_album, "SetGroupListSelect", failure);
-}
-
-std::vector<std::int32_t> Selection::positions() const
-{
-    const GroupOnShow& group = m_album.group;
-    std::vector<std::int32_t> positions;
-    for (std::int32_t i = 1; i <= std::min(group.GroupList.upperBound(), group.GroupSelect.upperBound()); ++i) {
-        if (group.GroupSelect(i) == 1)
-            positions.push_back(i);
-    }
-    return positions;
 }
 
 void Selection::clear()

@@ -21,8 +21,6 @@ public:
     // Selects these and no others.
     void select(const std::vector<std::int32_t>& positions);
 
-    std::vector<std::int32_t> positions() const; // of the selected photographs
-
     // Updates the frames of the current page and the status text.
     void ShowGroupListSelect();
 

@@ -4,6 +4,7 @@
 
 #include "browser/DropGeometry.h"
 #include "browser/GroupCommands.h"
+#include "browser/GroupListPane.h"
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
 #include "browser/frmMain.h"
@@ -117,7 +118,7 @@ void ThumbnailDrag::dragOverList(int Index, float X, float Y)
 {
     hideMarks();
     Image& image = m_form.imgThumbnail(Index);
-    const int row = rowAt(X / TwipsPerPixel + image.Left() + m_form.pctWindow.Left(),
+    const int row = m_form.groupList().rowAt(X / TwipsPerPixel + image.Left() + m_form.pctWindow.Left(),
         Y / TwipsPerPixel + image.Top() + m_form.pctWindow.Top());
     if (row >= 0) {
         image.MousePointer = OwnPointer;
@@ -126,17 +127,6 @@ void ThumbnailDrag::dragOverList(int Index, float X, float Y)
         image.MousePointer = NoDropPointer;
         DropTarget = NoTarget;
     }
-}
-
-// In pixels of the form. Hidden rows count too.
-int ThumbnailDrag::rowAt(float x, float y) const
-{
-    for (int i = 0; i < GroupRows; ++i) {
-        const PictureBox& row = m_form.pctAlbumList(i);
-        if (x > row.Left() && x < row.Left() + row.Width() && y > row.Top() && y < row.Top() + row.Height())
-            return i;
-    }
-    return -1;
 }
 
 void ThumbnailDrag::imgThumbnail_MouseUp(int Index)

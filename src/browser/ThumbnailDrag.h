@@ -46,7 +46,6 @@ private:
     int aimAtCell(const DragPointer& pointer);
     void dragOverFrame(int Index, float X, float Y);
     void dragOverList(int Index, float X, float Y);
-    int rowAt(float x, float y) const;
     void endDrag();
     void hideMarks();
 

@@ -2,6 +2,7 @@
 
 #include "browser/frmMain.h"
 
+#include "browser/FileTransfer.h"
 #include "browser/GroupCommands.h"
 #include "browser/GroupListPane.h"
 #include "browser/Keyboard.h"
@@ -256,6 +257,7 @@ void frmMain::makeParts()
     m_thumbnailDrag = std::make_unique<ThumbnailDrag>(*this, m_album);
     m_groupCommands = std::make_unique<GroupCommands>(*this, m_album);
     m_menus = std::make_unique<MainMenus>(*this, m_album);
+    m_fileTransfer = std::make_unique<FileTransfer>(*this, m_album);
     m_photoDisplay = std::make_unique<PhotoDisplay>(*this, m_album);
     m_zoomAndPan = std::make_unique<ZoomAndPan>(*this, m_album);
     m_infoBox = std::make_unique<InfoBox>(*this, m_album);

@@ -22,6 +22,7 @@ namespace trovarium {
 
 struct Album;
 class AudioControls;
+class FileTransfer;
 class GroupCommands;
 class GroupListPane;
 class InfoBox;
@@ -48,6 +49,8 @@ struct Dialogs {
     std::function<void()> showWavLink;        // modal: clips for the selected photographs
     std::function<void()> showAbout;          // modal
     std::function<void()> unloadAllForms;     // all but the main window
+    // The import dialog, modal, its list filled with these.
+    std::function<void(const OfferedFiles&)> importOffered;
 };
 
 // The main window: its controls and their layout. The handlers are in the window's parts (WindowPart), which wire them
@@ -64,6 +67,7 @@ public:
     ThumbnailDrag& thumbnailDrag() { return *m_thumbnailDrag; }
     GroupCommands& groupCommands() { return *m_groupCommands; }
     MainMenus& menus() { return *m_menus; }
+    FileTransfer& fileTransfer() { return *m_fileTransfer; }
     PhotoDisplay& photoDisplay() { return *m_photoDisplay; }
     ZoomAndPan& zoomAndPan() { return *m_zoomAndPan; }
     InfoBox& infoBox() { return *m_infoBox; }
@@ -304,6 +308,7 @@ private:
     std::unique_ptr<ThumbnailDrag> m_thumbnailDrag;
     std::unique_ptr<GroupCommands> m_groupCommands;
     std::unique_ptr<MainMenus> m_menus;
+    std::unique_ptr<FileTransfer> m_fileTransfer;
     std::unique_ptr<PhotoDisplay> m_photoDisplay;
     std::unique_ptr<ZoomAndPan> m_zoomAndPan;
     std::unique_ptr<InfoBox> m_infoBox;

@@ -4,11 +4,14 @@
 
 #include "import/frmImport.h"
 #include "platform/files/FileService.h"
+#include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
+#include "platform/toolkit/OfferedFiles.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
+#include "store/InfoFile.h"
 #include "store/LibraryFolders.h"
 #include "store/Log.h"
 
@@ -40,16 +43,49 @@ void AutoScan::cmdAutoScan_Click()
         cancel();
         return;
     }
-    m_form.cmdAutoScan.Caption = "&Cancel";
-    ScanStopped = false;
-    m_form.DialogBusy = true;
-    m_form.MousePointer = ArrowHourglassPointer;
-    scanTypes();
+    begin();
+    std::vector<Folder> folders{{m_form.Dir1.Path()}};
+    scanTypes(folders);
     m_form.List1.Enabled = false;
     m_form.List2.Enabled = false;
     splitPaths();
     m_form.List1.Enabled = true;
     m_form.List2.Enabled = true;
+    end();
+}
+
+void AutoScan::scanOffered(const OfferedFiles& files)
+{
+    std::vector<Folder> folders;
+    std::vector<std::string> refused = files.others;
+    begin();
+    addOffered(files, folders, refused);
+    scanTypes(folders);
+    // At once, so that a cancelled list is whole too. What was added by hand meanwhile has its folder.
+    for (int i = 0; i < m_form.List1.ListCount(); ++i) {
+        if (m_form.List1.List(i).find('\\') != std::string::npos)
+            splitPath(i);
+    }
+    const bool wasCancelled = ScanStopped;
+    end();
+    for (const Folder& folder : folders) {
+        if (folder.found == 0)
+            refused.push_back(SplitPath(folder.path).FileName);
+    }
+    if (!wasCancelled && !refused.empty())
+        tellRefused(refused, files.paths.size() + files.others.size());
+}
+
+void AutoScan::begin()
+{
+    m_form.cmdAutoScan.Caption = "&Cancel";
+    ScanStopped = false;
+    m_form.DialogBusy = true;
+    m_form.MousePointer = ArrowHourglassPointer;
+}
+
+void AutoScan::end()
+{
     m_form.cmdAutoScan.Caption = std::string(ScanCaption);
     ScanStopped = true;
     m_form.DialogBusy = false;
@@ -66,7 +102,7 @@ void AutoScan::cancel()
 }
 
 // Doesn't test for a cancel between types: each of the rest then ends at its first entry.
-void AutoScan::scanTypes()
+void AutoScan::scanTypes(std::vector<Folder>& folders)
 {
     std::int32_t fileCount = 0;
     std::int32_t dirCount = 0;
@@ -74,15 +110,23 @@ void AutoScan::scanTypes()
     for (const std::string_view type : Patterns) {
         if (findNoCase(m_form.File1.Pattern(), type) == std::string::npos || list.ListCount() >= MostEntries)
             continue;
-        std::string path = m_form.Dir1.Path();
-        FindFiles(path, std::string(type), fileCount, dirCount, list, ScanStopped);
+        for (Folder& folder : folders) {
+            const int before = list.ListCount();
+            std::string path = folder.path;
+            FindFiles(path, std::string(type), fileCount, dirCount, list, ScanStopped);
+            folder.found += list.ListCount() - before;
+        }
         m_form.lbCount.Caption = numberText(list.ListCount());
         if (list.ListCount() >= MostEntries)
-            m_form.desktop().prompts().messageBox(
-                "Notice: File count for located media has been exceeded. Some of the specified folders may have not "
-                "been completely searched.",
-                Message::Notice, "");
+            tellFull();
     }
+}
+
+void AutoScan::tellFull()
+{
+    m_form.desktop().prompts().messageBox("Notice: File count for located media has been exceeded. Some of the "
+                                          "specified folders may have not been completely searched.",
+        Message::Notice, "");
 }
 
 // Covers all entries: one that was added by hand is only a name, and loses its folder here. The count label ends at the
@@ -92,13 +136,59 @@ void AutoScan::splitPaths()
     const int count = m_form.List1.ListCount();
     for (int i = 0; i < count; ++i) {
         m_form.lbCount.Caption = numberText(i);
-        SplitPathResult parts = SplitPath(m_form.List1.List(i));
-        m_form.List1.setList(i, std::move(parts.FileName));
-        m_form.List2.setList(i, std::move(parts.Folder));
+        splitPath(i);
         m_form.desktop().DoEvents();
         if (ScanStopped)
             return;
     }
+}
+
+void AutoScan::splitPath(int i)
+{
+    SplitPathResult parts = SplitPath(m_form.List1.List(i));
+    m_form.List1.setList(i, std::move(parts.FileName));
+    m_form.List2.setList(i, std::move(parts.Folder));
+}
+
+void AutoScan::addOffered(const OfferedFiles& files, std::vector<Folder>& folders, std::vector<std::string>& refused)
+{
+    for (const std::string& path : files.paths) {
+        if (m_form.List1.ListCount() >= MostEntries) {
+            tellFull();
+            return;
+        }
+        bool isFolder = false;
+        attempt([&] { isFolder = m_album.files.folderExists(path); });
+        if (isFolder) {
+            folders.push_back({path});
+        } else if (canImport(path)) {
+            m_form.unsettleList();
+            // A file in the root as a scan lists it.
+            m_form.List1.AddItem(path.find('\\') == std::string::npos ? "/\\" + path.substr(1) : path);
+        } else {
+            refused.push_back(SplitPath(path).FileName);
+        }
+        m_form.desktop().DoEvents();
+        if (ScanStopped)
+            return;
+    }
+}
+
+// Clips count by their endings, everything else by content, whatever its ending.
+bool AutoScan::canImport(const std::string& path) const
+{
+    bool can = false;
+    attempt(
+        [&] { can = isVideoFile(path) ? m_album.files.exists(path) : m_form.desktop().pictures().isPicture(path); });
+    return can;
+}
+
+void AutoScan::tellRefused(const std::vector<std::string>& refused, std::size_t all)
+{
+    const std::string where = refused.size() == 1
+        ? refused.front()
+        : numberText(refused.size()) + " of the " + numberText(all) + " files and folders";
+    m_form.desktop().prompts().messageBox("Nothing to import was found in " + where + ".", Message::Notice, "");
 }
 
 std::int64_t AutoScan::FindFiles(std::string& path, const std::string& pattern, std::int32_t& fileCount,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -10,6 +11,7 @@ namespace trovarium {
 struct Album;
 class ListBox;
 class frmImport;
+struct OfferedFiles;
 
 // Fills the list of the import dialog with all files of the checked types in a folder and its subfolders. During a scan
 // its button cancels it.
@@ -18,6 +20,11 @@ public:
     AutoScan(frmImport& form, Album& album);
 
     void cmdAutoScan_Click();
+
+    // Adds the files that can be imported, and all of the checked types in the folders and below them. Tells how many
+    // of what was offered gave no entry, unless it was cancelled.
+    void scanOffered(const OfferedFiles& files);
+
     // Ends a running scan at its next entry.
     void stop() { ScanStopped = true; }
 
@@ -28,9 +35,22 @@ public:
         std::int32_t& dirCount, ListBox& list, const bool& stopFlag);
 
 private:
+    // Where to search, and how many entries it gave.
+    struct Folder {
+        std::string path;
+        int found = 0;
+    };
+
+    void begin();
+    void end();
     void cancel();
-    void scanTypes();
+    void scanTypes(std::vector<Folder>& folders);
+    void tellFull();
     void splitPaths();
+    void splitPath(int i);
+    void addOffered(const OfferedFiles& files, std::vector<Folder>& folders, std::vector<std::string>& refused);
+    bool canImport(const std::string& path) const;
+    void tellRefused(const std::vector<std::string>& refused, std::size_t all);
     bool findFolders(
         const std::string& path, std::vector<std::string>& folders, std::int32_t& dirCount, const bool& stopFlag);
     bool findMatches(const std::string& path, const std::string& pattern, std::int64_t& total, std::int32_t& fileCount,

@@ -17,6 +17,7 @@
 #include <iterator>
 #include <string>
 #include <unordered_set>
+#include <utility>
 
 namespace trovarium {
 
@@ -66,6 +67,7 @@ frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormHolder<f
     nameControls();
 
     on(Load, this, &frmImport::Form_Load);
+    on(Activate, this, &frmImport::Form_Activate);
     on(Unload, this, &frmImport::Form_Unload);
     on(Close, this, &frmImport::lbExit_Click);
     on(KeyDown, this, &frmImport::Form_KeyDown);
@@ -124,6 +126,24 @@ try {
     BuildFilePattern();
 } catch (const Failure& failure) {
     logFailure(m_album, "Form_Load", failure);
+}
+
+void frmImport::showFilled(const OfferedFiles& files)
+{
+    m_offered = files;
+    showModal();
+}
+
+// With the window on the screen the list may take its time, and can be cancelled.
+void frmImport::Form_Activate()
+{
+    const OfferedFiles files = std::exchange(m_offered, {});
+    if (files.empty() || DialogBusy)
+        return;
+    m_autoScan->scanOffered(files);
+    lbCount.Caption = numberText(List1.ListCount());
+    if (List1.ListCount() == 0)
+        lbExit_Click();
 }
 
 // Ends a running scan.

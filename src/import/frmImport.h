@@ -30,6 +30,10 @@ public:
         FormHolder<frmThumbnail>& thumbnailBuilder);
     ~frmImport() override;
 
+    // Shows the dialog modally and fills the list with the files and those in the folders. If there is nothing to
+    // import among them, it is told, and the dialog closes.
+    void showFilled(const OfferedFiles& files);
+
     // Sets the file list's pattern from the checked types.
     void BuildFilePattern();
     // Adds the files selected in File1 to the list, except names already on it, from whatever folder. False after a
@@ -40,6 +44,7 @@ public:
     void unsettleList() { m_isListSettled = false; }
 
     void Form_Load();
+    void Form_Activate();
     void Form_Unload();
     void Form_KeyDown(int KeyCode, int Shift);
     void chkFilter_Click(int Index);
@@ -100,6 +105,7 @@ private:
     Album& m_album;
     bool m_optionsBusy = false; // guards chkOptions_Click
     bool m_isListSettled = false;
+    OfferedFiles m_offered; // until the list is filled with them
     std::unique_ptr<AutoScan> m_autoScan;
     std::unique_ptr<ImportRun> m_importRun;
 };

@@ -147,6 +147,7 @@ Dialogs Program::dialogs()
         .showWavLink = [this] { m_links().LinkWav2Photos(); },
         .showAbout = [this] { m_about().showModal(); },
         .unloadAllForms = [this] { UnloadAllForms(m_desktop, "frmMain"); },
+        .importOffered = [this](const OfferedFiles& files) { m_import().showFilled(files); },
     };
 }
 

@@ -4,6 +4,7 @@
 #include "platform/files/FileTypes.h"
 #include "runtime/Failure.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -53,6 +54,17 @@ struct GroupOnShow {
 
     // False if reading the list failed: GroupSelect still belongs to the group before, so it must not be used.
     bool isWhole = true;
+
+    // Their positions, without any that both arrays don't have.
+    std::vector<std::int32_t> selected() const
+    {
+        std::vector<std::int32_t> positions;
+        for (std::int32_t i = 1; i <= std::min(GroupList.upperBound(), GroupSelect.upperBound()); ++i) {
+            if (isWhole && GroupSelect(i) == 1)
+                positions.push_back(i);
+        }
+        return positions;
+    }
 
     // Its list file. Only the name identifies the group: its row in the list of groups may change.
     std::string currentGroupFile() const { return CurrentGroupName + ".lst"; }

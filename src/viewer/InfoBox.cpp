@@ -278,6 +278,7 @@ void InfoBox::enableRest(bool enabled)
     for (int row = 0; row < GroupRows; ++row)
         m_form.pctAlbumList(row).Enabled = enabled;
     m_form.optInfoPosition.forEach([&](int, OptionButton& button) { button.Enabled = enabled; });
+    m_form.TakesFiles = enabled;
     for (Menu* menu : {&m_form.mnuFile, &m_form.mnuEdit, &m_form.mnuView, &m_form.mnuSet, &m_form.mnuHelp})
         menu->Enabled = enabled;
 }

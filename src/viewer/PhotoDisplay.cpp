@@ -110,6 +110,7 @@ void PhotoDisplay::load(std::int32_t Index, bool& videoOnShow)
         loadVideo(path);
     else
         loadPicture(path);
+    m_loadedFile = path;
     if (m_form.infoBox().LoadImageInfo(Index))
         m_form.infoBox().LoadInfoBox();
     m_form.desktop().Screen().MousePointer = DefaultPointer;

@@ -26,6 +26,9 @@ public:
     bool NextPhoto();
     bool PrevPhoto();
 
+    // The photograph in pctBox(0), or the film that was opened since: the current one may have failed to load.
+    const std::string& loadedFile() const { return m_loadedFile; }
+
     // Opens the current photograph from the page of thumbnails.
     void openFromThumbnails();
 
@@ -47,6 +50,7 @@ private:
     void expectNeighbours(std::int32_t Index);
 
     bool m_isStepping = false;
+    std::string m_loadedFile;
 };
 
 // The first i from 1 to 20 for which a picture of `width` by `height`, divided by i, is smaller than the frame; 0 if

@@ -2,6 +2,7 @@
 
 #include "viewer/frmFullScreen.h"
 
+#include "browser/FileTransfer.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Units.h"
@@ -110,7 +111,7 @@ try {
     logFailure(m_album, "Form_KeyDown", failure);
 }
 
-bool frmFullScreen::PhotoRequest(int KeyCode, int /*Shift*/)
+bool frmFullScreen::PhotoRequest(int KeyCode, int Shift)
 try {
     bool isShown = false;
     switch (KeyCode) {
@@ -132,6 +133,10 @@ try {
         break;
     case AKey:
         m_main.audio().cmdPlayAudioClip_Click(0);
+        break;
+    case CKey:
+        if (Shift == CtrlKey)
+            m_main.fileTransfer().copyPhotographOnShow();
         break;
     default:
         break;

@@ -196,7 +196,7 @@ private:
         desktop, [this] {
             return std::make_unique<frmMain>(desktop, test.album(), video,
                 Dialogs{tell("welcome"), [this](int mode) { groups().showFor(mode); }, tell("export"), tell("full"),
-                    tell("show"), tell("search"), tell("import"), tell("midi"), tell("wav"), tell("about"), [] {}});
+                    tell("show"), tell("search"), tell("import"), tell("midi"), tell("wav"), tell("about"), [] {}, {}});
         }};
     FormHolder<frmGroups> m_groups{
         desktop, [this] { return std::make_unique<frmGroups>(desktop, test.album(), main()); }};

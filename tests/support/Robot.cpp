@@ -9,9 +9,12 @@
 #include "platform/toolkit/QtValues.h"
 
 #include <QApplication>
+#include <QClipboard>
+#include <QDropEvent>
 #include <QImage>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QTest>
 #include <QTimer>
 #include <QWheelEvent>
@@ -77,6 +80,14 @@ QWidget* keyboard(Form& form)
     if (!window.isActiveWindow())
         QCoreApplication::processEvents();
     return window.focusWidget() != nullptr ? window.focusWidget() : &window;
+}
+
+std::unique_ptr<QMimeData> urlList(std::string_view urls)
+{
+    auto data = std::make_unique<QMimeData>();
+    data->setData("text/uri-list", QByteArray(urls.data(), qsizetype(urls.size())));
+    data->setText(toQString(urls)); // which a text box would take
+    return data;
 }
 
 void closeMenus()
@@ -202,6 +213,35 @@ void Robot::type(Form& form, std::string_view text)
         QTest::sendKeyEvent(
             QTest::Press, keyboard(form), Qt::Key(character.toUpper().unicode()), QString(character), {});
     }
+}
+
+bool Robot::drop(Form& form, At at, std::string_view urls, bool onlyToMove)
+{
+    const std::unique_ptr<QMimeData> data = urlList(urls);
+    const Qt::DropActions possible = onlyToMove ? Qt::MoveAction : Qt::CopyAction | Qt::MoveAction;
+    const Spot spot = spotOf(form, at);
+    QWidget& to = *spot.receiver();
+    const QPoint place = to.mapFrom(spot.window, spot.at).toPoint();
+    // Shift proposes a move, as file managers do by themselves.
+    QDragEnterEvent enter(place, possible, data.get(), Qt::LeftButton, Qt::ShiftModifier);
+    QApplication::sendEvent(&to, &enter);
+    if (!enter.isAccepted())
+        return false;
+    EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+    QDropEvent drop(place, possible, data.get(), Qt::LeftButton, Qt::ShiftModifier);
+    QApplication::sendEvent(&to, &drop);
+    m_state->desktop.DoEvents(); // what the drop starts comes behind it
+    return true;
+}
+
+void Robot::putOnClipboard(std::string_view urls)
+{
+    QApplication::clipboard()->setMimeData(urlList(urls).release());
+}
+
+std::string Robot::clipboard(std::string_view format) const
+{
+    return QApplication::clipboard()->mimeData()->data(toQString(format)).toStdString();
 }
 
 void Robot::choose(Menu& entry)

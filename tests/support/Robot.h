@@ -65,6 +65,12 @@ public:
     void type(Form& form, std::string_view text);
     void tab(Form& form) { key(form, 9); }
 
+    // Drags what another program offers, one URL to a line, over the place and lets it go there. False if the program
+    // refuses it there.
+    bool drop(Form& form, At at, std::string_view urls, bool onlyToMove = false);
+    void putOnClipboard(std::string_view urls);
+    std::string clipboard(std::string_view format) const;
+
     // Opens the menus that lead to the entry, from the bar or from the open pop-up menu, and presses Enter.
     void choose(Menu& entry);
     void dismissMenu(); // the open pop-up menu, nothing chosen

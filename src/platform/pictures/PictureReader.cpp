@@ -349,4 +349,9 @@ Picture readThumbnail(const PictureFile& file, int longerSide)
     return finished([&] { return read(file, longerSide, [](std::int64_t pixels) { return pixels <= MostPixels; }); });
 }
 
+bool isPicture(const PictureFile& file)
+{
+    return !attempt([&] { formatOf(file); });
+}
+
 } // namespace trovarium

@@ -7,6 +7,7 @@
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureFile.h"
 #include "platform/pictures/PictureLibraries.h"
+#include "platform/pictures/PictureReader.h"
 #include "runtime/Failure.h"
 
 #include <QBuffer>
@@ -34,6 +35,8 @@ namespace {
 // Pictures in full that are kept ahead: the neighbours of the one on show.
 constexpr std::size_t MostInFull = 2;
 constexpr std::size_t MostReduced = 8;
+
+const std::atomic<bool> NeverCancelled{false};
 
 // A whole uncompressed 24-bit bitmap file, alpha on white.
 std::string bitmapBytes(const QImage& image)
@@ -78,19 +81,28 @@ Picture PictureService::loadReduced(std::string_view path, int longerSide)
 
 Picture PictureService::loadFor(std::string_view path, int longerSide)
 {
-    static const std::atomic<bool> never{false};
-    m_files.checkFault(FileOperation::Picture, path);
-    if (path.empty())
-        throw Failure(FailureKind::FileNotFound);
-    const std::string native = m_files.nativeForReading(path);
+    const std::string native = nativeOf(path);
     try {
-        return m_ahead->take({native, longerSide}, PictureFile(native, never), m_patience);
+        return m_ahead->take({native, longerSide}, PictureFile(native, NeverCancelled), m_patience);
     } catch (const Failure&) {
         for (const std::string& package : m_libraries->newlyMissing())
             if (PackageMissing)
                 PackageMissing(package);
         throw;
     }
+}
+
+bool PictureService::isPicture(std::string_view path) const
+{
+    return trovarium::isPicture(PictureFile(nativeOf(path), NeverCancelled));
+}
+
+std::string PictureService::nativeOf(std::string_view path) const
+{
+    m_files.checkFault(FileOperation::Picture, path);
+    if (path.empty())
+        throw Failure(FailureKind::FileNotFound);
+    return m_files.nativeForReading(path);
 }
 
 void PictureService::expect(std::vector<std::string> paths, int longerSide)

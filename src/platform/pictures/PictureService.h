@@ -42,6 +42,9 @@ public:
     // decoded at 1/2, 1/4 or 1/8. The natural size stays that of the file.
     Picture loadReduced(std::string_view path, int longerSide);
 
+    // Whether `load` would know the file's format; nothing is decoded. Failures as there, but "Invalid picture".
+    bool isPicture(std::string_view path) const;
+
     // The files that will be asked for next, nearest first; replaces what was expected before.
     // `longerSide` 0 means in full. Checked against size and time of the file when asked.
     void expect(std::vector<std::string> paths, int longerSide = 0);
@@ -59,6 +62,7 @@ public:
     Picture artwork(std::string_view name);
 
 private:
+    std::string nativeOf(std::string_view path) const;
     Picture loadFor(std::string_view path, int longerSide);
 
     FileService& m_files;

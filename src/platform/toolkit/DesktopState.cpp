@@ -136,9 +136,9 @@ void DesktopState::throwIfEnded() const
         throw ProgramEnd(*endCode);
 }
 
-bool DesktopState::isOpenToInput(const Form& form) const
+bool DesktopState::isInUse(const Form& form) const
 {
-    if (ended() || eventsSuspended)
+    if (ended())
         return false;
     const auto modal =
         std::find_if(modals.rbegin(), modals.rend(), [](const ModalShow& show) { return show.form->isShown(); });

@@ -69,8 +69,9 @@ struct DesktopState {
     void throwIfEnded() const;
     bool ended() const { return endCode.has_value(); }
 
-    // May the user act on this form now?
-    bool isOpenToInput(const Form& form) const;
+    // May the user act on this form, now or, while events are suspended, soon?
+    bool isInUse(const Form& form) const;
+    bool isOpenToInput(const Form& form) const { return !eventsSuspended && isInUse(form); }
 
     void formShown(Form& form);
     void formHidden(Form& form);   // hidden or unloaded: ends its modal show

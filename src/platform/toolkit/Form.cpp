@@ -109,6 +109,11 @@ void Form::showPointer()
         m_window->setCursor(cursorOf(MousePointer(), m_window->devicePixelRatioF()));
 }
 
+void Form::takeOrRefuseFiles()
+{
+    m_window->setAcceptDrops(TakesFiles());
+}
+
 void Form::repaint()
 {
     client()->update();

@@ -4,6 +4,7 @@
 #include "platform/pictures/Picture.h"
 #include "platform/toolkit/Colors.h"
 #include "platform/toolkit/Drawn.h"
+#include "platform/toolkit/OfferedFiles.h"
 
 #include <functional>
 #include <memory>
@@ -65,6 +66,7 @@ private:
     void showCaption();
     void showIcon();
     void showPointer();
+    void takeOrRefuseFiles();
     void repaint();
 
 public:
@@ -74,6 +76,7 @@ public:
     Property<&Form::width, &Form::setWidth> Width{this};
     Property<&Form::height, &Form::setHeight> Height{this};
     Stored<&Form::showPointer, int> MousePointer{this, DefaultPointer};
+    Stored<&Form::takeOrRefuseFiles, bool> TakesFiles{this}; // where not, other programs show that no drop is possible
     Stored<&Form::repaint, Color> BackColor{this, WindowBlue};
     Stored<&Form::repaint, trovarium::Picture> Picture{this}; // stretched over the client area
     Stored<&Form::showIcon, trovarium::Picture> Icon{this};
@@ -100,6 +103,8 @@ public:
     Event<> EndOfSession{this};    // may come: what is typed is to be saved now. Its end unloads all forms
     Event<int, int> KeyDown{this}; // KeyCode, Shift
     Event<int> KeyPress{this};     // KeyAscii
+    // By a drop of another program, after which the files are still its own. X and Y as in MouseDown.
+    Event<const OfferedFiles&, float, float> FilesDropped{this};
 
     // For the toolkit.
     void addMenu(Menu* menu) { m_menus.push_back(menu); }

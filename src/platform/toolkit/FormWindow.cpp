@@ -6,13 +6,16 @@
 #include "platform/toolkit/DesktopState.h"
 #include "platform/toolkit/DrawnWidget.h"
 #include "platform/toolkit/Form.h"
+#include "platform/toolkit/MimeFiles.h"
 #include "platform/toolkit/QtValues.h"
 #include "platform/toolkit/ScrollBar.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPointer>
 #include <QScreen>
 #include <QTimer>
@@ -113,6 +116,11 @@ bool isInput(QEvent::Type type)
     default:
         return false;
     }
+}
+
+bool holdsFiles(const QDropEvent& event)
+{
+    return event.mimeData()->hasUrls();
 }
 
 // The focus ring is shown while the user works with the keyboard. Modifier keys don't count.
@@ -304,6 +312,39 @@ void FormWindow::closeEvent(QCloseEvent* event)
     }
 }
 
+bool FormWindow::takesFiles() const
+{
+    return m_form.TakesFiles() && m_form.desktop().state().isInUse(m_form);
+}
+
+void FormWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    dragMoveEvent(event);
+}
+
+// Always as a copy: after a move the other program would delete its files.
+void FormWindow::dragMoveEvent(QDragMoveEvent* event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(takesFiles() && holdsFiles(*event) && event->possibleActions().testFlag(Qt::CopyAction));
+}
+
+// The other program waits until this returns, so the handler runs later, if the form still takes files then.
+void FormWindow::dropEvent(QDropEvent* event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    const QPointF place = m_form.handlerPlace(m_client->mapFrom(this, event->position()));
+    m_form.desktop().state().invokeLater(
+        [window = QPointer<FormWindow>(this), files = filesIn(*event->mimeData()), place] {
+            if (!window || !window->takesFiles())
+                return;
+            Form& form = window->m_form;
+            deliverEvent(form,
+                [&] { form.FilesDropped.raise(files, static_cast<float>(place.x()), static_cast<float>(place.y())); });
+        });
+}
+
 void FormWindow::keyPressEvent(QKeyEvent* event)
 {
     event->ignore();
@@ -333,6 +374,12 @@ bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
         return false;
     if (event->type() == QEvent::UpdateRequest)
         return m_state.keepsRepaint(*receiver);
+    // A text box would take the files as text, and as a move, after which the other program deletes them.
+    if (event->type() == QEvent::DragEnter && qobject_cast<QLineEdit*>(receiver) != nullptr
+        && holdsFiles(static_cast<QDropEvent&>(*event))) {
+        event->ignore();
+        return true;
+    }
     if (!isInput(event->type()))
         return false;
     const auto* widget = static_cast<QWidget*>(receiver);

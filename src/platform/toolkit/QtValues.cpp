@@ -143,17 +143,16 @@ int mouseButtons(Qt::MouseButtons buttons)
         | (buttons.testFlag(Qt::MiddleButton) ? MiddleButton : 0);
 }
 
-// A Cyrillic or Greek letter in the place of A counts as A. X and Wayland count the keys by their places.
+// A Cyrillic or Greek letter in the place of A, C, V or Z counts as that. X and Wayland count the keys by their places.
 int keyCode(const QKeyEvent& event)
 {
     static const std::map<int, int> codes{{Qt::Key_Return, EnterKey}, {Qt::Key_Enter, EnterKey},
         {Qt::Key_Escape, EscapeKey}, {Qt::Key_Space, SpaceKey}, {Qt::Key_PageUp, PageUpKey},
         {Qt::Key_PageDown, PageDownKey}, {Qt::Key_End, EndKey}, {Qt::Key_Home, HomeKey}, {Qt::Key_Left, LeftKey},
         {Qt::Key_Up, UpKey}, {Qt::Key_Right, RightKey}, {Qt::Key_Down, DownKey}, {Qt::Key_Delete, DeleteKey},
-        {Qt::Key_A, AKey}, {Qt::Key_Z, ZKey}, {Qt::Key_Menu, MenuKey}, {Qt::Key_Plus, PlusKey},
-        {Qt::Key_Minus, MinusKey}, {Qt::Key_F2, F2Key}, {Qt::Key_F11, F11Key}};
-    // Where a keyboard has these letters, for layouts of other scripts.
-    static const std::map<quint32, int> places{{38, AKey}, {52, ZKey}};
+        {Qt::Key_A, AKey}, {Qt::Key_C, CKey}, {Qt::Key_V, VKey}, {Qt::Key_Z, ZKey}, {Qt::Key_Menu, MenuKey},
+        {Qt::Key_Plus, PlusKey}, {Qt::Key_Minus, MinusKey}, {Qt::Key_F2, F2Key}, {Qt::Key_F11, F11Key}};
+    static const std::map<quint32, int> places{{38, AKey}, {52, ZKey}, {54, CKey}, {55, VKey}};
     const int key = event.key();
     if (const auto found = codes.find(key); found != codes.end())
         return found->second;

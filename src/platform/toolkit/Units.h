@@ -37,6 +37,8 @@ enum KeyNumber {
     DownKey = 40,
     DeleteKey = 46,
     AKey = 65,
+    CKey = 67,
+    VKey = 86,
     ZKey = 90,
     MenuKey = 93,
     PlusKey = 107,
