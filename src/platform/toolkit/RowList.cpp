@@ -12,10 +12,13 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
+#include <QScopedValueRollback>
 #include <QStyle>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
+#include <utility>
 
 namespace trovarium {
 
@@ -150,6 +153,7 @@ RowList::RowList(RowsControl& control, QWidget* parent)
 
 RowList::~RowList()
 {
+    m_showsRows = true;
     setModel(nullptr);
 }
 
@@ -187,6 +191,18 @@ void RowList::dataChanged(const QModelIndex& first, const QModelIndex& last, con
     if (QAccessible::isActive())
         QAbstractItemView::dataChanged(first, last, roles); // NOLINT(bugprone-parent-virtual-call)
     viewport()->update();
+}
+
+// Mouse and keys report at once. An assistive technology chooses without them.
+void RowList::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
+{
+    QListView::selectionChanged(selected, deselected);
+    if (!isVisible() || m_showsRows || std::exchange(m_isReportDue, true))
+        return;
+    m_control.desktop().state().invokeLater([list = QPointer(this)] {
+        if (list && std::exchange(list->m_isReportDue, false))
+            list->acceptsInput() ? list->report() : list->follow();
+    });
 }
 
 void RowList::mousePressEvent(QMouseEvent* event)
@@ -263,16 +279,20 @@ bool RowList::acceptsInput()
 // If the program has changed the rows, a choice among the old ones is dropped.
 void RowList::report()
 {
+    m_isReportDue = false;
     if (m_late.isActive())
         return;
     const std::vector<bool> selected = selectedRows();
-    const bool none = std::find(selected.begin(), selected.end(), true) == selected.end();
+    const auto first = std::find(selected.begin(), selected.end(), true);
+    const bool none = first == selected.end();
     // In a single-selection list a press below the last row doesn't clear the selection.
     if (selectionMode() == SingleSelection && none) {
         follow();
         return;
     }
-    deliverEvent(m_control, [&] { m_control.rowsChosen(currentIndex().row(), selected); });
+    const bool isOne = selectionMode() == SingleSelection;
+    const int current = isOne ? static_cast<int>(first - selected.begin()) : currentIndex().row();
+    deliverEvent(m_control, [&] { m_control.rowsChosen(current, selected); });
 }
 
 void RowList::showRows()
@@ -282,6 +302,7 @@ void RowList::showRows()
     setEnabled(m_control.Enabled());
     if (!isVisible())
         return;
+    const QScopedValueRollback whileShowing(m_showsRows, true);
     m_rows->follow(m_control.rowCount());
     showSelection();
     const int current = m_control.currentRow();

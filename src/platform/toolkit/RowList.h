@@ -29,6 +29,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void dataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles) override;
 
 private:
@@ -44,6 +45,8 @@ private:
     RowsControl& m_control;
     std::unique_ptr<Rows> m_rows;
     std::unique_ptr<Delegate> m_delegate;
+    bool m_showsRows = false;
+    bool m_isReportDue = false;
     QBasicTimer m_late; // runs while the rows are to be shown anew
 };
 

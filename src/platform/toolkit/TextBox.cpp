@@ -10,6 +10,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
@@ -122,7 +123,16 @@ TextBox::TextBox(Container* parent, const Plan& plan)
 {
     Control::enableOrDisable();
     showIn(m_edit, toQString(m_text), 0);
-    QObject::connect(&m_edit, &QLineEdit::textEdited, &m_edit, [this] { edited(); });
+    // By keys, a paste or an assistive technology; the last may come at any time.
+    QObject::connect(&m_edit, &QLineEdit::textChanged, &m_edit, [this] {
+        if (desktop().state().eventsSuspended)
+            desktop().state().invokeLater([this, edit = QPointer(&m_edit)] {
+                if (edit)
+                    edited();
+            });
+        else
+            edited();
+    });
 }
 
 void TextBox::setText(std::string value)
