@@ -98,6 +98,16 @@ bool isModifier(const QKeyEvent& event)
         || key == Qt::Key_Meta;
 }
 
+// A key that is held answers one question and closes one window, not the next ones as well.
+bool isHeldAnswer(const QEvent& event)
+{
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const auto& press = static_cast<const QKeyEvent&>(event);
+    const bool answers = press.key() == Qt::Key_Escape || press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter;
+    return answers && press.isAutoRepeat();
+}
+
 bool isInput(QEvent::Type type)
 {
     switch (type) {
@@ -382,6 +392,8 @@ bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
     }
     if (!isInput(event->type()))
         return false;
+    if (isHeldAnswer(*event))
+        return true;
     const auto* widget = static_cast<QWidget*>(receiver);
     Form* form = m_state.formOf(*widget);
     if (form == nullptr)

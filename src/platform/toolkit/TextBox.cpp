@@ -64,7 +64,7 @@ protected:
         const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
         if (!isEnter || !m_box.Enter.isWired())
             QComboBox::keyPressEvent(event);
-        else if (!event->isAutoRepeat()) // a key that is held is one press
+        else
             deliverEvent(m_box, [this] { m_box.Enter.raise(); });
     }
 
