@@ -2,7 +2,7 @@
 
 #include "import/ImportWindow.h"
 
-#include <regex>
+#include <string>
 
 namespace trovarium {
 
@@ -56,8 +56,9 @@ TEST_F(FileTransferTest, DroppedFilesAreImportedIntoTheGroupAndCopiedFromThereTo
     select({2, 3});
     key(CKey);
     EXPECT_EQ(robot.clipboard("text/uri-list"), urls({"a.png", "In/b.jpg"})) << "the files that the links lead to";
-    EXPECT_EQ(robot.clipboard("x-special/gnome-copied-files") + "\n",
-        std::regex_replace("copy\n" + urls({"a.png", "In/b.jpg"}), std::regex("\r"), ""));
+    std::string copied = "copy\n" + urls({"a.png", "In/b.jpg"});
+    std::erase(copied, '\r');
+    EXPECT_EQ(robot.clipboard("x-special/gnome-copied-files") + "\n", copied);
     view().SlideShowRunning = true;
     whenFilled([&] { EXPECT_EQ(entries(), "\\|a.png \\In\\|b.jpg "); });
     key(VKey);
