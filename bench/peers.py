@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 
 """The program beside other viewers on the same 500 photographs of 12 megapixels, each in the virtual display by the
-same script: start to a full page of thumbnails, a photograph opened by mouse, ten steps by Page Down.
+same script: start to a full page of thumbnails, a photograph opened by mouse, ten steps by a key.
 
 Something is shown when the screen has many colors and stands still for a second; it counts from the act to the last
 change. Processor time and memory are those of all processes of a session, without its bus; the memory is the peak up to
@@ -45,6 +45,7 @@ class Viewer:
     command: str
     photograph: tuple[int, int]  # where the sixth thumbnail is in its window
     opens: int = 2  # clicks
+    step: str = "Page_Down"  # the key
     settings: tuple[str, str] | None = None  # a file of the home folder, and its contents
 
 
@@ -59,12 +60,12 @@ class Figures:
 PROGRAM = Viewer("trovarium", (406, 215), settings=(
     ".config/OmbrelaneWorks/settings.txt", "[SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options]\nFirstTime=False\n"))
 # With thumbnails instead of a list of names, in a window of the program's size.
-GEEQIE = Viewer("geeqie", (60, 330), 1, settings=(
+GEEQIE = Viewer("geeqie", (247, 404), 1, settings=(
     ".config/geeqie/geeqierc.xml",
     '<gq><global thumbnails.max_width="96" thumbnails.max_height="72" thumbnails.enable_caching="true" '
     'thumbnails.spec_standard="true"/><layout id="lw1" file_view_type="1" show_thumbnails="true" '
     'main_window.w="800" main_window.h="600"/></gq>\n'))
-PEERS = [GEEQIE, Viewer("gwenview", (205, 221)), Viewer("gthumb", (561, 346))]
+PEERS = [GEEQIE, Viewer("gwenview", (205, 221), step="Right"), Viewer("gthumb", (561, 346))]
 STAGES = ["start to a full page", "photograph opened", f"{STEPS} steps on"]
 
 
@@ -167,34 +168,35 @@ def main_window(desktop: VirtualDesktop) -> Window:
     return max(until("a window", desktop.windows), key=lambda window: window.width * window.height)
 
 
+def started(desktop: VirtualDesktop, screen: Screen, home: Path, command: list[str | Path]) -> tuple[Session, float]:
+    """A session and the time to its full page."""
+    sessions: list[Session] = []
+    taken = screen.time_of(lambda: sessions.append(Session(desktop, home, command)))
+    return sessions[0], taken
+
+
 def run(
-    desktop: VirtualDesktop, screen: Screen, viewer: Viewer, command: list[str | Path], home: Path
+    desktop: VirtualDesktop, screen: Screen, viewer: Viewer, home: Path, command: list[str | Path]
 ) -> list[Figures]:
     """The three stages, one after the other."""
     figures: list[Figures] = []
-    used = 0.0
+    session, taken = started(desktop, screen, home, command)
 
     def note(taken: float) -> None:
-        nonlocal used
-        total = session.processor_time()
-        figures.append(Figures(taken, total - used, session.memory()))
-        used = total
+        used = session.processor_time() - sum(stage.processor for stage in figures)
+        figures.append(Figures(taken, used, session.memory()))
 
-    sessions: list[Session] = []
-    taken = screen.time_of(lambda: sessions.append(Session(desktop, home, command)))
-    session = sessions[0]
     with session:
         note(taken)
-        window = main_window(desktop)
-        desktop.mouse(window, *viewer.photograph)
+        desktop.mouse(main_window(desktop), *viewer.photograph)
         time.sleep(STILL)
         note(screen.time_of(lambda: desktop.act("click", "--repeat", str(viewer.opens), "--delay", "20", "1")))
-        note(sum(screen.time_of(lambda: desktop.act("key", "Page_Down")) for _ in range(STEPS)))
+        note(sum(screen.time_of(lambda: desktop.act("key", viewer.step)) for _ in range(STEPS)))
         close_all(desktop)
     return figures
 
 
-def home_of(desktop: VirtualDesktop, viewer: Viewer, command: list[str | Path], folder: Path) -> Path:
+def home_of(desktop: VirtualDesktop, screen: Screen, viewer: Viewer, folder: Path, command: list[str | Path]) -> Path:
     home = folder / viewer.command
     if home.exists():
         return home
@@ -205,8 +207,8 @@ def home_of(desktop: VirtualDesktop, viewer: Viewer, command: list[str | Path], 
         name, text = viewer.settings
         (unfinished / name).parent.mkdir(parents=True)
         (unfinished / name).write_text(text, encoding="ascii")
-    with Session(desktop, unfinished, command) as session:
-        main_window(desktop)
+    session, _ = started(desktop, screen, unfinished, command)
+    with session:
         session.wait_until_idle()
         close_all(desktop)
     return unfinished.rename(home)
@@ -226,11 +228,11 @@ def command_of(viewer: Viewer, build: Path, library: Path) -> list[str | Path]:
     return [link]
 
 
-def measure(viewer: Viewer, command: list[str | Path], homes: Path, rounds: int) -> list[list[Figures]]:
+def measure(viewer: Viewer, homes: Path, command: list[str | Path], rounds: int) -> list[list[Figures]]:
     with tempfile.TemporaryDirectory() as frames, VirtualDesktop(1280, 800, Path(frames)) as desktop:
-        home = home_of(desktop, viewer, command, homes)
         screen = Screen(Path(frames))
-        return [run(desktop, screen, viewer, command, home) for _ in range(rounds + 1)][1:]  # the first warms up
+        home = home_of(desktop, screen, viewer, homes, command)
+        return [run(desktop, screen, viewer, home, command) for _ in range(rounds + 1)][1:]  # the first warms up
 
 
 def compare(build: Path, folder: Path, rounds: int) -> None:
@@ -241,7 +243,7 @@ def compare(build: Path, folder: Path, rounds: int) -> None:
         if peer not in present:
             print(f"{peer.command} is not installed and is left out.")
     homes = folder / "homes of viewers"
-    results = [measure(viewer, command_of(viewer, build, library), homes, rounds) for viewer in present]
+    results = [measure(viewer, homes, command_of(viewer, build, library), rounds) for viewer in present]
     print("| | " + " | ".join(viewer.command for viewer in present) + " |")
     print("|---" * (len(present) + 1) + "|")
     for number, stage in enumerate(STAGES):
