@@ -3,7 +3,7 @@
 """The program beside other viewers on the same 500 photographs of 12 megapixels, each in the virtual display by the
 same script: start to a full page of thumbnails, a photograph opened by mouse, ten steps by a key.
 
-Something is shown when the screen has many colors and stands still for a second; it counts from the act to the last
+Something is shown when the screen has many colors and stands still for two seconds; it counts from the act to the last
 change. Processor time and memory are those of all processes of a session, without its bus; the memory is the peak up to
 then. Each viewer has a home folder of its own, where a first run has made the settings and the thumbnails; it is kept
 like the photographs."""
@@ -29,7 +29,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "scripts"))
 from virtual_desktop import VirtualDesktop, Window, until  # noqa: E402
 
 STEPS = 10
-STILL = 1.0  # seconds
+STILL = 2.0  # seconds; a slow viewer has a thumbnail more in less
 IDLE = 5.0  # seconds with less than a twentieth of a processor's time
 DEADLINE = 600.0
 SMALLEST_CHANGE = 1 / 1000  # of the points: more than a caret, less than a thumbnail
