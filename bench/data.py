@@ -105,6 +105,24 @@ def library_of(data: Path, megapixels: int) -> Path:
     return library
 
 
+def library_of_peers(data: Path) -> Path:
+    """500 photographs of 12 megapixels, whose order by name is that by date."""
+    library = data / "library of 500 of 12 megapixels"
+    if library.exists():
+        return library
+    unfinished = _new_library(library)
+    paths = photographs(data, 12)
+    names = [f"Picture {number:03}.jpg" for number in range(500)]
+    for number, name in enumerate(names):
+        path = unfinished / "Photos" / name
+        shutil.copyfile(paths[number % len(paths)], path)
+        os.utime(path, (PLAIN_DATE + number, PLAIN_DATE + number))
+        _write_info(unfinished, name)
+    write_list(unfinished, ALL_PHOTOS, names)
+    unfinished.rename(library)
+    return library
+
+
 def library_of_p3(data: Path, profile: bytes) -> Path:
     """The photographs of 12 megapixels, each with this color profile."""
     library = data / "library of 12 megapixels of P3"

@@ -5,7 +5,7 @@ build_packages=(build-essential cmake ninja-build ccache qt6-base-dev qt6-svg-de
     libturbojpeg0-dev liblcms2-dev libheif-dev libjxl-dev
     libmpv-dev libsdl2-mixer-dev libfluidsynth3 timgm6mb-soundfont)
 screen_packages=(fontconfig fonts-dejavu-core)
-demo_packages=(lomiri-wallpapers-16.04 mate-backgrounds imagemagick)
+demo_packages=(lomiri-wallpapers-16.04 mate-backgrounds imagemagick ffmpeg libheif-examples python3)
 virtual_packages=(xvfb openbox xdotool x11-utils imagemagick python3)
 test_packages=(libgtest-dev clang-format clang-tidy ffmpeg)
 deb_packages=(dpkg-dev librsvg2-bin)

@@ -85,10 +85,12 @@ def _unwind(number: int, frame: object) -> None:
 
 
 class VirtualDesktop:
-    """Xvfb on a free display number, with openbox; ends both when left."""
+    """Xvfb on a free display number, with openbox; ends both when left. In the folder `frames`, if given, the screen
+    is the file Xvfb_screen0, a picture in the format of xwd."""
 
-    def __init__(self, width: int = 1280, height: int = 1024) -> None:
+    def __init__(self, width: int = 1280, height: int = 1024, frames: Path | None = None) -> None:
         self._size = f"{width}x{height}x24"
+        self._frames = ["-fbdir", str(frames)] if frames else []
         self._processes: list[subprocess.Popen[bytes]] = []
         self.environment = {
             name: value
@@ -121,6 +123,7 @@ class VirtualDesktop:
         read_end, write_end = os.pipe()
         # Without -noreset the screen starts anew whenever its last client leaves, and drops who comes just then.
         screen = ["Xvfb", "-displayfd", str(write_end), "-screen", "0", self._size, "-nolisten", "tcp", "-noreset"]
+        screen += self._frames
         self._processes.append(
             subprocess.Popen(screen, pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         )
