@@ -24,7 +24,7 @@ SYSTEM = {
 }
 LIBRARIES = {
     r"Q\w+(/Q\w+)?": r"platform/(toolkit/(.*\.cpp|(DesktopState|DrawnWidget|FormWindow|QtValues|RowList|SessionEnd|Style)\.h)"
-    r"|media/(Mpv\w+\.cpp|FilmSurface\.h)|pictures/(.*\.cpp|wmf/.*|(Bitmap|Jpeg|Picture)\w+\.h|Reduction\.h)|system/Shell\.cpp)",
+    r"|media/(Mpv\w+\.cpp|FilmSurface\.h)|pictures/(.*\.cpp|wmf/.*|(Bitmap|Jpeg|Picture)\w+\.h|Reduction\.h)|system/(IdleInhibition|Shell)\.cpp)",
     r"lcms2\.h": r"platform/pictures/ColorConversion\.cpp",
     r"turbojpeg\.h": r"platform/pictures/JpegDecoder\.cpp",
     r"mpv/\w+\.h": r"platform/media/MpvLibrary\.h",
