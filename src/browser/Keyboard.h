@@ -25,6 +25,7 @@ private:
     void openThumbnail();
     void selectAll();
     void copyFiles();
+    void search();
     void stepWhileEditing(int KeyCode);
     void stepThroughHistory(int Shift);
     void backToThumbnails();

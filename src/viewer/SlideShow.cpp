@@ -5,6 +5,7 @@
 #include "browser/Selection.h"
 #include "browser/ThumbnailPages.h"
 #include "browser/frmMain.h"
+#include "platform/system/IdleInhibition.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Units.h"
 #include "store/Album.h"
@@ -22,6 +23,8 @@ SlideShow::SlideShow(frmMain& form, Album& album)
     on(form.mnuViewSlideshow.Click, this, &SlideShow::mnuViewSlideshow_Click);
     on(form.tmrSlideShow.Tick, this, &SlideShow::tmrSlideShow_Timer);
 }
+
+SlideShow::~SlideShow() = default;
 
 void SlideShow::cmdSlideshow_Click()
 try {
@@ -66,7 +69,16 @@ void SlideShow::StopSlideShow()
     m_album.view.SlideShowRunning = false;
     m_form.audio().StopWav();
     m_form.audio().StopMidi();
-    m_form.tmrSlideShow.Enabled = false;
+    goOn(false);
+}
+
+void SlideShow::goOn(bool running)
+{
+    m_form.tmrSlideShow.Enabled = running;
+    if (!running)
+        m_screenOn.reset();
+    else if (m_screenOn == nullptr)
+        m_screenOn = std::make_unique<IdleInhibition>("Slide show");
 }
 
 } // namespace trovarium

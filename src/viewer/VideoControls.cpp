@@ -5,6 +5,7 @@
 #include "browser/Selection.h"
 #include "browser/frmMain.h"
 #include "platform/media/MediaService.h"
+#include "platform/system/IdleInhibition.h"
 #include "platform/toolkit/Desktop.h"
 #include "runtime/Failure.h"
 #include "runtime/Numbers.h"
@@ -19,6 +20,7 @@ namespace {
 
 constexpr int ClippedChild = 0x6000000; // window style: clips siblings and children
 constexpr int EndWait = 100;            // milliseconds that a tick waits for the end of the film
+constexpr int LongPause = 240;          // ticks of a paused film, a minute, after which the screen may go off
 constexpr float OutOfSight = 8;         // in screen sizes: where a film is moved before it is closed
 
 } // namespace
@@ -95,6 +97,7 @@ void VideoControls::takeDuration()
 void VideoControls::CloseVideo()
 try {
     VideoPlaying = false;
+    m_screenOn.reset();
     if (m_form != nullptr)
         m_form->tmrVideo.Enabled = false;
     m_desktop.DoEvents();
@@ -155,6 +158,7 @@ void VideoControls::stop()
 {
     m_graph->Stop();
     VideoPlaying = false;
+    m_screenOn.reset();
     m_graph->put_CurrentPosition(0);
     if (m_form != nullptr)
         m_form->hscVideo.Value = 0;
@@ -189,13 +193,25 @@ try {
     // Ends silently, like every operation here.
 }
 
+// Not before the first tick: who takes a single frame of a film for its thumbnail doesn't watch it.
+void VideoControls::keepScreenOn()
+{
+    m_pausedTicks = VideoPlaying ? 0 : m_pausedTicks + 1;
+    if (VideoPlaying && m_screenOn == nullptr)
+        m_screenOn = std::make_unique<IdleInhibition>("Film");
+    else if (m_pausedTicks >= LongPause)
+        m_screenOn.reset();
+}
+
 void VideoControls::UpdateVideoPosition()
 try {
+    keepScreenOn();
     if (!VideoPlaying || m_graph == nullptr || m_form == nullptr)
         return;
     if (m_graph->WaitForCompletion(EndWait) != 0) {
         enableButtons(true, false);
         VideoPlaying = false;
+        m_screenOn.reset();
         m_form->tmrVideo.Enabled = false;
         return;
     }

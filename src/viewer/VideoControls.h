@@ -12,6 +12,7 @@ namespace trovarium {
 struct Album;
 class Desktop;
 class FilgraphManager;
+class IdleInhibition;
 class frmMain;
 
 // The one film of the program, and the main window's controls for it. It exists before and after the main window; the
@@ -42,6 +43,7 @@ private:
     void play();
     void pause();
     void stop();
+    void keepScreenOn();
     void enableButtons(bool play, bool stop); // enables either play or pause, and stop
 
     Desktop& m_desktop;
@@ -54,6 +56,8 @@ private:
     bool VideoPlaying = false;
     bool m_returns = false; // to the main window with the next command
     std::int16_t VideoRate = 0;
+    std::unique_ptr<IdleInhibition> m_screenOn; // while a film plays or is paused for a moment
+    int m_pausedTicks = 0;
 };
 
 } // namespace trovarium

@@ -79,7 +79,7 @@ void frmSSP::cmdOkay_Click()
         m_main.audio().PlayMidi(m_album.paths.MidiPath + m_album.group.CurrentGroupName + ".mid");
     m_album.view.SlideAudioClips = chkSlideshow(PlayClips).Value() == 1;
     m_main.photoDisplay().NextPhoto();
-    m_main.tmrSlideShow.Enabled = true;
+    m_main.slideShow().goOn(true);
     unload();
 }
 

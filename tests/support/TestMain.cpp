@@ -57,6 +57,7 @@ int main(int argc, char** argv)
     testing::InitGoogleTest(&argc, argv);
     if (const QByteArray platform = qgetenv("QT_QPA_PLATFORM"); platform.isEmpty() || platform == "offscreen")
         qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" SCREENS);
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // the desktop of who runs the tests is left alone
     trovarium::FileService files;
     trovarium::Desktop desktop(argc, argv, files, trovarium::Pace::Immediate);
     trovarium::theDesktop = &desktop;
