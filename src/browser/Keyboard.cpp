@@ -62,9 +62,11 @@ void Keyboard::Form_KeyDown(int KeyCode, int Shift)
             stepWhileEditing(KeyCode);
         return;
     }
-    const bool sign = KeyCode == PlusKey || KeyCode == MinusKey; // a plus may be typed with Shift
+    const bool sign = KeyCode == PlusKey || KeyCode == MinusKey || KeyCode == OneKey; // may be typed with Shift
     if (KeyCode == AKey && Shift == CtrlKey)
         selectAll();
+    else if (KeyCode == FKey && Shift == CtrlKey)
+        search();
     else if (KeyCode == SpaceKey && (Shift & AltKey) == 0)
         pressThumbnail(LeftButton, Shift);
     else if (Shift == (ShiftKey | CtrlKey) && stepOf(KeyCode) != 0)
@@ -84,6 +86,10 @@ void Keyboard::commandKey(int KeyCode)
         return backToThumbnails();
     case DeleteKey:
         return removeFromGroup();
+    case F1Key:
+        if (isOpen(m_form.mnuHelp, m_form.mnuHelpContents))
+            m_form.menus().mnuHelpContents_Click();
+        break;
     case F2Key:
         return renameGroup();
     case F11Key:
@@ -97,6 +103,10 @@ void Keyboard::commandKey(int KeyCode)
     case MinusKey:
         if (isOpen(m_form.mnuView, m_form.mnuViewReduce))
             m_form.zoomAndPan().cmdZoomOut_Click();
+        break;
+    case OneKey:
+        if (isOpen(m_form.mnuView, m_form.mnuViewEnlarge))
+            m_form.zoomAndPan().toggleNaturalSize();
         break;
     default:
         return moveKey(KeyCode);
@@ -154,6 +164,13 @@ void Keyboard::selectAll()
         return;
     m_form.selection().SetGroupListSelect(1, NoKeys);
     m_form.selection().SetGroupListSelect(last, ShiftKey);
+}
+
+void Keyboard::search()
+{
+    m_form.menus().mnuEdit_Click();
+    if (isOpen(m_form.mnuEdit, m_form.mnuEditSearchAppend))
+        m_form.cmdCreateAlbumGroup_Click();
 }
 
 // The buttons for both steps stay enabled during an edit.

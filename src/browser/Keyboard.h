@@ -24,6 +24,7 @@ private:
     void press(int cell, int button, int Shift);
     void openThumbnail();
     void selectAll();
+    void search();
     void stepWhileEditing(int KeyCode);
     void backToThumbnails();
     void removeFromGroup();

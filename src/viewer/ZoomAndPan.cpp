@@ -21,6 +21,8 @@ ZoomAndPan::ZoomAndPan(frmMain& form, Album& album)
     on(form.cmdZoomOut.Click, this, &ZoomAndPan::cmdZoomOut_Click);
     on(form.mnuViewEnlarge.Click, this, &ZoomAndPan::mnuViewEnlarge_Click);
     on(form.mnuViewReduce.Click, this, &ZoomAndPan::mnuViewReduce_Click);
+    on(form.imgbox.Wheel, this, &ZoomAndPan::imgbox_Wheel);
+    on(form.pctWindow.Wheel, this, &ZoomAndPan::pctWindow_Wheel);
     on(form.imgbox.MouseDown, this, &ZoomAndPan::imgbox_MouseDown);
     on(form.imgbox.MouseMove, this, &ZoomAndPan::imgbox_MouseMove);
     on(form.imgbox.MouseUp, this, &ZoomAndPan::imgbox_MouseUp);
@@ -78,6 +80,30 @@ void ZoomAndPan::showAtZoomLevel()
     imgbox.Top = (m_form.pctWindow.ScaleHeight() - imgbox.Height()) * 0.5F;
     m_form.pages().ShowThumbnailBoxes(false);
     imgbox.Visible = true;
+}
+
+// A picture that is too large for the frame at every level isn't in it.
+void ZoomAndPan::toggleNaturalSize()
+{
+    ViewState& view = m_album.view;
+    const PictureBox& holder = m_form.pctBox(0);
+    const std::int16_t reduction = reductionThatFits(
+        holder.Width(), holder.Height(), m_form.pctWindow.ScaleWidth(), m_form.pctWindow.ScaleHeight());
+    if (!m_form.imgbox.Visible() || view.IsVideo || reduction == 0)
+        return;
+    const bool isNatural = std::abs(view.ZoomLevel) == 1;
+    view.ZoomLevel = static_cast<std::int16_t>(isNatural ? -reduction : -1);
+    showAtZoomLevel();
+}
+
+// Follows the menu's entries, as keys do. Without a photograph the frame is that of the thumbnails or a clip.
+void ZoomAndPan::imgbox_Wheel(int Notches)
+{
+    const Menu& entry = Notches > 0 ? m_form.mnuViewEnlarge : m_form.mnuViewReduce;
+    if (!m_form.imgbox.Visible() || !m_form.mnuView.Enabled() || !entry.Enabled())
+        return;
+    for (int notch = 0; notch < std::abs(Notches); ++notch)
+        Notches > 0 ? cmdZoomIn_Click() : cmdZoomOut_Click();
 }
 
 void ZoomAndPan::imgbox_MouseDown(int /*Button*/, int /*Shift*/, float X, float Y)

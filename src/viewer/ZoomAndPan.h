@@ -17,7 +17,11 @@ public:
     void cmdZoomOut_Click();
     void mnuViewEnlarge_Click() { cmdZoomIn_Click(); }
     void mnuViewReduce_Click() { cmdZoomOut_Click(); }
+    void toggleNaturalSize(); // 1/1, or back to what fits the frame
 
+    // Up enlarges, one step a notch.
+    void imgbox_Wheel(int Notches);
+    void pctWindow_Wheel(int Notches) { imgbox_Wheel(Notches); }
     // X and Y in twips, relative to the picture's current position.
     void imgbox_MouseDown(int Button, int Shift, float X, float Y);
     void imgbox_MouseMove(int Button, int Shift, float X, float Y);

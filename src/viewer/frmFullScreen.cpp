@@ -43,6 +43,10 @@ frmFullScreen::frmFullScreen(Desktop& desktop, Album& album, frmMain& main)
     on(KeyDown, this, &frmFullScreen::Form_KeyDown);
     on(Click, this, &frmFullScreen::Form_Click);
     on(imgFullScreen.Click, this, &frmFullScreen::imgFullScreen_Click);
+    on(MouseMove, this, &frmFullScreen::Form_MouseMove);
+    on(imgFullScreen.MouseMove, this, &frmFullScreen::Form_MouseMove);
+    on(picVideoWindowFS.MouseMove, this, &frmFullScreen::Form_MouseMove);
+    on(tmrPointer.Tick, this, &frmFullScreen::tmrPointer_Timer);
     on(picVideoWindowFS.KeyDown, this, &frmFullScreen::picVideoWindowFS_KeyDown);
     on(picVideoWindowFS.Click, this, &frmFullScreen::picVideoWindowFS_Click);
 }
@@ -105,7 +109,7 @@ try {
     const bool running = m_main.tmrSlideShow.Enabled();
     m_main.tmrSlideShow.Enabled = false;
     PhotoRequest(KeyCode, Shift);
-    m_main.tmrSlideShow.Enabled = running;
+    m_main.slideShow().goOn(running);
 } catch (const Failure& failure) {
     logFailure(m_album, "Form_KeyDown", failure);
 }
@@ -159,6 +163,19 @@ try {
     unload();
 } catch (const Failure& failure) {
     logFailure(m_album, "imgFullScreen_Click", failure);
+}
+
+void frmFullScreen::Form_MouseMove(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
+{
+    MousePointer = DefaultPointer;
+    tmrPointer.Enabled = true;
+    tmrPointer.restart();
+}
+
+void frmFullScreen::tmrPointer_Timer()
+{
+    MousePointer = HiddenPointer;
+    tmrPointer.Enabled = false;
 }
 
 } // namespace trovarium

@@ -4,6 +4,7 @@
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/Image.h"
 #include "platform/toolkit/PictureBox.h"
+#include "platform/toolkit/Timer.h"
 
 namespace trovarium {
 
@@ -21,6 +22,7 @@ public:
             .ToolTipText = "Use arrow keys for PREV/NEXT picture. Click to return to main screen.",
             .Visible = false}};
     PictureBox picVideoWindowFS{this, {.Name = "picVideoWindowFS", .Visible = false}};
+    Timer tmrPointer{this, {.Name = "tmrPointer", .Interval = 2000, .Enabled = true}}; // without the mouse
 
     bool PhotoRequest(int KeyCode, int Shift); // true if another photograph or film was shown
     void ShowPhoto();
@@ -32,6 +34,8 @@ public:
     void Form_Click();
     void picVideoWindowFS_Click() { Form_Click(); }
     void imgFullScreen_Click();
+    void Form_MouseMove(int Button, int Shift, float X, float Y);
+    void tmrPointer_Timer();
 
 private:
     Album& m_album;

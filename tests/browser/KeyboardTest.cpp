@@ -62,7 +62,10 @@ TEST_F(KeyboardTest, KeysMoveTheFocusSelectAndShowPhotographs)
         {{}, PlusKey, CtrlKey, "34 x2"}, {{}, MinusKey, ShiftKey, "34 x1"}});
     main().mnuViewPrevious.Enabled = false;
     keys({LeftKey, EscapeKey, F11Key});
-    EXPECT_EQ(state() + opened, "3 34:full ");
+    key(FKey, CtrlKey);
+    main().mnuEditSearchAppend.Enabled = false;
+    key(FKey, CtrlKey);
+    EXPECT_EQ(state() + opened, "3 34:full search ");
 }
 
 TEST_F(KeyboardTest, NoKeyActsWhileATextIsEdited)
@@ -74,6 +77,7 @@ TEST_F(KeyboardTest, NoKeyActsWhileATextIsEdited)
         view().InfoEditing = !isField;
         keys({F2Key, F11Key, HomeKey, DeleteKey});
         key(AKey, CtrlKey);
+        key(FKey, CtrlKey);
         EXPECT_EQ(opened + state(), "3 34:");
     }
 }

@@ -27,7 +27,7 @@ def works(desktop: VirtualDesktop, home: Home, program: Program, library: Path) 
     """The window is that of the library, as the address of its help tells."""
     window = program.main_window()
     home.page.unlink(missing_ok=True)
-    until("help", home.page.exists, lambda: desktop.choose(window, "h", "c"))
+    until("help", home.page.exists, lambda: desktop.type(window, "F1"))
     equal("the page of help", home.page.read_text(), "file://" + quote(f"{library}/help/index.html"))
     equal("whether it stands there", (library / "help" / "index.html").is_file(), True)
     equal("exit code", program.exit(), 0)

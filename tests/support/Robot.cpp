@@ -174,10 +174,11 @@ void Robot::doubleClick(Control& control, int shift, std::optional<At> at)
         release(m_state->press(spot, QEvent::MouseButtonDblClick, LeftButton, shift));
 }
 
-void Robot::wheel(Control& control, int notchesDown)
+void Robot::wheel(Control& control, float notchesDown, std::optional<At> at)
 {
-    const Spot spot = spotOf(control, {});
-    const QPoint turn(0, -notchesDown * QWheelEvent::DefaultDeltasPerStep);
+    const Spot spot = spotOf(control, at);
+    constexpr float Notch = QWheelEvent::DefaultDeltasPerStep;
+    const QPoint turn(0, static_cast<int>(-notchesDown * Notch));
     QWidget& to = *spot.receiver();
     QWheelEvent event(to.mapFrom(spot.window, spot.at), spot.window->mapToGlobal(spot.at), {}, turn, Qt::NoButton,
         Qt::NoModifier, Qt::NoScrollPhase, false);

@@ -57,7 +57,7 @@ public:
         release(press(how...));
     }
     void doubleClick(Control& control, int shift = NoKeys, std::optional<At> at = {});
-    void wheel(Control& control, int notchesDown);
+    void wheel(Control& control, float notchesDown, std::optional<At> at = {});
 
     // To the control with the focus. The key is a code as handlers get it (13 Enter, 65 A).
     void key(Form& form, int keyCode, int shift = NoKeys);

@@ -2,6 +2,8 @@
 
 #include "ViewerWindow.h"
 
+#include <QGuiApplication>
+
 namespace trovarium {
 
 struct FullScreenTest : ViewerWindow {
@@ -32,6 +34,21 @@ TEST_F(FullScreenTest, KeysStepThroughPicturesThatFillTheScreenOneWay)
     robot.key(fullScreen(), SpaceKey);
     EXPECT_EQ(place(picture), places[0]) << "the last one stays";
     EXPECT_TRUE(main().tmrSlideShow.Enabled() && picture.Visible());
+}
+
+TEST_F(FullScreenTest, ThePointerHidesUntilTheMouseMoves)
+{
+    openAlbum({{"p1.jpg"}});
+    display(1);
+    robot.choose(main().mnuViewFullscreen);
+    for (const bool isOnPicture : {true, false}) {
+        fullScreen().tmrPointer.Tick.raise();
+        desktop.Screen().MousePointer = HourglassPointer; // as at each step of a show
+        EXPECT_FALSE(QGuiApplication::overrideCursor());
+        EXPECT_EQ(fullScreen().MousePointer(), HiddenPointer);
+        isOnPicture ? robot.moveTo(fullScreen().imgFullScreen) : robot.moveTo(fullScreen(), {1, 1});
+        EXPECT_TRUE(fullScreen().MousePointer() == DefaultPointer && fullScreen().tmrPointer.Enabled());
+    }
 }
 
 } // namespace trovarium

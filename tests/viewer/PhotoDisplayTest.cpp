@@ -55,6 +55,35 @@ TEST_F(PhotoDisplayTest, AFileThatCantBeShownKeepsThePictureAndItsInformation)
     EXPECT_EQ(logLines(), Names(2, "GetPhotoLink: File not found"));
 }
 
+TEST_F(PhotoDisplayTest, TheWheelAndTheKey1Zoom)
+{
+    openAlbum({{"p1.jpg", 2000, 60}, {"p2.jpg", 20 * 545, 3}});
+    const auto act = [this](float notches) {
+        if (notches == 1)
+            robot.key(main(), OneKey);
+        else
+            robot.wheel(main().pctWindow, -notches, At{notches < 0 ? 5.0F : 270.0F, 240}); // beside or on the picture
+    };
+    for (const float notches : {1.0F, 2.0F})
+        act(notches);
+    EXPECT_EQ(view().ViewMode, ViewThumbnails);
+    display(1);
+    for (const auto& [notches, level] : {std::pair{2.0F, -2}, {0.5F, -2}, {0.75F, -1}, {2.0F, 3}, {-0.5F, 3},
+             {-0.5F, 2}, {-3.0F, -3}, {1.0F, -1}, {1.0F, -4}, {3.0F, -1}, {1.0F, -4}, {4.0F, 2}, {1.0F, -1}}) {
+        act(notches);
+        const float factor = level < 0 ? -1.0F / static_cast<float>(level) : static_cast<float>(level);
+        EXPECT_TRUE(frameShows(2000 * factor, 60 * factor)) << notches << " to " << level;
+    }
+    main().mnuView.Enabled = false;
+    for (const float notches : {1.0F, 2.0F})
+        act(notches);
+    EXPECT_EQ(view().ZoomLevel, -1);
+    main().mnuView.Enabled = true;
+    robot.click(main().pctNext);
+    act(1);
+    EXPECT_TRUE(view().ZoomLevel == 1 && frameShows(2000, 60)) << "too large for the frame: the one before stays";
+}
+
 // From the thumbnails forward shows the current one, and back the one before.
 TEST_F(PhotoDisplayTest, StepsStartWhereTheUserIsAndStopAtBothEnds)
 {

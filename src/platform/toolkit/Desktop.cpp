@@ -215,7 +215,9 @@ float Screen::Height() const
 void Screen::showPointer()
 {
     QGuiApplication::restoreOverrideCursor(); // the one before, if any
-    if (MousePointer() != DefaultPointer)
+    const Form* active = m_state.activeForm();
+    const bool isHidden = active != nullptr && active->MousePointer() == HiddenPointer;
+    if (MousePointer() != DefaultPointer && !isHidden)
         QGuiApplication::setOverrideCursor(cursorOf(MousePointer(), qGuiApp->devicePixelRatio()));
 }
 

@@ -34,7 +34,7 @@ private:
 
 // The screen where the program's active form stands, the first one while there is none. A form counts its place
 // from this screen's corner, so that what is worked out from Width and Height holds on every screen. The pointer
-// is that of all screens and beats those of forms and controls.
+// is that of all screens and beats those of forms and controls, but for a form that hides it.
 class Screen {
 public:
     explicit Screen(const DesktopState& state)

@@ -39,6 +39,8 @@ public:
     Event<> Click{m_sender};
     Event<> DblClick{m_sender}; // the second press of a double click; without a handler it is a press like others
 
+    Event<int> Wheel{m_sender}; // notches, up is positive; not where a scroll bar takes them
+
     // For its widget.
     Component& component() const { return *m_sender; }
     virtual void draw(QPainter& painter, const QRectF& place) = 0; // `place` lies on whole pixels of the device

@@ -148,9 +148,12 @@ void DrawnWidget::mouseMoveEvent(QMouseEvent* event)
 
 void DrawnWidget::wheelEvent(QWheelEvent* event)
 {
-    const VScroll* scroll = m_drawn.component().form().scrollFor(this);
-    if (scroll != nullptr && event->angleDelta().y() != 0)
+    if (event->angleDelta().y() == 0)
+        return;
+    if (const VScroll* scroll = m_drawn.component().form().scrollFor(this))
         QCoreApplication::sendEvent(scroll->widget(), event);
+    else if (const int notches = m_wheel.notches(*event); notches != 0 && m_drawn.takesInput())
+        deliver([&] { m_drawn.Wheel.raise(notches); });
 }
 
 void DrawnWidget::keyPressEvent(QKeyEvent* event)

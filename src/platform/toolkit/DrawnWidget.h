@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/toolkit/Drawn.h"
+#include "platform/toolkit/QtValues.h"
 
 #include <QWidget>
 
@@ -44,6 +45,7 @@ private:
     Drawn& m_drawn;
     DesktopState& m_state;
     bool m_doubled = false;
+    WheelTurn m_wheel;
 };
 
 // Registers our accessible interfaces: for these and for windows, combo boxes and scroll bars.

@@ -14,6 +14,7 @@
 #include <QPolygonF>
 #include <QScreen>
 #include <QTextDocument>
+#include <QWheelEvent>
 #include <QWidget>
 
 #include <algorithm>
@@ -103,6 +104,8 @@ QCursor cursorOf(int pointer, qreal ratio)
         return QCursor(Qt::BusyCursor);
     case FourWayPointer:
         return QCursor(Qt::SizeAllCursor);
+    case HiddenPointer:
+        return QCursor(Qt::BlankCursor);
     case OwnPointer:
         return dropPointer(ratio);
     default:
@@ -143,21 +146,32 @@ int mouseButtons(Qt::MouseButtons buttons)
         | (buttons.testFlag(Qt::MiddleButton) ? MiddleButton : 0);
 }
 
-// A Cyrillic or Greek letter in the place of A counts as A. X and Wayland count the keys by their places.
+// A Cyrillic or Greek letter counts as the Latin one in its place. X and Wayland count the keys by their places.
 int keyCode(const QKeyEvent& event)
 {
     static const std::map<int, int> codes{{Qt::Key_Return, EnterKey}, {Qt::Key_Enter, EnterKey},
         {Qt::Key_Escape, EscapeKey}, {Qt::Key_Space, SpaceKey}, {Qt::Key_PageUp, PageUpKey},
         {Qt::Key_PageDown, PageDownKey}, {Qt::Key_End, EndKey}, {Qt::Key_Home, HomeKey}, {Qt::Key_Left, LeftKey},
         {Qt::Key_Up, UpKey}, {Qt::Key_Right, RightKey}, {Qt::Key_Down, DownKey}, {Qt::Key_Delete, DeleteKey},
-        {Qt::Key_A, AKey}, {Qt::Key_Menu, MenuKey}, {Qt::Key_Plus, PlusKey}, {Qt::Key_Minus, MinusKey},
-        {Qt::Key_F2, F2Key}, {Qt::Key_F11, F11Key}};
-    constexpr quint32 PlaceOfA = 38;
+        {Qt::Key_1, OneKey}, {Qt::Key_A, AKey}, {Qt::Key_F, FKey}, {Qt::Key_Menu, MenuKey}, {Qt::Key_Plus, PlusKey},
+        {Qt::Key_Minus, MinusKey}, {Qt::Key_F1, F1Key}, {Qt::Key_F2, F2Key}, {Qt::Key_F11, F11Key}};
+    static const std::map<quint32, int> places{{38, AKey}, {41, FKey}};
     const int key = event.key();
     if (const auto found = codes.find(key); found != codes.end())
         return found->second;
-    const bool hasOtherLetter = QChar::script(static_cast<char32_t>(key)) > QChar::Script_Latin;
-    return hasOtherLetter && event.nativeScanCode() == PlaceOfA ? AKey : 0;
+    const auto letter = places.find(event.nativeScanCode());
+    const bool isOther = letter != places.end() && QChar::script(static_cast<char32_t>(key)) > QChar::Script_Latin;
+    return isOther ? letter->second : 0;
+}
+
+int WheelTurn::notches(const QWheelEvent& event)
+{
+    const QPoint turned = event.angleDelta();
+    const int turn = turned.y() != 0 ? turned.y() : turned.x();
+    m_rest = (turn > 0) == (m_rest > 0) ? m_rest + turn : turn;
+    const int whole = m_rest / QWheelEvent::DefaultDeltasPerStep;
+    m_rest -= whole * QWheelEvent::DefaultDeltasPerStep;
+    return whole;
 }
 
 int keyAscii(const QKeyEvent& event)

@@ -14,6 +14,7 @@
 
 class QKeyEvent;
 class QScreen;
+class QWheelEvent;
 class QWidget;
 
 // The toolkit's values as the library's, and the other way round.
@@ -48,6 +49,15 @@ int mouseButtons(Qt::MouseButtons buttons);
 int keyCode(const QKeyEvent& event);
 // The character of a key press (13 Enter, 27 Escape), 0 for a key without one.
 int keyAscii(const QKeyEvent& event);
+
+// Adds up what a wheel turns: fine ones send many small parts of a notch.
+class WheelTurn {
+public:
+    int notches(const QWheelEvent& event); // that are complete with this event, up is positive
+
+private:
+    int m_rest = 0; // less than a notch
+};
 
 // Where the center of a window lies, or where it will come up.
 QScreen& screenOf(const QWidget& window);

@@ -4,6 +4,7 @@
 
 #include "platform/toolkit/DesktopState.h"
 #include "platform/toolkit/Form.h"
+#include "platform/toolkit/QtValues.h"
 #include "runtime/Failure.h"
 
 #include <QAccessible>
@@ -79,12 +80,7 @@ protected:
         event->accept();
         if (!m_control.takesInput())
             return;
-        const QPoint turned = event->angleDelta();
-        const int turn = turned.y() != 0 ? turned.y() : turned.x();
-        m_turned = (turn > 0) == (m_turned > 0) ? m_turned + turn : turn;
-        const int notches = m_turned / QWheelEvent::DefaultDeltasPerStep;
-        m_turned -= notches * QWheelEvent::DefaultDeltasPerStep;
-        if (notches != 0)
+        if (const int notches = m_wheel.notches(*event); notches != 0)
             deliverEvent(m_control, [&] { m_control.page(-notches); });
     }
 
@@ -102,7 +98,7 @@ private:
 
     ScrollBar& m_control;
     int m_telling = 0;
-    int m_turned = 0; // of the wheel, less than a notch
+    WheelTurn m_wheel;
 };
 
 ScrollBar::ScrollBar(Container* parent, const Plan& plan, Orientation orientation)

@@ -36,10 +36,13 @@ enum KeyNumber {
     RightKey = 39,
     DownKey = 40,
     DeleteKey = 46,
+    OneKey = 49,
     AKey = 65,
+    FKey = 70,
     MenuKey = 93,
     PlusKey = 107,
     MinusKey = 109,
+    F1Key = 112,
     F2Key = 113,
     F11Key = 122,
 };
@@ -52,6 +55,7 @@ enum PointerNumber {
     NoDropPointer = 12,
     ArrowHourglassPointer = 13,
     FourWayPointer = 15,
+    HiddenPointer = 98,
     OwnPointer = 99,
 };
 
