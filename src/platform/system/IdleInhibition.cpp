@@ -31,7 +31,7 @@ bool hasBus()
 QDBusConnection bus()
 {
     const QString name = QStringLiteral("trovarium-idle");
-    const QDBusConnection known(name);
+    QDBusConnection known(name);
     if (known.isConnected() || !hasBus())
         return known;
     QDBusConnection::disconnectFromBus(name);
