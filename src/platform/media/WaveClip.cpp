@@ -21,9 +21,9 @@ constexpr milliseconds Pause{500};
 // Of a damaged file one frame would become thousands, which holds up all that sounds.
 constexpr int LowestRate = 1000; // frames a second
 
-constexpr std::size_t PieceSize = 16 * 1024; // bytes; a few milliseconds of work in any format
-constexpr std::size_t LargestFormat = 4096;  // bytes
-constexpr int MostChunks = 10'000;           // before the samples; a damaged file may have millions
+constexpr std::size_t PieceSize = 16'384;   // bytes; a few milliseconds of work in any format
+constexpr std::size_t LargestFormat = 4096; // bytes
+constexpr int MostChunks = 10'000;          // before the samples; a damaged file may have millions
 
 // A chunk of the file begins with its kind and the size of what follows.
 constexpr std::size_t ChunkHead = 8;

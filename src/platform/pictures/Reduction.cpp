@@ -41,7 +41,7 @@ QImage newImage(QSize size, QImage::Format format)
     const auto first = reinterpret_cast<std::uintptr_t>(image.bits());
     const std::uintptr_t start = (first + LargePage - 1) / LargePage * LargePage;
     if (const std::uintptr_t end = first + static_cast<std::uintptr_t>(image.sizeInBytes()); end > start + LargePage)
-        ::madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
+        ::madvise(image.bits() + (start - first), end - start, MADV_HUGEPAGE);
     return image;
 }
 
@@ -102,6 +102,7 @@ void ReducedImage::endRow()
         QRgb average = 0;
         std::array<std::uint64_t, 4>& sums = m_sums[static_cast<std::size_t>(x)];
         for (std::size_t channel = 0; channel < sums.size(); ++channel)
+            // A sum is never negative. NOLINTNEXTLINE(bugprone-incorrect-roundings)
             average |= static_cast<QRgb>(static_cast<double>(sums[channel]) * share + 0.5) << (8U * channel);
         pixel[x] = average;
         sums = {};

@@ -67,6 +67,7 @@ bool startApart(const QString& program, const QStringList& arguments)
 
 std::string programPath()
 {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the kernel gives addresses as numbers
     const auto* startedAs = reinterpret_cast<const char*>(::getauxval(AT_EXECFN));
     return programPath(startedAs != nullptr ? startedAs : "");
 }

@@ -39,7 +39,8 @@ const WmfObject* WmfObjects::at(std::size_t index) const
 
 QColor wmfColor(std::uint32_t color)
 {
-    return QColor::fromRgb(color & 0xffU, color >> 8U & 0xffU, color >> 16U & 0xffU);
+    const auto part = [color](unsigned shift) { return static_cast<int>(color >> shift & 0xffU); };
+    return QColor::fromRgb(part(0), part(8), part(16));
 }
 
 QPen wmfPen(const WmfRecord& record)
