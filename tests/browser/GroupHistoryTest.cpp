@@ -26,7 +26,7 @@ struct GroupHistoryTest : MainWindow {
     std::string shown()
     {
         const Names lines = linesOf(group().CurrentGroupName);
-        const auto first = std::min<std::size_t>((main().pages().CurrentPage - 1) * 16, lines.size());
+        const auto first = std::min((main().pages().CurrentPage - std::size_t{1}) * 16, lines.size());
         const auto end = std::min<std::size_t>(first + 16, lines.size());
         EXPECT_EQ(cells(), Names(lines.begin() + first, lines.begin() + end));
         EXPECT_EQ(group().GroupList.upperBound(), static_cast<int>(lines.size()));

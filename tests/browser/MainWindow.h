@@ -123,7 +123,7 @@ struct MainWindow : testing::Test {
     Positions brightRows()
     {
         const Picture& bright = main().pctAlbumList(10).Picture();
-        const auto rows = where(8, [&](int row) { return main().pctAlbumList(row).Picture() == bright; });
+        Positions rows = where(8, [&](int row) { return main().pctAlbumList(row).Picture() == bright; });
         EXPECT_EQ(where(8, [&](int row) { return main().pctAlbumList(row).AccessibleSelected() == true; }), rows);
         return rows;
     }
