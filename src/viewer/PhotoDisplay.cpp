@@ -90,8 +90,10 @@ try {
     m_form.pages().ShowThumbnailBoxes(true);
     return true;
 } catch (const Failure& failure) {
-    if (failure.kind() == FailureKind::InvalidPicture)
+    if (failure.kind() == FailureKind::InvalidPicture) {
+        m_form.slideShow().letScreenSleep(); // nobody may be there to answer
         m_form.desktop().prompts().messageBox("Invalid image file. Unable to open", Message::Error, "Error");
+    }
     m_form.desktop().Screen().MousePointer = DefaultPointer;
     return false;
 }

@@ -72,6 +72,11 @@ void SlideShow::StopSlideShow()
     goOn(false);
 }
 
+void SlideShow::letScreenSleep()
+{
+    m_screenOn.reset();
+}
+
 void SlideShow::goOn(bool running)
 {
     m_form.tmrSlideShow.Enabled = running;

@@ -22,6 +22,7 @@ public:
     void tmrSlideShow_Timer();
     void goOn(bool running); // starts or stops the timer; the screen stays on while it runs
     void StopSlideShow();    // also called outside any show
+    void letScreenSleep();   // until it goes on
 
     bool ShowSelectedOnly = false; // read by NextPhoto
 

@@ -96,13 +96,11 @@ void VideoControls::takeDuration()
 // then closed too.
 void VideoControls::CloseVideo()
 try {
-    VideoPlaying = false;
-    m_screenOn.reset();
-    if (m_form != nullptr)
-        m_form->tmrVideo.Enabled = false;
+    stopTicking();
     m_desktop.DoEvents();
     if (m_graph == nullptr)
         return;
+    stopTicking();
     m_graph->Stop();
     m_graph->put_Left(toInt32(m_desktop.Screen().Width() * OutOfSight));
     m_graph->put_Height(toInt32(m_desktop.Screen().Height() * OutOfSight));
@@ -110,6 +108,14 @@ try {
     m_graph.reset();
 } catch (const Failure&) {
     // Ignored: the next film replaces this one.
+}
+
+void VideoControls::stopTicking()
+{
+    VideoPlaying = false;
+    m_screenOn.reset();
+    if (m_form != nullptr)
+        m_form->tmrVideo.Enabled = false;
 }
 
 void VideoControls::VideoCommand(std::string_view Command)
@@ -210,9 +216,7 @@ try {
         return;
     if (m_graph->WaitForCompletion(EndWait) != 0) {
         enableButtons(true, false);
-        VideoPlaying = false;
-        m_screenOn.reset();
-        m_form->tmrVideo.Enabled = false;
+        stopTicking();
         return;
     }
     const double position = roundToPlaces(m_graph->get_CurrentPosition(), 2);

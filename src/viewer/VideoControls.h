@@ -43,6 +43,7 @@ private:
     void play();
     void pause();
     void stop();
+    void stopTicking();
     void keepScreenOn();
     void enableButtons(bool play, bool stop); // enables either play or pause, and stop
 

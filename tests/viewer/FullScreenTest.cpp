@@ -38,7 +38,7 @@ TEST_F(FullScreenTest, KeysStepThroughPicturesThatFillTheScreenOneWay)
 
 TEST_F(FullScreenTest, ThePointerHidesUntilTheMouseMoves)
 {
-    openAlbum({{"p1.jpg"}});
+    openAlbum({{"p1.jpg"}, {"p2.jpg"}, {"p3.jpg"}});
     display(1);
     robot.choose(main().mnuViewFullscreen);
     for (const bool isOnPicture : {true, false}) {
@@ -49,6 +49,15 @@ TEST_F(FullScreenTest, ThePointerHidesUntilTheMouseMoves)
         isOnPicture ? robot.moveTo(fullScreen().imgFullScreen) : robot.moveTo(fullScreen(), {1, 1});
         EXPECT_TRUE(fullScreen().MousePointer() == DefaultPointer && fullScreen().tmrPointer.Enabled());
     }
+    fullScreen().tmrPointer.Tick.raise();
+    robot.key(fullScreen(), EnterKey);
+    robot.hold(fullScreen(), EnterKey);
+    EXPECT_EQ(fullScreen().MousePointer(), HiddenPointer);
+    EXPECT_EQ(view().CurrentIndex, 3) << "a held key steps on";
+    test.put(test.paths().PhotoPath + "p2.jpg", "damaged since then");
+    prompts.expectNotice(
+        "Invalid image file. Unable to open", [this] { EXPECT_EQ(fullScreen().MousePointer(), DefaultPointer); });
+    robot.key(fullScreen(), LeftKey);
 }
 
 } // namespace trovarium

@@ -76,6 +76,10 @@ trovarium::Screen& Desktop::Screen()
 Prompts& Desktop::prompts()
 {
     m_state->releaseMouse();
+    for (Form* form : m_state->shown) { // whoever answers needs the pointer
+        if (form->MousePointer() == HiddenPointer)
+            form->MousePointer = DefaultPointer;
+    }
     return *m_state->prompts;
 }
 

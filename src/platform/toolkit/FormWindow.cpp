@@ -12,7 +12,6 @@
 
 #include <QCloseEvent>
 #include <QGuiApplication>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
@@ -96,16 +95,6 @@ bool isModifier(const QKeyEvent& event)
     const int key = event.key();
     return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr
         || key == Qt::Key_Meta;
-}
-
-// A key that is held answers one question and closes one window, not the next ones as well.
-bool isHeldAnswer(const QEvent& event)
-{
-    if (event.type() != QEvent::KeyPress)
-        return false;
-    const auto& press = static_cast<const QKeyEvent&>(event);
-    const bool answers = press.key() == Qt::Key_Escape || press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter;
-    return answers && press.isAutoRepeat();
 }
 
 bool isInput(QEvent::Type type)
@@ -378,6 +367,16 @@ void FormWindow::keyPressEvent(QKeyEvent* event)
         raiseKey(m_form, *event);
 }
 
+// A key that is held answers one question and closes one window, not the next ones as well.
+bool EventFilter::isHeldAnswer(const QWidget& receiver, const QKeyEvent& press)
+{
+    if (press.key() != Qt::Key_Escape && press.key() != Qt::Key_Return && press.key() != Qt::Key_Enter)
+        return false;
+    if (!press.isAutoRepeat())
+        m_answers = receiver.window();
+    return m_answers != receiver.window();
+}
+
 bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
 {
     if (!receiver->isWidgetType())
@@ -392,9 +391,9 @@ bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
     }
     if (!isInput(event->type()))
         return false;
-    if (isHeldAnswer(*event))
-        return true;
     const auto* widget = static_cast<QWidget*>(receiver);
+    if (event->type() == QEvent::KeyPress && isHeldAnswer(*widget, static_cast<QKeyEvent&>(*event)))
+        return true;
     Form* form = m_state.formOf(*widget);
     if (form == nullptr)
         return false;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPoint>
+#include <QPointer>
 #include <QSize>
 #include <QWidget>
 
@@ -68,6 +69,9 @@ protected:
 
 private:
     DesktopState& m_state;
+    QPointer<QWidget> m_answers; // the window that Enter or Escape was pressed in
+
+    bool isHeldAnswer(const QWidget& receiver, const QKeyEvent& press);
 };
 
 } // namespace trovarium
