@@ -367,14 +367,15 @@ void FormWindow::keyPressEvent(QKeyEvent* event)
         raiseKey(m_form, *event);
 }
 
-// A key that is held answers one question and closes one window, not the next ones as well.
+// A key that is held answers one question and closes one window, not the next ones as well. In full screen, where
+// nothing is asked, it goes on.
 bool EventFilter::isHeldAnswer(const QWidget& receiver, const QKeyEvent& press)
 {
     if (press.key() != Qt::Key_Escape && press.key() != Qt::Key_Return && press.key() != Qt::Key_Enter)
         return false;
     if (!press.isAutoRepeat())
         m_answers = receiver.window();
-    return m_answers != receiver.window();
+    return press.isAutoRepeat() && (!receiver.window()->isFullScreen() || m_answers != receiver.window());
 }
 
 bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
