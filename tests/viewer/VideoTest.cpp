@@ -26,6 +26,7 @@ struct VideoTest : ViewerWindow {
 TEST_F(VideoTest, AClipIsOpenedInTheFrameAndPlays)
 {
     const PictureBox& window = main().picVideoWindow;
+    main().tmrVideo.Interval = 600'000; // no tick is told among the calls
     display(1);
     robot.click(main().pctNext);
     EXPECT_EQ(told() + lit(), "a.avi Style100663296 Top0 Left0 Width497 Height373 Owner Rate1 Run Run -=.");
