@@ -2,10 +2,10 @@
 
 #include "platform/pictures/DecodeAhead.h"
 
-#include "platform/pictures/PaintedSizes.h"
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureHeader.h"
 #include "platform/pictures/PictureReader.h"
+#include "platform/pictures/PictureSizes.h"
 #include "runtime/Failure.h"
 
 #include <algorithm>
@@ -51,12 +51,12 @@ struct DecodeAhead::Job {
     }
 
     // Not for someone who waits: whether these sizes will be painted isn't sure.
-    void scale(const std::shared_ptr<PaintedSizes>& sizes)
+    void scale(const std::shared_ptr<PictureSizes>& sizes)
     {
         if (picture.empty() || request.longerSide > 0)
             return;
         auto data = std::make_shared<PictureData>(*picture.data());
-        data->paintedSizes = sizes;
+        data->pictureSizes = sizes;
         for (const QSize size : sizes->of(data->naturalSize))
             if (!isAwaited && !cancelled)
                 data->scaled.push_back(drawnImage(*data, size));
@@ -84,7 +84,7 @@ struct DecodeAhead::State {
     std::shared_ptr<Job> nextJob() const;
 
     const std::shared_ptr<PictureLibraries> libraries;
-    const std::shared_ptr<PaintedSizes> paintedSizes = std::make_shared<PaintedSizes>();
+    const std::shared_ptr<PictureSizes> pictureSizes = std::make_shared<PictureSizes>();
     std::timed_mutex largeOnes;
     std::mutex mutex; // guards what follows
     std::condition_variable jobsChanged;
@@ -226,7 +226,7 @@ void DecodeAhead::State::work()
         job->stage = Job::Stage::UnderWay;
         lock.unlock();
         job->decode(largeOnes, *libraries);
-        job->scale(paintedSizes);
+        job->scale(pictureSizes);
         lock.lock();
         job->stage = Job::Stage::Done;
         jobDone.notify_all();

@@ -2,8 +2,8 @@
 
 #include "platform/pictures/PicturePainter.h"
 
-#include "platform/pictures/PaintedSizes.h"
 #include "platform/pictures/PictureData.h"
+#include "platform/pictures/PictureSizes.h"
 #include "platform/pictures/Reduction.h"
 
 #include <QPaintEngine>
@@ -91,8 +91,8 @@ const QImage& PicturePainter::scaled(const std::shared_ptr<const PictureData>& s
         // What it is zoomed to later says nothing of the next picture.
         const bool comesUp = std::none_of(
             m_scaled.begin(), m_scaled.end(), [&](const Scaled& kept) { return kept.source.lock() == source; });
-        if (comesUp && source->paintedSizes)
-            source->paintedSizes->add(source->naturalSize, size);
+        if (comesUp && source->pictureSizes)
+            source->pictureSizes->add(source->naturalSize, size);
         m_scaled.push_front({source, drawnImage(*source, size)});
         forgetBeyondLimit();
     }

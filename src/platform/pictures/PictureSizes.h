@@ -12,7 +12,7 @@ namespace trovarium {
 
 // In which sizes pictures came up, so that the next one of the same natural size can be scaled ahead of time. Safe on
 // any thread.
-class PaintedSizes {
+class PictureSizes {
 public:
     void add(QSize natural, QSize painted); // both in pixels
     // The latest two: one each for the main window and the full screen.

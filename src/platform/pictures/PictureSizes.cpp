@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/pictures/PaintedSizes.h"
+#include "platform/pictures/PictureSizes.h"
 
 #include <algorithm>
 
 namespace trovarium {
 
-void PaintedSizes::add(QSize natural, QSize painted)
+void PictureSizes::add(QSize natural, QSize painted)
 {
     constexpr std::size_t MostKept = 8; // photographs stand or lie, and come from more than one camera
     const std::lock_guard lock(m_mutex);
@@ -15,7 +15,7 @@ void PaintedSizes::add(QSize natural, QSize painted)
     m_latest.resize(std::min(m_latest.size(), MostKept));
 }
 
-std::vector<QSize> PaintedSizes::of(QSize natural) const
+std::vector<QSize> PictureSizes::of(QSize natural) const
 {
     constexpr std::size_t MostScaled = 2;
     std::vector<QSize> sizes;
