@@ -78,7 +78,7 @@ bool areCached(const std::vector<std::string>& paths, const Look& look)
 }
 
 template <class Run>
-void startThreads(std::vector<std::thread>& threads, std::size_t count, const Run& run)
+void startThreads(std::vector<std::jthread>& threads, std::size_t count, const Run& run)
 try {
     while (threads.size() < count)
         threads.emplace_back(run);
@@ -106,8 +106,6 @@ PrefetchScope::~PrefetchScope()
 {
     m_next = m_paths.size();
     m_mayRead.release(Threads);
-    for (std::thread& thread : m_threads)
-        thread.join();
 }
 
 void PrefetchScope::advance()
@@ -151,8 +149,6 @@ ReadAhead::~ReadAhead()
 {
     m_next = m_blocks.size();
     m_mayRead.release(Threads);
-    for (std::thread& thread : m_threads)
-        thread.join();
 }
 
 std::optional<std::string> ReadAhead::take(std::size_t index)

@@ -38,7 +38,7 @@ private:
     std::vector<std::string> m_statPaths;
     std::atomic<std::size_t> m_next = 0;
     std::counting_semaphore<> m_mayRead; // counts the large files that may be read now
-    std::vector<std::thread> m_threads;
+    std::vector<std::jthread> m_threads; // last: they end before what they use
 };
 
 // Reads small files on threads of its own, some hundred before the program opens them in this order. What is long,
@@ -66,7 +66,7 @@ private:
     std::vector<Block> m_blocks;
     std::atomic<std::size_t> m_next = 0; // block
     std::counting_semaphore<> m_mayRead;
-    std::vector<std::thread> m_threads;
+    std::vector<std::jthread> m_threads; // last: they end before what they use
 };
 
 } // namespace trovarium

@@ -5,6 +5,7 @@
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureHeader.h"
 #include "platform/pictures/PictureReader.h"
+#include "platform/pictures/PictureSizes.h"
 #include "runtime/Failure.h"
 
 #include <algorithm>
@@ -49,8 +50,21 @@ struct DecodeAhead::Job {
         });
     }
 
+    // Not for someone who waits: whether these sizes will be painted isn't sure.
+    void scale(const std::shared_ptr<PictureSizes>& sizes)
+    {
+        if (picture.empty() || request.longerSide > 0)
+            return;
+        auto data = std::make_shared<PictureData>(*picture.data());
+        data->pictureSizes = sizes;
+        for (const QSize size : sizes->of(data->naturalSize))
+            if (!isAwaited && !cancelled)
+                data->scaled.push_back(drawnImage(*data, size));
+        picture = Picture(std::move(data));
+    }
+
     const DecodeRequest request;
-    bool isAwaited = false; // by the one who asks; the others are done ahead
+    std::atomic<bool> isAwaited{false}; // by the one who asks; the others are done ahead
     std::atomic<bool> cancelled{false};
     Stage stage = Stage::Waiting;
     FileStamp stamp; // these three belong to the worker until the stage is Done
@@ -70,6 +84,7 @@ struct DecodeAhead::State {
     std::shared_ptr<Job> nextJob() const;
 
     const std::shared_ptr<PictureLibraries> libraries;
+    const std::shared_ptr<PictureSizes> pictureSizes = std::make_shared<PictureSizes>();
     std::timed_mutex largeOnes;
     std::mutex mutex; // guards what follows
     std::condition_variable jobsChanged;
@@ -211,6 +226,7 @@ void DecodeAhead::State::work()
         job->stage = Job::Stage::UnderWay;
         lock.unlock();
         job->decode(largeOnes, *libraries);
+        job->scale(pictureSizes);
         lock.lock();
         job->stage = Job::Stage::Done;
         jobDone.notify_all();

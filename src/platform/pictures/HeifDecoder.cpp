@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -50,10 +51,11 @@ HeifDecoder::HeifDecoder(
     , m_context(library.contextAlloc(), library.contextFree)
     , m_handle(nullptr, library.imageHandleRelease)
 {
-    constexpr int LongestSquare = 10'954; // pixels along a side: 120 megapixels
     if (!m_context)
         throw Failure(FailureKind::OutOfMemory);
-    m_library.contextSetMaximumImageSizeLimit(m_context.get(), LongestSquare);
+    // Counted along the side of a square.
+    m_library.contextSetMaximumImageSizeLimit(
+        m_context.get(), static_cast<int>(std::sqrt(static_cast<double>(MostHeldTwice))));
     m_library.contextSetMaxDecodingThreads(m_context.get(), ThreadCount);
     check(m_library.contextReadFromMemoryWithoutCopy(m_context.get(), file.data(), file.size(), nullptr));
     heif_image_handle* handle = nullptr;

@@ -42,12 +42,16 @@ template <class Take>
 void forEachSegment(Bytes file, Take take)
 {
     constexpr int First = 0xC0, Restart = 0xD0, EndOfImage = 0xD9, Fill = 0xFF;
+    const std::string_view text(reinterpret_cast<const char*>(file.data()), file.size());
     for (auto at = file.begin() + 2; file.end() - at >= 4;) {
         const int marker = at[0] == Fill ? at[1] : 0;
         if (marker == EndOfImage)
             break;
         if (marker < First || (marker >= Restart && marker < EndOfImage) || marker == Fill) {
-            at = std::find(at + 1, file.end(), Fill); // within a scan's data, or behind damage
+            // Within a scan's data, or behind damage.
+            const std::size_t found =
+                text.find(static_cast<char>(Fill), static_cast<std::size_t>(at - file.begin()) + 1);
+            at = file.begin() + static_cast<std::ptrdiff_t>(std::min(found, text.size()));
             continue;
         }
         const auto length = std::clamp<std::ptrdiff_t>(at[2] * 256 + at[3] - 2, 0, file.end() - at - 4);

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
+#include <algorithm>
 #include <utility>
 
 namespace trovarium {
@@ -28,6 +29,8 @@ QImage::Format formatOfBytes(bool hasAlpha, bool isPremultiplied)
 
 QImage drawnImage(const PictureData& data, QSize size)
 {
+    if (const auto ahead = std::ranges::find(data.scaled, size, &QImage::size); ahead != data.scaled.end())
+        return *ahead;
     if (!data.drawing)
         return data.pixels.size() == size ? data.pixels
                                           : data.pixels.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

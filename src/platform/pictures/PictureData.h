@@ -14,12 +14,16 @@ class QSvgRenderer;
 
 namespace trovarium {
 
+class PictureSizes;
+
 // What a picture holds: the pixels of a photograph, upright, or a drawing that is rendered at the size
 // that it is painted in.
 struct PictureData {
     QImage pixels;     // RGB32, or premultiplied ARGB32 where it has alpha; null for a drawing
     QSize naturalSize; // in pixels; `pixels` may be smaller (decoded for a thumbnail) or larger (dense screen)
     std::shared_ptr<QSvgRenderer> drawing{};
+    std::vector<QImage> scaled{};                 // the pixels in sizes that they will probably be painted in
+    std::shared_ptr<PictureSizes> pictureSizes{}; // where such sizes come from; null for most
 };
 
 // What a library has decoded: bytes in the order red, green, blue, alpha, and the profile of their colors, which may be

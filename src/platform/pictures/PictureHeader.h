@@ -18,6 +18,9 @@ namespace trovarium {
 // picture may take a gigabyte.
 constexpr std::int64_t HarmlessPixels = 64'000'000;
 
+// Libraries hold the pixels of most formats twice while they unpack them. No camera or scanner writes more of them.
+constexpr std::int64_t MostHeldTwice = 120'000'000;
+
 // "Invalid picture" for a size beyond what is decoded at all, and for one that `length` bytes can't hold at the densest
 // that the format packs.
 inline void checkSize(std::int64_t width, std::int64_t height, std::int64_t length, std::int64_t mostPixelsInAByte)

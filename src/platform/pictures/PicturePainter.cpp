@@ -3,6 +3,7 @@
 #include "platform/pictures/PicturePainter.h"
 
 #include "platform/pictures/PictureData.h"
+#include "platform/pictures/PictureSizes.h"
 #include "platform/pictures/Reduction.h"
 
 #include <QPaintEngine>
@@ -87,6 +88,11 @@ const QImage& PicturePainter::scaled(const std::shared_ptr<const PictureData>& s
     if (found != m_scaled.end()) {
         m_scaled.splice(m_scaled.begin(), m_scaled, found);
     } else {
+        // What it is zoomed to later says nothing of the next picture.
+        const bool comesUp = std::none_of(
+            m_scaled.begin(), m_scaled.end(), [&](const Scaled& kept) { return kept.source.lock() == source; });
+        if (comesUp && source->pictureSizes)
+            source->pictureSizes->add(source->naturalSize, size);
         m_scaled.push_front({source, drawnImage(*source, size)});
         forgetBeyondLimit();
     }

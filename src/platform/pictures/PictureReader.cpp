@@ -41,9 +41,6 @@ constexpr std::int64_t MostJpegPixelsInAByte = 512;
 // No picture that is small enough to be decoded has more.
 constexpr std::int64_t MostBytesHeld = std::int64_t{1} << 30;
 
-// Libraries hold the pixels of most formats twice while they unpack them. No camera or scanner writes such large ones.
-constexpr std::int64_t MostHeldTwice = 120'000'000;
-
 // Of HEIF and JPEG XL: flat areas are packed denser, but no photograph is.
 constexpr std::int64_t MostNewerPixelsInAByte = 4096;
 

@@ -4,10 +4,13 @@
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PictureFile.h"
 #include "platform/pictures/PictureLibraries.h"
+#include "platform/pictures/PicturePainter.h"
 #include "platform/pictures/TestPictures.h"
 #include "platform/toolkit/Desktop.h"
 #include "support/FailureOf.h"
 #include "support/Robot.h"
+
+#include <QPainter>
 
 #include <sys/stat.h>
 
@@ -90,6 +93,33 @@ TEST_F(PictureServiceTest, AnExpectedFileIsDecodedOnceAndNotShownWhenItHasChange
         "Device I/O error")
         << "the user has closed it";
     ahead.expect({{native("sheet.png"), 0}}); // and nobody waits for it at the end
+}
+
+TEST_F(PictureServiceTest, APictureIsScaledAheadAsTheLastOneOfItsSizeCameUp)
+{
+    const QImage lying = testScene(600, 400);
+    for (const char* name : {"a.jpg", "b.jpg"})
+        put(name, jpegBytes(lying));
+    put("c.jpg", jpegBytes(testScene(400, 600)));
+    DecodeAhead ahead(std::make_shared<PictureLibraries>());
+    const std::atomic<bool> cancelled{false};
+    const auto taken = [&](const char* name) {
+        const DecodeRequest request{native(name), 0};
+        ahead.expect({request});
+        EXPECT_TRUE(ahead.isDone(request, 20'000));
+        return ahead.take(request, PictureFile(request.nativePath, cancelled), [](auto) { return true; });
+    };
+    QImage surface(300, 200, QImage::Format_RGB32);
+    QPainter surfacePainter(&surface);
+    PicturePainter painter;
+    const Picture first = taken("a.jpg");
+    EXPECT_EQ(first.data()->scaled.size(), 0);
+    for (const int width : {150, 300}) // it comes up and is zoomed
+        painter.paint(surfacePainter, first, QRectF(0, 0, width, 100));
+    const Picture next = taken("b.jpg");
+    ASSERT_EQ(next.data()->scaled.size(), 1);
+    EXPECT_EQ(next.data()->scaled.front(), drawnImage({next.data()->pixels, {600, 400}}, QSize(150, 100)));
+    EXPECT_EQ(taken("c.jpg").data()->scaled.size(), 0);
 }
 
 } // namespace trovarium
