@@ -25,7 +25,7 @@ namespace {
 
 // Pixels of the main window, menu bar included.
 constexpr int WindowWidth = 800;
-constexpr int WindowHeight = 592;
+constexpr int WindowHeight = 591;
 constexpr int LinesToGrow = 1400; // of a screen on which the windows would be too small
 constexpr double ScaleSteps = 4;  // to 1
 constexpr double LargestScale = 8;
