@@ -6,6 +6,7 @@
 #include "platform/toolkit/Prompts.h"
 #include "startup/Program.h"
 #include "store/Album.h"
+#include "store/COWReg.h"
 
 #include <string>
 #include <string_view>
@@ -17,7 +18,7 @@ int main(int argc, char** argv)
     const std::string folder = programPath();
     workInRoot();
     FileService files;
-    Desktop desktop(argc, argv, files, Pace::Paced);
+    Desktop desktop(argc, argv, files, Pace::Paced, COWReg().GetOWSetting("Trovarium", "Options", "Scale", ""));
     // The installed command shows in a window why it can't start.
     if (argc == 3 && std::string_view(argv[1]) == "--message")
         return desktop.guarded([&] { desktop.prompts().messageBox(argv[2], Message::Error, ""); });

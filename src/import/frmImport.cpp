@@ -14,7 +14,6 @@
 #include "store/GroupFile.h"
 #include "store/Log.h"
 
-#include <iterator>
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -26,16 +25,9 @@ namespace {
 constexpr std::string_view Product = "Trovarium";
 constexpr std::string_view Section = "Import";
 
-constexpr std::string_view Types[] = {"bmp", "gif", "jpg", "wmf", "mpg", "mov", "avi"};
-constexpr float TypeWidth = 735;
-
-Plan typePlan(int type)
+Plan typePlan(float left, float width, std::string_view type)
 {
-    return {.Left = 180 + TypeWidth * static_cast<float>(type),
-        .Top = 5220,
-        .Width = TypeWidth,
-        .Height = 300,
-        .Caption = Types[type]};
+    return {.Left = left, .Top = 5220, .Width = width, .Height = 300, .Caption = type};
 }
 
 Plan optionPlan(float top, std::string_view caption)
@@ -48,7 +40,11 @@ Plan optionPlan(float top, std::string_view caption)
 frmImport::frmImport(Desktop& desktop, Album& album, frmMain& main, FormHolder<frmSearch>& search,
     FormHolder<frmThumbnail>& thumbnailBuilder)
     : Form(desktop, {.Name = "frmImport", .Caption = "Import Media", .Width = 11160, .Height = 9000})
-    , chkFilter(&framSource, "chkFilter", 0, std::size(Types) - 1, typePlan)
+    // Each as wide as its caption, so that they stand apart.
+    , chkFilter(&framSource, "chkFilter",
+          {{0, typePlan(180, 795, "bmp")}, {1, typePlan(975, 660, "gif")}, {2, typePlan(1635, 705, "jpg")},
+              {3, typePlan(2340, 795, "wmf")}, {4, typePlan(3135, 795, "mpg")}, {5, typePlan(3930, 795, "mov")},
+              {6, typePlan(4725, 555, "avi")}})
     , chkOptions(&framOptions, "chkOptions",
           {{0, optionPlan(390, "Overwrite existing photos in album")},
               {1, optionPlan(735, "Overwrite existing photos info files")},

@@ -40,8 +40,8 @@ bool timerIsDue(const DesktopState& state, DesktopState::Clock::time_point now)
 
 } // namespace
 
-Desktop::Desktop(int& argc, char** argv, FileService& files, Pace pace)
-    : m_state(std::make_unique<DesktopState>(*this, argc, argv, files, pace))
+Desktop::Desktop(int& argc, char** argv, FileService& files, Pace pace, std::string_view scale)
+    : m_state(std::make_unique<DesktopState>(*this, argc, argv, files, pace, scale))
 {
 }
 

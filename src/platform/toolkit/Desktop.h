@@ -62,7 +62,8 @@ enum class Pace { Paced, Immediate };
 // One for a process.
 class Desktop {
 public:
-    Desktop(int& argc, char** argv, FileService& files, Pace pace);
+    // `scale`: the factor for all screens that the user has set, such as "1.5"; anything else leaves it to the screens.
+    Desktop(int& argc, char** argv, FileService& files, Pace pace, std::string_view scale = {});
     ~Desktop();
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;

@@ -2,28 +2,23 @@
 
 #include "platform/toolkit/DesktopState.h"
 
+#include "platform/toolkit/Application.h"
 #include "platform/toolkit/DesktopPrompts.h"
 #include "platform/toolkit/DrawnWidget.h"
 #include "platform/toolkit/Form.h"
 #include "platform/toolkit/FormWindow.h"
-#include "platform/toolkit/QtValues.h"
-#include "platform/toolkit/Style.h"
 #include "platform/toolkit/Timer.h"
 
 #include <QApplication>
 #include <QDialog>
-#include <QStyle>
 #include <QTimer>
 
 #include <algorithm>
-#include <clocale>
 #include <exception>
 #include <iostream>
 #include <string>
 #include <string_view>
 #include <utility>
-
-#include <malloc.h>
 
 namespace trovarium {
 
@@ -33,32 +28,6 @@ using namespace std::chrono_literals;
 
 // How long a wait for a picture leaves a window's close box dead.
 constexpr auto LongestSilence = 500ms;
-
-// By itself the allocator puts ever larger blocks, up to 32 MB, into heaps, of which it makes eight for each core, and
-// which keep what is freed: hundreds of megabytes after an hour of photographs and films.
-void keepHeapsSmall()
-{
-    constexpr int LargestInHeap = 9 << 20; // bytes: a frame of a film in full HD, which comes many times a second
-    constexpr int KeptFree = 16 << 20;     // bytes at the end of a heap
-    constexpr int Heaps = 2;               // one for this thread and one for all others
-    mallopt(M_MMAP_THRESHOLD, LargestInHeap);
-    mallopt(M_TRIM_THRESHOLD, KeptFree);
-    mallopt(M_ARENA_MAX, Heaps);
-}
-
-std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
-{
-    keepHeapsSmall();                              // before there are threads
-    QApplication::setStyle(makeStyle().release()); // which the library owns
-    auto application = std::make_unique<QApplication>(argc, argv);
-    std::setlocale(LC_NUMERIC, "C"); // libraries below read and write numbers with it
-    QApplication::setApplicationName(QStringLiteral("trovarium"));
-    QApplication::setDesktopFileName(QStringLiteral("trovarium"));
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setPalette(QApplication::style()->standardPalette());
-    QApplication::setFont(planFont(PlanFont));
-    return application;
-}
 
 void report(Component& sender, std::string_view description)
 {
@@ -90,11 +59,12 @@ DesktopState::HandlerScope::~HandlerScope()
         m_state.destroyUnloadedForms();
 }
 
-DesktopState::DesktopState(Desktop& owner, int& argc, char** argv, FileService& fileService, Pace chosenPace)
+DesktopState::DesktopState(
+    Desktop& owner, int& argc, char** argv, FileService& fileService, Pace chosenPace, std::string_view scale)
     : desktop(owner)
     , files(fileService)
     , pace(chosenPace)
-    , application(makeApplication(argc, argv))
+    , application(makeApplication(argc, argv, scale))
     , queue(std::make_unique<QObject>())
     , eventFilter(std::make_unique<EventFilter>(*this))
     , pictures(fileService, [this](auto waited) { return mayWait(waited); })

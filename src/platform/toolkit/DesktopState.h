@@ -16,6 +16,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -59,7 +60,8 @@ struct DesktopState {
         QEventLoop* loop;
     };
 
-    DesktopState(Desktop& owner, int& argc, char** argv, FileService& fileService, Pace chosenPace);
+    DesktopState(
+        Desktop& owner, int& argc, char** argv, FileService& fileService, Pace chosenPace, std::string_view scale);
     ~DesktopState();
     DesktopState(const DesktopState&) = delete;
     DesktopState& operator=(const DesktopState&) = delete;

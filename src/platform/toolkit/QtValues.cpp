@@ -25,8 +25,9 @@ namespace trovarium {
 
 namespace {
 
-constexpr int NarrowestFont = 70; // per cent
-constexpr int NarrowStep = 10;    // few, since each is another font to the desktop
+constexpr int NarrowestFont = 70;    // per cent
+constexpr qsizetype TipColumns = 70; // of a tool tip, so that none runs off the screen
+constexpr int NarrowStep = 10;       // few, since each is another font to the desktop
 
 // An arrow with a sheet under it that carries a plus: what is held here is copied there.
 QCursor dropPointer(qreal ratio)
@@ -50,6 +51,18 @@ QCursor dropPointer(qreal ratio)
     return QCursor(pixmap, 0, 0); // the corner, since desktops differ in whose pixels they count the hot spot in
 }
 
+// With line breaks, in place of blanks as far as there are some.
+QString broken(QString text, qsizetype columns)
+{
+    for (qsizetype start = 0; text.size() - start > columns;) {
+        const qsizetype blank = text.lastIndexOf(' ', start + columns);
+        const qsizetype end = blank > start ? blank : start + columns;
+        text.replace(end, blank > start ? 1 : 0, '\n');
+        start = end + 1;
+    }
+    return text;
+}
+
 } // namespace
 
 QString toQString(std::string_view text)
@@ -65,8 +78,8 @@ std::string toText(const QString& text)
 
 QString toolTipText(std::string_view text)
 {
-    QString plain = toQString(text);
-    return Qt::mightBeRichText(plain) ? "<qt>" + plain.toHtmlEscaped() + "</qt>" : plain;
+    const QString plain = broken(toQString(text), TipColumns);
+    return Qt::mightBeRichText(plain) ? Qt::convertFromPlainText(plain) : plain;
 }
 
 QFont planFont(float pixels, bool bold)

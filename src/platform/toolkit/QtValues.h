@@ -24,7 +24,7 @@ struct DesktopState;
 
 QString toQString(std::string_view text);
 std::string toText(const QString& text);
-// A tool tip that shows its text as it stands, whatever it may look like.
+// A tool tip that shows its text as it stands, whatever it may look like, in lines that are not too long.
 QString toolTipText(std::string_view text);
 QColor toQColor(Color color);
 QCursor cursorOf(int pointer, qreal ratio);

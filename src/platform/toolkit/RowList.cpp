@@ -184,6 +184,15 @@ void RowList::showEvent(QShowEvent* event)
     showRows();
 }
 
+// Shows whole rows only: what is left of the height stays free below them.
+void RowList::updateGeometries()
+{
+    const int rowHeight = sizeHintForRow(0);
+    const int room = viewport()->height() + viewportMargins().bottom();
+    setViewportMargins(0, 0, 0, rowHeight > 0 ? room % rowHeight : 0);
+    QListView::updateGeometries();
+}
+
 // All rows are of one height and read when they are painted: other texts need no other layout. The library's way works
 // out the place of each row, which only screen readers are worth.
 void RowList::dataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles)

@@ -26,6 +26,7 @@ namespace {
 
 constexpr qreal RingWidth = 2; // pixels, as all below
 constexpr int FocusEdge = 3;   // from a box's ring to its caption
+constexpr int CaptionEdge = 4; // from a box to its caption
 constexpr qreal RoundButton = 5;
 constexpr qreal RoundField = 3;
 constexpr qreal RoundMark = 2.5;
@@ -97,6 +98,11 @@ void paintBox(QPainter& painter, const QRectF& place, const QBrush& fill, const 
 bool has(const QStyleOption& option, QStyle::StateFlag flag)
 {
     return option.state.testFlag(flag);
+}
+
+bool isList(const QWidget* widget)
+{
+    return qobject_cast<const QAbstractItemView*>(widget) != nullptr;
 }
 
 // A user who works with the mouse has just clicked the focused control and needs no ring.
@@ -187,8 +193,10 @@ public:
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
     {
-        if (metric == PM_DefaultFrameWidth && qobject_cast<const QAbstractItemView*>(widget) != nullptr)
+        if (metric == PM_DefaultFrameWidth && isList(widget))
             return ListEdge;
+        if (metric == PM_CheckBoxLabelSpacing)
+            return CaptionEdge;
         return QProxyStyle::pixelMetric(metric, option, widget);
     }
 
@@ -202,7 +210,7 @@ public:
             break;
         case PE_FrameLineEdit:
         case PE_Frame:
-            paintField(*painter, *option, Qt::NoBrush);
+            paintField(*painter, *option, isList(widget) ? option->palette.brush(QPalette::Base) : Qt::NoBrush);
             break;
         case PE_FrameMenu:
         case PE_PanelMenu:
@@ -304,7 +312,7 @@ private:
         const int edge = isBox && !box->text().isEmpty() ? option.rect.left() - FocusEdge : 0;
         if (isBox && hasShownFocus(option))
             paintFocusRing(painter, option.palette, widget->rect().adjusted(edge, 0, 0, 0));
-        else if (qobject_cast<const QAbstractItemView*>(widget) != nullptr)
+        else if (isList(widget))
             paintBox(painter, option.rect, Qt::NoBrush, option.palette.color(Ring), 1, 0);
     }
 

@@ -9,6 +9,7 @@
 #include "support/TemporaryFolder.h"
 
 #include <QAccessible>
+#include <QListView>
 #include <QWidget>
 
 namespace trovarium {
@@ -164,6 +165,8 @@ TEST_F(ListsTest, TheUserChoosesFilesAndGoesThroughTheFolders)
     click(files, 0);
     click(files, 2, CtrlKey);
     EXPECT_EQ(itemsOf(files) + taken(), "[a] b.jpg [c] ");
+    const auto& view = static_cast<const QListView&>(*files.widget());
+    EXPECT_EQ(view.viewport()->height() % view.visualRect(view.model()->index(0, 0)).height(), 0) << "no row is cut";
     robot.doubleClick(files, NoKeys, at(1));
     files.SetFocus();
     keys({13});
