@@ -8,6 +8,7 @@
 #include "platform/pictures/PictureFile.h"
 #include "platform/pictures/PictureLibraries.h"
 #include "platform/pictures/PictureReader.h"
+#include "platform/pictures/ThumbnailSharpener.h"
 #include "runtime/Failure.h"
 
 #include <QBuffer>
@@ -90,6 +91,20 @@ Picture PictureService::loadFor(std::string_view path, int longerSide)
                 PackageMissing(package);
         throw;
     }
+}
+
+void PictureService::sharpen(
+    const void* owner, std::string_view path, int width, int height, std::function<void(const Picture&)> receive)
+{
+    if (!m_sharpener)
+        m_sharpener = std::make_unique<ThumbnailSharpener>(m_libraries, later);
+    m_sharpener->ask(owner, nativeOf(path), QSize(width, height), std::move(receive));
+}
+
+void PictureService::dropSharper(const void* owner)
+{
+    if (m_sharpener)
+        m_sharpener->drop(owner);
 }
 
 bool PictureService::isPicture(std::string_view path) const

@@ -103,6 +103,7 @@ DesktopState::DesktopState(Desktop& owner, int& argc, char** argv, FileService& 
     , realPrompts(std::make_unique<DesktopPrompts>(owner))
     , prompts(realPrompts.get())
 {
+    pictures.later = [this](auto action) { invokeLater(std::move(action)); };
     application->installEventFilter(eventFilter.get());
     installAccessibility();
 }
