@@ -72,7 +72,16 @@ PictureService::~PictureService() = default;
 
 Picture PictureService::load(std::string_view path)
 {
-    return loadFor(path, 0);
+    // All else waits, or the largest would take a gigabyte each at the same time.
+    if (m_sharpener)
+        m_sharpener->pause();
+    Picture picture;
+    const auto failure = attempt([&] { picture = loadFor(path, 0); });
+    if (m_sharpener)
+        m_sharpener->resume();
+    if (failure)
+        throw Failure(*failure);
+    return picture;
 }
 
 Picture PictureService::loadReduced(std::string_view path, int longerSide)

@@ -46,7 +46,7 @@ void ThumbnailSharpener::ask(const void* owner, const std::string& nativePath, Q
     const bool isKept = kept != m_kept.end() && kept->stamp == stampOf(nativePath);
     if (!isKept)
         m_wanted.push_back({owner, request, std::move(receive)});
-    expectWanted();
+    resume();
     if (!isKept)
         return;
     m_kept.splice(m_kept.begin(), m_kept, kept);
@@ -56,21 +56,21 @@ void ThumbnailSharpener::ask(const void* owner, const std::string& nativePath, Q
 void ThumbnailSharpener::drop(const void* owner)
 {
     forget(owner);
-    expectWanted();
+    resume();
 }
 
-void ThumbnailSharpener::forget(const void* owner)
-{
-    std::erase_if(m_wanted, [&](const Wanted& wanted) { return wanted.owner == owner; });
-}
-
-// All other jobs end here.
-void ThumbnailSharpener::expectWanted()
+// All jobs that nobody wants any more end here.
+void ThumbnailSharpener::resume()
 {
     std::vector<DecodeRequest> requests;
     for (const Wanted& wanted : m_wanted)
         requests.push_back(wanted.request);
     m_decoder.expect(requests);
+}
+
+void ThumbnailSharpener::forget(const void* owner)
+{
+    std::erase_if(m_wanted, [&](const Wanted& wanted) { return wanted.owner == owner; });
 }
 
 void ThumbnailSharpener::handOut()

@@ -26,6 +26,10 @@ public:
     void ask(const void* owner, const std::string& nativePath, QSize size, Receive receive);
     void drop(const void* owner);
 
+    // In between nothing is decoded. What was under way begins again.
+    void pause() { m_decoder.expect({}); }
+    void resume();
+
 private:
     struct Wanted {
         const void* owner;
@@ -34,7 +38,6 @@ private:
     };
 
     void forget(const void* owner);
-    void expectWanted();
     void handOut();
     void keep(DecodedFile file);
 
