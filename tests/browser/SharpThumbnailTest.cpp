@@ -56,7 +56,12 @@ TEST_F(MainWindow, ADenseScreenShowsThePhotographsOfAPageInPlaceOfTheirThumbnail
     desktop.DoEvents();
     EXPECT_TRUE(robot.until([&] { return shows(Red) == 11 * Pixels; })) << shows(Red);
     EXPECT_EQ(shows(Blue), 3 * Pixels) << "of another shape, damaged, a clip, too large";
+    asked.clear();
+    main().pages().ShowThumbnailBoxes(false);
+    main().pages().ShowThumbnailBoxes(true);
+    EXPECT_TRUE(robot.until([&] { return asked.find("p3.jpg") != asked.npos; })) << "hiding it has dropped the request";
     main().VScroll1.Value = 2;
+    main().pages().ShowThumbnailBoxes(true);
     EXPECT_TRUE(robot.until([&] { return shows(Red) == Pixels; })) << shows(Red);
     main().VScroll1.Value = 1;
     EXPECT_TRUE(robot.until([&] { return shows(Red) == 11 * Pixels; })) << shows(Red);
