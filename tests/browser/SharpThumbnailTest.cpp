@@ -61,7 +61,6 @@ TEST_F(MainWindow, ADenseScreenShowsThePhotographsOfAPageInPlaceOfTheirThumbnail
     main().pages().ShowThumbnailBoxes(true);
     EXPECT_TRUE(robot.until([&] { return asked.find("p3.jpg") != asked.npos; })) << "hiding it has dropped the request";
     main().VScroll1.Value = 2;
-    main().pages().ShowThumbnailBoxes(true);
     EXPECT_TRUE(robot.until([&] { return shows(Red) == Pixels; })) << shows(Red);
     main().VScroll1.Value = 1;
     EXPECT_TRUE(robot.until([&] { return shows(Red) == 11 * Pixels; })) << shows(Red);
