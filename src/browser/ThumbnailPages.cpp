@@ -136,6 +136,8 @@ void ThumbnailPages::fillCell(int cell, std::int32_t position)
         image.Picture = m_form.desktop().pictures().loadReduced(
             thumbnailPath(m_album.paths, m_album.group.GroupList(position)), CellSide);
     });
+    attempt(
+        [&] { image.sharpenFrom([this, name = m_album.group.GroupList(position)] { return photographOf(name); }); });
     attempt([&] { image.ToolTipText = CellTip; });
     attempt([&] { image.AccessibleName = m_album.group.GroupList(position); });
     attempt([&] { image.Visible = true; });
@@ -143,6 +145,13 @@ void ThumbnailPages::fillCell(int cell, std::int32_t position)
     attempt([&] { label.Visible = true; });
     if (isVideoFile(image.AccessibleName()))
         m_form.desktop().media().expectFilm();
+}
+
+// Empty for a clip.
+std::string ThumbnailPages::photographOf(const std::string& name)
+{
+    std::string path = photographIfKnown(m_album, name);
+    return isVideoFile(path) ? "" : path;
 }
 
 void ThumbnailPages::emptyCell(int cell)

@@ -54,6 +54,7 @@ private:
     void setUpScrollBar();
     void fillCell(int cell, std::int32_t position);
     void emptyCell(int cell);
+    std::string photographOf(const std::string& name);
 
     bool PageChangeBusy = false;
 };

@@ -189,6 +189,13 @@ std::string GetPhotoLink(Album& album, std::string_view infoFileName)
     return result;
 }
 
+std::string photographIfKnown(Album& album, const std::string& name)
+{
+    const std::string infoFileName = name + ".info";
+    PhotoInfo unused;
+    return readInfoFile(album, infoFileName, unused) ? GetPhotoLink(album, infoFileName) : "";
+}
+
 bool CheckPhotoLink(Album& album, std::string_view path)
 try {
     if (path.starts_with('\\'))

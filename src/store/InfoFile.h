@@ -38,6 +38,9 @@ bool isFirstTitle(std::string_view title, std::string_view infoFileName);
 // information file is absent. A full path that leads to no file means PhotoPath + N where that one is there.
 std::string GetPhotoLink(Album& album, std::string_view infoFileName);
 
+// The same for the photograph `name`, but empty without a log line when its information file can't be read.
+std::string photographIfKnown(Album& album, const std::string& name);
+
 // The file is there and not empty; a log line when it is absent.
 bool CheckPhotoLink(Album& album, std::string_view path);
 

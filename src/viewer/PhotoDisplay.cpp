@@ -254,13 +254,8 @@ void PhotoDisplay::expectNeighbours(std::int32_t Index)
     for (const std::int32_t neighbour : {Index + 1, Index - 1}) {
         if (neighbour < 1 || neighbour > m_album.group.GroupList.upperBound())
             continue;
-        const std::string infoFileName = m_album.group.GroupList(neighbour) + ".info";
-        // GetPhotoLink would log a file that can't be read.
-        PhotoInfo unused;
-        if (!readInfoFile(m_album, infoFileName, unused))
-            continue;
-        std::string path = GetPhotoLink(m_album, infoFileName);
-        if (!playsAsVideo(path))
+        std::string path = photographIfKnown(m_album, m_album.group.GroupList(neighbour));
+        if (!path.empty() && !playsAsVideo(path))
             paths.push_back(std::move(path));
     }
     m_form.desktop().pictures().expect(std::move(paths));

@@ -23,9 +23,9 @@ SYSTEM = {
     r"(dirent|dlfcn|errno|fcntl|limits|malloc|mntent|poll|pwd|signal|spawn|time|unistd|(sys|linux)/\w+)\.h": r"platform/.*",
 }
 LIBRARIES = {
-    r"Q\w+(/Q\w+)?": r"platform/(toolkit/(.*\.cpp|(DesktopState|DrawnWidget|FormWindow|QtValues|RowList|SessionEnd|Style)\.h)"
+    r"Q\w+(/Q\w+)?": r"platform/(toolkit/(.*\.cpp|(DesktopState|DrawnWidget|FormWindow|QtValues|RowList|SessionEnd|SharpThumbnail|Style)\.h)"
     r"|media/(Mpv\w+\.cpp|FilmSurface\.h)"
-    r"|pictures/(.*\.cpp|wmf/.*|(Bitmap|Heif|Jpeg|Picture)\w+\.h|Reduction\.h)|system/(IdleInhibition|Shell)\.cpp)",
+    r"|pictures/(.*\.cpp|wmf/.*|(Bitmap|Decode|Heif|Jpeg|Picture|Thumbnail)\w+\.h|Reduction\.h)|system/(IdleInhibition|Shell)\.cpp)",
     r"lcms2\.h": r"platform/pictures/ColorConversion\.cpp",
     r"turbojpeg\.h": r"platform/pictures/JpegDecoder\.cpp",
     r"libheif/heif\.h": r"platform/pictures/HeifLibrary\.h",

@@ -17,19 +17,30 @@
 #include <system_error>
 #include <utility>
 
+#include <sys/resource.h>
+
 namespace trovarium {
 
 namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::size_t WorkerCount = 2;
 // Between two calls of the caller's `Patience`.
 constexpr int WaitStep = 10; // milliseconds
 // A decoder that is at work on pixels can't be cancelled.
 constexpr auto LongestEnd = 1s;
 // How much may be kept in full before another one is decoded ahead: a photograph of 64 megapixels.
 constexpr std::int64_t KeptBytes = HarmlessPixels * 4;
+// Of a thread that isn't urgent: it gets a tenth of the core that an urgent one wants too.
+constexpr int Niceness = 10;
+
+Picture stretched(const Picture& picture, QSize size)
+{
+    QImage pixels = drawnImage(*picture.data(), size);
+    if (pixels.isNull())
+        throw Failure(FailureKind::OutOfMemory);
+    return Picture(std::make_shared<PictureData>(PictureData{std::move(pixels), picture.data()->naturalSize}));
+}
 
 } // namespace
 
@@ -47,6 +58,8 @@ struct DecodeAhead::Job {
             const PictureFile file(request.nativePath, cancelled);
             stamp = file.stamp();
             picture = readPicture(file, request.longerSide, largeOnes, libraries);
+            if (!request.size.isEmpty())
+                picture = stretched(std::exchange(picture, {}), request.size);
         });
     }
 
@@ -73,8 +86,9 @@ struct DecodeAhead::Job {
 };
 
 struct DecodeAhead::State {
-    explicit State(std::shared_ptr<PictureLibraries> shared)
+    State(std::shared_ptr<PictureLibraries> shared, DecodeWorkers plan)
         : libraries(std::move(shared))
+        , workers(std::move(plan))
     {
     }
 
@@ -85,6 +99,7 @@ struct DecodeAhead::State {
 
     const std::shared_ptr<PictureLibraries> libraries;
     const std::shared_ptr<PictureSizes> pictureSizes = std::make_shared<PictureSizes>();
+    const DecodeWorkers workers;
     std::timed_mutex largeOnes;
     std::mutex mutex; // guards what follows
     std::condition_variable jobsChanged;
@@ -94,8 +109,8 @@ struct DecodeAhead::State {
     std::size_t working = 0; // threads
 };
 
-DecodeAhead::DecodeAhead(std::shared_ptr<PictureLibraries> libraries)
-    : m_state(std::make_shared<State>(std::move(libraries)))
+DecodeAhead::DecodeAhead(std::shared_ptr<PictureLibraries> libraries, DecodeWorkers workers)
+    : m_state(std::make_shared<State>(std::move(libraries), std::move(workers)))
 {
 }
 
@@ -108,7 +123,7 @@ DecodeAhead::~DecodeAhead()
     m_state->jobsChanged.notify_all();
     const bool ended = m_state->jobDone.wait_for(lock, LongestEnd, [this] { return m_state->working == 0; });
     lock.unlock();
-    for (std::thread& worker : m_workers) {
+    for (std::thread& worker : m_threads) {
         if (ended)
             worker.join();
         else
@@ -144,7 +159,7 @@ bool DecodeAhead::isDone(const DecodeRequest& request, int milliseconds)
 {
     std::unique_lock lock(m_state->mutex);
     const auto found = m_state->find(request);
-    if (found == m_state->jobs.end() || m_workers.empty())
+    if (found == m_state->jobs.end() || m_threads.empty())
         return true;
     const std::shared_ptr<Job> job = *found;
     return m_state->jobDone.wait_for(
@@ -156,7 +171,7 @@ Picture DecodeAhead::take(const DecodeRequest& request, const PictureFile& file,
     if (Picture thumbnail = readThumbnail(file, request.longerSide); !thumbnail.empty())
         return thumbnail;
     startWorkers();
-    if (m_workers.empty())
+    if (m_threads.empty())
         return readPicture(file, request.longerSide, m_state->largeOnes, *m_state->libraries);
 
     const auto start = std::chrono::steady_clock::now();
@@ -181,11 +196,23 @@ Picture DecodeAhead::take(const DecodeRequest& request, const PictureFile& file,
     }
 }
 
+std::vector<DecodedFile> DecodeAhead::takeDone()
+{
+    const std::lock_guard lock(m_state->mutex);
+    std::vector<DecodedFile> files;
+    std::erase_if(m_state->jobs, [&](const auto& job) {
+        if (job->stage == Job::Stage::Done)
+            files.push_back({job->request, job->stamp, job->picture});
+        return job->stage == Job::Stage::Done;
+    });
+    return files;
+}
+
 void DecodeAhead::startWorkers()
 {
     try {
-        while (m_workers.size() < WorkerCount)
-            m_workers.emplace_back([state = m_state] { state->work(); });
+        while (m_threads.size() < m_state->workers.count)
+            m_threads.emplace_back([state = m_state] { state->work(); });
     } catch (const std::system_error&) {
         // One thread is enough. Without any, the caller decodes by itself.
     }
@@ -213,6 +240,8 @@ std::shared_ptr<DecodeAhead::Job> DecodeAhead::State::askFor(const DecodeRequest
 
 void DecodeAhead::State::work()
 {
+    if (!workers.isUrgent)
+        ::setpriority(PRIO_PROCESS, 0, Niceness); // of this thread alone
     std::unique_lock lock(mutex);
     ++working;
     for (;;) {
@@ -231,6 +260,8 @@ void DecodeAhead::State::work()
         job->stage = Job::Stage::Done;
         jobDone.notify_all();
         jobsChanged.notify_all();
+        if (workers.done && !stopping)
+            workers.done();
     }
     --working;
     jobDone.notify_all();

@@ -4,6 +4,10 @@
 #include "platform/pictures/PictureFile.h"
 #include "platform/pictures/PictureService.h"
 
+#include <QSize>
+
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
@@ -13,19 +17,34 @@ namespace trovarium {
 
 class PictureLibraries;
 
-// What is to be decoded: a file under its native path, in full (0) or for a longer side in pixels.
+// What is to be decoded: a file under its native path, in full (0) or for a longer side in pixels, and then stretched
+// to exactly `size` unless that is empty.
 struct DecodeRequest {
     std::string nativePath;
     int longerSide = 0;
+    QSize size{};
 
     bool operator==(const DecodeRequest&) const = default;
+};
+
+// The picture is empty if the file couldn't be decoded.
+struct DecodedFile {
+    DecodeRequest request;
+    FileStamp stamp;
+    Picture picture;
+};
+
+struct DecodeWorkers {
+    std::size_t count = 2;
+    bool isUrgent = true;         // otherwise all other threads come first
+    std::function<void()> done{}; // called on a worker behind each job, never after the end
 };
 
 // Decodes files on worker threads, ahead of time or on request, so that the caller stays responsive while it waits, and
 // can give up.
 class DecodeAhead {
 public:
-    explicit DecodeAhead(std::shared_ptr<PictureLibraries> libraries);
+    explicit DecodeAhead(std::shared_ptr<PictureLibraries> libraries, DecodeWorkers workers = {});
     ~DecodeAhead(); // cancels running jobs, within a second
     DecodeAhead(const DecodeAhead&) = delete;
     DecodeAhead& operator=(const DecodeAhead&) = delete;
@@ -40,6 +59,9 @@ public:
     // here. Calls `patience` every few milliseconds; "Device I/O error" once that returns false.
     Picture take(const DecodeRequest& request, const PictureFile& file, const Patience& patience);
 
+    // What is done already; it is no longer kept here.
+    std::vector<DecodedFile> takeDone();
+
 private:
     struct Job;
     struct State;
@@ -47,7 +69,7 @@ private:
     void startWorkers();
 
     std::shared_ptr<State> m_state; // shared with the threads, which may outlive this
-    std::vector<std::thread> m_workers;
+    std::vector<std::thread> m_threads;
 };
 
 } // namespace trovarium

@@ -8,6 +8,7 @@
 #include "platform/pictures/PictureFile.h"
 #include "platform/pictures/PictureLibraries.h"
 #include "platform/pictures/PictureReader.h"
+#include "platform/pictures/ThumbnailSharpener.h"
 #include "runtime/Failure.h"
 
 #include <QBuffer>
@@ -71,7 +72,16 @@ PictureService::~PictureService() = default;
 
 Picture PictureService::load(std::string_view path)
 {
-    return loadFor(path, 0);
+    // All else waits, or the largest would take a gigabyte each at the same time.
+    if (m_sharpener)
+        m_sharpener->pause();
+    Picture picture;
+    const auto failure = attempt([&] { picture = loadFor(path, 0); });
+    if (m_sharpener)
+        m_sharpener->resume();
+    if (failure)
+        throw Failure(*failure);
+    return picture;
 }
 
 Picture PictureService::loadReduced(std::string_view path, int longerSide)
@@ -90,6 +100,20 @@ Picture PictureService::loadFor(std::string_view path, int longerSide)
                 PackageMissing(package);
         throw;
     }
+}
+
+void PictureService::sharpen(
+    const void* owner, std::string_view path, int width, int height, std::function<void(const Picture&)> receive)
+{
+    if (!m_sharpener)
+        m_sharpener = std::make_unique<ThumbnailSharpener>(m_libraries, later);
+    m_sharpener->ask(owner, nativeOf(path), QSize(width, height), std::move(receive));
+}
+
+void PictureService::dropSharper(const void* owner)
+{
+    if (m_sharpener)
+        m_sharpener->drop(owner);
 }
 
 bool PictureService::isPicture(std::string_view path) const

@@ -16,6 +16,7 @@ namespace trovarium {
 class DecodeAhead;
 class FileService;
 class PictureLibraries;
+class ThumbnailSharpener;
 
 // Called while somebody waits for a picture, with the time waited so far. Returns whether to wait on.
 using Patience = std::function<bool(std::chrono::milliseconds waited)>;
@@ -41,6 +42,17 @@ public:
     // As `load`, but the caller never paints it larger than `longerSide` pixels, so that a JPEG may be
     // decoded at 1/2, 1/4 or 1/8. The natural size stays that of the file.
     Picture loadReduced(std::string_view path, int longerSide);
+
+    // Decodes a thumbnail's photograph in exactly so many pixels, on another core when nothing else is to be done
+    // there. `receive` gets it by `later`, or at once if it is among those kept; not if it can't be decoded, nor once
+    // the owner has asked for another file or dropped this one. "File not found" for an empty or absent path.
+    void sharpen(
+        const void* owner, std::string_view path, int width, int height, std::function<void(const Picture&)> receive);
+    void dropSharper(const void* owner);
+
+    // Runs an action on the main thread, soon. It is called on other threads; to be set before `sharpen`.
+    using Later = std::function<void(std::function<void()> action)>;
+    Later later;
 
     // Whether `load` would know the file's format; nothing is decoded. Failures as there, but "Invalid picture".
     bool isPicture(std::string_view path) const;
@@ -69,6 +81,7 @@ private:
     const Patience m_patience;
     const std::shared_ptr<PictureLibraries> m_libraries;
     std::unique_ptr<DecodeAhead> m_ahead;
+    std::unique_ptr<ThumbnailSharpener> m_sharpener; // from its first use
     std::map<std::string, Picture, std::less<>> m_drawings;
 };
 

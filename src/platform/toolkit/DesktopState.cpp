@@ -73,6 +73,7 @@ DesktopState::DesktopState(
     , realPrompts(std::make_unique<DesktopPrompts>(owner))
     , prompts(realPrompts.get())
 {
+    pictures.later = [this](auto action) { invokeLater(std::move(action)); };
     application->installEventFilter(eventFilter.get());
     installAccessibility();
 }

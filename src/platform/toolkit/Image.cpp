@@ -4,12 +4,15 @@
 
 #include "platform/pictures/PictureData.h"
 #include "platform/pictures/PicturePainter.h"
+#include "platform/toolkit/DesktopState.h"
 #include "platform/toolkit/QtValues.h"
+#include "platform/toolkit/SharpThumbnail.h"
 
 #include <QPainter>
 #include <QWidget>
 
 #include <cmath>
+#include <utility>
 
 namespace trovarium {
 
@@ -34,7 +37,20 @@ bool Image::isOpaque() const
 
 void Image::showPicture()
 {
+    m_sharp.reset();
     showOrHide(); // repaints too
+}
+
+void Image::sharpenFrom(std::function<std::string()> photograph)
+{
+    m_sharp = std::make_shared<SharpThumbnail>(*this, std::move(photograph));
+}
+
+void Image::showOrHide()
+{
+    if (m_sharp && !Visible())
+        m_sharp->drop();
+    DrawnControl::showOrHide();
 }
 
 void Image::draw(QPainter& painter, const QRectF& place)
@@ -46,7 +62,7 @@ void Image::draw(QPainter& painter, const QRectF& place)
     const QSizeF size(Picture().width(), Picture().height());
     const QPointF corner(place.center().x() - std::floor(size.width() / 2), place.top());
     painter.setClipRect(place, Qt::IntersectClip);
-    m_painter->paint(painter, Picture(), QRectF(corner, size));
+    m_painter->paint(painter, m_sharp ? m_sharp->toPaint() : Picture(), QRectF(corner, size));
 }
 
 PictureButton::PictureButton(Container* parent, const Plan& plan)

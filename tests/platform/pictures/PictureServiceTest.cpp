@@ -122,4 +122,45 @@ TEST_F(PictureServiceTest, APictureIsScaledAheadAsTheLastOneOfItsSizeCameUp)
     EXPECT_EQ(taken("c.jpg").data()->scaled.size(), 0);
 }
 
+TEST_F(PictureServiceTest, ASharperThumbnailIsKeptUntilItsFileChangesOrLaterOnesTakeItsRoom)
+{
+    PictureService& service = testDesktop().pictures();
+    Robot robot(testDesktop());
+    std::string received;
+    const auto ask = [&](const char* name, int width = 40) {
+        service.sharpen(name, inside(name), width, width / 4, [&received, name](const Picture& picture) {
+            const QImage& pixels = picture.data()->pixels;
+            received += name + std::to_string(pixels.width()) + (pixels.pixelColor(1, 1) == Qt::red ? "r " : "b ");
+        });
+        return std::exchange(received, {});
+    };
+    const auto askAndWait = [&](const char* name, int width = 40) {
+        EXPECT_EQ(ask(name, width), "") << "decoded anew";
+        EXPECT_TRUE(robot.until([&] { return !received.empty(); }));
+        return std::exchange(received, {});
+    };
+    const auto striped = [](Qt::GlobalColor color) {
+        QImage image(400, 100, QImage::Format_RGB32);
+        image.fill(color);
+        return written(image, "png");
+    };
+    put("a", striped(Qt::red));
+    put("b", striped(Qt::red));
+    EXPECT_EQ(askAndWait("a"), "a40r ");
+    EXPECT_EQ(ask("a"), "a40r ");
+    put("a", striped(Qt::blue));
+    EXPECT_EQ(askAndWait("a"), "a40b ");
+    for (const int width : {4000, 4001}) // 16 MB each
+        EXPECT_EQ(askAndWait("b", width), "b" + std::to_string(width) + "r ");
+    EXPECT_EQ(ask("b", 4000), "b4000r ");
+    EXPECT_EQ(ask("a"), "a40b ");
+    askAndWait("b", 4002);
+    EXPECT_EQ(ask("a"), "a40b ");
+    askAndWait("b", 4001);
+
+    ask("b", 50);
+    service.dropSharper("b");
+    EXPECT_EQ(askAndWait("a", 60), "a60b ");
+}
+
 } // namespace trovarium
