@@ -174,6 +174,7 @@ void frmSearch::searchLibrary()
     cmdSearch.Caption = "Cancel";
 
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         names.push_back(File1.List(i));
     ReadAhead readAhead(m_album.paths.InfoPath, std::move(names));

@@ -97,7 +97,7 @@ TEST_F(Folders, WhatAKilledRunLeftHiddenIsRemovedAndNothingElse)
     for (const std::string& name :
         {alive, dead, dead + "0", dead + "1x", young, std::string(".new--99999999-0"), "sub/" + dead + "0"}) {
         folder.write(name, "half");
-        stamp(name, {std::time(nullptr) - (name == young ? 23 : 25) * 3600, 0});
+        stamp(name, {std::time(nullptr) - (name == young ? 23 : 25) * 3600L, 0});
     }
     expect({{"link " + dead + "3 > none", ""}, {"makeFolder " + dead + "4", ""}, {"list *", ""}, {"list sub\\*", ""}});
     std::set<std::string> left = onDisk();
