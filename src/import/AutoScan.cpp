@@ -199,9 +199,12 @@ std::int64_t AutoScan::FindFiles(std::string& path, const std::string& pattern, 
         if (!path.ends_with('\\'))
             path += '\\';
         std::vector<std::string> folders;
-        if (!findFolders(path, folders, dirCount, stopFlag)
-            || !findMatches(path, pattern, total, fileCount, list, stopFlag))
+        m_album.files.requireFolder(path);
+        std::vector<FolderEntry> entries = m_album.files.listAll(path, pattern);
+        if (!findFolders(path, entries, folders, dirCount, stopFlag)
+            || !findMatches(path, entries, total, fileCount, list, stopFlag))
             return total;
+        entries = {}; // before those of the folders below need their room
         // "/" + name for a folder in the root, although a file in the root is listed as "/\\name".
         const std::string above = path == "/\\" ? "/" : path;
         // Every folder is entered even if the list is full: the limit is a soft one.
@@ -216,11 +219,10 @@ std::int64_t AutoScan::FindFiles(std::string& path, const std::string& pattern, 
 }
 
 // False when the scan was stopped.
-bool AutoScan::findFolders(
-    const std::string& path, std::vector<std::string>& folders, std::int32_t& dirCount, const bool& stopFlag)
+bool AutoScan::findFolders(const std::string& path, const std::vector<FolderEntry>& entries,
+    std::vector<std::string>& folders, std::int32_t& dirCount, const bool& stopFlag)
 {
-    m_album.files.requireFolder(path);
-    for (const FolderEntry& entry : m_album.files.listAll(path)) {
+    for (const FolderEntry& entry : entries) {
         const auto failure = attempt([&] {
             if (entry.name == ".." || entry.name == "." || entry.name == "?"
                 || (m_album.files.attributes(path + entry.name, entry.kind) & DirectoryAttribute) == 0)
@@ -239,14 +241,17 @@ bool AutoScan::findFolders(
 }
 
 // False when the scan was stopped or the list is full.
-bool AutoScan::findMatches(const std::string& path, const std::string& pattern, std::int64_t& total,
+bool AutoScan::findMatches(const std::string& path, const std::vector<FolderEntry>& entries, std::int64_t& total,
     std::int32_t& fileCount, ListBox& list, const bool& stopFlag)
 {
-    for (const std::string& name : m_album.files.list(path + pattern)) {
-        total += m_album.files.length(path + name);
+    for (const FolderEntry& entry : entries) {
+        if (!entry.length)
+            continue;
+        std::string file = path + entry.name;
+        total += m_album.files.length(file, *entry.length);
         ++fileCount;
         m_form.unsettleList();
-        list.AddItem(path + name);
+        list.AddItem(std::move(file));
         if (list.ListCount() >= EndOfFolder || stopFlag)
             return false;
         m_form.desktop().DoEvents();

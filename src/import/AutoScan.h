@@ -9,6 +9,7 @@
 namespace trovarium {
 
 struct Album;
+struct FolderEntry;
 class ListBox;
 class frmImport;
 struct OfferedFiles;
@@ -51,10 +52,10 @@ private:
     void addOffered(const OfferedFiles& files, std::vector<Folder>& folders, std::vector<std::string>& refused);
     bool canImport(const std::string& path) const;
     void tellRefused(const std::vector<std::string>& refused, std::size_t all);
-    bool findFolders(
-        const std::string& path, std::vector<std::string>& folders, std::int32_t& dirCount, const bool& stopFlag);
-    bool findMatches(const std::string& path, const std::string& pattern, std::int64_t& total, std::int32_t& fileCount,
-        ListBox& list, const bool& stopFlag);
+    bool findFolders(const std::string& path, const std::vector<FolderEntry>& entries,
+        std::vector<std::string>& folders, std::int32_t& dirCount, const bool& stopFlag);
+    bool findMatches(const std::string& path, const std::vector<FolderEntry>& entries, std::int64_t& total,
+        std::int32_t& fileCount, ListBox& list, const bool& stopFlag);
 
     frmImport& m_form;
     Album& m_album;

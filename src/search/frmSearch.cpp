@@ -173,11 +173,11 @@ void frmSearch::searchLibrary()
     YearText.clear();
     cmdSearch.Caption = "Cancel";
 
-    std::vector<std::string> paths;
-    paths.reserve(static_cast<std::size_t>(count));
+    std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
-        paths.push_back(m_album.paths.InfoPath + File1.List(i));
-    ReadAhead readAhead(paths);
+        names.push_back(File1.List(i));
+    ReadAhead readAhead(m_album.paths.InfoPath, std::move(names));
     for (int i = 0; i < count; ++i) {
         if (matches(File1.List(i), readAhead.take(static_cast<std::size_t>(i))))
             keep(File1.List(i));

@@ -71,6 +71,11 @@ std::vector<std::string> linesOf(std::string_view bytes)
     return lines;
 }
 
+std::string_view bytesOf(const std::optional<std::string>& content)
+{
+    return content ? std::string_view(*content) : std::string_view();
+}
+
 std::string quoted(const std::string& file)
 {
     return "\"" + std::string(trimmed(groupNameOf(file))) + "\"";
@@ -121,17 +126,18 @@ GroupHistory::Version GroupHistory::versionOf(const Content& content)
 }
 
 // Whole lines, so that what is kept tells which photographs came and went.
-GroupHistory::Change GroupHistory::difference(
-    const std::string& file, const std::string& before, const std::string& after)
+GroupHistory::Change GroupHistory::difference(const std::string& file, const Content& before, const Content& after)
 {
-    std::size_t at = equalBytes(before, after);
-    while (!startsLine(before, at) || !startsLine(after, at))
+    const std::string_view old = bytesOf(before);
+    const std::string_view now = bytesOf(after);
+    std::size_t at = equalBytes(old, now);
+    while (!startsLine(old, at) || !startsLine(now, at))
         --at;
-    std::size_t tail = equalBytesAtEnd(std::string_view(before).substr(at), std::string_view(after).substr(at));
-    while (tail > 0 && !(startsLine(before, before.size() - tail) && startsLine(after, after.size() - tail)))
+    std::size_t tail = equalBytesAtEnd(old.substr(at), now.substr(at));
+    while (tail > 0 && !(startsLine(old, old.size() - tail) && startsLine(now, now.size() - tail)))
         --tail;
-    return {file, file, {}, {}, at, before.substr(at, before.size() - tail - at),
-        after.substr(at, after.size() - tail - at)};
+    return {file, file, versionOf(before), versionOf(after), at, std::string(old.substr(at, old.size() - tail - at)),
+        std::string(now.substr(at, now.size() - tail - at))};
 }
 
 void GroupHistory::reverse(Step& step)
@@ -179,8 +185,7 @@ GroupHistory::Outcome GroupHistory::outcomeOf(const Step& step, const std::vecto
         if (!isList(change.newFile) || !change.after)
             continue;
         outcome.group = groupNameOf(change.newFile);
-        const std::string kept = contents[i].value_or("").substr(0, change.at);
-        outcome.position = static_cast<std::int32_t>(linesOf(kept).size()) + 1;
+        outcome.position = static_cast<std::int32_t>(linesOf(bytesOf(contents[i]).substr(0, change.at)).size()) + 1;
         outcome.selected = step.moved.to.empty() ? added(change, outcome.position) : step.moved.to;
         if (!outcome.selected.empty())
             outcome.position = outcome.selected.front();
@@ -215,11 +220,8 @@ std::vector<GroupHistory::Change> GroupHistory::changesSince(const std::map<std:
     std::vector<Change> changes;
     for (const auto& [file, content] : before) {
         const Content now = contentOf(file);
-        if (now == content)
-            continue;
-        changes.push_back(difference(file, content.value_or(""), now.value_or("")));
-        changes.back().before = versionOf(content);
-        changes.back().after = versionOf(now);
+        if (now != content)
+            changes.push_back(difference(file, content, now));
     }
     std::stable_sort(changes.begin(), changes.end(), [](const Change& left, const Change& right) {
         return left.added.size() + right.removed.size() > right.added.size() + left.removed.size();

@@ -71,7 +71,7 @@ private:
     };
 
     static Version versionOf(const Content& content);
-    static Change difference(const std::string& file, const std::string& before, const std::string& after);
+    static Change difference(const std::string& file, const Content& before, const Content& after);
     static void reverse(Step& step);
     static Content changed(const Change& change, const Content& content);
     static Positions added(const Change& change, std::int32_t first);

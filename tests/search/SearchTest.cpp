@@ -68,7 +68,8 @@ TEST_F(SearchTest, AFieldAsksOnlyTheLinesThatAreThere)
 TEST_F(SearchTest, AUserSearchesAndAppends)
 {
     for (int i = 1; i <= 300; ++i)
-        put("p" + std::to_string(i) + ".jpg", {"TITLE="});
+        put("p" + std::to_string(i) + ".jpg",
+            {"PLACE=" + std::string(i == 17 ? 5000 : 0, 'x'), std::string("TITLE=") + (i == 7 ? "Snow" : "Rain")});
     main().dialogs().showImport = [&] {
         EXPECT_EQ(group().CurrentGroupName, "");
         search.SetNewList({}); // as a run does
@@ -82,7 +83,8 @@ TEST_F(SearchTest, AUserSearchesAndAppends)
         robot.key(search, EnterKey); // the second press cancels, the third comes too early
         EXPECT_TRUE(!append().empty() && !search.lbProgress.Caption().starts_with("Searched 300"));
 
-        search.txtFilename.Text = "p7.";
+        search.txtFilename.Text = "7.";
+        search.txtTitle.Text = "snow"; // a line that is cut off would match, too
         robot.click(search.cmdSearch);
         EXPECT_EQ(search.lbProgress.Caption(), "Searched 300 (100%) -> Found 1");
         for (const char* unusable : {"", "tmpgroup"}) {

@@ -46,7 +46,8 @@ AtomicFile::AtomicFile(const std::string& folder, mode_t mode, Attempted attempt
     : m_folder(folder)
     , m_attempted(attempted)
 {
-    if (access(OpenFiles, X_OK) == 0)
+    static const bool canGetName = access(OpenFiles, X_OK) == 0;
+    if (canGetName)
         m_descriptor = Descriptor(open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
     for (int number = 0; !m_descriptor.isOpen(); ++number) {
         m_name = hiddenName(number);

@@ -138,10 +138,10 @@ void FileService::closeAll()
         attempt([&] { close(m_numbers.begin()->first); });
 }
 
-std::int64_t FileService::length(std::string_view path) const
+std::int64_t FileService::length(std::string_view path, std::int64_t known) const
 {
     checkFault(FileOperation::Length, path);
-    return readableStatus(path).st_size;
+    return known == UnknownLength ? readableStatus(path).st_size : known;
 }
 
 bool FileService::exists(std::string_view path) const
@@ -211,12 +211,12 @@ std::vector<std::string> FileService::listFolders(std::string_view folder) const
     return namesOf(std::move(entries), FolderEntry::Kind::Folder);
 }
 
-std::vector<FolderEntry> FileService::listAll(std::string_view folderAndPattern) const
+std::vector<FolderEntry> FileService::listAll(std::string_view folderAndPattern, std::string_view measured) const
 {
     checkFault(FileOperation::List, folderAndPattern);
     try {
         const NativePath parts = splitNative(nativeAsWritten(folderAndPattern));
-        return entriesOf(m_resolver.folder(parts.folder), parts.leaf, m_leftOvers);
+        return entriesOf(m_resolver.folder(parts.folder), parts.leaf, measured, m_leftOvers);
     } catch (const Failure& failure) {
         if (!isMissingFolder(failure.kind()))
             throw;

@@ -68,7 +68,8 @@ public:
     // The bytes that such a write would replace; nothing if there is no file. More than `most` are "Out of memory".
     std::optional<std::string> bytesToReplace(std::string_view path, std::int64_t most) const;
 
-    std::int64_t length(std::string_view path) const; // in bytes; regular files only
+    // In bytes; regular files only. A length that is known from a listing saves asking the disk.
+    std::int64_t length(std::string_view path, std::int64_t known = UnknownLength) const;
     // A regular file of exactly this name. A disk that doesn't answer is a failure: taking the file for absent, callers
     // would overwrite it.
     bool exists(std::string_view path) const;
@@ -95,8 +96,9 @@ public:
     std::vector<std::string> list(std::string_view folderAndPattern) const;
     // Names of the folders in `folder`, without "." and "..", sorted as lists are.
     std::vector<std::string> listFolders(std::string_view folder) const;
-    // Files and folders that match folder + pattern, with "." and "..": `Dir` with the directory attribute.
-    std::vector<FolderEntry> listAll(std::string_view folderAndPattern) const;
+    // Files and folders that match folder + pattern, with "." and "..": `Dir` with the directory attribute. Files that
+    // match the pattern `measured` come with their lengths.
+    std::vector<FolderEntry> listAll(std::string_view folderAndPattern, std::string_view measured = {}) const;
     // DirectoryAttribute for a folder, 0 for anything else that is there. A kind that is known from a listing saves
     // asking the disk.
     int attributes(std::string_view path, FolderEntry::Kind known = FolderEntry::Kind::Unknown) const;

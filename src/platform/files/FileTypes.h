@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -61,7 +62,11 @@ struct FolderEntry {
 
     std::string name;
     Kind kind;
+    // In bytes, of a file that the listing was to measure. UnknownLength: `FileService::length` must ask the disk.
+    std::optional<std::int64_t> length{};
 };
+
+inline constexpr std::int64_t UnknownLength = -1;
 
 // A folder that is a symbolic link, by the paths of both.
 struct FolderLink {

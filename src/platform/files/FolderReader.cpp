@@ -69,6 +69,12 @@ std::optional<FolderEntry::Kind> FolderReader::kindOf(const Entry& entry) const
     return S_ISREG(status.st_mode) ? std::optional(Kind::File) : std::nullopt;
 }
 
+std::int64_t FolderReader::lengthOf(const Entry& entry) const
+{
+    struct stat status = {};
+    return fstatat(dirfd(m_stream.get()), entry.name.data(), &status, 0) == 0 ? status.st_size : UnknownLength;
+}
+
 namespace {
 
 std::size_t afterCharacter(std::string_view text, std::size_t position)
@@ -109,12 +115,10 @@ bool matchesOne(std::string_view pattern, std::string_view name)
     return pattern.find_first_not_of('*', inPattern) == std::string_view::npos;
 }
 
-// In capitals. "*.*" and no pattern at all match every name.
+// In capitals. "*.*" matches every name.
 std::vector<std::string> splitPatterns(std::string_view joined)
 {
     std::vector<std::string> patterns;
-    if (joined.empty())
-        patterns.emplace_back("*");
     while (!joined.empty()) {
         const std::string_view pattern = joined.substr(0, joined.find(';'));
         if (!pattern.empty())
@@ -122,6 +126,12 @@ std::vector<std::string> splitPatterns(std::string_view joined)
         joined.remove_prefix(std::min(pattern.size() + 1, joined.size()));
     }
     return patterns;
+}
+
+bool matchesAny(const std::vector<std::string>& patterns, std::string_view capitals)
+{
+    return std::any_of(
+        patterns.begin(), patterns.end(), [&](const auto& pattern) { return matchesOne(pattern, capitals); });
 }
 
 struct Listed {
@@ -148,19 +158,16 @@ bool isLeftOverFile(const std::string& folder, std::string_view name)
 } // namespace
 
 std::vector<FolderEntry> entriesOf(
-    const std::string& folder, std::string_view patterns, std::set<std::string>& leftOvers)
+    const std::string& folder, std::string_view patterns, std::string_view measured, std::set<std::string>& leftOvers)
 {
-    const std::vector<std::string> split = splitPatterns(patterns);
-    const auto matches = [&](std::string_view capitals) {
-        return std::any_of(
-            split.begin(), split.end(), [&](const auto& pattern) { return matchesOne(pattern, capitals); });
-    };
+    const std::vector<std::string> listedOnes = splitPatterns(patterns.empty() ? "*" : patterns);
+    const std::vector<std::string> measuredOnes = splitPatterns(measured);
     FolderReader reader(folder);
     if (!reader.isOpen())
         failNow(Attempted::Access);
     std::vector<Listed> found;
     for (const char* name : {".", ".."}) {
-        if (matches(name))
+        if (matchesAny(listedOnes, name))
             found.push_back({name, {name, FolderEntry::Kind::Folder}, true});
     }
     while (const std::optional<FolderReader::Entry> entry = reader.next()) {
@@ -170,11 +177,14 @@ std::vector<FolderEntry> entriesOf(
             continue;
         std::string name = nameInside(entry->name);
         std::string capitals = upper(name);
-        if (!matches(capitals))
+        if (!matchesAny(listedOnes, capitals))
             continue;
         if (const std::optional<FolderEntry::Kind> kind = reader.kindOf(*entry)) {
             const bool isUtf8 = name == entry->name;
-            found.push_back({std::move(capitals), {std::move(name), *kind}, isUtf8});
+            std::optional<std::int64_t> length;
+            if (*kind == FolderEntry::Kind::File && matchesAny(measuredOnes, capitals))
+                length = reader.lengthOf(*entry);
+            found.push_back({std::move(capitals), {std::move(name), *kind, length}, isUtf8});
         }
     }
     std::sort(found.begin(), found.end());

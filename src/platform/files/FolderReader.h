@@ -3,6 +3,7 @@
 
 #include "platform/files/FileTypes.h"
 
+#include <cstdint>
 #include <dirent.h>
 #include <memory>
 #include <optional>
@@ -35,6 +36,8 @@ public:
     // disk doesn't answer.
     std::optional<FolderEntry::Kind> kindOf(const Entry& entry) const;
 
+    std::int64_t lengthOf(const Entry& entry) const; // of a file; UnknownLength if the disk doesn't answer
+
 private:
     struct Closer {
         void operator()(DIR* stream) const { closedir(stream); }
@@ -43,9 +46,10 @@ private:
 };
 
 // "." and ".." and the files and folders of a native folder whose names match (see `FileService::list`), sorted as
-// lists are. Hidden names are left out. What killed runs left of files that they were writing is added to `leftOvers`.
+// lists are. Hidden names are left out. Files that match `measured`, if it isn't empty, come with their lengths. What
+// killed runs left of files that they were writing is added to `leftOvers`.
 std::vector<FolderEntry> entriesOf(
-    const std::string& folder, std::string_view patterns, std::set<std::string>& leftOvers);
+    const std::string& folder, std::string_view patterns, std::string_view measured, std::set<std::string>& leftOvers);
 
 std::vector<std::string> namesOf(std::vector<FolderEntry> entries, FolderEntry::Kind kind);
 

@@ -57,7 +57,8 @@ std::string nameInside(std::string_view nativeName)
 
 bool canBeNamed(std::string_view nativeName)
 {
-    return nativeName.find_first_of("\\\r\n") == std::string_view::npos;
+    return std::none_of(nativeName.begin(), nativeName.end(),
+        [](char character) { return character == '\\' || character == '\r' || character == '\n'; });
 }
 
 std::string fromNativePath(std::string_view native)

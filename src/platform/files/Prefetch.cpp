@@ -2,11 +2,11 @@
 
 #include "platform/files/Prefetch.h"
 
-#include "platform/files/Descriptor.h"
 #include "platform/files/Paths.h"
 #include "runtime/Failure.h"
 
 #include <algorithm>
+#include <array>
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -21,7 +21,8 @@ constexpr std::size_t FewestSmallFiles = 64;
 constexpr std::size_t LargeFilesAhead = 4;
 constexpr std::size_t Threads = 16;   // more than cores: on a cold disk they wait most of the time
 constexpr off_t SmallBytes = 1 << 14; // of each small file
-constexpr off_t AllBytes = 0;         // as posix_fadvise has it
+constexpr ssize_t PageBytes = 1 << 12;
+constexpr off_t AllBytes = 0; // as posix_fadvise has it
 constexpr std::size_t Samples = 16;
 constexpr std::size_t FilesInABlock = 32;
 constexpr std::size_t BlocksAhead = 2 * Threads;
@@ -36,9 +37,9 @@ std::vector<std::string> nativePaths(const std::vector<std::string>& paths)
 }
 
 // What can't be opened fails when the program comes to it.
-Descriptor opened(const std::string& path)
+Descriptor opened(int folder, const std::string& path)
 {
-    return Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    return Descriptor(openat(folder, path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
 }
 
 // How often this thread has given up the processor, as it does while it waits for a disk.
@@ -49,28 +50,25 @@ long waits()
     return usage.ru_nvcsw;
 }
 
-// Nothing for a long file and for one that can't be read.
-std::optional<std::string> readSmallFile(const std::string& path)
+// Nothing for a file that is no shorter than a page of memory, and for one that can't be read. Within a page a read
+// either fails or comes to the end of the file, so its length isn't asked for.
+std::optional<std::string> readSmallFile(int folder, const std::string& path)
 {
-    const Descriptor file = opened(path);
-    struct stat status = {};
-    if (!file.isOpen() || fstat(file.handle(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > SmallBytes)
+    std::array<char, PageBytes> bytes{};
+    const ssize_t count = pread(opened(folder, path).handle(), bytes.data(), bytes.size(), 0);
+    if (count < 0 || count == PageBytes)
         return std::nullopt;
-    std::string content(static_cast<std::size_t>(status.st_size), '\0');
-    return pread(file.handle(), content.data(), content.size(), 0) == status.st_size ? std::optional(std::move(content))
-                                                                                     : std::nullopt;
+    return std::string(bytes.data(), static_cast<std::size_t>(count));
 }
 
 // Whether some of the files, all over the list, are there without a wait for the disk: then threads would only cost
 // processor time.
 template <class Look>
-bool areCached(const std::vector<std::string>& paths, const Look& look)
+bool areCached(std::size_t count, const Look& look)
 {
     const long before = waits();
     for (std::size_t sample = 0; sample < Samples; ++sample) {
-        const std::size_t index = sample * paths.size() / Samples;
-        readSmallFile(paths[index]);
-        look(index);
+        look(sample * count / Samples);
         if (waits() != before)
             return false;
     }
@@ -97,9 +95,13 @@ PrefetchScope::PrefetchScope(
         return;
     m_paths = nativePaths(paths);
     m_statPaths = nativePaths(statPaths);
-    if (kind == SmallFiles && areCached(m_paths, [this](std::size_t index) { look(index); }))
+    const auto readBoth = [this](std::size_t index) {
+        readSmallFile(AT_FDCWD, m_paths[index]);
+        look(index);
+    };
+    if (kind == SmallFiles && areCached(m_paths.size(), readBoth))
         return;
-    startThreads(m_threads, Threads, [this] { run(); });
+    startThreads(m_threads, kind == LargeFiles ? LargeFilesAhead : Threads, [this] { run(); });
 }
 
 PrefetchScope::~PrefetchScope()
@@ -129,19 +131,23 @@ void PrefetchScope::run()
         if (index >= m_paths.size())
             return;
         const off_t length = m_kind == LargeFiles ? AllBytes : SmallBytes;
-        static_cast<void>(posix_fadvise(opened(m_paths[index]).handle(), 0, length, POSIX_FADV_WILLNEED));
+        static_cast<void>(posix_fadvise(opened(AT_FDCWD, m_paths[index]).handle(), 0, length, POSIX_FADV_WILLNEED));
         look(index);
     }
 }
 
-ReadAhead::ReadAhead(const std::vector<std::string>& paths)
-    : m_paths(nativePaths(paths))
-    , m_blocks((paths.size() + FilesInABlock - 1) / FilesInABlock)
+ReadAhead::ReadAhead(std::string_view folder, std::vector<std::string> names)
+    : m_names(std::move(names))
+    , m_blocks((m_names.size() + FilesInABlock - 1) / FilesInABlock)
     , m_mayRead(BlocksAhead)
 {
-    if (paths.size() < FewestSmallFiles)
+    if (m_names.size() < FewestSmallFiles)
         return;
-    const bool isFast = areCached(m_paths, [](std::size_t) {});
+    attempt([&] { m_folder = Descriptor(::open(nativeAsWritten(folder).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)); });
+    if (!m_folder.isOpen())
+        return;
+    const bool isFast =
+        areCached(m_names.size(), [this](std::size_t index) { readSmallFile(m_folder.handle(), m_names[index]); });
     startThreads(m_threads, isFast ? 2 : Threads, [this] { run(); });
 }
 
@@ -177,9 +183,9 @@ void ReadAhead::run()
         if (!block.state.compare_exchange_strong(expected, State::Reading))
             continue; // the program was there first
         const std::size_t first = number * FilesInABlock;
-        const std::size_t end = std::min(first + FilesInABlock, m_paths.size());
+        const std::size_t end = std::min(first + FilesInABlock, m_names.size());
         for (std::size_t index = first; index < end; ++index)
-            block.contents.push_back(readSmallFile(m_paths[index]));
+            block.contents.push_back(readSmallFile(m_folder.handle(), m_names[index]));
         block.state = State::Read;
         block.state.notify_one();
     }

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/files/Descriptor.h"
+
 #include <atomic>
 #include <cstddef>
 #include <optional>
 #include <semaphore>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -41,11 +44,11 @@ private:
     std::vector<std::jthread> m_threads; // last: they end before what they use
 };
 
-// Reads small files on threads of its own, some hundred before the program opens them in this order. What is long,
-// can't be read or isn't a plain file is left to the program.
+// Reads small files of a folder on threads of its own, some hundred before the program opens them in this order. What
+// is long, can't be read or isn't a plain file is left to the program.
 class ReadAhead {
 public:
-    explicit ReadAhead(const std::vector<std::string>& paths);
+    ReadAhead(std::string_view folder, std::vector<std::string> names);
     ~ReadAhead();
     ReadAhead(const ReadAhead&) = delete;
     ReadAhead& operator=(const ReadAhead&) = delete;
@@ -62,7 +65,8 @@ private:
 
     void run();
 
-    std::vector<std::string> m_paths; // native
+    Descriptor m_folder;
+    std::vector<std::string> m_names;
     std::vector<Block> m_blocks;
     std::atomic<std::size_t> m_next = 0; // block
     std::counting_semaphore<> m_mayRead;
