@@ -76,6 +76,7 @@ class User:
         self.main = View(desktop, program.main_window())
 
     def starts_show(self, seconds: str) -> None:
+        """The second photograph comes after this time."""
         self.desktop.choose(self.main.window, "v", "s")
         options = until("the options", lambda: next((w for w in self.desktop.windows() if not w.is_main), None))
         self.desktop.dismiss(options, "ctrl+a", *seconds, "Return")
@@ -102,20 +103,21 @@ def story(desktop: VirtualDesktop, library: Library, folder: Path) -> None:
         user.main.do("Escape")
         user.starts_show("1")
         service.hears("Inhibit Trovarium Slide show", "UnInhibit 3")
-        user.starts_show("60")
+        user.starts_show("5")
         user.sees_full_screen()
         service.hears("Inhibit Trovarium Slide show")
     service.hears("left")  # the program was killed
     service.end()
     with library.start(desktop) as program:
         user = User(desktop, program)
-        user.starts_show("60")
+        user.starts_show("5")
         user.sees_full_screen()
 
 
 def prepare(library: Library) -> None:
     library.photos.mkdir()
-    for name, color, seconds in (("A.avi", "white", 30), ("B.jpg", "0x%02x%02x%02x" % color_of(0), 0.04)):
+    red = "0x%02x%02x%02x" % color_of(0)
+    for name, color, seconds in (("A.avi", "white", 30), ("B.jpg", red, 0.04), ("C.jpg", red, 0.04)):
         source = f"color={color}:s=320x240:r=25:d={seconds}"
         subprocess.run(["ffmpeg", "-v", "error", "-f", "lavfi", "-i", source, library.photos / name], check=True)
 
