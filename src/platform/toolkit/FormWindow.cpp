@@ -10,6 +10,7 @@
 #include "platform/toolkit/QtValues.h"
 #include "platform/toolkit/ScrollBar.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -378,6 +379,16 @@ void FormWindow::keyPressEvent(QKeyEvent* event)
         raiseKey(m_form, *event);
 }
 
+// An open list closes when it is told of the key, which the library then presses on the form.
+bool EventFilter::hasClosedPopUp(const QEvent& event)
+{
+    const bool isOpen = QApplication::activePopupWidget() != nullptr;
+    if (event.type() == QEvent::ShortcutOverride && isOpen)
+        m_popUpKey = static_cast<const QKeyEvent&>(event).timestamp();
+    return event.type() == QEvent::KeyPress && !isOpen
+        && m_popUpKey == static_cast<const QKeyEvent&>(event).timestamp();
+}
+
 bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
 {
     if (!receiver->isWidgetType())
@@ -392,7 +403,7 @@ bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
     }
     if (!isInput(event->type()))
         return false;
-    if (isHeldAnswer(*event))
+    if (isHeldAnswer(*event) || hasClosedPopUp(*event))
         return true;
     const auto* widget = static_cast<QWidget*>(receiver);
     Form* form = m_state.formOf(*widget);

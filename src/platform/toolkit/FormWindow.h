@@ -5,6 +5,8 @@
 #include <QSize>
 #include <QWidget>
 
+#include <optional>
+
 class QMenuBar;
 
 namespace trovarium {
@@ -67,7 +69,10 @@ protected:
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
 private:
+    bool hasClosedPopUp(const QEvent& event);
+
     DesktopState& m_state;
+    std::optional<quint64> m_popUpKey; // when the last key came that an open list or menu was told of first
 };
 
 } // namespace trovarium
