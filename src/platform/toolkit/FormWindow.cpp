@@ -385,8 +385,9 @@ bool EventFilter::hasClosedPopUp(const QEvent& event)
     const bool isOpen = QApplication::activePopupWidget() != nullptr;
     if (event.type() == QEvent::ShortcutOverride && isOpen)
         m_popUpKey = static_cast<const QKeyEvent&>(event).timestamp();
-    return event.type() == QEvent::KeyPress && !isOpen
-        && m_popUpKey == static_cast<const QKeyEvent&>(event).timestamp();
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    return std::exchange(m_popUpKey, {}) == static_cast<const QKeyEvent&>(event).timestamp() && !isOpen;
 }
 
 bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
