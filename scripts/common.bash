@@ -7,7 +7,7 @@ build_packages=(build-essential cmake ninja-build ccache qt6-base-dev qt6-svg-de
 screen_packages=(fontconfig fonts-dejavu-core)
 demo_packages=(lomiri-wallpapers-16.04 mate-backgrounds imagemagick ffmpeg libheif-examples python3)
 virtual_packages=(xvfb openbox xdotool x11-utils imagemagick python3)
-test_packages=(libgtest-dev clang-format clang-tidy ffmpeg)
+test_packages=(libgtest-dev clang-format clang-tidy ffmpeg dbus-daemon python3-gi)
 deb_packages=(dpkg-dev librsvg2-bin)
 deb_check_packages=(lintian desktop-file-utils appstream)
 

@@ -2,14 +2,22 @@
 
 #include "platform/system/IdleInhibition.h"
 
+#include "platform/files/Descriptor.h"
+
+#include <QByteArray>
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
-#include <QFile>
 
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+
+#include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <utility>
 
@@ -17,13 +25,42 @@ namespace trovarium {
 
 namespace {
 
-constexpr uint PortalIdle = 8; // of what the portal can inhibit
+constexpr uint PortalIdle = 8;       // of what the portal can inhibit
+constexpr int BusMilliseconds = 500; // that a bus has to answer; it takes less than one
 
-// Without an address the library would start a bus.
-bool hasBus()
+// The socket of the session's bus, as it is told to the kernel: an abstract one begins with a zero byte. Empty for an
+// address of another kind.
+QByteArray busSocket()
 {
-    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")
-        || QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus");
+    const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    if (address.isEmpty())
+        return qgetenv("XDG_RUNTIME_DIR") + "/bus";
+    const QByteArray first = address.split(';').first();
+    for (const auto& [key, start] : {std::pair("unix:path=", QByteArray()), {"unix:abstract=", QByteArray(1, '\0')}}) {
+        if (first.startsWith(key))
+            return start + QByteArray::fromPercentEncoding(first.mid(qstrlen(key)).split(',').first());
+    }
+    return {};
+}
+
+// The library waits long for a bus that hangs, and starts one where there is none.
+bool busAnswers()
+{
+    const QByteArray path = busSocket();
+    if (path.isEmpty())
+        return true;
+    sockaddr_un socketAddress{.sun_family = AF_UNIX, .sun_path = {}};
+    if (path.size() > static_cast<qsizetype>(sizeof socketAddress.sun_path))
+        return false;
+    std::copy(path.begin(), path.end(), socketAddress.sun_path);
+    const auto length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + static_cast<std::size_t>(path.size()));
+    const Descriptor connection(socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    if (connect(connection.handle(), reinterpret_cast<const sockaddr*>(&socketAddress), length) != 0)
+        return false;
+    constexpr std::string_view question("\0AUTH\r\n", 7); // which ways to log in there are
+    pollfd answer{.fd = connection.handle(), .events = POLLIN, .revents = 0};
+    return send(connection.handle(), question.data(), question.size(), MSG_NOSIGNAL) > 0
+        && poll(&answer, 1, BusMilliseconds) > 0;
 }
 
 // A connection of its own, made at the first inhibition. When it ends, by a kill too, the desktop drops what was
@@ -32,7 +69,7 @@ QDBusConnection bus()
 {
     const QString name = QStringLiteral("trovarium-idle");
     QDBusConnection known(name);
-    if (known.isConnected() || !hasBus())
+    if (known.isConnected() || !busAnswers())
         return known;
     QDBusConnection::disconnectFromBus(name);
     return QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);

@@ -110,6 +110,8 @@ public:
         QStringList names = QAccessibleWidget::actionNames();
         if (m_drawn.takesFocus())
             names.prepend(pressAction());
+        if (isToggled())
+            names.append(toggleAction());
         return names;
     }
 
@@ -117,6 +119,8 @@ public:
     {
         if (name == pressAction() && m_drawn.takesFocus())
             m_widget.activate(Activation::Open);
+        else if (name == toggleAction() && isToggled())
+            m_widget.activate(Activation::Toggle);
         else
             QAccessibleWidget::doAction(name);
     }
@@ -131,6 +135,13 @@ public:
     QVariant currentValue() const override { return m_drawn.percent(); }
 
 private:
+    // Others that can be selected, such as a group, are selected by being opened.
+    bool isToggled() const
+    {
+        return m_drawn.takesFocus() && m_drawn.DblClick.isWired() && m_drawn.control() != nullptr
+            && m_drawn.control()->AccessibleSelected().has_value();
+    }
+
     QObjectList childWidgets() const
     {
         QObjectList widgets;

@@ -182,17 +182,18 @@ void DrawnWidget::keyPressEvent(QKeyEvent* event)
 void DrawnWidget::activate(Activation how)
 {
     const int button = how == Activation::Menu ? RightButton : LeftButton;
+    const int shift = how == Activation::Toggle ? CtrlKey : NoKeys;
     const QPointF middle = QRectF(contentsRect()).center();
     const auto step = [this](auto&& action) {
         if (m_drawn.takesInput())
             action();
     };
     m_state.mouseGrabber = this;
-    step([&] { deliver(m_drawn.MouseDown, button, NoKeys, middle); });
+    step([&] { deliver(m_drawn.MouseDown, button, shift, middle); });
     if (m_state.mouseGrabber != this)
         return; // a menu or a dialog took the release, as with the mouse
     m_state.releaseMouse();
-    step([&] { deliver(m_drawn.MouseUp, button, NoKeys, middle); });
+    step([&] { deliver(m_drawn.MouseUp, button, shift, middle); });
     if (how == Activation::Menu)
         return;
     step([&] { deliver([this] { m_drawn.Click.raise(); }); });

@@ -11,8 +11,8 @@ namespace trovarium {
 struct DesktopState;
 
 // What a key does on the widget with the focus: Space presses it, Enter opens it (a double click where it has one), the
-// menu key presses it with the right button.
-enum class Activation { Press, Open, Menu };
+// menu key presses it with the right button. An assistive program also toggles it, as a press with Ctrl does.
+enum class Activation { Press, Open, Menu, Toggle };
 
 // The widget of a `Drawn`: lets it paint, and passes it the mouse and the keys. The widget's contents margins are the
 // space that the control paints on outside its own rectangle.

@@ -10,6 +10,7 @@
 #include "platform/toolkit/QtValues.h"
 #include "platform/toolkit/ScrollBar.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QLineEdit>
@@ -378,6 +379,17 @@ bool EventFilter::isHeldAnswer(const QWidget& receiver, const QKeyEvent& press)
     return press.isAutoRepeat() && (!receiver.window()->isFullScreen() || m_answers != receiver.window());
 }
 
+// An open list closes when it is told of the key, which the library then presses on the form.
+bool EventFilter::hasClosedPopUp(const QEvent& event)
+{
+    const bool isOpen = QApplication::activePopupWidget() != nullptr;
+    if (event.type() == QEvent::ShortcutOverride && isOpen)
+        m_popUpKey = static_cast<const QKeyEvent&>(event).timestamp();
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    return std::exchange(m_popUpKey, {}) == static_cast<const QKeyEvent&>(event).timestamp() && !isOpen;
+}
+
 bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
 {
     if (!receiver->isWidgetType())
@@ -392,6 +404,8 @@ bool EventFilter::eventFilter(QObject* receiver, QEvent* event)
     }
     if (!isInput(event->type()))
         return false;
+    if (hasClosedPopUp(*event))
+        return true;
     const auto* widget = static_cast<QWidget*>(receiver);
     if (event->type() == QEvent::KeyPress && isHeldAnswer(*widget, static_cast<QKeyEvent&>(*event)))
         return true;

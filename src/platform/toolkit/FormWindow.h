@@ -6,6 +6,8 @@
 #include <QSize>
 #include <QWidget>
 
+#include <optional>
+
 class QMenuBar;
 
 namespace trovarium {
@@ -68,10 +70,13 @@ protected:
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
 private:
+    bool hasClosedPopUp(const QEvent& event);
+
     DesktopState& m_state;
     QPointer<QWidget> m_answers; // the window that Enter or Escape was pressed in
 
     bool isHeldAnswer(const QWidget& receiver, const QKeyEvent& press);
+    std::optional<quint64> m_popUpKey; // when the last key came that an open list or menu was told of first
 };
 
 } // namespace trovarium

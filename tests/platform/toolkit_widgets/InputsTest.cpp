@@ -112,4 +112,16 @@ TEST_F(InputsTest, AScrollBarRaisesScrollBehindChangeForTheUserAndForAPageAndCha
     }
 }
 
+TEST_F(InputsTest, AnAssistiveProgramTogglesWithoutOpening)
+{
+    note(window.MouseDown, "Down");
+    note(window.DblClick, "Open");
+    window.AccessibleSelected = false;
+    show();
+    QAccessible::queryAccessibleInterface(window.widget())
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(taken(), "Down:1:2:600:2250 ");
+}
+
 } // namespace trovarium
