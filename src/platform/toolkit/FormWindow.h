@@ -70,12 +70,11 @@ protected:
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
 private:
+    bool isHeldAnswer(const QWidget& receiver, const QKeyEvent& press);
     bool hasClosedPopUp(const QEvent& event);
 
     DesktopState& m_state;
-    QPointer<QWidget> m_answers; // the window that Enter or Escape was pressed in
-
-    bool isHeldAnswer(const QWidget& receiver, const QKeyEvent& press);
+    QPointer<QWidget> m_answers;       // the window that Enter or Escape was pressed in
     std::optional<quint64> m_popUpKey; // when the last key came that an open list or menu was told of first
 };
 
