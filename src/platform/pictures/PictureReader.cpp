@@ -246,7 +246,7 @@ PictureData readNewer(const Library& library, const PictureFile& file, int longe
     checkSize(declared.width(), declared.height(), file.length(), MostNewerPixelsInAByte);
     if (pixelCount(declared) > MostHeldTwice)
         refusePicture();
-    mayDecode(pixelCount(declared));
+    mayDecode(pixelCount(declared) * 2); // since the libraries may take 20 bytes for each
     auto [image, profile] = decoder.decode();
     const QSize size = image.size();
     image = reduced(std::move(image), reductionFor(size, longerSide), file.cancelled());
