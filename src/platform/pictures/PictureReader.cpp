@@ -346,9 +346,15 @@ Picture readThumbnail(const PictureFile& file, int longerSide)
     return finished([&] { return read(file, longerSide, [](std::int64_t pixels) { return pixels <= MostPixels; }); });
 }
 
-bool isPicture(const PictureFile& file)
+bool isPicture(const PictureFile& file, PictureLibraries& libraries)
 {
-    return !attempt([&] { formatOf(file); });
+    return !attempt([&] {
+        const PictureFormat format = formatOf(file);
+        if (format == PictureFormat::Heif)
+            libraries.heif();
+        else if (format == PictureFormat::JpegXl)
+            libraries.jpegXl();
+    });
 }
 
 } // namespace trovarium

@@ -85,16 +85,23 @@ Picture PictureService::loadFor(std::string_view path, int longerSide)
     try {
         return m_ahead->take({native, longerSide}, PictureFile(native, NeverCancelled), m_patience);
     } catch (const Failure&) {
-        for (const std::string& package : m_libraries->newlyMissing())
-            if (PackageMissing)
-                PackageMissing(package);
+        tellMissing();
         throw;
     }
 }
 
 bool PictureService::isPicture(std::string_view path) const
 {
-    return trovarium::isPicture(PictureFile(nativeOf(path), NeverCancelled));
+    const bool is = trovarium::isPicture(PictureFile(nativeOf(path), NeverCancelled), *m_libraries);
+    tellMissing();
+    return is;
+}
+
+void PictureService::tellMissing() const
+{
+    for (const std::string& package : m_libraries->newlyMissing())
+        if (PackageMissing)
+            PackageMissing(package);
 }
 
 std::string PictureService::nativeOf(std::string_view path) const

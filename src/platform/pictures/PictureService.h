@@ -42,7 +42,8 @@ public:
     // decoded at 1/2, 1/4 or 1/8. The natural size stays that of the file.
     Picture loadReduced(std::string_view path, int longerSide);
 
-    // Whether `load` would know the file's format; nothing is decoded. Failures as there, but "Invalid picture".
+    // Whether `load` knows the file's format and has its library; nothing is decoded. Failures as there, but "Invalid
+    // picture".
     bool isPicture(std::string_view path) const;
 
     // The files that will be asked for next, nearest first; replaces what was expected before.
@@ -64,6 +65,7 @@ public:
 private:
     std::string nativeOf(std::string_view path) const;
     Picture loadFor(std::string_view path, int longerSide);
+    void tellMissing() const;
 
     FileService& m_files;
     const Patience m_patience;
