@@ -53,14 +53,19 @@ HeifDecoder::HeifDecoder(
 {
     if (!m_context)
         throw Failure(FailureKind::OutOfMemory);
-    // Counted along the side of a square.
+#if LIBHEIF_NUMERIC_VERSION >= 0x01130000 // 1.19, which squares it; older ones compare it with each side
     m_library.contextSetMaximumImageSizeLimit(
         m_context.get(), static_cast<int>(std::sqrt(static_cast<double>(MostHeldTwice))));
+#endif
     m_library.contextSetMaxDecodingThreads(m_context.get(), ThreadCount);
     check(m_library.contextReadFromMemoryWithoutCopy(m_context.get(), file.data(), file.size(), nullptr));
     heif_image_handle* handle = nullptr;
     check(m_library.contextGetPrimaryImageHandle(m_context.get(), &handle));
     m_handle.reset(handle);
+    const QSize uncropped(
+        m_library.imageHandleGetIspeWidth(m_handle.get()), m_library.imageHandleGetIspeHeight(m_handle.get()));
+    if (pixelCount(uncropped) > MostHeldTwice)
+        refusePicture();
 }
 
 QSize HeifDecoder::size() const
@@ -75,9 +80,12 @@ DecodedPixels HeifDecoder::decode() const
         m_library.decodingOptionsAlloc(), m_library.decodingOptionsFree);
     if (!options)
         throw Failure(FailureKind::OutOfMemory);
-#if LIBHEIF_NUMERIC_VERSION >= 0x01170000 // 1.23; what older ones are at work on can't be cancelled
-    options->progress_user_data = const_cast<std::atomic<bool>*>(&m_cancelled);
-    options->cancel_decoding = [](void* cancelled) { return *static_cast<std::atomic<bool>*>(cancelled) ? 1 : 0; };
+#if LIBHEIF_NUMERIC_VERSION >= 0x01170000  // 1.23; what older ones are at work on can't be cancelled
+    constexpr int FirstWithCancelling = 6; // the library may be older than its headers
+    if (options->version >= FirstWithCancelling) {
+        options->progress_user_data = const_cast<std::atomic<bool>*>(&m_cancelled);
+        options->cancel_decoding = [](void* cancelled) { return *static_cast<std::atomic<bool>*>(cancelled) ? 1 : 0; };
+    }
 #endif
     heif_image* decoded = nullptr;
     check(m_library.decodeImage(m_handle.get(), &decoded, heif_colorspace_RGB,
@@ -88,12 +96,13 @@ DecodedPixels HeifDecoder::decode() const
     const int bits = m_library.imageGetBitsPerPixelRange(decoded, heif_channel_interleaved);
     int bytesPerLine = 0;
     const std::uint8_t* line = m_library.imageGetPlaneReadonly(decoded, heif_channel_interleaved, &bytesPerLine);
-    if (line == nullptr || width <= 0 || height <= 0 || bits < 8 || bits > 16)
+    // Older libraries decode what there is, whatever the headers say.
+    if (line == nullptr || QSize(width, height) != size() || bits < 8 || bits > 16)
         refusePicture();
 
     const std::vector<unsigned char> lights = eightBits(bits);
     const auto light = [&](std::uint16_t value) { return lights[std::min<std::size_t>(value, lights.size() - 1)]; };
-    QImage pixels = newImage({width, height},
+    QImage pixels = newImage(size(),
         formatOfBytes(m_library.imageHandleHasAlphaChannel(m_handle.get()) != 0,
             m_library.imageHandleIsPremultipliedAlpha(m_handle.get()) != 0));
     for (int y = 0; y < height && !m_cancelled; ++y, line += bytesPerLine) {

@@ -33,6 +33,9 @@ public:
     decltype(&heif_image_handle_release) imageHandleRelease = m_library["heif_image_handle_release"];
     decltype(&heif_image_handle_get_width) imageHandleGetWidth = m_library["heif_image_handle_get_width"];
     decltype(&heif_image_handle_get_height) imageHandleGetHeight = m_library["heif_image_handle_get_height"];
+    decltype(&heif_image_handle_get_ispe_width) imageHandleGetIspeWidth = m_library["heif_image_handle_get_ispe_width"];
+    decltype(&heif_image_handle_get_ispe_height) imageHandleGetIspeHeight =
+        m_library["heif_image_handle_get_ispe_height"];
     decltype(&heif_image_handle_has_alpha_channel) imageHandleHasAlphaChannel =
         m_library["heif_image_handle_has_alpha_channel"];
     decltype(&heif_image_handle_is_premultiplied_alpha) imageHandleIsPremultipliedAlpha =

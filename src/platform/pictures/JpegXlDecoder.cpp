@@ -2,11 +2,13 @@
 
 #include "platform/pictures/JpegXlDecoder.h"
 
+#include "platform/pictures/ColorConversion.h"
 #include "platform/pictures/PictureHeader.h"
 #include "platform/pictures/Reduction.h"
 #include "runtime/Failure.h"
 
 #include <cstddef>
+#include <string_view>
 #include <utility>
 
 namespace trovarium {
@@ -29,6 +31,7 @@ JpegXlDecoder::JpegXlDecoder(
     if (m_library.getBasicInfo(m_decoder.get(), &m_info) != JXL_DEC_SUCCESS
         || m_info.num_extra_channels > MostExtraChannels)
         refusePicture();
+    m_partsLeft = 100'000 + (std::int64_t{m_info.xsize} + m_info.ysize) * 20;
 }
 
 QSize JpegXlDecoder::size() const
@@ -72,9 +75,22 @@ void JpegXlDecoder::expect(JxlDecoderStatus status)
         refusePicture();
 }
 
-// sRGB where the library may choose, which is that of lossy pictures.
+// sRGB where the library may choose, which is that of lossy pictures. Its own profiles of PQ and HLG make a white page
+// dark.
 std::vector<unsigned char> JpegXlDecoder::profile()
 {
+    JxlColorEncoding original{};
+    m_library.getEncoding(m_decoder.get(), &original);
+    if (original.transfer_function == JXL_TRANSFER_FUNCTION_PQ
+        || original.transfer_function == JXL_TRANSFER_FUNCTION_HLG) {
+        m_library.setPreferredColorProfile(m_decoder.get(), &original);
+        const auto point = [](const double* xy) { return CodedColors::Point{xy[0], xy[1]}; };
+        return profileOf({.white = point(original.white_point_xy),
+            .red = point(original.primaries_red_xy),
+            .green = point(original.primaries_green_xy),
+            .blue = point(original.primaries_blue_xy),
+            .transfer = original.transfer_function});
+    }
     JxlColorEncoding standard{};
     standard.color_space = m_info.num_color_channels == 1 ? JXL_COLOR_SPACE_GRAY : JXL_COLOR_SPACE_RGB;
     standard.white_point = JXL_WHITE_POINT_D65;
@@ -87,6 +103,8 @@ std::vector<unsigned char> JpegXlDecoder::profile()
     std::vector<unsigned char> bytes(size);
     if (m_library.getProfile(m_decoder.get(), bytes.data(), size) != JXL_DEC_SUCCESS)
         return {};
+    if (std::string_view(reinterpret_cast<const char*>(bytes.data()), size).substr(0, 20).ends_with("CMYK"))
+        refusePicture(); // its black is a channel of its own
     return bytes;
 }
 

@@ -37,7 +37,9 @@ private:
     const std::atomic<bool>& m_cancelled;
     const std::unique_ptr<::JxlDecoder, decltype(&JxlDecoderDestroy)> m_decoder;
     JxlBasicInfo m_info{};
-    std::int64_t m_partsLeft = 100'000; // else a few kilobytes of hidden images could keep a core busy for hours
+    // Lines and squares of the picture, for some twenty layers; else a few kilobytes of hidden images could keep a core
+    // busy for hours.
+    std::int64_t m_partsLeft = 0;
 };
 
 } // namespace trovarium

@@ -42,8 +42,12 @@ public:
         m_library["JxlDecoderSetPreferredColorProfile"];
     decltype(&JxlDecoderSetImageOutBuffer) setImageOutBuffer = m_library["JxlDecoderSetImageOutBuffer"];
 
-    // Of the pixels that are decoded.
+    // The encoding is that of the original, the profile that of the pixels that are decoded.
 #if JPEGXL_NUMERIC_VERSION < JPEGXL_COMPUTE_NUMERIC_VERSION(0, 9, 0)
+    JxlDecoderStatus getEncoding(const JxlDecoder* decoder, JxlColorEncoding* encoding) const
+    {
+        return m_getEncoding(decoder, nullptr, JXL_COLOR_PROFILE_TARGET_ORIGINAL, encoding);
+    }
     JxlDecoderStatus getProfileSize(const JxlDecoder* decoder, std::size_t* size) const
     {
         return m_getProfileSize(decoder, nullptr, JXL_COLOR_PROFILE_TARGET_DATA, size);
@@ -53,6 +57,10 @@ public:
         return m_getProfile(decoder, nullptr, JXL_COLOR_PROFILE_TARGET_DATA, bytes, size);
     }
 #else
+    JxlDecoderStatus getEncoding(const JxlDecoder* decoder, JxlColorEncoding* encoding) const
+    {
+        return m_getEncoding(decoder, JXL_COLOR_PROFILE_TARGET_ORIGINAL, encoding);
+    }
     JxlDecoderStatus getProfileSize(const JxlDecoder* decoder, std::size_t* size) const
     {
         return m_getProfileSize(decoder, JXL_COLOR_PROFILE_TARGET_DATA, size);
@@ -64,6 +72,7 @@ public:
 #endif
 
 private:
+    decltype(&JxlDecoderGetColorAsEncodedProfile) m_getEncoding = m_library["JxlDecoderGetColorAsEncodedProfile"];
     decltype(&JxlDecoderGetICCProfileSize) m_getProfileSize = m_library["JxlDecoderGetICCProfileSize"];
     decltype(&JxlDecoderGetColorAsICCProfile) m_getProfile = m_library["JxlDecoderGetColorAsICCProfile"];
 };

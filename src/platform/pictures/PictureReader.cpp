@@ -246,7 +246,7 @@ PictureData readNewer(const Library& library, const PictureFile& file, int longe
     checkSize(declared.width(), declared.height(), file.length(), MostNewerPixelsInAByte);
     if (pixelCount(declared) > MostHeldTwice)
         refusePicture();
-    mayDecode(pixelCount(declared));
+    mayDecode(pixelCount(declared) * 2); // since the libraries may take 20 bytes for each
     auto [image, profile] = decoder.decode();
     const QSize size = image.size();
     image = reduced(std::move(image), reductionFor(size, longerSide), file.cancelled());
@@ -346,9 +346,15 @@ Picture readThumbnail(const PictureFile& file, int longerSide)
     return finished([&] { return read(file, longerSide, [](std::int64_t pixels) { return pixels <= MostPixels; }); });
 }
 
-bool isPicture(const PictureFile& file)
+bool isPicture(const PictureFile& file, PictureLibraries& libraries)
 {
-    return !attempt([&] { formatOf(file); });
+    return !attempt([&] {
+        const PictureFormat format = formatOf(file);
+        if (format == PictureFormat::Heif)
+            libraries.heif();
+        else if (format == PictureFormat::JpegXl)
+            libraries.jpegXl();
+    });
 }
 
 } // namespace trovarium

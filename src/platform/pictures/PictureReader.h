@@ -20,7 +20,7 @@ Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& l
 // other picture.
 Picture readThumbnail(const PictureFile& file, int longerSide);
 
-// Whether it is a file of these formats, by its first bytes.
-bool isPicture(const PictureFile& file);
+// Whether it is a file of these formats, by its first bytes, whose library is there.
+bool isPicture(const PictureFile& file, PictureLibraries& libraries);
 
 } // namespace trovarium

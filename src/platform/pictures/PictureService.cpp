@@ -95,9 +95,7 @@ Picture PictureService::loadFor(std::string_view path, int longerSide)
     try {
         return m_ahead->take({native, longerSide}, PictureFile(native, NeverCancelled), m_patience);
     } catch (const Failure&) {
-        for (const std::string& package : m_libraries->newlyMissing())
-            if (PackageMissing)
-                PackageMissing(package);
+        tellMissing();
         throw;
     }
 }
@@ -118,7 +116,16 @@ void PictureService::dropSharper(const void* owner)
 
 bool PictureService::isPicture(std::string_view path) const
 {
-    return trovarium::isPicture(PictureFile(nativeOf(path), NeverCancelled));
+    const bool is = trovarium::isPicture(PictureFile(nativeOf(path), NeverCancelled), *m_libraries);
+    tellMissing();
+    return is;
+}
+
+void PictureService::tellMissing() const
+{
+    for (const std::string& package : m_libraries->newlyMissing())
+        if (PackageMissing)
+            PackageMissing(package);
 }
 
 std::string PictureService::nativeOf(std::string_view path) const

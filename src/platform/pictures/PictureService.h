@@ -54,7 +54,8 @@ public:
     using Later = std::function<void(std::function<void()> action)>;
     Later later;
 
-    // Whether `load` would know the file's format; nothing is decoded. Failures as there, but "Invalid picture".
+    // Whether `load` knows the file's format and has its library; nothing is decoded. Failures as there, but "Invalid
+    // picture".
     bool isPicture(std::string_view path) const;
 
     // The files that will be asked for next, nearest first; replaces what was expected before.
@@ -76,6 +77,7 @@ public:
 private:
     std::string nativeOf(std::string_view path) const;
     Picture loadFor(std::string_view path, int longerSide);
+    void tellMissing() const;
 
     FileService& m_files;
     const Patience m_patience;

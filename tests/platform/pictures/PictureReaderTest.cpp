@@ -71,7 +71,7 @@ TEST_F(PictureReader, PicturesOfNewerFormatsStandUprightInTheirColorsAndADamaged
         QSize size;
         QColor left, right; // in the upper half
     };
-    const QColor skin(213, 115, 0);
+    const QColor skin(213, 115, 0), page(225, 225, 225);
     const Case cases[] = {
         {.name = "turned.heic", .size = {16, 32}, .left = Qt::blue, .right = skin}, // numbers for its colors
         {"deep.avif", {16, 8}, skin, Qt::white},            // the same, ten bits, alpha over green
@@ -79,6 +79,8 @@ TEST_F(PictureReader, PicturesOfNewerFormatsStandUprightInTheirColorsAndADamaged
         {"grid.avif", {128, 64}, {200, 120, 40}, Qt::green},
         {"turned.jxl", {16, 32}, Qt::blue, {200, 120, 40}}, // a packed JPEG
         {"p3.jxl", {16, 8}, skin, Qt::white},               // a profile, sixteen bits, alpha over green
+        {"pq.jxl", {64, 64}, page, page},                   // a white page, lossless
+        {"hlg.jxl", {64, 64}, page, page},
     };
     for (const auto& [name, size, left, right] : cases) {
         SCOPED_TRACE(name);
@@ -92,6 +94,7 @@ TEST_F(PictureReader, PicturesOfNewerFormatsStandUprightInTheirColorsAndADamaged
         EXPECT_LT(meanDifference(renderedImage(reduced), image), 20);
         EXPECT_EQ(loadFailure(file.substr(0, file.size() * 3 / 4)), "Invalid picture");
     }
+    EXPECT_EQ(loaded(sample("wide.avif")).size(), QSize(11'000, 64));
 }
 
 TEST_F(PictureReader, ATornJpegShowsWhatThereIsAndOneWithoutImageDataIsNone)
@@ -164,7 +167,9 @@ TEST_F(PictureReader, NoOtherFormatIsTriedAndAFileThatPromisesTooMuchIsRefused)
     for (int i = 0; i < 4000; ++i)
         zigzag.insert(zigzag.end(), {i / 4, i % 2 * 800});
     const std::string manyRecords = QByteArray("\3\0\0\0\x26\6", 6).repeated(1'000'000).toStdString();
-    const std::array bombs = {sample("flat.jxl"), bitmapFile(100000, 100000, 24, lines),
+    std::string liar = sample("deep.avif");
+    liar[liar.find("ispe") + 11] = 1;
+    const std::array bombs = {sample("flat.jxl"), sample("inks.jxl"), liar, bitmapFile(100000, 100000, 24, lines),
         bitmapFile(20000, 20000, 8, lines, {}, 1), tiff, bitmapFile(0, 10, 24, lines), bitmapFile(-4, 4, 24, lines),
         gifBytes(20000, 20000), gifBytes(12000, 12000) + std::string(100'000, '\0'), gifBytes(4, 4, 65000, 65000),
         jpegOf("\x4E\x20\x4E\x20"), jpegOf(std::string(4, '\0')), manyScans,

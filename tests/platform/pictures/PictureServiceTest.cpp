@@ -52,9 +52,12 @@ TEST_F(PictureServiceTest, WithoutItsLibraryAPictureIsInvalidAndThePackageIsName
     PictureService poor(
         files, [](auto) { return true; }, std::make_shared<PictureLibraries>("no.so", "no.so"));
     poor.PackageMissing = [&](std::string_view package) { missing.emplace_back(package); };
-    for (const std::string name : {"turned.heic", "deep.avif", "turned.jxl", "p3.jxl"})
-        EXPECT_EQ(failureOf([&] { poor.load(put(name, sample(name))); }), "Invalid picture");
-    EXPECT_EQ(missing, (std::vector<std::string>{"libheif1", JpegXlLibrary::Package}));
+    const std::string heif = put("heif", sample("deep.avif")), jpegXl = put("jxl", sample("p3.jxl"));
+    EXPECT_FALSE(poor.isPicture(jpegXl));
+    for (const std::string& path : {heif, jpegXl})
+        EXPECT_EQ(failureOf([&] { poor.load(path); }), "Invalid picture");
+    EXPECT_FALSE(poor.isPicture(heif));
+    EXPECT_EQ(missing, (std::vector<std::string>{JpegXlLibrary::Package, "libheif1"}));
 }
 
 TEST_F(PictureServiceTest, AnExpectedFileIsDecodedOnceAndNotShownWhenItHasChangedMeanwhile)
