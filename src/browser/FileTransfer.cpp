@@ -4,10 +4,13 @@
 
 #include "browser/GroupListPane.h"
 #include "browser/frmMain.h"
+#include "platform/files/FileService.h"
+#include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Clipboard.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Numbers.h"
+#include "runtime/Text.h"
 #include "store/Album.h"
 #include "store/InfoFile.h"
 #include "store/Log.h"
@@ -19,6 +22,13 @@
 
 namespace trovarium {
 
+bool canShow(const Album& album, Desktop& desktop, const std::string& path)
+{
+    bool can = false;
+    attempt([&] { can = isVideoFile(path) ? album.files.length(path) >= 0 : desktop.pictures().isPicture(path); });
+    return can;
+}
+
 FileTransfer::FileTransfer(frmMain& form, Album& album)
     : WindowPart(form, album)
 {
@@ -29,9 +39,24 @@ FileTransfer::FileTransfer(frmMain& form, Album& album)
 void FileTransfer::Form_FilesDropped(const OfferedFiles& files, float X, float Y)
 {
     const int row = m_form.groupList().rowAt(X, Y);
-    if (row >= 0 && m_form.pctAlbumList(row).Visible())
-        m_form.groupList().pctAlbumList_MouseDown(row, LeftButton, NoKeys, 0, 0);
-    import(files);
+    if (row < 0 || !m_form.pctAlbumList(row).Visible() || opens(row))
+        import(files);
+}
+
+// The press runs events, in which the window may be closed or an edit begin.
+bool FileTransfer::opens(int row)
+{
+    const GroupOnShow& group = m_album.group;
+    const std::string name = m_form.lbAlbumList(row).Caption();
+    m_form.groupList().pctAlbumList_MouseDown(row, LeftButton, NoKeys, 0, 0);
+    if (!m_form.isLoaded() || !m_form.TakesFiles())
+        return false;
+    const bool isOpen = group.isWhole && group.CurrentGroupName == name;
+    if (!isOpen)
+        m_form.desktop().prompts().messageBox(
+            "The group \"" + std::string(trimmed(name)) + "\" could not be opened. Nothing was imported.",
+            Message::Notice, "");
+    return isOpen;
 }
 
 void FileTransfer::paste()
@@ -66,15 +91,19 @@ void FileTransfer::copyPhotographOnShow()
     copy({m_form.photoDisplay().loadedFile()}, isFilm ? Picture() : m_form.pctBox(0).Picture());
 }
 
-void FileTransfer::copy(const std::vector<std::string>& paths, const Picture& picture)
+// A link of an album that comes from somebody else may lead to any file of the user.
+void FileTransfer::copy(std::vector<std::string> paths, const Picture& picture)
 {
     m_form.MousePointer = HourglassPointer;
+    const std::size_t all = paths.size();
+    std::erase_if(paths, [this](const std::string& path) { return !canShow(m_album, m_form.desktop(), path); });
     const std::size_t found = copyToClipboard(m_album.files, paths, picture);
     m_form.MousePointer = DefaultPointer;
-    if (const std::size_t lost = paths.size() - found; lost > 0)
-        m_form.desktop().prompts().messageBox(
-            numberText(lost) + " of the " + numberText(paths.size()) + " photographs could not be found.",
-            Message::Notice, "");
+    if (found == all)
+        return;
+    const std::string lost =
+        all == 1 ? "The photograph" : numberText(all - found) + " of the " + numberText(all) + " photographs";
+    m_form.desktop().prompts().messageBox(lost + " could not be found.", Message::Notice, "");
 }
 
 } // namespace trovarium

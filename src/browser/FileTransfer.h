@@ -10,6 +10,11 @@
 
 namespace trovarium {
 
+class Desktop;
+
+// Whether the program can show a file: clips count by their endings, everything else by content, whatever its ending.
+bool canShow(const Album& album, Desktop& desktop, const std::string& path);
+
 // Takes files from other programs, by a drop or from the clipboard, into the import dialog, and copies those of
 // photographs to the clipboard.
 class FileTransfer : public WindowPart {
@@ -24,8 +29,9 @@ public:
     void copyPhotographOnShow(); // as a picture too
 
 private:
+    bool opens(int row);
     void import(const OfferedFiles& files);
-    void copy(const std::vector<std::string>& paths, const Picture& picture);
+    void copy(std::vector<std::string> paths, const Picture& picture);
 };
 
 } // namespace trovarium

@@ -90,7 +90,7 @@ bool GroupCommands::isFree(const std::string& name) const
 
 void GroupCommands::DeleteAlbumGroup()
 try {
-    const std::string& name = m_form.groupList().SelectedGroupName;
+    const std::string name = m_form.groupList().SelectedGroupName; // the box below runs events
     const Answer answer = m_form.desktop().prompts().messageBox(
         "Are you sure you want to delete this group -> " + name, Message::Warning, "");
     if (answer != Answer::Yes)
@@ -213,7 +213,7 @@ void GroupCommands::show(const std::optional<GroupHistory::Outcome>& outcome, co
         return;
     }
     GroupListPane& list = m_form.groupList();
-    list.LoadGroupNames();
+    list.reload();
     if (!outcome->group.empty())
         list.showGroup(outcome->group, outcome->position, outcome->selected);
     else if (list.GroupExists(m_album.group.CurrentGroupName))
@@ -256,12 +256,15 @@ void GroupCommands::RemoveFromProgram()
     std::int16_t last = -1;
     if (m_album.group.isWhole)
         attempt([&] { last = toInt16(m_album.group.GroupSelect.upperBound()); });
+    bool isAnyRemoved = false;
     for (int i = 0; i <= last; ++i) {
         attempt([&] {
             if (m_album.group.GroupSelect(i) == 1 && isPhotographName(m_album.group.GroupList(i)))
-                setAside(m_album.group.GroupList(i));
+                isAnyRemoved |= setAside(m_album.group.GroupList(i));
         });
     }
+    if (isAnyRemoved)
+        m_history.recordFinal("photographs were removed from the program");
     attempt([&] { RemoveMissingPhotosFromGroup(m_album, m_form.desktop()); });
     m_form.groupList().reopenGroup();
     m_form.MousePointer = DefaultPointer;
@@ -269,7 +272,7 @@ void GroupCommands::RemoveFromProgram()
 
 // If the photograph can't be moved, its information and its places in the groups stay too. One that is only linked has
 // no file here.
-void GroupCommands::setAside(const std::string& name)
+bool GroupCommands::setAside(const std::string& name)
 {
     FileService& files = m_album.files;
     const AlbumPaths& paths = m_album.paths;
@@ -277,10 +280,11 @@ void GroupCommands::setAside(const std::string& name)
     attempt([&] { files.remove(paths.PhotoPath + "Removed_Photos\\" + name); });
     attempt([&] { trovarium::setAside(files, paths.PhotoPath, name); });
     if (files.exists(photo))
-        return;
+        return false;
     attempt([&] { files.remove(thumbnailPath(paths, name)); });
     attempt([&] { trovarium::setAside(files, paths.InfoPath, name + ".info"); });
     attempt([&] { trovarium::setAside(files, paths.AudioPath, name + ".wav"); });
+    return true;
 }
 
 } // namespace trovarium

@@ -66,7 +66,7 @@ private:
     void removeSelectedFromCurrent();
     void showAgain();
     void show(const std::optional<GroupHistory::Outcome>& outcome, const std::string& refused);
-    void setAside(const std::string& name);
+    bool setAside(const std::string& name); // false if it stays
 
     GroupHistory m_history;
 };

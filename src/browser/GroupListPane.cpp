@@ -55,6 +55,15 @@ try {
     return false;
 }
 
+void GroupListPane::reload()
+{
+    LoadGroupNames();
+    if (FirstGroupRow == 0 || m_form.lstSlideGroups.ListCount() > GroupRows)
+        return;
+    FirstGroupRow = 0;
+    LoadGroupNames();
+}
+
 bool GroupListPane::ScrollGroupNames(std::int32_t NewFirstRow)
 try {
     if (GroupScrollBusy || NewFirstRow > m_form.lstSlideGroups.ListCount() - GroupRows || NewFirstRow < 0)

@@ -20,6 +20,9 @@ public:
     // a failure.
     bool LoadGroupNames();
 
+    // The same behind an act that was taken back: if all entries fit, they are scrolled to the first.
+    void reload();
+
     // Scrolls entry `NewFirstRow` (0-based) to row 0; true when the rows moved. The group on show and its row number
     // don't change.
     bool ScrollGroupNames(std::int32_t NewFirstRow);

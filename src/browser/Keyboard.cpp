@@ -11,6 +11,7 @@
 #include "browser/ThumbnailPages.h"
 #include "browser/frmMain.h"
 #include "platform/toolkit/Units.h"
+#include "runtime/Lock.h"
 #include "store/Album.h"
 #include "viewer/InfoBox.h"
 #include "viewer/PhotoDisplay.h"
@@ -200,8 +201,10 @@ void Keyboard::stepWhileEditing(int KeyCode)
 // A drag counts on the list as it is; a show has the window to itself.
 void Keyboard::stepThroughHistory(int Shift)
 {
-    if (m_album.view.SlideShowRunning || m_form.thumbnailDrag().ThumbnailDragging)
+    if (m_isInHistory || m_album.view.SlideShowRunning || m_form.thumbnailDrag().ThumbnailDragging)
         return;
+    const Lock whileStepping(m_isInHistory); // showing runs events, with the repeats of a held key
+    m_form.thumbnailDrag().breakOff();       // of a thumbnail that is pressed, and may stand elsewhere afterwards
     if (Shift == CtrlKey)
         m_form.groupCommands().takeBack();
     else

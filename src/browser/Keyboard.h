@@ -43,6 +43,8 @@ private:
     void moveSelected(int step);
     std::int32_t placeFrom(std::int32_t here, int step) const;
     bool standsAt(std::int32_t position, const std::vector<std::string>& names) const;
+
+    bool m_isInHistory = false; // a step is being carried out
 };
 
 } // namespace trovarium

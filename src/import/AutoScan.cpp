@@ -2,16 +2,15 @@
 
 #include "import/AutoScan.h"
 
+#include "browser/FileTransfer.h"
 #include "import/frmImport.h"
 #include "platform/files/FileService.h"
-#include "platform/pictures/PictureService.h"
 #include "platform/toolkit/Desktop.h"
 #include "platform/toolkit/OfferedFiles.h"
 #include "platform/toolkit/Prompts.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 #include "store/Album.h"
-#include "store/InfoFile.h"
 #include "store/LibraryFolders.h"
 #include "store/Log.h"
 
@@ -44,7 +43,7 @@ void AutoScan::cmdAutoScan_Click()
         return;
     }
     begin();
-    std::vector<Folder> folders{{m_form.Dir1.Path()}};
+    std::vector<Folder> folders(1);
     scanTypes(folders);
     m_form.List1.Enabled = false;
     m_form.List2.Enabled = false;
@@ -68,8 +67,9 @@ void AutoScan::scanOffered(const OfferedFiles& files)
     }
     const bool wasCancelled = ScanStopped;
     end();
+    const bool isFull = m_form.List1.ListCount() >= MostEntries; // some folders weren't searched, which was told
     for (const Folder& folder : folders) {
-        if (folder.found == 0)
+        if (folder.found == 0 && !isFull)
             refused.push_back(SplitPath(folder.path).FileName);
     }
     if (!wasCancelled && !refused.empty())
@@ -112,7 +112,7 @@ void AutoScan::scanTypes(std::vector<Folder>& folders)
             continue;
         for (Folder& folder : folders) {
             const int before = list.ListCount();
-            std::string path = folder.path;
+            std::string path = folder.path.empty() ? m_form.Dir1.Path() : folder.path;
             FindFiles(path, std::string(type), fileCount, dirCount, list, ScanStopped);
             folder.found += list.ListCount() - before;
         }
@@ -161,7 +161,7 @@ void AutoScan::addOffered(const OfferedFiles& files, std::vector<Folder>& folder
         attempt([&] { isFolder = m_album.files.folderExists(path); });
         if (isFolder) {
             folders.push_back({path});
-        } else if (canImport(path)) {
+        } else if (canShow(m_album, m_form.desktop(), path)) {
             m_form.unsettleList();
             // A file in the root as a scan lists it.
             m_form.List1.AddItem(path.find('\\') == std::string::npos ? "/\\" + path.substr(1) : path);
@@ -172,15 +172,6 @@ void AutoScan::addOffered(const OfferedFiles& files, std::vector<Folder>& folder
         if (ScanStopped)
             return;
     }
-}
-
-// Clips count by their endings, everything else by content, whatever its ending.
-bool AutoScan::canImport(const std::string& path) const
-{
-    bool can = false;
-    attempt(
-        [&] { can = isVideoFile(path) ? m_album.files.exists(path) : m_form.desktop().pictures().isPicture(path); });
-    return can;
 }
 
 void AutoScan::tellRefused(const std::vector<std::string>& refused, std::size_t all)

@@ -38,7 +38,7 @@ public:
 private:
     // Where to search, and how many entries it gave.
     struct Folder {
-        std::string path;
+        std::string path; // empty for the one that the dialog shows
         int found = 0;
     };
 
@@ -50,7 +50,6 @@ private:
     void splitPaths();
     void splitPath(int i);
     void addOffered(const OfferedFiles& files, std::vector<Folder>& folders, std::vector<std::string>& refused);
-    bool canImport(const std::string& path) const;
     void tellRefused(const std::vector<std::string>& refused, std::size_t all);
     bool findFolders(const std::string& path, const std::vector<FolderEntry>& entries,
         std::vector<std::string>& folders, std::int32_t& dirCount, const bool& stopFlag);

@@ -66,13 +66,15 @@ std::string writableGroupList(const Album& album, std::string_view fileName)
     return path;
 }
 
-// Most groups have no music, so that failure doesn't count.
-void renameGroupFiles(const Album& album, const std::string& from, const std::string& to)
+void renameGroupList(const Album& album, const std::string& from, const std::string& to)
 {
-    FileService& files = album.files;
+    album.files.rename(groupListPath(album, from), groupListPath(album, to));
+}
+
+bool renameMusic(const Album& album, const std::string& from, const std::string& to)
+{
     const auto music = [&](const std::string& list) { return album.paths.MidiPath + groupNameOf(list) + ".mid"; };
-    files.rename(groupListPath(album, from), groupListPath(album, to));
-    attempt([&] { files.rename(music(from), music(to)); });
+    return !attempt([&] { album.files.rename(music(from), music(to)); });
 }
 
 bool readGroupList(Album& album, std::string_view fileName)

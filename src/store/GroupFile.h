@@ -31,8 +31,9 @@ bool hasGroupList(const Album& album, std::string_view fileName);
 // in its place is removed.
 std::string writableGroupList(const Album& album, std::string_view fileName);
 
-// Renames a list, and the group's music if there is any.
-void renameGroupFiles(const Album& album, const std::string& from, const std::string& to);
+void renameGroupList(const Album& album, const std::string& from, const std::string& to);
+// Renames the music of the group of this list; false if it has none, or it can't be.
+bool renameMusic(const Album& album, const std::string& from, const std::string& to);
 
 // The following work on group list files; `fileName` has its extension. On any failure they close what they opened and
 // return false: no message, no log line. Those that use the selection do nothing unless the group `isWhole`.

@@ -22,6 +22,8 @@ namespace {
 // A film with the ending of a list must not fill the memory.
 constexpr std::int64_t MostBytes = 1 << 26;
 
+constexpr const char* NotRecorded = "the groups that it changed could not be recorded";
+
 bool isList(std::string_view file)
 {
     return !file.ends_with(".mid");
@@ -71,9 +73,9 @@ std::vector<std::string> linesOf(std::string_view bytes)
     return lines;
 }
 
-std::string_view bytesOf(const std::optional<std::string>& content)
+std::string_view bytesOf(const std::optional<FileContent>& content)
 {
-    return content ? std::string_view(*content) : std::string_view();
+    return content ? std::string_view(content->bytes) : std::string_view();
 }
 
 std::string quoted(const std::string& file)
@@ -94,8 +96,9 @@ void GroupHistory::record(const std::set<std::string>& files, const std::functio
         }
     });
     const auto failure = attempt(act);
-    if (!unread)
-        attempt([&] { keep({changesSince(before), moved}); });
+    const auto unkept = unread ? unread : attempt([&] { keep({changesSince(before), moved}); });
+    if (unkept && !failure)
+        recordFinal(NotRecorded);
     if (failure)
         throw Failure(*failure);
 }
@@ -103,11 +106,19 @@ void GroupHistory::record(const std::set<std::string>& files, const std::functio
 void GroupHistory::rename(const std::string& from, const std::string& to)
 {
     const std::string file = nameOnDisk(from);
-    renameGroupFiles(m_album, file, to);
-    attempt([&] {
+    renameGroupList(m_album, file, to);
+    const bool isWithMusic = renameMusic(m_album, file, to);
+    const auto unkept = attempt([&] {
         const Version version = versionOf(contentOf(to));
-        keep({{Change{file, to, version, version, 0, {}, {}}}, {}});
+        keep({{Change{file, to, version, version, 0, {}, {}, {}, isWithMusic}}, {}});
     });
+    if (unkept)
+        recordFinal(NotRecorded);
+}
+
+void GroupHistory::recordFinal(const std::string& why)
+{
+    keep({{}, {}, why});
 }
 
 std::optional<GroupHistory::Outcome> GroupHistory::takeBack()
@@ -122,22 +133,29 @@ std::optional<GroupHistory::Outcome> GroupHistory::doAgain()
 
 GroupHistory::Version GroupHistory::versionOf(const Content& content)
 {
-    return content ? Version(std::hash<std::string>()(*content)) : Version();
+    return content ? Version(std::hash<std::string>()(content->bytes)) : Version();
 }
 
 // Whole lines, so that what is kept tells which photographs came and went.
-GroupHistory::Change GroupHistory::difference(const std::string& file, const Content& before, const Content& after)
+GroupHistory::Change GroupHistory::difference(const std::string& file, const Content& old, const Content& now)
 {
-    const std::string_view old = bytesOf(before);
-    const std::string_view now = bytesOf(after);
-    std::size_t at = equalBytes(old, now);
-    while (!startsLine(old, at) || !startsLine(now, at))
+    const FileContent& either = old ? *old : *now;
+    Change change{file, file, versionOf(old), versionOf(now), 0, {}, {}, {{}, either.link, either.rights}, false};
+    // A link comes back as one, and leads to what is there then.
+    if (!either.link.empty() && !(old && now))
+        return change;
+    const std::string_view before = bytesOf(old);
+    const std::string_view after = bytesOf(now);
+    std::size_t& at = change.at;
+    at = equalBytes(before, after);
+    while (!startsLine(before, at) || !startsLine(after, at))
         --at;
-    std::size_t tail = equalBytesAtEnd(old.substr(at), now.substr(at));
-    while (tail > 0 && !(startsLine(old, old.size() - tail) && startsLine(now, now.size() - tail)))
+    std::size_t tail = equalBytesAtEnd(before.substr(at), after.substr(at));
+    while (tail > 0 && !(startsLine(before, before.size() - tail) && startsLine(after, after.size() - tail)))
         --tail;
-    return {file, file, versionOf(before), versionOf(after), at, std::string(old.substr(at, old.size() - tail - at)),
-        std::string(now.substr(at, now.size() - tail - at))};
+    change.removed = before.substr(at, before.size() - tail - at);
+    change.added = after.substr(at, after.size() - tail - at);
+    return change;
 }
 
 void GroupHistory::reverse(Step& step)
@@ -155,8 +173,9 @@ GroupHistory::Content GroupHistory::changed(const Change& change, const Content&
 {
     if (!change.after)
         return {};
-    std::string bytes = content.value_or("");
-    return bytes.replace(change.at, change.removed.size(), change.added);
+    FileContent whole = content.value_or(change.whole);
+    whole.bytes.replace(change.at, change.removed.size(), change.added);
+    return whole;
 }
 
 // None for a whole group.
@@ -185,7 +204,8 @@ GroupHistory::Outcome GroupHistory::outcomeOf(const Step& step, const std::vecto
         if (!isList(change.newFile) || !change.after)
             continue;
         outcome.group = groupNameOf(change.newFile);
-        outcome.position = static_cast<std::int32_t>(linesOf(bytesOf(contents[i]).substr(0, change.at)).size()) + 1;
+        const std::string_view kept = bytesOf(contents[i]).substr(0, change.at);
+        outcome.position = static_cast<std::int32_t>(linesOf(kept).size()) + 1;
         outcome.selected = step.moved.to.empty() ? added(change, outcome.position) : step.moved.to;
         if (!outcome.selected.empty())
             outcome.position = outcome.selected.front();
@@ -208,7 +228,7 @@ std::string GroupHistory::pathOf(const std::string& file) const
 
 GroupHistory::Content GroupHistory::contentOf(const std::string& file) const
 try {
-    return m_album.files.bytesToReplace(pathOf(file), MostBytes);
+    return m_album.files.contentToReplace(pathOf(file), MostBytes);
 } catch (const Failure& failure) {
     if (!failure.isAbsence())
         throw;
@@ -231,7 +251,7 @@ std::vector<GroupHistory::Change> GroupHistory::changesSince(const std::map<std:
 
 void GroupHistory::keep(Step step)
 {
-    if (step.changes.empty())
+    if (step.changes.empty() && step.refusal.empty())
         return;
     reverse(step);
     m_back.push_back(std::move(step));
@@ -245,23 +265,29 @@ std::optional<GroupHistory::Outcome> GroupHistory::go(std::vector<Step>& from, s
     Outcome outcome = carryOut(from.back());
     if (outcome.refusal.empty()) {
         to.push_back(std::move(from.back()));
-        from.pop_back();
         reverse(to.back());
+    } else if (from.back().refusal.empty()) {
+        return outcome; // may be carried out later
     }
+    from.pop_back();
     return outcome;
 }
 
-GroupHistory::Outcome GroupHistory::carryOut(const Step& step) const
+GroupHistory::Outcome GroupHistory::carryOut(Step& step) const
 {
     Outcome refused;
+    refused.refusal = step.refusal;
     std::vector<Content> contents;
     std::size_t done = 0;
     const auto failure = attempt([&] {
-        for (const Change& change : step.changes) {
+        for (Change& change : step.changes) {
             contents.push_back(contentOf(change.file));
-            refused.refusal = obstacle(change, contents.back());
+            refused.refusal = obstacle(change);
+            if (refused.refusal.empty())
+                refused.refusal = step.refusal = contradiction(change, contents.back());
             if (!refused.refusal.empty())
                 return;
+            leaveOutGone(change);
         }
         for (; done < step.changes.size(); ++done)
             write(step.changes[done], contents[done]);
@@ -274,37 +300,68 @@ GroupHistory::Outcome GroupHistory::carryOut(const Step& step) const
     return refused.refusal.empty() ? outcomeOf(step, contents) : refused;
 }
 
-std::string GroupHistory::obstacle(const Change& change, const Content& content) const
+// For now: the step stays.
+std::string GroupHistory::obstacle(const Change& change) const
 {
     const bool comes = isList(change.newFile) && (change.isRename() || !change.before);
-    if (comes && hasGroupList(m_album, change.newFile))
-        return "there is a group " + quoted(change.newFile) + " by now";
+    const bool isTaken = comes && hasGroupList(m_album, change.newFile);
+    return isTaken ? "there is a group " + quoted(change.newFile) + " by now" : "";
+}
+
+// For good: the step is dropped.
+std::string GroupHistory::contradiction(const Change& change, const Content& content) const
+{
     if (versionOf(content) != change.before)
         return "the group " + quoted(change.file) + " was changed since";
-    if (!isList(change.file))
+    if (!isList(change.file) || !change.before)
         return {};
     const std::vector<std::string> old = linesOf(change.removed);
     const std::unordered_set<std::string> stay(old.begin(), old.end());
     for (const std::string& name : linesOf(change.added)) {
-        if (stay.count(name) == 0 && isPhotographName(name) && !hasInfoFile(m_album, name))
+        if (stay.count(name) == 0 && isGone(name))
             return "\"" + name + "\" is no longer in the album";
     }
     return {};
+}
+
+bool GroupHistory::isGone(const std::string& line) const
+{
+    return isPhotographName(line) && !hasInfoFile(m_album, line);
+}
+
+// A list that was gone itself comes without the photographs that have gone since.
+void GroupHistory::leaveOutGone(Change& change) const
+{
+    if (!isList(change.file) || change.before)
+        return;
+    std::vector<std::string> lines = linesOf(change.added);
+    if (std::erase_if(lines, [this](const std::string& line) { return isGone(line); }) == 0)
+        return;
+    change.added.clear();
+    for (const std::string& line : lines)
+        change.added.append(encodeLine(line)).append("\r\n");
+    change.after = versionOf(FileContent{change.added, {}});
 }
 
 void GroupHistory::write(const Change& change, const Content& content) const
 {
     if (!change.isRename())
         return put(change.file, changed(change, content));
-    renameGroupFiles(m_album, change.file, change.newFile);
+    renameGroupList(m_album, change.file, change.newFile);
+    if (change.isWithMusic)
+        renameMusic(m_album, change.file, change.newFile);
 }
 
 void GroupHistory::put(const std::string& file, const Content& content) const
 {
+    FileService& files = m_album.files;
+    if (content && !content->link.empty() && !contentOf(file))
+        return files.makeLink(pathOf(file), content->link);
+    const std::string path = isList(file) ? writableGroupList(m_album, file) : pathOf(file);
     if (content)
-        m_album.files.writeFileAtomically(pathOf(file), *content, Sync::Yes);
+        files.writeFileAtomically(path, content->bytes, Sync::Yes, content->rights);
     else
-        m_album.files.remove(pathOf(file));
+        files.remove(path);
 }
 
 } // namespace trovarium

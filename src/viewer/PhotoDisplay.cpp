@@ -112,7 +112,6 @@ void PhotoDisplay::load(std::int32_t Index, bool& videoOnShow)
         loadVideo(path);
     else
         loadPicture(path);
-    m_loadedFile = path;
     if (m_form.infoBox().LoadImageInfo(Index))
         m_form.infoBox().LoadInfoBox();
     m_form.desktop().Screen().MousePointer = DefaultPointer;
@@ -127,6 +126,7 @@ void PhotoDisplay::loadVideo(const std::string& path)
     window.Width = VideoWidth;
     window.Height = VideoHeight;
     m_form.video().OpenVideo(path, window);
+    m_loadedFile = path;
     m_form.video().VideoCommand("play");
 }
 
@@ -135,6 +135,7 @@ void PhotoDisplay::loadPicture(const std::string& path)
     m_album.view.IsVideo = false;
     PictureBox& holder = m_form.pctBox(0);
     holder.Picture = m_form.desktop().pictures().load(path);
+    m_loadedFile = path;
     const float width = holder.Width();
     const float height = holder.Height();
     holder.Left = (m_form.pctWindow.ScaleWidth() - width) * 0.5F;

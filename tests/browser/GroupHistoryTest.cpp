@@ -4,11 +4,13 @@
 
 #include <cstdlib>
 #include <random>
+#include <tuple>
 
 namespace trovarium {
 
 struct GroupHistoryTest : MainWindow {
-    using Files = std::map<std::string, std::string>;
+    using File = std::tuple<std::string, int, std::string>; // where a link leads, rights, bytes
+    using Files = std::map<std::string, File>;
 
     // Lists and music, byte for byte, by their paths.
     Files groupFiles()
@@ -16,8 +18,24 @@ struct GroupHistoryTest : MainWindow {
         Files files;
         for (const std::string& folder : {test.paths().SlideGroupPath, test.paths().MidiPath})
             for (const auto& entry : std::filesystem::directory_iterator(toNativePath(folder)))
-                files[entry.path()] = test.bytes(entry.path().string());
+                files[entry.path()] = {entry.is_symlink() ? std::filesystem::read_symlink(entry).string() : "",
+                    int(entry.status().permissions()), test.bytes(entry.path().string())};
         return files;
+    }
+    // By another program.
+    void putBack(const Files& files)
+    {
+        for (const auto& [path, file] : groupFiles())
+            std::filesystem::remove(path);
+        for (const auto& [path, file] : files) {
+            const auto& [link, rights, bytes] = file;
+            if (!link.empty())
+                std::filesystem::create_symlink(link, path);
+            test.put(path, bytes);
+            std::filesystem::permissions(path, std::filesystem::perms(rights));
+        }
+        main().groupList().reload();
+        main().groupList().showGroup("  All Photos  ", 1, {});
     }
     std::string pathOf(const std::string& group) { return test.paths().SlideGroupPath + group + ".lst"; }
     void takeBack() { robot.key(main(), ZKey, CtrlKey); }
@@ -51,7 +69,13 @@ struct RandomWalk : GroupHistoryTest {
         putGroup("  All Photos  ", names(9));
         test.put(pathOf("Alps"), "p1.jpg\np2.jpg\np1.jpg\r\n\r\n\xE9t\xE9.jpg\r\np3.jpg");
         test.put(test.paths().SlideGroupPath + "Rome.LST", "p4.jpg\rp5.jpg\rp4.jpg\r");
-        test.put(test.paths().MidiPath + "Alps.mid", "MThd");
+        std::filesystem::permissions(toNativePath(pathOf("Alps")), std::filesystem::perms(0600));
+        test.put(test.paths().MidiPath + "Bath.mid", "of no group");
+        for (const std::string& link : {pathOf("Far"), test.paths().MidiPath + "Alps.mid", pathOf("Odd")}) {
+            const std::string file = test.folder().native(link.ends_with("Far.lst") ? "far.lst" : "tune");
+            test.put(file, "p6.jpg\r\np7.jpg\r\n");
+            std::filesystem::create_symlink(file, toNativePath(link));
+        }
         open();
     }
     unsigned chance(std::size_t end) { return static_cast<unsigned>(m_random() % end); }
@@ -75,8 +99,13 @@ struct RandomWalk : GroupHistoryTest {
             [&] {
                 main().groupList().SelectedGroupName = to == "  All Photos  " ? "none" : to;
                 commands.DeleteAlbumGroup();
+            },
+            [&] {
+                commands.history().recordFinal("it is final");
+                states.resize(at + 1);
+                beRefused();
             }};
-        acts[chance(8)]();
+        acts[chance(9)]();
         if (Files now = groupFiles(); now != states.at(at)) {
             states.resize(++at);
             states.push_back(std::move(now));
@@ -90,21 +119,28 @@ struct RandomWalk : GroupHistoryTest {
         if (at != before)
             shown();
     }
-    // Another program adds a line to a list. A step that changed this list is refused.
-    void stepBackPastAnother()
+    void beRefused()
     {
-        const auto& [path, bytes] = *std::next(states.at(at).begin(), chance(states.at(at).size()));
-        if (at == 0 || path.ends_with("mid"))
-            return;
-        const auto before = states.at(at - 1).find(path);
-        if (before != states.at(at - 1).end() && before->second == bytes)
-            return;
-        test.put(path, bytes + "other");
+        const Files before = groupFiles();
         const std::size_t asked = prompts.asked().size();
         takeBack();
         EXPECT_EQ(prompts.asked().size(), asked + 1);
-        EXPECT_EQ(test.bytes(path), bytes + "other");
-        test.put(path, bytes);
+        EXPECT_EQ(groupFiles(), before);
+    }
+    // Another program adds a line to a list that the last step changed: the step is refused, and gone.
+    void stepBackPastAnother()
+    {
+        const auto& [path, file] = *std::next(states.at(at).begin(), chance(states.at(at).size()));
+        if (at == 0 || at + 1 < static_cast<int>(states.size()) || path.ends_with("mid")
+            || std::get<0>(file).ends_with("tune"))
+            return;
+        const auto before = states.at(at - 1).find(path);
+        if (before != states.at(at - 1).end() && before->second == file)
+            return;
+        test.put(path, test.bytes(path) + "other");
+        beRefused();
+        states.pop_back();
+        putBack(states.at(--at));
     }
 
     std::vector<Files> states;
@@ -151,6 +187,7 @@ TEST_F(GroupHistoryTest, WhatWasTakenBackIsOnShow)
     takeBack(); // of the typing
     robot.click(main().cmdEditPhotoInfo);
     EXPECT_EQ(groupFiles(), last);
+    robot.atNextTurn([this] { takeBack(); }); // the key is held
     takeBack();
     EXPECT_EQ(shown(), "Alps 2: p17.jpg");
     EXPECT_EQ(brightRows(), Positions{0}) << "the list of groups scrolls to it";
@@ -162,11 +199,40 @@ TEST_F(GroupHistoryTest, WhatWasTakenBackIsOnShow)
     EXPECT_EQ(shown(), "Alps 2:");
     doAgain();
     EXPECT_EQ(shown(), "Alps 1: p17.jpg");
+    robot.press(main().imgThumbnail(0));
     doAgain(); // nothing is left
+    robot.moveTo(main().imgThumbnail(2));
+    robot.release();
     EXPECT_EQ(groupFiles(), last);
 }
 
-TEST_F(GroupHistoryTest, WhatCantBeTakenBackStaysAndIsTold)
+TEST_F(GroupHistoryTest, TheListOfGroupsStandsAtItsFirstWhenAllFit)
+{
+    openGroup(1, 5);
+    prompts.expectInput("Enter name for new group.", "last");
+    robot.choose(main().mnuFileCreate);
+    main().groupList().ScrollGroupNames(1);
+    takeBack();
+    EXPECT_EQ(rows().size(), 8U);
+    EXPECT_EQ(rows().at(main().groupList().CurrentGroupRow), "Alps");
+}
+
+TEST_F(GroupHistoryTest, ALinkInThePlaceOfAllPhotosIsNotFollowed)
+{
+    openGroup(2);
+    select({1});
+    main().groupCommands().AddToGroup("  All Photos  .lst");
+    const Files last = groupFiles();
+    const std::string list = toNativePath(pathOf("  All Photos  "));
+    const std::string other = test.folder().native("other.lst");
+    std::filesystem::rename(list, other);
+    std::filesystem::create_symlink(other, list);
+    takeBack();
+    EXPECT_EQ(test.bytes(other), std::get<2>(last.at(list)));
+    EXPECT_EQ(linesOf("  All Photos  "), names(2));
+}
+
+TEST_F(GroupHistoryTest, WhatCantBeTakenBackIsToldOnceAndWhatCouldBeLaterStays)
 {
     openGroup(3);
     putPhotos({"old.jpg"});
@@ -186,24 +252,33 @@ TEST_F(GroupHistoryTest, WhatCantBeTakenBackStaysAndIsTold)
     const struct {
         std::function<void()> act, meanwhile;
         std::string why;
+        bool stays = false;
     } rows[] = {
         {.act = moveTo, .meanwhile = [&] { putGroup("Rome", {}); }, .why = "the group \"Rome\" was changed since"},
+        {[&] {
+             test.failAt(FileOperation::Open, "Rome.lst");
+             moveTo();
+         },
+            [] {}, "the groups that it changed could not be recorded"},
         {moveTo, [&] { std::filesystem::remove(toNativePath(info)); }, "\"p2.jpg\" is no longer in the album"},
-        {moveTo, [&] { test.failAt(FileOperation::Close, "Rome.lst", FailureKind::DiskFull); }, "Disk full"},
-        {rename, [&] { putGroup("ALPS", {}); }, "there is a group \"Alps\" by now"},
-        {remove, [&] { putGroup("Alps", names(3)); }, "there is a group \"Alps\" by now"},
+        {moveTo, [&] { test.failAt(FileOperation::Close, "Rome.lst", FailureKind::DiskFull); }, "Disk full", true},
+        {rename, [&] { putGroup("ALPS", {}); }, "there is a group \"Alps\" by now", true},
+        {remove, [&] { putGroup("Alps", names(3)); }, "there is a group \"Alps\" by now", true},
         {[&] {
              putGroup("ALPS", {});
              remove();
          },
-            [] {}, "there is a group \"Alps\" by now"},
+            [] {}, "there is a group \"Alps\" by now", true},
     };
-    for (const auto& [act, meanwhile, why] : rows) {
+    for (const auto& [act, meanwhile, why, stays] : rows) {
         act();
         meanwhile();
         const Files before = groupFiles();
-        prompts.expectNotice("This can't be taken back: " + why + ".");
+        for (int time = 0; time < (stays ? 2 : 1); ++time)
+            prompts.expectNotice("This can't be taken back: " + why + ".");
         takeBack();
+        takeBack();
+        prompts.verify();
         EXPECT_EQ(groupFiles(), before) << why;
         desktop.files().setFaultHook({});
         for (const char* group : {"ALPS", "Andes"})

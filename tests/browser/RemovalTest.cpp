@@ -53,6 +53,15 @@ TEST_F(RemovalTest, APhotographLeavesAllItsGroupsForAFolderBesideIt)
     EXPECT_EQ(linesOf("  All Photos  "), (Names{"p1.jpg", "p3.jpg", "p4.jpg", "p5.jpg"}));
     EXPECT_EQ(linesOf("Alps"), (Names{"p3.jpg", "p5.jpg"}));
     EXPECT_EQ(cells(), linesOf("Alps"));
+
+    main().groupList().SelectedGroupName = "Rome";
+    prompts.expectQuestion("Are you sure you want to delete this group -> Rome", Answer::Yes);
+    main().groupCommands().DeleteAlbumGroup();
+    remove({1});
+    prompts.expectNotice("This can't be taken back: photographs were removed from the program.");
+    for (const int shift : Positions{CtrlKey, CtrlKey, CtrlKey | ShiftKey, CtrlKey})
+        robot.key(main(), ZKey, shift);
+    EXPECT_EQ(linesOf("Rome"), Names{"p1.jpg"}) << "without the one that has gone since";
 }
 
 TEST_F(RemovalTest, WhatCantBeMovedStaysWholeWithItsPlaces)

@@ -10,15 +10,20 @@ using AutoScanTest = ImportWindow;
 
 TEST_F(AutoScanTest, FilesComeByTypeThenFolderAndAreSplit)
 {
-    putSources({"B.jpg", "a.avi", "c.bmp", "no.txt", "Sub/a.jpg", "Sub/Deep/z.JPG", "Aft/x.jpg", ".h/y.jpg"});
+    putSources(
+        {"B.jpg", "a.avi", "c.bmp", "no.txt", "Sub/a.jpg", "Sub/d.bmp", "Sub/Deep/z.JPG", "Aft/x.jpg", ".h/y.jpg"});
     std::filesystem::create_directory_symlink(toNativePath(sources()), toNativePath(sources() + "\\Loop"));
     inDialog([&] {
         ListBox& list = form().List1;
         list.AddItem("hand.jpg");
         form().List2.AddItem("\\Mine");
         form().chkFilter(6).Value = 0;
+        desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+            if (operation == FileOperation::Length && path.ends_with("z.JPG"))
+                form().Dir1.Path = sources() + "\\Sub"; // from where the next type is searched
+        });
         robot.click(form().cmdAutoScan);
-        EXPECT_EQ(entries(), "|hand.jpg \\|B.jpg \\Aft\\|x.jpg \\Sub\\|a.jpg \\Sub\\Deep\\|z.JPG \\|c.bmp ");
+        EXPECT_EQ(entries(), "|hand.jpg \\|B.jpg \\Aft\\|x.jpg \\Sub\\|a.jpg \\Sub\\Deep\\|z.JPG \\Sub\\|d.bmp ");
         EXPECT_EQ(form().lbCount.Caption() + form().cmdAutoScan.Caption(), "5&Auto-Scan (and sub-folders)");
         list.setSelected(0, true);
         list.Enabled = false; // as while the paths are split

@@ -104,7 +104,7 @@ TEST_F(FileTransferTest, WhatCanBeShownIsTakenAndTheRestToldInOneSentence)
 
 TEST_F(FileTransferTest, FilesAreRefusedVisiblyOrFailAndNothingIsLost)
 {
-    putSources({"a.jpg", "b.jpg", "c.jpg"}, plainBitmap(8, 6));
+    putSources({"a.jpg", "b.jpg", "c.jpg", "Empty/no.txt"}, plainBitmap(8, 6));
     const std::string before = urls({"a.jpg"});
     EXPECT_FALSE(robot.drop(main(), Frame, before, true)) << "the other program would delete its file";
     whenFilled([&] { EXPECT_FALSE(drop({"b.jpg"})) << "below a dialog"; });
@@ -115,6 +115,36 @@ TEST_F(FileTransferTest, FilesAreRefusedVisiblyOrFailAndNothingIsLost)
     robot.putOnClipboard(before);
     EXPECT_FALSE(drop({"a.jpg"}) || drop({"a.jpg"}, year)) << "during an edit";
     robot.click(main().cmdEditPhotoInfo);
+
+    robot.whenMenuOpens([&] {
+        EXPECT_FALSE(drop({"a.jpg"})) << "beside an open menu";
+        robot.dismissMenu();
+    });
+    robot.click(main().Label2, RightButton);
+    bool opens = true;
+    desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+        if (operation == FileOperation::Open && path.ends_with("Rome.lst") && std::exchange(opens, false))
+            robot.click(main().cmdEditPhotoInfo);
+    });
+    EXPECT_TRUE(drop({"a.jpg"}, RomesRow)) << "and an edit begins meanwhile";
+    robot.click(main().cmdEditPhotoInfo);
+    pressRowNamed("Alps");
+    test.failAt(FileOperation::Open, "Rome.lst");
+    prompts.expectNotice("The group \"Rome\" could not be opened. Nothing was imported.");
+    EXPECT_TRUE(drop({"a.jpg"}, RomesRow));
+    pressRowNamed("Alps");
+
+    // The list is full before all that was offered is searched.
+    desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
+        for (int i = 0; operation == FileOperation::Picture && path.ends_with("a.jpg") && i < 32000; ++i) {
+            form().List1.AddItem("x");
+            form().List2.AddItem("\\");
+        }
+    });
+    prompts.expectNotice("Notice: File count for located media has been exceeded. Some of the specified folders may "
+                         "have not been completely searched.");
+    whenFilled([] {});
+    drop({"Empty/", "a.jpg", "b.jpg"});
 
     // Pressed again, the scan's button leaves a list that can be imported.
     desktop.files().setFaultHook([&](FileOperation operation, std::string_view path) {
@@ -134,10 +164,12 @@ TEST_F(FileTransferTest, FilesAreRefusedVisiblyOrFailAndNothingIsLost)
     robot.putOnClipboard(before);
     select({});
     key(CKey);
-    std::filesystem::remove(toNativePath(test.paths().PhotoPath + "p2.jpg"));
-    for (const auto& [positions, told] : {std::pair{Positions{2}, "1 of the 1"}, {{2, 3}, "1 of the 2"}}) {
+    std::filesystem::remove(toNativePath(test.paths().PhotoPath + "p1.jpg"));
+    test.put(test.paths().PhotoPath + "p2.jpg", "no picture");
+    for (const auto& [positions, told] : {std::pair{Positions{1}, "The photograph"}, {{1, 2}, "2 of the 2 photographs"},
+             {{2, 3}, "1 of the 2 photographs"}}) {
         EXPECT_EQ(robot.clipboard("text/uri-list"), before) << "what was there stays";
-        prompts.expectNotice(std::string(told) + " photographs could not be found.");
+        prompts.expectNotice(std::string(told) + " could not be found.");
         select(positions);
         key(CKey);
     }

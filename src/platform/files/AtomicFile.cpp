@@ -312,12 +312,12 @@ bool prepareReplacement(std::optional<AtomicFile>& file, const NativePath& place
 } // namespace
 
 void writeFileAtomically(const NativePath& place, const std::optional<struct stat>& old, std::string_view bytes,
-    Sync sync, const std::function<void()>& beforeCommit)
+    unsigned rights, Sync sync, const std::function<void()>& beforeCommit)
 {
     const std::string native = place.whole();
     std::optional<AtomicFile> file;
     if (!old) {
-        file.emplace(place.folder, NewFileMode, Attempted::Access);
+        file.emplace(place.folder, rights, Attempted::Access);
         writeAndCommit(*file, place, bytes, sync, beforeCommit);
     } else if (static_cast<std::size_t>(old->st_size) == bytes.size() && holds(native, bytes)) {
         // Same content: only the date is set.

@@ -16,8 +16,6 @@
 
 namespace trovarium {
 
-inline constexpr mode_t NewFileMode = 0666; // less the user's mask
-
 // A new file that takes its target's name when it is whole and vanishes otherwise: nobody sees half a file. Until
 // `commit` it has no name, or a hidden one beside its target where the file system has no nameless files.
 class AtomicFile {
@@ -67,10 +65,10 @@ void writeAll(const Descriptor& file, std::string_view& bytes, Attempted attempt
 // "Path/File access error" for what is no regular file, "Out of memory" for more than `most` bytes.
 std::string readWhole(const Descriptor& file, std::int64_t most = std::numeric_limits<std::int64_t>::max());
 
-// Replaces `old`, the file at `place`, or creates it. A kill or a full disk leaves `old`. Owner and rights stay.
-// Where a second name or the owner couldn't be kept that way, the file is overwritten instead. `beforeCommit` is
-// called when only the last step is left.
+// Replaces `old`, the file at `place`, or creates it with these rights. A kill or a full disk leaves `old`. Owner and
+// rights stay. Where a second name or the owner couldn't be kept that way, the file is overwritten instead.
+// `beforeCommit` is called when only the last step is left.
 void writeFileAtomically(const NativePath& place, const std::optional<struct stat>& old, std::string_view bytes,
-    Sync sync, const std::function<void()>& beforeCommit);
+    unsigned rights, Sync sync, const std::function<void()>& beforeCommit);
 
 } // namespace trovarium

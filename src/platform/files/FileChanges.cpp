@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <unistd.h>
 
 namespace trovarium {
@@ -26,7 +27,7 @@ std::string_view endingOfLinked(std::string_view nativeName)
 
 void copyTo(const NativePath& place, const Descriptor& source, const struct stat& status, AtomicFile::Existing existing)
 {
-    AtomicFile file(place.folder, (status.st_mode & NewFileMode) | S_IWUSR, Attempted::Change);
+    AtomicFile file(place.folder, (status.st_mode & NewFileRights) | S_IWUSR, Attempted::Change);
     file.copyContent(source);
     file.setModified(status.st_mtim);
     file.commit(place.whole(), existing);
@@ -34,7 +35,7 @@ void copyTo(const NativePath& place, const Descriptor& source, const struct stat
 
 } // namespace
 
-void FileService::writeFileAtomically(std::string_view path, std::string_view bytes, Sync sync)
+void FileService::writeFileAtomically(std::string_view path, std::string_view bytes, Sync sync, unsigned rights)
 {
     checkFault(FileOperation::Open, path);
     const Target target = writableTarget(path);
@@ -45,7 +46,7 @@ void FileService::writeFileAtomically(std::string_view path, std::string_view by
     checkFault(FileOperation::Print, path);
     addEntry(target.place, [&] {
         trovarium::writeFileAtomically(
-            target.place, target.status, bytes, sync, [&] { checkFault(FileOperation::Close, path); });
+            target.place, target.status, bytes, rights, sync, [&] { checkFault(FileOperation::Close, path); });
     });
 }
 
@@ -63,20 +64,41 @@ void FileService::replaceContent(std::string_view path, std::string_view source)
     writeFileAtomically(path, readWhole(openForReading(source)), Sync::Yes);
 }
 
-std::optional<std::string> FileService::bytesToReplace(std::string_view path, std::int64_t most) const
+std::optional<FileContent> FileService::contentToReplace(std::string_view path, std::int64_t most) const
 {
     checkFault(FileOperation::Open, path);
     constexpr int Flags = O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK;
+    FileContent content;
     Descriptor file(::open(nativeAsWritten(path).c_str(), Flags));
     if (!file.isOpen()) { // a link, or in a folder of another case
-        const Target target = writableTarget(path);
+        std::error_code noLink;
+        content.link = std::filesystem::read_symlink(m_resolver.exact(nativeAsWritten(path)).whole(), noLink);
+        Target target;
+        const auto refused = attempt([&] { target = writableTarget(path); });
+        if (!content.link.empty() && (refused || target.isLink))
+            return FileContent{content.link, content.link};
+        if (refused)
+            throw Failure(*refused);
         if (!target.status)
             return {};
         file = Descriptor(::open(target.native.c_str(), Flags));
     }
-    if (!file.isOpen())
+    struct stat status = {};
+    if (!file.isOpen() || fstat(file.handle(), &status) != 0)
         failNow(Attempted::Access);
-    return readWhole(file, most);
+    content.rights = status.st_mode & NewFileRights;
+    content.bytes = readWhole(file, most);
+    return content;
+}
+
+void FileService::makeLink(std::string_view path, const std::string& target)
+{
+    checkFault(FileOperation::Open, path);
+    const NativePath place = m_resolver.exact(nativeAsWritten(path));
+    addEntry(place, [&] {
+        if (symlink(target.c_str(), place.whole().c_str()) != 0)
+            failNow(Attempted::Access);
+    });
 }
 
 void FileService::setModified(std::string_view path, Instant instant)

@@ -376,10 +376,10 @@ Descriptor FileService::openForWriting(std::string_view path, OpenMode mode)
             failNow(Attempted::Access);
         const int flags = O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK
             | (mode == OpenMode::Append ? O_APPEND : 0) | (target.isLink ? O_EXCL : 0);
-        descriptor = Descriptor(::open(target.native.c_str(), flags, NewFileMode));
+        descriptor = Descriptor(::open(target.native.c_str(), flags, NewFileRights));
         // Without the right to read, an append can't see whether the last line has its end.
         if (!descriptor.isOpen() && errno == EACCES)
-            descriptor = Descriptor(::open(target.native.c_str(), (flags & ~O_RDWR) | O_WRONLY, NewFileMode));
+            descriptor = Descriptor(::open(target.native.c_str(), (flags & ~O_RDWR) | O_WRONLY, NewFileRights));
         if (!descriptor.isOpen() && errno == ENOENT)
             throw Failure(FailureKind::PathNotFound);
         if (!descriptor.isOpen())

@@ -58,15 +58,17 @@ public:
     void closeAll();
 
     // Writes or replaces a whole file: whatever happens, the name stands for the old file (or none) or for the new one.
-    // Rights and owner stay. The fault hook is called for an open, a print and, before the new file takes the name, a
-    // close.
-    void writeFileAtomically(std::string_view path, std::string_view bytes, Sync sync = Sync::No);
+    // Rights and owner stay; a new file gets `rights`, less the user's mask. The fault hook is called for an open, a
+    // print and, before the new file takes the name, a close.
+    void writeFileAtomically(
+        std::string_view path, std::string_view bytes, Sync sync = Sync::No, unsigned rights = NewFileRights);
     // The same for lines, as `print` writes them.
     void writeLines(std::string_view path, const std::vector<std::string>& lines, Sync sync);
     // Writes the content of `source` to `path` in the same way, synced. Calls the fault hook for a copy first.
     void replaceContent(std::string_view path, std::string_view source);
-    // The bytes that such a write would replace; nothing if there is no file. More than `most` are "Out of memory".
-    std::optional<std::string> bytesToReplace(std::string_view path, std::int64_t most) const;
+    // What such a write would replace; nothing if there is no file. More than `most` bytes are "Out of memory".
+    std::optional<FileContent> contentToReplace(std::string_view path, std::int64_t most) const;
+    void makeLink(std::string_view path, const std::string& target); // symbolic; replaces nothing
 
     // In bytes; regular files only. A length that is known from a listing saves asking the disk.
     std::int64_t length(std::string_view path, std::int64_t known = UnknownLength) const;

@@ -56,6 +56,17 @@ struct FileStamp {
 
 FileStamp stampOf(const struct stat& status); // for the platform's own use
 
+inline constexpr unsigned NewFileRights = 0666; // less the user's mask
+
+// What stands under a name, to be put back there. Two are equal if their bytes are.
+struct FileContent {
+    std::string bytes;               // of a symbolic link that no write follows: where it leads
+    std::string link;                // where a symbolic link leads; empty for a file
+    unsigned rights = NewFileRights; // as the system counts them
+
+    bool operator==(const FileContent& other) const { return bytes == other.bytes; }
+};
+
 // An entry of a folder as a listing tells it.
 struct FolderEntry {
     enum class Kind { File, Folder, Unknown }; // Unknown: `FileService::attributes` must ask the disk

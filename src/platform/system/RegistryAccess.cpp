@@ -68,7 +68,7 @@ void replaceFile(const std::string& path, std::string_view text)
     const bool exists = ::stat(place.whole().c_str(), &old) == 0;
     if (exists && ::access(place.whole().c_str(), W_OK) != 0)
         failNow(Attempted::Access);
-    AtomicFile file(place.folder, exists ? old.st_mode & 0777 : NewFileMode, Attempted::Access);
+    AtomicFile file(place.folder, exists ? old.st_mode & 0777 : NewFileRights, Attempted::Access);
     if (exists)
         file.copyOwnership(place.whole(), old); // as far as the system allows
     file.write(text);

@@ -81,6 +81,8 @@ void DrawnWidget::deliver(Event<int, int, float, float>& event, int button, int 
 void DrawnWidget::press(QMouseEvent& event, bool doubled)
 {
     const int button = mouseButtons(event.button());
+    if (!testAttribute(Qt::WA_NoMousePropagation))
+        return event.ignore();
     if (button == 0 || !m_drawn.takesInput())
         return;
     if (m_state.mouseGrabber != this) {
@@ -122,7 +124,7 @@ void DrawnWidget::mouseReleaseEvent(QMouseEvent* event)
 {
     const int button = mouseButtons(event->button());
     if (m_state.mouseGrabber != this || button == 0)
-        return;
+        return event->ignore();
     if (event->buttons() == Qt::NoButton)
         m_state.mouseGrabber = nullptr;
     m_state.releasing = this;

@@ -314,7 +314,9 @@ void FormWindow::closeEvent(QCloseEvent* event)
 
 bool FormWindow::takesFiles() const
 {
-    return m_form.TakesFiles() && m_form.desktop().state().isInUse(m_form);
+    const QWidget* modal = QApplication::activeModalWidget();
+    return m_form.TakesFiles() && m_form.desktop().state().isInUse(m_form) && (modal == nullptr || modal == this)
+        && QApplication::activePopupWidget() == nullptr;
 }
 
 void FormWindow::dragEnterEvent(QDragEnterEvent* event)

@@ -51,9 +51,11 @@ Label::Label(Container* parent, const Plan& plan)
 {
 }
 
-bool Label::takesMouse() const
+// One that takes the mouse for its tool tip alone passes presses on to what it lies on.
+void Label::followInput()
 {
-    return MouseDown.isWired() || MouseMove.isWired() || Click.isWired() || !ToolTipText().empty();
+    DrawnControl::followInput();
+    widget()->setAttribute(Qt::WA_NoMousePropagation, listens());
 }
 
 void Label::pressed(bool down)

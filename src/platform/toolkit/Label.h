@@ -39,7 +39,8 @@ public:
     Stored<&Label::repaint, trovarium::Elision> Elision{this, trovarium::Elision::End};
 
     void draw(QPainter& painter, const QRectF& place) override;
-    bool takesMouse() const override;
+    bool takesMouse() const override { return listens() || !ToolTipText().empty(); }
+    void followInput() override;
     bool takesFocus() const override { return Click.isWired() && buttonBeneath() == nullptr; }
     void pressed(bool down) override;
     Role accessibleRole() const override { return takesFocus() ? Role::Button : Role::Text; }
@@ -49,6 +50,7 @@ protected:
     QMargins margins() const override;
 
 private:
+    bool listens() const { return MouseDown.isWired() || MouseMove.isWired() || Click.isWired(); }
     const Control* buttonBeneath() const;
     void paintButton(QPainter& painter, const QRectF& place);
     void paintText(QPainter& painter, const QRectF& place);
