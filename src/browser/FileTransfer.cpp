@@ -91,7 +91,8 @@ void FileTransfer::copyPhotographOnShow()
     copy({m_form.photoDisplay().loadedFile()}, isFilm ? Picture() : m_form.pctBox(0).Picture());
 }
 
-// A link of an album that comes from somebody else may lead to any file of the user.
+// A link in an album that comes from somebody else may lead to any file of the user, so only what the program can show
+// is copied.
 void FileTransfer::copy(std::vector<std::string> paths, const Picture& picture)
 {
     m_form.MousePointer = HourglassPointer;
@@ -103,7 +104,7 @@ void FileTransfer::copy(std::vector<std::string> paths, const Picture& picture)
         return;
     const std::string lost =
         all == 1 ? "The photograph" : numberText(all - found) + " of the " + numberText(all) + " photographs";
-    m_form.desktop().prompts().messageBox(lost + " could not be found.", Message::Notice, "");
+    m_form.desktop().prompts().messageBox(lost + " could not be copied.", Message::Notice, "");
 }
 
 } // namespace trovarium

@@ -280,6 +280,7 @@ GroupHistory::Outcome GroupHistory::carryOut(Step& step) const
     std::vector<Content> contents;
     std::size_t done = 0;
     const auto failure = attempt([&] {
+        m_album.files.requireFolder(m_album.paths.InfoPath); // else all photographs would count as gone
         for (Change& change : step.changes) {
             contents.push_back(contentOf(change.file));
             refused.refusal = obstacle(change);
@@ -300,7 +301,7 @@ GroupHistory::Outcome GroupHistory::carryOut(Step& step) const
     return refused.refusal.empty() ? outcomeOf(step, contents) : refused;
 }
 
-// For now: the step stays.
+// What keeps the step from being carried out now; it may go away.
 std::string GroupHistory::obstacle(const Change& change) const
 {
     const bool comes = isList(change.newFile) && (change.isRename() || !change.before);
@@ -308,7 +309,7 @@ std::string GroupHistory::obstacle(const Change& change) const
     return isTaken ? "there is a group " + quoted(change.newFile) + " by now" : "";
 }
 
-// For good: the step is dropped.
+// What can't go away any more.
 std::string GroupHistory::contradiction(const Change& change, const Content& content) const
 {
     if (versionOf(content) != change.before)
@@ -329,7 +330,7 @@ bool GroupHistory::isGone(const std::string& line) const
     return isPhotographName(line) && !hasInfoFile(m_album, line);
 }
 
-// A list that was gone itself comes without the photographs that have gone since.
+// A deleted list comes back without the photographs that have left the album since.
 void GroupHistory::leaveOutGone(Change& change) const
 {
     if (!isList(change.file) || change.before)

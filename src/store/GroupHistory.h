@@ -51,8 +51,9 @@ public:
         std::int32_t position = 1; // where its list changed; may be one beyond its end
         Positions selected;        // of the photographs that came or were moved
     };
-    // Both change all files of a step or none, and only if each is as the history knows it: otherwise the step is
-    // dropped, since it can't be carried out later either. Nothing if there is no step.
+    // Both change all files of a step or none, and only if each is as the history knows it. A step whose lists have
+    // changed is dropped. One that is only in the way of something now, such as a full disk, stays. Nothing if there is
+    // no step.
     std::optional<Outcome> takeBack();
     std::optional<Outcome> doAgain();
 

@@ -173,14 +173,13 @@ try {
 void frmFullScreen::Form_MouseMove(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/)
 {
     MousePointer = DefaultPointer;
-    tmrPointer.Enabled = true;
     tmrPointer.restart();
 }
 
 void frmFullScreen::tmrPointer_Timer()
 {
-    MousePointer = HiddenPointer;
-    tmrPointer.Enabled = false;
+    if (!desktop().isAsking())
+        MousePointer = HiddenPointer;
 }
 
 } // namespace trovarium

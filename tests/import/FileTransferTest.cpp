@@ -169,7 +169,7 @@ TEST_F(FileTransferTest, FilesAreRefusedVisiblyOrFailAndNothingIsLost)
     for (const auto& [positions, told] : {std::pair{Positions{1}, "The photograph"}, {{1, 2}, "2 of the 2 photographs"},
              {{2, 3}, "1 of the 2 photographs"}}) {
         EXPECT_EQ(robot.clipboard("text/uri-list"), before) << "what was there stays";
-        prompts.expectNotice(std::string(told) + " could not be found.");
+        prompts.expectNotice(std::string(told) + " could not be copied.");
         select(positions);
         key(CKey);
     }

@@ -57,7 +57,7 @@ bool busAnswers()
     const Descriptor connection(socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
     if (connect(connection.handle(), reinterpret_cast<const sockaddr*>(&socketAddress), length) != 0)
         return false;
-    constexpr std::string_view question("\0AUTH\r\n", 7); // which ways to log in there are
+    constexpr std::string_view question("\0AUTH\r\n", 7); // asks for the ways to log in, which any bus answers at once
     pollfd answer{.fd = connection.handle(), .events = POLLIN, .revents = 0};
     return send(connection.handle(), question.data(), question.size(), MSG_NOSIGNAL) > 0
         && poll(&answer, 1, BusMilliseconds) > 0;

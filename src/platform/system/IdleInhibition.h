@@ -6,7 +6,8 @@
 
 namespace trovarium {
 
-// While it lives, the desktop neither dims nor locks the screen, if it can be asked. Nothing waits for its answer.
+// While it lives, the desktop neither dims nor locks the screen, if it can be asked. Nothing waits for its answer,
+// and for a session bus that hangs only half a second.
 class IdleInhibition {
 public:
     explicit IdleInhibition(std::string_view reason); // which the desktop may show to the user

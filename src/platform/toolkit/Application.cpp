@@ -30,9 +30,10 @@ constexpr int LinesToGrow = 1400; // of a screen on which the windows would be t
 constexpr double ScaleSteps = 4;  // to 1
 constexpr double LargestScale = 8;
 
-// Each is a word of whoever started the program.
-constexpr const char* ScaleVariables[] = {
-    "QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_ENABLE_HIGHDPI_SCALING", "QT_USE_PHYSICAL_DPI", "QT_FONT_DPI"};
+constexpr const char* ScaleVariable = "QT_SCALE_FACTOR"; // of whoever starts the program, who then decides
+// A desktop that scales by itself sets these.
+constexpr const char* DesktopVariables[] = {
+    "QT_SCREEN_SCALE_FACTORS", "QT_ENABLE_HIGHDPI_SCALING", "QT_USE_PHYSICAL_DPI", "QT_FONT_DPI"};
 
 // By itself the allocator puts ever larger blocks, up to 32 MB, into heaps, of which it makes eight for each core, and
 // which keep what is freed: hundreds of megabytes after an hour of photographs and films.
@@ -46,9 +47,9 @@ void keepHeapsSmall()
     mallopt(M_ARENA_MAX, Heaps);
 }
 
-bool isScaledByEnvironment()
+bool isScaledByDesktop()
 {
-    return std::any_of(std::begin(ScaleVariables), std::end(ScaleVariables),
+    return std::any_of(std::begin(DesktopVariables), std::end(DesktopVariables),
         [](const char* variable) { return qEnvironmentVariableIsSet(variable); });
 }
 
@@ -61,7 +62,7 @@ QByteArray factorsOfScreens()
         if (screen->devicePixelRatio() != 1)
             return {};
         const double factor = screenScale(screen->size().width(), screen->size().height());
-        if (factor > 1)
+        if (factor > 1 && !screen->name().isEmpty())
             factors += screen->name().toLocal8Bit() + '=' + QByteArray::number(factor) + ';';
     }
     return factors;
@@ -73,7 +74,8 @@ std::unique_ptr<QApplication> newApplication(int& argc, char** argv)
     return std::make_unique<QApplication>(argc, argv);
 }
 
-// The library reads the variable only now, so the programs that we start don't inherit it.
+// The variable is needed only while the application is made. Removed afterwards, so that programs we start don't
+// inherit it.
 std::unique_ptr<QApplication> applicationWith(const char* variable, const QByteArray& value, int& argc, char** argv)
 {
     qputenv(variable, value);
@@ -103,11 +105,11 @@ std::unique_ptr<QApplication> applicationForScreens(int& argc, char** argv)
 
 std::unique_ptr<QApplication> scaledApplication(int& argc, char** argv, std::string_view scale)
 {
-    if (isScaledByEnvironment())
+    if (qEnvironmentVariableIsSet(ScaleVariable))
         return newApplication(argc, argv);
     if (const double chosen = scaleOf(scale); chosen > 0)
-        return applicationWith("QT_SCALE_FACTOR", QByteArray::number(chosen), argc, argv);
-    return applicationForScreens(argc, argv);
+        return applicationWith(ScaleVariable, QByteArray::number(chosen), argc, argv);
+    return isScaledByDesktop() ? newApplication(argc, argv) : applicationForScreens(argc, argv);
 }
 
 } // namespace

@@ -17,7 +17,7 @@ double screenScale(int columns, int lines);
 double scaleOf(std::string_view text);
 
 // The library's application, with the program's style. `scale` is a factor for all screens, as for `scaleOf`; without
-// one each screen has its own, unless the desktop scales. The environment's variables for the library come before both.
+// one each screen has its own, unless the desktop scales. `QT_SCALE_FACTOR` comes before both.
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv, std::string_view scale);
 
 } // namespace trovarium

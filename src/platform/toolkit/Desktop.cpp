@@ -11,6 +11,7 @@
 #include "runtime/Failure.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QScreen>
 
 #include <algorithm>
@@ -81,6 +82,11 @@ Prompts& Desktop::prompts()
             form->MousePointer = DefaultPointer;
     }
     return *m_state->prompts;
+}
+
+bool Desktop::isAsking() const
+{
+    return qobject_cast<QDialog*>(QApplication::activeModalWidget()) != nullptr;
 }
 
 void Desktop::setPrompts(Prompts* prompts)

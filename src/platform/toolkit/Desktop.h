@@ -74,6 +74,7 @@ public:
     void setMedia(MediaService* media); // null: the real one
     trovarium::Screen& Screen();
     Prompts& prompts();
+    bool isAsking() const;             // whether a message or a question of theirs is open
     void setPrompts(Prompts* prompts); // null: the real ones
 
     // Runs until the last form is unloaded or the program ends; the exit code. Takes the end of the

@@ -381,7 +381,7 @@ bool EventFilter::isHeldAnswer(const QWidget& receiver, const QKeyEvent& press)
     return press.isAutoRepeat() && (!receiver.window()->isFullScreen() || m_answers != receiver.window());
 }
 
-// An open list closes when it is told of the key, which the library then presses on the form.
+// An open list closes at the ShortcutOverride; the key press that follows would go to the form.
 bool EventFilter::hasClosedPopUp(const QEvent& event)
 {
     const bool isOpen = QApplication::activePopupWidget() != nullptr;

@@ -75,7 +75,7 @@ private:
 
     DesktopState& m_state;
     QPointer<QWidget> m_answers;       // the window that Enter or Escape was pressed in
-    std::optional<quint64> m_popUpKey; // when the last key came that an open list or menu was told of first
+    std::optional<quint64> m_popUpKey; // time stamp of the last key that an open list or menu saw first
 };
 
 } // namespace trovarium
