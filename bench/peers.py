@@ -44,7 +44,7 @@ TICK = os.sysconf("SC_CLK_TCK")
 @dataclasses.dataclass
 class Viewer:
     command: str
-    photograph: tuple[int, int]  # where the sixth thumbnail is in its window
+    photograph: tuple[int, int]  # where a thumbnail, not the first one, is in its window
     opens: int = 2  # clicks
     step: str = "Page_Down"  # the key
     settings: tuple[str, str] | None = None  # a file of the home folder, and its contents
@@ -60,8 +60,9 @@ class Figures:
 # Without the notice that welcomes the user.
 PROGRAM = Viewer("trovarium", (406, 215), settings=(
     ".config/OmbrelaneWorks/settings.txt", "[SOFTWARE\\OmbrelaneWorks\\Trovarium\\Options]\nFirstTime=False\n"))
-# With thumbnails instead of a list of names, in a window of the program's size.
-GEEQIE = Viewer("geeqie", (247, 404), 1, settings=(
+# With thumbnails instead of a list of names, in a window of the program's size. It keeps the width of its columns, so the
+# thumbnail is one of the first column.
+GEEQIE = Viewer("geeqie", (80, 360), 1, settings=(
     ".config/geeqie/geeqierc.xml",
     '<gq><global thumbnails.max_width="96" thumbnails.max_height="72" thumbnails.enable_caching="true" '
     'thumbnails.spec_standard="true"/><layout id="lw1" file_view_type="1" show_thumbnails="true" '
