@@ -31,7 +31,7 @@ constexpr int WaitStep = 10; // milliseconds
 constexpr auto LongestEnd = 1s;
 // How much may be kept in full before another one is decoded ahead: a photograph of 64 megapixels.
 constexpr std::int64_t KeptBytes = HarmlessPixels * 4;
-// Of a thread that isn't urgent: it gets a tenth of the core that an urgent one wants too.
+// Niceness of the threads that aren't urgent: beside an urgent one on the same core, such a thread gets about a tenth.
 constexpr int Niceness = 10;
 
 Picture stretched(const Picture& picture, QSize size)
@@ -63,7 +63,7 @@ struct DecodeAhead::Job {
         });
     }
 
-    // Not for someone who waits: whether these sizes will be painted isn't sure.
+    // Skipped as soon as somebody waits for the picture, since the sizes are only a guess.
     void scale(const std::shared_ptr<PictureSizes>& sizes)
     {
         if (picture.empty() || request.longerSide > 0)

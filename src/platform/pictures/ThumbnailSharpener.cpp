@@ -59,7 +59,7 @@ void ThumbnailSharpener::drop(const void* owner)
     resume();
 }
 
-// All jobs that nobody wants any more end here.
+// Replaces the decoder's jobs by what is still wanted.
 void ThumbnailSharpener::resume()
 {
     std::vector<DecodeRequest> requests;
