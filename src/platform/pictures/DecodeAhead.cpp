@@ -281,8 +281,11 @@ std::shared_ptr<DecodeAhead::Job> DecodeAhead::State::nextJob() const
     for (const auto& job : jobs) {
         if (job->request.longerSide == 0 && job->stage == Job::Stage::UnderWay)
             return nullptr;
-        if (job->stage == Job::Stage::Done && !job->picture.empty())
-            kept += job->picture.data()->pixels.sizeInBytes();
+        if (job->stage != Job::Stage::Done || job->picture.empty())
+            continue;
+        kept += job->picture.data()->pixels.sizeInBytes();
+        for (const QImage& scaled : job->picture.data()->scaled)
+            kept += scaled.sizeInBytes();
     }
     return kept <= KeptBytes ? *next : nullptr;
 }
