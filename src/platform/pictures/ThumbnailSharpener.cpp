@@ -64,7 +64,8 @@ void ThumbnailSharpener::resume()
 {
     std::vector<DecodeRequest> requests;
     for (const Wanted& wanted : m_wanted)
-        requests.push_back(wanted.request);
+        if (std::ranges::find(requests, wanted.request) == requests.end())
+            requests.push_back(wanted.request);
     m_decoder.expect(requests);
 }
 
