@@ -52,12 +52,12 @@ struct DecodeAhead::Job {
     {
     }
 
-    void decode(std::timed_mutex& largeOnes, PictureLibraries& libraries)
+    void decode(PictureLibraries& libraries)
     {
         failure = attempt([&] {
             const PictureFile file(request.nativePath, cancelled);
             stamp = file.stamp();
-            picture = readPicture(file, request.longerSide, largeOnes, libraries);
+            picture = readPicture(file, request.longerSide, libraries);
             if (!request.size.isEmpty())
                 picture = stretched(std::exchange(picture, {}), request.size);
         });
@@ -100,7 +100,6 @@ struct DecodeAhead::State {
     const std::shared_ptr<PictureLibraries> libraries;
     const std::shared_ptr<PictureSizes> pictureSizes = std::make_shared<PictureSizes>();
     const DecodeWorkers workers;
-    std::timed_mutex largeOnes;
     std::mutex mutex; // guards what follows
     std::condition_variable jobsChanged;
     std::condition_variable jobDone; // or a worker has ended
@@ -172,7 +171,7 @@ Picture DecodeAhead::take(const DecodeRequest& request, const PictureFile& file,
         return thumbnail;
     startWorkers();
     if (m_threads.empty())
-        return readPicture(file, request.longerSide, m_state->largeOnes, *m_state->libraries);
+        return readPicture(file, request.longerSide, *m_state->libraries);
 
     const auto start = std::chrono::steady_clock::now();
     for (;;) {
@@ -254,7 +253,7 @@ void DecodeAhead::State::work()
             break;
         job->stage = Job::Stage::UnderWay;
         lock.unlock();
-        job->decode(largeOnes, *libraries);
+        job->decode(*libraries);
         job->scale(pictureSizes);
         lock.lock();
         job->stage = Job::Stage::Done;
