@@ -20,7 +20,7 @@ public:
     // a failure.
     bool LoadGroupNames();
 
-    // The same behind an act that was taken back: if all entries fit, they are scrolled to the first.
+    // The same, and scrolls to the first entry if all fit now. For use after Ctrl+Z, which can remove a group.
     void reload();
 
     // Scrolls entry `NewFirstRow` (0-based) to row 0; true when the rows moved. The group on show and its row number

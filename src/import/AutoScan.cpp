@@ -67,7 +67,8 @@ void AutoScan::scanOffered(const OfferedFiles& files)
     }
     const bool wasCancelled = ScanStopped;
     end();
-    const bool isFull = m_form.List1.ListCount() >= MostEntries; // some folders weren't searched, which was told
+    // Once the list is full, the folders weren't searched, as was told.
+    const bool isFull = m_form.List1.ListCount() >= MostEntries;
     for (const Folder& folder : folders) {
         if (folder.found == 0 && !isFull)
             refused.push_back(SplitPath(folder.path).FileName);

@@ -66,7 +66,8 @@ public:
     void writeLines(std::string_view path, const std::vector<std::string>& lines, Sync sync);
     // Writes the content of `source` to `path` in the same way, synced. Calls the fault hook for a copy first.
     void replaceContent(std::string_view path, std::string_view source);
-    // What such a write would replace; nothing if there is no file. More than `most` bytes are "Out of memory".
+    // What stands there, for putting it back: see `FileContent`. Nothing if there is no file; more than `most` bytes
+    // are "Out of memory".
     std::optional<FileContent> contentToReplace(std::string_view path, std::int64_t most) const;
     void makeLink(std::string_view path, const std::string& target); // symbolic; replaces nothing
 

@@ -58,10 +58,11 @@ FileStamp stampOf(const struct stat& status); // for the platform's own use
 
 inline constexpr unsigned NewFileRights = 0666; // less the user's mask
 
-// What stands under a name, to be put back there. Two are equal if their bytes are.
+// The file's bytes. For a symbolic link that is never written through, its target's path instead. Two are equal if
+// their bytes are.
 struct FileContent {
-    std::string bytes;               // of a symbolic link that no write follows: where it leads
-    std::string link;                // where a symbolic link leads; empty for a file
+    std::string bytes;
+    std::string link;                // the target's path of a symbolic link; empty for a file
     unsigned rights = NewFileRights; // as the system counts them
 
     bool operator==(const FileContent& other) const { return bytes == other.bytes; }

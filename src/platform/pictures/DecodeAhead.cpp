@@ -31,7 +31,7 @@ constexpr int WaitStep = 10; // milliseconds
 constexpr auto LongestEnd = 1s;
 // How much may be kept in full before another one is decoded ahead: a photograph of 64 megapixels.
 constexpr std::int64_t KeptBytes = HarmlessPixels * 4;
-// Of a thread that isn't urgent: it gets a tenth of the core that an urgent one wants too.
+// Niceness of the threads that aren't urgent: beside an urgent one on the same core, such a thread gets about a tenth.
 constexpr int Niceness = 10;
 
 Picture stretched(const Picture& picture, QSize size)
@@ -52,18 +52,18 @@ struct DecodeAhead::Job {
     {
     }
 
-    void decode(std::timed_mutex& largeOnes, PictureLibraries& libraries)
+    void decode(PictureLibraries& libraries)
     {
         failure = attempt([&] {
             const PictureFile file(request.nativePath, cancelled);
             stamp = file.stamp();
-            picture = readPicture(file, request.longerSide, largeOnes, libraries);
+            picture = readPicture(file, request.longerSide, libraries);
             if (!request.size.isEmpty())
                 picture = stretched(std::exchange(picture, {}), request.size);
         });
     }
 
-    // Not for someone who waits: whether these sizes will be painted isn't sure.
+    // Skipped as soon as somebody waits for the picture, since the sizes are only a guess.
     void scale(const std::shared_ptr<PictureSizes>& sizes)
     {
         if (picture.empty() || request.longerSide > 0)
@@ -100,7 +100,6 @@ struct DecodeAhead::State {
     const std::shared_ptr<PictureLibraries> libraries;
     const std::shared_ptr<PictureSizes> pictureSizes = std::make_shared<PictureSizes>();
     const DecodeWorkers workers;
-    std::timed_mutex largeOnes;
     std::mutex mutex; // guards what follows
     std::condition_variable jobsChanged;
     std::condition_variable jobDone; // or a worker has ended
@@ -172,7 +171,7 @@ Picture DecodeAhead::take(const DecodeRequest& request, const PictureFile& file,
         return thumbnail;
     startWorkers();
     if (m_threads.empty())
-        return readPicture(file, request.longerSide, m_state->largeOnes, *m_state->libraries);
+        return readPicture(file, request.longerSide, *m_state->libraries);
 
     const auto start = std::chrono::steady_clock::now();
     for (;;) {
@@ -254,7 +253,7 @@ void DecodeAhead::State::work()
             break;
         job->stage = Job::Stage::UnderWay;
         lock.unlock();
-        job->decode(largeOnes, *libraries);
+        job->decode(*libraries);
         job->scale(pictureSizes);
         lock.lock();
         job->stage = Job::Stage::Done;
@@ -281,8 +280,11 @@ std::shared_ptr<DecodeAhead::Job> DecodeAhead::State::nextJob() const
     for (const auto& job : jobs) {
         if (job->request.longerSide == 0 && job->stage == Job::Stage::UnderWay)
             return nullptr;
-        if (job->stage == Job::Stage::Done && !job->picture.empty())
-            kept += job->picture.data()->pixels.sizeInBytes();
+        if (job->stage != Job::Stage::Done || job->picture.empty())
+            continue;
+        kept += job->picture.data()->pixels.sizeInBytes();
+        for (const QImage& scaled : job->picture.data()->scaled)
+            kept += scaled.sizeInBytes();
     }
     return kept <= KeptBytes ? *next : nullptr;
 }

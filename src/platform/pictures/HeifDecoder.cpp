@@ -53,7 +53,8 @@ HeifDecoder::HeifDecoder(
 {
     if (!m_context)
         throw Failure(FailureKind::OutOfMemory);
-#if LIBHEIF_NUMERIC_VERSION >= 0x01130000 // 1.19, which squares it; older ones compare it with each side
+// From 1.19 on the limit is squared; before, it holds for each side and would refuse panoramas.
+#if LIBHEIF_NUMERIC_VERSION >= 0x01130000
     m_library.contextSetMaximumImageSizeLimit(
         m_context.get(), static_cast<int>(std::sqrt(static_cast<double>(MostHeldTwice))));
 #endif

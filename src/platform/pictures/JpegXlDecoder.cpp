@@ -85,11 +85,17 @@ std::vector<unsigned char> JpegXlDecoder::profile()
         || original.transfer_function == JXL_TRANSFER_FUNCTION_HLG) {
         m_library.setPreferredColorProfile(m_decoder.get(), &original);
         const auto point = [](const double* xy) { return CodedColors::Point{xy[0], xy[1]}; };
-        return profileOf({.white = point(original.white_point_xy),
-            .red = point(original.primaries_red_xy),
-            .green = point(original.primaries_green_xy),
-            .blue = point(original.primaries_blue_xy),
-            .transfer = original.transfer_function});
+        CodedColors colors{.white = point(original.white_point_xy),
+            .red = {0.64, 0.33}, // those of sRGB, for a gray picture, which has none
+            .green = {0.3, 0.6},
+            .blue = {0.15, 0.06},
+            .transfer = original.transfer_function};
+        if (m_info.num_color_channels != 1) {
+            colors.red = point(original.primaries_red_xy);
+            colors.green = point(original.primaries_green_xy);
+            colors.blue = point(original.primaries_blue_xy);
+        }
+        return profileOf(colors);
     }
     JxlColorEncoding standard{};
     standard.color_space = m_info.num_color_channels == 1 ? JXL_COLOR_SPACE_GRAY : JXL_COLOR_SPACE_RGB;

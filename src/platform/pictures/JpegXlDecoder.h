@@ -37,8 +37,8 @@ private:
     const std::atomic<bool>& m_cancelled;
     const std::unique_ptr<::JxlDecoder, decltype(&JxlDecoderDestroy)> m_decoder;
     JxlBasicInfo m_info{};
-    // Lines and squares of the picture, for some twenty layers; else a few kilobytes of hidden images could keep a core
-    // busy for hours.
+    // How many parts (lines or tiles) may be decoded: enough for some twenty layers. Without a limit, a few kilobytes
+    // of hidden images could keep a core busy for hours.
     std::int64_t m_partsLeft = 0;
 };
 

@@ -22,8 +22,9 @@ struct PictureData {
     QImage pixels;     // RGB32, or premultiplied ARGB32 where it has alpha; null for a drawing
     QSize naturalSize; // in pixels; `pixels` may be smaller (decoded for a thumbnail) or larger (dense screen)
     std::shared_ptr<QSvgRenderer> drawing{};
-    std::vector<QImage> scaled{};                 // the pixels in sizes that they will probably be painted in
-    std::shared_ptr<PictureSizes> pictureSizes{}; // where such sizes come from; null for most
+    std::vector<QImage> scaled{}; // the pixels in sizes that they will probably be painted in
+    // Records the size in which it is first painted; null unless it was decoded in full.
+    std::shared_ptr<PictureSizes> pictureSizes{};
 };
 
 // What a library has decoded: bytes in the order red, green, blue, alpha, and the profile of their colors, which may be

@@ -12,7 +12,8 @@
 
 namespace trovarium {
 
-// The libraries of newer formats, each loaded when the first such picture is met. Safe on any thread.
+// What all who decode share: the libraries of newer formats, each loaded when the first such picture is met, and the
+// turn of large pictures. Safe on any thread.
 class PictureLibraries {
 public:
     explicit PictureLibraries(const char* heif = HeifLibrary::Name, const char* jpegXl = JpegXlLibrary::Name)
@@ -24,6 +25,9 @@ public:
     const HeifLibrary& heif();     // "Invalid picture" without it
     const JpegXlLibrary& jpegXl(); // "Invalid picture" without it
 
+    // Held while a large picture is decoded.
+    std::timed_mutex& largeOnes() { return m_largeOnes; }
+
     // The packages whose libraries were missed since the last call, each only once.
     std::vector<std::string> newlyMissing();
 
@@ -33,6 +37,7 @@ private:
 
     const char* const m_heifName;
     const char* const m_jpegXlName;
+    std::timed_mutex m_largeOnes;
     std::mutex m_mutex; // guards what follows
     std::optional<HeifLibrary> m_heif;
     std::optional<JpegXlLibrary> m_jpegXl;

@@ -89,9 +89,9 @@ const QImage& PicturePainter::scaled(const std::shared_ptr<const PictureData>& s
         m_scaled.splice(m_scaled.begin(), m_scaled, found);
     } else {
         // What it is zoomed to later says nothing of the next picture.
-        const bool comesUp = std::none_of(
+        const bool isFirstPaint = std::none_of(
             m_scaled.begin(), m_scaled.end(), [&](const Scaled& kept) { return kept.source.lock() == source; });
-        if (comesUp && source->pictureSizes)
+        if (isFirstPaint && source->pictureSizes)
             source->pictureSizes->add(source->naturalSize, size);
         m_scaled.push_front({source, drawnImage(*source, size)});
         forgetBeyondLimit();

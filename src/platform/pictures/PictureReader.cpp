@@ -26,6 +26,7 @@
 #include <exception>
 #include <functional>
 #include <limits>
+#include <mutex>
 #include <new>
 #include <span>
 #include <string_view>
@@ -318,11 +319,11 @@ try {
 
 } // namespace
 
-Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes, PictureLibraries& libraries)
+Picture readPicture(const PictureFile& file, int longerSide, PictureLibraries& libraries)
 {
     const PictureFormat format = formatOf(file);
     // Large pictures are decoded one at a time: each may take a gigabyte meanwhile.
-    std::unique_lock turn(largeOnes, std::defer_lock);
+    std::unique_lock turn(libraries.largeOnes(), std::defer_lock);
     const auto await = [&](std::int64_t count) {
         while (count > HarmlessPixels && !turn.owns_lock() && !turn.try_lock_for(std::chrono::milliseconds(20)))
             if (file.cancelled())

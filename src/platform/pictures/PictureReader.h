@@ -4,17 +4,15 @@
 #include "platform/pictures/Picture.h"
 #include "platform/pictures/PictureFile.h"
 
-#include <mutex>
-
 namespace trovarium {
 
 class PictureLibraries;
 
 // Decodes a bmp, jpg, gif, png, webp, tiff, heic, avif, jxl (the first image) or wmf by content, upright, as sRGB by
-// its profile, opaque on white. The pixels may be fewer than the natural size says, see `reductionFor`. Whoever decodes
-// a large one holds `largeOnes`. All failures are `Failure`; a file that is cancelled meanwhile is an "Invalid
-// picture". Safe on any thread.
-Picture readPicture(const PictureFile& file, int longerSide, std::timed_mutex& largeOnes, PictureLibraries& libraries);
+// its profile, opaque on white. The pixels may be fewer than the natural size says, see `reductionFor`. Large ones are
+// decoded one at a time for the same `libraries`. All failures are `Failure`; a file that is cancelled meanwhile is an
+// "Invalid picture". Safe on any thread.
+Picture readPicture(const PictureFile& file, int longerSide, PictureLibraries& libraries);
 
 // The same for a thumbnail, which is decoded in less time than it takes to hand it to another thread. Empty for any
 // other picture.

@@ -39,6 +39,27 @@ constexpr std::size_t MostReduced = 8;
 
 const std::atomic<bool> NeverCancelled{false};
 
+// Nothing is sharpened while it lives.
+class Pause {
+public:
+    explicit Pause(ThumbnailSharpener* sharpener) // may be null
+        : m_sharpener(sharpener)
+    {
+        if (m_sharpener)
+            m_sharpener->pause();
+    }
+    ~Pause()
+    {
+        if (m_sharpener)
+            m_sharpener->resume();
+    }
+    Pause(const Pause&) = delete;
+    Pause& operator=(const Pause&) = delete;
+
+private:
+    ThumbnailSharpener* const m_sharpener;
+};
+
 // A whole uncompressed 24-bit bitmap file, alpha on white.
 std::string bitmapBytes(const QImage& image)
 {
@@ -72,16 +93,9 @@ PictureService::~PictureService() = default;
 
 Picture PictureService::load(std::string_view path)
 {
-    // All else waits, or the largest would take a gigabyte each at the same time.
-    if (m_sharpener)
-        m_sharpener->pause();
-    Picture picture;
-    const auto failure = attempt([&] { picture = loadFor(path, 0); });
-    if (m_sharpener)
-        m_sharpener->resume();
-    if (failure)
-        throw Failure(*failure);
-    return picture;
+    // Stops sharper thumbnails meanwhile: two of the largest pictures at once could take gigabytes.
+    const Pause pause(m_sharpener.get());
+    return loadFor(path, 0);
 }
 
 Picture PictureService::loadReduced(std::string_view path, int longerSide)

@@ -50,7 +50,7 @@ public:
         const void* owner, std::string_view path, int width, int height, std::function<void(const Picture&)> receive);
     void dropSharper(const void* owner);
 
-    // Runs an action on the main thread, soon. It is called on other threads; to be set before `sharpen`.
+    // Runs an action on the main thread, soon. Called on worker threads. Set it before the first `sharpen`.
     using Later = std::function<void(std::function<void()> action)>;
     Later later;
 

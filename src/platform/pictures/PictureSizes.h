@@ -10,8 +10,8 @@
 
 namespace trovarium {
 
-// In which sizes pictures came up, so that the next one of the same natural size can be scaled ahead of time. Safe on
-// any thread.
+// In which sizes pictures were first painted, so that the next one of the same natural size can be scaled ahead of
+// time. Safe on any thread.
 class PictureSizes {
 public:
     void add(QSize natural, QSize painted); // both in pixels

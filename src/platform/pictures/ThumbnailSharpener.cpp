@@ -59,12 +59,13 @@ void ThumbnailSharpener::drop(const void* owner)
     resume();
 }
 
-// All jobs that nobody wants any more end here.
+// Replaces the decoder's jobs by what is still wanted.
 void ThumbnailSharpener::resume()
 {
     std::vector<DecodeRequest> requests;
     for (const Wanted& wanted : m_wanted)
-        requests.push_back(wanted.request);
+        if (std::ranges::find(requests, wanted.request) == requests.end())
+            requests.push_back(wanted.request);
     m_decoder.expect(requests);
 }
 

@@ -21,8 +21,8 @@ public:
     ThumbnailSharpener(std::shared_ptr<PictureLibraries> libraries, const PictureService::Later& later);
 
     // Asks for the file in exactly this size, in place of what the owner has asked for before. A kept picture is
-    // received at once, if its file hasn't changed since. Failures are those of `PictureFile`; one that can't be
-    // decoded is never received.
+    // received at once, if its file hasn't changed since. A kept one whose file is gone fails as `PictureFile` does; a
+    // failure on the other cores is never told.
     void ask(const void* owner, const std::string& nativePath, QSize size, Receive receive);
     void drop(const void* owner);
 

@@ -27,9 +27,9 @@ public:
     Stored<&Image::showPicture, trovarium::Picture> Picture{this};
     Stored<&Image::showPicture, bool> Stretch{this};
 
-    // To be set behind `Picture`, a thumbnail no larger than this control: tells the path of its photograph. On a dense
-    // screen that is decoded on another core and painted in the thumbnail's place. The thumbnail stays where the
-    // photograph can't be read or has another shape.
+    // Tells the path of the photograph whose thumbnail, no larger than this control, `Picture` is. Call it after
+    // setting `Picture`, which forgets it. On a dense screen the photograph is decoded on another core and painted in
+    // the thumbnail's place. The thumbnail stays where the photograph can't be read or has another shape.
     void sharpenFrom(std::function<std::string()> photograph);
 
     void draw(QPainter& painter, const QRectF& place) override;

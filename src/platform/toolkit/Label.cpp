@@ -51,7 +51,7 @@ Label::Label(Container* parent, const Plan& plan)
 {
 }
 
-// One that takes the mouse for its tool tip alone passes presses on to what it lies on.
+// One that takes the mouse for its tool tip alone passes presses on to its container.
 void Label::followInput()
 {
     DrawnControl::followInput();

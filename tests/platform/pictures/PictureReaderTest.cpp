@@ -80,6 +80,7 @@ TEST_F(PictureReader, PicturesOfNewerFormatsStandUprightInTheirColorsAndADamaged
         {"turned.jxl", {16, 32}, Qt::blue, {200, 120, 40}}, // a packed JPEG
         {"p3.jxl", {16, 8}, skin, Qt::white},               // a profile, sixteen bits, alpha over green
         {"pq.jxl", {64, 64}, page, page},                   // a white page, lossless
+        {"graypq.jxl", {64, 64}, page, page},               // the same, one channel without primaries
         {"hlg.jxl", {64, 64}, page, page},
     };
     for (const auto& [name, size, left, right] : cases) {
