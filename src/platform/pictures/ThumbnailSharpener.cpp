@@ -38,14 +38,14 @@ ThumbnailSharpener::ThumbnailSharpener(std::shared_ptr<PictureLibraries> librari
 {
 }
 
-void ThumbnailSharpener::ask(const void* owner, const std::string& nativePath, QSize size, Receive receive)
+void ThumbnailSharpener::ask(const void* owner, const std::string& nativePath, QSize size, const Receive& receive)
 {
     const DecodeRequest request{nativePath, std::max(size.width(), size.height()), size};
     forget(owner);
     const auto kept = std::ranges::find(m_kept, request, &DecodedFile::request);
     const bool isKept = kept != m_kept.end() && kept->stamp == stampOf(nativePath);
     if (!isKept)
-        m_wanted.push_back({owner, request, std::move(receive)});
+        m_wanted.push_back({owner, request, receive});
     resume();
     if (!isKept)
         return;

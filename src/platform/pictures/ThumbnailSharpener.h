@@ -23,7 +23,7 @@ public:
     // Asks for the file in exactly this size, in place of what the owner has asked for before. A kept picture is
     // received at once, if its file hasn't changed since. A kept one whose file is gone fails as `PictureFile` does; a
     // failure on the other cores is never told.
-    void ask(const void* owner, const std::string& nativePath, QSize size, Receive receive);
+    void ask(const void* owner, const std::string& nativePath, QSize size, const Receive& receive);
     void drop(const void* owner);
 
     // In between nothing is decoded. What was under way begins again.

@@ -38,7 +38,8 @@ QByteArray busSocket()
     const QByteArray first = address.split(';').first();
     for (const auto& [key, start] : {std::pair("unix:path=", QByteArray()), {"unix:abstract=", QByteArray(1, '\0')}}) {
         if (first.startsWith(key))
-            return start + QByteArray::fromPercentEncoding(first.mid(qstrlen(key)).split(',').first());
+            return start
+                + QByteArray::fromPercentEncoding(first.mid(static_cast<qsizetype>(qstrlen(key))).split(',').first());
     }
     return {};
 }
